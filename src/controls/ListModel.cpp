@@ -1,0 +1,289 @@
+#include "controls/ListModel.h"
+
+#include <algorithm>
+#include <numeric>
+
+int KeyNumber(const QString &key)
+{
+    qsizetype end = 1;
+    if (end < key.size() && key.at(end) == u'-')
+        ++end;
+    while (end < key.size() && key.at(end) >= u'0' && key.at(end) <= u'9')
+        ++end;
+    return QStringView(key).mid(1, end - 1).toInt();
+}
+
+ListModel::ListModel(QObject *parent)
+    : QAbstractTableModel(parent)
+    , m_titles(QString())
+    , m_selection(new QItemSelectionModel(this, this))
+{
+}
+
+void ListModel::SetColumns(const QStringList &titles)
+{
+    beginResetModel();
+    m_titles = titles;
+    endResetModel();
+}
+
+void ListModel::SetCheckable(bool checkable, bool exclusive)
+{
+    m_checkable = checkable;
+    m_exclusive = exclusive;
+}
+
+void ListModel::Reindex() const
+{
+    if (m_indexed)
+        return;
+    m_rowOfKey.clear();
+    m_rowOfKey.reserve(Count());
+    for (int row = Count() - 1; row >= 0; --row)
+        m_rowOfKey.insert(At(row).key, row);
+    m_indexed = true;
+}
+
+int ListModel::Find(const QString &key) const
+{
+    Reindex();
+    return m_rowOfKey.value(key, -1);
+}
+
+void ListModel::Clear()
+{
+    Fill({});
+}
+
+void ListModel::Fill(std::vector<ListItem> items)
+{
+    beginResetModel();
+    m_items = std::move(items);
+    m_rowOfKey.clear();
+    m_indexed = false;
+    endResetModel();
+    emit Changed();
+}
+
+int ListModel::Add(ListItem item)
+{
+    const int row = Count();
+    beginInsertRows({}, row, row);
+    if (m_indexed && !m_rowOfKey.contains(item.key))
+        m_rowOfKey.insert(item.key, row);
+    m_items.push_back(std::move(item));
+    endInsertRows();
+    emit Changed();
+    return row;
+}
+
+void ListModel::Remove(int row)
+{
+    if (row < 0 || row >= Count())
+        return;
+    beginRemoveRows({}, row, row);
+    m_items.erase(m_items.begin() + row);
+    m_indexed = false;
+    endRemoveRows();
+    emit Changed();
+}
+
+void ListModel::RemoveKey(const QString &key)
+{
+    Remove(Find(key));
+}
+
+void ListModel::CellChanged(int row)
+{
+    emit dataChanged(index(row, 0), index(row, columnCount() - 1));
+    emit Changed();
+}
+
+void ListModel::SetText(int row, const QString &text)
+{
+    m_items[static_cast<size_t>(row)].text = text;
+    CellChanged(row);
+}
+
+void ListModel::SetSubItem(int row, int subItem, const QString &text)
+{
+    QStringList &subItems = m_items[static_cast<size_t>(row)].subItems;
+    while (subItems.size() <= subItem)
+        subItems.append(QString());
+    subItems[subItem] = text;
+    CellChanged(row);
+}
+
+void ListModel::SetKey(int row, const QString &key)
+{
+    m_items[static_cast<size_t>(row)].key = key;
+    m_indexed = false;
+    CellChanged(row);
+}
+
+void ListModel::SetChecked(int row, bool checked)
+{
+    if (checked && m_exclusive) {
+        for (const int other : CheckedRows()) {
+            m_items[static_cast<size_t>(other)].checked = false;
+            CellChanged(other);
+        }
+    }
+    m_items[static_cast<size_t>(row)].checked = checked;
+    CellChanged(row);
+    emit Checked(row);
+}
+
+std::vector<int> ListModel::CheckedRows() const
+{
+    std::vector<int> rows;
+    for (int row = 0; row < Count(); ++row) {
+        if (At(row).checked)
+            rows.push_back(row);
+    }
+    return rows;
+}
+
+void ListModel::Select(int row, bool selected)
+{
+    const auto command = selected ? QItemSelectionModel::Select : QItemSelectionModel::Deselect;
+    m_selection->select(index(row, 0), command | QItemSelectionModel::Rows);
+}
+
+void ListModel::SelectOnly(int row)
+{
+    m_selection->setCurrentIndex(index(row, 0),
+                                 QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void ListModel::SelectAll()
+{
+    if (!IsEmpty())
+        m_selection->select({index(0, 0), index(Count() - 1, columnCount() - 1)},
+                            QItemSelectionModel::Select);
+}
+
+void ListModel::ClearSelection()
+{
+    m_selection->clearSelection();
+}
+
+bool ListModel::IsSelected(int row) const
+{
+    return m_selection->isRowSelected(row);
+}
+
+std::vector<int> ListModel::SelectedRows() const
+{
+    std::vector<int> rows;
+    for (const QItemSelectionRange &range : m_selection->selection()) {
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            rows.push_back(row);
+    }
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    return rows;
+}
+
+QStringList ListModel::SelectedKeys() const
+{
+    QStringList keys;
+    for (const int row : SelectedRows())
+        keys.append(At(row).key);
+    return keys;
+}
+
+int ListModel::CurrentRow() const
+{
+    return m_selection->currentIndex().row();
+}
+
+int ListModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : Count();
+}
+
+int ListModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_titles.size());
+}
+
+QVariant ListModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid())
+        return {};
+    const ListItem &item = At(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return index.column() == 0 ? item.text : item.subItems.value(index.column() - 1);
+    case Qt::CheckStateRole:
+        if (m_checkable && index.column() == 0)
+            return item.checked ? Qt::Checked : Qt::Unchecked;
+        break;
+    case Qt::UserRole:
+        return item.key;
+    case Qt::UserRole + 1:
+        return item.image;
+    case Qt::UserRole + 2:
+        return item.bold;
+    default:
+        break;
+    }
+    return {};
+}
+
+bool ListModel::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    if (role != Qt::CheckStateRole || !m_checkable || !index.isValid())
+        return false;
+    SetChecked(index.row(), value.toInt() == Qt::Checked);
+    return true;
+}
+
+QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation == Qt::Horizontal && role == Qt::DisplayRole)
+        return m_titles.value(section);
+    return {};
+}
+
+Qt::ItemFlags ListModel::flags(const QModelIndex &index) const
+{
+    Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
+    if (m_checkable && index.column() == 0)
+        flags |= Qt::ItemIsUserCheckable;
+    return flags;
+}
+
+void ListModel::sort(int column, Qt::SortOrder order)
+{
+    if (column < 0 || Count() < 2)
+        return;
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    std::vector<int> rows(m_items.size());
+    std::iota(rows.begin(), rows.end(), 0);
+    const auto text = [&](int row) -> QString {
+        return column == 0 ? At(row).text : At(row).subItems.value(column - 1);
+    };
+    std::stable_sort(rows.begin(), rows.end(), [&](int a, int b) {
+        const int compared = text(a).compare(text(b), Qt::CaseInsensitive);
+        return order == Qt::AscendingOrder ? compared < 0 : compared > 0;
+    });
+
+    std::vector<ListItem> sorted;
+    sorted.reserve(m_items.size());
+    std::vector<int> newRowOf(rows.size());
+    for (size_t row = 0; row < rows.size(); ++row) {
+        newRowOf[static_cast<size_t>(rows[row])] = static_cast<int>(row);
+        sorted.push_back(std::move(m_items[static_cast<size_t>(rows[row])]));
+    }
+    m_items = std::move(sorted);
+    m_indexed = false;
+    const QModelIndexList before = persistentIndexList();
+    QModelIndexList after;
+    after.reserve(before.size());
+    for (const QModelIndex &old : before)
+        after.append(index(newRowOf[static_cast<size_t>(old.row())], old.column()));
+    changePersistentIndexList(before, after);
+    emit layoutChanged({}, VerticalSortHint);
+}

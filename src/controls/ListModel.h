@@ -1,0 +1,98 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QHash>
+#include <QItemSelectionModel>
+#include <QStringList>
+
+#include <vector>
+
+/// A row of a list: its key holds the reference behind a one-character mark ("?12", "!12").
+struct ListItem {
+    QString key;
+    QString text;
+    QStringList subItems{};
+    bool checked = false;
+    bool bold = false;
+    QString image{};
+};
+
+/// The number behind the one-character mark of a key, up to the first character that is no digit (a
+/// leading minus counts); 0 where there is none.
+int KeyNumber(const QString &key);
+
+/// What a list control holds, without a widget: rows with keys, columns, check marks and the selection,
+/// so that "the first item is selected" works in the data layer and in tests. Views adopt the model and
+/// its selection. Sorting reorders the rows themselves.
+class ListModel final : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    explicit ListModel(QObject *parent = nullptr);
+
+    /// Column titles; the first is the item's text, the rest its sub-items.
+    void SetColumns(const QStringList &titles);
+    /// Rows show a check box in the first column.
+    void SetCheckable(bool checkable, bool exclusive = false);
+
+    int Count() const { return static_cast<int>(m_items.size()); }
+    bool IsEmpty() const { return m_items.empty(); }
+    const ListItem &At(int row) const { return m_items[static_cast<size_t>(row)]; }
+    /// The row of that key, or -1. Keys compare exactly.
+    int Find(const QString &key) const;
+    bool Contains(const QString &key) const { return Find(key) >= 0; }
+
+    void Clear();
+    /// Takes the place of all rows in one reset; nothing is selected afterwards.
+    void Fill(std::vector<ListItem> items);
+    int Add(ListItem item);
+    void Remove(int row);
+    void RemoveKey(const QString &key);
+    void SetText(int row, const QString &text);
+    void SetSubItem(int row, int subItem, const QString &text); ///< sub-items count from 0
+    void SetKey(int row, const QString &key);
+    void SetChecked(int row, bool checked);
+    std::vector<int> CheckedRows() const;
+
+    QItemSelectionModel *Selection() { return m_selection; }
+    void Select(int row, bool selected = true);
+    /// Makes `row` the current and only selected one.
+    void SelectOnly(int row);
+    void SelectFirst()
+    {
+        if (!IsEmpty())
+            SelectOnly(0);
+    }
+    void SelectAll();
+    void ClearSelection();
+    bool IsSelected(int row) const;
+    std::vector<int> SelectedRows() const; ///< ascending
+    QStringList SelectedKeys() const;      ///< in row order
+    int CurrentRow() const;                ///< -1 = none
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    void sort(int column, Qt::SortOrder order) override;
+
+signals:
+    /// Rows were added, removed or replaced, or a text or check mark changed; not for a selection.
+    void Changed();
+    void Checked(int row);
+
+private:
+    void Reindex() const;
+    void CellChanged(int row);
+
+    std::vector<ListItem> m_items;
+    QStringList m_titles;
+    QItemSelectionModel *m_selection;
+    mutable QHash<QString, int> m_rowOfKey;
+    mutable bool m_indexed = false;
+    bool m_checkable = false;
+    bool m_exclusive = false;
+};

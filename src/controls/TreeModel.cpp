@@ -1,0 +1,187 @@
+#include "controls/TreeModel.h"
+
+#include <algorithm>
+
+TreeModel::TreeModel(QObject *parent)
+    : QAbstractItemModel(parent)
+    , m_root(std::make_unique<TreeNode>())
+    , m_selection(new QItemSelectionModel(this, this))
+{
+}
+
+TreeModel::~TreeModel() = default;
+
+void TreeModel::Clear()
+{
+    beginResetModel();
+    m_root->children.clear();
+    m_byKey.clear();
+    endResetModel();
+    emit Changed();
+}
+
+TreeNode *TreeModel::Add(const QString &parentKey, TreeNode node)
+{
+    TreeNode *parentNode = parentKey.isEmpty() ? m_root.get() : Find(parentKey);
+    if (!parentNode || m_byKey.contains(node.key))
+        return nullptr;
+    const int row = static_cast<int>(parentNode->children.size());
+    beginInsertRows(IndexOf(parentNode), row, row);
+    parentNode->children.push_back(std::make_unique<TreeNode>(std::move(node)));
+    TreeNode *added = parentNode->children.back().get();
+    added->parent = parentNode;
+    m_byKey.insert(added->key, added);
+    endInsertRows();
+    if (added->expanded)
+        emit ExpandedChanged(IndexOf(added), true);
+    emit Changed();
+    return added;
+}
+
+void TreeModel::Remove(const QString &key)
+{
+    TreeNode *node = Find(key);
+    if (!node)
+        return;
+    const QModelIndex at = IndexOf(node);
+    beginRemoveRows(at.parent(), at.row(), at.row());
+    std::vector<const TreeNode *> gone{node};
+    for (size_t i = 0; i < gone.size(); ++i) {
+        for (const auto &child : gone[i]->children)
+            gone.push_back(child.get());
+    }
+    for (const TreeNode *one : gone)
+        m_byKey.remove(one->key);
+    auto &siblings = node->parent->children;
+    siblings.erase(siblings.begin() + at.row());
+    endRemoveRows();
+    emit Changed();
+}
+
+TreeNode *TreeModel::Find(const QString &key) const
+{
+    return m_byKey.value(key, nullptr);
+}
+
+std::vector<TreeNode *> TreeModel::Nodes() const
+{
+    std::vector<TreeNode *> pending{m_root.get()};
+    std::vector<TreeNode *> nodes;
+    nodes.reserve(static_cast<size_t>(m_byKey.size()));
+    while (!pending.empty()) {
+        TreeNode *node = pending.back();
+        pending.pop_back();
+        if (node != m_root.get())
+            nodes.push_back(node);
+        for (auto child = node->children.rbegin(); child != node->children.rend(); ++child)
+            pending.push_back(child->get());
+    }
+    return nodes;
+}
+
+void TreeModel::SetText(TreeNode *node, const QString &text)
+{
+    node->text = text;
+    emit dataChanged(IndexOf(node), IndexOf(node));
+    emit Changed();
+}
+
+void TreeModel::SetTick(TreeNode *node, TreeTick tick)
+{
+    node->tick = tick;
+    emit dataChanged(IndexOf(node), IndexOf(node));
+    emit Changed();
+}
+
+void TreeModel::SetExpanded(TreeNode *node, bool expanded)
+{
+    if (node->expanded == expanded)
+        return;
+    node->expanded = expanded;
+    emit ExpandedChanged(IndexOf(node), expanded);
+}
+
+void TreeModel::Select(const TreeNode *node)
+{
+    if (node)
+        m_selection->setCurrentIndex(IndexOf(node), QItemSelectionModel::ClearAndSelect);
+    else
+        m_selection->clear();
+}
+
+TreeNode *TreeModel::Selected() const
+{
+    const QModelIndexList selected = m_selection->selectedIndexes();
+    return selected.isEmpty() ? nullptr : NodeAt(selected.first());
+}
+
+void TreeModel::SelectFirst()
+{
+    if (!IsEmpty())
+        Select(m_root->children.front().get());
+}
+
+QModelIndex TreeModel::IndexOf(const TreeNode *node) const
+{
+    if (!node || node == m_root.get())
+        return {};
+    const auto &siblings = node->parent->children;
+    const auto at = std::find_if(siblings.begin(), siblings.end(),
+                                 [node](const auto &sibling) { return sibling.get() == node; });
+    return createIndex(static_cast<int>(at - siblings.begin()), 0, node);
+}
+
+TreeNode *TreeModel::NodeAt(const QModelIndex &index) const
+{
+    return index.isValid() ? static_cast<TreeNode *>(index.internalPointer()) : nullptr;
+}
+
+QModelIndex TreeModel::index(int row, int column, const QModelIndex &parent) const
+{
+    const TreeNode *node = parent.isValid() ? NodeAt(parent) : m_root.get();
+    if (column != 0 || row < 0 || row >= static_cast<int>(node->children.size()))
+        return {};
+    return createIndex(row, column, node->children[static_cast<size_t>(row)].get());
+}
+
+QModelIndex TreeModel::parent(const QModelIndex &child) const
+{
+    return child.isValid() ? IndexOf(NodeAt(child)->parent) : QModelIndex();
+}
+
+int TreeModel::rowCount(const QModelIndex &parent) const
+{
+    const TreeNode *node = parent.isValid() ? NodeAt(parent) : m_root.get();
+    return static_cast<int>(node->children.size());
+}
+
+int TreeModel::columnCount(const QModelIndex &) const
+{
+    return 1;
+}
+
+QVariant TreeModel::data(const QModelIndex &index, int role) const
+{
+    const TreeNode *node = NodeAt(index);
+    if (!node)
+        return {};
+    switch (role) {
+    case Qt::DisplayRole:
+        return node->text;
+    case Qt::UserRole:
+        return node->key;
+    case Qt::UserRole + 1:
+        return node->image;
+    case Qt::UserRole + 2:
+        return node->bold;
+    case Qt::UserRole + 3:
+        return static_cast<int>(node->tick);
+    default:
+        return {};
+    }
+}
+
+Qt::ItemFlags TreeModel::flags(const QModelIndex &) const
+{
+    return Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+}

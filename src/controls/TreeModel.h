@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QAbstractItemModel>
+#include <QHash>
+#include <QItemSelectionModel>
+
+#include <memory>
+#include <vector>
+
+/// A node's picture by its position in a tree's image list: the tick and criterion trees show their
+/// state by it.
+enum class TreeTick { None = 0, Off = 6, On = 7, Not = 8 };
+
+struct TreeNode {
+    QString key;
+    QString text;
+    QString image{};
+    TreeTick tick = TreeTick::None;
+    bool bold = false;
+    bool expanded = false;
+
+    TreeNode *parent = nullptr;
+    std::vector<std::unique_ptr<TreeNode>> children{};
+};
+
+/// What a tree control holds: keyed nodes, their ticks, what is expanded, and the selected node. Keys are
+/// unique in a tree.
+class TreeModel final : public QAbstractItemModel
+{
+    Q_OBJECT
+
+public:
+    explicit TreeModel(QObject *parent = nullptr);
+    ~TreeModel() override;
+
+    void Clear();
+    /// Adds a node below the node of `parentKey` ("" = top level). Nothing where the parent is missing or
+    /// the key is there already.
+    TreeNode *Add(const QString &parentKey, TreeNode node);
+    void Remove(const QString &key);
+    bool IsEmpty() const { return m_root->children.empty(); }
+    int Count() const { return static_cast<int>(m_byKey.size()); }
+    TreeNode *Find(const QString &key) const; ///< nothing if there is no such node
+    /// Every node, parents before their children, in the order shown.
+    std::vector<TreeNode *> Nodes() const;
+
+    void SetText(TreeNode *node, const QString &text);
+    void SetTick(TreeNode *node, TreeTick tick);
+    void SetExpanded(TreeNode *node, bool expanded);
+
+    QItemSelectionModel *Selection() { return m_selection; }
+    void Select(const TreeNode *node); ///< nothing = no node selected
+    TreeNode *Selected() const;
+    void SelectFirst();
+
+    QModelIndex IndexOf(const TreeNode *node) const;
+    TreeNode *NodeAt(const QModelIndex &index) const;
+
+    QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
+    QModelIndex parent(const QModelIndex &child) const override;
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+signals:
+    void Changed(); ///< nodes, texts or ticks changed; not for a selection or what is expanded
+    void ExpandedChanged(const QModelIndex &index, bool expanded);
+
+private:
+    std::unique_ptr<TreeNode> m_root;
+    QHash<QString, TreeNode *> m_byKey;
+    QItemSelectionModel *m_selection;
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QDate>
+#include <QString>
+#include <QTime>
+
+// date-int: year x 10000 + month x 100 + day, 0 = no date. time-int: hour x 100 + minute.
+
+/// A date as a date-int; an invalid date gives 0.
+int DateToInt(QDate date);
+/// "DD/MM/YYYY". 0 becomes today's date-int, in the caller's variable as well.
+QString IntToDateText(int &value);
+/// The same for a value that is nobody's variable.
+QString IntToDateText(int &&value);
+/// A date-int as a date; invalid for 0 or a value that is no date.
+QDate IntToDate(int value);
+/// The decimal text of `n`, with a "0" before a single character.
+QString TwoDigits(int n);
+/// The text of a time-int as the course reports print it. The hour is rounded, ties to even, so that 1451
+/// gives "15:-49": kept as it always was, and used nowhere else.
+QString LongToTimeText(int value);
+int DateYear(int &value);
+int DateMonth(int &value);
+int DateDay(int &value);
+/// A time as a time-int; an invalid time gives 0.
+int TimeToInt(QTime time);
+int TimeHours(int value);
+int TimeMinutes(int value);

@@ -1,0 +1,97 @@
+#include "database/MiscODBC.h"
+
+#include "controls/ListModel.h"
+#include "core/ErrorHandler.h"
+#include "core/Session.h"
+#include "database/GlobalCode.h"
+#include "platform/Connection.h"
+#include "platform/Directories.h"
+
+#include <QFile>
+
+namespace
+{
+constexpr int retryAnswer = 4;
+const char *g_runningRoutine = "";
+
+/// True when the failed statement is to run again.
+bool RetryAfterFailure()
+{
+    const EngineErrors &errors = gConnection.Errors();
+    SetCurrentError(errors.isEmpty() ? EngineError{} : errors.first());
+    return HandleError(QString::fromLatin1(g_runningRoutine), 0) == retryAnswer;
+}
+} // namespace
+
+ReportedScope::ReportedScope(const char *routineName)
+    : m_outer(g_runningRoutine)
+{
+    g_runningRoutine = routineName;
+}
+
+ReportedScope::~ReportedScope()
+{
+    g_runningRoutine = m_outer;
+}
+
+void Execute(const QString &sql)
+{
+    while (!gConnection.Execute(sql)) {
+        if (!RetryAfterFailure())
+            throw StatementGivenUp{};
+    }
+}
+
+Recordset OpenRecordset(const QString &sql)
+{
+    while (true) {
+        if (std::optional<Recordset> rows = gConnection.OpenRecordset(sql))
+            return *std::move(rows);
+        if (!RetryAfterFailure())
+            throw StatementGivenUp{};
+    }
+}
+
+bool HasRow(const QString &sql)
+{
+    return !OpenRecordset(sql).IsEmpty();
+}
+
+int ReadKey(const QString &sql, QStringView column)
+{
+    const Recordset rows = OpenRecordset(sql);
+    return rows.IsEmpty() ? 0 : static_cast<int>(rows.First().Long(column));
+}
+
+bool TryExecute(const QString &sql)
+{
+    return gConnection.Execute(sql);
+}
+
+std::optional<Recordset> TryOpenRecordset(const QString &sql)
+{
+    return gConnection.OpenRecordset(sql);
+}
+
+double GetDBVersion()
+{
+    const std::optional<Recordset> rows = TryOpenRecordset(QStringLiteral("SELECT DBVersion FROM Version"));
+    return rows && !rows->IsEmpty() ? rows->First().Double(u"DBVersion") : 0;
+}
+
+void FillRefTable(const ListModel &selection, const QString &fileName)
+{
+    QFile file(Directories::WrittenFile(u"temp/" % fileName));
+    file.remove();
+    file.open(QIODevice::WriteOnly | QIODevice::Text);
+    WriteGroup group(gConnection);
+    TryExecute(QStringLiteral("DELETE FROM Ref"));
+    for (int row = 0; row < selection.Count(); ++row) {
+        const QString &key = selection.At(row).key;
+        if (!key.startsWith(u'?'))
+            continue;
+        const QString reference = key.mid(1);
+        TryExecute(u"INSERT INTO Ref (ContactRef) VALUES (" % reference % u")");
+        file.write(reference.toLatin1() + '\n');
+    }
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "platform/Recordset.h"
+
+#include <QString>
+
+#include <optional>
+#include <utility>
+
+class ListModel;
+
+/// How every data function reaches the database: complete SQL text with inline values on the session
+/// connection. A function wraps its steps in Reported, the one error handler of the data layer.
+
+/// Leaves the body of a Reported after a failure that the user gave up on. It never leaves Reported.
+struct StatementGivenUp {
+};
+
+/// Names the data function that runs, for the error report, as long as it lives.
+class ReportedScope final
+{
+public:
+    explicit ReportedScope(const char *routineName);
+    ~ReportedScope();
+    ReportedScope(const ReportedScope &) = delete;
+    ReportedScope &operator=(const ReportedScope &) = delete;
+
+private:
+    const char *m_outer;
+};
+
+/// Runs `body`. A statement of it that fails goes to HandleError under `routineName`; on Retry it runs
+/// again in place, otherwise the body is left and `failureValue` is the result.
+template <typename Value, typename Body>
+Value Reported(const char *routineName, Value failureValue, Body &&body)
+{
+    const ReportedScope scope(routineName);
+    try {
+        return static_cast<Value>(std::forward<Body>(body)());
+    } catch (const StatementGivenUp &) {
+        return failureValue;
+    }
+}
+
+/// The same for a function with no result.
+template <typename Body>
+void Reported(const char *routineName, Body &&body)
+{
+    const ReportedScope scope(routineName);
+    try {
+        std::forward<Body>(body)();
+    } catch (const StatementGivenUp &) {
+        // Reported and given up: what was done before stays done.
+    }
+}
+
+/// Runs a statement that returns no rows; only inside Reported.
+void Execute(const QString &sql);
+/// Opens a query and reads it whole; only inside Reported.
+Recordset OpenRecordset(const QString &sql);
+/// True if the query gives a row; only inside Reported.
+bool HasRow(const QString &sql);
+/// The whole number in `column` of the query's first row, 0 without a row; only inside Reported.
+int ReadKey(const QString &sql, QStringView column);
+
+/// The same with errors ignored, for the few routines that go on after a failure.
+bool TryExecute(const QString &sql);
+std::optional<Recordset> TryOpenRecordset(const QString &sql);
+
+/// The schema level in table `Version`; 0 with no row or on any error.
+double GetDBVersion();
+
+/// Publishes the current contact selection: the references behind the "?" keys of `selection`, in table
+/// `Ref` (emptied first) and one a line in the file `fileName` of the folder `temp`. Errors are ignored.
+void FillRefTable(const ListModel &selection, const QString &fileName);

@@ -1,0 +1,133 @@
+#include "forms/StandardDialogs.h"
+
+#include "platform/Dialogs.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QDir>
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace
+{
+using Dialogs::Answer;
+using Dialogs::Buttons;
+
+QMessageBox::StandardButtons ButtonsOf(Buttons buttons)
+{
+    switch (buttons) {
+    case Buttons::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case Buttons::RetryCancel:
+        return QMessageBox::Retry | QMessageBox::Cancel;
+    case Buttons::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+QMessageBox::StandardButton ButtonOf(Answer answer)
+{
+    switch (answer) {
+    case Answer::Ok:
+        return QMessageBox::Ok;
+    case Answer::Cancel:
+        return QMessageBox::Cancel;
+    case Answer::Retry:
+        return QMessageBox::Retry;
+    case Answer::Yes:
+        return QMessageBox::Yes;
+    case Answer::No:
+        return QMessageBox::No;
+    case Answer::None:
+        break;
+    }
+    return QMessageBox::NoButton;
+}
+
+Answer AnswerOf(int button)
+{
+    for (const Answer answer : {Answer::Ok, Answer::Cancel, Answer::Retry, Answer::Yes, Answer::No}) {
+        if (ButtonOf(answer) == button)
+            return answer;
+    }
+    return Answer::Cancel;
+}
+
+Answer FirstAnswer(Buttons buttons)
+{
+    switch (buttons) {
+    case Buttons::YesNo:
+    case Buttons::YesNoCancel:
+        return Answer::Yes;
+    case Buttons::RetryCancel:
+        return Answer::Retry;
+    case Buttons::Ok:
+    case Buttons::OkCancel:
+        break;
+    }
+    return Answer::Ok;
+}
+
+QMessageBox::Icon IconOf(Dialogs::Icon icon)
+{
+    switch (icon) {
+    case Dialogs::Icon::Information:
+        return QMessageBox::Information;
+    case Dialogs::Icon::Question:
+        return QMessageBox::Question;
+    case Dialogs::Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Dialogs::Icon::Stop:
+        return QMessageBox::Critical;
+    case Dialogs::Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+Answer ShowMsgBox(const QString &text, const QString &title, Buttons buttons, Dialogs::Icon icon,
+                  Answer defaultAnswer)
+{
+    QMessageBox box(IconOf(icon), title.isEmpty() ? QApplication::applicationDisplayName() : title, text,
+                    ButtonsOf(buttons), QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(ButtonOf(defaultAnswer == Answer::None ? FirstAnswer(buttons) : defaultAnswer));
+    return AnswerOf(box.exec());
+}
+
+QString ChooseFile(const Dialogs::FileQuestion &question, QFileDialog::AcceptMode mode)
+{
+    QFileDialog chooser(QApplication::activeWindow(), question.title, question.folder, question.filter);
+    chooser.setAcceptMode(mode);
+    chooser.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    chooser.setDefaultSuffix(question.defaultExtension);
+    if (!question.fileName.isEmpty())
+        chooser.selectFile(question.fileName);
+    return chooser.exec() == QDialog::Accepted ? QDir::toNativeSeparators(chooser.selectedFiles().value(0))
+                                               : QString();
+}
+
+std::optional<int> AskColour(int colour)
+{
+    const QColor chosen =
+        QColorDialog::getColor(QColor::fromRgb(static_cast<QRgb>(colour)), QApplication::activeWindow());
+    if (!chosen.isValid())
+        return std::nullopt;
+    return static_cast<int>(chosen.rgb() & 0xFFFFFF);
+}
+} // namespace
+
+void InstallStandardDialogs()
+{
+    Dialogs::Hooks &hooks = Dialogs::Installed();
+    hooks.msgBox = ShowMsgBox;
+    hooks.openFile = [](const Dialogs::FileQuestion &q) { return ChooseFile(q, QFileDialog::AcceptOpen); };
+    hooks.saveFile = [](const Dialogs::FileQuestion &q) { return ChooseFile(q, QFileDialog::AcceptSave); };
+    hooks.chooseColour = AskColour;
+    hooks.serveEvents = [] { QApplication::processEvents(); };
+}

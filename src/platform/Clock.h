@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QDateTime>
+
+/// The workstation's clock. Tests stop it at a moment of their own.
+namespace Clock
+{
+QDate Today();
+QDateTime Now();
+/// Stops the clock at `moment`; an invalid moment lets it run again.
+void StopAt(const QDateTime &moment);
+} // namespace Clock

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "platform/EngineError.h"
+#include "platform/Recordset.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+class Engine;
+
+enum class DatabaseKind { None, File, SqlServer, PostgreSql };
+
+/// The system's view of a database of any kind. The SQL text is the system's own, written for Access and
+/// SQL Server; what an engine does not take is absorbed below this class.
+class Connection final
+{
+public:
+    Connection();
+    ~Connection();
+    Connection(const Connection &) = delete;
+    Connection &operator=(const Connection &) = delete;
+
+    /// Opens the database that the connection text names; the text picks the engine. False on a failure,
+    /// which Errors() then tells. An open connection is closed first.
+    bool Open(const QString &connectionText);
+    void Close();
+    bool IsOpen() const;
+
+    /// The text of the open connection with what the engine added to it: a data source of a file has its
+    /// `DBQ=` here.
+    QString ConnectionText() const;
+    DatabaseKind Kind() const;
+
+    /// Runs a statement that returns no rows. False on a failure.
+    bool Execute(const QString &sql);
+    /// Runs a query and reads every row. Nothing on a failure.
+    std::optional<Recordset> OpenRecordset(const QString &sql);
+
+    /// What went wrong at the last call that failed. A call that succeeds leaves it alone.
+    const EngineErrors &Errors() const;
+
+    /// Called with the text of each statement before it runs, as the caller wrote it.
+    void ObserveStatements(std::function<void(const QString &)> observer);
+
+private:
+    friend class WriteGroup;
+    bool Fail(const EngineErrors &errors);
+    bool Ready(const QString &sql);
+
+    std::unique_ptr<Engine> m_engine;
+    QString m_text;
+    EngineErrors m_errors;
+    std::function<void(const QString &)> m_observer;
+};
+
+/// Groups the writes of a long loop into transactions, for speed: one at a time, committed at the latest
+/// every quarter of a second at a Tick, before any question to the user, and at the end, a failure
+/// included, so that what was done stays done. Tick stands between whole rows, so that a crash leaves no
+/// half row. Groups do not nest: an inner one has no effect.
+class WriteGroup final
+{
+public:
+    explicit WriteGroup(Connection &connection);
+    ~WriteGroup();
+    WriteGroup(const WriteGroup &) = delete;
+    WriteGroup &operator=(const WriteGroup &) = delete;
+
+    /// Marks the end of a whole row of work.
+    void Tick();
+    /// Commits what the running group holds. Called before every question to the user.
+    static void CommitRunning();
+
+private:
+    void Begin();
+    void Commit();
+    Connection *m_connection = nullptr;
+    bool m_open = false;
+    qint64 m_begun = 0; ///< milliseconds of the steady clock
+};

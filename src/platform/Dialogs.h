@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QString>
+
+#include <QList>
+#include <QStringList>
+
+#include <functional>
+#include <optional>
+
+/// What code below the screens may ask the user. The screens install the real boxes at start, tests a
+/// script of expected ones.
+namespace Dialogs
+{
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel };
+enum class Icon { None, Information, Question, Exclamation, Stop };
+/// The numbers are those that callers pass on: 4 means that the failed statement runs again.
+enum class Answer { None = 0, Ok = 1, Cancel = 2, Retry = 4, Yes = 6, No = 7 };
+
+struct FileQuestion {
+    QString title;
+    QString folder;
+    QString fileName;
+    QString filter;           ///< in Qt's form: "Comma Separated Values (*.csv);;All Files (*.*)"
+    QString defaultExtension; ///< without the point; added to a name that has none
+};
+
+/// The real implementations. Each entry must be set before the first question.
+struct Hooks {
+    std::function<Answer(const QString &text, const QString &title, Buttons, Icon, Answer defaultAnswer)>
+        msgBox;
+    std::function<QString(const FileQuestion &)> openFile; ///< "" = cancelled
+    std::function<QString(const FileQuestion &)> saveFile; ///< "" = cancelled
+    std::function<std::optional<int>(int colour)> chooseColour;
+    /// `frmDBLogon`, modal; its result is in gDialogResult.
+    std::function<void()> databaseLogon;
+    /// `frmPercent`, modal, on a list of course titles; gives the positions that were selected.
+    std::function<QList<int>(const QStringList &titles)> selectCourses;
+    /// Lets the window live in a long loop.
+    std::function<void()> serveEvents;
+};
+
+Hooks &Installed();
+
+/// A modal message box. `defaultAnswer` None takes the first button, as a box without a default does.
+/// Work that runs in a group is committed first, so that nobody waits for an answer with a lock held.
+Answer MsgBox(const QString &text, const QString &title = {}, Buttons buttons = Buttons::Ok,
+              Icon icon = Icon::None, Answer defaultAnswer = Answer::None);
+QString OpenFile(const FileQuestion &question);
+QString SaveFile(const FileQuestion &question);
+/// A colour as a red-green-blue integer (0xRRGGBB), starting on `colour`; nothing when cancelled.
+std::optional<int> ChooseColour(int colour);
+void ServeEvents();
+} // namespace Dialogs

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/Connection.h"
+
+/// What a database engine offers to Connection. Each call returns false and fills `errors` on a failure.
+class Engine
+{
+public:
+    virtual ~Engine() = default;
+    virtual bool Execute(const QString &sql, EngineErrors &errors) = 0;
+    virtual bool OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors) = 0;
+    virtual bool Begin(EngineErrors &errors) = 0;
+    virtual bool Commit(EngineErrors &errors) = 0;
+    virtual DatabaseKind Kind() const = 0;
+    /// The connection text as it reads once the connection is open.
+    virtual QString ConnectionText() const = 0;
+};
+
+/// Opens the engine that a connection text names; nothing, with `errors` filled, on a failure.
+std::unique_ptr<Engine> OpenEngine(const QString &connectionText, EngineErrors &errors);

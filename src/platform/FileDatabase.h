@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/EngineError.h"
+
+#include <memory>
+
+struct sqlite3;
+
+/// The file engine's own interface beside SQL: exclusive opening and the database password.
+class FileDatabase final
+{
+public:
+    ~FileDatabase();
+
+    /// Opens an existing file alone, not read-only, with its password ("" = none). Nothing on a failure:
+    /// the file is no database, the password is wrong, or another program has it open; the engine's error
+    /// list then tells which.
+    static std::unique_ptr<FileDatabase> OpenExclusive(const QString &file, const QString &password);
+    /// Gives the file a new password and encrypts it anew; "" removes the password and writes the file plain.
+    bool NewPassword(const QString &newPassword);
+    /// Runs statements parted by ";" (schema scripts).
+    bool Run(const QString &script);
+    /// Makes an empty database file for OpenExclusive; false if the file cannot be made.
+    static bool Create(const QString &file);
+
+private:
+    explicit FileDatabase(sqlite3 *handle)
+        : m_handle(handle)
+    {
+    }
+    sqlite3 *m_handle;
+};
+
+/// The list of the errors of the file engine's own interface, which only FileDatabase fills. The error
+/// reporter offers a retry for an error whose source stands in it.
+EngineErrors &EngineErrorList();

@@ -1,0 +1,67 @@
+#include "support/ScriptedDialogs.h"
+
+#include <QTest>
+
+namespace
+{
+void Fail(const QString &message)
+{
+    QTest::qFail(qPrintable(message), __FILE__, __LINE__);
+}
+} // namespace
+
+ScriptedDialogs::ScriptedDialogs()
+    : m_outer(Dialogs::Installed())
+{
+    Dialogs::Hooks &hooks = Dialogs::Installed();
+    hooks.msgBox = [this](const QString &text, const QString &title, Dialogs::Buttons, Dialogs::Icon,
+                          Dialogs::Answer) { return OnBox(text, title); };
+    hooks.openFile = [this](const Dialogs::FileQuestion &question) { return OnFile(question.title); };
+    hooks.saveFile = hooks.openFile;
+}
+
+ScriptedDialogs::~ScriptedDialogs()
+{
+    Dialogs::Installed() = m_outer;
+    for (const Box &box : m_boxes)
+        Fail(u"Box never came: [" % box.title % u"] " % box.text);
+    for (const File &file : m_files)
+        Fail(u"File chooser never came: " % file.title);
+}
+
+void ScriptedDialogs::Expect(const QString &title, const QString &text, Dialogs::Answer answer)
+{
+    m_boxes.push_back({title, text, answer});
+}
+
+void ScriptedDialogs::ExpectFile(const QString &title, const QString &file)
+{
+    m_files.push_back({title, file});
+}
+
+Dialogs::Answer ScriptedDialogs::OnBox(const QString &text, const QString &title)
+{
+    if (m_boxes.empty()) {
+        Fail(u"Unexpected box: [" % title % u"] " % text);
+        return Dialogs::Answer::Cancel;
+    }
+    const Box expected = m_boxes.front();
+    m_boxes.pop_front();
+    if (expected.title != title || expected.text != text)
+        Fail(u"Expected box: [" % expected.title % u"] " % expected.text % u"\n   but came: [" % title %
+             u"] " % text);
+    return expected.answer;
+}
+
+QString ScriptedDialogs::OnFile(const QString &title)
+{
+    if (m_files.empty()) {
+        Fail(u"Unexpected file chooser: " % title);
+        return {};
+    }
+    const File expected = m_files.front();
+    m_files.pop_front();
+    if (expected.title != title)
+        Fail(u"Expected file chooser: " % expected.title % u"\n   but came: " % title);
+    return expected.file;
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/Dialogs.h"
+
+#include <deque>
+
+/// The user of a test: a queue of the boxes that must come, with their answers. A box that nobody
+/// expected fails the test, and so does an expected one that never came.
+class ScriptedDialogs final
+{
+public:
+    ScriptedDialogs();
+    ~ScriptedDialogs();
+    ScriptedDialogs(const ScriptedDialogs &) = delete;
+    ScriptedDialogs &operator=(const ScriptedDialogs &) = delete;
+
+    void Expect(const QString &title, const QString &text, Dialogs::Answer answer = Dialogs::Answer::Ok);
+    /// The next file chooser, of that title, gives `file`; "" = cancelled.
+    void ExpectFile(const QString &title, const QString &file);
+    bool AllCame() const { return m_boxes.empty() && m_files.empty(); }
+
+    struct Box {
+        QString title;
+        QString text;
+        Dialogs::Answer answer;
+    };
+    struct File {
+        QString title;
+        QString file;
+    };
+
+private:
+    Dialogs::Answer OnBox(const QString &text, const QString &title);
+    QString OnFile(const QString &title);
+    std::deque<Box> m_boxes;
+    std::deque<File> m_files;
+    Dialogs::Hooks m_outer;
+};
