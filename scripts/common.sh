@@ -1,0 +1,43 @@
+# Sourced by run, test, bench.sh and .ci/run: the packages the project needs, and one way to build.
+
+VELTRANE_PACKAGES=(
+    g++ cmake ninja-build ccache lld clang libclang-rt-14-dev clang-format
+    qt6-base-dev qt6-base-dev-tools libqt6svg6-dev libqt6sql6-odbc libgl-dev
+    unixodbc unixodbc-dev tdsodbc odbc-postgresql
+    postgresql-15
+    xvfb xauth xdg-utils breeze-icon-theme fonts-dejavu-core procps util-linux
+)
+
+# Installs what is missing, and says what.
+install_packages()
+{
+    local missing=() package
+    for package in "${VELTRANE_PACKAGES[@]}"; do
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+    done
+    # The file engine comes by npm, which is needed only until it is in the cache.
+    command -v npm > /dev/null || missing+=(npm)
+    [ ${#missing[@]} -gt 0 ] || return 0
+
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo > /dev/null || {
+            echo "These Debian packages are missing, and neither root nor sudo is at hand: ${missing[*]}" >&2
+            return 1
+        }
+        as_root=(sudo)
+    fi
+    echo "Installing Debian packages: ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq &&
+        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+            apt-get install -y -qq --no-install-recommends "${missing[@]}" > /dev/null
+}
+
+# build PRESET [cmake --build arguments]
+build()
+{
+    local preset=$1
+    shift
+    export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+    cmake --preset "$preset" > /dev/null && cmake --build --preset "$preset" "$@"
+}
