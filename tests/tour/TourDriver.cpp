@@ -1,0 +1,187 @@
+#include "tour/TourDriver.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QMessageBox>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace
+{
+constexpr int pollEvery = 40;
+constexpr int patience = 20000;
+constexpr int settling = 150; ///< milliseconds for a screen to paint before its picture
+
+QWidget *ModalOrNull()
+{
+    return QApplication::activeModalWidget();
+}
+
+QWidget *ScreenNamed(const QString &name)
+{
+    if (QWidget *modal = ModalOrNull())
+        return modal->objectName() == name ? modal : nullptr;
+    for (QWidget *top : QApplication::topLevelWidgets()) {
+        if (top->objectName() == name && top->isVisible())
+            return top;
+        for (QWidget *child : top->findChildren<QWidget *>(name)) {
+            if (child->isVisible() && qobject_cast<QMdiSubWindow *>(child->parentWidget()))
+                return child;
+        }
+    }
+    return nullptr;
+}
+
+QString WhatIsOnScreen()
+{
+    QStringList seen;
+    for (const QWidget *top : QApplication::topLevelWidgets()) {
+        if (!top->isVisible())
+            continue;
+        const auto *box = qobject_cast<const QMessageBox *>(top);
+        seen.append(top->objectName() % u" [" % top->windowTitle() % u"]" %
+                    (box ? QString(u" " % box->text()) : QString()));
+    }
+    return seen.join(u"; ");
+}
+} // namespace
+
+TourDriver::TourDriver(QString pictureFolder)
+    : m_folder(std::move(pictureFolder))
+{
+    QDir().mkpath(m_folder);
+}
+
+void TourDriver::Add(Step step)
+{
+    m_steps.push_back(std::move(step));
+}
+
+void TourDriver::On(const QString &screen, const QString &what, Hands hands)
+{
+    Add({what, [screen] { return ScreenNamed(screen); }, std::move(hands)});
+}
+
+void TourDriver::See(const QString &screen, const QString &what, Hands hands)
+{
+    Add({what, [screen] { return ScreenNamed(screen); }, std::move(hands), true});
+}
+
+void TourDriver::Box(const QString &title, const QString &text, const QString &button)
+{
+    const auto ready = [this, title, text]() -> QWidget * {
+        auto *box = qobject_cast<QMessageBox *>(ModalOrNull());
+        if (!box || !box->isVisible())
+            return nullptr;
+        Expect(box->windowTitle() == title && box->text() == text,
+               u"expected the box [" % title % u"] " % text % u"\n  but there came [" % box->windowTitle() %
+                   u"] " % box->text());
+        return box;
+    };
+    const auto hands = [this, button](QWidget &screen) {
+        const auto buttons = screen.findChildren<QAbstractButton *>();
+        for (QAbstractButton *one : buttons) {
+            if (QString(one->text()).remove(u'&') == button) {
+                QTest::mouseClick(one, Qt::LeftButton);
+                return;
+            }
+        }
+        Expect(false, u"no button " % button % u" in the box");
+    };
+    Add({title.isEmpty() ? text.left(40) : title, ready, hands, true});
+}
+
+void TourDriver::ChooseFile(const QString &title, const QString &file)
+{
+    const auto ready = [title]() -> QWidget * {
+        auto *chooser = qobject_cast<QFileDialog *>(ModalOrNull());
+        return chooser && chooser->isVisible() && chooser->windowTitle() == title ? chooser : nullptr;
+    };
+    const auto hands = [file](QWidget &screen) {
+        auto *name = screen.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        name->setFocus();
+        name->selectAll();
+        QTest::keyClicks(name, file);
+        QTest::keyClick(name, Qt::Key_Enter);
+    };
+    Add({title, ready, hands, true});
+}
+
+void TourDriver::WhenClosed(const QString &what, std::function<void()> action)
+{
+    const auto ready = []() -> QWidget * {
+        static QWidget none;
+        for (const QWidget *top : QApplication::topLevelWidgets()) {
+            if (top->isVisible())
+                return nullptr;
+        }
+        return &none;
+    };
+    Add({what, ready, [action](QWidget &) { action(); }});
+}
+
+int TourDriver::Run()
+{
+    QApplication::setQuitOnLastWindowClosed(false);
+    m_waitingSince = QDateTime::currentMSecsSinceEpoch();
+    QTimer::singleShot(0, [this] { Poll(); });
+    return QApplication::exec();
+}
+
+void TourDriver::Poll()
+{
+    if (m_steps.empty()) {
+        std::printf("The tour went as it should: %d pictures in %s\n", m_pictures, qPrintable(m_folder));
+        QApplication::exit(0);
+        return;
+    }
+    QWidget *screen = m_steps.front().ready();
+    if (!screen) {
+        if (QDateTime::currentMSecsSinceEpoch() - m_waitingSince > patience)
+            Fail(u"waited in vain for: " % m_steps.front().what % u"\n  on screen: " % WhatIsOnScreen());
+        QTimer::singleShot(pollEvery, [this] { Poll(); });
+        return;
+    }
+
+    const Step step = std::move(m_steps.front());
+    m_steps.pop_front();
+    if (step.picture)
+        Picture(step.what);
+    m_waitingSince = QDateTime::currentMSecsSinceEpoch();
+    // Scheduled before the hands act: a press may open a modal screen, whose own loop runs the next step.
+    QTimer::singleShot(pollEvery, [this] { Poll(); });
+    if (step.hands)
+        step.hands(*screen);
+}
+
+void TourDriver::Picture(const QString &what)
+{
+    QTest::qWait(settling);
+    ++m_pictures;
+    QString name = QString::number(m_pictures).rightJustified(2, u'0') % u'-';
+    for (const QChar c : what)
+        name += c.isLetterOrNumber() ? c.toLower() : QChar(u'-');
+    QApplication::primaryScreen()->grabWindow(0).save(m_folder % u'/' % name % u".png");
+}
+
+void TourDriver::Expect(bool holds, const QString &message)
+{
+    if (!holds)
+        Fail(message);
+}
+
+void TourDriver::Fail(const QString &message)
+{
+    Picture(QStringLiteral("failed"));
+    std::fprintf(stderr, "The tour failed: %s\n", qPrintable(message));
+    std::exit(1);
+}

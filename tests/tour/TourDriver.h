@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+#include <deque>
+#include <functional>
+
+/// Drives the real screens as a user's hands would: waits for a screen or a box, types and presses in it,
+/// takes a numbered picture, and ends the program with a plain message where something is not as it
+/// should be. Steps run from the event loop, so that they reach into modal screens too.
+class TourDriver final
+{
+public:
+    using Hands = std::function<void(QWidget &screen)>;
+
+    explicit TourDriver(QString pictureFolder);
+
+    /// When the screen of that object name is the one that takes input: `hands` act on it.
+    void On(const QString &screen, const QString &what, Hands hands);
+    /// The same with a picture of the desktop before the hands act.
+    void See(const QString &screen, const QString &what, Hands hands = {});
+    /// When a message box of that title and text comes: a picture, and the button of that text is pressed.
+    void Box(const QString &title, const QString &text, const QString &button);
+    /// When a file chooser comes: its name field takes `file`.
+    void ChooseFile(const QString &title, const QString &file);
+    /// When no window is left and the program would end: `action` goes on.
+    void WhenClosed(const QString &what, std::function<void()> action);
+
+    /// Runs the steps in the application's event loop. 0 when all of them went as told.
+    int Run();
+
+    void Picture(const QString &what);
+    /// Ends the tour with a message unless `holds`.
+    void Expect(bool holds, const QString &message);
+
+private:
+    struct Step {
+        QString what;
+        std::function<QWidget *()> ready;
+        Hands hands;
+        bool picture = false;
+    };
+    void Poll();
+    [[noreturn]] void Fail(const QString &message);
+    void Add(Step step);
+
+    QString m_folder;
+    std::deque<Step> m_steps;
+    qint64 m_waitingSince = 0;
+    int m_pictures = 0;
+};
+
+/// What hands do on a screen. A control that is missing, hidden or disabled ends the tour.
+namespace Hands
+{
+QWidget &Control(QWidget &screen, const QString &name);
+/// Clicks into the field, replaces what it holds, and leaves it with Tab.
+void Type(QWidget &screen, const QString &name, const QString &text);
+void Press(QWidget &screen, const QString &name);
+/// Presses a key in the control that has the focus.
+void Key(QWidget &screen, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+/// Chooses the drop-down row of that text.
+void Choose(QWidget &screen, const QString &name, const QString &text);
+/// Clicks the list row that begins with `text`; with `modifiers` the selection is extended.
+void ClickRow(QWidget &screen, const QString &name, const QString &text,
+              Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+void DoubleClickRow(QWidget &screen, const QString &name, const QString &text);
+/// The texts of a list's rows, its columns joined with " | ".
+QStringList Rows(QWidget &screen, const QString &name);
+/// The text that a field, label or button shows.
+QString Text(QWidget &screen, const QString &name);
+/// Opens a tab by its caption.
+void Tab(QWidget &screen, const QString &caption);
+/// Chooses a command of the main window from its menu.
+void Command(QWidget &mainWindow, const QString &identifier);
+} // namespace Hands
