@@ -1,0 +1,153 @@
+#include "contacts/ConcessionODBC.h"
+
+#include "controls/ListModel.h"
+#include "controls/TreeModel.h"
+#include "core/Session.h"
+#include "database/GlobalCode.h"
+#include "database/MiscODBC.h"
+#include "platform/Connection.h"
+#include "platform/Dialogs.h"
+
+namespace
+{
+QString SameConcession(const QString &name, const QString &referenceId)
+{
+    return u"SELECT * FROM Concessions WHERE Name = '" % name % u"' AND ReferenceID = '" % referenceId % u"'";
+}
+
+double ReadFigure(const char *routineName, QStringView column, int concessionRef)
+{
+    return Reported(routineName, 0.0, [&] {
+        const Recordset figure = OpenRecordset(
+            u"SELECT " % column % u" FROM Concessions WHERE ConcessionRef = " % SqlNumber(concessionRef));
+        return figure.IsEmpty() ? 0.0 : figure.First().Double(column);
+    });
+}
+} // namespace
+
+int ADO_Contact_AddConcession(const QString &name, double percentage, double hardDiscount,
+                              const QString &referenceId)
+{
+    return Reported("ADO_Contact_AddConcession", -1, [&] {
+        const QString sameConcession = SameConcession(name, referenceId);
+        if (HasRow(sameConcession))
+            return 0;
+        Execute(u"INSERT INTO Concessions (ReferenceID, Name, Percentage, HardDiscount) VALUES ('" %
+                referenceId % u"','" % name % u"'," % SqlNumber(percentage) % u',' % SqlNumber(hardDiscount) %
+                u')');
+        return ReadKey(sameConcession, u"ConcessionRef");
+    });
+}
+
+int ADO_Contact_UpdateConcession(int concessionRef, const QString &name, double percentage,
+                                 double hardDiscount, const QString &referenceId)
+{
+    return Reported("ADO_Contact_UpdateConcession", -1, [&] {
+        if (HasRow(SameConcession(name, referenceId) % u" AND ConcessionRef <> " % SqlNumber(concessionRef)))
+            return 0;
+        Execute(u"UPDATE Concessions SET Name = '" % name % u"',Percentage = " % SqlNumber(percentage) %
+                u",HardDiscount = " % SqlNumber(hardDiscount) % u",ReferenceID = '" % referenceId %
+                u"' WHERE ConcessionRef = " % SqlNumber(concessionRef));
+        return concessionRef;
+    });
+}
+
+double ADO_Contact_GetConcessionPercent(int concessionRef)
+{
+    return ReadFigure("ADO_Contact_GetConcessionPercent", u"Percentage", concessionRef);
+}
+
+double ADO_Contact_GetConcesionDiscount(int concessionRef)
+{
+    return ReadFigure("ADO_Contact_GetConcesionDiscount", u"HardDiscount", concessionRef);
+}
+
+bool ADO_Contact_DeleteConcession(int concessionRef)
+{
+    static constexpr QStringView cascade[] = {
+        u"DELETE FROM OrganChars WHERE ConcessionRef = ",
+        u"DELETE FROM ContactConcession WHERE ConcessionRef = ",
+        u"DELETE FROM Concessions WHERE ConcessionRef = ",
+    };
+    return Reported("ADO_Contact_DeleteConcession", false, [&] {
+        for (const QStringView statement : cascade)
+            Execute(statement % SqlNumber(concessionRef));
+        return true;
+    });
+}
+
+void ADO_Contact_ConcessionWipe(int contactRef)
+{
+    Reported("ADO_Contact_ConcessionWipe",
+             [&] { Execute(u"DELETE FROM ContactConcession WHERE ContactRef = " % SqlNumber(contactRef)); });
+}
+
+void ADO_Contact_AddContactConcession(int contactRef, int concessionRef)
+{
+    Reported("ADO_Contact_AddContactConcession", [&] {
+        if (HasRow(u"SELECT * FROM ContactConcession WHERE ConcessionRef = " % SqlNumber(concessionRef) %
+                   u" AND ContactRef = " % SqlNumber(contactRef)))
+            return;
+        Execute(u"INSERT INTO ContactConcession (ContactRef,ConcessionRef) VALUES (" % SqlNumber(contactRef) %
+                u',' % SqlNumber(concessionRef) % u')');
+    });
+}
+
+void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list)
+{
+    Reported("ADO_Contact_AddConcessionList", [&] {
+        const bool held =
+            HasRow(u"SELECT * FROM ContactConcession WHERE ConcessionRef = " % SqlNumber(concessionRef));
+        // The wipe wants a person and gets the characteristic, so that Yes empties whoever has that number:
+        // sites have lived with it for years, and it stays.
+        if (held && Dialogs::MsgBox(QStringLiteral("Remove all previous contacts added to this type?"),
+                                    QStringLiteral("Contact Update"), Dialogs::Buttons::YesNo,
+                                    Dialogs::Icon::Question, Dialogs::Answer::No) == Dialogs::Answer::Yes)
+            ADO_Contact_ConcessionWipe(concessionRef);
+
+        WriteGroup group(gConnection);
+        for (int row = 0; row < list.Count(); ++row) {
+            ADO_Contact_AddContactConcession(KeyNumber(list.At(row).key), concessionRef);
+            group.Tick();
+        }
+    });
+}
+
+void ADO_Contact_Fill_Concession(int concessionRef, ListModel &list)
+{
+    Reported("ADO_Contact_Fill_Concession", [&] {
+        list.Clear();
+        const Recordset holders = OpenRecordset(
+            u"SELECT ContactRef FROM ContactConcession WHERE ConcessionRef = " % SqlNumber(concessionRef));
+        std::vector<ListItem> items;
+        for (const Recordset::Row holder : holders) {
+            const QString contactRef = holder.Text(u"ContactRef");
+            const Recordset contact = OpenRecordset(
+                u"SELECT Cust_Surname, Cust_Forename, ReferenceID FROM Contacts WHERE ContactRef = " %
+                contactRef % u" ORDER BY Cust_Surname,Cust_Forename ASC");
+            if (contact.IsEmpty())
+                continue;
+            const Recordset::Row row = contact.First();
+            items.push_back({u'?' % contactRef,
+                             FormatRefLabel(row.Text(u"ReferenceID"),
+                                            row.Text(u"Cust_Surname") % u", " % row.Text(u"Cust_Forename"))});
+        }
+        list.Fill(std::move(items));
+    });
+}
+
+void ADO_Contact_ShowChar(TreeModel &tree)
+{
+    Reported("ADO_Contact_ShowChar", [&] {
+        tree.Clear();
+        const Recordset concessions =
+            OpenRecordset(QStringLiteral("SELECT ConcessionRef,Name FROM Concessions ORDER BY Name ASC"));
+        for (const Recordset::Row row : concessions) {
+            TreeNode node;
+            node.key = u'!' % row.Text(u"ConcessionRef");
+            node.text = row.Text(u"Name");
+            node.tick = TreeTick::Off;
+            tree.Add(QString(), std::move(node));
+        }
+    });
+}

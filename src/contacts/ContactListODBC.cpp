@@ -1,0 +1,198 @@
+#include "contacts/ContactListODBC.h"
+
+#include "controls/ComboModel.h"
+#include "controls/ListModel.h"
+#include "database/MiscODBC.h"
+
+namespace
+{
+Recordset OpenPeople()
+{
+    return OpenRecordset(QStringLiteral("SELECT ContactRef, Cust_Surname, Cust_Forename, ReferenceID FROM "
+                                        "Contacts ORDER BY Cust_Surname,Cust_Forename ASC"));
+}
+
+/// The columns of OpenPeople: looked up by number, since the list holds a hundred thousand people.
+enum PeopleColumn { ContactRef, Surname, Forename, ReferenceId };
+
+QString NameOf(const Recordset::Row &row)
+{
+    return FormatRefLabel(row.Text(ReferenceId), row.Text(Surname) % u", " % row.Text(Forename));
+}
+
+Recordset OpenItems(const QString &nameColumn, const QString &keyColumn, const QString &table)
+{
+    return OpenRecordset(u"SELECT ReferenceID," % nameColumn % u", " % keyColumn % u" FROM " % table %
+                         u" ORDER BY " % nameColumn % u" ASC");
+}
+
+QString SameItem(const QString &name, const QString &table, const QString &nameColumn,
+                 const QString &referenceId)
+{
+    return u"SELECT * FROM " % table % u" WHERE " % nameColumn % u"= '" % name % u"' AND ReferenceID = '" %
+           referenceId % u"'";
+}
+
+bool RunWithKey(const char *routineName, std::initializer_list<QStringView> statements, int key)
+{
+    return Reported(routineName, false, [&] {
+        for (const QStringView statement : statements)
+            Execute(statement % SqlNumber(key));
+        return true;
+    });
+}
+} // namespace
+
+void ADO_Contact_Fill(ListModel &list)
+{
+    Reported("ADO_Contact_Fill", [&] {
+        const Recordset people = OpenPeople();
+        std::vector<ListItem> items;
+        items.reserve(static_cast<size_t>(people.RowCount()));
+        for (const Recordset::Row row : people) {
+            if (!row.Text(Surname).isEmpty() && !row.Text(Forename).isEmpty())
+                items.push_back({u'?' % row.Text(ContactRef), NameOf(row)});
+        }
+        list.Fill(std::move(items));
+    });
+}
+
+void ADO_Contact_FillListC(ComboModel &list, bool withSelectRow)
+{
+    Reported("ADO_Contact_FillListC", [&] {
+        const Recordset people = OpenPeople();
+        std::vector<ComboItem> items;
+        items.reserve(static_cast<size_t>(people.RowCount()));
+        for (const Recordset::Row row : people) {
+            const int key = static_cast<int>(row.Long(ContactRef));
+            const bool noSurname = row.Text(Surname).isEmpty();
+            if (key == 1 && noSurname) {
+                if (withSelectRow)
+                    items.push_back({SelectOrTypeNewText(), key});
+            } else if (!noSurname || !row.Text(Forename).isEmpty()) {
+                items.push_back({NameOf(row), key});
+            }
+        }
+        list.Fill(std::move(items));
+        list.SetCurrent(0);
+    });
+}
+
+void ADO_Contact_FillList(ComboModel &list, const QString &nameColumn, const QString &keyColumn,
+                          const QString &table, bool withSelectRow)
+{
+    Reported("ADO_Contact_FillList", [&] {
+        list.Clear();
+        std::vector<ComboItem> items;
+        for (const Recordset::Row row : OpenItems(nameColumn, keyColumn, table)) {
+            const int key = static_cast<int>(row.Long(keyColumn));
+            const QString name = row.Text(nameColumn);
+            const bool selectRow = withSelectRow && key == 1 && name.isEmpty();
+            items.push_back(
+                {selectRow ? SelectOrTypeNewText() : FormatRefLabel(row.Text(u"ReferenceID"), name), key});
+        }
+        list.Fill(std::move(items));
+        list.SetCurrent(0);
+    });
+}
+
+void ADO_Contact_FillList2(ListModel &list, const QString &nameColumn, const QString &keyColumn,
+                           const QString &table)
+{
+    Reported("ADO_Contact_FillList2", [&] {
+        list.Clear();
+        std::vector<ListItem> items;
+        for (const Recordset::Row row : OpenItems(nameColumn, keyColumn, table)) {
+            const QString name = row.Text(nameColumn);
+            if (!name.isEmpty())
+                items.push_back({u'?' % row.Text(keyColumn), FormatRefLabel(row.Text(u"ReferenceID"), name)});
+        }
+        list.Fill(std::move(items));
+        list.SelectFirst();
+    });
+}
+
+int ADO_Contact_AddItem(const QString &name, const QString &table, const QString &nameColumn,
+                        const QString &keyColumn, const QString &referenceId, const QString &extra)
+{
+    return Reported("ADO_Contact_AddItem", -1, [&] {
+        const QString sameItem = SameItem(name, table, nameColumn, referenceId);
+        if (HasRow(sameItem))
+            return 0;
+        if (extra.isEmpty()) {
+            Execute(u"INSERT INTO " % table % u" (ReferenceID, " % nameColumn % u") VALUES ('" % referenceId %
+                    u"','" % name % u"')");
+        } else {
+            Execute(u"INSERT INTO " % table % u" (ReferenceID, " % nameColumn % u',' % extra %
+                    u") VALUES ('" % referenceId % u"','" % name % u"','Not Known')");
+        }
+        return ReadKey(sameItem, keyColumn);
+    });
+}
+
+int ADO_Contact_UpdateItem(int key, const QString &name, const QString &table, const QString &nameColumn,
+                           const QString &keyColumn, const QString &referenceId)
+{
+    return Reported("ADO_Contact_UpdateItem", -1, [&] {
+        if (HasRow(SameItem(name, table, nameColumn, referenceId) % u" AND " % keyColumn % u" <> " %
+                   SqlNumber(key)))
+            return 0;
+        Execute(u"UPDATE " % table % u" SET " % nameColumn % u" = '" % name % u"', ReferenceID = '" %
+                referenceId % u"' WHERE " % keyColumn % u" = " % SqlNumber(key));
+        return key;
+    });
+}
+
+RefLabel ADO_ViewItem(int key, const QString &keyColumn, const QString &nameColumn, const QString &table)
+{
+    return Reported("ADO_ViewItem", RefLabel{}, [&] {
+        const Recordset item = OpenRecordset(u"SELECT ReferenceID," % nameColumn % u" FROM " % table %
+                                             u" WHERE " % keyColumn % u" = " % SqlNumber(key));
+        if (item.IsEmpty())
+            return RefLabel{};
+        return RefLabel{item.First().Text(u"ReferenceID"), item.First().Text(nameColumn)};
+    });
+}
+
+bool ADO_Contact_DeleteDesignation(int key)
+{
+    return RunWithKey("ADO_Contact_DeleteDesignation",
+                      {u"UPDATE Contacts SET Cust_Designation = 1 WHERE Cust_Designation = ",
+                       u"DELETE FROM Designation WHERE Designation_ID = "},
+                      key);
+}
+
+bool ADO_Contact_DeleteCity(int key)
+{
+    return RunWithKey("ADO_Contact_DeleteCity",
+                      {u"UPDATE Contacts SET Cust_City = 1 WHERE Cust_City = ",
+                       u"UPDATE Organisations SET City = 1 WHERE City = ",
+                       u"DELETE FROM City WHERE City_ID = "},
+                      key);
+}
+
+bool ADO_Contact_DeleteCounty(int key)
+{
+    return RunWithKey("ADO_Contact_DeleteCounty",
+                      {u"UPDATE Contacts SET Cust_County = 1 WHERE Cust_County = ",
+                       u"UPDATE Organisations SET County = 1 WHERE County = ",
+                       u"DELETE FROM County WHERE County_ID = "},
+                      key);
+}
+
+bool ADO_Contact_DeleteCountry(int key)
+{
+    return RunWithKey("ADO_Contact_DeleteCountry",
+                      {u"UPDATE Contacts SET Cust_Country = 1 WHERE Cust_Country = ",
+                       u"UPDATE Organisations SET Country = 1 WHERE Country = ",
+                       u"DELETE FROM Country WHERE Country_ID = "},
+                      key);
+}
+
+bool ADO_Contact_DeleteEthnic(int key)
+{
+    return RunWithKey("ADO_Contact_DeleteEthnic",
+                      {u"UPDATE Contacts SET Cust_Ethnicgroup = 1 WHERE Cust_Ethnicgroup = ",
+                       u"DELETE FROM EthnicGroup WHERE Ethnic_ID = "},
+                      key);
+}

@@ -1,0 +1,168 @@
+#include "contacts/ContactModule.h"
+
+#include "contacts/ConcessionODBC.h"
+#include "contacts/ContactListODBC.h"
+#include "contacts/ContactRecordODBC.h"
+#include "platform/Dialogs.h"
+
+#include <array>
+
+namespace
+{
+int TellDuplicate(int result, const QString &text, const QString &title)
+{
+    if (result == 0)
+        Dialogs::MsgBox(text, title, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    return result;
+}
+
+ContactRecord Safe(ContactRecord record)
+{
+    QString *const texts[] = {
+        &record.forename,    &record.surname,   &record.addr1,     &record.addr2,     &record.addr3,
+        &record.addr4,       &record.postcode,  &record.telEve,    &record.telDay,    &record.telExt,
+        &record.fax,         &record.email,     &record.url,       &record.notes,     &record.jobTitle,
+        &record.referenceId, &record.altRef[0], &record.altRef[1], &record.altRef[2], &record.altRef[3],
+    };
+    for (QString *text : texts)
+        *text = SqlSafeText(*text);
+    return record;
+}
+
+const std::array<ContactSectionInfo, 11> &Sections()
+{
+    static const std::array<ContactSectionInfo, 11> sections = {{
+        {ContactSection::Contacts, "", "Contacts", "", "ContactRef", 23},
+        {ContactSection::Titles, "Titles", "Designation", "Title", "Designation_ID", 26},
+        {ContactSection::Cities, "Cities", "City", "City", "City_ID", 27},
+        {ContactSection::Counties, "Counties", "County", "County", "County_ID", 28},
+        {ContactSection::Countries, "Countries", "Country", "Country", "Country_ID", 29},
+        {ContactSection::EthnicTypes, "Ethnic Types", "EthnicGroup", "Type", "Ethnic_ID", 30},
+        {ContactSection::Characteristics, "Characteristics", "Concessions", "Name", "ConcessionRef", 31},
+        {ContactSection::GroupTypes, "Group Types", "LinkNames", "LinkName", "LinkRef", 34},
+        {ContactSection::Groups, "Groups", "GroupNames", "Name", "GroupRef", 33},
+        {ContactSection::Organisations, "Organisations", "Organisations", "OrganName", "OrganRef", 25},
+        {ContactSection::Roles, "Roles", "RoleTypes", "Name", "RoleTypeRef", 35},
+    }};
+    return sections;
+}
+
+const QString personExists = QStringLiteral("Contact already exists in database.");
+const QString itemExists = QStringLiteral("Item already exists in database.");
+const QString concessionExists = QStringLiteral("Concession already exists in database.");
+} // namespace
+
+const ContactSectionInfo &ContactSectionOf(ContactSection code)
+{
+    return Sections()[static_cast<size_t>(code)];
+}
+
+std::span<const ContactSectionInfo> ContactSections()
+{
+    return std::span(Sections()).subspan(1);
+}
+
+int Contact_Add(const ContactRecord &record)
+{
+    return TellDuplicate(ADO_Contact_AddContact(Safe(record)), personExists, QStringLiteral("Add Contact"));
+}
+
+int Contact_Update(int contactRef, const ContactRecord &record)
+{
+    return TellDuplicate(ADO_Contact_UpdateContact(contactRef, Safe(record)), personExists,
+                         QStringLiteral("Update Contact"));
+}
+
+void Contact_Show(ContactView &view, int contactRef)
+{
+    ADO_Contact_ShowContact(view, contactRef);
+}
+
+bool Contact_Check(int contactRef)
+{
+    return ADO_Contact_CheckContact(contactRef);
+}
+
+void Contact_FillInfo(int contactRef, ListModel &list)
+{
+    ADO_Contact_FillContactInfo(contactRef, list);
+}
+
+void Contact_FillList(ContactSection code, ComboModel &list, bool withSelectRow)
+{
+    if (code == ContactSection::Contacts) {
+        ADO_Contact_FillListC(list, withSelectRow);
+        return;
+    }
+    const ContactSectionInfo &section = ContactSectionOf(code);
+    ADO_Contact_FillList(list, section.nameColumn, section.keyColumn, section.table, withSelectRow);
+}
+
+void Contact_FillListView(ContactSection code, ListModel &list)
+{
+    if (code == ContactSection::Contacts) {
+        ADO_Contact_Fill(list);
+        return;
+    }
+    const ContactSectionInfo &section = ContactSectionOf(code);
+    ADO_Contact_FillList2(list, section.nameColumn, section.keyColumn, section.table);
+}
+
+int Contact_AddItem(ContactSection code, const QString &name, const QString &referenceId)
+{
+    const ContactSectionInfo &section = ContactSectionOf(code);
+    return TellDuplicate(ADO_Contact_AddItem(SqlSafeText(name), section.table, section.nameColumn,
+                                             section.keyColumn, SqlSafeText(referenceId), QString()),
+                         itemExists, QStringLiteral("Add Item"));
+}
+
+int Contact_UpdateItem(ContactSection code, int key, const QString &name, const QString &referenceId)
+{
+    const ContactSectionInfo &section = ContactSectionOf(code);
+    return TellDuplicate(ADO_Contact_UpdateItem(key, SqlSafeText(name), section.table, section.nameColumn,
+                                                section.keyColumn, SqlSafeText(referenceId)),
+                         itemExists, QStringLiteral("Update Item"));
+}
+
+RefLabel Contact_ViewItem(ContactSection code, int key)
+{
+    const ContactSectionInfo &section = ContactSectionOf(code);
+    return ADO_ViewItem(key, section.keyColumn, section.nameColumn, section.table);
+}
+
+bool Contact_DeleteItem(ContactSection code, int key)
+{
+    switch (code) {
+    case ContactSection::Contacts:
+        return ADO_Contact_Delete(key);
+    case ContactSection::Titles:
+        return ADO_Contact_DeleteDesignation(key);
+    case ContactSection::Cities:
+        return ADO_Contact_DeleteCity(key);
+    case ContactSection::Counties:
+        return ADO_Contact_DeleteCounty(key);
+    case ContactSection::Countries:
+        return ADO_Contact_DeleteCountry(key);
+    case ContactSection::EthnicTypes:
+        return ADO_Contact_DeleteEthnic(key);
+    case ContactSection::Characteristics:
+        return ADO_Contact_DeleteConcession(key);
+    default:
+        return false;
+    }
+}
+
+int Concession_Add(const QString &name, double percentage, double hardDiscount, const QString &referenceId)
+{
+    return TellDuplicate(
+        ADO_Contact_AddConcession(SqlSafeText(name), percentage, hardDiscount, SqlSafeText(referenceId)),
+        concessionExists, QStringLiteral("Add Concession"));
+}
+
+int Concession_Update(int concessionRef, const QString &name, double percentage, double hardDiscount,
+                      const QString &referenceId)
+{
+    return TellDuplicate(ADO_Contact_UpdateConcession(concessionRef, SqlSafeText(name), percentage,
+                                                      hardDiscount, SqlSafeText(referenceId)),
+                         concessionExists, QStringLiteral("Update Concession"));
+}

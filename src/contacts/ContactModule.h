@@ -1,0 +1,71 @@
+#pragma once
+
+#include "contacts/ContactRecord.h"
+#include "database/GlobalCode.h"
+
+#include <span>
+
+class ComboModel;
+class ContactView;
+class ListModel;
+
+/// The logic of people and of the vocabularies beside them: makes texts safe for SQL, and tells the user
+/// when a record exists already.
+
+/// The vocabularies of the contact side; the numbers are those of the sections of contact maintenance.
+enum class ContactSection {
+    Contacts,
+    Titles,
+    Cities,
+    Counties,
+    Countries,
+    EthnicTypes,
+    Characteristics,
+    GroupTypes,
+    Groups,
+    Organisations,
+    Roles,
+};
+
+struct ContactSectionInfo {
+    ContactSection code;
+    QString caption;
+    QString table;
+    QString nameColumn;
+    QString keyColumn;
+    int right; ///< the right that guards adding, changing and deleting its rows
+};
+
+const ContactSectionInfo &ContactSectionOf(ContactSection code);
+/// Every section with a caption of its own, in the order of the numbers.
+std::span<const ContactSectionInfo> ContactSections();
+
+/// Adds a person as typed. The new ContactRef; 0, after telling the user, where the person exists; -1 on an
+/// error.
+int Contact_Add(const ContactRecord &record);
+/// Writes a person as typed; results as of Contact_Add.
+int Contact_Update(int contactRef, const ContactRecord &record);
+void Contact_Show(ContactView &view, int contactRef);
+bool Contact_Check(int contactRef);
+void Contact_FillInfo(int contactRef, ListModel &list);
+
+/// Fills a drop-down list with a vocabulary or with the people; `withSelectRow` offers the sentinel.
+void Contact_FillList(ContactSection code, ComboModel &list, bool withSelectRow);
+/// Fills a list with a vocabulary or with the people.
+void Contact_FillListView(ContactSection code, ListModel &list);
+/// Adds a name as typed to a vocabulary, not to the characteristics, which have Concession_Add. The new
+/// key; 0, after telling the user, where name and reference exist; -1 on an error.
+int Contact_AddItem(ContactSection code, const QString &name, const QString &referenceId);
+/// Writes a row of a vocabulary as typed; results as of Contact_AddItem.
+int Contact_UpdateItem(ContactSection code, int key, const QString &name, const QString &referenceId);
+/// The name and reference of a row of a vocabulary.
+RefLabel Contact_ViewItem(ContactSection code, int key);
+/// Deletes a person or a row of a vocabulary up to the characteristics. False on an error.
+bool Contact_DeleteItem(ContactSection code, int key);
+
+/// Adds a characteristic as typed: percent of the fee, and an amount in currency units. The new
+/// ConcessionRef; 0, after telling the user, where name and reference exist; -1 on an error.
+int Concession_Add(const QString &name, double percentage, double hardDiscount, const QString &referenceId);
+/// Writes a characteristic as typed; results as of Concession_Add.
+int Concession_Update(int concessionRef, const QString &name, double percentage, double hardDiscount,
+                      const QString &referenceId);

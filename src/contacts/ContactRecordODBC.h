@@ -1,0 +1,47 @@
+#pragma once
+
+#include "contacts/ContactRecord.h"
+
+class ListModel;
+
+/// Data functions of one person; table `Contacts`. Two people are the same person when forename, surname,
+/// first address line and ReferenceID are equal; nothing else counts.
+
+/// What ADO_Contact_ShowContact fills. The calls come in the order they are declared in.
+class ContactView
+{
+public:
+    virtual ~ContactView() = default;
+    /// The record is being read: nothing can be edited, and `notice` stands on the form.
+    virtual void ShowLoading(const QString &notice) = 0;
+    /// There is no such person any more: `placeholder` takes the place of the name. Nothing follows.
+    virtual void ShowDeleted(const QString &placeholder) = 0;
+    /// The columns as stored; a reference that is NULL comes as -1, and the date of birth as a date-int,
+    /// today's where none is stored.
+    virtual void ShowRecord(const ContactRecord &record) = 0;
+    virtual ListModel &AvailCriteria() = 0;
+    virtual ListModel &UsedCriteria() = 0;
+    /// Everything is read: the record can be worked on.
+    virtual void ShowLoaded() = 0;
+};
+
+/// Adds a person. The texts come already safe for SQL. The new ContactRef, 0 where the person exists,
+/// -1 on an error.
+int ADO_Contact_AddContact(const ContactRecord &record);
+/// Writes all fields of a person. The texts come already safe for SQL. `contactRef`, 0 where another row
+/// is the same person (nothing is written then), -1 on an error.
+int ADO_Contact_UpdateContact(int contactRef, const ContactRecord &record);
+/// True if the person still exists; false on an error.
+bool ADO_Contact_CheckContact(int contactRef);
+/// Shows a person with the characteristics held and those that can be given; reads `Contacts`,
+/// `Concessions` and `ContactConcession`.
+void ADO_Contact_ShowContact(ContactView &view, int contactRef);
+/// Appends a person to a list of four columns (name, address, city, postcode) under the key "?" +
+/// reference and selects the new row; a key that is there already and a person who is gone add nothing.
+void ADO_Contact_FillContactInfo(int contactRef, ListModel &list);
+/// Deletes a person with enrolments, attendance, bookings, results, groups, characteristics and roles.
+/// Payments, waiting wishes and awards stay on purpose. False on an error: what was deleted before it
+/// stays deleted, and the delete can be repeated.
+bool ADO_Contact_Delete(int contactRef);
+/// Writes the position within the organisation. The text comes already safe for SQL.
+void ADO_Contact_UpdateJobTitle(int contactRef, const QString &title);

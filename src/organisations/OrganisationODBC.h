@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+
+/// Data functions of organisations and of what hangs on them; tables `Organisations` and `OrganChars`.
+
+/// What a person's record shows of the organisation.
+struct ContactOrganisation {
+    QString addr1;
+    QString addr2;
+    QString addr3;
+    QString addr4;
+    QString postcode;
+    QString telOut;
+    QString telDay;
+    QString fax;
+    QString email;
+    QString url;
+    QString city;
+    QString county;
+    QString country;
+};
+
+/// What ADO_Organisation_ShowContactOrganisation fills.
+class ContactOrganisationView
+{
+public:
+    virtual ~ContactOrganisationView() = default;
+    virtual void ShowOrganisation(const ContactOrganisation &organisation) = 0;
+};
+
+/// Shows the address of an organisation beside a person; empty where there is no such organisation.
+void ADO_Organisation_ShowContactOrganisation(ContactOrganisationView &view, int organRef);
+/// True if the organisation has a characteristic that the person lacks; false on an error.
+bool ADO_Organisation_CheckCharswithContact(int organRef, int contactRef);
+/// Gives the person all characteristics of the organisation; others that the person has stay. Writes
+/// `ContactConcession`.
+void ADO_Organisation_AddSingleContactConcession(int organRef, int contactRef);
