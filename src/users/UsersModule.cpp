@@ -2,10 +2,50 @@
 
 #include "core/Session.h"
 #include "database/GlobalCode.h"
+#include "platform/Dialogs.h"
 #include "users/UsersODBC.h"
 
 bool CheckLogon(const QString &name, const QString &password)
 {
     gUserRights = ADO_Users_Logon(SqlSafeText(name), SqlSafeText(password));
     return !gUserRights.isEmpty();
+}
+
+void Users_FillList(ListModel &list)
+{
+    ADO_Users_FillList(list);
+}
+
+void Users_Fill(ComboModel &combo)
+{
+    ADO_Users_Fill(combo);
+}
+
+int Users_Add(const QString &name, const QString &password, const QString &rights)
+{
+    const int id = ADO_Users_AddUser(SqlSafeText(name), SqlSafeText(password), rights);
+    if (id == 0)
+        Dialogs::MsgBox(QStringLiteral("User already exists in database."), QStringLiteral("Add User"),
+                        Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    return id;
+}
+
+bool Users_UpdateSecurity(int id, const QString &rights)
+{
+    return ADO_Users_UpdateUserSecurity(id, rights);
+}
+
+bool Users_ChangePassword(int id, const QString &password)
+{
+    return ADO_Users_ChangePassword(id, SqlSafeText(password));
+}
+
+bool Users_Delete(int id)
+{
+    return ADO_Users_Delete(id);
+}
+
+QString Users_GetSecurityRights(int id)
+{
+    return ADO_Users_GetSecurityRights(id);
 }
