@@ -61,6 +61,12 @@ QString SqlSafeText(const QString &value)
     return result;
 }
 
+QString DoubledApostrophes(const QString &value)
+{
+    QString result = value;
+    return result.replace(u'\'', QStringLiteral("''"));
+}
+
 QString SqlNumber(double value)
 {
     if (!std::isfinite(value))

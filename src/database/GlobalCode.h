@@ -5,6 +5,9 @@
 /// Text for placing between quotes in SQL: every apostrophe and every backtick is doubled, the backtick
 /// on purpose, so that a text holding one reads back with two. Null gives "".
 QString SqlSafeText(const QString &value);
+/// The same with only the apostrophes doubled, for a text that came from the database: its backticks were
+/// doubled when it was stored.
+QString DoubledApostrophes(const QString &value);
 
 /// A number as SQL text: the shortest decimal text of its value, no thousands separator, and no exponent
 /// for ordinary amounts.

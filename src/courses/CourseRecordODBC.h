@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QString>
+
+class ListModel;
+
+/// Data functions of a course's own row, table `Courses`, and of its characteristics, table `CourseChar`.
+/// Texts come already safe for SQL.
+
+/// True while the course exists: another workstation may have deleted it.
+bool ADO_Course_CheckCourse(int courseRef);
+/// The new CourseRef; 0 if a course of that title and reference exists, -1 on an error. `fee` in currency
+/// units; `limit` 0 = any number of students.
+int ADO_Course_AddCourse(const QString &title, const QString &description, double fee, int limit,
+                         const QString &referenceID);
+/// `courseRef`; 0 if another course has that title and reference, -1 on an error.
+int ADO_Course_UpdateCourse(const QString &title, const QString &description, double fee, int limit,
+                            int courseRef, const QString &referenceID);
+/// The same for the title alone, which no other course may have under any reference.
+int ADO_Course_RenameCourse(const QString &title, int courseRef);
+/// Deletes the course and what hangs on it in fourteen tables. Payments, card payments, waiting wishes and
+/// issued awards outlive it. False if it stopped at an error, with the earlier tables cleared.
+bool ADO_Course_DeleteCourse(int courseRef);
+/// Replaces the course's characteristics by those of the list (keys "?" and `ConcessionRef`). False on an
+/// error.
+bool ADO_Course_UpdateConcessions(int courseRef, const ListModel &characteristics);
+
+struct CourseRecord {
+    int courseRef = 0;
+    QString title;
+    QString referenceID;
+    QString description;
+    double fee = 0;
+    int limit = 0;
+};
+
+/// The course screen, as far as the data layer knows it.
+class CourseView
+{
+public:
+    virtual ~CourseView() = default;
+    virtual void ShowRecord(const CourseRecord &record) = 0;
+    /// The list of the course's characteristics.
+    virtual ListModel &UsedCharacteristics() = 0;
+};
+
+/// Fills the form from the course's row and its characteristics; a course that is gone, or an error, leaves
+/// it as it is. True if the course was shown.
+bool ADO_Course_ShowCourse(CourseView &form, int courseRef);
+
+/// The course's free text; "" where it has none or is gone.
+QString ADO_Course_Description(int courseRef);

@@ -1,0 +1,26 @@
+#include "enrolment/TransactionODBC.h"
+
+#include "database/GlobalCode.h"
+#include "database/MiscODBC.h"
+#include "database/System.h"
+
+bool ADO_Course_Log_Transaction(int courseRef, int contactRef, int date, const QString &receiptNo,
+                                const Fees::Payments &act, int creditCardRef)
+{
+    QString vouchers;
+    QString labels;
+    for (int i = 0; i < Fees::VoucherKinds; ++i) {
+        vouchers += u',' % SqlNumber(act.vouchers[static_cast<size_t>(i)]);
+        labels += u",'" % DoubledApostrophes(SystemValue(SystemRef::VoucherName + i)) % u'\'';
+    }
+    return Reported("ADO_Course_Log_Transaction", false, [&] {
+        Execute(u"INSERT INTO Transactions (CourseRef,ContactRef,DateTrn,ReceiptNo,MoneyPaid,ChequePaid,"
+                u"CCardPaid,CreditCardRef,VouchersPaid,Vouchers2Paid,Vouchers3Paid,Vouchers4Paid,"
+                u"Vouchers5Paid,Vouchers1Label,Vouchers2Label,Vouchers3Label,Vouchers4Label,Vouchers5Label) "
+                u"VALUES (" %
+                SqlNumber(courseRef) % u',' % SqlNumber(contactRef) % u',' % SqlNumber(date) % u",'" %
+                receiptNo % u"'," % SqlNumber(act.cash) % u',' % SqlNumber(act.cheque) % u',' %
+                SqlNumber(act.creditCard) % u',' % SqlNumber(creditCardRef) % vouchers % labels % u')');
+        return true;
+    });
+}
