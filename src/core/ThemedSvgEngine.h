@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QIconEngine>
+
+/// Draws an icon of the shipped set. Its one-coloured parts take the palette's colour of the moment, so
+/// that the same drawing serves light and dark palettes; it is drawn anew for each size and scaling.
+class ThemedSvgEngine final : public QIconEngine
+{
+public:
+    /// `name` is a file of the shipped set without its extension.
+    explicit ThemedSvgEngine(QString name);
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override;
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override;
+    QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State state, qreal scale) override;
+    QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) override;
+    QIconEngine *clone() const override;
+    QString key() const override;
+    bool isNull() override;
+
+private:
+    QString m_name;
+};
