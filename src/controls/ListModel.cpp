@@ -77,6 +77,40 @@ int ListModel::Add(ListItem item)
     return row;
 }
 
+void ListModel::AddAll(std::vector<ListItem> items)
+{
+    if (items.empty())
+        return;
+    beginInsertRows({}, Count(), Count() + static_cast<int>(items.size()) - 1);
+    m_items.insert(m_items.end(), std::make_move_iterator(items.begin()),
+                   std::make_move_iterator(items.end()));
+    m_indexed = false;
+    endInsertRows();
+    emit Changed();
+}
+
+std::vector<ListItem> ListModel::Take(const std::vector<int> &rows)
+{
+    std::vector<ListItem> taken(rows.size());
+    size_t end = rows.size();
+    while (end > 0) {
+        size_t first = end - 1;
+        while (first > 0 && rows[first - 1] == rows[first] - 1)
+            --first;
+        beginRemoveRows({}, rows[first], rows[end - 1]);
+        const auto from = m_items.begin() + rows[first];
+        const auto to = m_items.begin() + rows[end - 1] + 1;
+        std::move(from, to, taken.begin() + static_cast<std::ptrdiff_t>(first));
+        m_items.erase(from, to);
+        m_indexed = false;
+        endRemoveRows();
+        end = first;
+    }
+    if (!taken.empty())
+        emit Changed();
+    return taken;
+}
+
 void ListModel::Remove(int row)
 {
     if (row < 0 || row >= Count())

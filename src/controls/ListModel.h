@@ -47,7 +47,11 @@ public:
     /// Takes the place of all rows in one reset; nothing is selected afterwards.
     void Fill(std::vector<ListItem> items);
     int Add(ListItem item);
+    /// Adds rows at the end, in one step.
+    void AddAll(std::vector<ListItem> items);
     void Remove(int row);
+    /// Takes rows (ascending) out of the list, in one step a run of rows.
+    std::vector<ListItem> Take(const std::vector<int> &rows);
     void RemoveKey(const QString &key);
     void SetText(int row, const QString &text);
     void SetSubItem(int row, int subItem, const QString &text); ///< sub-items count from 0

@@ -1,0 +1,54 @@
+#include "forms/FieldLock.h"
+
+#include "forms/ListView.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QSpinBox>
+
+namespace
+{
+void Recolour(QWidget *field, bool locked)
+{
+    QPalette palette;
+    if (locked)
+        palette.setColor(QPalette::Base, field->palette().color(QPalette::Window));
+    field->setPalette(palette);
+    field->setFocusPolicy(locked ? Qt::ClickFocus : Qt::StrongFocus);
+}
+
+bool IsPartOfAnother(const QWidget *field)
+{
+    const QWidget *parent = field->parentWidget();
+    return qobject_cast<const QComboBox *>(parent) || qobject_cast<const QAbstractSpinBox *>(parent);
+}
+
+void LockOne(QWidget *field, bool locked)
+{
+    if (auto *text = qobject_cast<QLineEdit *>(field)) {
+        if (IsPartOfAnother(text))
+            return;
+        text->setReadOnly(locked);
+        Recolour(text, locked);
+    } else if (auto *notes = qobject_cast<QPlainTextEdit *>(field)) {
+        notes->setReadOnly(locked);
+        Recolour(notes, locked);
+    } else if (auto *list = qobject_cast<ListView *>(field)) {
+        list->SetLocked(locked);
+    } else if (qobject_cast<QComboBox *>(field) || qobject_cast<QAbstractSpinBox *>(field) ||
+               qobject_cast<QCheckBox *>(field) || qobject_cast<QRadioButton *>(field)) {
+        field->setEnabled(!locked);
+    }
+}
+} // namespace
+
+void LockFields(QWidget *root, bool locked)
+{
+    LockOne(root, locked);
+    for (QWidget *field : root->findChildren<QWidget *>())
+        LockOne(field, locked);
+}

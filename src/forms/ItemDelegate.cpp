@@ -1,0 +1,65 @@
+#include "forms/ItemDelegate.h"
+
+#include "controls/TreeModel.h"
+
+#include <QApplication>
+#include <QPainter>
+
+namespace
+{
+constexpr int ImageRole = Qt::UserRole + 1;
+constexpr int BoldRole = Qt::UserRole + 2;
+constexpr int TickRole = Qt::UserRole + 3;
+
+TreeTick TickOf(const QModelIndex &index)
+{
+    return static_cast<TreeTick>(index.data(TickRole).toInt());
+}
+} // namespace
+
+void ItemDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (index.column() != 0)
+        return;
+    option->font.setBold(option->font.bold() || index.data(BoldRole).toBool());
+    if (TickOf(index) != TreeTick::None) {
+        const QStyle *style = option->widget ? option->widget->style() : QApplication::style();
+        option->features |= QStyleOptionViewItem::HasDecoration;
+        option->decorationSize = {style->pixelMetric(QStyle::PM_IndicatorWidth, option, option->widget),
+                                  style->pixelMetric(QStyle::PM_IndicatorHeight, option, option->widget)};
+        return;
+    }
+    const QString image = index.data(ImageRole).toString();
+    if (!image.isEmpty()) {
+        option->features |= QStyleOptionViewItem::HasDecoration;
+        option->icon = QIcon::fromTheme(image);
+    }
+}
+
+void ItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                         const QModelIndex &index) const
+{
+    QStyledItemDelegate::paint(painter, option, index);
+    const TreeTick tick = TickOf(index);
+    if (index.column() != 0 || tick == TreeTick::None)
+        return;
+    QStyleOptionViewItem box = option;
+    initStyleOption(&box, index);
+    const QStyle *style = option.widget ? option.widget->style() : QApplication::style();
+    const QRect where = style->subElementRect(QStyle::SE_ItemViewItemDecoration, &box, option.widget);
+    box.rect = where;
+    box.state &= ~(QStyle::State_HasFocus | QStyle::State_On | QStyle::State_Off);
+    box.state |= tick == TreeTick::On ? QStyle::State_On : QStyle::State_Off;
+    style->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter, option.widget);
+    if (tick != TreeTick::Not)
+        return;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(option.palette.color(QPalette::Text), qMax(1.5, where.width() / 9.0)));
+    const qreal inset = where.width() * 0.28;
+    const QRectF cross = QRectF(where).adjusted(inset, inset, -inset, -inset);
+    painter->drawLine(cross.topLeft(), cross.bottomRight());
+    painter->drawLine(cross.topRight(), cross.bottomLeft());
+    painter->restore();
+}

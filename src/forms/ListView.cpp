@@ -1,0 +1,158 @@
+#include "forms/ListView.h"
+
+#include "controls/ListModel.h"
+#include "forms/ItemDelegate.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLocale>
+#include <QPainter>
+
+ListView::ListView(ListModel &model, Choice choice, QWidget *parent)
+    : QTreeView(parent)
+    , m_list(model)
+    , m_emptyText(tr("Nothing to show."))
+{
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setAlternatingRowColors(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(choice == Choice::Multi ? ExtendedSelection : SingleSelection);
+    setItemDelegate(new ItemDelegate(this));
+    setModel(&m_list);
+    QItemSelectionModel *unused = selectionModel();
+    setSelectionModel(m_list.Selection());
+    delete unused;
+
+    // Until the user asks for another one, the order is that in which the rows were filled in.
+    header()->setSortIndicator(-1, Qt::AscendingOrder);
+    setSortingEnabled(true);
+    header()->setSectionsMovable(false);
+    setHeaderHidden(m_list.columnCount() < 2 &&
+                    m_list.headerData(0, Qt::Horizontal, Qt::DisplayRole).toString().isEmpty());
+    connect(&m_list, &ListModel::modelReset, this, &ListView::KeepOrder);
+    connect(&m_list, &ListModel::Changed, viewport(), qOverload<>(&QWidget::update));
+}
+
+void ListView::SetColumnChars(const QList<int> &chars)
+{
+    for (int column = 0; column < chars.size(); ++column)
+        header()->resizeSection(column, (chars.at(column) + 2) * fontMetrics().averageCharWidth());
+}
+
+void ListView::SetEmptyText(const QString &text)
+{
+    m_emptyText = text;
+    viewport()->update();
+}
+
+void ListView::CountOn(QLabel *label)
+{
+    m_count = label;
+    connect(label, &QObject::destroyed, this, [this] { m_count = nullptr; });
+    connect(&m_list, &ListModel::Changed, this, &ListView::TellCount);
+    connect(m_list.Selection(), &QItemSelectionModel::selectionChanged, this, &ListView::TellCount);
+    TellCount();
+}
+
+void ListView::SetLocked(bool locked)
+{
+    m_locked = locked;
+}
+
+void ListView::ShowRow(int row)
+{
+    scrollTo(m_list.index(row, 0));
+}
+
+void ListView::KeepOrder()
+{
+    setHeaderHidden(m_list.columnCount() < 2 &&
+                    m_list.headerData(0, Qt::Horizontal, Qt::DisplayRole).toString().isEmpty());
+    if (header()->sortIndicatorSection() >= 0)
+        m_list.sort(header()->sortIndicatorSection(), header()->sortIndicatorOrder());
+}
+
+void ListView::CopySelected() const
+{
+    QStringList lines;
+    for (const int row : m_list.SelectedRows()) {
+        QStringList cells{m_list.At(row).text};
+        for (int column = 1; column < m_list.columnCount(); ++column)
+            cells.append(m_list.At(row).subItems.value(column - 1));
+        lines.append(cells.join(u'\t'));
+    }
+    if (!lines.isEmpty())
+        QApplication::clipboard()->setText(lines.join(u'\n'));
+}
+
+void ListView::TellCount()
+{
+    if (!m_count)
+        return;
+    const QLocale locale;
+    const int rows = m_list.Count();
+    QString text = rows == 0 ? QString() : rows == 1 ? tr("1 row") : locale.toString(rows) + tr(" rows");
+    if (selectionMode() == ExtendedSelection) {
+        int selected = 0;
+        for (const QItemSelectionRange &range : m_list.Selection()->selection())
+            selected += range.height();
+        if (selected > 1)
+            text += u", " % locale.toString(selected) % tr(" selected");
+    }
+    m_count->setText(text);
+}
+
+void ListView::keyPressEvent(QKeyEvent *event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (event->matches(QKeySequence::Copy)) {
+        CopySelected();
+    } else if (enter && currentIndex().isValid()) {
+        emit Opened(currentIndex().row());
+    } else if (event->key() == Qt::Key_Delete) {
+        emit DeletePressed();
+    } else {
+        QTreeView::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+}
+
+void ListView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    const QModelIndex at = indexAt(event->pos());
+    QTreeView::mouseDoubleClickEvent(event);
+    if (at.isValid() && event->button() == Qt::LeftButton)
+        emit Opened(at.row());
+}
+
+void ListView::paintEvent(QPaintEvent *event)
+{
+    QTreeView::paintEvent(event);
+    if (!m_list.IsEmpty())
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    const int margin = fontMetrics().height();
+    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                     static_cast<int>(Qt::AlignHCenter | Qt::AlignTop) | Qt::TextWordWrap, m_emptyText);
+}
+
+bool ListView::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event)
+{
+    // A click on a check box reaches the delegate through here.
+    return !m_locked && QTreeView::edit(index, trigger, event);
+}
+
+QSize ListView::sizeHint() const
+{
+    const QFontMetrics metrics = fontMetrics();
+    return {metrics.averageCharWidth() * 36, metrics.height() * 9};
+}

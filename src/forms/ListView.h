@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QList>
+#include <QTreeView>
+
+class ListModel;
+class QLabel;
+
+/// The view of a ListModel: adopts the model and its selection, sorts by a click on a column title, copies
+/// the selected rows with Ctrl+C, finds a row by typing its start, and stays quick with 100,000 rows.
+class ListView final : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    enum class Choice { Single, Multi };
+
+    explicit ListView(ListModel &model, Choice choice = Choice::Single, QWidget *parent = nullptr);
+
+    ListModel &Model() const { return m_list; }
+    /// Widths of the columns in average characters; the last column takes what is left.
+    void SetColumnChars(const QList<int> &chars);
+    /// The text shown while there are no rows.
+    void SetEmptyText(const QString &text);
+    /// Keeps `label` telling how many rows there are and how many of several are selected.
+    void CountOn(QLabel *label);
+    /// Check marks cannot be changed by the user while it is locked; rows can still be selected.
+    void SetLocked(bool locked);
+    /// Scrolls `row` into view.
+    void ShowRow(int row);
+
+signals:
+    void Opened(int row); ///< a double click on a row, or Enter on the current one
+    void DeletePressed();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
+    QSize sizeHint() const override;
+
+private:
+    void KeepOrder();
+    void CopySelected() const;
+    void TellCount();
+
+    ListModel &m_list;
+    QString m_emptyText;
+    QLabel *m_count = nullptr;
+    bool m_locked = false;
+};

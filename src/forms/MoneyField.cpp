@@ -1,0 +1,109 @@
+#include "forms/MoneyField.h"
+
+#include "database/GlobalCode.h"
+
+#include <QKeyEvent>
+
+#include <algorithm>
+
+MoneyField::MoneyField(KeyRule rule, QWidget *parent)
+    : QLineEdit(parent)
+    , m_rule(rule)
+{
+    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    if (m_rule.pointLimit > 0)
+        m_leave = [this] { Normalise(); };
+    connect(this, &QLineEdit::textEdited, this, &MoneyField::CleanEdit);
+    connect(this, &QLineEdit::textChanged, this, [this] { m_before = text(); });
+}
+
+void MoneyField::SetLeaveHandler(std::function<void()> handler)
+{
+    m_leave = std::move(handler);
+}
+
+void MoneyField::Leave()
+{
+    if (m_leave && !isReadOnly())
+        m_leave();
+}
+
+double MoneyField::Value() const
+{
+    return TextValue(text());
+}
+
+void MoneyField::SetValue(double value)
+{
+    setText(FormatNumber(value, 2));
+}
+
+void MoneyField::Normalise(int places)
+{
+    setText(FormatNumber(CurrencyValue(text(), places), places));
+}
+
+bool MoneyField::Takes(QChar key, const QString &text) const
+{
+    if (key >= u'0' && key <= u'9')
+        return text.size() < m_rule.digitLimit;
+    return key == u'.' && text.size() < m_rule.pointLimit && !text.contains(u'.');
+}
+
+QString MoneyField::TextWithoutSelection() const
+{
+    QString rest = text();
+    if (hasSelectedText())
+        rest.remove(selectionStart(), selectionLength());
+    return rest;
+}
+
+void MoneyField::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        Leave();
+        event->accept();
+        return;
+    }
+    const bool shortcut = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    const QString typed = event->text();
+    const bool character = !shortcut && !typed.isEmpty() && typed.at(0).isPrint();
+    if (character && !Takes(typed.at(0), TextWithoutSelection())) {
+        event->accept();
+        return;
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+void MoneyField::focusOutEvent(QFocusEvent *event)
+{
+    QLineEdit::focusOutEvent(event);
+    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
+        Leave();
+}
+
+// Every way of editing ends here: what came in is the part between the common start and the common end of
+// the text before and after, and goes in again key by key. textChanged runs behind textEdited, so m_before
+// still holds the text before the edit; it reads text(), since the setText here runs inside that edit.
+void MoneyField::CleanEdit(const QString &edited)
+{
+    const qsizetype most = std::min(m_before.size(), edited.size());
+    qsizetype start = 0;
+    while (start < most && m_before.at(start) == edited.at(start))
+        ++start;
+    qsizetype end = 0;
+    while (end < most - start && m_before.at(m_before.size() - 1 - end) == edited.at(edited.size() - 1 - end))
+        ++end;
+
+    const QString rest = edited.left(start) % edited.right(end);
+    QString taken;
+    for (const QChar key : edited.mid(start, edited.size() - start - end)) {
+        if (Takes(key, QString(rest % taken)))
+            taken.append(key);
+    }
+    const QString clean = edited.left(start) % taken % edited.right(end);
+    if (clean == edited)
+        return;
+    setText(clean);
+    setCursorPosition(static_cast<int>(start + taken.size()));
+}

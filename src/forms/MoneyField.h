@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QLineEdit>
+
+#include <functional>
+
+/// Which keys an amount takes: a digit while the text is shorter than `digitLimit`, a "." while it is shorter
+/// than `pointLimit` and holds none. A point limit of 0 makes a whole number.
+struct MoneyKeys {
+    int digitLimit = 9;
+    int pointLimit = 9;
+};
+
+/// A text box that takes an amount or a whole number, key by key. What is pasted, dropped or composed goes
+/// in as if its characters had been typed one after the other. Texts that the program sets are shown as
+/// they are, grouped ones included.
+class MoneyField final : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    using KeyRule = MoneyKeys;
+
+    explicit MoneyField(KeyRule rule = {}, QWidget *parent = nullptr);
+
+    /// Runs when the focus leaves the field and on Enter. Until one is set, an amount is rewritten with
+    /// two decimals; a whole number is left as it is.
+    void SetLeaveHandler(std::function<void()> handler);
+    void Leave();
+
+    double Value() const;           ///< the number that the text holds, grouped or not; 0 for none
+    void SetValue(double value);    ///< shown with two decimals
+    void Normalise(int places = 2); ///< rewrites the text as its number with that many decimals
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+
+private:
+    bool Takes(QChar key, const QString &text) const;
+    QString TextWithoutSelection() const;
+    void CleanEdit(const QString &edited);
+
+    KeyRule m_rule;
+    QString m_before;
+    std::function<void()> m_leave;
+};

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+
+#include <vector>
+
+class CaptionLabel;
+class QComboBox;
+class QLineEdit;
+class QPlainTextEdit;
+
+/// The required fields of a form: their captions are marked while they are empty, and the marked captions
+/// make the list that stops a save. A text of blanks alone counts as empty, but for passwords.
+class RequiredMarks final : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Marks `label` by the field's own text from now on.
+    void Add(CaptionLabel *label, QLineEdit *field);
+    void Add(CaptionLabel *label, QPlainTextEdit *field);
+    void Add(CaptionLabel *label, QComboBox *field);
+    /// Marks a label of the list by hand; a label that was not added joins the list.
+    void Mark(CaptionLabel *label, bool missing);
+
+    /// One line for each marked caption: four blanks and the caption less its last character.
+    QString MissingList() const;
+    /// True if nothing is missing; otherwise the "Form not complete" box has been shown.
+    bool Complete() const;
+
+private:
+    std::vector<CaptionLabel *> m_labels;
+};
