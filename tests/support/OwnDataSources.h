@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QFile>
+#include <QTemporaryDir>
+
+/// A registry of data sources of the test's own: unixODBC's user sources in a file that goes with the test.
+class OwnDataSources final
+{
+public:
+    OwnDataSources()
+    {
+        qputenv("ODBCINI", QFile::encodeName(File()));
+        SetContent({});
+    }
+    ~OwnDataSources() { qunsetenv("ODBCINI"); }
+    OwnDataSources(const OwnDataSources &) = delete;
+    OwnDataSources &operator=(const OwnDataSources &) = delete;
+
+    QString File() const { return m_dir.filePath(QStringLiteral("odbc.ini")); }
+    void SetContent(const QByteArray &content) const
+    {
+        QFile file(File());
+        if (file.open(QIODevice::WriteOnly))
+            file.write(content);
+    }
+    QByteArray Content() const
+    {
+        QFile file(File());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+private:
+    QTemporaryDir m_dir;
+};
