@@ -59,23 +59,30 @@ private:
 /// Groups the writes of a long loop into transactions, for speed: one at a time, committed at the latest
 /// every quarter of a second at a Tick, before any question to the user, and at the end, a failure
 /// included, so that what was done stays done. Tick stands between whole rows, so that a crash leaves no
-/// half row. Groups do not nest: an inner one has no effect.
+/// half row. The first write after a commit begins the next transaction. Groups do not nest: an inner
+/// one has no effect. A statement that fails takes nothing with it that the group did before.
 class WriteGroup final
 {
 public:
     explicit WriteGroup(Connection &connection);
+    /// Finishes; a loop that tells of its failures calls Finish itself.
     ~WriteGroup();
     WriteGroup(const WriteGroup &) = delete;
     WriteGroup &operator=(const WriteGroup &) = delete;
 
-    /// Marks the end of a whole row of work.
-    void Tick();
+    /// Marks the end of a whole row of work. False where a commit was due and failed, which the
+    /// connection's Errors() then tell; the work is kept for another try.
+    bool Tick();
+    /// Commits what the group holds. False on a failure, as with Tick.
+    bool Finish();
     /// Commits what the running group holds. Called before every question to the user.
-    static void CommitRunning();
+    static bool CommitRunning();
 
 private:
-    void Begin();
-    void Commit();
+    friend class Connection;
+    static bool BeforeWrite(Connection &connection, EngineErrors &errors);
+    static void Leave(Connection &connection);
+    bool Commit();
     Connection *m_connection = nullptr;
     bool m_open = false;
     qint64 m_begun = 0; ///< milliseconds of the steady clock

@@ -23,6 +23,8 @@ struct RecordsetColumn {
     int definedSize = 0; ///< characters a text column takes; 0 for numbers
 };
 
+using Columns = std::vector<RecordsetColumn>;
+
 /// A snapshot of what a query gave: every row is read when it opens, so that nested reads and writes on
 /// the one connection cannot disturb it. Values are packed, one cell of 16 bytes and the texts in one
 /// buffer. Copies share the data. Column names compare without regard to case; of two columns of one
@@ -104,13 +106,13 @@ private:
     int m_row;
 };
 
-/// How an engine fills a recordset: the columns first, then one call per cell, row by row.
+/// How an engine fills a recordset: one call per cell, row by row. The columns are shared, so that a
+/// statement that runs again does not describe them anew.
 class Recordset::Builder final
 {
 public:
-    Builder();
+    explicit Builder(std::shared_ptr<const Columns> columns);
     ~Builder();
-    void AddColumn(RecordsetColumn column);
     void AddNull();
     void AddLong(qint64 value);
     void AddDouble(double value);

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+/// The connection texts of the system, taken apart. A value is found by what stands around it, since a
+/// password may hold any character, semicolons included.
+struct ConnectionParts {
+    enum class Way { Unknown, File, Server, DataSource };
+    Way way = Way::Unknown;
+    QString file;       ///< of way File
+    QString server;     ///< of way Server
+    QString catalogue;  ///< of way Server
+    QString dataSource; ///< of way DataSource
+    QString user;
+    QString password;
+    int lockWait = 10'000; ///< milliseconds; `LockWait=` of a file's text, before its password
+};
+
+ConnectionParts TakeApart(const QString &connectionText);

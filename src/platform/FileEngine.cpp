@@ -1,0 +1,206 @@
+#include "platform/FileEngine.h"
+
+#include "platform/FileOpen.h"
+#include "platform/SqlDialect.h"
+
+#include <sqlite3.h>
+
+namespace
+{
+QString Source()
+{
+    return QStringLiteral("Veltrane Connection");
+}
+
+void AddCell(Recordset::Builder &rows, sqlite3_stmt *statement, int column)
+{
+    switch (sqlite3_column_type(statement, column)) {
+    case SQLITE_NULL:
+        rows.AddNull();
+        break;
+    case SQLITE_INTEGER:
+        rows.AddLong(sqlite3_column_int64(statement, column));
+        break;
+    case SQLITE_FLOAT:
+        rows.AddDouble(sqlite3_column_double(statement, column));
+        break;
+    default: {
+        const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
+        rows.AddUtf8(text, sqlite3_column_bytes(statement, column));
+        break;
+    }
+    }
+}
+
+/// Leaves a statement ready for its next run, so that it holds no lock on the tables.
+class Running final
+{
+public:
+    explicit Running(sqlite3_stmt *statement)
+        : m_statement(statement)
+    {
+    }
+    ~Running() { sqlite3_reset(m_statement); }
+    Running(const Running &) = delete;
+    Running &operator=(const Running &) = delete;
+
+private:
+    sqlite3_stmt *m_statement;
+};
+} // namespace
+
+std::unique_ptr<Engine> FileEngine::Open(const Request &request, EngineErrors &errors)
+{
+    FileOpen::Request file;
+    file.file = request.file;
+    file.password = request.password;
+    file.source = Source();
+    file.lockWait = request.lockWait;
+    EngineError error;
+    sqlite3 *handle = FileOpen::Open(file, error);
+    if (!handle) {
+        errors = {error};
+        return nullptr;
+    }
+    std::unique_ptr<FileEngine> engine(new FileEngine(handle, request));
+    engine->Configure();
+    return engine;
+}
+
+FileEngine::~FileEngine()
+{
+    m_cache.Clear();
+    sqlite3_close(m_handle);
+}
+
+/// What was confirmed survives a power cut. The write-ahead log needs memory that all its users share,
+/// which computers on a network do not.
+void FileEngine::Configure()
+{
+    const bool onNetwork = FileOpen::IsOnNetwork(m_request.file);
+    EngineErrors ignored; // another program may hold the file in the other mode, which works as well
+    Run(onNetwork ? "PRAGMA journal_mode=DELETE" : "PRAGMA journal_mode=WAL", ignored);
+    Run("PRAGMA synchronous=FULL", ignored);
+    Run("PRAGMA foreign_keys=OFF", ignored);
+}
+
+bool FileEngine::Execute(const QString &sql, EngineErrors &errors)
+{
+    std::unique_ptr<PreparedStatement> once;
+    PreparedStatement *prepared = Prepare(sql, once, errors);
+    if (!prepared)
+        return false;
+    const Running running(prepared->Statement());
+    int step = SQLITE_ROW;
+    while (step == SQLITE_ROW)
+        step = sqlite3_step(prepared->Statement());
+    return step == SQLITE_DONE || Fail(errors);
+}
+
+bool FileEngine::OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors)
+{
+    std::unique_ptr<PreparedStatement> once;
+    PreparedStatement *prepared = Prepare(sql, once, errors);
+    if (!prepared)
+        return false;
+    sqlite3_stmt *statement = prepared->Statement();
+    const Running running(statement);
+    int step = sqlite3_step(statement);
+    Recordset::Builder rows(prepared->DescribeColumns());
+    const int columns = sqlite3_column_count(statement);
+    for (; step == SQLITE_ROW; step = sqlite3_step(statement)) {
+        for (int column = 0; column < columns; ++column)
+            AddCell(rows, statement, column);
+    }
+    if (step != SQLITE_DONE)
+        return Fail(errors);
+    result = rows.Finish();
+    return true;
+}
+
+/// A group takes the right to write at once: taking it at the first write would fail without a wait
+/// where another workstation wrote after the group's first read.
+bool FileEngine::Begin(EngineErrors &errors)
+{
+    return Run("BEGIN IMMEDIATE", errors);
+}
+
+bool FileEngine::Commit(EngineErrors &errors)
+{
+    // A full disk can have ended the transaction already.
+    return sqlite3_get_autocommit(m_handle) != 0 || Run("COMMIT", errors);
+}
+
+/// The prepared statement with the values of `sql` bound. One that is not kept lives in `once`.
+PreparedStatement *FileEngine::Prepare(const QString &sql, std::unique_ptr<PreparedStatement> &once,
+                                       EngineErrors &errors)
+{
+    if (const SqlFault fault = m_tokens.Read(sql); fault != SqlFault::None) {
+        errors = {{SQLITE_ERROR, Source(), SqlFaultText(fault), QString()}};
+        return nullptr;
+    }
+    if (!m_shape.Take(m_tokens)) {
+        // What defines tables needs them free of prepared statements.
+        m_cache.Clear();
+        sqlite3_stmt *statement = PrepareText(SqlFor(SqlDialect::File, m_tokens), false, errors);
+        if (statement)
+            once = std::make_unique<PreparedStatement>(statement);
+        return once.get();
+    }
+    PreparedStatement *prepared = m_cache.Find(m_shape.Key());
+    if (!prepared) {
+        sqlite3_stmt *statement = PrepareText(SqlFor(SqlDialect::File, m_tokens), true, errors);
+        if (!statement)
+            return nullptr;
+        prepared = m_cache.Add(m_shape.Key(), statement);
+    }
+    BindValues(prepared->Statement());
+    return prepared;
+}
+
+sqlite3_stmt *FileEngine::PrepareText(const QString &engineSql, bool isKept, EngineErrors &errors)
+{
+    const QByteArray text = engineSql.toUtf8();
+    sqlite3_stmt *statement = nullptr;
+    const int prepared = sqlite3_prepare_v3(m_handle, text.constData(), static_cast<int>(text.size()) + 1,
+                                            isKept ? SQLITE_PREPARE_PERSISTENT : 0, &statement, nullptr);
+    if (prepared != SQLITE_OK) {
+        Fail(errors);
+        return nullptr;
+    }
+    if (!statement)
+        errors = {{SQLITE_ERROR, Source(), QStringLiteral("The statement is empty."), QString()}};
+    return statement;
+}
+
+/// The texts are bound where they stand: they outlive the run.
+void FileEngine::BindValues(sqlite3_stmt *statement) const
+{
+    int place = 0;
+    for (const SqlValue &value : m_shape.Values()) {
+        ++place;
+        switch (value.kind) {
+        case SqlValue::Kind::Whole:
+            sqlite3_bind_int64(statement, place, value.whole);
+            break;
+        case SqlValue::Kind::Real:
+            sqlite3_bind_double(statement, place, value.real);
+            break;
+        case SqlValue::Kind::Text:
+            sqlite3_bind_text(statement, place, m_shape.Texts() + value.text.offset, value.text.size,
+                              SQLITE_STATIC);
+            break;
+        }
+    }
+}
+
+bool FileEngine::Fail(EngineErrors &errors) const
+{
+    errors = {FileOpen::LastError(m_handle, m_request.file, Source())};
+    return false;
+}
+
+bool FileEngine::Run(const char *sql, EngineErrors &errors) const
+{
+    return sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK || Fail(errors);
+}

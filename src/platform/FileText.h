@@ -1,0 +1,8 @@
+#pragma once
+
+struct sqlite3;
+
+/// Makes texts compare without regard to case in every alphabet. The file engine's own comparison and
+/// LIKE know the case of A to Z alone, while a server's know all. Every connection to a file must have
+/// this: the indexes of the file are sorted by it.
+bool InstallTextComparison(sqlite3 *handle);

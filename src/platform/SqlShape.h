@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/SqlTokens.h"
+
+#include <string>
+
+/// A value lifted out of a statement, to be bound.
+struct SqlValue {
+    enum class Kind : quint8 { Whole, Real, Text };
+    Kind kind;
+    union {
+        qint64 whole;
+        double real;
+        struct {
+            qint32 offset; ///< into SqlShape::Texts, UTF-8
+            qint32 size;
+        } text;
+    };
+};
+
+/// What is left of a statement when its values are taken out. Statements of one shape differ in their
+/// values alone, so that one prepared statement serves them all. A value that decides what the statement
+/// means or how it runs stays in: after TOP and LIKE, behind ORDER BY and GROUP BY, and everything in a
+/// statement that defines tables or holds very many values.
+class SqlShape final
+{
+public:
+    /// Takes the values out of `tokens` (whose `lifted` marks it sets). False where the statement has no
+    /// shape worth keeping; nothing is lifted then.
+    bool Take(SqlTokens &tokens);
+
+    const QString &Key() const { return m_key; }
+    const std::vector<SqlValue> &Values() const { return m_values; }
+    const char *Texts() const { return m_texts.data(); }
+
+private:
+    void TakeText(QStringView inside);
+    void TakeNumber(QStringView digits);
+
+    QString m_key;
+    std::vector<SqlValue> m_values;
+    std::string m_texts;
+};

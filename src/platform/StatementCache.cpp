@@ -1,0 +1,82 @@
+#include "platform/StatementCache.h"
+
+#include "platform/ColumnTypes.h"
+
+#include <sqlite3.h>
+
+namespace
+{
+/// The system has some 400 statements, and a screen uses a few dozen of them.
+constexpr qsizetype mostStatements = 300;
+
+RecordsetColumn DescribeColumn(sqlite3_stmt *statement, int index)
+{
+    RecordsetColumn column;
+    if (const char *declared = sqlite3_column_decltype(statement, index)) {
+        column = ColumnOfDeclaredType(QString::fromUtf8(declared));
+    } else {
+        // A count or a sum has no declared type; its value tells.
+        switch (sqlite3_column_type(statement, index)) {
+        case SQLITE_INTEGER:
+            column.type = ColumnType::Integer;
+            break;
+        case SQLITE_FLOAT:
+            column.type = ColumnType::Double;
+            break;
+        default:
+            column.definedSize = ColumnTypes::unlimitedSize;
+            break;
+        }
+    }
+    column.name = QString::fromUtf8(sqlite3_column_name(statement, index));
+    return column;
+}
+} // namespace
+
+PreparedStatement::~PreparedStatement()
+{
+    sqlite3_finalize(m_statement);
+}
+
+const std::shared_ptr<const Columns> &PreparedStatement::DescribeColumns()
+{
+    const int preparations = sqlite3_stmt_status(m_statement, SQLITE_STMTSTATUS_REPREPARE, 0);
+    if (m_columns && m_preparations == preparations)
+        return m_columns;
+    auto columns = std::make_shared<Columns>();
+    const int count = sqlite3_column_count(m_statement);
+    columns->reserve(static_cast<size_t>(count));
+    for (int i = 0; i < count; ++i)
+        columns->push_back(DescribeColumn(m_statement, i));
+    m_columns = std::move(columns);
+    m_preparations = preparations;
+    return m_columns;
+}
+
+PreparedStatement *StatementCache::Find(const QString &shape)
+{
+    const auto found = m_byShape.constFind(shape);
+    if (found == m_byShape.constEnd())
+        return nullptr;
+    m_entries.splice(m_entries.begin(), m_entries, *found);
+    return m_entries.front().statement.get();
+}
+
+PreparedStatement *StatementCache::Add(const QString &shape, sqlite3_stmt *statement)
+{
+    if (m_byShape.size() >= mostStatements) {
+        m_byShape.remove(m_entries.back().shape);
+        m_entries.pop_back();
+    }
+    // A copy of its own: the caller goes on building shapes in its text.
+    const QString kept(shape.constData(), shape.size());
+    m_entries.push_front({kept, std::make_unique<PreparedStatement>(statement)});
+    m_byShape.insert(kept, m_entries.begin());
+    return m_entries.front().statement.get();
+}
+
+void StatementCache::Clear()
+{
+    m_byShape.clear();
+    m_entries.clear();
+}
