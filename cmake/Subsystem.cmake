@@ -23,6 +23,9 @@ function(veltrane_test name)
     add_executable(${name} ${test_SOURCES})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE veltrane_${test_LAYER} veltrane_test_support Qt6::Test)
+    if(test_LAYER STREQUAL "screens")
+        target_link_libraries(${name} PRIVATE veltrane_test_support_screens)
+    endif()
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${test_TIMEOUT}

@@ -9,6 +9,8 @@ CaptionLabel::CaptionLabel(const QString &caption, QWidget *parent)
     : QLabel(caption, parent)
 {
     setTextFormat(Qt::PlainText);
+    const int plateMargin = fontMetrics().averageCharWidth() / 2;
+    setContentsMargins(plateMargin, 0, plateMargin, 0);
 }
 
 void CaptionLabel::SetMissing(bool missing)

@@ -1,5 +1,6 @@
 #include "forms/FormBuilder.h"
 
+#include "core/Icons.h"
 #include "forms/SearchBox.h"
 
 #include <QGridLayout>
@@ -36,46 +37,62 @@ void FormBuilder::Pop()
     Top().stretches = Top().stretches || stretches;
 }
 
-void FormBuilder::NextRow()
+QHBoxLayout *FormBuilder::NextRow()
 {
     Section &section = Top();
-    if (section.beside) {
-        section.beside = false;
-        section.column += 2;
-        section.grid->setColumnStretch(section.column + 1, 1);
-        return;
+    if (!section.beside) {
+        ++section.row;
+        return nullptr;
     }
-    ++section.row;
-    section.column = 0;
+    section.beside = false;
+    QLayoutItem *last = section.grid->itemAtPosition(section.row, 1);
+    if (auto *row = qobject_cast<QHBoxLayout *>(last->layout()))
+        return row;
+    QWidget *field = last->widget();
+    section.grid->removeWidget(field);
+    auto *row = new QHBoxLayout;
+    row->addWidget(field, 1);
+    section.grid->addLayout(row, section.row, 1);
+    return row;
 }
 
-template <typename Field>
-Field *FormBuilder::Put(Field *field, const QString &name, const QString &caption, bool tall)
+void FormBuilder::Caption(QWidget *field, const QString &name, const QString &caption)
 {
     field->setObjectName(name);
     m_order.push_back(field);
-    NextRow();
-    Section &section = Top();
     m_label = nullptr;
-    if (caption.isEmpty()) {
-        section.grid->addWidget(field, section.row, section.column + 1);
-        return field;
-    }
+    if (caption.isEmpty())
+        return;
     m_label = new CaptionLabel(caption, Parent());
     m_label->setObjectName(name % u"_Label");
     m_label->setBuddy(field);
-    const Qt::Alignment side = section.column > 0 ? Qt::AlignRight : Qt::AlignLeft;
-    m_label->setAlignment(side | (tall ? Qt::AlignTop : Qt::AlignVCenter));
-    section.grid->addWidget(m_label, section.row, section.column);
-    section.grid->addWidget(field, section.row, section.column + 1);
+}
+
+template <typename Field>
+Field *FormBuilder::Put(Field *field, const QString &name, const QString &caption)
+{
+    Caption(field, name, caption);
+    if (QHBoxLayout *row = NextRow()) {
+        if (m_label)
+            row->addWidget(m_label);
+        row->addWidget(field, 1);
+        return field;
+    }
+    const Section &section = Top();
+    if (m_label)
+        section.grid->addWidget(m_label, section.row, 0);
+    section.grid->addWidget(field, section.row, 1);
     return field;
 }
 
 void FormBuilder::Span(QWidget *widget, bool stretches)
 {
-    NextRow();
+    if (QHBoxLayout *row = NextRow()) {
+        row->addWidget(widget);
+        return;
+    }
     Section &section = Top();
-    section.grid->addWidget(widget, section.row, section.column, 1, section.column == 0 ? -1 : 2);
+    section.grid->addWidget(widget, section.row, 0, 1, -1);
     if (!stretches)
         return;
     section.grid->setRowStretch(section.row, 1);
@@ -110,8 +127,10 @@ QLineEdit *FormBuilder::ReadOnly(const QString &name, const QString &caption)
 
 QPlainTextEdit *FormBuilder::Notes(const QString &name, const QString &caption)
 {
-    auto *field = Put(new QPlainTextEdit(Parent()), name, caption, true);
+    auto *field = Put(new QPlainTextEdit(Parent()), name, caption);
     field->setTabChangesFocus(true);
+    if (m_label)
+        m_label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     Top().grid->setRowStretch(Top().row, 1);
     Top().stretches = true;
     return field;
@@ -162,22 +181,11 @@ QRadioButton *FormBuilder::Option(const QString &name, const QString &caption)
 void FormBuilder::Place(QWidget *field, const QString &name, const QString &caption, bool stretches)
 {
     field->setParent(Parent());
-    field->setObjectName(name);
-    m_order.push_back(field);
-    m_label = nullptr;
-    if (!caption.isEmpty()) {
-        m_label = new CaptionLabel(caption, Parent());
-        m_label->setObjectName(name % u"_Label");
-        m_label->setBuddy(field);
-    }
     if (!stretches) {
-        NextRow();
-        Section &section = Top();
-        if (m_label)
-            section.grid->addWidget(m_label, section.row, section.column);
-        section.grid->addWidget(field, section.row, section.column + 1);
+        Put(field, name, caption);
         return;
     }
+    Caption(field, name, caption);
     if (m_label)
         Span(m_label);
     Span(field, true);
@@ -238,8 +246,7 @@ void FormBuilder::BeginButtons(Align align)
 {
     m_buttons = new QHBoxLayout;
     NextRow();
-    Section &section = Top();
-    section.grid->addLayout(m_buttons, section.row, section.column, 1, section.column == 0 ? -1 : 2);
+    Top().grid->addLayout(m_buttons, Top().row, 0, 1, -1);
     if (align == Align::End)
         m_buttons->addStretch();
 }
@@ -273,9 +280,10 @@ QPushButton *FormBuilder::Button(const QString &name, const QString &caption)
         m_buttons->addWidget(button);
         return button;
     }
-    NextRow();
-    Section &section = Top();
-    section.grid->addWidget(button, section.row, section.column + 1, Qt::AlignLeft);
+    if (QHBoxLayout *row = NextRow())
+        row->addWidget(button);
+    else
+        Top().grid->addWidget(button, Top().row, 1, Qt::AlignLeft);
     return button;
 }
 
@@ -358,7 +366,7 @@ FormBuilder::Pair FormBuilder::UsedAvailablePair(const PairNames &names, ListMod
     buttons->addStretch();
     const auto button = [&](const QString &name, const QString &icon, const QString &caption) {
         QPushButton *made = NewButton(name, caption);
-        made->setIcon(QIcon::fromTheme(icon));
+        made->setIcon(Icons::Of(icon));
         buttons->addWidget(made);
         return made;
     };

@@ -129,7 +129,6 @@ private:
         QWidget *parent;
         QGridLayout *grid;
         int row = 0;
-        int column = 0; ///< 0, or 2 and on for fields beside others
         bool beside = false;
         bool stretches = false;
         QHBoxLayout *columns = nullptr;
@@ -138,9 +137,11 @@ private:
     QWidget *Parent() { return Top().parent; }
     void Push(QWidget *parent, QGridLayout *grid);
     void Pop();
-    void NextRow();
+    /// Starts the next row, or gives the row so far if the next widget stands beside the last.
+    QHBoxLayout *NextRow();
+    void Caption(QWidget *field, const QString &name, const QString &caption);
     template <typename Field>
-    Field *Put(Field *field, const QString &name, const QString &caption, bool tall = false);
+    Field *Put(Field *field, const QString &name, const QString &caption);
     QPushButton *NewButton(const QString &name, const QString &caption);
     void Span(QWidget *widget, bool stretches = false);
 

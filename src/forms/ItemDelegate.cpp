@@ -1,6 +1,7 @@
 #include "forms/ItemDelegate.h"
 
 #include "controls/TreeModel.h"
+#include "core/Icons.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -33,7 +34,7 @@ void ItemDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelInd
     const QString image = index.data(ImageRole).toString();
     if (!image.isEmpty()) {
         option->features |= QStyleOptionViewItem::HasDecoration;
-        option->icon = QIcon::fromTheme(image);
+        option->icon = Icons::Of(image);
     }
 }
 
@@ -62,4 +63,10 @@ void ItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     painter->drawLine(cross.topLeft(), cross.bottomRight());
     painter->drawLine(cross.topRight(), cross.bottomLeft());
     painter->restore();
+}
+
+QSize ItemDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    const QSize size = QStyledItemDelegate::sizeHint(option, index);
+    return {size.width(), qMax(size.height(), option.fontMetrics.height() * 3 / 2)};
 }
