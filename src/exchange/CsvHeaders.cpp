@@ -1,0 +1,46 @@
+#include "exchange/CsvHeaders.h"
+
+#include "controls/ListModel.h"
+#include "exchange/CsvFields.h"
+#include "exchange/CsvReader.h"
+#include "platform/Dialogs.h"
+
+#include <QFileInfo>
+
+namespace
+{
+bool Complain(const QString &text)
+{
+    Dialogs::MsgBox(text, QStringLiteral("CSV Import"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    return false;
+}
+
+QString UnableToOpen(const QString &fileName, const QString &why)
+{
+    const QString text = u"Unable to open '" % fileName % u"'.";
+    return QFileInfo::exists(fileName) ? text % u'\n' % why : text;
+}
+} // namespace
+
+bool CsvReadHeaders(const QString &fileName, ListModel &fields)
+{
+    CsvReader reader;
+    if (!reader.Open(fileName))
+        return Complain(UnableToOpen(fileName, reader.Problem()));
+    CsvLine line;
+    if (!reader.Next(line) || line.text.isEmpty())
+        return Complain(QStringLiteral("File contains no data."));
+    if (line.unclosedQuote)
+        return Complain(u"Line 1 of '" % fileName % u"' opens a quotation mark that it does not close.");
+
+    const QString header = line.text % u' ';
+    std::vector<ListItem> items;
+    const int count = CsvCountFields(header, u',');
+    for (int field = 1; field <= count; ++field) {
+        const QString name = CsvGetField(header, u',', field);
+        if (!name.isEmpty())
+            items.push_back({u'?' % QString::number(field), name});
+    }
+    fields.Fill(std::move(items));
+    return !fields.IsEmpty() || Complain(QStringLiteral("No field header names found."));
+}

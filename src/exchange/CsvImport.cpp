@@ -1,0 +1,323 @@
+#include "exchange/CsvImport.h"
+
+#include "controls/ListModel.h"
+#include "core/ErrorHandler.h"
+#include "core/Session.h"
+#include "database/MiscODBC.h"
+#include "exchange/CsvFields.h"
+#include "exchange/CsvProgress.h"
+#include "exchange/CsvReader.h"
+#include "exchange/ImportColumn.h"
+#include "exchange/ImportNotes.h"
+#include "exchange/ReportQuery.h"
+#include "platform/Connection.h"
+#include "platform/Dialogs.h"
+
+#include <array>
+
+namespace
+{
+constexpr QChar delimiter = u',';
+
+struct ImportCounts {
+    int imported = 0;
+    int updated = 0;
+    int skipped = 0;
+};
+
+void Tell(const QString &text)
+{
+    Dialogs::MsgBox(text, QStringLiteral("CSV Import"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+}
+
+/// The four texts that a line's columns build up, and what the user is shown of the line.
+struct LineTexts {
+    QString columns;
+    QString values;
+    QString updates;
+    QString fullTest;
+    QString identityTest;
+    QString display;
+
+    void Append(const ImportColumn &column, const QString &value, const QString &text)
+    {
+        const QString test = u" AND " % column.Target() % u" = " % value;
+        columns += u',' % column.Target();
+        values += u',' % value;
+        updates += u',' % column.Target() % u" = " % value;
+        fullTest += test;
+        if (column.ColumnRole() == ImportColumn::Role::Plain)
+            return;
+        if (column.ColumnRole() == ImportColumn::Role::Required) {
+            if (text.isEmpty())
+                values.clear();
+            display += u',' % value;
+        }
+        identityTest += test;
+    }
+};
+
+/// One run over the lines of a file.
+class ImportRun final
+{
+public:
+    ImportRun(const QString &keyColumn, const QString &table, std::vector<ImportColumn> columns,
+              const QString &header)
+        : m_keyColumn(keyColumn)
+        , m_table(table)
+        , m_columns(std::move(columns))
+        , m_header(header)
+    {
+    }
+
+    void TakeLine(const CsvLine &line);
+    const ImportCounts &Counts() const { return m_counts; }
+    const ImportNotes &Notes() const { return m_notes; }
+
+private:
+    bool IsRefused(const CsvLine &line);
+    LineTexts TextsOf(const CsvLine &line);
+    void Write(const LineTexts &texts);
+    void Update(const LineTexts &texts, qint64 key);
+    QString Select(const QString &test) const;
+    static QString TextOf(const CsvLine &line, const ImportColumn &column);
+    QString FieldName(const ImportColumn &column) const;
+
+    QString m_keyColumn;
+    QString m_table;
+    std::vector<ImportColumn> m_columns;
+    QString m_header;
+    ImportCounts m_counts;
+    ImportNotes m_notes;
+};
+
+QString ImportRun::TextOf(const CsvLine &line, const ImportColumn &column)
+{
+    return CsvGetField(line.text, delimiter, column.Position());
+}
+
+QString ImportRun::FieldName(const ImportColumn &column) const
+{
+    return CsvGetField(m_header, delimiter, column.Position());
+}
+
+/// Looks before anything of the line is written.
+bool ImportRun::IsRefused(const CsvLine &line)
+{
+    if (line.unclosedQuote) {
+        m_notes.LineWithUnclosedQuote(line.number);
+        return true;
+    }
+    for (const ImportColumn &column : m_columns) {
+        const QString text = TextOf(line, column);
+        const QString objection = column.Objection(text);
+        if (!objection.isEmpty()) {
+            m_notes.LineRefused(line.number, FieldName(column), text, objection);
+            return true;
+        }
+    }
+    return false;
+}
+
+LineTexts ImportRun::TextsOf(const CsvLine &line)
+{
+    LineTexts texts;
+    for (const ImportColumn &column : m_columns) {
+        const QString text = TextOf(line, column);
+        const QString value = column.Value(text);
+        if (value.isEmpty())
+            throw StatementGivenUp{};
+        texts.Append(column, value, text);
+        if (texts.values.isEmpty())
+            break;
+        if (column.Cuts(text))
+            m_notes.ValueCut(line.number, FieldName(column), text.size(), column.Size());
+    }
+    return texts;
+}
+
+QString ImportRun::Select(const QString &test) const
+{
+    return u"SELECT " % m_keyColumn % u" FROM " % m_table % u" WHERE " % test.mid(5);
+}
+
+void ImportRun::Update(const LineTexts &texts, qint64 key)
+{
+    const Dialogs::Answer answer =
+        Dialogs::MsgBox(texts.display.mid(1) % u" already exists.\nOkay to update?",
+                        QStringLiteral("CSV Import"), Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
+    if (answer != Dialogs::Answer::Yes)
+        return;
+    Execute(u"UPDATE " % m_table % u" SET " % texts.updates.mid(1) % u" WHERE " % m_keyColumn % u" = " %
+            QString::number(key));
+    ++m_counts.updated;
+}
+
+void ImportRun::Write(const LineTexts &texts)
+{
+    if (HasRow(Select(texts.fullTest))) {
+        ++m_counts.skipped;
+        return;
+    }
+    if (!texts.identityTest.isEmpty()) {
+        const Recordset same = OpenRecordset(Select(texts.identityTest));
+        if (!same.IsEmpty())
+            return Update(texts, same.First().Long(m_keyColumn));
+    }
+    Execute(u"INSERT INTO " % m_table % u" (" % texts.columns.mid(1) % u") VALUES (" % texts.values.mid(1) %
+            u")");
+    ++m_counts.imported;
+}
+
+void ImportRun::TakeLine(const CsvLine &line)
+{
+    if (IsRefused(line)) {
+        ++m_counts.skipped;
+        return;
+    }
+    const LineTexts texts = TextsOf(line);
+    if (texts.values.isEmpty())
+        ++m_counts.skipped;
+    else
+        Write(texts);
+}
+
+void CleanUp()
+{
+    static constexpr std::array statements{
+        "UPDATE Contacts SET Cust_City = 1 WHERE Cust_City is NULL",
+        "UPDATE Contacts SET Cust_Country = 1 WHERE Cust_Country is NULL",
+        "UPDATE Contacts SET Cust_City = 1 WHERE Cust_City is NULL",
+        "UPDATE Contacts SET Cust_Designation = 1 WHERE Cust_Designation is NULL",
+        "UPDATE Contacts SET Cust_County = 1 WHERE Cust_County is NULL",
+        "UPDATE Contacts SET Cust_EthnicGroup = 1 WHERE Cust_EthnicGroup is NULL",
+        "UPDATE Contacts SET OrganRef = 1 WHERE OrganRef is NULL",
+        "UPDATE Contacts SET ContactContactRef = 1 WHERE ContactContactRef is NULL",
+        "UPDATE Organisations SET City = 1 WHERE City IS NULL",
+        "UPDATE Organisations SET County = 1 WHERE County IS NULL",
+        "UPDATE Organisations SET Country = 1 WHERE Country IS NULL",
+        "DELETE FROM Contacts WHERE ContactRef > 1 and (Cust_Forename is NULL or Cust_Surname is NULL)",
+        "DELETE FROM Organisations WHERE OrganRef > 1 and (OrganName is NULL)",
+    };
+    for (const char *const statement : statements)
+        Execute(QString::fromLatin1(statement));
+}
+
+/// The mapping was made on another header than the file has now.
+bool HeaderDiffers(const ListModel &fields, const QString &header)
+{
+    for (const int row : fields.CheckedRows()) {
+        const ListItem &field = fields.At(row);
+        if (field.key.contains(u'-') && CsvGetField(header, delimiter, KeyNumber(field.key)) != field.text)
+            return true;
+    }
+    return false;
+}
+
+QString CountsText(const ImportCounts &counts)
+{
+    return QString::number(counts.imported) % u" Records where imported.\n" %
+           QString::number(counts.updated) % u" Records where updated.\n" % QString::number(counts.skipped) %
+           u" Records where skipped.";
+}
+
+/// "line 12 of 500", by the data lines of the file.
+QString Reached(const CsvProgress &progress)
+{
+    return u"line " % QString::number(progress.Value()) % u" of " % QString::number(progress.Maximum());
+}
+
+void ImportLines(ImportRun &run, CsvReader &reader, CsvProgress &progress)
+{
+    WriteGroup group(gConnection);
+    CsvLine line;
+    for (int done = 1; !progress.IsCancelled() && reader.Next(line); ++done) {
+        run.TakeLine(line);
+        group.Tick();
+        progress.SetValue(done);
+    }
+    CleanUp();
+}
+
+/// Reports a query that OpenReportQuery refused, as a failed one is reported.
+void ReportRefusedQuery()
+{
+    SetCurrentError({0, QStringLiteral("CSV Import"),
+                     QStringLiteral("The query of the data set does not read what can be imported."),
+                     QString()});
+    HandleError(QStringLiteral("Import_CSV_File"), 0);
+}
+
+enum class Outcome { Ran, Failed, Told };
+
+Outcome Say(const QString &text)
+{
+    Tell(text);
+    return Outcome::Told;
+}
+
+/// Opens the file and makes the run for it; the lines behind the header are left to read.
+Outcome Prepare(std::optional<ImportRun> &run, CsvReader &reader, const QString &fileName,
+                const ListModel &fields, const QString &sql, const QString &keyColumn, const QString &table)
+{
+    const std::optional<Recordset> query = OpenReportQuery(sql);
+    if (!query) {
+        ReportRefusedQuery();
+        return Outcome::Failed;
+    }
+    if (!reader.Open(fileName))
+        return Say(u"Unable to open '" % fileName % u"'.\n" % reader.Problem());
+    CsvLine header;
+    if (!reader.Next(header) || reader.CountRest() == 0)
+        return Say(QStringLiteral("No Records found to import."));
+    if (HeaderDiffers(fields, header.text))
+        return Say(u"The fields of '" % fileName %
+                   u"' are not any more what they were when you chose it. Please choose the file again.");
+    run.emplace(keyColumn, table, ImportColumns(fields, *query, table), header.text);
+    return Outcome::Ran;
+}
+
+void TellNotes(const ImportNotes &notes, const CsvReader &reader, const QString &fileName)
+{
+    QString text = notes.IsEmpty() ? QString() : notes.Text(fileName);
+    if (reader.FileChanged()) {
+        text += (text.isEmpty() ? u"" : u"\n\n") %
+                QString(u'\'' % fileName %
+                        u"' changed in the meantime. Its lines were taken as they stood at the start.");
+    }
+    if (!text.isEmpty())
+        Tell(text);
+}
+} // namespace
+
+bool Import_CSV_File(const QString &fileName, const ListModel &fields, const QString &sql,
+                     const QString &keyColumn, const QString &table, CsvProgress &progress)
+{
+    CsvReader reader;
+    std::optional<ImportRun> run;
+    const Outcome outcome = Reported("Import_CSV_File", Outcome::Failed, [&] {
+        const Outcome prepared = Prepare(run, reader, fileName, fields, sql, keyColumn, table);
+        if (prepared == Outcome::Ran) {
+            progress.Begin(reader.CountRest());
+            ImportLines(*run, reader, progress);
+        }
+        return prepared;
+    });
+
+    if (outcome == Outcome::Told)
+        return false;
+    const bool failed = outcome == Outcome::Failed;
+    if (failed)
+        Tell(QStringLiteral("Import failed, maybe an invalid SQL query was passed."));
+    if (!run)
+        return false;
+    if (failed)
+        Tell(u"The import stopped behind " % Reached(progress) %
+             u". What it did before stays in the database:\n" % CountsText(run->Counts()));
+    else if (progress.IsCancelled())
+        Tell(u"Import cancelled behind " % Reached(progress) % u":\n" % CountsText(run->Counts()));
+    else
+        Tell(u"Import complete:\n" % CountsText(run->Counts()));
+    TellNotes(run->Notes(), reader, fileName);
+    return !failed && !progress.IsCancelled();
+}

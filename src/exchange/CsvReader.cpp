@@ -1,0 +1,69 @@
+#include "exchange/CsvReader.h"
+
+#include "exchange/CsvFields.h"
+
+namespace
+{
+/// A field of more lines than this is taken for a quote that was never closed.
+constexpr int mostLinesOfRecord = 500;
+} // namespace
+
+bool CsvReader::Open(const QString &fileName)
+{
+    m_headerFields = 0;
+    return m_lines.Open(fileName);
+}
+
+void CsvReader::SetBytes(const QByteArray &bytes)
+{
+    m_headerFields = 0;
+    m_lines.SetBytes(bytes);
+}
+
+bool CsvReader::Next(CsvLine &line)
+{
+    if (!m_lines.Next(line.text))
+        return false;
+    line.number = m_lines.Number();
+    line.unclosedQuote = false;
+    if (line.text.contains(u'"')) {
+        CsvQuoteWalk walk(m_delimiter);
+        walk.Walk(line.text);
+        line.unclosedQuote = walk.Inside() && !JoinLines(line, walk);
+    }
+    if (m_headerFields == 0)
+        m_headerFields = CsvCountFields(line.text, m_delimiter);
+    return true;
+}
+
+bool CsvReader::JoinLines(CsvLine &line, const CsvQuoteWalk &begun)
+{
+    const TextLines::Place behindFirst = m_lines.Here();
+    CsvQuoteWalk walk = begun;
+    QString joined = line.text;
+    QString more;
+    for (int lines = 1; lines < mostLinesOfRecord && walk.Orderly() && m_lines.Next(more); ++lines) {
+        joined += u'\n' % more;
+        walk.Walk(more);
+        if (walk.Inside())
+            continue;
+        const bool fits = m_headerFields == 0 || walk.Delimiters() + 1 == m_headerFields;
+        if (!fits || !walk.Orderly())
+            break;
+        line.text = joined;
+        return true;
+    }
+    m_lines.GoTo(behindFirst);
+    return false;
+}
+
+int CsvReader::CountRest()
+{
+    const TextLines::Place here = m_lines.Here();
+    int count = 0;
+    CsvLine line;
+    while (Next(line))
+        ++count;
+    m_lines.GoTo(here);
+    return count;
+}

@@ -1,0 +1,158 @@
+#include "exchange/ImportColumn.h"
+
+#include "controls/ListModel.h"
+#include "database/DecodeDateFunc.h"
+#include "database/GlobalCode.h"
+#include "exchange/TableFixODBC.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+/// A column whose text stands for a row of another table.
+struct ImportColumn::Lookup {
+    const char *into;   ///< the table that is imported
+    const char *column; ///< as the data set's query has it
+    const char *target; ///< the column that takes the key
+    const char *table;
+    const char *name;
+    const char *key;
+    const char *extra;
+};
+
+QDate ImportedDate(const QString &text)
+{
+    const QDate british = QDate::fromString(text, QStringLiteral("dd/MM/yyyy"));
+    return british.isValid() ? british : QDate::fromString(text, QStringLiteral("yyyy-MM-dd"));
+}
+
+QString CutSafeText(const QString &text, int size)
+{
+    QString safe = SqlSafeText(text);
+    if (size <= 0 || safe.size() <= size)
+        return safe;
+    safe.truncate(size);
+    if (safe.back().isHighSurrogate())
+        safe.chop(1);
+    qsizetype apostrophes = 0;
+    while (apostrophes < safe.size() && safe.at(safe.size() - 1 - apostrophes) == u'\'')
+        ++apostrophes;
+    if (apostrophes % 2 == 1)
+        safe.chop(1);
+    return safe;
+}
+
+const ImportColumn::Lookup *ImportColumn::LookupOf(const QString &table, const QString &column)
+{
+    static constexpr std::array<Lookup, 9> lookups{{
+        {"CONTACTS", "TITLE", "Cust_Designation", "Designation", "Title", "Designation_ID", ""},
+        {"CONTACTS", "CITY", "Cust_City", "City", "City", "City_ID", ""},
+        {"CONTACTS", "COUNTY", "Cust_County", "County", "County", "County_ID", ""},
+        {"CONTACTS", "COUNTRY", "Cust_Country", "Country", "Country", "Country_ID", ""},
+        {"CONTACTS", "TYPE", "Cust_Ethnicgroup", "EthnicGroup", "Type", "Ethnic_ID", ""},
+        {"CONTACTS", "ORGANNAME", "OrganRef", "Organisations", "OrganName", "OrganRef", " "},
+        {"ORGANISATIONS", "CITY5", "City", "City", "City", "City_ID", ""},
+        {"ORGANISATIONS", "COUNTY5", "County", "County", "County", "County_ID", ""},
+        {"ORGANISATIONS", "COUNTRY5", "Country", "Country", "Country", "Country_ID", ""},
+    }};
+    const auto found = std::find_if(lookups.begin(), lookups.end(), [&](const Lookup &lookup) {
+        return table == QLatin1String(lookup.into) && column == QLatin1String(lookup.column);
+    });
+    return found == lookups.end() ? nullptr : &*found;
+}
+
+ImportColumn::Kind ImportColumn::KindOf(ColumnType type)
+{
+    switch (type) {
+    case ColumnType::SmallInt:
+    case ColumnType::Integer:
+        return Kind::Whole;
+    case ColumnType::Double:
+        return Kind::Number;
+    default:
+        return Kind::Text;
+    }
+}
+
+ImportColumn::ImportColumn(const RecordsetColumn &about, const QString &table, int position, Role role)
+    : m_lookup(LookupOf(table.toUpper(), about.name.toUpper()))
+    , m_target(m_lookup ? QString::fromLatin1(m_lookup->target) : about.name)
+    , m_kind(m_lookup ? Kind::Lookup : KindOf(about.type))
+    , m_size(about.definedSize)
+    , m_position(position)
+    , m_role(role)
+{
+    const QString column = about.name.toUpper();
+    if (table.toUpper() != QLatin1String("CONTACTS"))
+        return;
+    if (column == QLatin1String("CUST_SEX"))
+        m_kind = Kind::Sex;
+    else if (column == QLatin1String("CUST_DOB"))
+        m_kind = Kind::Date;
+}
+
+QString ImportColumn::Objection(const QString &text) const
+{
+    if (m_kind == Kind::Date && !text.isEmpty() && !ImportedDate(text).isValid())
+        return QStringLiteral("is no date as DD/MM/YYYY or YYYY-MM-DD");
+    if (m_kind == Kind::Whole && ParseNumber(text) > std::numeric_limits<qint32>::max())
+        return QStringLiteral("is too large a number");
+    return {};
+}
+
+bool ImportColumn::Cuts(const QString &text) const
+{
+    if (m_size <= 0 || (m_kind != Kind::Text && m_kind != Kind::Lookup))
+        return false;
+    return m_kind == Kind::Lookup ? text.size() > m_size : SqlSafeText(text).size() > m_size;
+}
+
+QString ImportColumn::Value(const QString &text) const
+{
+    switch (m_kind) {
+    case Kind::Whole:
+        return SqlNumber(std::trunc(ParseNumber(text)));
+    case Kind::Number:
+        return SqlNumber(ParseNumber(text));
+    case Kind::Sex: {
+        const QString first = text.left(1).toUpper();
+        return SqlNumber(first == u"M" ? 2 : first == u"F" ? 1 : 0);
+    }
+    case Kind::Date:
+        return SqlNumber(DateToInt(ImportedDate(text)));
+    case Kind::Lookup: {
+        const QString name = m_size > 0 ? text.left(m_size) : text;
+        const int key =
+            Table_Fix(name, QString::fromLatin1(m_lookup->table), QString::fromLatin1(m_lookup->name),
+                      QString::fromLatin1(m_lookup->key), QString::fromLatin1(m_lookup->extra));
+        return key < 0 ? QString() : SqlNumber(key);
+    }
+    case Kind::Text:
+        break;
+    }
+    return u'\'' % CutSafeText(text, m_size) % u'\'';
+}
+
+std::vector<ImportColumn> ImportColumns(const ListModel &fields, const Recordset &query, const QString &table)
+{
+    using Role = ImportColumn::Role;
+    std::vector<ImportColumn> columns;
+    bool hasReference = false;
+    for (const int row : fields.CheckedRows()) {
+        const QString &key = fields.At(row).key;
+        const qsizetype hyphen = key.indexOf(u'-');
+        const int column = hyphen < 0 ? -1 : query.ColumnIndex(QStringView(key).mid(hyphen + 1));
+        if (column < 0)
+            continue;
+        const RecordsetColumn &about = query.Column(column);
+        const bool isReference = about.name.compare(u"ReferenceID", Qt::CaseInsensitive) == 0;
+        const Role role = key.startsWith(u'*') ? Role::Required : isReference ? Role::Reference : Role::Plain;
+        hasReference = hasReference || isReference;
+        columns.emplace_back(about, table, KeyNumber(key), role);
+    }
+    const int reference = query.ColumnIndex(u"ReferenceID");
+    if (!hasReference && reference >= 0)
+        columns.emplace_back(query.Column(reference), table, 0, Role::Reference);
+    return columns;
+}

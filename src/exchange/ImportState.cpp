@@ -1,0 +1,135 @@
+#include "exchange/ImportState.h"
+
+#include "exchange/CsvHeaders.h"
+#include "exchange/CsvImport.h"
+#include "platform/Dialogs.h"
+
+#include <algorithm>
+
+namespace
+{
+const QString language = QStringLiteral("English");
+
+bool Complain(const QString &text)
+{
+    Dialogs::MsgBox(text, QStringLiteral("CSV Import"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    return false;
+}
+
+bool IsRequired(const TreeNode *target)
+{
+    return target->key.startsWith(u'*');
+}
+} // namespace
+
+ImportState::ImportState(const CsvMap &map, QObject *parent)
+    : QObject(parent)
+    , m_map(map)
+{
+    ImportTypes.Fill({{QStringLiteral("!1"), QStringLiteral("Text File (Comma Separated Values)")}});
+    ImportTypes.SelectFirst();
+    std::vector<ListItem> sets;
+    for (const CsvDataSet &set : m_map.DataSets(language))
+        sets.push_back({u'!' % QString::number(set.number), set.name});
+    ImportList.Fill(std::move(sets));
+    ImportList.SelectFirst();
+    ImportSel.SetColumns({QStringLiteral("Text Field"), QStringLiteral("Veltrane Field")});
+    ImportSel.SetCheckable(true);
+    // A tick says that the field is imported, which a field without a target cannot be.
+    connect(&ImportSel, &ListModel::Checked, this, [this](int row) {
+        if (ImportSel.At(row).checked && !TargetOf(row))
+            ImportSel.SetChecked(row, false);
+    });
+}
+
+bool ImportState::ChooseDataSet()
+{
+    const QStringList selected = ImportList.SelectedKeys();
+    if (selected.isEmpty())
+        return Complain(QStringLiteral("No selected/available items to import."));
+    LoadTargets(KeyNumber(selected.first()));
+    return true;
+}
+
+void ImportState::LoadTargets(int dataSet)
+{
+    const std::vector<CsvMapEntry> entries = m_map.Entries(language, dataSet);
+    m_keyColumn = CsvMap::ValueOf(entries, u'%');
+    m_table = CsvMap::ValueOf(entries, u'#');
+    m_query = CsvMap::ValueOf(entries, u'$');
+    ImportKey.Clear();
+    for (const CsvMapEntry &entry : entries) {
+        if (entry.tag == u'*' || entry.tag == u'?')
+            ImportKey.Add({}, {entry.tag % entry.value, entry.text});
+    }
+}
+
+bool ImportState::ChooseFile(const QString &fileName)
+{
+    m_fileName = fileName;
+    if (!CsvReadHeaders(fileName, ImportSel))
+        return false;
+    MatchByName();
+    return true;
+}
+
+void ImportState::MatchByName()
+{
+    for (const TreeNode *target : ImportKey.Nodes()) {
+        for (int row = 0; !target->text.isEmpty() && row < ImportSel.Count(); ++row) {
+            if (ImportSel.At(row).text.toUpper().contains(target->text.toUpper())) {
+                SetTarget(row, target);
+                break;
+            }
+        }
+    }
+    ImportSel.SelectFirst();
+}
+
+TreeNode *ImportState::TargetOf(int row) const
+{
+    const QString &key = ImportSel.At(row).key;
+    const qsizetype hyphen = key.indexOf(u'-');
+    return hyphen < 0 ? nullptr : ImportKey.Find(key.left(1) % key.mid(hyphen + 1));
+}
+
+void ImportState::Unmap(int row)
+{
+    ImportSel.SetKey(row, u'?' % QString::number(KeyNumber(ImportSel.At(row).key)));
+    ImportSel.SetSubItem(row, 0, QString());
+    ImportSel.SetChecked(row, false);
+}
+
+void ImportState::SetTarget(int row, const TreeNode *target)
+{
+    for (int other = 0; target && other < ImportSel.Count(); ++other) {
+        if (other != row && TargetOf(other) == target)
+            Unmap(other);
+    }
+    if (!target)
+        return Unmap(row);
+    const QString position = QString::number(KeyNumber(ImportSel.At(row).key));
+    ImportSel.SetKey(row, target->key.left(1) % position % u'-' % target->key.mid(1));
+    ImportSel.SetSubItem(row, 0, target->text);
+    ImportSel.SetChecked(row, true);
+}
+
+bool ImportState::CheckMapping()
+{
+    const std::vector<int> checked = ImportSel.CheckedRows();
+    if (checked.empty())
+        return Complain(QStringLiteral("No fields to import."));
+    QString missing;
+    for (const TreeNode *target : ImportKey.Nodes()) {
+        const bool isMapped =
+            std::any_of(checked.begin(), checked.end(), [&](int row) { return TargetOf(row) == target; });
+        if (IsRequired(target) && !isMapped)
+            missing += u"    " % target->text % u'\n';
+    }
+    return missing.isEmpty() || Complain(u"The following fields are required:\n" % missing);
+}
+
+bool ImportState::Run(CsvProgress &progress)
+{
+    return Import_CSV_File(m_fileName, ImportSel, m_query, m_keyColumn, m_table, progress);
+}

@@ -1,0 +1,161 @@
+#include "exchange/TextLines.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QStringDecoder>
+#include <QUtf8StringView>
+
+#include <algorithm>
+#include <array>
+
+namespace
+{
+constexpr qint64 largestFile = 512LL * 1024 * 1024;
+
+/// What Windows-1252 has at 0x80 to 0x9F; its five unused places stand for themselves.
+constexpr std::array<char16_t, 32> windows1252{
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+QString FromWindows1252(const char *bytes, qsizetype size)
+{
+    QString text = QString::fromLatin1(bytes, size);
+    for (QChar &c : text) {
+        if (c >= QChar(0x80) && c <= QChar(0x9F))
+            c = QChar(windows1252[static_cast<size_t>(c.unicode() - 0x80)]);
+    }
+    return text;
+}
+
+/// A character cut off at the very end does not make a file any other than UTF-8.
+bool IsUtf8(const QByteArray &bytes)
+{
+    for (qsizetype cut = 0; cut <= std::min<qsizetype>(3, bytes.size()); ++cut) {
+        if (QUtf8StringView(bytes.constData(), bytes.size() - cut).isValidUtf8())
+            return true;
+        const auto last = static_cast<unsigned char>(bytes.at(bytes.size() - cut - 1));
+        if (last < 0x80)
+            return false;
+    }
+    return false;
+}
+
+/// Text in UTF-16 without a mark shows by the zero in every other byte of its plain letters.
+bool LooksLikeUtf16(const QByteArray &bytes, int zeroByte)
+{
+    const qsizetype looked = std::min<qsizetype>(bytes.size(), 4096) & ~qsizetype(1);
+    qsizetype zeros = 0;
+    qsizetype others = 0;
+    for (qsizetype i = 0; i < looked; i += 2) {
+        zeros += bytes.at(i + zeroByte) == 0;
+        others += bytes.at(i + 1 - zeroByte) == 0;
+    }
+    return looked >= 4 && zeros * 4 >= looked && others * 20 <= looked;
+}
+
+struct Recognised {
+    TextLines::Encoding encoding;
+    qsizetype markSize;
+};
+
+Recognised Recognise(const QByteArray &bytes)
+{
+    using Encoding = TextLines::Encoding;
+    if (bytes.startsWith("\xEF\xBB\xBF"))
+        return {Encoding::Utf8, 3};
+    if (bytes.startsWith("\xFF\xFE"))
+        return {Encoding::Utf16LE, 2};
+    if (bytes.startsWith("\xFE\xFF"))
+        return {Encoding::Utf16BE, 2};
+    if (LooksLikeUtf16(bytes, 1))
+        return {Encoding::Utf16LE, 0};
+    if (LooksLikeUtf16(bytes, 0))
+        return {Encoding::Utf16BE, 0};
+    return {IsUtf8(bytes) ? Encoding::Utf8 : Encoding::Windows1252, 0};
+}
+} // namespace
+
+TextLines::Stamp TextLines::StampOfFile() const
+{
+    const QFileInfo info(m_fileName);
+    return {info.size(), info.lastModified()};
+}
+
+bool TextLines::FileChanged() const
+{
+    return StampOfFile() != m_stamp;
+}
+
+bool TextLines::Open(const QString &fileName)
+{
+    m_fileName = fileName;
+    m_problem.clear();
+    SetBytes({});
+    const QFileInfo info(fileName);
+    if (!info.exists())
+        m_problem = QStringLiteral("The file does not exist.");
+    else if (info.isDir())
+        m_problem = QStringLiteral("It is a folder.");
+    else if (!info.isFile())
+        m_problem = QStringLiteral("It is no file of text.");
+    else if (info.size() > largestFile)
+        m_problem = QStringLiteral("It is larger than 512 megabytes.");
+    if (!m_problem.isEmpty())
+        return false;
+
+    m_stamp = StampOfFile();
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        m_problem = file.errorString() % u'.';
+        return false;
+    }
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        m_problem = file.errorString() % u'.';
+    else if (FileChanged() || bytes.size() != m_stamp.size)
+        m_problem = QStringLiteral("Another program is writing it. Try again when it has finished.");
+    if (!m_problem.isEmpty())
+        return false;
+    SetBytes(bytes);
+    return true;
+}
+
+void TextLines::SetBytes(const QByteArray &bytes)
+{
+    const Recognised found = Recognise(bytes);
+    m_encoding = found.encoding;
+    m_bytes = bytes.mid(found.markSize);
+    if (m_encoding == Encoding::Utf16LE || m_encoding == Encoding::Utf16BE) {
+        QStringDecoder decode(m_encoding == Encoding::Utf16LE ? QStringDecoder::Utf16LE
+                                                              : QStringDecoder::Utf16BE);
+        const QString text = decode(m_bytes);
+        m_bytes = text.toUtf8();
+    }
+    m_place = {};
+}
+
+bool TextLines::Next(QString &line)
+{
+    if (m_place.offset >= m_bytes.size())
+        return false;
+    const char *const start = m_bytes.constData() + m_place.offset;
+    const char *const end = m_bytes.constData() + m_bytes.size();
+    const char *const stop = std::find_if(start, end, [](char c) { return c == '\n' || c == '\r'; });
+    line = Decoded(start, stop - start);
+    m_hadNul = line.contains(QChar(u'\0'));
+    if (m_hadNul)
+        line.remove(QChar(u'\0'));
+
+    const bool pair = end - stop >= 2 && stop[0] == '\r' && stop[1] == '\n';
+    const char *const next = stop == end ? end : stop + (pair ? 2 : 1);
+    m_place.offset = next - m_bytes.constData();
+    ++m_place.number;
+    return true;
+}
+
+QString TextLines::Decoded(const char *bytes, qsizetype size) const
+{
+    return m_encoding == Encoding::Windows1252 ? FromWindows1252(bytes, size)
+                                               : QString::fromUtf8(bytes, size);
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+
+/// The lines of a text file of unknown origin: UTF-8 and UTF-16 with or without a byte-order mark, and
+/// Windows-1252 for what is neither; lines end with CR, LF or both. The file is read at once when it opens,
+/// so that a file which changes meanwhile cannot give half a line.
+class TextLines final
+{
+public:
+    enum class Encoding { Utf8, Utf16LE, Utf16BE, Windows1252 };
+    struct Place {
+        qsizetype offset = 0;
+        int number = 0;
+    };
+
+    /// False if the file cannot be read; Problem() then tells why, as a sentence.
+    bool Open(const QString &fileName);
+    void SetBytes(const QByteArray &bytes);
+    const QString &Problem() const { return m_problem; }
+    Encoding FileEncoding() const { return m_encoding; }
+
+    /// The next line without its end; false behind the last one. NUL characters are left out: no column
+    /// takes them.
+    bool Next(QString &line);
+    bool HadNul() const { return m_hadNul; }      ///< the last line given held NUL characters
+    int Number() const { return m_place.number; } ///< of the last line given, from 1
+    Place Here() const { return m_place; }
+    void GoTo(const Place &place) { m_place = place; }
+    /// The file is not any more as it was when it was read.
+    bool FileChanged() const;
+
+private:
+    struct Stamp {
+        qint64 size = -1;
+        QDateTime modified;
+        bool operator==(const Stamp &other) const = default;
+    };
+    Stamp StampOfFile() const;
+    QString Decoded(const char *bytes, qsizetype size) const;
+
+    QString m_fileName;
+    QString m_problem;
+    QByteArray m_bytes; ///< UTF-8 or Windows-1252; UTF-16 is turned into UTF-8
+    Encoding m_encoding = Encoding::Utf8;
+    Stamp m_stamp;
+    Place m_place;
+    bool m_hadNul = false;
+};

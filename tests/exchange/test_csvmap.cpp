@@ -1,0 +1,267 @@
+#include "exchange/CsvMap.h"
+#include "exchange/ImportState.h"
+#include "support/ScriptedDialogs.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace
+{
+const QByteArray plainMap = "[English]\n[People]=!1\n[Firms]=!11\n[ENDEnglish]\n"
+                            "[!1]\n[Key]=%Ref\n[Table]=#PEOPLE\n[Query]=$SELECT [a]=b\n"
+                            "[Name]=*Nm\n[Town]=?Tn\n[END]\n"
+                            "[!11]\n[Firm]=*Fm\n[END]\n";
+
+CsvMap ShippedMap()
+{
+    return CsvMap(QStringLiteral(SYSTEM_DATA "/csvmap.dat"));
+}
+
+QStringList Names(const CsvMap &map, const QString &language = QStringLiteral("English"))
+{
+    QStringList names;
+    for (const CsvDataSet &set : map.DataSets(language))
+        names.append(set.name + '=' + QString::number(set.number));
+    return names;
+}
+
+QStringList Texts(const CsvMap &map, int number)
+{
+    QStringList texts;
+    for (const CsvMapEntry &entry : map.Entries(QStringLiteral("english"), number))
+        texts.append(entry.text + ':' + entry.tag + entry.value);
+    return texts;
+}
+
+/// The mapping of a header line as "field>target" for each mapped field.
+QStringList Mapped(ImportState &state, const QString &folder, const QString &header, int dataSet = 0)
+{
+    QFile file(folder + "/header.csv");
+    if (!file.open(QIODevice::WriteOnly) || file.write(header.toUtf8() + "\nx\n") < 0)
+        return {"no file"};
+    file.close();
+    state.ImportList.SelectOnly(dataSet);
+    if (!state.ChooseDataSet() || !state.ChooseFile(file.fileName()))
+        return {"not read"};
+    QStringList mapped;
+    for (int row = 0; row < state.ImportSel.Count(); ++row) {
+        const ListItem &field = state.ImportSel.At(row);
+        if (const TreeNode *target = state.TargetOf(row))
+            mapped.append(field.text + '>' + target->key + (field.checked ? "" : " unchecked"));
+    }
+    return mapped;
+}
+} // namespace
+
+class TestCsvMap final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void ReadsDataSetsAndEntries();
+    void PassesOverWhatItDoesNotUnderstand_data();
+    void PassesOverWhatItDoesNotUnderstand();
+    void FileThatIsNoMapOffersNothing_data();
+    void FileThatIsNoMapOffersNothing();
+    void MillionLines();
+    void ShippedMapMatchesByName_data();
+    void ShippedMapMatchesByName();
+    void TargetsMoveBetweenRows();
+    void AFieldWithoutATargetCannotBeTicked();
+    void ChecksWhatIsMissing();
+};
+
+void TestCsvMap::ReadsDataSetsAndEntries()
+{
+    const CsvMap map = CsvMap::FromBytes(plainMap);
+    QCOMPARE(Names(map), (QStringList{"People=1", "Firms=11"}));
+    QCOMPARE(Names(map, "ENGLISH"), Names(map));
+    QCOMPARE(Names(map, "French"), QStringList());
+    QCOMPARE(Texts(map, 1),
+             (QStringList{"Key:%Ref", "Table:#PEOPLE", "Query:$SELECT [a]=b", "Name:*Nm", "Town:?Tn"}));
+    QCOMPARE(Texts(map, 11), QStringList{"Firm:*Fm"});
+    QCOMPARE(Texts(map, 2), QStringList());
+    QCOMPARE(CsvMap::ValueOf(map.Entries("English", 1), u'#'), QStringLiteral("PEOPLE"));
+    QCOMPARE(CsvMap::ValueOf(map.Entries("English", 11), u'#'), QString());
+}
+
+void TestCsvMap::PassesOverWhatItDoesNotUnderstand_data()
+{
+    QTest::addColumn<QByteArray>("map");
+    QTest::addColumn<QStringList>("sets");
+    QTest::addColumn<QStringList>("entries"); // of data set 1
+    using L = QStringList;
+    QTest::newRow("blanks and letter case")
+        << QByteArray("  [eNGLISH] \n [A]= !1 \n[endENGLISH]\n x [!1] y\n [B]= *c \n[end]\n[C]=?d")
+        << L{"A=1"} << L{"B:*c"};
+    QTest::newRow("block without an end")
+        << QByteArray("[English]\n[A]=!1\n[!1]\n[B]=*c\n[C]=?d") << L{"A=1"} << L{"B:*c", "C:?d"};
+    QTest::newRow("lines that are nothing")
+        << QByteArray("[English]\n[A\nA]=!1\n[A]=1\n[A]=!x\n[A]=\n=!1\n[Z]=!1\n[ENDEnglish]\n[!1]\nB\n[B\n[B]"
+                      "\n[B]=\n]=[\n[B]=*c\n[END]")
+        << L{"Z=1"} << L{"B:*c"};
+    QTest::newRow("block before its language")
+        << QByteArray("[!1]\n[B]=*c\n[END]\n[English]\n[A]=!1\n") << L{"A=1"} << L{};
+    QTest::newRow("half a line at the end")
+        << QByteArray("[English]\n[A]=!1\n[ENDEnglish]\n[!1]\n[B]=*c\n[C]=") << L{"A=1"} << L{"B:*c"};
+    QTest::newRow("UTF-16") << QByteArray("\xFF\xFE") +
+                                   QByteArray("[\0E\0n\0g\0l\0i\0s\0h\0]\0\n\0[\0A\0]\0=\0!\0"
+                                              "1\0",
+                                              34)
+                            << L{"A=1"} << L{};
+    QTest::newRow("Windows-1252") << QByteArray("[English]\n[Caf\xE9]=!1\n") << L{QString::fromUtf8("Café=1")}
+                                  << L{};
+}
+
+void TestCsvMap::PassesOverWhatItDoesNotUnderstand()
+{
+    QFETCH(QByteArray, map);
+    const CsvMap read = CsvMap::FromBytes(map);
+    QTEST(Names(read), "sets");
+    QTEST(Texts(read, 1), "entries");
+}
+
+void TestCsvMap::FileThatIsNoMapOffersNothing_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::newRow("missing") << "/no/such/csvmap.dat";
+    QTest::newRow("folder") << SYSTEM_DATA;
+    QTest::newRow("empty") << EXCHANGE_FIXTURES "/empty.csv";
+    QTest::newRow("another text") << EXCHANGE_FIXTURES "/utf8-lf.csv";
+    QTest::newRow("binary") << "/bin/sh";
+}
+
+void TestCsvMap::FileThatIsNoMapOffersNothing()
+{
+    QFETCH(QString, file);
+    const CsvMap map(file);
+    QCOMPARE(Names(map), QStringList());
+    ImportState state(map);
+    ScriptedDialogs user;
+    user.Expect("CSV Import", "No selected/available items to import.");
+    QVERIFY(!state.ChooseDataSet());
+}
+
+void TestCsvMap::MillionLines()
+{
+    const CsvMap map = CsvMap::FromBytes(QByteArray("[x]\n").repeated(1000000) + plainMap);
+    QCOMPARE(Names(map), (QStringList{"People=1", "Firms=11"}));
+    QCOMPARE(Texts(map, 11), QStringList{"Firm:*Fm"});
+}
+
+void TestCsvMap::ShippedMapMatchesByName_data()
+{
+    QTest::addColumn<int>("dataSet");
+    QTest::addColumn<QString>("header");
+    QTest::addColumn<QStringList>("mapped");
+    using L = QStringList;
+    QTest::newRow("people of the sample file")
+        << 0 << "Forename,Surname,Organisation,Address,Town/City,County,Postcode,Telephone,Fax,E-mail,Website"
+        << L{"Forename>*Cust_Forename", "Surname>*Cust_Surname",  "Organisation>?OrganName",
+             "Address>*Cust_Addr1",     "Town/City>?City",        "County>?County",
+             "Postcode>?Cust_Postcode", "Telephone>?Cust_TelDay", "Fax>?Cust_Fax",
+             "E-mail>?Cust_Email",      "Website>?Cust_URL"};
+    QTest::newRow("special names before general ones")
+        << 0 << "JOB TITLE,Title,Evening Telephone,Telephone,Ethnicity,City,E-mail address,Address 2"
+        << L{"JOB TITLE>?JobTitle", "Evening Telephone>?Cust_TelEve", "Ethnicity>?Type",
+             "E-mail address>?Cust_Email", "Address 2>?Cust_Addr2"};
+    QTest::newRow("general names before special ones")
+        << 0 << "Title,Job Title,Telephone,Telephone Extension,City,Country,Ethnic group,Address 1,Address 2"
+        << L{"Title>?Title",
+             "Job Title>?JobTitle",
+             "Telephone>?Cust_TelDay",
+             "Telephone Extension>?Cust_TelExt",
+             "City>?City",
+             "Country>?Country",
+             "Ethnic group>?Type",
+             "Address 1>*Cust_Addr1",
+             "Address 2>?Cust_Addr2"};
+    QTest::newRow("words that only look alike")
+        << 0 << "Name,Contact preference,Country,Counts,Mobile" << L{"Country>?Country"};
+    QTest::newRow("organisations")
+        << 1 << "Organisation,Address,City,County,Country,Telephone,Out of hours telephone,Fax"
+        << L{"Organisation>*OrganName",
+             "Address>?Addr1",
+             "City>?CITY5",
+             "County>?COUNTY5",
+             "Country>?COUNTRY5",
+             "Telephone>?TelDay",
+             "Out of hours telephone>?TelOut",
+             "Fax>?Fax"};
+}
+
+void TestCsvMap::ShippedMapMatchesByName()
+{
+    QFETCH(int, dataSet);
+    QFETCH(QString, header);
+    const QTemporaryDir folder;
+    ImportState state(ShippedMap());
+    QTEST(Mapped(state, folder.path(), header, dataSet), "mapped");
+
+    // What the program writes with these names it can read again, every field to its own target.
+    QStringList names;
+    QStringList expected;
+    for (const TreeNode *target : state.ImportKey.Nodes()) {
+        names.append(target->text);
+        expected.append(target->text + '>' + target->key);
+    }
+    QCOMPARE(Mapped(state, folder.path(), names.join(','), dataSet), expected);
+}
+
+void TestCsvMap::TargetsMoveBetweenRows()
+{
+    const QTemporaryDir folder;
+    ImportState state(CsvMap::FromBytes(plainMap));
+    QCOMPARE(Mapped(state, folder.path(), "First,Name,Town"), (QStringList{"Name>*Nm", "Town>?Tn"}));
+    QCOMPARE(state.ImportSel.At(1).key, QStringLiteral("*2-Nm"));
+    QCOMPARE(state.ImportSel.At(1).subItems, QStringList{"Name"});
+    QCOMPARE(state.ImportSel.At(0).key, QStringLiteral("?1"));
+
+    state.SetTarget(0, state.ImportKey.Find("*Nm"));
+    QCOMPARE(state.ImportSel.At(0).key, QStringLiteral("*1-Nm"));
+    QCOMPARE(state.ImportSel.At(1).key, QStringLiteral("?2"));
+    QCOMPARE(state.ImportSel.At(1).subItems, QStringList{""});
+    QVERIFY(!state.ImportSel.At(1).checked);
+
+    state.SetTarget(2, state.ImportKey.Find("*Nm"));
+    QCOMPARE(state.ImportSel.At(2).key, QStringLiteral("*3-Nm"));
+    state.SetTarget(2, nullptr);
+    QCOMPARE(state.ImportSel.CheckedRows().size(), size_t(0));
+    QCOMPARE(state.ImportSel.At(2).key, QStringLiteral("?3"));
+}
+
+void TestCsvMap::AFieldWithoutATargetCannotBeTicked()
+{
+    const QTemporaryDir folder;
+    ImportState state(CsvMap::FromBytes(plainMap));
+    Mapped(state, folder.path(), "First,Name");
+    state.ImportSel.SetChecked(0, true);
+    QVERIFY(!state.ImportSel.At(0).checked);
+    state.ImportSel.SetChecked(1, false);
+    state.ImportSel.SetChecked(1, true);
+    QVERIFY(state.ImportSel.At(1).checked);
+}
+
+void TestCsvMap::ChecksWhatIsMissing()
+{
+    const QTemporaryDir folder;
+    ImportState state(ShippedMap());
+    ScriptedDialogs user;
+    Mapped(state, folder.path(), "Surname,Fax,Else");
+    user.Expect("CSV Import", "The following fields are required:\n    Forename\n    Address\n");
+    QVERIFY(!state.CheckMapping());
+
+    state.ImportSel.SetChecked(0, false);
+    user.Expect("CSV Import", "The following fields are required:\n    Forename\n    Surname\n    Address\n");
+    QVERIFY(!state.CheckMapping());
+    state.ImportSel.SetChecked(1, false);
+    user.Expect("CSV Import", "No fields to import.");
+    QVERIFY(!state.CheckMapping());
+
+    Mapped(state, folder.path(), "Surname,Forename,Address");
+    QVERIFY(state.CheckMapping());
+}
+
+QTEST_GUILESS_MAIN(TestCsvMap)
+#include "test_csvmap.moc"
