@@ -35,6 +35,15 @@ bool Users_UpdateSecurity(int id, const QString &rights)
     return ADO_Users_UpdateUserSecurity(id, rights);
 }
 
+bool Users_PasswordsMatch(const QString &password, const QString &confirmed)
+{
+    if (password == confirmed)
+        return true;
+    Dialogs::MsgBox(QStringLiteral("Password doesn't match Confirm Password!"), QStringLiteral("Password"),
+                    Dialogs::Buttons::Ok, Dialogs::Icon::Stop);
+    return false;
+}
+
 bool Users_ChangePassword(int id, const QString &password)
 {
     return ADO_Users_ChangePassword(id, SqlSafeText(password));

@@ -20,6 +20,8 @@ void Users_Fill(ComboModel &combo);
 int Users_Add(const QString &name, const QString &password, const QString &rights);
 /// False on an error.
 bool Users_UpdateSecurity(int id, const QString &rights);
+/// True if both are the same, case included; otherwise the user has been told.
+bool Users_PasswordsMatch(const QString &password, const QString &confirmed);
 /// False on an error.
 bool Users_ChangePassword(int id, const QString &password);
 /// False on an error.

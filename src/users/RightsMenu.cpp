@@ -1,0 +1,100 @@
+#include "users/RightsMenu.h"
+
+#include "controls/TreeModel.h"
+#include "forms/TreeView.h"
+#include "platform/Dialogs.h"
+#include "users/UserRights.h"
+
+#include <QAction>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+
+RightsMenu::RightsMenu(TreeView *view, UserRights &rights, QObject *parent)
+    : QObject(parent)
+    , m_view(view)
+    , m_rights(rights)
+    , m_levels(NewMenu(QStringLiteral("ID_SecurityMenu")))
+    , m_yesNo(NewMenu(QStringLiteral("ID_YesNo")))
+{
+    AddLevel(m_levels, QStringLiteral("ID_NoAccess"), tr("&No Access"), RightLevel::none);
+    AddLevel(m_levels, QStringLiteral("ID_ViewOnly"), tr("&View/Select Only"), RightLevel::view);
+    AddLevel(m_levels, QStringLiteral("ID_Add"), tr("&Add Data Access Only"), RightLevel::add);
+    AddLevel(m_levels, QStringLiteral("ID_Add/Edit"), tr("Add and &Edit Access Only"), RightLevel::edit);
+    AddLevel(m_levels, QStringLiteral("ID_FullAccess"), tr("&Full Access [Add, Edit and Delete]\u2026"),
+             RightLevel::full);
+    AddLevel(m_yesNo, QStringLiteral("ID_Yes"), tr("&Yes"), RightLevel::full);
+    AddLevel(m_yesNo, QStringLiteral("ID_No"), tr("&No"), RightLevel::none);
+
+    m_view->installEventFilter(this);
+    m_view->viewport()->installEventFilter(this);
+    connect(m_view, &TreeView::clicked, this, &RightsMenu::RefuseForAdministrator);
+}
+
+QMenu *RightsMenu::NewMenu(const QString &name)
+{
+    auto *menu = new QMenu(m_view);
+    menu->setObjectName(name);
+    return menu;
+}
+
+void RightsMenu::AddLevel(QMenu *menu, const QString &name, const QString &caption, QChar digit)
+{
+    QAction *action = menu->addAction(caption);
+    action->setObjectName(name);
+    action->setCheckable(true);
+    action->setData(digit);
+    connect(action, &QAction::triggered, this, [this, digit] { Choose(digit); });
+}
+
+bool RightsMenu::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Space) {
+        const QRect row = m_view->visualRect(m_view->currentIndex());
+        Open(m_view->viewport()->mapToGlobal(row.bottomLeft()));
+        return true;
+    }
+    if (event->type() == QEvent::ContextMenu) {
+        const auto *asked = static_cast<QContextMenuEvent *>(event);
+        const bool byKey = asked->reason() != QContextMenuEvent::Mouse;
+        const QRect row = m_view->visualRect(m_view->currentIndex());
+        if (byKey)
+            Open(m_view->viewport()->mapToGlobal(row.bottomLeft()));
+        else if (m_view->indexAt(asked->pos()).isValid())
+            Open(asked->globalPos());
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+bool RightsMenu::RefuseForAdministrator()
+{
+    if (m_readOnly || !m_rights.IsAdministrator())
+        return false;
+    Dialogs::MsgBox(QStringLiteral("Uncheck the SystemAdmin box to change value."));
+    return true;
+}
+
+void RightsMenu::Open(const QPoint &globalPosition)
+{
+    const TreeNode *node = m_view->Model().Selected();
+    if (!node || m_readOnly || RefuseForAdministrator())
+        return;
+    const RightOfKey right(node->key);
+    if (right.position < 0)
+        return;
+    QMenu *menu = right.kind == RightKind::YesNo ? m_yesNo : m_levels;
+    for (QAction *action : menu->actions())
+        action->setChecked(action->data().toChar() == m_rights.Digit(right.position));
+    menu->popup(globalPosition);
+}
+
+void RightsMenu::Choose(QChar digit)
+{
+    const TreeNode *node = m_view->Model().Selected();
+    if (!node)
+        return;
+    m_rights.Set(RightOfKey(node->key).position, digit);
+    RefreshRightTexts(m_view->Model(), m_rights);
+    emit RightChanged();
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QObject>
+
+class QMenu;
+class TreeView;
+class UserRights;
+struct TreeNode;
+
+/// The pop-up menus of the rights tree: on a right click, the Menu key, Shift+F10 and the space bar the
+/// selected right offers its levels, and the one chosen is stored and shown. While the user is an
+/// administrator there is nothing to choose, and a click or key says so.
+class RightsMenu final : public QObject
+{
+    Q_OBJECT
+
+public:
+    RightsMenu(TreeView *view, UserRights &rights, QObject *parent = nullptr);
+
+    /// A tree that can only be looked at has no menus.
+    void SetReadOnly(bool readOnly) { m_readOnly = readOnly; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+signals:
+    void RightChanged();
+
+private:
+    QMenu *NewMenu(const QString &name);
+    void AddLevel(QMenu *menu, const QString &name, const QString &caption, QChar digit);
+    bool RefuseForAdministrator();
+    void Open(const QPoint &globalPosition);
+    void Choose(QChar digit);
+
+    TreeView *m_view;
+    UserRights &m_rights;
+    QMenu *m_levels;
+    QMenu *m_yesNo;
+    bool m_readOnly = false;
+};

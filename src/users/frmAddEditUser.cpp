@@ -1,0 +1,167 @@
+#include "users/frmAddEditUser.h"
+
+#include "core/Session.h"
+#include "forms/FormBuilder.h"
+#include "platform/Directories.h"
+#include "users/RightsMenu.h"
+#include "users/UsersModule.h"
+
+#include <algorithm>
+
+frmAddEditUser::frmAddEditUser(QWidget *parent)
+    : frmAddEditUser({}, false, parent)
+{
+}
+
+frmAddEditUser::frmAddEditUser(std::vector<ListItem> users, bool readOnly, QWidget *parent)
+    : FormDialog(QStringLiteral("frmAddEditUser"), tr("User Settings"), parent)
+    , m_readOnly(readOnly)
+{
+    gDialogResult = 0;
+    m_users.Fill(std::move(users));
+    Users_Fill(m_others);
+    Build();
+    if (!IsNew())
+        LoadFirstUser();
+    FillRightsTree(
+        m_tree,
+        ReadSecurityMap(Directories::SystemFile(QStringLiteral("secmap.dat")), QStringLiteral("english")),
+        m_rights);
+    Connect();
+    if (m_readOnly)
+        Lock();
+    m_modified->Clear();
+}
+
+void frmAddEditUser::Build()
+{
+    FormBuilder form(this);
+    if (IsNew()) {
+        BuildUserFields(form);
+    } else {
+        form.BeginGroup({}, QStringLiteral("EditFrame"));
+        form.List(QStringLiteral("EditList"), tr("Setting security for the following users:"), m_users);
+        form.EndGroup();
+    }
+    BuildRights(form);
+    form.BeginButtons();
+    m_save = form.DefaultButton(QStringLiteral("AddBtn"), IsNew() ? tr("&Add") : tr("&Update"));
+    m_exit = form.Button(QStringLiteral("ExitBtn"), tr("&Cancel"));
+    form.EndButtons();
+    m_modified = new ModifiedMark(m_save, this);
+}
+
+void frmAddEditUser::BuildUserFields(FormBuilder &form)
+{
+    form.BeginGroup({}, QStringLiteral("UserFrame"));
+    m_name = form.Text(QStringLiteral("UserName"), tr("User:"), 255);
+    m_required.Add(form.Label(), m_name);
+    m_password = form.Password(QStringLiteral("NewPass1"), tr("Password:"));
+    m_required.Add(form.Label(), m_password);
+    m_confirm = form.Password(QStringLiteral("NewPass2"), tr("Confirm Password:"));
+    form.EndGroup();
+}
+
+void frmAddEditUser::BuildRights(FormBuilder &form)
+{
+    m_copyFrom = form.Check(QStringLiteral("CopyFromChk"), tr("&Use security based on user:"));
+    form.Beside();
+    m_copyList = form.Combo(QStringLiteral("UserList"), {}, m_others);
+    m_copyList->setAccessibleName(tr("User whose security is used"));
+    m_administrator =
+        form.Check(QStringLiteral("AdminChk"), tr("&Full Access Rights (System Administrator)"));
+    TreeView *tree = form.Tree(QStringLiteral("SecurityList"), tr("&Rights:"), m_tree);
+    m_menu = new RightsMenu(tree, m_rights, this);
+}
+
+void frmAddEditUser::LoadFirstUser()
+{
+    m_rights.Load(Users_GetSecurityRights(KeyNumber(m_users.At(0).key)));
+    m_administrator->setChecked(m_rights.IsFull());
+    m_rights.SetAdministrator(m_administrator->isChecked());
+}
+
+void frmAddEditUser::Connect()
+{
+    m_copyFrom->setVisible(m_others.Count() > 0);
+    m_copyList->setVisible(m_others.Count() > 0);
+    m_copyList->setEnabled(false);
+
+    m_modified->Watch(this);
+    connect(m_menu, &RightsMenu::RightChanged, m_modified, &ModifiedMark::Set);
+    connect(m_administrator, &QCheckBox::toggled, this, &frmAddEditUser::OnAdministrator);
+    connect(m_copyFrom, &QCheckBox::toggled, this, &frmAddEditUser::OnCopyFrom);
+    connect(&m_others, &ComboModel::CurrentChanged, this, &frmAddEditUser::CopyFromChosen);
+    connect(m_save, &QPushButton::clicked, this, &frmAddEditUser::Save);
+    connect(m_exit, &QPushButton::clicked, this, &frmAddEditUser::reject);
+}
+
+void frmAddEditUser::Lock()
+{
+    m_menu->SetReadOnly(true);
+    m_administrator->setEnabled(false);
+    m_copyFrom->setEnabled(false);
+    m_save->setEnabled(false);
+}
+
+bool frmAddEditUser::MayLeave()
+{
+    return m_modified->AskToSave([this] { Save(); });
+}
+
+void frmAddEditUser::Save()
+{
+    if (!(IsNew() ? AddUser() : UpdateUsers()))
+        return;
+    m_modified->Clear();
+    accept();
+}
+
+bool frmAddEditUser::AddUser()
+{
+    if (!m_required.Complete() || !Users_PasswordsMatch(m_password->text(), m_confirm->text()))
+        return false;
+    gDialogResult = std::max(0, Users_Add(m_name->text(), m_password->text(), m_rights.Text()));
+    m_addedName = m_name->text();
+    return gDialogResult > 0;
+}
+
+bool frmAddEditUser::UpdateUsers()
+{
+    for (int row = 0; row < m_users.Count(); ++row) {
+        if (!Users_UpdateSecurity(KeyNumber(m_users.At(row).key), m_rights.Text()))
+            return false;
+    }
+    gDialogResult = 1;
+    return true;
+}
+
+void frmAddEditUser::OnAdministrator(bool on)
+{
+    if (on)
+        m_copyFrom->setChecked(false);
+    m_rights.SetAdministrator(on);
+    ShowRights();
+}
+
+void frmAddEditUser::OnCopyFrom(bool on)
+{
+    m_copyList->setEnabled(on);
+    if (!on)
+        return;
+    m_administrator->setChecked(false);
+    CopyFromChosen();
+}
+
+void frmAddEditUser::CopyFromChosen()
+{
+    if (!m_copyFrom->isChecked() || m_others.Current() < 0)
+        return;
+    m_rights.Load(Users_GetSecurityRights(m_others.CurrentData()));
+    ShowRights();
+}
+
+void frmAddEditUser::ShowRights()
+{
+    RefreshRightTexts(m_tree, m_rights);
+}

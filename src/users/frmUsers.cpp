@@ -1,0 +1,131 @@
+#include "users/frmUsers.h"
+
+#include "core/Session.h"
+#include "database/GlobalCode.h"
+#include "database/Security.h"
+#include "forms/FormBuilder.h"
+#include "forms/FormSize.h"
+#include "platform/Dialogs.h"
+#include "users/UsersModule.h"
+#include "users/frmAddEditUser.h"
+#include "users/frmUsersPassword.h"
+
+#include <QMdiSubWindow>
+
+namespace
+{
+constexpr int rightUsers = 15;
+constexpr int rightPasswords = 17;
+} // namespace
+
+frmUsers::frmUsers(QWidget *parent)
+    : QWidget(parent)
+{
+    setObjectName(QStringLiteral("frmUsers"));
+    setWindowTitle(tr("Users"));
+    FormSize::Remember(this);
+    m_users.SetColumns({tr("Users")});
+    Build();
+    Connect();
+    Form_Refresh();
+}
+
+void frmUsers::Build()
+{
+    FormBuilder form(this);
+    m_list = form.List(QStringLiteral("MainList"), {}, m_users, ListView::Choice::Multi);
+    m_list->setAccessibleName(tr("Users"));
+    m_list->SetEmptyText(tr("No users yet: everybody can work with the database, with all rights."));
+    BuildButtons(form);
+}
+
+void frmUsers::BuildButtons(FormBuilder &form)
+{
+    form.BeginButtons(FormBuilder::Align::Start);
+    m_add = form.Button(QStringLiteral("AddBtn"), tr("&New User"));
+    m_edit = form.Button(QStringLiteral("EditBtn"), tr("&Security Rights"));
+    m_setPassword = form.Button(QStringLiteral("SetPassBtn"), tr("&Password"));
+    m_delete = form.Button(QStringLiteral("DelBtn"), tr("&Delete User"));
+    form.Gap();
+    m_refresh = form.Button(QStringLiteral("RefBtn"), tr("&Refresh"));
+    m_exit = form.Button(QStringLiteral("ExitBtn"), tr("E&xit"));
+    form.EndButtons();
+}
+
+void frmUsers::Connect()
+{
+    connect(m_add, &QPushButton::clicked, this, &frmUsers::AddUser);
+    connect(m_edit, &QPushButton::clicked, this, &frmUsers::EditRights);
+    connect(m_setPassword, &QPushButton::clicked, this, &frmUsers::SetPassword);
+    connect(m_delete, &QPushButton::clicked, this, &frmUsers::DeleteUsers);
+    connect(m_refresh, &QPushButton::clicked, this, &frmUsers::Form_Refresh);
+    connect(m_exit, &QPushButton::clicked, this, [this] {
+        auto *frame = qobject_cast<QMdiSubWindow *>(parentWidget());
+        frame ? frame->close() : close();
+    });
+    connect(m_list, &ListView::Opened, m_edit, &QPushButton::click);
+    connect(m_list, &ListView::DeletePressed, m_delete, &QPushButton::click);
+}
+
+void frmUsers::ApplyRights()
+{
+    const int users = UserRight(rightUsers);
+    // Who may change rights but not delete may still not add: 3 is left out on purpose.
+    m_add->setEnabled(users == 2 || users == 9);
+    m_delete->setEnabled(users == 9);
+    m_setPassword->setEnabled(UserRight(rightPasswords) == 9);
+}
+
+void frmUsers::Form_Refresh()
+{
+    ApplyRights();
+    Users_FillList(m_users);
+    m_users.SelectFirst();
+}
+
+void frmUsers::AddUser()
+{
+    frmAddEditUser form(this);
+    form.exec();
+    if (gDialogResult == 0)
+        return;
+    const int row = m_users.Add({u'!' % SqlNumber(gDialogResult), form.AddedName()});
+    if (row == 0)
+        m_users.SelectFirst();
+}
+
+void frmUsers::EditRights()
+{
+    std::vector<ListItem> users;
+    for (const int row : m_users.SelectedRows())
+        users.push_back(m_users.At(row));
+    if (users.empty())
+        return;
+    const bool readOnly = UserRight(rightUsers) < 3;
+    frmAddEditUser(std::move(users), readOnly, this).exec();
+}
+
+void frmUsers::SetPassword()
+{
+    const std::vector<int> selected = m_users.SelectedRows();
+    if (!selected.empty())
+        frmUsersPassword(m_users.At(selected.front()), this).exec();
+}
+
+void frmUsers::DeleteUsers()
+{
+    for (const QString &key : m_users.SelectedKeys()) {
+        const int row = m_users.Find(key);
+        const auto answer = Dialogs::MsgBox(u"Okay to delete user '" % m_users.At(row).text % u'\'',
+                                            QStringLiteral("Confirm Deletion"), Dialogs::Buttons::YesNo,
+                                            Dialogs::Icon::Question);
+        if (answer != Dialogs::Answer::Yes) {
+            m_users.Select(row, false);
+            continue;
+        }
+        if (!Users_Delete(KeyNumber(key)))
+            break;
+        m_users.RemoveKey(key);
+    }
+    m_users.SelectFirst();
+}
