@@ -1,0 +1,158 @@
+#include "contacts/frmSelectContacts.h"
+
+#include "contacts/ContactSelection.h"
+#include "core/Session.h"
+#include "enrolment/EnrolmentModule.h"
+#include "forms/FormBuilder.h"
+#include "forms/SearchBox.h"
+
+#include <QMenu>
+
+frmSelectContacts::frmSelectContacts(QWidget *parent)
+    : FormDialog(QStringLiteral("frmSelectContacts"), tr("Select Contacts"), parent)
+{
+    gDialogResult = 0;
+    m_available.SetColumns({tr("Contact")});
+    m_selected.SetColumns({tr("Contact"), tr("Address"), tr("City"), tr("Postcode")});
+    Contact_FillSubsetList(m_subsets);
+    Build();
+    BuildMenu();
+    Connect();
+    FillSubset();
+    m_search->setFocus();
+}
+
+void frmSelectContacts::Configure(Mode mode, ListModel &target, int courseRef, int limit)
+{
+    m_mode = mode;
+    m_target = &target;
+    m_courseRef = courseRef;
+    m_limit = limit;
+    if (m_mode == Mode::EnrolOnCourse)
+        Contact_SelectStudents(m_courseRef, target, m_selected);
+}
+
+void frmSelectContacts::Build()
+{
+    FormBuilder form(this);
+    m_search = form.Text(QStringLiteral("SearchBox"), tr("&Type name or select from list:"));
+    m_search->setClearButtonEnabled(true);
+    form.Beside();
+    form.Combo(QStringLiteral("ConcessionList"), tr("&Sub-set by Characteristic:"), m_subsets);
+
+    const FormBuilder::Pair pair = form.UsedAvailablePair({.available = QStringLiteral("ContactList"),
+                                                           .availableCaption = tr("Available Contacts"),
+                                                           .used = QStringLiteral("SelectedList"),
+                                                           .usedCaption = tr("Selected Contacts:")},
+                                                          m_available, m_selected);
+    m_availableList = pair.available;
+    m_selectedList = pair.used;
+    m_moves = pair.moves;
+    m_availableList->SetEmptyText(tr("Nobody is in this list."));
+    m_selectedList->SetEmptyText(tr("Nobody is selected."));
+    m_selectedList->SetColumnChars({24, 24, 14, 10});
+
+    form.BeginButtons(FormBuilder::Align::Start);
+    m_new = form.Button(QStringLiteral("AddBtn"), tr("&New Contact"));
+    m_view = form.Button(QStringLiteral("ViewBtn"), tr("&View Contact"));
+    m_find = form.Button(QStringLiteral("FindBtn"), tr("&Find"));
+    form.Gap();
+    m_refresh = form.Button(QStringLiteral("RefBtn"), tr("Refresh"));
+    m_exit = form.Button(QStringLiteral("ExitBtn"), tr("E&xit"));
+    m_exit->setToolTip(tr("Take the selected contacts over and close"));
+    form.EndButtons();
+    for (QPushButton *later : {m_new, m_view, m_find})
+        later->setEnabled(false);
+}
+
+void frmSelectContacts::BuildMenu()
+{
+    m_menu = new QMenu(this);
+    m_menu->setObjectName(QStringLiteral("Menu"));
+    const auto add = [this](const QString &name, const QString &caption) {
+        QAction *action = m_menu->addAction(caption);
+        action->setObjectName(name);
+        return action;
+    };
+    add(QStringLiteral("ID_New"), tr("&New Contact"))->setEnabled(false);
+    m_menu->addSeparator();
+    connect(add(QStringLiteral("ID_Add"), tr("&Add")), &QAction::triggered, m_moves, &UsedAvailable::Add);
+    connect(add(QStringLiteral("ID_Remove"), tr("Re&move")), &QAction::triggered, m_moves,
+            &UsedAvailable::Remove);
+    connect(add(QStringLiteral("ID_SelectAll"), tr("&Select All")), &QAction::triggered, this,
+            [this] { m_menuList->Model().SelectAll(); });
+    m_menu->addSeparator();
+    connect(add(QStringLiteral("ID_Refresh"), tr("&Refresh")), &QAction::triggered, this,
+            &frmSelectContacts::Refresh);
+}
+
+void frmSelectContacts::Connect()
+{
+    BindSearchBox(m_search, m_availableList);
+    connect(m_search, &QLineEdit::returnPressed, this, [this] {
+        m_moves->Add();
+        m_search->selectAll();
+    });
+    connect(&m_subsets, &ComboModel::CurrentChanged, this, [this](int row) {
+        if (row >= 0 && m_subsets.CurrentData() != m_shownSubset)
+            FillSubset();
+    });
+    m_moves->SetActions({.add = [this] { Contact_SelectChosen(m_available, m_selected); },
+                         .remove = [this] { m_selected.Take(m_selected.SelectedRows()); },
+                         .clear = [this] { m_selected.Clear(); }});
+    connect(m_refresh, &QPushButton::clicked, this, &frmSelectContacts::Refresh);
+    connect(m_exit, &QPushButton::clicked, this, &frmSelectContacts::HandOver);
+    for (ListView *list : {m_availableList, m_selectedList}) {
+        list->setContextMenuPolicy(Qt::CustomContextMenu);
+        connect(list, &ListView::customContextMenuRequested, this,
+                [this, list](const QPoint &position) { ShowMenu(list, position); });
+    }
+}
+
+void frmSelectContacts::ShowMenu(ListView *list, const QPoint &position)
+{
+    m_menuList = list;
+    const auto action = [this](const QString &name) { return m_menu->findChild<QAction *>(name); };
+    action(QStringLiteral("ID_Add"))->setEnabled(m_available.Selection()->hasSelection());
+    action(QStringLiteral("ID_Remove"))->setEnabled(m_selected.Selection()->hasSelection());
+    action(QStringLiteral("ID_SelectAll"))->setEnabled(!list->Model().IsEmpty());
+    m_menu->popup(list->viewport()->mapToGlobal(position));
+}
+
+void frmSelectContacts::FillSubset()
+{
+    m_shownSubset = m_subsets.CurrentData();
+    Contact_FillSubset(m_shownSubset, m_available);
+}
+
+void frmSelectContacts::Refresh()
+{
+    Contact_FillSubsetList(m_subsets);
+    FillSubset();
+    Contact_RefreshSelected(m_selected);
+}
+
+void frmSelectContacts::HandOver()
+{
+    const bool done = m_mode == Mode::EnrolOnCourse ? Enrol() : AddToTarget();
+    if (!done)
+        return;
+    gDialogResult = 1;
+    accept();
+}
+
+bool frmSelectContacts::AddToTarget()
+{
+    for (int row = 0; row < m_selected.Count(); ++row) {
+        const ListItem &person = m_selected.At(row);
+        if (!m_target->Contains(person.key))
+            m_target->Add({person.key, person.text});
+    }
+    return true;
+}
+
+bool frmSelectContacts::Enrol()
+{
+    return Course_CheckLimit(m_selected.Count(), m_limit) &&
+           ADO_Course_EnrollStudents(m_courseRef, m_selected);
+}

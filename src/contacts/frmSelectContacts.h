@@ -1,0 +1,62 @@
+#pragma once
+
+#include "controls/ComboModel.h"
+#include "controls/ListModel.h"
+#include "forms/FormDialog.h"
+
+class ListView;
+class QLineEdit;
+class QMenu;
+class QPushButton;
+class UsedAvailable;
+
+/// The picker of people. `ExitBtn` hands the selected people over; Escape and the window's close button
+/// leave without it. gDialogResult is 1 when they were handed over.
+class frmSelectContacts final : public FormDialog
+{
+    Q_OBJECT
+
+public:
+    enum class Mode {
+        AddToList = 1,    ///< joins the target list
+        EnrolOnCourse = 2 ///< becomes the students of a course, starting with the present ones
+    };
+
+    explicit frmSelectContacts(QWidget *parent = nullptr);
+
+    /// `target` is the caller's list, `limit` the most students that the course takes, 0 = no limit.
+    void Configure(Mode mode, ListModel &target, int courseRef = 0, int limit = 0);
+
+private:
+    void Build();
+    void BuildMenu();
+    void Connect();
+    void ShowMenu(ListView *list, const QPoint &position);
+    void FillSubset();
+    void Refresh();
+    void HandOver();
+    bool AddToTarget();
+    bool Enrol();
+
+    Mode m_mode = Mode::AddToList;
+    ListModel *m_target = nullptr;
+    int m_courseRef = 0;
+    int m_limit = 0;
+    int m_shownSubset = 0; ///< the characteristic whose people are listed; 0 = everybody
+
+    ComboModel m_subsets;
+    ListModel m_available;
+    ListModel m_selected;
+
+    QLineEdit *m_search = nullptr;
+    ListView *m_availableList = nullptr;
+    ListView *m_selectedList = nullptr;
+    ListView *m_menuList = nullptr; ///< the one that the pop-up menu was asked on
+    UsedAvailable *m_moves = nullptr;
+    QPushButton *m_new = nullptr;
+    QPushButton *m_view = nullptr;
+    QPushButton *m_find = nullptr;
+    QPushButton *m_refresh = nullptr;
+    QPushButton *m_exit = nullptr;
+    QMenu *m_menu = nullptr;
+};
