@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/Recordset.h"
+
+#include <QString>
+
+/// The writer of the reports: one output at a time, `temp.htm` in gDocDir, in windows-1252; a character
+/// outside it becomes a numeric reference. Texts go in as raw HTML. A report writes into a new file, which
+/// takes the place of the last one only when it is whole.
+
+/// 1 = cells have a thin border.
+extern int HTMLBorder;
+
+/// The full path of the output.
+QString HTML_OutputPath();
+/// Starts the output with its head, the user's own header file (gHeaderFile, if there is one) and the title.
+void HTML_Start(const QString &title);
+/// Ends the body and puts the file in its place. False if any of it could not be written: the cause is then
+/// noted for HandleError, with the file's name as its source, and what stood there before is still there.
+bool HTML_Finish();
+/// Throws away what was written since HTML_Start.
+void HTML_Discard();
+
+/// Mode 0 writes the bare text, 1 a bold paragraph, any other a paragraph. Size is a size code, 1 to 6.
+void HTML_Text(int mode, int size, const QString &text);
+void HTML_Table();
+void HTML_TableEnd();
+void HTML_RowStart();
+void HTML_RowEnd();
+void HTML_Rule();
+/// Alignments are codes, 0 to 4. A column span below 2 and a width (in pixels) below 1 are not written.
+void HTML_Cell(int colSpan, int mode, int hAlign, int vAlign, int size, int width, const QString &text);
+void HTML_LabelRow(const QString &label, const QString &value);
+void HTML_BlankRow();
+/// The text of a field; the fields of addresses in the net become links by their names. "" for NULL.
+QString HTML_FieldText(const Recordset::Row &row, QStringView fieldName);

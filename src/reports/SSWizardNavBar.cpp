@@ -1,0 +1,117 @@
+#include "reports/SSWizardNavBar.h"
+
+#include "platform/Dialogs.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+QWidget *WizardPages::AddPage(const QString &name, const QString &title)
+{
+    auto *page = new QWidget(this);
+    page->setObjectName(name);
+    auto *heading = new QLabel(title, page);
+    heading->setObjectName(name % u"_Title");
+    QFont font = heading->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * 1.25);
+    heading->setFont(font);
+    auto *content = new QWidget(page);
+    content->setObjectName(name % u"_Content");
+    auto *column = new QVBoxLayout(page);
+    column->addWidget(heading);
+    column->addWidget(content, 1);
+    addWidget(page);
+    m_available.push_back(true);
+    return content;
+}
+
+void WizardPages::SetAvailable(int page, bool available)
+{
+    m_available[static_cast<size_t>(page)] = available;
+}
+
+SSWizardNavBar::SSWizardNavBar(WizardPages *pages, QWidget *parent)
+    : QWidget(parent)
+    , m_pages(pages)
+{
+    static constexpr const char *captions[] = {"&Help", "< &Back", "&Next >", "&Finish", "Cancel"};
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    for (int code = Help; code <= Cancel; ++code) {
+        auto *button = new QPushButton(QString::fromLatin1(captions[code]), this);
+        button->setObjectName(u"cmdNav_" % QString::number(code));
+        button->setAutoDefault(false);
+        connect(button, &QPushButton::clicked, this, [this, code] { OnClick(code); });
+        row->addWidget(button);
+        if (code == Help)
+            row->addStretch();
+        cmdNav[static_cast<size_t>(code)] = button;
+    }
+    cmdNav[Next]->setDefault(true);
+    SetEnabled(Back, false);
+    SetEnabled(Finish, false);
+}
+
+void SSWizardNavBar::SetEnabled(Code button, bool enabled)
+{
+    cmdNav[button]->setEnabled(enabled);
+    // Enter goes on, or ends the wizard where there is nothing more to go on to.
+    const bool onward = cmdNav[Next]->isEnabled() || !cmdNav[Finish]->isEnabled();
+    cmdNav[Next]->setDefault(onward);
+    cmdNav[Finish]->setDefault(!onward);
+}
+
+int SSWizardNavBar::NextPage() const
+{
+    for (int page = m_pages->currentIndex() + 1; page < m_pages->count(); ++page) {
+        if (m_pages->IsAvailable(page))
+            return page;
+    }
+    return -1;
+}
+
+void SSWizardNavBar::GoNext()
+{
+    const int page = NextPage();
+    if (page >= 0)
+        GoTo(page);
+}
+
+void SSWizardNavBar::GoTo(int page)
+{
+    m_visited.push_back(m_pages->currentIndex());
+    Show(page);
+}
+
+void SSWizardNavBar::GoBack()
+{
+    while (!m_visited.empty()) {
+        const int page = m_visited.back();
+        m_visited.pop_back();
+        if (!m_pages->IsAvailable(page))
+            continue;
+        Show(page);
+        return;
+    }
+}
+
+void SSWizardNavBar::Show(int page)
+{
+    m_pages->setCurrentIndex(page);
+    SetEnabled(Back, !m_visited.empty());
+    emit PageShown(page);
+}
+
+void SSWizardNavBar::OnClick(int code)
+{
+    if (code == Help)
+        Dialogs::MsgBox(QStringLiteral("Help not available."), {}, Dialogs::Buttons::Ok,
+                        Dialogs::Icon::Information);
+    else if (code == Back)
+        GoBack();
+    emit Click(code);
+    if (code == Cancel)
+        window()->close();
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QStackedWidget>
+#include <QWidget>
+
+#include <array>
+#include <vector>
+
+class QPushButton;
+
+/// The pages of a wizard, each with its title above it. A page that is not available is walked past.
+class WizardPages final : public QStackedWidget
+{
+    Q_OBJECT
+
+public:
+    using QStackedWidget::QStackedWidget;
+
+    /// Adds a page and gives the widget to build its fields into.
+    QWidget *AddPage(const QString &name, const QString &title);
+    void SetAvailable(int page, bool available);
+    bool IsAvailable(int page) const { return m_available[static_cast<size_t>(page)]; }
+
+private:
+    std::vector<bool> m_available;
+};
+
+/// The button strip of a wizard: `cmdNav_0` to `cmdNav_4` are Help, Back, Next, Finish and Cancel. Back
+/// returns along the way that was taken. Help, Back and Cancel (which closes the form) act by themselves;
+/// Next and Finish are the form's to answer, since it may have to check its page first.
+class SSWizardNavBar final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    enum Code { Help, Back, Next, Finish, Cancel };
+
+    explicit SSWizardNavBar(WizardPages *pages, QWidget *parent = nullptr);
+
+    /// Back follows the way taken by itself; what is set here holds until the next page.
+    void SetEnabled(Code button, bool enabled);
+    void GoNext(); ///< to the next available page; nothing if there is none
+    void GoTo(int page);
+    void GoBack();
+    bool HasNext() const { return NextPage() >= 0; }
+
+signals:
+    void Click(int code);
+    /// A page came up; the form sets what its buttons may do.
+    void PageShown(int page);
+
+private:
+    int NextPage() const;
+    void OnClick(int code);
+    void Show(int page);
+
+    WizardPages *m_pages;
+    std::array<QPushButton *, 5> cmdNav{};
+    std::vector<int> m_visited;
+};

@@ -1,0 +1,158 @@
+#include "reports/TransactionsReport.h"
+
+#include "core/ErrorHandler.h"
+#include "database/DecodeDateFunc.h"
+#include "database/GlobalCode.h"
+#include "database/MiscODBC.h"
+#include "database/System.h"
+#include "reports/HTMLscript.h"
+
+#include <vector>
+
+namespace
+{
+constexpr int bold = 1;
+constexpr int plain = 2;
+constexpr int left = 0;
+constexpr int right = 2;
+constexpr int textSize = 2;
+constexpr int moneyWidth = 80;
+
+/// A column of money: its title, the column of the table, and its sum so far.
+struct MoneyColumn {
+    QString title;
+    QString field;
+    double sum = 0;
+};
+
+std::vector<MoneyColumn> MoneyColumns()
+{
+    std::vector<MoneyColumn> columns = {{QStringLiteral("Cash"), QStringLiteral("MoneyPaid")},
+                                        {QStringLiteral("Cheque"), QStringLiteral("ChequePaid")},
+                                        {QStringLiteral("Credit"), QStringLiteral("CCardPaid")}};
+    for (int kind = 0; kind < 5; ++kind) {
+        const QString name = SystemValue(SystemRef::VoucherName + kind);
+        const QString number = kind == 0 ? QString() : QString::number(kind + 1);
+        if (!name.isEmpty())
+            columns.push_back({name, QString(u"Vouchers" % number % u"Paid")});
+    }
+    return columns;
+}
+
+QString Statement(const ReportPeriod &period)
+{
+    QString sql = QStringLiteral(
+        "SELECT Transactions.*, Designation.Title as ContactTitle, Contacts.Cust_Forename, "
+        "Contacts.Cust_Surname, Contacts.Cust_Addr1, Contacts.Cust_Addr2, Contacts.Cust_Addr3, "
+        "Contacts.Cust_Addr4, Contacts.Cust_City, Contacts.Cust_Postcode, Contacts.Cust_Country, "
+        "Courses.Title As CourseTitle FROM (((((Transactions INNER JOIN Contacts ON "
+        "Transactions.ContactRef = Contacts.ContactRef) INNER JOIN Courses ON Transactions.CourseRef = "
+        "Courses.CourseRef) INNER JOIN City ON Contacts.Cust_City = City.City_ID) INNER JOIN Country ON "
+        "Contacts.Cust_Country = Country.Country_ID) INNER JOIN Designation ON Contacts.Cust_Designation = "
+        "Designation.Designation_ID) INNER JOIN County ON Contacts.Cust_County = County.County_ID");
+    if (!period.noDates)
+        sql += u" WHERE Transactions.DateTrn >= " % SqlNumber(period.from) %
+               u" AND Transactions.DateTrn <= " % SqlNumber(period.to);
+    return sql;
+}
+
+QString Title(const ReportPeriod &period)
+{
+    if (period.noDates)
+        return QStringLiteral("Transactions");
+    return u"Transactions,  " % IntToDateText(int(period.from)) % u" to " % IntToDateText(int(period.to));
+}
+
+QString Money(double value)
+{
+    return SystemValue(SystemRef::CurrencySymbol) % FormatNumber(value, 2);
+}
+
+void TextCell(int mode, int width, const QString &text)
+{
+    HTML_Cell(0, mode, left, 0, textSize, width, text);
+}
+
+void MoneyCell(int mode, const QString &text)
+{
+    HTML_Cell(0, mode, right, 0, textSize, moneyWidth, text);
+}
+
+void WriteTitles(const std::vector<MoneyColumn> &columns)
+{
+    HTML_RowStart();
+    TextCell(bold, 80, QStringLiteral("Date"));
+    TextCell(bold, 200, QStringLiteral("Contact"));
+    TextCell(bold, 250, QStringLiteral("Course"));
+    for (const MoneyColumn &column : columns)
+        MoneyCell(bold, column.title);
+    MoneyCell(bold, QStringLiteral("Total"));
+    HTML_RowEnd();
+}
+
+void WritePayment(const Recordset::Row &row, std::vector<MoneyColumn> &columns)
+{
+    HTML_RowStart();
+    TextCell(plain, 80, IntToDateText(static_cast<int>(row.Long(u"DateTrn"))));
+    TextCell(plain, 200,
+             row.Text(u"ContactTitle") % u' ' % row.Text(u"Cust_Forename") % u' ' %
+                 row.Text(u"Cust_Surname"));
+    TextCell(plain, 250, row.Text(u"CourseTitle"));
+    double total = 0;
+    for (MoneyColumn &column : columns) {
+        const double paid = row.Double(column.field);
+        MoneyCell(plain, Money(paid));
+        column.sum += paid;
+        total += paid;
+    }
+    MoneyCell(plain, Money(total));
+    HTML_RowEnd();
+}
+
+void WriteTotals(const std::vector<MoneyColumn> &columns)
+{
+    HTML_RowStart();
+    for (const int width : {80, 200, 250})
+        TextCell(bold, width, QStringLiteral("&nbsp;"));
+    double total = 0;
+    for (const MoneyColumn &column : columns) {
+        MoneyCell(bold, Money(column.sum));
+        total += column.sum;
+    }
+    MoneyCell(bold, Money(total));
+    HTML_RowEnd();
+}
+
+/// False when the user stopped it.
+bool WriteTable(const Recordset &payments, const ReportProgress &progress)
+{
+    std::vector<MoneyColumn> columns = MoneyColumns();
+    HTML_Table();
+    WriteTitles(columns);
+    int done = 0;
+    for (const auto &row : payments) {
+        WritePayment(row, columns);
+        if (!progress(++done, payments.RowCount()))
+            return false;
+    }
+    WriteTotals(columns);
+    HTML_TableEnd();
+    return true;
+}
+} // namespace
+
+bool Transactions_HTML(const ReportPeriod &period, const ReportProgress &progress)
+{
+    return Reported("Transactions_HTML", false, [&] {
+        const Recordset payments = OpenRecordset(Statement(period));
+        HTML_Start(Title(period));
+        if (!payments.IsEmpty() && !WriteTable(payments, progress)) {
+            HTML_Discard();
+            return false;
+        }
+        if (HTML_Finish())
+            return true;
+        HandleError(QStringLiteral("Transactions_HTML"), 0);
+        return false;
+    });
+}

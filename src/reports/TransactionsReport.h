@@ -1,0 +1,19 @@
+#pragma once
+
+#include <functional>
+
+/// Which payments a report looks at: those of the days `from` to `to` (date-ints, both included), or all.
+struct ReportPeriod {
+    bool noDates = false;
+    int from = 0;
+    int to = 0;
+};
+
+/// Told how many of how many records are written; false stops the report.
+using ReportProgress = std::function<bool(int done, int records)>;
+
+/// Writes the Transactions report: a row for each act of paying, a column for each payment kind (a voucher
+/// kind without a name has none; the names are the present ones), and the totals. Reads `Transactions` with
+/// the tables of its contact and course. True if the file is there; a failure has been reported, and the
+/// report before it is still there.
+bool Transactions_HTML(const ReportPeriod &period, const ReportProgress &progress);
