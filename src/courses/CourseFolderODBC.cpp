@@ -129,9 +129,9 @@ void ADO_Course_ShowFolders(TreeModel &tree, bool withRootNode, bool withTicks)
 void ADO_Course_FillCourseList(TreeModel &tree, bool simpleList, bool withTicks)
 {
     Reported("ADO_Course_FillCourseList", [&] {
+        const Recordset courses = OpenRecordset(QStringLiteral("SELECT * FROM Courses ORDER BY Title ASC"));
         if (simpleList)
             tree.Clear();
-        const Recordset courses = OpenRecordset(QStringLiteral("SELECT * FROM Courses ORDER BY Title ASC"));
         for (const auto &course : courses) {
             const int courseRef = static_cast<int>(course.Long(u"CourseRef"));
             const QString title = course.Text(u"Title");

@@ -100,10 +100,11 @@ bool ADO_Course_ShowCourse(CourseView &form, int courseRef)
     });
 }
 
-QString ADO_Course_Description(int courseRef)
+std::optional<QString> ADO_Course_Description(int courseRef)
 {
-    return Reported("ADO_Course_CheckCourse", QString(), [&] {
+    using Description = std::optional<QString>;
+    return Reported("ADO_Course_CheckCourse", Description(QString()), [&] {
         const Recordset course = OpenRecordset(CourseRow(courseRef));
-        return course.IsEmpty() ? QString() : course.First().Text(u"Description");
+        return course.IsEmpty() ? Description() : Description(course.First().Text(u"Description"));
     });
 }

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <optional>
+
 class ListModel;
 
 /// Data functions of a course's own row, table `Courses`, and of its characteristics, table `CourseChar`.
@@ -48,5 +50,6 @@ public:
 /// it as it is. True if the course was shown.
 bool ADO_Course_ShowCourse(CourseView &form, int courseRef);
 
-/// The course's free text; "" where it has none or is gone.
-QString ADO_Course_Description(int courseRef);
+/// The course's free text, nothing where the course is gone. On an error it is "": a failed read must not
+/// pass for a deletion.
+std::optional<QString> ADO_Course_Description(int courseRef);

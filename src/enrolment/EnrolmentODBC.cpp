@@ -153,7 +153,6 @@ int ADO_Course_PlacesLeft(int courseRef)
 void ADO_Course_ShowEnrolledStudents(int courseRef, ListModel &students)
 {
     Reported("ADO_Course_ShowEnrolledStudents", [&] {
-        students.Clear();
         std::vector<ListItem> items;
         const Recordset rows =
             OpenRecordset(u"SELECT Contacts.Cust_Forename, Contacts.Cust_Surname, StudentsEnrolled.* FROM "

@@ -107,3 +107,9 @@ void MoneyField::CleanEdit(const QString &edited)
     setText(clean);
     setCursorPosition(static_cast<int>(start + taken.size()));
 }
+
+void LeaveMoneyField(const QWidget *form)
+{
+    if (auto *field = qobject_cast<MoneyField *>(form->focusWidget()))
+        field->Leave();
+}

@@ -45,3 +45,7 @@ private:
     QString m_before;
     std::function<void()> m_leave;
 };
+
+/// Runs the leave handler of the amount field that has the focus in `form`, as a click elsewhere would: a
+/// button pressed by its mnemonic takes no focus.
+void LeaveMoneyField(const QWidget *form);

@@ -1,5 +1,6 @@
 #include "forms/StandardDialogs.h"
 
+#include "enrolment/frmPercent.h"
 #include "platform/Dialogs.h"
 
 #include <QApplication>
@@ -129,5 +130,6 @@ void InstallStandardDialogs()
     hooks.openFile = [](const Dialogs::FileQuestion &q) { return ChooseFile(q, QFileDialog::AcceptOpen); };
     hooks.saveFile = [](const Dialogs::FileQuestion &q) { return ChooseFile(q, QFileDialog::AcceptSave); };
     hooks.chooseColour = AskColour;
+    hooks.selectCourses = frmPercent::Choose;
     hooks.serveEvents = [] { QApplication::processEvents(); };
 }

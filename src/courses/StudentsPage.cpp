@@ -1,0 +1,67 @@
+#include "courses/StudentsPage.h"
+
+#include "enrolment/EnrolmentODBC.h"
+#include "enrolment/frmStudentInfo.h"
+#include "forms/FormBuilder.h"
+
+StudentsPage::StudentsPage(QWidget *parent)
+    : QWidget(parent)
+{
+    m_students.SetColumns({QStringLiteral("Contact"), QStringLiteral("Paid")});
+    FormBuilder form(this);
+    m_view = form.List(QStringLiteral("Students"), {}, m_students, ListView::Choice::Multi);
+    m_view->SetColumnChars({40, 12});
+    m_view->SetEmptyText(tr("Nobody is enrolled on this course yet."));
+    form.BeginButtons(FormBuilder::Align::Start);
+    m_add = form.Button(QStringLiteral("AddStudentBtn"), QStringLiteral("Add &Students"));
+    m_remove = form.Button(QStringLiteral("RemBtn"), QStringLiteral("&Remove"));
+    m_info = form.Button(QStringLiteral("InfoBtn"), QStringLiteral("&Info"));
+    form.EndButtons();
+
+    connect(m_add, &QPushButton::clicked, this, &StudentsPage::AddAsked);
+    connect(m_remove, &QPushButton::clicked, this, &StudentsPage::Remove);
+    connect(m_info, &QPushButton::clicked, this, &StudentsPage::OpenStudent);
+    connect(m_view, &ListView::Opened, this, &StudentsPage::OpenStudent);
+    connect(m_students.Selection(), &QItemSelectionModel::selectionChanged, this,
+            &StudentsPage::EnableButtons);
+    connect(&m_students, &ListModel::Changed, this, &StudentsPage::EnableButtons);
+    EnableButtons();
+}
+
+void StudentsPage::ShowStudents(int courseRef)
+{
+    m_courseRef = courseRef;
+    ADO_Course_ShowEnrolledStudents(courseRef, m_students);
+    emit Enrolment();
+}
+
+void StudentsPage::Allow(bool add, bool remove)
+{
+    m_mayAdd = add;
+    m_mayRemove = remove;
+    EnableButtons();
+}
+
+void StudentsPage::EnableButtons()
+{
+    const size_t selected = m_students.SelectedRows().size();
+    m_add->setEnabled(m_mayAdd);
+    m_remove->setEnabled(m_mayRemove && selected > 0);
+    m_info->setEnabled(selected == 1);
+}
+
+void StudentsPage::Remove()
+{
+    for (const QString &key : m_students.SelectedKeys())
+        ADO_Course_RemoveStudent(m_courseRef, KeyNumber(key));
+    ShowStudents(m_courseRef);
+}
+
+void StudentsPage::OpenStudent()
+{
+    const int row = m_students.CurrentRow();
+    if (row < 0)
+        return;
+    frmStudentInfo form(m_courseRef, m_students, m_students.At(row).key, this);
+    form.exec();
+}

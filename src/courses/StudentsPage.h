@@ -1,0 +1,42 @@
+#pragma once
+
+#include "controls/ListModel.h"
+
+#include <QWidget>
+
+class ListView;
+class QPushButton;
+
+/// The "Students" tab: who is on the course, and whether they have paid.
+class StudentsPage final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit StudentsPage(QWidget *parent = nullptr);
+
+    /// Lists the students of a saved course.
+    void ShowStudents(int courseRef);
+    ListModel &Students() { return m_students; }
+    int Enrolled() const { return m_students.Count(); }
+    /// What the user's rights and the course's limit leave.
+    void Allow(bool add, bool remove);
+
+signals:
+    void AddAsked();
+    void Enrolment();
+
+private:
+    void Remove();
+    void OpenStudent();
+    void EnableButtons();
+
+    ListModel m_students;
+    ListView *m_view = nullptr;
+    QPushButton *m_add = nullptr;
+    QPushButton *m_remove = nullptr;
+    QPushButton *m_info = nullptr;
+    int m_courseRef = 0;
+    bool m_mayAdd = false;
+    bool m_mayRemove = false;
+};

@@ -1,0 +1,126 @@
+#include "courses/frmAddCourse.h"
+
+#include "core/Session.h"
+#include "courses/CourseModule.h"
+#include "courses/CoursePage.h"
+#include "courses/StudentsPage.h"
+#include "database/Security.h"
+#include "forms/FormBuilder.h"
+
+namespace
+{
+constexpr int mayAdd = 2;
+constexpr int mayEdit = 3;
+constexpr int mayDelete = 9;
+constexpr int courseRight = 48;
+constexpr int feeRight = 49;
+constexpr int studentsRight = 52;
+} // namespace
+
+frmAddCourse::frmAddCourse(QWidget *parent)
+    : FormDialog(QStringLiteral("frmAddCourse"), QStringLiteral("Add Course"), parent)
+    , m_course(new CoursePage)
+    , m_students(new StudentsPage)
+{
+    FormBuilder form(this);
+    m_tabs = form.Tabs(QStringLiteral("TabStrip1"));
+    m_tabs->addTab(m_course, QStringLiteral("Course"));
+    m_tabs->addTab(m_students, QStringLiteral("Students"));
+    form.BeginButtons();
+    m_add = form.DefaultButton(QStringLiteral("AddBtn"), QStringLiteral("&Add Course"));
+    QPushButton *exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
+    form.EndButtons();
+
+    connect(m_add, &QPushButton::clicked, this, &frmAddCourse::Save);
+    connect(exit, &QPushButton::clicked, this, &frmAddCourse::reject);
+    connect(m_students, &StudentsPage::Enrolment, this, [this] {
+        m_course->SetEnrolled(m_students->Enrolled());
+        ApplyRights();
+    });
+    connect(m_course, &CoursePage::LimitChanged, this, &frmAddCourse::ApplyRights);
+
+    m_modified = new ModifiedMark(m_add, this);
+    m_course->Watch(*m_modified);
+    m_modified->Watch(m_usedChar);
+}
+
+void frmAddCourse::NewCourse(const QString &location)
+{
+    m_course->ShowFolders(location);
+    m_tabs->setTabEnabled(m_tabs->indexOf(m_students), false);
+    ApplyRights();
+    m_modified->Clear();
+}
+
+bool frmAddCourse::EditCourse(int courseRef)
+{
+    m_course->ShowFolders({});
+    if (!ADO_Course_ShowCourse(*this, courseRef))
+        return false;
+    RowExists(courseRef);
+    m_modified->Clear();
+    return true;
+}
+
+QString frmAddCourse::CourseTitle() const
+{
+    return m_course->Course().title;
+}
+
+void frmAddCourse::ShowRecord(const CourseRecord &record)
+{
+    m_course->ShowCourse(record);
+}
+
+void frmAddCourse::RowExists(int courseRef)
+{
+    m_courseRef = courseRef;
+    m_add->setText(QStringLiteral("&Update Course"));
+    m_tabs->setTabEnabled(m_tabs->indexOf(m_students), true);
+    m_students->ShowStudents(courseRef);
+}
+
+void frmAddCourse::ApplyRights()
+{
+    // Who may only add fills in a new course, and can no longer change it once it is there.
+    const int level = UserRight(courseRight);
+    const bool open = level >= (m_courseRef == 0 ? mayAdd : mayEdit);
+    m_course->SetLocked(!open, UserRight(feeRight) < mayDelete);
+    m_add->setEnabled(open);
+    m_students->Allow(false, open && UserRight(studentsRight) >= mayDelete);
+}
+
+void frmAddCourse::Save()
+{
+    LeaveMoneyField(this);
+    if (!m_add->isEnabled() || !m_course->Complete())
+        return;
+    if (m_courseRef == 0 ? Add() : Update())
+        m_modified->Clear();
+}
+
+bool frmAddCourse::Add()
+{
+    const int courseRef = Course_Add(m_course->Course());
+    if (courseRef < 1)
+        return false;
+    gDialogResult = courseRef;
+    RowExists(courseRef);
+    return ADO_Course_UpdateCourseRelations(courseRef, m_course->Folders());
+}
+
+bool frmAddCourse::Update()
+{
+    CourseRecord course = m_course->Course();
+    course.courseRef = m_courseRef;
+    if (Course_Update(course) < 1)
+        return false;
+    gDialogResult = m_courseRef;
+    return ADO_Course_UpdateConcessions(m_courseRef, m_usedChar) &&
+           ADO_Course_UpdateCourseRelations(m_courseRef, m_course->Folders());
+}
+
+bool frmAddCourse::MayLeave()
+{
+    return m_modified->AskToSave([this] { Save(); });
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "controls/TreeModel.h"
+
+#include <QWidget>
+
+class FormBuilder;
+class QCheckBox;
+class QLabel;
+class QMenu;
+class QPlainTextEdit;
+class QPushButton;
+class TreeView;
+
+/// The Course Manager, a child window: all courses, and what can be done with them.
+class frmCourse final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit frmCourse(QWidget *parent = nullptr);
+
+public slots:
+    /// Lists the courses anew, and applies the rights of whoever is logged on by now.
+    void Form_Refresh();
+
+private:
+    void Build();
+    void BuildButtons(FormBuilder &form);
+    void BuildMenu();
+    void Connect();
+    void ApplyRights();
+    void Refresh();
+    void ClickNode();
+    std::vector<TreeNode *> NodesOf(int courseRef) const;
+    void RemoveNodes(int courseRef);
+    int SelectedCourse() const; ///< 0 = none
+    void AddCourse();
+    void EditCourse();
+    void DeleteCourse();
+
+    TreeModel m_courses;
+    bool m_quiet = false; ///< the list is being changed; a selection is no click
+    TreeView *m_list = nullptr;
+    QCheckBox *m_simpleList = nullptr;
+    QPlainTextEdit *m_description = nullptr;
+    QLabel *m_status = nullptr;
+    QPushButton *m_add = nullptr;
+    QPushButton *m_edit = nullptr;
+    QPushButton *m_delete = nullptr;
+    QPushButton *m_refresh = nullptr;
+    QPushButton *m_reports = nullptr;
+    QPushButton *m_exit = nullptr;
+    QMenu *m_menu = nullptr;
+};

@@ -1,0 +1,375 @@
+#include "enrolment/frmStudentInfo.h"
+
+#include "controls/ListModel.h"
+#include "database/Security.h"
+#include "database/System.h"
+#include "enrolment/EnrolmentModule.h"
+#include "forms/FieldLock.h"
+#include "forms/FormBuilder.h"
+#include "platform/Clock.h"
+
+namespace
+{
+constexpr int allowed = 9;
+constexpr int payRight = 53;
+constexpr int overrideRight = 54;
+constexpr int discountRight = 32;
+constexpr int taxRight = 96;
+
+QString WithSymbol(const QString &caption)
+{
+    return caption % u' ' % SystemValue(SystemRef::CurrencySymbol);
+}
+
+void MakeTotal(MoneyField *field, CaptionLabel *label)
+{
+    LockFields(field, true);
+    QFont font = field->font();
+    font.setBold(true);
+    label->setFont(font);
+    font.setPointSizeF(font.pointSizeF() * 1.2);
+    field->setFont(font);
+}
+
+void CutToPercent(MoneyField *field)
+{
+    if (field->Value() > 100)
+        field->setText(QStringLiteral("100"));
+    if (field->Value() < 0)
+        field->setText(QStringLiteral("0"));
+}
+} // namespace
+
+std::array<MoneyField *, Fees::PaymentKinds> frmStudentInfo::PaymentBoxes::All() const
+{
+    return {cash, cheque, creditCard, vouchers[0], vouchers[1], vouchers[2], vouchers[3], vouchers[4]};
+}
+
+Fees::Payments frmStudentInfo::PaymentBoxes::Values() const
+{
+    Fees::Payments payments{cash->Value(), cheque->Value(), creditCard->Value(), {}};
+    for (size_t i = 0; i < vouchers.size(); ++i)
+        payments.vouchers[i] = vouchers[i]->Value();
+    return payments;
+}
+
+void frmStudentInfo::PaymentBoxes::Show(const Fees::Payments &payments)
+{
+    cash->SetValue(payments.cash);
+    cheque->SetValue(payments.cheque);
+    creditCard->SetValue(payments.creditCard);
+    for (size_t i = 0; i < vouchers.size(); ++i)
+        vouchers[i]->SetValue(payments.vouchers[i]);
+}
+
+frmStudentInfo::frmStudentInfo(int courseRef, ListModel &students, const QString &key, QWidget *parent)
+    : FormDialog(QStringLiteral("frmStudentInfo"), students.At(students.Find(key)).text, parent)
+    , m_courseRef(courseRef)
+    , m_contactRef(KeyNumber(key))
+    , m_students(students)
+    , m_key(key)
+{
+    FormBuilder form(this);
+    form.BeginColumns();
+    BuildFee(form);
+    form.NextColumn();
+    BuildPreviousPayments(form);
+    form.NextColumn();
+    BuildNewPayment(form);
+    form.EndColumns();
+    m_receipt = form.Text(QStringLiteral("Receipt"), QStringLiteral("Receipt No:"));
+    m_info = form.Notes(QStringLiteral("Info"), QStringLiteral("Notes:"));
+    form.BeginButtons();
+    m_ok = form.DefaultButton(QStringLiteral("OkBtn"), QStringLiteral("&Update"));
+    m_exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("&Cancel"));
+    m_edit = form.Button(QStringLiteral("EditBtn"), QStringLiteral("&Overide"));
+    form.EndButtons();
+
+    connect(m_ok, &QPushButton::clicked, this, [this] {
+        if (Save())
+            accept();
+    });
+    connect(m_exit, &QPushButton::clicked, this, &frmStudentInfo::reject);
+    connect(m_edit, &QPushButton::clicked, this, &frmStudentInfo::ToggleEdit);
+    SetLeaveHandlers();
+    LockFee(true);
+    LockFields(m_basicFee, true);
+    LockFields(m_netFee, true);
+    // Card payments need the card screen, which takes the card's details.
+    m_payment.creditCard->setEnabled(false);
+
+    m_previous.Show({});
+    m_payment.Show({});
+    m_newPayment->hide();
+    m_ok->setEnabled(false);
+    m_edit->setEnabled(false);
+    ADO_Course_StudentInfo(*this, courseRef, m_contactRef);
+    m_modified = new ModifiedMark(m_ok, this);
+    m_modified->Watch(this);
+}
+
+void frmStudentInfo::BuildFee(FormBuilder &form)
+{
+    form.BeginGroup(QStringLiteral("Fee"));
+    m_basicFee = form.Money(QStringLiteral("BasicFee"), WithSymbol(QStringLiteral("Course Fee")));
+    form.Label(QStringLiteral("LblCourseFee"));
+    constexpr MoneyField::KeyRule percentKeys{6, 9};
+    m_discount = form.Money(QStringLiteral("Discount"), WithSymbol(QStringLiteral("Discount")), percentKeys);
+    form.Label(QStringLiteral("LblDiscount"));
+    form.Beside();
+    m_hardDiscount = form.Money(QStringLiteral("HardDiscount"), QStringLiteral("% ="));
+    m_concession = form.Text(QStringLiteral("Concession"), QStringLiteral("Concession Type:"), 255);
+    m_netFee = form.Money(QStringLiteral("NetFee"), WithSymbol(QStringLiteral("Net Course Fee")));
+    form.Label(QStringLiteral("LblNetFee"));
+    m_taxName = form.Text(QStringLiteral("TaxName"), QStringLiteral("Tax Type:"));
+    m_taxRate = form.Money(QStringLiteral("TaxRate"), QStringLiteral("Tax Rate in %:"));
+    m_totalDue = form.Money(QStringLiteral("TotalAmountDue"), WithSymbol(QStringLiteral("Course Fee Total")));
+    MakeTotal(m_totalDue, form.Label(QStringLiteral("lblTotalDue")));
+    form.EndGroup();
+}
+
+void frmStudentInfo::BuildPreviousPayments(FormBuilder &form)
+{
+    form.BeginGroup(QStringLiteral("Previous Payments:"));
+    m_previous.cash = form.Money(QStringLiteral("Cash"), WithSymbol(QStringLiteral("Cash")));
+    form.Label(QStringLiteral("LblCashPayments"));
+    m_previous.cheque = form.Money(QStringLiteral("Cheque"), WithSymbol(QStringLiteral("Cheque")));
+    form.Label(QStringLiteral("LblCheque"));
+    m_previous.creditCard = form.Money(QStringLiteral("CCard"), WithSymbol(QStringLiteral("Credit Card")));
+    form.Label(QStringLiteral("LblCCard"));
+    BuildVouchers(form, m_previous, QStringLiteral("Voucher"), QStringLiteral("LblVouchers"));
+    m_paid = form.Money(QStringLiteral("Paid"), WithSymbol(QStringLiteral("Total Paid")));
+    MakeTotal(m_paid, form.Label(QStringLiteral("LblTotal")));
+    m_owed = form.Money(QStringLiteral("Owed"), WithSymbol(QStringLiteral("Amount Owed")));
+    MakeTotal(m_owed, form.Label(QStringLiteral("LblOwed")));
+    form.EndGroup();
+}
+
+void frmStudentInfo::BuildNewPayment(FormBuilder &form)
+{
+    m_newPayment = form.BeginGroup(QStringLiteral("New Payment"), QStringLiteral("Frame1"));
+    form.Line(QStringLiteral("LblMakePayment"), QStringLiteral("Make Payment:"));
+    m_payment.cash = form.Money(QStringLiteral("Payment"), WithSymbol(QStringLiteral("Cash")));
+    form.Label(QStringLiteral("LblNewPayment_0"));
+    m_payment.cheque = form.Money(QStringLiteral("ChequePayment"), WithSymbol(QStringLiteral("Cheque")));
+    form.Label(QStringLiteral("LblNewPayment_1"));
+    m_payment.creditCard =
+        form.Money(QStringLiteral("CCardPayment"), WithSymbol(QStringLiteral("Credit Card")));
+    form.Label(QStringLiteral("LblNewPayment_2"));
+    BuildVouchers(form, m_payment, QStringLiteral("VPayment"), QStringLiteral("LblVouchersName"));
+    form.EndGroup();
+}
+
+void frmStudentInfo::BuildVouchers(FormBuilder &form, PaymentBoxes &boxes, const QString &name,
+                                   const QString &label)
+{
+    for (int i = 0; i < Fees::VoucherKinds; ++i) {
+        const QString voucher = SystemValue(SystemRef::VoucherName + i);
+        const QString index = u'_' % QString::number(i);
+        MoneyField *box = form.Money(name % index, WithSymbol(voucher));
+        box->setHidden(voucher.isEmpty());
+        form.Label(label % index)->setHidden(voucher.isEmpty());
+        boxes.vouchers[static_cast<size_t>(i)] = box;
+    }
+}
+
+void frmStudentInfo::SetLeaveHandlers()
+{
+    m_discount->SetLeaveHandler([this] { LeaveDiscount(); });
+    m_hardDiscount->SetLeaveHandler([this] { LeaveHardDiscount(); });
+    m_taxRate->SetLeaveHandler([this] { LeaveTaxRate(); });
+    for (const PaymentBoxes *boxes : {&m_previous, &m_payment}) {
+        for (MoneyField *box : boxes->All())
+            box->SetLeaveHandler([this, box] {
+                box->Normalise();
+                Recalculate();
+            });
+    }
+}
+
+void frmStudentInfo::ShowStudent(const StudentRecord &record)
+{
+    m_shown = true;
+    m_info->setPlainText(record.notes);
+    m_receipt->setText(record.receipt);
+    m_concession->setText(record.concession);
+    m_taxName->setText(record.taxName);
+    m_basicFee->SetValue(record.basicFee);
+    m_discount->SetValue(record.discount);
+    m_netFee->SetValue(record.netFee);
+    m_hardDiscount->SetValue(record.hardDiscount);
+    m_taxRate->SetValue(record.taxRate);
+    m_previous.Show(record.payments);
+    ShowTotals(record.totalDue, record.paid);
+    ApplyRights();
+}
+
+void frmStudentInfo::ShowNotEnrolled()
+{
+    for (MoneyField *box : {m_basicFee, m_discount, m_netFee, m_hardDiscount, m_taxRate})
+        box->SetValue(0);
+    ShowTotals(0, 0);
+    m_ok->hide();
+    m_edit->hide();
+    m_info->setPlainText(QStringLiteral("This student as of current is not enrolled on this course!"));
+    LockFields(m_info, true);
+    LockFields(m_receipt, true);
+}
+
+void frmStudentInfo::ShowTotals(double totalDue, double paid)
+{
+    m_totalDue->SetValue(totalDue);
+    m_paid->SetValue(paid);
+    m_owed->SetValue(Fees::Owed(totalDue, paid));
+    // What was typed as a payment is never hidden: it would still count when the form is saved.
+    const bool pays = m_owed->Value() > 0 || m_payment.Values().Total() > 0;
+    m_newPayment->setVisible(m_shown && pays && UserRight(payRight) >= allowed);
+}
+
+void frmStudentInfo::ApplyRights()
+{
+    const bool mayPay = UserRight(payRight) >= allowed;
+    LockFields(m_info, !mayPay);
+    LockFields(m_receipt, !mayPay);
+    m_ok->setEnabled(mayPay);
+    m_edit->setEnabled(UserRight(overrideRight) >= allowed);
+}
+
+void frmStudentInfo::LockFee(bool locked)
+{
+    if (locked || UserRight(discountRight) >= allowed) {
+        LockFields(m_discount, locked);
+        LockFields(m_hardDiscount, locked);
+        LockFields(m_concession, locked);
+    }
+    if (locked || UserRight(taxRight) >= allowed) {
+        LockFields(m_taxName, locked);
+        LockFields(m_taxRate, locked);
+    }
+    for (MoneyField *box : m_previous.All())
+        LockFields(box, locked);
+}
+
+void frmStudentInfo::ToggleEdit()
+{
+    LockFee(!m_discount->isReadOnly());
+}
+
+void frmStudentInfo::LeaveDiscount()
+{
+    m_discount->Normalise();
+    CutToPercent(m_discount);
+    if (const double fee = m_basicFee->Value(); fee > 0) {
+        m_netFee->SetValue(Fees::NetFee(fee, m_discount->Value()));
+        m_hardDiscount->SetValue(Fees::HardDiscount(fee, m_netFee->Value()));
+    }
+    Recalculate();
+}
+
+void frmStudentInfo::LeaveHardDiscount()
+{
+    const double fee = m_basicFee->Value();
+    m_hardDiscount->Normalise();
+    if (m_hardDiscount->Value() > fee)
+        m_hardDiscount->SetValue(fee);
+    if (m_hardDiscount->Value() < 0)
+        m_hardDiscount->setText(QStringLiteral("0"));
+    if (fee > 0) {
+        m_netFee->SetValue(Fees::NetFeeAfterAmount(fee, m_hardDiscount->Value()));
+        m_discount->SetValue(Fees::DiscountOfAmount(fee, m_hardDiscount->Value()));
+    }
+    Recalculate();
+}
+
+void frmStudentInfo::LeaveTaxRate()
+{
+    m_taxRate->Normalise();
+    CutToPercent(m_taxRate);
+    Recalculate();
+}
+
+void frmStudentInfo::Recalculate()
+{
+    if (m_receipt->isReadOnly())
+        return;
+    ShowTotals(Fees::TotalDue(m_netFee->Value(), m_taxRate->Value()), m_previous.Values().Total());
+    ApplyRights();
+}
+
+bool frmStudentInfo::MayLeave()
+{
+    return m_modified->AskToSave([this] { Save(); }, Dialogs::Answer::No);
+}
+
+bool frmStudentInfo::Save()
+{
+    if (!m_ok->isEnabled())
+        return false;
+    LeaveMoneyField(this);
+    for (MoneyField *box : m_payment.All())
+        box->Normalise();
+
+    const Fees::Payments before = m_previous.Values();
+    const Fees::Payments act = m_payment.Values();
+    bool logged = true;
+    if (act.Total() != 0) {
+        if (!m_onlyToLog && !AddToRunningTotals(act))
+            return false;
+        logged = Course_LogTransaction(m_courseRef, m_contactRef, Clock::Today(), m_receipt->text(), act, 0);
+    }
+    const bool stored = StoreStudent();
+    if (!logged || !stored) {
+        KeepWork(logged, stored, before);
+        return false;
+    }
+    m_modified->Clear();
+    return true;
+}
+
+bool frmStudentInfo::AddToRunningTotals(const Fees::Payments &act)
+{
+    if (m_totalDue->Value() < Fees::Rounded(m_paid->Value() + act.Total())) {
+        Dialogs::MsgBox(QStringLiteral("Amount tendered exceeds the amount due\nNo Action Taken"),
+                        QStringLiteral("Warning"));
+        return false;
+    }
+    const auto running = m_previous.All();
+    const auto added = m_payment.All();
+    for (size_t kind = 0; kind < running.size(); ++kind)
+        running[kind]->SetValue(Fees::Rounded(running[kind]->Value() + added[kind]->Value()));
+    Recalculate();
+    return true;
+}
+
+bool frmStudentInfo::StoreStudent()
+{
+    const int row = m_students.Find(m_key);
+    const QString oldWord = row < 0 ? QString() : m_students.At(row).subItems.value(0);
+    if (row >= 0)
+        m_students.SetSubItem(row, 0, Fees::ScreenStatusWord(m_paid->Value(), m_totalDue->Value()));
+    const StudentUpdate student{m_previous.Values(), m_info->toPlainText(), m_basicFee->Value(),
+                                m_discount->Value(), m_concession->text(),  m_receipt->text(),
+                                m_taxName->text(),   m_taxRate->Value()};
+    if (Course_UpdateStudent(m_courseRef, m_contactRef, student))
+        return true;
+    if (row >= 0)
+        m_students.SetSubItem(row, 0, oldWord);
+    return false;
+}
+
+// Nothing may count twice when the user presses Update again. A payment that is logged has moved to the
+// running totals for good; one that is only in the totals still has to be logged, as it was made; one that
+// reached neither is a payment still to come.
+void frmStudentInfo::KeepWork(bool logged, bool stored, const Fees::Payments &before)
+{
+    if (logged) {
+        m_payment.Show({});
+        m_onlyToLog = false;
+    } else if (stored) {
+        m_onlyToLog = true;
+        LockFields(m_newPayment, true);
+    } else if (!m_onlyToLog) {
+        m_previous.Show(before);
+    }
+    Recalculate();
+}

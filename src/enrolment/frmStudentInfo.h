@@ -1,0 +1,92 @@
+#pragma once
+
+#include "enrolment/EnrolmentODBC.h"
+#include "forms/FormDialog.h"
+
+#include <array>
+
+class FormBuilder;
+class ListModel;
+class MoneyField;
+class QGroupBox;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+
+/// One student's fee and payments on one course. A payment is logged and added to the running totals at
+/// once, when the user presses Update.
+class frmStudentInfo final : public FormDialog, private StudentView
+{
+    Q_OBJECT
+
+public:
+    /// Opens on the row `key` of the opener's list, whose status word is kept up to date.
+    frmStudentInfo(int courseRef, ListModel &students, const QString &key, QWidget *parent = nullptr);
+
+protected:
+    bool MayLeave() override;
+
+private:
+    /// The boxes of the eight payment kinds.
+    struct PaymentBoxes {
+        MoneyField *cash = nullptr;
+        MoneyField *cheque = nullptr;
+        MoneyField *creditCard = nullptr;
+        std::array<MoneyField *, Fees::VoucherKinds> vouchers{};
+
+        std::array<MoneyField *, Fees::PaymentKinds> All() const;
+        Fees::Payments Values() const;
+        void Show(const Fees::Payments &payments);
+    };
+
+    void ShowStudent(const StudentRecord &record) override;
+    void ShowNotEnrolled() override;
+
+    void BuildFee(FormBuilder &form);
+    void BuildPreviousPayments(FormBuilder &form);
+    void BuildNewPayment(FormBuilder &form);
+    void BuildVouchers(FormBuilder &form, PaymentBoxes &boxes, const QString &name, const QString &label);
+    void SetLeaveHandlers();
+    void ShowTotals(double totalDue, double paid);
+
+    void ApplyRights();
+    void LockFee(bool locked);
+    void ToggleEdit();
+    void LeaveDiscount();
+    void LeaveHardDiscount();
+    void LeaveTaxRate();
+    void Recalculate();
+
+    bool Save();
+    bool AddToRunningTotals(const Fees::Payments &act);
+    bool StoreStudent();
+    void KeepWork(bool logged, bool stored, const Fees::Payments &before);
+
+    int m_courseRef;
+    int m_contactRef;
+    ListModel &m_students;
+    QString m_key;
+    bool m_shown = false; ///< there is an enrolment, and it was read
+    /// The payment in the boxes stands in the running totals already, but its log entry failed.
+    bool m_onlyToLog = false;
+
+    MoneyField *m_basicFee = nullptr;
+    MoneyField *m_discount = nullptr;
+    MoneyField *m_hardDiscount = nullptr;
+    MoneyField *m_netFee = nullptr;
+    QLineEdit *m_concession = nullptr;
+    QLineEdit *m_taxName = nullptr;
+    MoneyField *m_taxRate = nullptr;
+    MoneyField *m_totalDue = nullptr;
+    PaymentBoxes m_previous;
+    MoneyField *m_paid = nullptr;
+    MoneyField *m_owed = nullptr;
+    QGroupBox *m_newPayment = nullptr;
+    PaymentBoxes m_payment;
+    QPlainTextEdit *m_info = nullptr;
+    QLineEdit *m_receipt = nullptr;
+    QPushButton *m_ok = nullptr;
+    QPushButton *m_exit = nullptr;
+    QPushButton *m_edit = nullptr;
+    ModifiedMark *m_modified = nullptr;
+};
