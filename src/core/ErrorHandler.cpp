@@ -1,5 +1,6 @@
 #include "core/ErrorHandler.h"
 
+#include "database/DecodeDateFunc.h"
 #include "database/GlobalCode.h"
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
@@ -7,7 +8,6 @@
 #include "platform/FileDatabase.h"
 
 #include <QFile>
-#include <QLocale>
 
 #include <algorithm>
 
@@ -23,11 +23,6 @@ void WriteLog(QIODevice::OpenMode mode, const QString &text)
     QFile log(Directories::WrittenFile(QStringLiteral("log.txt")));
     if (log.open(mode | QIODevice::Text))
         log.write(text.toUtf8());
-}
-
-QString PresentMoment()
-{
-    return QLocale().toString(Clock::Now(), QLocale::ShortFormat);
 }
 
 QString ReportOf(const EngineError &error)
@@ -72,12 +67,12 @@ int ReportEngineError(const QString &routineName, const QString &source)
 void LogStart()
 {
     WriteLog(QIODevice::WriteOnly, u"Veltrane Version " % FullVersionString() % u" - Error Log started at " %
-                                       PresentMoment() % u".\n");
+                                       GeneralDateText(Clock::Now()) % u'\n');
 }
 
 void LogFinish()
 {
-    WriteLog(QIODevice::Append, u"Error Log finished at " % PresentMoment() % u".\n");
+    WriteLog(QIODevice::Append, u"Error Log finished at " % GeneralDateText(Clock::Now()) % u'\n');
 }
 
 void LogError(const QString &routineName)

@@ -33,6 +33,11 @@ QString IntToDateText(int &&value)
     return IntToDateText(value);
 }
 
+QString GeneralDateText(const QDateTime &moment)
+{
+    return moment.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss"));
+}
+
 QDate IntToDate(int value)
 {
     return value == 0 ? QDate() : QDate(DateYear(value), DateMonth(value), DateDay(value));

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QDate>
+#include <QDateTime>
 #include <QString>
-#include <QTime>
 
 // date-int: year x 10000 + month x 100 + day, 0 = no date. time-int: hour x 100 + minute.
 
@@ -12,6 +11,8 @@ int DateToInt(QDate date);
 QString IntToDateText(int &value);
 /// The same for a value that is nobody's variable.
 QString IntToDateText(int &&value);
+/// "DD/MM/YYYY HH:MM:SS", for the log and the status bar.
+QString GeneralDateText(const QDateTime &moment);
 /// A date-int as a date; invalid for 0 or a value that is no date.
 QDate IntToDate(int value);
 /// The decimal text of `n`, with a "0" before a single character.

@@ -38,10 +38,17 @@ QString ShortestDecimal(double value)
     return QString::number(value, 'f', QLocale::FloatingPointShortest);
 }
 
+/// The locale's mark between groups of digits. The decimal sign is a point everywhere, because amounts are
+/// read back by it; where the locale has the point between groups, a comma takes that place.
+QString GroupSeparator()
+{
+    const QString separator = QLocale().groupSeparator();
+    return separator == u"." ? QStringLiteral(",") : separator;
+}
+
 QString Grouped(const QString &whole)
 {
-    const QLocale locale;
-    const QString separator = locale.groupSeparator();
+    const QString separator = GroupSeparator();
     QString result = whole;
     for (qsizetype i = whole.size() - 3; i > 0; i -= 3)
         result.insert(i, separator);
@@ -95,7 +102,7 @@ double ParseNumber(const QString &text)
 double TextValue(const QString &text)
 {
     QString plain = text.trimmed();
-    plain.remove(QLocale().groupSeparator());
+    plain.remove(GroupSeparator());
     qsizetype end = plain.startsWith(u'-') || plain.startsWith(u'+') ? 1 : 0;
     bool point = false;
     while (end < plain.size()) {
@@ -123,7 +130,7 @@ QString FormatNumber(double value, int places)
     const QString fraction = rounded.mid(point + 1);
     QString result = Grouped(rounded.left(point));
     if (places > 0)
-        result += QLocale().decimalPoint() % fraction;
+        result += u'.' % fraction;
     const bool isZero = rounded.count(u'0') == rounded.size() - 1;
     return value < 0 && !isZero ? u'-' % result : result;
 }
