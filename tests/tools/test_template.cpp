@@ -1,0 +1,135 @@
+#include "platform/Connection.h"
+#include "schema/Schema.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace
+{
+QString TextFor(const QString &file, const QString &password)
+{
+    return u"DBQ=" % file % u";Driver={Microsoft Access Driver (*.mdb)};DriverId=25;MaxBufferSize=8192;" %
+           u"Threads=20;PWD=" % password;
+}
+} // namespace
+
+/// The template that the build made, opened through the file engine.
+class TestTemplate final : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    QString m_file = m_dir.filePath(QStringLiteral("new.mdb"));
+    Schema m_schema;
+    Connection m_connection;
+
+private slots:
+    void initTestCase()
+    {
+        QFile description(QStringLiteral(VELTRANE_DATA_DIR "/system/schema.sql"));
+        QVERIFY(description.open(QIODevice::ReadOnly));
+        QString error;
+        const auto schema = ReadSchema(QString::fromUtf8(description.readAll()), error);
+        QVERIFY2(schema, qPrintable(error));
+        m_schema = *schema;
+        QVERIFY(QFile::copy(QCoreApplication::applicationDirPath() % u"/system/blank", m_file));
+    }
+
+    void OpensOnlyWithItsPassword()
+    {
+        for (const auto *wrong : {"", "Marigold", "marigold "}) {
+            QVERIFY(!m_connection.Open(TextFor(m_file, QString::fromLatin1(wrong))));
+            QCOMPARE(m_connection.Errors().first().number, -1905);
+        }
+        QVERIFY(m_connection.Open(TextFor(m_file, QStringLiteral("marigold"))));
+    }
+
+    void HasEveryColumn()
+    {
+        for (const Schema::Table &table : m_schema.tables) {
+            const auto rows = m_connection.OpenRecordset(u"SELECT * FROM " % table.name);
+            QVERIFY2(rows, qPrintable(table.name));
+            QCOMPARE(rows->ColumnCount(), table.columns.size());
+            for (int i = 0; i < rows->ColumnCount(); ++i) {
+                const Schema::Column &column = table.columns[i];
+                QCOMPARE(rows->Column(i).name, column.name);
+                const bool isText = column.kind == Schema::Kind::Text;
+                QCOMPARE(rows->Column(i).type == ColumnType::VarWChar, isText);
+                if (isText)
+                    QVERIFY(column.size ? rows->Column(i).definedSize == column.size
+                                        : rows->Column(i).definedSize >= 1'000'000);
+            }
+        }
+    }
+
+    /// Joins on a sentinel must find row 1, and the first row that a user adds is never taken for it.
+    void HasTheSentinelRows()
+    {
+        const QStringList tables{QStringLiteral("Contacts"),    QStringLiteral("Organisations"),
+                                 QStringLiteral("Designation"), QStringLiteral("City"),
+                                 QStringLiteral("County"),      QStringLiteral("Country"),
+                                 QStringLiteral("Venues"),      QStringLiteral("EthnicGroup"),
+                                 QStringLiteral("ExamName"),    QStringLiteral("ExamType")};
+        for (const QString &table : tables) {
+            const Schema::Table *described = m_schema.Find(table);
+            const auto rows = m_connection.OpenRecordset(u"SELECT * FROM " % table);
+            QVERIFY2(rows && rows->RowCount() == 1, qPrintable(table));
+            QCOMPARE(rows->First().Long(0), 1);
+            for (const Schema::Column &column : described->columns) {
+                const bool isReference =
+                    column.name.endsWith(QStringLiteral("Ref")) ||
+                    QStringList({QStringLiteral("City"), QStringLiteral("County"), QStringLiteral("Country")})
+                        .contains(column.name);
+                if (isReference && column.kind == Schema::Kind::Long)
+                    QCOMPARE(rows->First().Long(column.name), 1);
+            }
+        }
+        const auto people = m_connection.OpenRecordset(QStringLiteral(
+            "SELECT Contacts.ContactRef FROM (((((Contacts INNER JOIN City ON Contacts.Cust_City = "
+            "City.City_ID) "
+            "INNER JOIN County ON Contacts.Cust_County = County.County_ID) INNER JOIN Country ON "
+            "Contacts.Cust_Country = Country.Country_ID) INNER JOIN Designation ON Contacts.Cust_Designation "
+            "= "
+            "Designation.Designation_ID) INNER JOIN EthnicGroup ON Contacts.Cust_EthnicGroup = "
+            "EthnicGroup.Ethnic_ID) INNER JOIN Organisations ON Contacts.OrganRef = Organisations.OrganRef "
+            "WHERE Cust_Surname = '' AND City.City = '' AND Organisations.OrganName = ''"));
+        QVERIFY(people && people->RowCount() == 1);
+    }
+
+    void StartsAtThePresentLevelWithoutUsers()
+    {
+        QCOMPARE(m_connection.OpenRecordset(QStringLiteral("SELECT DBVersion FROM Version"))
+                     ->First()
+                     .Double(u"DBVersion"),
+                 3.0);
+        QVERIFY(m_connection.OpenRecordset(QStringLiteral("SELECT * FROM Users"))->IsEmpty());
+        QVERIFY(m_connection.OpenRecordset(QStringLiteral("SELECT * FROM System"))->IsEmpty());
+    }
+
+    /// What outlives a person, such as a payment, must not fall to the next one added.
+    void NeverUsesAKeyTwice()
+    {
+        const auto add = [this] {
+            m_connection.Execute(QStringLiteral("INSERT INTO City (City) VALUES ('Leeds')"));
+            const QString find = QStringLiteral("SELECT City_ID FROM City WHERE City = 'LEEDS'");
+            return m_connection.OpenRecordset(find)->First().Long(u"City_ID");
+        };
+        QCOMPARE(add(), 2);
+        QVERIFY(m_connection.Execute(QStringLiteral("DELETE FROM City WHERE City_ID = 2")));
+        QCOMPARE(add(), 3);
+    }
+
+    void HoldsLongTextsWhole()
+    {
+        const QString text(10'000, QChar(0x00E9));
+        QVERIFY(m_connection.Execute(u"INSERT INTO Courses (Title, Description, Limit) VALUES ('" % text %
+                                     u"','" % text % u"',5)"));
+        const auto rows = m_connection.OpenRecordset(QStringLiteral("SELECT * FROM Courses WHERE Limit = 5"));
+        QCOMPARE(rows->First().Text(u"Title"), text);
+        QCOMPARE(rows->First().Text(u"Description"), text);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTemplate)
+#include "test_template.moc"
