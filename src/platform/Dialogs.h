@@ -34,6 +34,9 @@ struct Hooks {
     std::function<std::optional<int>(int colour)> chooseColour;
     /// `frmDBLogon`, modal; its result is in gDialogResult.
     std::function<void()> databaseLogon;
+    /// `frmRegisterDB`, modal, with its fields filled in.
+    std::function<void(const QString &source, const QString &description, const QString &file)>
+        registerDatabase;
     /// `frmPercent`, modal, on a list of course titles; gives the positions that were selected.
     std::function<QList<int>(const QStringList &titles)> selectCourses;
     /// Lets the window live in a long loop.

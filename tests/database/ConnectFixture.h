@@ -1,0 +1,68 @@
+#pragma once
+
+#include "core/Session.h"
+#include "platform/Connection.h"
+#include "platform/Dialogs.h"
+#include "platform/Directories.h"
+#include "platform/FileDatabase.h"
+#include "support/OwnDataSources.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+#include <QTemporaryDir>
+
+/// A workstation of the test's own: program directory, data sources, an untouched session, and a user who
+/// answers the questions for a password from a list and is shown nothing else.
+struct ConnectFixture {
+    ConnectFixture()
+    {
+        Directories::SetProgram(directory.path());
+        gConnection.Close();
+        gDBValid = false;
+        gDBQUseODBC = false;
+        gDBQType = 1;
+        gDialogResult = -7;
+        for (QString *text : {&gDBQName, &gDBQFilename, &gDBUser, &gDBPassword})
+            text->clear();
+        gDBQDescription = QStringLiteral("Veltrane Database");
+        Dialogs::Hooks &hooks = Dialogs::Installed();
+        hooks = {};
+        hooks.msgBox = [this](const QString &text, const QString &title, Dialogs::Buttons, Dialogs::Icon,
+                              Dialogs::Answer) {
+            boxes.append(u'[' % title % u"] " % text);
+            return Dialogs::Answer::Ok;
+        };
+        hooks.databaseLogon = [this] {
+            ++asked;
+            if (typedPasswords.isEmpty())
+                return;
+            gDBPassword = typedPasswords.takeFirst();
+            gDialogResult = 1;
+        };
+    }
+    ~ConnectFixture()
+    {
+        gConnection.Close();
+        Dialogs::Installed() = {};
+    }
+    ConnectFixture(const ConnectFixture &) = delete;
+    ConnectFixture &operator=(const ConnectFixture &) = delete;
+
+    QString Path(const QString &name) const { return directory.filePath(name); }
+
+    /// A new database with that password; its full path.
+    QString MakeDatabase(const QString &name, const QString &password = {}) const
+    {
+        Directories::Writable(); // makes the folders
+        const QString file = Path(name);
+        QFile::copy(QCoreApplication::applicationDirPath() % u"/system/blank", file);
+        const auto database = FileDatabase::OpenExclusive(file, QStringLiteral("marigold"));
+        return database && database->NewPassword(password) ? file : QString();
+    }
+
+    QTemporaryDir directory;
+    OwnDataSources sources;
+    QStringList boxes;
+    QStringList typedPasswords;
+    int asked = 0;
+};

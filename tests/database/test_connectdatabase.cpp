@@ -1,0 +1,282 @@
+#include "database/ConnectDatabase.h"
+#include "database/ConnectFixture.h"
+#include "database/CredentialStore.h"
+#include "database/MiscODBC.h"
+#include "database/Registry.h"
+#include "support/StatementLog.h"
+
+#include <QDir>
+#include <QTest>
+
+namespace
+{
+const QString college = QStringLiteral("College");
+const QString needsPassword = QStringLiteral("[] Access Database requires a password");
+const QString collegeFile = QStringLiteral("college.mdb");
+
+bool HasColumn(const QString &table, const QString &column)
+{
+    const auto rows = gConnection.OpenRecordset(u"SELECT * FROM " % table);
+    return rows && rows->ColumnIndex(column) >= 0;
+}
+} // namespace
+
+class TestConnectDatabase final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void FindsTheFile_data()
+    {
+        QTest::addColumn<QString>("place");
+        QTest::addColumn<bool>("bare");
+        QTest::addColumn<bool>("source");
+        QTest::newRow("direct, full path") << "college.mdb" << false << false;
+        QTest::newRow("direct, bare name: the program's directory") << "college.mdb" << true << false;
+        QTest::newRow("source, full path") << "college.mdb" << false << true;
+        QTest::newRow("source, bare name: the folder database") << "database/college.mdb" << true << true;
+    }
+    void FindsTheFile()
+    {
+        QFETCH(QString, place);
+        QFETCH(bool, bare);
+        QFETCH(bool, source);
+        ConnectFixture fixture;
+        const QString file = fixture.MakeDatabase(place);
+        gDBQUseODBC = source;
+        gDBQName = source ? college : QString();
+        gDBQFilename = bare ? collegeFile : file;
+
+        QVERIFY(ConnectDatabase(false));
+        QVERIFY(gConnection.IsOpen());
+        QCOMPARE(QDir::cleanPath(gDBQFilename), file);
+        QCOMPARE(gDBQType, 1);
+        QCOMPARE(GetDBVersion(), 3.0);
+        QCOMPARE(fixture.boxes, QStringList());
+        if (source)
+            QCOMPARE(QDir::cleanPath(DSNFile(college)), file);
+    }
+
+    void TellsWhatIsNoDatabase_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("missing") << QByteArray("-");
+        QTest::newRow("a folder") << QByteArray("/");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("a text") << QByteArray("This is a letter to the college.\n").repeated(100);
+        QTest::newRow("another engine's file")
+            << QByteArray("\0\1\0\0Standard Jet DB\0\1\0\0\0", 24) + QByteArray(4096, '\0');
+        QTest::newRow("cut short") << QByteArray("!");
+    }
+    void TellsWhatIsNoDatabase()
+    {
+        QFETCH(QByteArray, content);
+        ConnectFixture fixture;
+        gDBQFilename = fixture.Path(collegeFile);
+        if (content == "/") {
+            QVERIFY(QDir().mkpath(gDBQFilename));
+        } else if (content == "!") {
+            fixture.MakeDatabase(collegeFile);
+            QVERIFY(QFile::resize(gDBQFilename, 9'000));
+        } else if (content != "-") {
+            QFile file(gDBQFilename);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(content);
+        }
+        QVERIFY(!ConnectDatabase(false));
+        QVERIFY(!gConnection.IsOpen());
+        QCOMPARE(fixture.boxes.size(), 1);
+        QVERIFY2(fixture.boxes[0].startsWith(
+                     QStringLiteral("[ODBC] Veltrane couldn't connect to an datasource.\n")),
+                 qPrintable(fixture.boxes[0]));
+        QVERIFY2(fixture.boxes[0].contains(collegeFile), qPrintable(fixture.boxes[0]));
+    }
+
+    void FindsThePassword_data()
+    {
+        QTest::addColumn<bool>("source");
+        QTest::addColumn<QString>("session");
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QStringList>("typed");
+        QTest::addColumn<int>("asked");
+        QTest::addColumn<bool>("connects");
+        for (const bool source : {false, true}) {
+            const auto row = [source](const char *name, const char *session, const char *stored,
+                                      const QStringList &typed, int asked, bool connects) {
+                QTest::addRow("%s: %s", source ? "source" : "direct", name)
+                    << source << QString::fromLatin1(session) << QString::fromLatin1(stored) << typed << asked
+                    << connects;
+            };
+            const QString right = QStringLiteral("right");
+            const QString wrong = QStringLiteral("wrong");
+            row("the session has it", "right", "", {}, 0, true);
+            row("the store has it", "wrong", "right", {}, 0, true);
+            row("typed", "", "", {right}, 1, true);
+            row("typed, with a wrong one stored", "", "wrong", {right}, 1, true);
+            row("typed at the third try", "", "", {wrong, wrong, right}, 3, true);
+            row("cancelled", "", "", {}, 1, false);
+            row("cancelled at the second try", "wrong", "wrong", {wrong}, 2, false);
+        }
+    }
+    void FindsThePassword()
+    {
+        QFETCH(bool, source);
+        QFETCH(QString, session);
+        QFETCH(QString, stored);
+        QFETCH(QStringList, typed);
+        QFETCH(int, asked);
+        QFETCH(bool, connects);
+        ConnectFixture fixture;
+        gDBQFilename = fixture.MakeDatabase(collegeFile, QStringLiteral("right"));
+        gDBQUseODBC = source;
+        gDBQName = source ? college : QString();
+        if (source)
+            QVERIFY(RegisterAccessDSN(college, gDBQFilename, {}, {}, {}));
+        gDBPassword = stored;
+        QVERIFY(StoreSessionCredential());
+        gDBPassword = session;
+        fixture.typedPasswords = typed;
+
+        QCOMPARE(ConnectDatabase(false), connects);
+        QCOMPARE(gConnection.IsOpen(), connects);
+        QCOMPARE(fixture.asked, asked);
+        QCOMPARE(fixture.boxes, QStringList(asked, needsPassword));
+        if (connects)
+            QCOMPARE(gDBPassword, QStringLiteral("right"));
+        if (connects && session != QStringLiteral("right"))
+            QCOMPARE(gDialogResult, 1);
+    }
+
+    void TakesPasswordsOfAnyText_data()
+    {
+        QTest::addColumn<QString>("password");
+        QTest::newRow("at sign") << "a@b";
+        QTest::newRow("semicolon") << "a;b;DSN=x";
+        QTest::newRow("apostrophe") << "it's";
+        QTest::newRow("quotes and braces") << "\"{x}\"";
+        QTest::newRow("placeholder") << "%1%2";
+        QTest::newRow("beyond one byte") << QString::fromUtf8("Zoë 🔑");
+        QTest::newRow("10,000 characters") << QString(10'000, u'p');
+    }
+    void TakesPasswordsOfAnyText()
+    {
+        QFETCH(QString, password);
+        for (const bool source : {false, true}) {
+            ConnectFixture fixture;
+            const QString file = fixture.MakeDatabase(collegeFile, password);
+            gDBQUseODBC = source;
+            gDBQName = college;
+            gDBQFilename = file;
+            gDBPassword = password;
+            QVERIFY(ConnectDatabase(false));
+            QCOMPARE(gDBPassword, password);
+            QCOMPARE(gDBQFilename, file);
+
+            QVERIFY(StoreSessionCredential());
+            gDBPassword.clear();
+            QVERIFY(ConnectDatabase(false));
+            QCOMPARE(gDBPassword, password);
+            QCOMPARE(fixture.asked, 0);
+        }
+    }
+
+    /// A path may hold what parts the values of a connection text.
+    void KeepsASourceOfAnyPath()
+    {
+        ConnectFixture fixture;
+        const QString file = fixture.MakeDatabase(QString::fromUtf8("über; uns's (2).mdb"));
+        QVERIFY(RegisterAccessDSN(college, file, {}, {}, {}));
+        gDBQUseODBC = true;
+        gDBQName = college;
+        QVERIFY(ConnectDatabase(false));
+        QCOMPARE(gDBQFilename, file);
+        QCOMPARE(DSNFile(college), file);
+    }
+
+    void MakesAVanishedSourceAgain()
+    {
+        ConnectFixture fixture;
+        gDBQUseODBC = true;
+        gDBQName = college;
+        gDBQFilename = fixture.MakeDatabase(collegeFile);
+        QVERIFY(ConnectDatabase(false));
+        QCOMPARE(DSNDescription(college), QStringLiteral("Veltrane Database"));
+        QVERIFY(ConnectionStringValue(QStringLiteral("DBQ")).endsWith(collegeFile));
+
+        fixture.sources.SetContent({});
+        QVERIFY(QFile::remove(gDBQFilename));
+        QVERIFY(!ConnectDatabase(false));
+        QVERIFY(DSNMissing(college));
+        QCOMPARE(fixture.boxes, QStringList());
+
+        gDBQName.clear();
+        QVERIFY(!ConnectDatabase(false));
+    }
+
+    void RefusesASourceOfAnotherKind()
+    {
+        ConnectFixture fixture;
+        fixture.sources.SetContent("[College]\nDriver=MySQL\n");
+        gDBQUseODBC = true;
+        gDBQName = college;
+        QVERIFY(!ConnectDatabase(false));
+        QCOMPARE(fixture.boxes,
+                 QStringList(QStringLiteral(
+                     "[Invalid Data Source] Only Microsoft Access and SQL Server databases are supported!")));
+    }
+
+    void UpgradesAnOldDatabase()
+    {
+        ConnectFixture fixture;
+        const QString file = fixture.Path(QStringLiteral("old.mdb"));
+        QVERIFY(FileDatabase::Create(file));
+        QVERIFY(FileDatabase::OpenExclusive(file, {})->Run(QStringLiteral(
+            "CREATE TABLE AwardNames (AwardRef INTEGER PRIMARY KEY AUTOINCREMENT, AwardName TEXT, ExamBoard "
+            "TEXT);CREATE TABLE Organisations (OrganRef INTEGER PRIMARY KEY AUTOINCREMENT, OrganName TEXT);"
+            "CREATE TABLE GroupNames (GroupRef INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT);"
+            "CREATE TABLE CreditCardTransaction (CreditCardRef INTEGER PRIMARY KEY AUTOINCREMENT);"
+            "INSERT INTO AwardNames (AwardName, ExamBoard) VALUES ('Cookery', 'Board of Cooks');")));
+        gDBQFilename = file;
+        for (int connection = 0; connection < 2; ++connection) {
+            QVERIFY(ConnectDatabase(false));
+            QVERIFY(!HasColumn(QStringLiteral("AwardNames"), QStringLiteral("ExamBoard")));
+            QVERIFY(HasColumn(QStringLiteral("AwardNames"), QStringLiteral("Board")));
+            QVERIFY(HasColumn(QStringLiteral("Organisations"), QStringLiteral("Board")));
+            QVERIFY(HasColumn(QStringLiteral("GroupNames"), QStringLiteral("LinkRef")));
+            QVERIFY(HasColumn(QStringLiteral("CreditCardTransaction"), QStringLiteral("VCode")));
+            QVERIFY(HasColumn(QStringLiteral("Version"), QStringLiteral("DBVersion")));
+            QCOMPARE(gConnection.OpenRecordset(QStringLiteral("SELECT * FROM AwardNames"))->RowCount(), 1);
+            QCOMPARE(GetDBVersion(), 0.0); // no statement puts a row there
+        }
+        QCOMPARE(fixture.boxes, QStringList());
+    }
+
+    void RunsTheFixedPatch()
+    {
+        ConnectFixture fixture;
+        gDBQFilename = fixture.MakeDatabase(collegeFile);
+        QVERIFY(ConnectDatabase(false));
+        QVERIFY(gConnection.Execute(QStringLiteral("UPDATE Version SET DBVersion = 4")));
+        QStringList expected{QStringLiteral("ALTER TABLE AwardNames DROP COLUMN ExamBoard"),
+                             QStringLiteral("ALTER TABLE AwardNames ADD Board INT"),
+                             QStringLiteral("ALTER TABLE Organisations ADD Board BIT"),
+                             QStringLiteral("CREATE TABLE [Version]"),
+                             QStringLiteral("ALTER TABLE [Version] ADD DBVersion FLOAT"),
+                             QStringLiteral("ALTER TABLE [GroupNames] ADD LinkRef INT"),
+                             QStringLiteral("ALTER TABLE [CreditCardTransaction] ADD VCode Text(255)"),
+                             QStringLiteral("UPDATE [Version] SET DBVersion=3")};
+        StatementLog log;
+        UpgradeDatabase();
+        QCOMPARE(log.Statements(), expected);
+        QCOMPARE(GetDBVersion(), 3.0);
+
+        log.Clear();
+        gDBQType = 2;
+        UpgradeDatabase();
+        expected[6] = QStringLiteral("ALTER TABLE [CreditCardTransaction] ADD VCode nvarchar(255) null");
+        QCOMPARE(log.Statements(), expected);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestConnectDatabase)
+#include "test_connectdatabase.moc"
