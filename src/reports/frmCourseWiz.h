@@ -1,0 +1,51 @@
+#pragma once
+
+#include "controls/ListModel.h"
+#include "forms/FormDialog.h"
+
+#include <QElapsedTimer>
+
+class ListView;
+class QCheckBox;
+class QDateEdit;
+class QLabel;
+class QProgressBar;
+class SSWizardNavBar;
+class WizardPages;
+
+/// The report wizard of the Course Manager: picks a report and its period, writes it and opens it.
+class frmCourseWiz final : public FormDialog
+{
+    Q_OBJECT
+
+public:
+    explicit frmCourseWiz(QWidget *parent = nullptr);
+
+protected:
+    bool MayLeave() override;
+
+private:
+    void BuildWelcome(QWidget *page);
+    void BuildDates(QWidget *page);
+    void BuildProgress(QWidget *page);
+    void OnPageShown(int page);
+    void OnNavigation(int code);
+    void Finish();
+    void RememberChoices() const;
+    bool ShowProgress(int done, int records);
+
+    ListModel m_reports;
+    WizardPages *m_pages;
+    SSWizardNavBar *m_navigation;
+    ListView *m_reportList = nullptr;
+    QCheckBox *m_tableBorder = nullptr;
+    QDateEdit *m_dateFrom = nullptr;
+    QDateEdit *m_dateTo = nullptr;
+    QCheckBox *m_noDates = nullptr;
+    QLabel *m_notice = nullptr;
+    QProgressBar *m_progress = nullptr;
+    QList<int> m_courseSubset;
+    QElapsedTimer m_sinceShown;
+    bool m_running = false;
+    bool m_stopped = false;
+};
