@@ -13,10 +13,13 @@ function(veltrane_subsystem name)
     endforeach()
 endfunction()
 
-# veltrane_test(name LAYER layer [TIMEOUT seconds] SOURCES a.cpp ...)
-# one QtTest executable, headless, with a time limit.
+set(VELTRANE_TEST_POSTGRES ${CMAKE_BINARY_DIR}/postgres)
+
+# veltrane_test(name LAYER layer [DATABASE] [TIMEOUT seconds] SOURCES a.cpp ...)
+# one QtTest executable, headless, with a time limit. With DATABASE it runs twice: as `name` on a database
+# file, and as `name.postgresql` on the private server that the fixture starts.
 function(veltrane_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 test "" "LAYER;TIMEOUT" "SOURCES")
+    cmake_parse_arguments(PARSE_ARGV 1 test "DATABASE" "LAYER;TIMEOUT" "SOURCES")
     if(NOT test_TIMEOUT)
         set(test_TIMEOUT 120)
     endif()
@@ -27,7 +30,13 @@ function(veltrane_test name)
         target_link_libraries(${name} PRIVATE veltrane_test_support_screens)
     endif()
     add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES
-        TIMEOUT ${test_TIMEOUT}
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC")
+    set(environment "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC")
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${test_TIMEOUT} ENVIRONMENT "${environment}")
+    if(test_DATABASE)
+        add_test(NAME ${name}.postgresql COMMAND ${name})
+        set_tests_properties(${name}.postgresql PROPERTIES
+            TIMEOUT ${test_TIMEOUT}
+            FIXTURES_REQUIRED postgres
+            ENVIRONMENT "${environment};VELTRANE_TEST_BACKEND=postgresql;VELTRANE_TEST_POSTGRES=${VELTRANE_TEST_POSTGRES}")
+    endif()
 endfunction()

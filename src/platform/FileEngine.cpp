@@ -142,14 +142,14 @@ PreparedStatement *FileEngine::Prepare(const QString &sql, std::unique_ptr<Prepa
     if (!m_shape.Take(m_tokens)) {
         // What defines tables needs them free of prepared statements.
         m_cache.Clear();
-        sqlite3_stmt *statement = PrepareText(SqlFor(SqlDialect::File, m_tokens), false, errors);
+        sqlite3_stmt *statement = PrepareText(WellFormed(SqlFor(SqlDialect::File, m_tokens)), false, errors);
         if (statement)
             once = std::make_unique<PreparedStatement>(statement);
         return once.get();
     }
     PreparedStatement *prepared = m_cache.Find(m_shape.Key());
     if (!prepared) {
-        sqlite3_stmt *statement = PrepareText(SqlFor(SqlDialect::File, m_tokens), true, errors);
+        sqlite3_stmt *statement = PrepareText(WellFormed(SqlFor(SqlDialect::File, m_tokens)), true, errors);
         if (!statement)
             return nullptr;
         prepared = m_cache.Add(m_shape.Key(), statement);

@@ -207,7 +207,6 @@ void Writer::WriteName(const QString &name)
 void Writer::WriteText(qsizetype index)
 {
     QString text = m_tokens.Spelling(index).toString();
-    text.remove(QChar(u'\0'));
     // PostgreSQL takes a backslash in a pattern for a mark of its own.
     if (m_dialect == SqlDialect::PostgreSql && m_tokens.IsWord(index - 1, u"LIKE"))
         text.replace(QStringLiteral("\\"), QStringLiteral("\\\\"));

@@ -1,5 +1,7 @@
 #include "platform/SqlTokens.h"
 
+#include <QList>
+
 namespace
 {
 bool IsDigit(char16_t c)
@@ -170,6 +172,18 @@ QString SqlTokens::NameAt(qsizetype index) const
         return spelling.toString();
     const QString quote = spelling.last(1).toString();
     return spelling.sliced(1, spelling.size() - 2).toString().replace(quote + quote, quote);
+}
+
+QString WellFormed(const QString &sql)
+{
+    if (sql.isValidUtf16() && !sql.contains(QChar(u'\0')))
+        return sql;
+    const QList<uint> characters = sql.toUcs4();
+    QString result;
+    for (const uint character : characters)
+        result += QChar::fromUcs4(character);
+    result.remove(QChar(u'\0'));
+    return result;
 }
 
 QString SqlFaultText(SqlFault fault)

@@ -48,5 +48,8 @@ private:
     std::vector<SqlToken> m_tokens;
 };
 
+/// `sql` as every engine can hold it: no NUL, and no half of a surrogate pair.
+QString WellFormed(const QString &sql);
+
 /// A plain sentence on why the statement is refused.
 QString SqlFaultText(SqlFault fault);

@@ -1,0 +1,198 @@
+#include "platform/OdbcEngine.h"
+
+#include "platform/ColumnTypes.h"
+#include "platform/OdbcErrors.h"
+#include "platform/OdbcText.h"
+#include "platform/SqlDialect.h"
+
+#include <QCoreApplication>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlField>
+#include <QSqlQuery>
+#include <QSqlRecord>
+
+namespace
+{
+
+ColumnType TypeOf(const QSqlField &field)
+{
+    switch (field.metaType().id()) {
+    case QMetaType::Bool:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::Char:
+    case QMetaType::UChar:
+        return ColumnType::SmallInt;
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+        return ColumnType::Integer;
+    case QMetaType::Double:
+        return ColumnType::Double;
+    default:
+        return ColumnType::VarWChar;
+    }
+}
+
+std::shared_ptr<const Columns> ColumnsOf(const QSqlRecord &record, DatabaseKind kind)
+{
+    auto columns = std::make_shared<Columns>();
+    columns->reserve(static_cast<size_t>(record.count()));
+    for (int i = 0; i < record.count(); ++i) {
+        const QSqlField field = record.field(i);
+        RecordsetColumn column;
+        column.name = field.name();
+        column.type = TypeOf(field);
+        if (column.type == ColumnType::VarWChar) {
+            // PostgreSQL's driver calls every text one of 255, though its texts have no limit.
+            const bool isLimited = kind == DatabaseKind::SqlServer && field.length() > 0;
+            column.definedSize = isLimited ? field.length() : ColumnTypes::unlimitedSize;
+        }
+        columns->push_back(column);
+    }
+    return columns;
+}
+
+void AddCell(Recordset::Builder &rows, ColumnType type, const QVariant &value)
+{
+    if (value.isNull())
+        rows.AddNull();
+    else if (type == ColumnType::Double)
+        rows.AddDouble(value.toDouble());
+    else if (type == ColumnType::VarWChar)
+        rows.AddText(value.toString());
+    else
+        rows.AddLong(value.toLongLong());
+}
+} // namespace
+
+OdbcEngine::OdbcEngine(const QString &connectionText)
+    : m_text(connectionText)
+{
+    static int count = 0;
+    m_name = u"Veltrane" % QString::number(++count);
+}
+
+std::unique_ptr<Engine> OdbcEngine::Open(const ConnectionParts &parts, const QString &connectionText,
+                                         EngineErrors &errors)
+{
+    const QString driver = QStringLiteral("QODBC");
+    if (!QSqlDatabase::isDriverAvailable(driver)) {
+        errors = OdbcErrors::One(OdbcErrors::noDriver,
+                                 QStringLiteral("Servers cannot be reached from here yet. Install the Debian "
+                                                "package libqt6sql6-odbc."));
+        return nullptr;
+    }
+    const std::optional<QString> driverText = OdbcDriverText(parts, errors);
+    if (!driverText)
+        return nullptr;
+    std::unique_ptr<OdbcEngine> engine(new OdbcEngine(connectionText));
+    engine->m_database = QSqlDatabase::addDatabase(driver, engine->m_name);
+    if (!engine->Connect(*driverText, errors))
+        return nullptr;
+    return engine;
+}
+
+OdbcEngine::~OdbcEngine()
+{
+    m_database.close();
+    m_database = QSqlDatabase();
+    // The session's connection can outlive the application, and with it Qt's list of connections.
+    if (QCoreApplication::instance())
+        QSqlDatabase::removeDatabase(m_name);
+}
+
+bool OdbcEngine::Connect(const QString &driverText, EngineErrors &errors)
+{
+    // Qt takes a text with DRIVER= as it stands and puts DSN= before all others.
+    const bool isSource = driverText.startsWith(QStringLiteral("DSN="));
+    m_database.setDatabaseName(isSource ? driverText.mid(4) : driverText);
+    m_database.setConnectOptions(QStringLiteral("SQL_ATTR_LOGIN_TIMEOUT=15"));
+    if (!m_database.open()) {
+        errors = OdbcErrors::ListOf(m_database.lastError());
+        return false;
+    }
+    const QSqlDriver::DbmsType dbms = m_database.driver()->dbmsType();
+    m_kind = dbms == QSqlDriver::PostgreSQL ? DatabaseKind::PostgreSql : DatabaseKind::SqlServer;
+    m_database.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
+    // Nobody waits for another workstation for ever.
+    return Run(m_kind == DatabaseKind::PostgreSql ? QStringLiteral("SET lock_timeout = 10000")
+                                                  : QStringLiteral("SET LOCK_TIMEOUT 10000"),
+               errors);
+}
+
+bool OdbcEngine::Execute(const QString &sql, EngineErrors &errors)
+{
+    QString engineSql;
+    return Translate(sql, engineSql, errors) && Run(engineSql, errors);
+}
+
+bool OdbcEngine::OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors)
+{
+    QString engineSql;
+    if (!Translate(sql, engineSql, errors))
+        return false;
+    QSqlQuery query(m_database);
+    query.setForwardOnly(true);
+    if (!query.exec(engineSql)) {
+        errors = OdbcErrors::ListOf(query.lastError());
+        return false;
+    }
+    const auto columns = ColumnsOf(query.record(), m_kind);
+    Recordset::Builder rows(columns);
+    while (query.next()) {
+        for (size_t i = 0; i < columns->size(); ++i)
+            AddCell(rows, (*columns)[i].type, query.value(static_cast<int>(i)));
+    }
+    if (query.lastError().isValid()) {
+        errors = OdbcErrors::ListOf(query.lastError());
+        return false;
+    }
+    result = rows.Finish();
+    return true;
+}
+
+bool OdbcEngine::Begin(EngineErrors &errors)
+{
+    if (m_kind == DatabaseKind::SqlServer)
+        return Run(QStringLiteral("BEGIN TRANSACTION"), errors);
+    if (m_database.transaction())
+        return true;
+    errors = OdbcErrors::ListOf(m_database.lastError());
+    return false;
+}
+
+/// SQL Server's driver answers the manager's own commit with "no data", which Qt takes for a failure; the
+/// statement has the same answer, and there it counts as done.
+bool OdbcEngine::Commit(EngineErrors &errors)
+{
+    if (m_kind == DatabaseKind::SqlServer)
+        return Run(QStringLiteral("IF @@TRANCOUNT > 0 COMMIT TRANSACTION"), errors);
+    if (m_database.commit())
+        return true;
+    errors = OdbcErrors::ListOf(m_database.lastError());
+    return false;
+}
+
+bool OdbcEngine::Run(const QString &engineSql, EngineErrors &errors)
+{
+    QSqlQuery query(m_database);
+    query.setForwardOnly(true);
+    if (query.exec(engineSql))
+        return true;
+    errors = OdbcErrors::ListOf(query.lastError());
+    return false;
+}
+
+bool OdbcEngine::Translate(const QString &sql, QString &engineSql, EngineErrors &errors)
+{
+    const QString text = WellFormed(sql);
+    if (const SqlFault fault = m_tokens.Read(text); fault != SqlFault::None) {
+        errors = OdbcErrors::One(1, SqlFaultText(fault));
+        return false;
+    }
+    engineSql = m_kind == DatabaseKind::PostgreSql ? SqlFor(SqlDialect::PostgreSql, m_tokens) : text;
+    return true;
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/ConnectionText.h"
+#include "platform/Engine.h"
+#include "platform/SqlTokens.h"
+
+#include <QSqlDatabase>
+
+class QSqlError;
+
+/// A database on a server, through the ODBC manager and the server's driver.
+class OdbcEngine final : public Engine
+{
+public:
+    /// A server by name and catalogue, or a registered data source of a server.
+    static std::unique_ptr<Engine> Open(const ConnectionParts &parts, const QString &connectionText,
+                                        EngineErrors &errors);
+    ~OdbcEngine() override;
+
+    bool Execute(const QString &sql, EngineErrors &errors) override;
+    bool OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors) override;
+    bool Begin(EngineErrors &errors) override;
+    bool Commit(EngineErrors &errors) override;
+    DatabaseKind Kind() const override { return m_kind; }
+    QString ConnectionText() const override { return m_text; }
+
+private:
+    explicit OdbcEngine(const QString &connectionText);
+    bool Connect(const QString &driverText, EngineErrors &errors);
+    bool Run(const QString &engineSql, EngineErrors &errors);
+    bool Translate(const QString &sql, QString &engineSql, EngineErrors &errors);
+
+    QString m_text;
+    QString m_name; ///< of the connection, among Qt's
+    QSqlDatabase m_database;
+    DatabaseKind m_kind = DatabaseKind::SqlServer;
+    SqlTokens m_tokens;
+};

@@ -1,0 +1,52 @@
+#include "platform/OdbcErrors.h"
+
+#include <QSqlError>
+#include <QStringList>
+
+namespace
+{
+/// The Debian package of a driver, by its name or its library's.
+QString PackageOf(const QString &driver)
+{
+    const auto names = [&driver](const char *part) {
+        return driver.contains(QLatin1String(part), Qt::CaseInsensitive);
+    };
+    if (names("PostgreSQL") || names("psqlodbc"))
+        return QStringLiteral("odbc-postgresql");
+    if (names("FreeTDS") || names("tdsodbc") || names("SQL Server"))
+        return QStringLiteral("tdsodbc");
+    return {};
+}
+
+bool IsRefusedLogon(const QStringList &numbers, const QString &text)
+{
+    return numbers.contains(QString::number(OdbcErrors::logonRefused)) ||
+           text.contains(QStringLiteral("password authentication failed"), Qt::CaseInsensitive) ||
+           text.contains(QStringLiteral("no password supplied"), Qt::CaseInsensitive) ||
+           text.contains(QStringLiteral("28P01"));
+}
+} // namespace
+
+EngineErrors OdbcErrors::ListOf(const QSqlError &error)
+{
+    const QString text = error.databaseText().trimmed();
+    if (text.contains(QStringLiteral("Can't open lib")))
+        return DriverMissing(text);
+    const QStringList numbers = error.nativeErrorCode().split(u';');
+    const int number = IsRefusedLogon(numbers, text) ? logonRefused : numbers.first().toInt();
+    return One(number, text.isEmpty() ? error.text() : text, QString());
+}
+
+EngineErrors OdbcErrors::DriverMissing(const QString &driver)
+{
+    const QString package = PackageOf(driver);
+    const QString advice =
+        package.isEmpty() ? QString() : QString(u" Install the Debian package " % package % u".");
+    return One(noDriver, u"The ODBC driver of this database is not installed (" % driver % u")." % advice,
+               QStringLiteral("IM003"));
+}
+
+EngineErrors OdbcErrors::One(int number, const QString &description, const QString &sqlState)
+{
+    return {{number, QStringLiteral("Veltrane Connection"), description, sqlState}};
+}

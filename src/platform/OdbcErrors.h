@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/EngineError.h"
+
+class QSqlError;
+
+namespace OdbcErrors
+{
+constexpr int logonRefused = 18456;
+constexpr int noDriver = 126;
+constexpr int noDataSource = 2;
+
+/// The records of a driver's failure as the engine's error list. A refused logon has number 18456, by
+/// whatever record and in whatever words the driver tells it.
+EngineErrors ListOf(const QSqlError &error);
+/// The one entry for a driver that is not installed, with the package that has it.
+EngineErrors DriverMissing(const QString &driver);
+EngineErrors One(int number, const QString &description, const QString &sqlState = {});
+} // namespace OdbcErrors

@@ -1,0 +1,200 @@
+#include "support/TestDatabase.h"
+
+#include "core/Session.h"
+#include "platform/Directories.h"
+#include "platform/FileDatabase.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+#include <QTest>
+
+namespace
+{
+const QString source = QStringLiteral("VeltraneTest");
+
+void Fail(const QString &message)
+{
+    QTest::qFail(qPrintable(message), __FILE__, __LINE__);
+}
+
+QString FirstError(const Connection &connection)
+{
+    return connection.Errors().isEmpty() ? QString() : connection.Errors().first().description;
+}
+
+QString ShippedDirectory()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/system");
+}
+
+/// The template without its password, made once in a run.
+QString PlainTemplate()
+{
+    static const QTemporaryDir directory;
+    const QString file = directory.filePath(QStringLiteral("plain"));
+    if (QFile::exists(file))
+        return file;
+    const QString half = file + QStringLiteral(".half");
+    QFile::copy(ShippedDirectory() + QStringLiteral("/blank"), half);
+    const auto database = FileDatabase::OpenExclusive(half, QStringLiteral("marigold"));
+    if (!database || !database->NewPassword(QString()))
+        Fail(u"The template cannot be opened: " %
+             (EngineErrorList().isEmpty() ? QString() : EngineErrorList().first().description));
+    else
+        QFile::rename(half, file);
+    return file;
+}
+
+/// The server of the tests: the data sources that it was started with, and this process's own database.
+class Server final
+{
+public:
+    static Server &Instance()
+    {
+        static Server server;
+        return server;
+    }
+
+    void MakeCatalogue()
+    {
+        Administer(u"DROP DATABASE IF EXISTS " % Catalogue());
+        Administer(u"CREATE DATABASE " % Catalogue() % u" TEMPLATE veltrane_template");
+    }
+
+    void DropCatalogue() { Administer(u"DROP DATABASE IF EXISTS " % Catalogue()); }
+
+    static QString Catalogue()
+    {
+        return u"veltrane_test_" % QString::number(QCoreApplication::applicationPid());
+    }
+
+private:
+    Server()
+    {
+        QFile given(qEnvironmentVariable("VELTRANE_TEST_POSTGRES") + QStringLiteral("/odbc.ini"));
+        if (!given.open(QIODevice::ReadOnly))
+            Fail(u"The test server does not run: " % given.fileName());
+        const QString sources = QString::fromUtf8(given.readAll());
+        const qsizetype begin = sources.indexOf(QStringLiteral("[veltrane]")) + 10;
+        const qsizetype end = sources.indexOf(u'[', begin);
+        QString own = sources.mid(begin, end < 0 ? -1 : end - begin);
+        own.replace(QStringLiteral("Database=veltrane\n"), QString(u"Database=" % Catalogue() % u"\n"));
+        QFile ini(m_directory.filePath(QStringLiteral("odbc.ini")));
+        if (ini.open(QIODevice::WriteOnly))
+            ini.write(QString(sources % u"\n[" % source % u"]" % own).toUtf8());
+        qputenv("ODBCINI", QFile::encodeName(ini.fileName()));
+    }
+
+    void Administer(const QString &sql)
+    {
+        const QString text =
+            QStringLiteral("ODBC;DATABASE=veltrane_admin;UID=sa;PWD=;DSN=veltrane_admin;EXCLUSIVE=00");
+        if (!(m_administrator.IsOpen() || m_administrator.Open(text)) || !m_administrator.Execute(sql))
+            Fail(sql % u": " % FirstError(m_administrator));
+    }
+
+    QTemporaryDir m_directory;
+    Connection m_administrator;
+};
+} // namespace
+
+TestDatabase::TestDatabase()
+{
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+    MakeProgramDirectory();
+    if (IsOnServer())
+        MakeCatalogue();
+    else
+        MakeFile();
+    gDBPassword.clear();
+    gDBUser.clear();
+    gDBQDescription.clear();
+    gDBValid = Reconnect();
+}
+
+TestDatabase::~TestDatabase()
+{
+    gConnection.Close();
+    gDBValid = false;
+    if (IsOnServer())
+        Server::Instance().DropCatalogue();
+}
+
+bool TestDatabase::IsOnServer()
+{
+    return qEnvironmentVariable("VELTRANE_TEST_BACKEND") == QStringLiteral("postgresql");
+}
+
+bool TestDatabase::Reconnect() const
+{
+    const bool connected = gConnection.Open(m_text);
+    if (!connected)
+        Fail(u"Cannot connect: " % FirstError(gConnection));
+    return connected;
+}
+
+void TestDatabase::MakeProgramDirectory() const
+{
+    const QString system = m_directory.filePath(QStringLiteral("system"));
+    QDir().mkpath(system);
+    for (const QFileInfo &file : QDir(ShippedDirectory()).entryInfoList(QDir::Files))
+        QFile::copy(file.filePath(), system % u'/' % file.fileName());
+    Directories::SetProgram(m_directory.path());
+}
+
+void TestDatabase::MakeFile()
+{
+    gDBQFilename = m_directory.filePath(QStringLiteral("test.mdb"));
+    gDBQName.clear();
+    gDBQType = 1;
+    gDBQUseODBC = false;
+    if (!QFile::copy(PlainTemplate(), gDBQFilename))
+        Fail(u"Cannot copy the template to " % gDBQFilename);
+    m_text = u"DBQ=" % gDBQFilename %
+             u";Driver={Microsoft Access Driver (*.mdb)};DriverId=25;MaxBufferSize=8192;Threads=20;PWD=";
+}
+
+void TestDatabase::MakeCatalogue()
+{
+    Server::Instance().MakeCatalogue();
+    gDBQFilename = Server::Catalogue();
+    gDBQName = source;
+    gDBQType = 2;
+    gDBQUseODBC = true;
+    m_text = u"ODBC;DATABASE=" % source % u";UID=sa;PWD=;DSN=" % source % u";EXCLUSIVE=00";
+}
+
+QStringList TestDatabase::Rows(const QString &sql)
+{
+    const std::optional<Recordset> rows = gConnection.OpenRecordset(sql);
+    if (!rows) {
+        Fail(sql % u": " % FirstError(gConnection));
+        return {};
+    }
+    QStringList result;
+    for (const auto &row : *rows) {
+        QStringList values;
+        for (int column = 0; column < rows->ColumnCount(); ++column)
+            values << row.Text(column);
+        result << values.join(u'|');
+    }
+    return result;
+}
+
+QString TestDatabase::Value(const QString &sql)
+{
+    const std::optional<Recordset> rows = gConnection.OpenRecordset(sql);
+    if (!rows)
+        Fail(sql % u": " % FirstError(gConnection));
+    return !rows || rows->IsEmpty() ? QString() : rows->First().Text(0);
+}
+
+void TestDatabase::Run(const QStringList &statements)
+{
+    for (const QString &sql : statements) {
+        if (!gConnection.Execute(sql))
+            Fail(sql % u": " % FirstError(gConnection));
+    }
+}
