@@ -253,7 +253,10 @@ void FormBuilder::BeginButtons(Align align)
 
 void FormBuilder::EndButtons()
 {
-    if (m_buttons->count() > 0 && !m_buttons->itemAt(0)->spacerItem())
+    bool parted = false;
+    for (int i = 0; i < m_buttons->count(); ++i)
+        parted = parted || m_buttons->itemAt(i)->spacerItem();
+    if (!parted)
         m_buttons->addStretch();
     m_buttons = nullptr;
 }
