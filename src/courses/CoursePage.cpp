@@ -1,6 +1,7 @@
 #include "courses/CoursePage.h"
 
 #include "courses/CourseFolderODBC.h"
+#include "database/System.h"
 #include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
 #include "forms/ModifiedMark.h"
@@ -14,7 +15,7 @@ CoursePage::CoursePage(QWidget *parent)
     m_refName = form.Text(QStringLiteral("RefName"), QStringLiteral("Reference ID:"), 50);
     m_description = form.Notes(QStringLiteral("CourseDescript"), QStringLiteral("Description:"));
     constexpr MoneyField::KeyRule feeKeys{8, 9};
-    m_fee = form.Money(QStringLiteral("Fee"), QStringLiteral("Fee "), feeKeys);
+    m_fee = form.Money(QStringLiteral("Fee"), u"Fee " % SystemValue(SystemRef::CurrencySymbol), feeKeys);
     m_limit = form.Digits(QStringLiteral("Limit"), QStringLiteral("Course Enrollment Limit [0 = no limit]:"));
     TreeView *tree = form.Tree(QStringLiteral("CatList"), QStringLiteral("Folder location:"), m_folders);
 

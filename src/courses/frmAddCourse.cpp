@@ -1,5 +1,6 @@
 #include "courses/frmAddCourse.h"
 
+#include "contacts/frmSelectContacts.h"
 #include "core/Session.h"
 #include "courses/CourseModule.h"
 #include "courses/CoursePage.h"
@@ -33,6 +34,7 @@ frmAddCourse::frmAddCourse(QWidget *parent)
 
     connect(m_add, &QPushButton::clicked, this, &frmAddCourse::Save);
     connect(exit, &QPushButton::clicked, this, &frmAddCourse::reject);
+    connect(m_students, &StudentsPage::AddAsked, this, &frmAddCourse::AddStudents);
     connect(m_students, &StudentsPage::Enrolment, this, [this] {
         m_course->SetEnrolled(m_students->Enrolled());
         ApplyRights();
@@ -87,7 +89,10 @@ void frmAddCourse::ApplyRights()
     const bool open = level >= (m_courseRef == 0 ? mayAdd : mayEdit);
     m_course->SetLocked(!open, UserRight(feeRight) < mayDelete);
     m_add->setEnabled(open);
-    m_students->Allow(false, open && UserRight(studentsRight) >= mayDelete);
+    const int limit = m_course->Limit();
+    const bool hasPlaces = limit == 0 || limit > m_students->Enrolled();
+    const int students = UserRight(studentsRight);
+    m_students->Allow(open && hasPlaces && students >= mayAdd, open && students >= mayDelete);
 }
 
 void frmAddCourse::Save()
@@ -104,7 +109,7 @@ bool frmAddCourse::Add()
     const int courseRef = Course_Add(m_course->Course());
     if (courseRef < 1)
         return false;
-    gDialogResult = courseRef;
+    m_saved = courseRef;
     RowExists(courseRef);
     return ADO_Course_UpdateCourseRelations(courseRef, m_course->Folders());
 }
@@ -115,7 +120,7 @@ bool frmAddCourse::Update()
     course.courseRef = m_courseRef;
     if (Course_Update(course) < 1)
         return false;
-    gDialogResult = m_courseRef;
+    m_saved = m_courseRef;
     return ADO_Course_UpdateConcessions(m_courseRef, m_usedChar) &&
            ADO_Course_UpdateCourseRelations(m_courseRef, m_course->Folders());
 }
@@ -123,4 +128,20 @@ bool frmAddCourse::Update()
 bool frmAddCourse::MayLeave()
 {
     return m_modified->AskToSave([this] { Save(); });
+}
+
+void frmAddCourse::AddStudents()
+{
+    frmSelectContacts picker(this);
+    picker.Configure(frmSelectContacts::Mode::EnrolOnCourse, m_students->Students(), m_courseRef,
+                     m_course->Limit());
+    picker.exec();
+    m_students->ShowStudents(m_courseRef);
+}
+
+// The picker and the payment screen have results of their own, so this one is handed back at the end.
+void frmAddCourse::done(int result)
+{
+    gDialogResult = m_saved;
+    FormDialog::done(result);
 }

@@ -9,8 +9,8 @@ class QPushButton;
 class QTabWidget;
 class StudentsPage;
 
-/// Adds and edits a course, its folders and its students. gDialogResult holds the course's reference once
-/// it was saved.
+/// Adds and edits a course, its folders and its students. When it closes, gDialogResult holds
+/// the course's reference, or 0 if nothing was saved.
 class frmAddCourse final : public FormDialog, private CourseView
 {
     Q_OBJECT
@@ -24,6 +24,8 @@ public:
     bool EditCourse(int courseRef);
     QString CourseTitle() const;
 
+    void done(int result) override;
+
 protected:
     bool MayLeave() override;
 
@@ -36,8 +38,10 @@ private:
     void Save();
     bool Add();
     bool Update();
+    void AddStudents();
 
     int m_courseRef = 0; ///< 0 = a new course
+    int m_saved = 0;     ///< the course's reference once it was saved
     ListModel m_usedChar;
     QTabWidget *m_tabs = nullptr;
     CoursePage *m_course = nullptr;

@@ -10,6 +10,7 @@
 #include "forms/FormBuilder.h"
 #include "forms/FormSize.h"
 #include "platform/Dialogs.h"
+#include "reports/frmCourseWiz.h"
 
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -17,6 +18,7 @@
 
 namespace
 {
+constexpr int reportsRight = 47;
 constexpr int courseRight = 48;
 constexpr int mayView = 1;
 constexpr int mayAdd = 2;
@@ -54,6 +56,7 @@ void frmCourse::Build()
     form.EndGroup();
     m_description = form.Notes(QStringLiteral("Description"), QStringLiteral("Description:"));
     LockFields(m_description, true);
+    m_description->setMaximumHeight(m_description->fontMetrics().lineSpacing() * 5);
     BuildButtons(form);
     m_status = form.Line(QStringLiteral("StatBar"), {});
 }
@@ -77,7 +80,6 @@ void frmCourse::BuildButtons(FormBuilder &form)
     // Folders are not shown in the simple list.
     for (QPushButton *button : {folder, expand, collapse})
         button->setEnabled(false);
-    m_reports->setEnabled(false);
 }
 
 void frmCourse::BuildMenu()
@@ -119,6 +121,7 @@ void frmCourse::Connect()
     connect(m_edit, &QPushButton::clicked, this, &frmCourse::EditCourse);
     connect(m_delete, &QPushButton::clicked, this, &frmCourse::DeleteCourse);
     connect(m_refresh, &QPushButton::clicked, this, &frmCourse::Refresh);
+    connect(m_reports, &QPushButton::clicked, this, [this] { frmCourseWiz(this).exec(); });
     connect(m_exit, &QPushButton::clicked, this, [this] {
         auto *frame = qobject_cast<QMdiSubWindow *>(parentWidget());
         frame ? frame->close() : close();
@@ -151,6 +154,7 @@ void frmCourse::ApplyRights()
     m_add->setEnabled(level >= mayAdd);
     m_edit->setEnabled(isCourse && level >= mayView);
     m_delete->setEnabled(isCourse && level >= mayDelete);
+    m_reports->setEnabled(UserRight(reportsRight) >= mayDelete);
 }
 
 int frmCourse::SelectedCourse() const

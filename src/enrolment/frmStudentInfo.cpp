@@ -69,28 +69,7 @@ frmStudentInfo::frmStudentInfo(int courseRef, ListModel &students, const QString
     , m_students(students)
     , m_key(key)
 {
-    FormBuilder form(this);
-    form.BeginColumns();
-    BuildFee(form);
-    form.NextColumn();
-    BuildPreviousPayments(form);
-    form.NextColumn();
-    BuildNewPayment(form);
-    form.EndColumns();
-    m_receipt = form.Text(QStringLiteral("Receipt"), QStringLiteral("Receipt No:"));
-    m_info = form.Notes(QStringLiteral("Info"), QStringLiteral("Notes:"));
-    form.BeginButtons();
-    m_ok = form.DefaultButton(QStringLiteral("OkBtn"), QStringLiteral("&Update"));
-    m_exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("&Cancel"));
-    m_edit = form.Button(QStringLiteral("EditBtn"), QStringLiteral("&Overide"));
-    form.EndButtons();
-
-    connect(m_ok, &QPushButton::clicked, this, [this] {
-        if (Save())
-            accept();
-    });
-    connect(m_exit, &QPushButton::clicked, this, &frmStudentInfo::reject);
-    connect(m_edit, &QPushButton::clicked, this, &frmStudentInfo::ToggleEdit);
+    Build();
     SetLeaveHandlers();
     LockFee(true);
     LockFields(m_basicFee, true);
@@ -108,9 +87,38 @@ frmStudentInfo::frmStudentInfo(int courseRef, ListModel &students, const QString
     m_modified->Watch(this);
 }
 
+void frmStudentInfo::Build()
+{
+    FormBuilder form(this);
+    form.BeginColumns();
+    BuildFee(form);
+    form.NextColumn();
+    BuildPreviousPayments(form);
+    form.NextColumn();
+    BuildNewPayment(form);
+    form.EndColumns();
+    m_receipt = form.Text(QStringLiteral("Receipt"), QStringLiteral("Receipt No:"));
+    m_info = form.Notes(QStringLiteral("Info"), QStringLiteral("Notes:"));
+    form.BeginButtons();
+    m_ok = form.DefaultButton(QStringLiteral("OkBtn"), QStringLiteral("&Update"));
+    m_exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("&Cancel"));
+    m_edit = form.Button(QStringLiteral("EditBtn"), QStringLiteral("&Overide"));
+    form.EndButtons();
+    connect(m_ok, &QPushButton::clicked, this, [this] {
+        if (Save())
+            accept();
+    });
+    connect(m_exit, &QPushButton::clicked, this, &frmStudentInfo::reject);
+    connect(m_edit, &QPushButton::clicked, this, &frmStudentInfo::ToggleEdit);
+}
+
 void frmStudentInfo::BuildFee(FormBuilder &form)
 {
     form.BeginGroup(QStringLiteral("Fee"));
+    QLabel *student = form.Line(QStringLiteral("LblStudent"), windowTitle());
+    QFont bold = student->font();
+    bold.setBold(true);
+    student->setFont(bold);
     m_basicFee = form.Money(QStringLiteral("BasicFee"), WithSymbol(QStringLiteral("Course Fee")));
     form.Label(QStringLiteral("LblCourseFee"));
     constexpr MoneyField::KeyRule percentKeys{6, 9};
@@ -125,12 +133,14 @@ void frmStudentInfo::BuildFee(FormBuilder &form)
     m_taxRate = form.Money(QStringLiteral("TaxRate"), QStringLiteral("Tax Rate in %:"));
     m_totalDue = form.Money(QStringLiteral("TotalAmountDue"), WithSymbol(QStringLiteral("Course Fee Total")));
     MakeTotal(m_totalDue, form.Label(QStringLiteral("lblTotalDue")));
+    form.Stretch();
     form.EndGroup();
 }
 
 void frmStudentInfo::BuildPreviousPayments(FormBuilder &form)
 {
-    form.BeginGroup(QStringLiteral("Previous Payments:"));
+    form.BeginGroup(QStringLiteral("Payments"));
+    form.Line(QStringLiteral("LblPreviousPayments"), QStringLiteral("Previous Payments:"));
     m_previous.cash = form.Money(QStringLiteral("Cash"), WithSymbol(QStringLiteral("Cash")));
     form.Label(QStringLiteral("LblCashPayments"));
     m_previous.cheque = form.Money(QStringLiteral("Cheque"), WithSymbol(QStringLiteral("Cheque")));
@@ -142,6 +152,7 @@ void frmStudentInfo::BuildPreviousPayments(FormBuilder &form)
     MakeTotal(m_paid, form.Label(QStringLiteral("LblTotal")));
     m_owed = form.Money(QStringLiteral("Owed"), WithSymbol(QStringLiteral("Amount Owed")));
     MakeTotal(m_owed, form.Label(QStringLiteral("LblOwed")));
+    form.Stretch();
     form.EndGroup();
 }
 
@@ -157,6 +168,7 @@ void frmStudentInfo::BuildNewPayment(FormBuilder &form)
         form.Money(QStringLiteral("CCardPayment"), WithSymbol(QStringLiteral("Credit Card")));
     form.Label(QStringLiteral("LblNewPayment_2"));
     BuildVouchers(form, m_payment, QStringLiteral("VPayment"), QStringLiteral("LblVouchersName"));
+    form.Stretch();
     form.EndGroup();
 }
 
@@ -166,7 +178,8 @@ void frmStudentInfo::BuildVouchers(FormBuilder &form, PaymentBoxes &boxes, const
     for (int i = 0; i < Fees::VoucherKinds; ++i) {
         const QString voucher = SystemValue(SystemRef::VoucherName + i);
         const QString index = u'_' % QString::number(i);
-        MoneyField *box = form.Money(name % index, WithSymbol(voucher));
+        QString caption = WithSymbol(voucher);
+        MoneyField *box = form.Money(name % index, caption.replace(u'&', QStringLiteral("&&")));
         box->setHidden(voucher.isEmpty());
         form.Label(label % index)->setHidden(voucher.isEmpty());
         boxes.vouchers[static_cast<size_t>(i)] = box;

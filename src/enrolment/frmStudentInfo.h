@@ -42,6 +42,7 @@ private:
     void ShowStudent(const StudentRecord &record) override;
     void ShowNotEnrolled() override;
 
+    void Build();
     void BuildFee(FormBuilder &form);
     void BuildPreviousPayments(FormBuilder &form);
     void BuildNewPayment(FormBuilder &form);

@@ -12,6 +12,16 @@ constexpr int ImageRole = Qt::UserRole + 1;
 constexpr int BoldRole = Qt::UserRole + 2;
 constexpr int TickRole = Qt::UserRole + 3;
 
+/// The icon of a node's picture. Folders open while they are selected.
+QString IconOf(const QString &image, bool selected)
+{
+    if (image == u"card")
+        return QStringLiteral("view-presentation");
+    if (image == u"closed" || image == u"rootclosed")
+        return selected ? QStringLiteral("folder-open") : QStringLiteral("folder");
+    return image;
+}
+
 TreeTick TickOf(const QModelIndex &index)
 {
     return static_cast<TreeTick>(index.data(TickRole).toInt());
@@ -34,7 +44,7 @@ void ItemDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelInd
     const QString image = index.data(ImageRole).toString();
     if (!image.isEmpty()) {
         option->features |= QStyleOptionViewItem::HasDecoration;
-        option->icon = Icons::Of(image);
+        option->icon = Icons::Of(IconOf(image, option->state & QStyle::State_Selected));
     }
 }
 

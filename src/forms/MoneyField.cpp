@@ -14,6 +14,7 @@ MoneyField::MoneyField(KeyRule rule, QWidget *parent)
     if (m_rule.pointLimit > 0)
         m_leave = [this] { Normalise(); };
     connect(this, &QLineEdit::textEdited, this, &MoneyField::CleanEdit);
+    connect(this, &QLineEdit::textEdited, this, [this] { m_typed = true; });
     connect(this, &QLineEdit::textChanged, this, [this] { m_before = text(); });
 }
 
@@ -26,6 +27,7 @@ void MoneyField::Leave()
 {
     if (m_leave && !isReadOnly())
         m_leave();
+    m_typed = false;
 }
 
 double MoneyField::Value() const
@@ -41,6 +43,18 @@ void MoneyField::SetValue(double value)
 void MoneyField::Normalise(int places)
 {
     setText(FormatNumber(CurrencyValue(text(), places), places));
+}
+
+QSize MoneyField::minimumSizeHint() const
+{
+    const int amount = fontMetrics().horizontalAdvance(QStringLiteral("9,999,999.99"));
+    const QSize size = QLineEdit::minimumSizeHint();
+    return {amount + size.width() / 2, size.height()};
+}
+
+QSize MoneyField::sizeHint() const
+{
+    return minimumSizeHint();
 }
 
 bool MoneyField::Takes(QChar key, const QString &text) const
@@ -73,6 +87,24 @@ void MoneyField::keyPressEvent(QKeyEvent *event)
         return;
     }
     QLineEdit::keyPressEvent(event);
+}
+
+// A finished amount is replaced by what is typed: behind "0.00", "50" would make half a hundredth.
+void MoneyField::focusInEvent(QFocusEvent *event)
+{
+    QLineEdit::focusInEvent(event);
+    if (m_typed || event->reason() == Qt::PopupFocusReason)
+        return;
+    selectAll();
+    m_selectOnPress = event->reason() == Qt::MouseFocusReason;
+}
+
+void MoneyField::mousePressEvent(QMouseEvent *event)
+{
+    QLineEdit::mousePressEvent(event);
+    if (m_selectOnPress)
+        selectAll();
+    m_selectOnPress = false;
 }
 
 void MoneyField::focusOutEvent(QFocusEvent *event)

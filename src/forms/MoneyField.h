@@ -32,8 +32,14 @@ public:
     void SetValue(double value);    ///< shown with two decimals
     void Normalise(int places = 2); ///< rewrites the text as its number with that many decimals
 
+    /// Wide enough for a grouped amount.
+    QSize minimumSizeHint() const override;
+    QSize sizeHint() const override;
+
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
@@ -42,6 +48,8 @@ private:
     void CleanEdit(const QString &edited);
 
     KeyRule m_rule;
+    bool m_typed = false;         ///< the text is the user's, and unfinished
+    bool m_selectOnPress = false; ///< the press that brings the focus also selects
     QString m_before;
     std::function<void()> m_leave;
 };
