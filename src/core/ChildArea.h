@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QMdiArea>
+
+/// The room of the child windows.
+class ChildArea final : public QMdiArea
+{
+    Q_OBJECT
+
+public:
+    explicit ChildArea(QWidget *parent = nullptr);
+
+    /// The frame of the one open form of that object name; nothing where it is not open.
+    QMdiSubWindow *Child(const QString &name) const;
+    /// Opens a form as a child window.
+    QMdiSubWindow *Open(QWidget *form);
+
+    /// Arranges the windows that are not minimised side by side, in the order in which they were opened.
+    /// They keep filling the room while it changes its size, until one is moved.
+    void Tile();
+    /// Lines the minimised windows up along the lower edge.
+    void ArrangeIcons();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    QList<QMdiSubWindow *> TiledWindows() const;
+    bool StillTiled() const;
+
+    QHash<const QMdiSubWindow *, QRect> m_tiles;
+};

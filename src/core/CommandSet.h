@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+class QAction;
+class QMainWindow;
+class QMenu;
+class QToolBar;
+
+/// The tools of the main window: one action a command, shared by the menus and the tool bar, so that every
+/// place shows one state. A command whose screen does not stand stays disabled whatever is asked.
+class CommandSet final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Fills the menu bar and adds the tool bar. `stands` says which commands can be carried out.
+    CommandSet(QMainWindow *window, const std::function<bool(const QString &id)> &stands);
+
+    /// Nothing where no tool has that identifier.
+    QAction *Tool(const QString &id) const { return m_tools.value(id); }
+    void Enable(const QString &id, bool enabled = true);
+    void EnableAll(bool enabled);
+    /// Holds the drawing of the tool bar off while many states change.
+    void HoldDrawing(bool hold);
+
+signals:
+    void Chosen(const QString &id);
+
+private:
+    void AddTool(QAction *tool, const QString &id, bool stands);
+    void MakeCommands(const std::function<bool(const QString &id)> &stands);
+    void FillMenus(QMainWindow *window);
+    void FillToolBar(QMainWindow *window);
+
+    QHash<QString, QAction *> m_tools;
+    QHash<QString, bool> m_stands;
+    QToolBar *m_toolBar = nullptr;
+};

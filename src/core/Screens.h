@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+class QWidget;
+
+/// A screen that a command opens.
+struct Screen {
+    /// Makes a child window; empty for a modal screen.
+    std::function<QWidget *()> makeChild;
+    /// Shows a modal screen and returns when it closed.
+    std::function<void(QWidget *parent)> runModal;
+};
+
+/// The screens that stand, by the command that opens them. A command that has none, and that the main
+/// window does not carry out by itself, stays disabled.
+namespace Screens
+{
+/// Nothing where the command opens no screen.
+const Screen *Of(const QString &command);
+
+/// The modal screens that the main window needs beside its commands. Tests put their own here.
+struct Dialogues {
+    /// The chooser of the database connection; its result is in gDialogResult.
+    std::function<void(QWidget *parent)> chooseDatabase;
+    /// The properties of the open database, with its name as it starts.
+    std::function<void(QWidget *parent, const QString &name, bool nameCanChange)> showProperties;
+};
+Dialogues &Installed();
+
+/// Installs the real screens, here and for the code below that asks for some.
+void Install();
+} // namespace Screens

@@ -1,0 +1,390 @@
+#include "core/frmMain.h"
+
+#include "core/ChildArea.h"
+#include "core/CommandSet.h"
+#include "core/Commands.h"
+#include "core/ErrorHandler.h"
+#include "core/File_Tools.h"
+#include "core/INIfile.h"
+#include "core/Icons.h"
+#include "core/Main.h"
+#include "core/Screens.h"
+#include "core/Session.h"
+#include "core/WebSite.h"
+#include "database/ConnectDatabase.h"
+#include "database/CredentialStore.h"
+#include "database/DecodeDateFunc.h"
+#include "database/NewDatabase.h"
+#include "database/Security.h"
+#include "database/System.h"
+#include "platform/Clock.h"
+#include "platform/Connection.h"
+#include "platform/Dialogs.h"
+#include "platform/Directories.h"
+#include "users/UsersModule.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QHash>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QScreen>
+#include <QSettings>
+#include <QStatusBar>
+#include <QStatusTipEvent>
+
+#include <algorithm>
+
+/// Which database the session was on, to go back to.
+struct DatabaseChoice {
+    QString name{};
+    QString file{};
+    int type = 0;
+    bool useODBC = false;
+
+    static DatabaseChoice OfSession()
+    {
+        return gDBValid ? DatabaseChoice{gDBQName, gDBQFilename, gDBQType, gDBQUseODBC} : DatabaseChoice{};
+    }
+    bool IsEmpty() const { return name.isEmpty() && file.isEmpty(); }
+    void Restore() const
+    {
+        gDBQName = name;
+        gDBQFilename = file;
+        gDBQType = type;
+        gDBQUseODBC = useODBC;
+    }
+};
+
+namespace
+{
+constexpr int serverDatabase = 2;
+constexpr int fullLevel = 9;
+constexpr int narrowScreen = 1024;
+/// 900 twips, taken off the course manager where the screen is exactly as wide as the least.
+constexpr int narrowCorrection = 60;
+
+int g_assumedScreenWidth = 0;
+
+QString Id(const char *id)
+{
+    return QString::fromLatin1(id);
+}
+
+QSettings WindowSettings()
+{
+    return QSettings(Directories::WrittenFile(QStringLiteral("windows.ini")), QSettings::IniFormat);
+}
+
+/// Whether the database is one that the program can work with. Every one is at present.
+bool CheckDB()
+{
+    return true;
+}
+} // namespace
+
+frmMain::frmMain()
+    : m_children(new ChildArea(this))
+{
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("Veltrane"));
+    setWindowIcon(Icons::Application());
+    setAttribute(Qt::WA_DeleteOnClose, false);
+    setCentralWidget(m_children);
+    static const QStringList own{
+        Id("ID_New"),     Id("ID_LogOff"),       Id("ID_TestDB"),     Id("ID_Exit"), Id("ID_Tile"),
+        Id("ID_Cascade"), Id("ID_ArrangeIcons"), Id("ID_OnlineHelp"), Id("ID_Web"),
+    };
+    m_commands = new CommandSet(this, [](const QString &id) {
+        if (id == u"ID_SwitchDatabase")
+            return static_cast<bool>(Screens::Installed().chooseDatabase);
+        if (id == u"ID_Properties")
+            return static_cast<bool>(Screens::Installed().showProperties);
+        return own.contains(id) || Screens::Of(id);
+    });
+    connect(m_commands, &CommandSet::Chosen, this, &frmMain::Choose);
+    BuildStatusBar();
+    RestoreWindow();
+}
+
+void frmMain::AssumeScreenWidth(int pixels)
+{
+    g_assumedScreenWidth = pixels;
+}
+
+void frmMain::BuildStatusBar()
+{
+    for (int i = 0; i < 3; ++i) {
+        m_panels[i] = new QLabel(this);
+        m_panels[i]->setObjectName(u"Panel_" % QString::number(i + 1));
+        m_panels[i]->setTextFormat(Qt::PlainText);
+        if (i == 0)
+            statusBar()->addWidget(m_panels[i], 1);
+        else
+            statusBar()->addPermanentWidget(m_panels[i]);
+    }
+}
+
+void frmMain::RestoreWindow()
+{
+    QSettings settings = WindowSettings();
+    settings.beginGroup(objectName());
+    const QSize room = screen()->availableSize();
+    if (!restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray()))
+        resize(room.width() * 9 / 10, room.height() * 9 / 10);
+    restoreState(settings.value(QStringLiteral("state")).toByteArray());
+}
+
+void frmMain::StoreWindow() const
+{
+    QSettings settings = WindowSettings();
+    settings.beginGroup(objectName());
+    settings.setValue(QStringLiteral("geometry"), saveGeometry());
+    settings.setValue(QStringLiteral("state"), saveState());
+}
+
+void frmMain::Load()
+{
+    m_commands->Tool(Id("ID_OnlineHelp"))->setIcon(Icons::OfFileType(QStringLiteral(".pdf")));
+    m_commands->Tool(Id("ID_ReportManager"))->setIcon(Icons::OfFileType(QStringLiteral(".doc")));
+    if (gDBValid) {
+        SetTitle();
+        OpenManagers();
+    } else {
+        Dialogs::MsgBox(QStringLiteral("Must select a valid datasource"), {}, Dialogs::Buttons::Ok,
+                        Dialogs::Icon::Exclamation);
+        gDBQFilename.clear();
+        gDBQName.clear();
+    }
+    Login();
+}
+
+void frmMain::SetTitle()
+{
+    setWindowTitle(u"Veltrane" % DatabaseTitle());
+    m_commands->Enable(Id("ID_DBSecurity"), gDBQType != serverDatabase);
+}
+
+void frmMain::OpenManagers()
+{
+    const int width = g_assumedScreenWidth > 0 ? g_assumedScreenWidth : screen()->size().width();
+    if (width < narrowScreen)
+        Dialogs::MsgBox(QStringLiteral("Veltrane is best run in 1024x768 or higher."),
+                        QStringLiteral("Screen Resolution Warning"), Dialogs::Buttons::Ok,
+                        Dialogs::Icon::Exclamation);
+    OpenChild(Id("ID_CourseManager"));
+    OpenChild(Id("ID_ContactManager"));
+    m_children->Tile();
+    if (QMdiSubWindow *courses = m_children->Child(QStringLiteral("frmCourse"));
+        courses && width == narrowScreen)
+        courses->resize(courses->width() - narrowCorrection, courses->height());
+}
+
+void frmMain::Login()
+{
+    m_commands->HoldDrawing(true);
+    m_loginComplete = false;
+    m_panels[1]->setText(u"Logged in at " % GeneralDateText(Clock::Now()) % u"  ");
+    m_panels[2]->setText(QStringLiteral("No Database.  "));
+    m_panels[2]->setEnabled(false);
+    m_commands->EnableAll(false);
+    for (const char *id : CommandsWithoutDatabase())
+        m_commands->Enable(Id(id));
+    if (gDBValid && !CheckDB()) {
+        m_commands->Enable(Id("ID_Properties"));
+        m_panels[2]->setText(QStringLiteral("Invalid Database.  "));
+        m_panels[2]->setEnabled(true);
+    } else if (gDBValid) {
+        m_commands->EnableAll(true);
+        ApplyRights();
+        m_loginComplete = true;
+    }
+    m_commands->HoldDrawing(false);
+    if (!m_loginComplete)
+        return;
+    LoadSystemValues();
+    m_panels[2]->setText(u"  " % SystemValue(SystemRef::DatabaseName));
+    m_panels[2]->setEnabled(true);
+}
+
+void frmMain::ApplyRights()
+{
+    const auto disableBelowFull = [this](int right, const char *id) {
+        if (UserRight(right) < fullLevel)
+            m_commands->Enable(Id(id), false);
+    };
+    if (gDBQType == serverDatabase)
+        m_commands->Enable(Id("ID_DBSecurity"), false);
+    if (UserRight(0) < fullLevel) {
+        m_commands->Enable(Id("ID_Security"), false);
+    } else {
+        if (UserRight(15) == 0)
+            m_commands->Enable(Id("ID_Users"), false);
+        disableBelowFull(16, "ID_DBSecurity");
+    }
+    if (UserRight(1) < fullLevel)
+        m_commands->Enable(Id("ID_Contacts"), false);
+    else
+        disableBelowFull(37, "ID_ContactGlobalSettings");
+    for (const CommandRight &rule : CommandRights())
+        disableBelowFull(rule.right, rule.id);
+}
+
+bool frmMain::event(QEvent *event)
+{
+    if (event->type() == QEvent::StatusTip) {
+        m_panels[0]->setText(static_cast<QStatusTipEvent *>(event)->tip());
+        return true;
+    }
+    return QMainWindow::event(event);
+}
+
+void frmMain::Choose(const QString &id)
+{
+    if (ChooseOwn(id))
+        return;
+    const Screen *target = Screens::Of(id);
+    if (target && target->makeChild)
+        OpenChild(id);
+    else if (target)
+        target->runModal(this);
+}
+
+bool frmMain::ChooseOwn(const QString &id)
+{
+    static const QHash<QString, void (*)(frmMain &)> actions{
+        {Id("ID_New"), [](frmMain &) { NewDatabase(); }},
+        {Id("ID_SwitchDatabase"), [](frmMain &main) { main.SwitchDatabase(); }},
+        {Id("ID_LogOff"), [](frmMain &) { Restart(); }},
+        // The patch of the schema has already run when the database was opened.
+        {Id("ID_TestDB"), [](frmMain &) {}},
+        {Id("ID_Properties"), [](frmMain &main) { main.ShowProperties(); }},
+        {Id("ID_Exit"), [](frmMain &main) { main.close(); }},
+        {Id("ID_Tile"), [](frmMain &main) { main.m_children->Tile(); }},
+        {Id("ID_Cascade"), [](frmMain &main) { main.m_children->cascadeSubWindows(); }},
+        {Id("ID_ArrangeIcons"), [](frmMain &main) { main.m_children->ArrangeIcons(); }},
+        {Id("ID_OnlineHelp"), [](frmMain &) { OpenDocument(QStringLiteral("veltrane.pdf")); }},
+        {Id("ID_Web"), [](frmMain &) { OpenDocument(WebSite()); }},
+    };
+    const auto action = actions.constFind(id);
+    if (action == actions.constEnd())
+        return false;
+    (*action)(*this);
+    return true;
+}
+
+void frmMain::OpenChild(const QString &command)
+{
+    static const QHash<QString, QString> forms{
+        {Id("ID_Users"), QStringLiteral("frmUsers")},
+        {Id("ID_ContactManager"), QStringLiteral("frmContact")},
+        {Id("ID_CourseManager"), QStringLiteral("frmCourse")},
+    };
+    const Screen *screenOf = Screens::Of(command);
+    if (!screenOf)
+        return;
+    QMdiSubWindow *frame = m_children->Child(forms.value(command));
+    if (!frame) {
+        QWidget *form = screenOf->makeChild();
+        form->setWindowIcon(m_commands->Tool(command)->icon());
+        frame = m_children->Open(form);
+    }
+    if (frame->isMinimized())
+        frame->showNormal();
+    m_children->setActiveSubWindow(frame);
+}
+
+void frmMain::ShowProperties()
+{
+    Screens::Installed().showProperties(this, m_panels[2]->text().trimmed(), m_loginComplete);
+    if (m_loginComplete)
+        m_panels[2]->setText(u"  " % SystemValue(SystemRef::DatabaseName));
+}
+
+bool frmMain::ReconnectUntilSettled(const DatabaseChoice &last)
+{
+    while (!ConnectDatabase(false)) {
+        if (gDBQUseODBC) {
+            gDBQName.clear();
+            gDBQFilename.clear();
+        }
+        Screens::Installed().chooseDatabase(this);
+        if (gDialogResult == 1)
+            continue;
+        if (last.IsEmpty())
+            return false;
+        if (Dialogs::MsgBox(QStringLiteral("Restore last valid Veltrane database?"),
+                            QStringLiteral("ODBC Connect"), Dialogs::Buttons::YesNo,
+                            Dialogs::Icon::Question) != Dialogs::Answer::Yes)
+            return false;
+        last.Restore();
+    }
+    return true;
+}
+
+void frmMain::StartAnew(const QString &text, const QString &title, bool exclamation)
+{
+    Dialogs::MsgBox(text, title, Dialogs::Buttons::Ok,
+                    exclamation ? Dialogs::Icon::Exclamation : Dialogs::Icon::None);
+    Restart();
+}
+
+void frmMain::SwitchDatabase()
+{
+    const DatabaseChoice last = DatabaseChoice::OfSession();
+    Screens::Installed().chooseDatabase(this);
+    if (gDialogResult != 1)
+        return;
+    gConnection.Close();
+    gDBValid = ReconnectUntilSettled(last);
+    if (gDBValid && !CheckLogon(gUserName, gUserPassword)) {
+        StartAnew(QStringLiteral("Must re-logon on this database, as invalid username/password detected."),
+                  QStringLiteral("Security"), false);
+        return;
+    }
+    if (!gDBValid) {
+        StartAnew(QStringLiteral("No valid database selected!"), QStringLiteral("Database Changed"), true);
+        return;
+    }
+    Dialogs::MsgBox(QStringLiteral("Database switch confirmed."), QStringLiteral("Database Changed"));
+    SetTitle();
+    Login();
+    RefreshForms();
+}
+
+void frmMain::RefreshForms()
+{
+    const QList<QMdiSubWindow *> frames = m_children->subWindowList(QMdiArea::CreationOrder);
+    std::for_each(frames.rbegin(), frames.rend(), [](QMdiSubWindow *frame) {
+        QWidget *form = frame->widget();
+        if (form && form->metaObject()->indexOfMethod("Form_Refresh()") >= 0)
+            QMetaObject::invokeMethod(form, "Form_Refresh");
+    });
+}
+
+void frmMain::Unload()
+{
+    if (m_unloaded)
+        return;
+    m_unloaded = true;
+    StoreWindow();
+    if (gDBValid)
+        StoreSessionCredential();
+    gConnection.Close();
+    WriteSettings(Directories::WrittenFile(QStringLiteral("prog.ini")));
+    const QList<QMdiSubWindow *> frames = m_children->subWindowList(QMdiArea::CreationOrder);
+    std::for_each(frames.rbegin(), frames.rend(), [](QMdiSubWindow *frame) { frame->close(); });
+    LogFinish();
+    hide();
+    deleteLater();
+}
+
+void frmMain::closeEvent(QCloseEvent *event)
+{
+    event->accept();
+    if (m_unloaded)
+        return;
+    Unload();
+    QCoreApplication::quit();
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+/// The first window of a session: a picture with the version and, where the database has users, the fields
+/// to log on. Without a logon a timer ends it.
+class frmSplash final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    frmSplash();
+
+    /// Shows the logon fields and stops the timer.
+    void AskForLogon();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void BuildLogon();
+    void Finish();
+    void LogOn();
+    void Cancel();
+    void SetTopmost(bool topmost);
+    QRectF PictureRect() const;
+
+    QTimer m_timer;
+    QLabel *m_name;
+    QLabel *m_version;
+    QWidget *m_logon;
+    QLabel *m_userLabel;
+    QLineEdit *m_user;
+    QLabel *m_passwordLabel;
+    QLineEdit *m_password;
+    QPushButton *m_ok;
+    QPushButton *m_cancel;
+};

@@ -1,0 +1,22 @@
+#include "core/Main.h"
+#include "core/Screens.h"
+#include "forms/StandardDialogs.h"
+
+#include <QApplication>
+#include <QLocale>
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Veltrane"));
+    QApplication::setDesktopFileName(QStringLiteral("veltrane"));
+    // The end of a session decides when the program ends: between two sessions no window is open.
+    QApplication::setQuitOnLastWindowClosed(false);
+    // A workstation without a locale of its own shows amounts as the product's users write them.
+    if (QLocale::system().language() == QLocale::C)
+        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+    InstallStandardDialogs();
+    Screens::Install();
+    Main();
+    return QApplication::exec();
+}
