@@ -253,10 +253,10 @@ void FormBuilder::BeginButtons(Align align)
 
 void FormBuilder::EndButtons()
 {
-    bool parted = false;
+    bool isSpread = false; // by the alignment or a gap
     for (int i = 0; i < m_buttons->count(); ++i)
-        parted = parted || m_buttons->itemAt(i)->spacerItem();
-    if (!parted)
+        isSpread = isSpread || m_buttons->itemAt(i)->spacerItem();
+    if (!isSpread)
         m_buttons->addStretch();
     m_buttons = nullptr;
 }

@@ -40,7 +40,8 @@ void frmAddEditUser::Build()
         BuildUserFields(form);
     } else {
         form.BeginGroup({}, QStringLiteral("EditFrame"));
-        form.List(QStringLiteral("EditList"), tr("Setting security for the following users:"), m_users);
+        form.List(QStringLiteral("EditList"), tr("Setting security for the following users:"), m_users)
+            ->setMaximumHeight(fontMetrics().lineSpacing() * 6);
         form.EndGroup();
     }
     BuildRights(form);
@@ -49,6 +50,8 @@ void frmAddEditUser::Build()
     m_exit = form.Button(QStringLiteral("ExitBtn"), tr("&Cancel"));
     form.EndButtons();
     m_modified = new ModifiedMark(m_save, this);
+    // The rights are what the form is about: room for more of them than a list starts with.
+    resize(fontMetrics().averageCharWidth() * 72, fontMetrics().lineSpacing() * 38);
 }
 
 void frmAddEditUser::BuildUserFields(FormBuilder &form)

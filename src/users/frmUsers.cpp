@@ -37,6 +37,7 @@ void frmUsers::Build()
     m_list->setAccessibleName(tr("Users"));
     m_list->SetEmptyText(tr("No users yet: everybody can work with the database, with all rights."));
     BuildButtons(form);
+    resize(fontMetrics().averageCharWidth() * 84, fontMetrics().lineSpacing() * 24);
 }
 
 void frmUsers::BuildButtons(FormBuilder &form)
