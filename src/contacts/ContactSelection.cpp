@@ -13,23 +13,25 @@ namespace
 {
 /// Shows a person with address and town. Who lives in a town that is missing from its table is found by
 /// nobody that way, and goes in with the name alone: to drop a student here would end the enrolment.
-void ShowPerson(const ListItem &person, ListModel &selected)
+/// False if the person does not exist any more.
+bool ShowPerson(const ListItem &person, ListModel &selected)
 {
     const int contactRef = KeyNumber(person.key);
+    if (!Contact_Check(contactRef))
+        return false;
     Contact_FillInfo(contactRef, selected);
-    if (!selected.Contains(person.key) && Contact_Check(contactRef))
-        selected.Add({person.key, person.text});
+    if (!selected.Contains(person.key))
+        selected.Select(selected.Add({person.key, person.text}));
+    return true;
 }
 } // namespace
 
 void Contact_SelectChosen(ListModel &available, ListModel &selected)
 {
     QStringList gone;
-    for (const QString &key : available.SelectedKeys()) {
-        if (Contact_Check(KeyNumber(key)))
-            Contact_FillInfo(KeyNumber(key), selected);
-        else
-            gone.append(key);
+    for (const int row : available.SelectedRows()) {
+        if (!ShowPerson(available.At(row), selected))
+            gone.append(available.At(row).key);
     }
     available.ClearSelection();
     for (const QString &key : gone) {

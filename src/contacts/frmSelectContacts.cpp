@@ -47,6 +47,7 @@ void frmSelectContacts::Build()
                                                           m_available, m_selected);
     m_availableList = pair.available;
     m_selectedList = pair.used;
+    m_menuList = pair.available;
     m_moves = pair.moves;
     m_availableList->SetEmptyText(tr("Nobody is in this list."));
     m_selectedList->SetEmptyText(tr("Nobody is selected."));
@@ -63,6 +64,7 @@ void frmSelectContacts::Build()
     form.EndButtons();
     for (QPushButton *later : {m_new, m_view, m_find})
         later->setEnabled(false);
+    resize(fontMetrics().averageCharWidth() * 130, fontMetrics().lineSpacing() * 32);
 }
 
 void frmSelectContacts::BuildMenu()
