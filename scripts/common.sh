@@ -5,7 +5,7 @@ VELTRANE_PACKAGES=(
     qt6-base-dev qt6-base-dev-tools libqt6svg6-dev libqt6sql6-odbc libgl-dev
     unixodbc unixodbc-dev tdsodbc odbc-postgresql
     postgresql-15
-    xvfb xauth xdg-utils breeze-icon-theme fonts-dejavu-core procps util-linux
+    xvfb xauth openbox xdg-utils breeze-icon-theme fonts-dejavu-core procps util-linux
 )
 
 # Installs what is missing, and says what.
