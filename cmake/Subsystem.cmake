@@ -26,16 +26,28 @@ function(veltrane_test name)
     add_executable(${name} ${test_SOURCES})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE veltrane_${test_LAYER} veltrane_test_support Qt6::Test)
+    set(support veltrane_test_support)
     if(test_LAYER STREQUAL "screens")
-        target_link_libraries(${name} PRIVATE veltrane_test_support_screens)
+        set(support veltrane_test_support_screens)
+        target_link_libraries(${name} PRIVATE ${support})
     endif()
+    if(VELTRANE_PCH)
+        target_precompile_headers(${name} REUSE_FROM ${support})
+        # They differ by folder, which a shared precompiled header does not bear; nothing here asks for them.
+        target_compile_options(${name} PRIVATE -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
+    endif()
+    get_filename_component(folder ${CMAKE_CURRENT_SOURCE_DIR} NAME)
     add_test(NAME ${name} COMMAND ${name})
     set(environment "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC")
-    set_tests_properties(${name} PROPERTIES TIMEOUT ${test_TIMEOUT} ENVIRONMENT "${environment}")
+    set_tests_properties(${name} PROPERTIES
+        TIMEOUT ${test_TIMEOUT}
+        LABELS ${folder}
+        ENVIRONMENT "${environment}")
     if(test_DATABASE)
         add_test(NAME ${name}.postgresql COMMAND ${name})
         set_tests_properties(${name}.postgresql PROPERTIES
             TIMEOUT ${test_TIMEOUT}
+            LABELS ${folder}
             FIXTURES_REQUIRED postgres
             ENVIRONMENT "${environment};VELTRANE_TEST_BACKEND=postgresql;VELTRANE_TEST_POSTGRES=${VELTRANE_TEST_POSTGRES}")
     endif()
