@@ -38,6 +38,6 @@ build()
 {
     local preset=$1
     shift
-    export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+    export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros
     cmake --preset "$preset" > /dev/null && cmake --build --preset "$preset" "$@"
 }
