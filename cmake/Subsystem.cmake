@@ -15,11 +15,12 @@ endfunction()
 
 set(VELTRANE_TEST_POSTGRES ${CMAKE_BINARY_DIR}/postgres)
 
-# veltrane_test(name LAYER layer [DATABASE] [TIMEOUT seconds] SOURCES a.cpp ...)
+# veltrane_test(name LAYER layer [DATABASE | SERVER] [TIMEOUT seconds] SOURCES a.cpp ...)
 # one QtTest executable, headless, with a time limit. With DATABASE it runs twice: as `name` on a database
-# file, and as `name.postgresql` on the private server that the fixture starts.
+# file, and as `name.postgresql` on the private server that the fixture
+# starts; with SERVER on the server alone.
 function(veltrane_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 test "DATABASE" "LAYER;TIMEOUT" "SOURCES")
+    cmake_parse_arguments(PARSE_ARGV 1 test "DATABASE;SERVER" "LAYER;TIMEOUT" "SOURCES")
     if(NOT test_TIMEOUT)
         set(test_TIMEOUT 120)
     endif()
@@ -37,13 +38,15 @@ function(veltrane_test name)
         target_compile_options(${name} PRIVATE -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
     endif()
     get_filename_component(folder ${CMAKE_CURRENT_SOURCE_DIR} NAME)
-    add_test(NAME ${name} COMMAND ${name})
     set(environment "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC")
-    set_tests_properties(${name} PROPERTIES
-        TIMEOUT ${test_TIMEOUT}
-        LABELS ${folder}
-        ENVIRONMENT "${environment}")
-    if(test_DATABASE)
+    if(NOT test_SERVER)
+        add_test(NAME ${name} COMMAND ${name})
+        set_tests_properties(${name} PROPERTIES
+            TIMEOUT ${test_TIMEOUT}
+            LABELS ${folder}
+            ENVIRONMENT "${environment}")
+    endif()
+    if(test_DATABASE OR test_SERVER)
         add_test(NAME ${name}.postgresql COMMAND ${name})
         set_tests_properties(${name}.postgresql PROPERTIES
             TIMEOUT ${test_TIMEOUT}

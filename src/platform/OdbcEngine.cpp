@@ -90,7 +90,8 @@ std::unique_ptr<Engine> OdbcEngine::Open(const ConnectionParts &parts, const QSt
         return nullptr;
     std::unique_ptr<OdbcEngine> engine(new OdbcEngine(connectionText));
     engine->m_database = QSqlDatabase::addDatabase(driver, engine->m_name);
-    if (!engine->Connect(*driverText, errors))
+    engine->m_driverText = *driverText;
+    if (!engine->Connect(errors))
         return nullptr;
     return engine;
 }
@@ -104,11 +105,11 @@ OdbcEngine::~OdbcEngine()
         QSqlDatabase::removeDatabase(m_name);
 }
 
-bool OdbcEngine::Connect(const QString &driverText, EngineErrors &errors)
+bool OdbcEngine::Connect(EngineErrors &errors)
 {
     // Qt takes a text with DRIVER= as it stands and puts DSN= before all others.
-    const bool isSource = driverText.startsWith(QStringLiteral("DSN="));
-    m_database.setDatabaseName(isSource ? driverText.mid(4) : driverText);
+    const bool isSource = m_driverText.startsWith(QStringLiteral("DSN="));
+    m_database.setDatabaseName(isSource ? m_driverText.mid(4) : m_driverText);
     m_database.setConnectOptions(QStringLiteral("SQL_ATTR_LOGIN_TIMEOUT=15"));
     if (!m_database.open()) {
         errors = OdbcErrors::ListOf(m_database.lastError());
@@ -126,42 +127,37 @@ bool OdbcEngine::Connect(const QString &driverText, EngineErrors &errors)
 bool OdbcEngine::Execute(const QString &sql, EngineErrors &errors)
 {
     QString engineSql;
-    return Translate(sql, engineSql, errors) && Run(engineSql, errors);
+    return Translate(sql, engineSql, errors) && Revive(errors) && Run(engineSql, errors);
 }
 
 bool OdbcEngine::OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors)
 {
     QString engineSql;
-    if (!Translate(sql, engineSql, errors))
+    if (!Translate(sql, engineSql, errors) || !Revive(errors))
         return false;
     QSqlQuery query(m_database);
     query.setForwardOnly(true);
-    if (!query.exec(engineSql)) {
-        errors = OdbcErrors::ListOf(query.lastError());
-        return false;
-    }
+    if (!query.exec(engineSql))
+        return Fail(query.lastError(), errors);
     const auto columns = ColumnsOf(query.record(), m_kind);
     Recordset::Builder rows(columns);
     while (query.next()) {
         for (size_t i = 0; i < columns->size(); ++i)
             AddCell(rows, (*columns)[i].type, query.value(static_cast<int>(i)));
     }
-    if (query.lastError().isValid()) {
-        errors = OdbcErrors::ListOf(query.lastError());
-        return false;
-    }
+    if (query.lastError().isValid())
+        return Fail(query.lastError(), errors);
     result = rows.Finish();
     return true;
 }
 
 bool OdbcEngine::Begin(EngineErrors &errors)
 {
+    if (!Revive(errors))
+        return false;
     if (m_kind == DatabaseKind::SqlServer)
         return Run(QStringLiteral("BEGIN TRANSACTION"), errors);
-    if (m_database.transaction())
-        return true;
-    errors = OdbcErrors::ListOf(m_database.lastError());
-    return false;
+    return m_database.transaction() || Fail(m_database.lastError(), errors);
 }
 
 /// SQL Server's driver answers the manager's own commit with "no data", which Qt takes for a failure; the
@@ -170,19 +166,34 @@ bool OdbcEngine::Commit(EngineErrors &errors)
 {
     if (m_kind == DatabaseKind::SqlServer)
         return Run(QStringLiteral("IF @@TRANCOUNT > 0 COMMIT TRANSACTION"), errors);
-    if (m_database.commit())
-        return true;
-    errors = OdbcErrors::ListOf(m_database.lastError());
-    return false;
+    return m_database.commit() || Fail(m_database.lastError(), errors);
 }
 
 bool OdbcEngine::Run(const QString &engineSql, EngineErrors &errors)
 {
     QSqlQuery query(m_database);
     query.setForwardOnly(true);
-    if (query.exec(engineSql))
+    return query.exec(engineSql) || Fail(query.lastError(), errors);
+}
+
+/// Connects anew after the server was restarted or the line broke. The failure itself has been told.
+bool OdbcEngine::Revive(EngineErrors &errors)
+{
+    if (!m_isLost)
         return true;
-    errors = OdbcErrors::ListOf(query.lastError());
+    m_database.close();
+    m_isLost = false;
+    const bool connected = Connect(errors);
+    m_isLost = !connected;
+    return connected;
+}
+
+bool OdbcEngine::Fail(const QSqlError &error, EngineErrors &errors)
+{
+    errors = OdbcErrors::ListOf(error);
+    QSqlQuery question(m_database);
+    question.setForwardOnly(true);
+    m_isLost = !question.exec(QStringLiteral("SELECT 1"));
     return false;
 }
 

@@ -26,13 +26,17 @@ public:
 
 private:
     explicit OdbcEngine(const QString &connectionText);
-    bool Connect(const QString &driverText, EngineErrors &errors);
+    bool Connect(EngineErrors &errors);
+    bool Revive(EngineErrors &errors);
     bool Run(const QString &engineSql, EngineErrors &errors);
+    bool Fail(const QSqlError &error, EngineErrors &errors);
     bool Translate(const QString &sql, QString &engineSql, EngineErrors &errors);
 
     QString m_text;
+    QString m_driverText;
     QString m_name; ///< of the connection, among Qt's
     QSqlDatabase m_database;
     DatabaseKind m_kind = DatabaseKind::SqlServer;
+    bool m_isLost = false; ///< the server no longer answers; the next statement connects anew
     SqlTokens m_tokens;
 };

@@ -23,7 +23,7 @@ bool IsRefusedLogon(const QStringList &numbers, const QString &text)
     return numbers.contains(QString::number(OdbcErrors::logonRefused)) ||
            text.contains(QStringLiteral("password authentication failed"), Qt::CaseInsensitive) ||
            text.contains(QStringLiteral("no password supplied"), Qt::CaseInsensitive) ||
-           text.contains(QStringLiteral("28P01"));
+           text.contains(QStringLiteral("Login failed for user"), Qt::CaseInsensitive);
 }
 } // namespace
 
@@ -33,8 +33,11 @@ EngineErrors OdbcErrors::ListOf(const QSqlError &error)
     if (text.contains(QStringLiteral("Can't open lib")))
         return DriverMissing(text);
     const QStringList numbers = error.nativeErrorCode().split(u';');
-    const int number = IsRefusedLogon(numbers, text) ? logonRefused : numbers.first().toInt();
-    return One(number, text.isEmpty() ? error.text() : text, QString());
+    const int given = numbers.first().toInt();
+    // The manager's own failures have no number, and none of them is cured by a password, which is what
+    // an error without a number asks for.
+    const int number = given == 0 ? unnumbered : given;
+    return One(IsRefusedLogon(numbers, text) ? logonRefused : number, text.isEmpty() ? error.text() : text);
 }
 
 EngineErrors OdbcErrors::DriverMissing(const QString &driver)

@@ -9,6 +9,7 @@ namespace OdbcErrors
 constexpr int logonRefused = 18456;
 constexpr int noDriver = 126;
 constexpr int noDataSource = 2;
+constexpr int unnumbered = 1;
 
 /// The records of a driver's failure as the engine's error list. A refused logon has number 18456, by
 /// whatever record and in whatever words the driver tells it.

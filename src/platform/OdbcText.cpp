@@ -37,9 +37,15 @@ QString ServerEntries(const QString &name)
     return u"SERVER=" % server % u";PORT=" % QString::number(port) % u';';
 }
 
+bool IsInstalled(const QString &driver)
+{
+    return driver.contains(u'/') ||
+           DataSourceRegistry::HasKey(QStringLiteral("Software\\ODBC\\ODBCINST.INI\\") + driver);
+}
+
 std::optional<QString> ServerText(const ConnectionParts &parts, EngineErrors &errors)
 {
-    if (!DataSourceRegistry::HasKey(QStringLiteral("Software\\ODBC\\ODBCINST.INI\\") + freeTds)) {
+    if (!IsInstalled(freeTds)) {
         errors = OdbcErrors::DriverMissing(freeTds);
         return std::nullopt;
     }
@@ -69,6 +75,10 @@ std::optional<QString> DataSourceText(const ConnectionParts &parts, EngineErrors
             OdbcErrors::One(OdbcErrors::noDataSource,
                             u"The data source " % parts.dataSource % u" is not registered on this computer.",
                             QStringLiteral("IM002"));
+        return std::nullopt;
+    }
+    if (!IsInstalled(driver)) {
+        errors = OdbcErrors::DriverMissing(driver);
         return std::nullopt;
     }
     const QString ownUser = OwnValue(parts.dataSource, {QStringLiteral("UID"), QStringLiteral("Username"),

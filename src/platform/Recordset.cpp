@@ -31,7 +31,12 @@ int FindColumn(const Columns &columns, QStringView name)
 } // namespace
 
 struct Recordset::Data {
-    std::shared_ptr<const Columns> columns = std::make_shared<Columns>();
+    explicit Data(std::shared_ptr<const Columns> described)
+        : columns(std::move(described))
+    {
+    }
+
+    std::shared_ptr<const Columns> columns;
     std::vector<Cell> cells;
     std::vector<char> texts; ///< UTF-8
 
@@ -49,8 +54,9 @@ struct Recordset::Data {
 };
 
 Recordset::Recordset()
-    : m_data(std::make_shared<Data>())
 {
+    static const auto empty = std::make_shared<const Data>(std::make_shared<Columns>());
+    m_data = empty;
 }
 
 Recordset::Recordset(std::shared_ptr<const Data> data)
@@ -154,9 +160,10 @@ bool Recordset::Row::IsNull(int column) const
 }
 
 Recordset::Builder::Builder(std::shared_ptr<const Columns> columns)
-    : m_data(std::make_shared<Data>())
+    : m_data(std::make_shared<Data>(std::move(columns)))
 {
-    m_data->columns = std::move(columns);
+    // Most reads are of one row by its key.
+    m_data->cells.reserve(m_data->columns->size());
 }
 
 Recordset::Builder::~Builder() = default;
