@@ -3,6 +3,7 @@
 #include "contacts/ConcessionODBC.h"
 #include "contacts/ContactListODBC.h"
 #include "contacts/ContactRecordODBC.h"
+#include "controls/ComboModel.h"
 #include "platform/Dialogs.h"
 
 #include <array>
@@ -45,6 +46,17 @@ const std::array<ContactSectionInfo, 11> &Sections()
         {ContactSection::Roles, "Roles", "RoleTypes", "Name", "RoleTypeRef", 35},
     }};
     return sections;
+}
+
+/// The row whose name, case and reference aside, is `name`, or -1.
+int RowOfName(const ComboModel &list, const QString &name)
+{
+    const QString wanted = name.toUpper();
+    for (int row = 0; row < list.Count(); ++row) {
+        if (SplitRefLabel(list.At(row).text).name.toUpper() == wanted)
+            return row;
+    }
+    return -1;
 }
 
 const QString personExists = QStringLiteral("Contact already exists in database.");
@@ -122,6 +134,22 @@ int Contact_UpdateItem(ContactSection code, int key, const QString &name, const 
     return TellDuplicate(ADO_Contact_UpdateItem(key, SqlSafeText(name), section.table, section.nameColumn,
                                                 section.keyColumn, SqlSafeText(referenceId)),
                          itemExists, QStringLiteral("Update Item"));
+}
+
+void Contact_TakeTyped(ContactSection code, ComboModel &list, const QString &typed)
+{
+    const RefLabel item = SplitRefLabel(typed);
+    const int before = list.CurrentData();
+    const int key = code == ContactSection::Characteristics
+                        ? Concession_Add(item.name, 0, 0, item.reference)
+                        : Contact_AddItem(code, item.name, item.reference);
+    Contact_FillList(code, list, true);
+    if (key >= 1) {
+        list.ChooseData(key);
+        return;
+    }
+    const int row = RowOfName(list, item.name);
+    list.ChooseData(row >= 0 ? list.At(row).data : before);
 }
 
 RefLabel Contact_ViewItem(ContactSection code, int key)

@@ -60,6 +60,10 @@ int Contact_AddItem(ContactSection code, const QString &name, const QString &ref
 int Contact_UpdateItem(ContactSection code, int key, const QString &name, const QString &referenceId);
 /// The name and reference of a row of a vocabulary.
 RefLabel Contact_ViewItem(ContactSection code, int key);
+/// Takes a text that somebody typed in a drop-down list and that is none of its items ("[reference] name" or
+/// a bare name): adds it to the vocabulary, fills `list` with its select row anew and chooses the new item.
+/// Where the name exists under another reference that item is chosen; after an error the choice stays.
+void Contact_TakeTyped(ContactSection code, ComboModel &list, const QString &typed);
 /// Deletes a person or a row of a vocabulary up to the characteristics. False on an error.
 bool Contact_DeleteItem(ContactSection code, int key);
 

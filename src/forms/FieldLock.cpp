@@ -21,6 +21,17 @@ void Recolour(QWidget *field, bool locked)
     field->setFocusPolicy(locked ? Qt::ClickFocus : Qt::StrongFocus);
 }
 
+/// What a locked field shows is there to be read, so that it is not greyed like a thing out of use.
+void KeepReadable(QWidget *field, bool locked)
+{
+    QPalette palette;
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText}) {
+        if (locked)
+            palette.setColor(QPalette::Disabled, role, field->palette().color(QPalette::Active, role));
+    }
+    field->setPalette(palette);
+}
+
 bool IsPartOfAnother(const QWidget *field)
 {
     const QWidget *parent = field->parentWidget();
@@ -42,6 +53,7 @@ void LockOne(QWidget *field, bool locked)
     } else if (qobject_cast<QComboBox *>(field) || qobject_cast<QAbstractSpinBox *>(field) ||
                qobject_cast<QCheckBox *>(field) || qobject_cast<QRadioButton *>(field)) {
         field->setEnabled(!locked);
+        KeepReadable(field, locked);
     }
 }
 } // namespace

@@ -35,6 +35,8 @@ void TypedCombo::AllowTyping(bool allowed)
     // A popup and no inline completion: "York" must stay "York" where "Yorkshire" is known.
     completer()->setCompletionMode(QCompleter::PopupCompletion);
     completer()->setCaseSensitivity(Qt::CaseInsensitive);
+    // A long text shows its beginning.
+    connect(this, &QComboBox::currentIndexChanged, lineEdit(), [this] { lineEdit()->setCursorPosition(0); });
     ShowChoice();
 }
 

@@ -1,0 +1,96 @@
+#include "contacts/ContactFields.h"
+
+#include "core/File_Tools.h"
+#include "core/Icons.h"
+#include "database/Security.h"
+#include "forms/FormBuilder.h"
+
+#include <QGridLayout>
+
+namespace
+{
+constexpr int mayAddAndChange = 3;
+
+QPushButton *OpenButton(FormBuilder &form, const QString &name, const QString &icon, const QString &deed)
+{
+    form.Beside();
+    QPushButton *button = form.Button(name, QString());
+    button->setIcon(Icons::Of(icon));
+    button->setToolTip(deed);
+    button->setAccessibleName(deed);
+    return button;
+}
+} // namespace
+
+void ContactFields::AddressLines(FormBuilder &form, const QString &name, bool readOnly,
+                                 QLineEdit *(&lines)[4])
+{
+    for (int i = 0; i < 4; ++i) {
+        const QString number = QString::number(i + 1);
+        const QString caption = i == 0 ? QStringLiteral("Address:") : QString();
+        lines[i] = readOnly ? form.ReadOnly(name % number, caption) : form.Text(name % number, caption);
+        lines[i]->setAccessibleName(u"Address line " % number);
+    }
+}
+
+QPushButton *ContactFields::MailButton(FormBuilder &form, const QString &name, QLineEdit *address)
+{
+    QPushButton *button =
+        OpenButton(form, name, QStringLiteral("mail-message-new"), QStringLiteral("Write an e-mail"));
+    QObject::connect(button, &QPushButton::clicked, address, [address] {
+        if (!address->text().isEmpty())
+            OpenDocument(u"mailto:" % address->text());
+    });
+    return button;
+}
+
+QPushButton *ContactFields::WebButton(FormBuilder &form, const QString &name, QLineEdit *address)
+{
+    QPushButton *button = OpenButton(form, name, QStringLiteral("globe"), QStringLiteral("Open the website"));
+    QObject::connect(button, &QPushButton::clicked, address, [address] {
+        const QString url = address->text();
+        if (!url.isEmpty())
+            OpenDocument(url.contains(QStringLiteral("http://")) ? url : QString(u"http://" % url));
+    });
+    return button;
+}
+
+void ContactFields::Show(QLineEdit *field, const QString &text)
+{
+    field->setText(text);
+    field->setCursorPosition(0);
+}
+
+void ContactFields::FitChars(QLineEdit *field, int chars)
+{
+    field->setMinimumWidth(chars * field->fontMetrics().averageCharWidth());
+}
+
+void ContactFields::AlignCaptions(const QList<QGroupBox *> &groups)
+{
+    int first = 0;
+    for (QGroupBox *group : groups) {
+        auto *grid = qobject_cast<QGridLayout *>(group->layout());
+        QList<CaptionLabel *> behind;
+        int widestBehind = 0;
+        for (CaptionLabel *label : group->findChildren<CaptionLabel *>()) {
+            if (grid->indexOf(label) >= 0) {
+                first = qMax(first, label->sizeHint().width());
+            } else {
+                behind.append(label);
+                widestBehind = qMax(widestBehind, label->sizeHint().width());
+            }
+        }
+        for (CaptionLabel *label : behind)
+            label->setMinimumWidth(widestBehind);
+    }
+    for (QGroupBox *group : groups)
+        qobject_cast<QGridLayout *>(group->layout())->setColumnMinimumWidth(0, first);
+}
+
+void ContactFields::TakeTyped(TypedCombo *list, ContactSection code)
+{
+    list->AllowTyping(UserRight(ContactSectionOf(code).right) >= mayAddAndChange);
+    list->SetNewTextHandler(
+        [list, code](const QString &typed) { Contact_TakeTyped(code, list->Model(), typed); });
+}

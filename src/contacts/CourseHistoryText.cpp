@@ -1,0 +1,101 @@
+#include "contacts/CourseHistoryText.h"
+
+#include "contacts/CourseHistoryODBC.h"
+#include "database/System.h"
+
+#include <QLocale>
+
+#include <cmath>
+
+namespace
+{
+constexpr int labelWidth = 42;
+constexpr int amountWidth = 14;
+constexpr int voucherNameLength = 20;
+const QString indent = QStringLiteral("    ");
+
+QString Line(const QString &label, double amount)
+{
+    const QString sign = amount < 0 ? QStringLiteral("-") : QString();
+    const QString money = sign % SystemValue(SystemRef::CurrencySymbol) % Fees::MoneyText(std::abs(amount));
+    return indent % label.leftJustified(labelWidth) % money.rightJustified(amountWidth) % u'\n';
+}
+
+QString Rule()
+{
+    return indent % QString(labelWidth + amountWidth, u'-') % u'\n';
+}
+
+QString PaymentLine(const QString &label, double amount)
+{
+    return amount > 0 ? Line(label, amount) : QString();
+}
+
+QString VoucherLabel(int voucher)
+{
+    const QString name = SystemValue(SystemRef::VoucherName + voucher);
+    return u"Amount Paid by " %
+           (name.isEmpty() ? QString(u"Voucher " % QString::number(voucher + 1))
+                           : name.left(voucherNameLength)) %
+           u':';
+}
+
+QString PaymentLines(const Fees::Payments &paid)
+{
+    QString text = PaymentLine(QStringLiteral("Amount Paid in Cash:"), paid.cash) %
+                   PaymentLine(QStringLiteral("Amount Paid by Cheque:"), paid.cheque) %
+                   PaymentLine(QStringLiteral("Amount Paid by Credit Card:"), paid.creditCard);
+    for (int voucher = 0; voucher < Fees::VoucherKinds; ++voucher)
+        text += PaymentLine(VoucherLabel(voucher), paid.vouchers[static_cast<size_t>(voucher)]);
+    return text;
+}
+
+/// Percent as short as it reads: "20" or "17.5".
+QString Percent(double value)
+{
+    return QString::number(value, 'f', QLocale::FloatingPointShortest) % u'%';
+}
+
+struct Block {
+    QString text;
+    double owed;
+};
+
+Block CourseBlock(const CourseHistoryEntry &course)
+{
+    const double net = Fees::NetFee(course.basicFee, course.discount);
+    const double due = Fees::TotalDue(net, course.taxRate);
+    const double owed = Fees::Owed(due, course.paid.Total());
+
+    QString text = course.title % u'\n' % Line(QStringLiteral("Course Fee:"), course.basicFee);
+    if (course.discount > 0) {
+        const QString by =
+            course.concession.isEmpty() ? QString() : QString(u" (" % course.concession % u')');
+        text += Line(u"Discount " % Percent(course.discount) % by % u':',
+                     -Fees::HardDiscount(course.basicFee, net));
+    }
+    if (course.taxRate > 0) {
+        const QString name = course.taxName.isEmpty() ? QStringLiteral("Tax") : course.taxName;
+        text += Line(name % u' ' % Percent(course.taxRate) % u':', Fees::Rounded(due - net));
+    }
+    if (course.discount > 0 || course.taxRate > 0)
+        text += Line(QStringLiteral("Amount Due:"), due);
+    text += PaymentLines(course.paid) % Rule() % Line(QStringLiteral("Amount Owing:"), owed) % u'\n';
+    return {text, owed};
+}
+} // namespace
+
+QString Contact_CourseHistoryText(int contactRef)
+{
+    const std::vector<CourseHistoryEntry> courses = ADO_Contact_CourseHistory(contactRef);
+    if (courses.empty())
+        return QStringLiteral("Not enrolled on any course.");
+    QString text;
+    double owing = 0;
+    for (const CourseHistoryEntry &course : courses) {
+        const Block block = CourseBlock(course);
+        text += block.text;
+        owing += block.owed;
+    }
+    return text % Line(QStringLiteral("Total Amount Owing:"), Fees::Rounded(owing));
+}

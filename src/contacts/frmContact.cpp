@@ -1,0 +1,289 @@
+#include "contacts/frmContact.h"
+
+#include "contacts/ConcessionODBC.h"
+#include "contacts/ContactModule.h"
+#include "contacts/ContactSelection.h"
+#include "contacts/frmAddContact.h"
+#include "core/Session.h"
+#include "database/MiscODBC.h"
+#include "database/Security.h"
+#include "forms/FormBuilder.h"
+#include "forms/FormSize.h"
+#include "forms/SearchBox.h"
+#include "platform/Dialogs.h"
+
+#include <QMenu>
+#include <QScopedValueRollback>
+
+namespace
+{
+constexpr int rightContacts = 23;
+constexpr int rightApply = 24;
+constexpr int mayAdd = 2;
+constexpr int fullAccess = 9;
+} // namespace
+
+frmContact::frmContact(QWidget *parent)
+    : QWidget(parent)
+{
+    setObjectName(QStringLiteral("frmContact"));
+    setWindowTitle(QStringLiteral("Contact Manager"));
+    {
+        FormBuilder form(this);
+        BuildLists(form);
+        BuildButtons(form);
+    }
+    BuildMenu();
+    connect(&m_subset, &ComboModel::CurrentChanged, this, [this] {
+        if (!m_filling)
+            FillContacts();
+    });
+    m_charList->SetNewTextHandler([this](const QString &typed) { NewCharacteristic(typed); });
+    connect(&m_characteristics, &ComboModel::CurrentChanged, this, &frmContact::EnableButtons);
+    connect(&m_selected, &ListModel::Changed, this, &frmContact::EnableButtons);
+    connect(m_contacts.Selection(), &QItemSelectionModel::selectionChanged, this, &frmContact::EnableButtons);
+    FormSize::Remember(this);
+    Form_Refresh();
+}
+
+void frmContact::BuildLists(FormBuilder &form)
+{
+    QLineEdit *search = form.Text(QStringLiteral("SearchBox"), QStringLiteral("Search for Contact:"));
+    search->setClearButtonEnabled(true);
+    form.Beside();
+    form.Combo(QStringLiteral("ConcessionList"), QStringLiteral("Sub-set by Characteristic:"), m_subset);
+
+    m_selected.SetColumns({QStringLiteral("Contact"), QStringLiteral("Address"), QStringLiteral("City"),
+                           QStringLiteral("Postcode")});
+    FormBuilder::PairNames names;
+    names.available = QStringLiteral("ContactList2");
+    names.availableCaption = QStringLiteral("Available Contacts");
+    names.used = QStringLiteral("ContactInfo");
+    names.usedCaption = QStringLiteral("Selected Contacts:");
+    const FormBuilder::Pair pair = form.UsedAvailablePair(names, m_contacts, m_selected);
+    m_contactList = pair.available;
+    m_contactInfo = pair.used;
+    m_moves = pair.moves;
+    m_contactList->SetEmptyText(QStringLiteral("No contacts to show."));
+    m_contactInfo->SetEmptyText(QStringLiteral("No contacts selected."));
+    m_contactInfo->SetColumnChars({19, 16, 10, 8});
+    m_moves->SetActions(
+        {[this] { AddSelected(); }, [this] { RemoveSelected(); }, [this] { ClearSelected(); }});
+    BindSearchBox(search, m_contactList);
+
+    m_charList =
+        form.Typed(QStringLiteral("CharList"), QStringLiteral("Apply Characteristic:"), m_characteristics);
+    form.Beside();
+    form.Line(QStringLiteral("ApplyTo"), QStringLiteral("to Selected Contacts"))->setWordWrap(false);
+    form.Beside();
+    m_applyBtn = form.Button(QStringLiteral("AddToConBtn"), QStringLiteral("Apply"));
+    connect(m_applyBtn, &QPushButton::clicked, this, &frmContact::ApplyCharacteristic);
+
+    for (ListView *list : {m_contactList, m_contactInfo}) {
+        list->setContextMenuPolicy(Qt::CustomContextMenu);
+        connect(list, &QWidget::customContextMenuRequested, this,
+                [this, list](const QPoint &at) { ShowMenu(list, at); });
+    }
+}
+
+void frmContact::BuildButtons(FormBuilder &form)
+{
+    form.BeginButtons(FormBuilder::Align::Start);
+    m_addBtn = form.Button(QStringLiteral("AddBtn"), QStringLiteral("&New Contact"));
+    m_viewBtn = form.Button(QStringLiteral("ViewBtn"), QStringLiteral("&View Contact(s)"));
+    m_delBtn = form.Button(QStringLiteral("DelCBtn"), QStringLiteral("Delete"));
+    m_delBtn->setToolTip(QStringLiteral("Delete the people selected in the available contacts"));
+    // The search and the reports have no screens yet.
+    form.Button(QStringLiteral("FindBtn"), QStringLiteral("&Search"))->setEnabled(false);
+    form.Button(QStringLiteral("RepBtn"), QStringLiteral("&Reports"))->setEnabled(false);
+    m_refreshBtn = form.Button(QStringLiteral("RefBtn"), QStringLiteral("Refresh"));
+    form.Gap();
+    QPushButton *exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
+    form.EndButtons();
+
+    connect(m_addBtn, &QPushButton::clicked, this, &frmContact::NewContact);
+    connect(m_viewBtn, &QPushButton::clicked, this, &frmContact::ViewContacts);
+    connect(m_delBtn, &QPushButton::clicked, this, &frmContact::DeleteSelected);
+    connect(m_refreshBtn, &QPushButton::clicked, this, &frmContact::Refresh);
+    connect(exit, &QPushButton::clicked, this, [this] { (parentWidget() ? parentWidget() : this)->close(); });
+}
+
+void frmContact::Form_Refresh()
+{
+    // After a switch of the database the selected keys belong to other people.
+    m_selected.Clear();
+    m_subset.Clear();
+    FillCharacteristics();
+    Contact_FillList(ContactSection::Characteristics, m_characteristics, true);
+    m_characteristics.SetCurrent(-1);
+    FillContacts();
+    ApplyRights();
+}
+
+void frmContact::ApplyRights()
+{
+    m_addBtn->setEnabled(UserRight(rightContacts) >= mayAdd);
+    m_charList->setEnabled(UserRight(rightApply) == fullAccess);
+    m_charList->AllowTyping(UserRight(ContactSectionOf(ContactSection::Characteristics).right) >= mayAdd);
+    EnableButtons();
+}
+
+void frmContact::EnableButtons()
+{
+    m_delBtn->setEnabled(UserRight(rightContacts) == fullAccess && m_contacts.Selection()->hasSelection());
+    m_applyBtn->setEnabled(UserRight(rightApply) == fullAccess && m_characteristics.Current() >= 0 &&
+                           !m_selected.IsEmpty());
+    m_viewBtn->setEnabled(!m_selected.IsEmpty());
+}
+
+void frmContact::FillCharacteristics()
+{
+    const QScopedValueRollback<bool> filling(m_filling, true);
+    Contact_FillSubsetList(m_subset);
+}
+
+void frmContact::FillContacts()
+{
+    Contact_FillSubset(m_subset.CurrentData(), m_contacts);
+    EnableButtons();
+}
+
+void frmContact::StoreSelection()
+{
+    FillRefTable(m_selected, QStringLiteral("CurrentContactSelection.txt"));
+}
+
+void frmContact::AddSelected()
+{
+    Contact_SelectChosen(m_contacts, m_selected);
+    StoreSelection();
+}
+
+void frmContact::RemoveSelected()
+{
+    m_selected.Take(m_selected.SelectedRows());
+    StoreSelection();
+}
+
+void frmContact::ClearSelected()
+{
+    m_selected.Clear();
+    StoreSelection();
+}
+
+void frmContact::DeleteSelected()
+{
+    bool selectionChanged = false;
+    for (const QString &key : m_contacts.SelectedKeys()) {
+        const int row = m_contacts.Find(key);
+        const Dialogs::Answer answer = Dialogs::MsgBox(
+            u"Okay to delete record '" % m_contacts.At(row).text % u'\'', QStringLiteral("Confirm Deletion"),
+            Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
+        if (answer != Dialogs::Answer::Yes) {
+            m_contacts.Select(row, false);
+            continue;
+        }
+        if (!Contact_DeleteItem(ContactSection::Contacts, KeyNumber(key)))
+            break;
+        m_contacts.Remove(row);
+        selectionChanged = selectionChanged || m_selected.Contains(key);
+        m_selected.RemoveKey(key);
+    }
+    if (selectionChanged)
+        StoreSelection();
+}
+
+void frmContact::NewContact()
+{
+    if (frmAddContact::AddRecord(this) > 0)
+        Refresh();
+}
+
+void frmContact::ViewContacts()
+{
+    QStringList keys = m_selected.SelectedKeys();
+    for (int row = 0; keys.isEmpty() && row < m_selected.Count(); ++row)
+        keys.append(m_selected.At(row).key);
+    if (keys.isEmpty())
+        return;
+    gDialogResult = 0;
+    frmAddContact form(this);
+    form.OpenRecords(keys);
+    form.exec();
+    Refresh();
+}
+
+void frmContact::Refresh()
+{
+    FillCharacteristics();
+    FillContacts();
+    RereadSelection();
+}
+
+void frmContact::RereadSelection()
+{
+    const QStringList chosen = m_selected.SelectedKeys();
+    const int before = m_selected.Count();
+    Contact_RefreshSelected(m_selected);
+    for (const QString &key : chosen) {
+        if (const int row = m_selected.Find(key); row >= 0)
+            m_selected.Select(row);
+    }
+    if (m_selected.Count() != before)
+        StoreSelection();
+}
+
+void frmContact::ApplyCharacteristic()
+{
+    m_charList->Leave();
+    const int characteristic = m_characteristics.CurrentData();
+    if (characteristic < 1)
+        return;
+    ADO_Contact_AddConcessionList(characteristic, m_selected);
+    if (m_subset.CurrentData() > 0)
+        FillContacts();
+}
+
+void frmContact::NewCharacteristic(const QString &typed)
+{
+    Contact_TakeTyped(ContactSection::Characteristics, m_characteristics, typed);
+    FillCharacteristics();
+}
+
+void frmContact::BuildMenu()
+{
+    m_menu = new QMenu(this);
+    m_menu->setObjectName(QStringLiteral("Menu"));
+    const auto add = [this](const QString &name, const QString &caption, auto &&deed) {
+        QAction *action = m_menu->addAction(caption, this, deed);
+        action->setObjectName(name);
+        return action;
+    };
+    add(QStringLiteral("ID_NewContact"), QStringLiteral("&New Contact"), &frmContact::NewContact);
+    m_menu->addSeparator();
+    add(QStringLiteral("ID_Add"), QStringLiteral("&Add"), &frmContact::AddSelected);
+    add(QStringLiteral("ID_Remove"), QStringLiteral("Re&move"), &frmContact::RemoveSelected);
+    add(QStringLiteral("ID_SelectAll"), QStringLiteral("&Select All"),
+        [this] { m_menuList->Model().SelectAll(); });
+    add(QStringLiteral("ID_Delete"), QStringLiteral("&Delete"), &frmContact::DeleteSelected);
+    m_menu->addSeparator();
+    // The search has no screen yet.
+    QAction *find = m_menu->addAction(QStringLiteral("&Find"));
+    find->setObjectName(QStringLiteral("ID_Find"));
+    find->setEnabled(false);
+    add(QStringLiteral("ID_Refresh"), QStringLiteral("&Refresh"), &frmContact::Refresh);
+}
+
+void frmContact::ShowMenu(ListView *list, const QPoint &at)
+{
+    m_menuList = list;
+    const auto enable = [this](const QString &name, bool enabled) {
+        m_menu->findChild<QAction *>(name)->setEnabled(enabled);
+    };
+    enable(QStringLiteral("ID_NewContact"), m_addBtn->isEnabled());
+    enable(QStringLiteral("ID_Add"), m_contacts.Selection()->hasSelection());
+    enable(QStringLiteral("ID_Remove"), m_selected.Selection()->hasSelection());
+    enable(QStringLiteral("ID_SelectAll"), !list->Model().IsEmpty());
+    enable(QStringLiteral("ID_Delete"), m_delBtn->isEnabled());
+    m_menu->popup(list->viewport()->mapToGlobal(at));
+}
