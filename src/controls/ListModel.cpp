@@ -59,6 +59,9 @@ void ListModel::Fill(std::vector<ListItem> items)
 {
     beginResetModel();
     m_items = std::move(items);
+    // Built row by row, the vector may have room for twice its rows.
+    if (m_items.capacity() > m_items.size() + m_items.size() / 4)
+        m_items.shrink_to_fit();
     m_rowOfKey.clear();
     m_indexed = false;
     endResetModel();
@@ -283,6 +286,8 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
 
 Qt::ItemFlags ListModel::flags(const QModelIndex &index) const
 {
+    if (!index.isValid())
+        return {};
     Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
     if (m_checkable && index.column() == 0)
         flags |= Qt::ItemIsUserCheckable;

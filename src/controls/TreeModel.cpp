@@ -181,7 +181,9 @@ QVariant TreeModel::data(const QModelIndex &index, int role) const
     }
 }
 
-Qt::ItemFlags TreeModel::flags(const QModelIndex &) const
+Qt::ItemFlags TreeModel::flags(const QModelIndex &index) const
 {
+    if (!index.isValid())
+        return {};
     return Qt::ItemIsSelectable | Qt::ItemIsEnabled;
 }

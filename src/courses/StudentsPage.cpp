@@ -10,6 +10,7 @@ StudentsPage::StudentsPage(QWidget *parent)
     m_students.SetColumns({QStringLiteral("Contact"), QStringLiteral("Paid")});
     FormBuilder form(this);
     m_view = form.List(QStringLiteral("Students"), {}, m_students, ListView::Choice::Multi);
+    m_view->setAccessibleName(QStringLiteral("Students"));
     m_view->SetColumnChars({40, 12});
     m_view->SetEmptyText(tr("Nobody is enrolled on this course yet."));
     form.BeginButtons(FormBuilder::Align::Start);

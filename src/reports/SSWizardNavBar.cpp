@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QStyle>
 #include <QVBoxLayout>
 
 QWidget *WizardPages::AddPage(const QString &name, const QString &title)
@@ -19,7 +20,9 @@ QWidget *WizardPages::AddPage(const QString &name, const QString &title)
     heading->setFont(font);
     auto *content = new QWidget(page);
     content->setObjectName(name % u"_Content");
+    heading->setContentsMargins(style()->pixelMetric(QStyle::PM_LayoutLeftMargin), 0, 0, 0);
     auto *column = new QVBoxLayout(page);
+    column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(heading);
     column->addWidget(content, 1);
     addWidget(page);

@@ -35,15 +35,15 @@ QDate DateOf(const QString &text)
 frmCourseWiz::frmCourseWiz(QWidget *parent)
     : FormDialog(QStringLiteral("frmCourseWiz"), QStringLiteral("Report Wizard"), parent)
     , m_pages(new WizardPages(this))
-    , m_navigation(new SSWizardNavBar(m_pages, this))
     , m_courseSubset(CourseSubset::Load())
 {
     m_pages->setObjectName(QStringLiteral("SSActiveTabs1"));
-    m_navigation->setObjectName(QStringLiteral("SSWizardNavBar1"));
     BuildWelcome(
         m_pages->AddPage(QStringLiteral("Welcome"), QStringLiteral("Welcome to the Course Report Wizard")));
     BuildDates(m_pages->AddPage(QStringLiteral("Dates"), QStringLiteral("Selecting Date Period")));
     BuildProgress(m_pages->AddPage(QStringLiteral("Progress"), QStringLiteral("Processing Report")));
+    m_navigation = new SSWizardNavBar(m_pages, this);
+    m_navigation->setObjectName(QStringLiteral("SSWizardNavBar1"));
     auto *column = new QVBoxLayout(this);
     column->addWidget(m_pages, 1);
     column->addWidget(m_navigation);

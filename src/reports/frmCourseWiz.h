@@ -36,7 +36,7 @@ private:
 
     ListModel m_reports;
     WizardPages *m_pages;
-    SSWizardNavBar *m_navigation;
+    SSWizardNavBar *m_navigation = nullptr;
     ListView *m_reportList = nullptr;
     QCheckBox *m_tableBorder = nullptr;
     QDateEdit *m_dateFrom = nullptr;

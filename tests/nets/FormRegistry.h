@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QStringList>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+/// How a form is opened and what it promises; the nets run over every entry.
+struct FormEntry {
+    QString name; ///< object name, with what tells two entries of one form apart behind a blank
+    std::function<std::unique_ptr<QWidget>()> open;
+    /// Holds a record: Escape asks once this field was changed. "" for forms that hold none.
+    QString recordField{};
+    /// With every right at the level "view", all fields are locked but these. Nothing where rights do not
+    /// reach into the form.
+    std::optional<QStringList> freeFields{};
+};
+
+/// Every form of the program. They open on the database that FillForms has filled.
+const std::vector<FormEntry> &FormRegistry();
+/// A user, two people, a characteristic, a course and a student on it, in the session's fresh database.
+void FillForms();

@@ -1,0 +1,278 @@
+#include "core/Session.h"
+#include "database/System.h"
+#include "forms/CaptionLabel.h"
+#include "forms/FormDialog.h"
+#include "forms/ListView.h"
+#include "forms/TreeView.h"
+#include "nets/FormRegistry.h"
+#include "support/ScriptedDialogs.h"
+#include "support/TestDatabase.h"
+
+#include <QAbstractButton>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSet>
+#include <QStyle>
+#include <QTabWidget>
+#include <QTest>
+
+/// What must hold for every form of the program.
+class test_nets final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void opens_data() { Forms(); }
+    void opens();
+    void names_are_unique_data() { Forms(); }
+    void names_are_unique();
+    void every_input_has_a_label_data() { Forms(); }
+    void every_input_has_a_label();
+    void tab_walks_as_one_reads_data() { Forms(); }
+    void tab_walks_as_one_reads();
+    void rights_to_look_lock_every_field_data() { Forms(); }
+    void rights_to_look_lock_every_field();
+    void escape_asks_on_a_modified_record_data() { Forms(); }
+    void escape_asks_on_a_modified_record();
+    void nothing_is_clipped_data() { Forms(); }
+    void nothing_is_clipped();
+
+private:
+    static void Forms();
+    static const FormEntry &Entry();
+    static std::unique_ptr<QWidget> Shown();
+    std::unique_ptr<TestDatabase> m_database;
+    std::unique_ptr<ScriptedDialogs> m_user; ///< no form may ask anything by being opened
+};
+
+namespace
+{
+bool IsPartOfAField(const QWidget *widget)
+{
+    for (const QWidget *at = widget->parentWidget(); at; at = at->parentWidget()) {
+        if (qobject_cast<const QComboBox *>(at) || qobject_cast<const QAbstractSpinBox *>(at) ||
+            qobject_cast<const QAbstractItemView *>(at))
+            return true;
+    }
+    return false;
+}
+
+bool IsField(const QWidget *widget)
+{
+    const bool kind =
+        qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QPlainTextEdit *>(widget) ||
+        qobject_cast<const QComboBox *>(widget) || qobject_cast<const QAbstractSpinBox *>(widget);
+    return kind && !IsPartOfAField(widget);
+}
+
+bool IsList(const QWidget *widget)
+{
+    return qobject_cast<const ListView *>(widget) || qobject_cast<const TreeView *>(widget);
+}
+
+bool IsLocked(const QWidget *field)
+{
+    if (!field->isEnabled())
+        return true;
+    if (const auto *text = qobject_cast<const QLineEdit *>(field))
+        return text->isReadOnly();
+    if (const auto *notes = qobject_cast<const QPlainTextEdit *>(field))
+        return notes->isReadOnly();
+    return false;
+}
+
+/// Runs `look` on each page of each tab panel of the form, or once where it has none.
+void OnEveryPage(QWidget &form, const std::function<void()> &look)
+{
+    const auto panels = form.findChildren<QTabWidget *>();
+    if (panels.isEmpty())
+        look();
+    for (QTabWidget *panel : panels) {
+        for (int page = 0; page < panel->count(); ++page) {
+            if (!panel->isTabEnabled(page))
+                continue;
+            panel->setCurrentIndex(page);
+            QApplication::processEvents();
+            look();
+        }
+    }
+}
+
+QRect Place(const QWidget &form, const QWidget *widget)
+{
+    return {widget->mapTo(&form, QPoint(0, 0)), widget->size()};
+}
+
+QString Describe(const QWidget *widget)
+{
+    return QString::fromLatin1(widget->metaObject()->className()) % u' ' % widget->objectName();
+}
+} // namespace
+
+void test_nets::Forms()
+{
+    QTest::addColumn<int>("form");
+    for (size_t i = 0; i < FormRegistry().size(); ++i)
+        QTest::newRow(qPrintable(FormRegistry()[i].name)) << static_cast<int>(i);
+}
+
+const FormEntry &test_nets::Entry()
+{
+    QFETCH(int, form);
+    return FormRegistry()[static_cast<size_t>(form)];
+}
+
+std::unique_ptr<QWidget> test_nets::Shown()
+{
+    std::unique_ptr<QWidget> form = Entry().open();
+    form->show();
+    QApplication::setActiveWindow(form.get());
+    QApplication::processEvents();
+    return form;
+}
+
+void test_nets::initTestCase()
+{
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    m_database = std::make_unique<TestDatabase>();
+    m_user = std::make_unique<ScriptedDialogs>();
+    FillForms();
+    LoadSystemValues();
+}
+
+void test_nets::opens()
+{
+    const auto form = Shown();
+    QVERIFY(form->isVisible());
+    QCOMPARE(form->objectName(), Entry().name.section(u' ', 0, 0));
+    QVERIFY(!form->windowTitle().isEmpty());
+    // The smallest screen that the program is meant for, less what the desktop keeps of it.
+    const QSize needed = form->minimumSizeHint();
+    QVERIFY2(needed.width() <= 1024 && needed.height() <= 700,
+             qPrintable(QString::number(needed.width()) % u'x' % QString::number(needed.height())));
+}
+
+void test_nets::names_are_unique()
+{
+    const auto form = Shown();
+    QSet<QString> seen{form->objectName()};
+    for (const QWidget *widget : form->findChildren<QWidget *>()) {
+        const QString name = widget->objectName();
+        if (IsField(widget) || IsList(widget) || qobject_cast<const QAbstractButton *>(widget))
+            QVERIFY2(!name.isEmpty() || IsPartOfAField(widget) || widget->inherits("QToolButton"),
+                     qPrintable(QString(u"no name: " % Describe(widget))));
+        if (name.isEmpty() || name.startsWith(u"qt_") || IsPartOfAField(widget))
+            continue;
+        QVERIFY2(!seen.contains(name), qPrintable(name));
+        seen.insert(name);
+    }
+}
+
+void test_nets::every_input_has_a_label()
+{
+    const auto form = Shown();
+    QSet<const QWidget *> labelled;
+    for (const QLabel *label : form->findChildren<QLabel *>()) {
+        if (label->buddy() && !label->text().isEmpty())
+            labelled.insert(label->buddy());
+    }
+    for (const QWidget *widget : form->findChildren<QWidget *>()) {
+        if (!IsField(widget) && !IsList(widget))
+            continue;
+        QVERIFY2(labelled.contains(widget) || !widget->accessibleName().isEmpty(),
+                 qPrintable(Describe(widget)));
+    }
+    for (const QAbstractButton *button : form->findChildren<QAbstractButton *>()) {
+        if (IsPartOfAField(button) || button->inherits("QToolButton"))
+            continue;
+        QVERIFY2(!button->text().isEmpty() || !button->accessibleName().isEmpty(),
+                 qPrintable(Describe(button)));
+    }
+}
+
+void test_nets::tab_walks_as_one_reads()
+{
+    const auto form = Shown();
+    OnEveryPage(*form, [&] {
+        const QWidget *before = nullptr;
+        for (QWidget *at = form->nextInFocusChain(); at != form.get(); at = at->nextInFocusChain()) {
+            const bool stops = at->focusPolicy() & Qt::TabFocus && at->isVisible() && at->isEnabled() &&
+                               !IsPartOfAField(at) && !at->inherits("QTabBar") &&
+                               !at->inherits("QTabWidget") && form->isAncestorOf(at);
+            if (!stops)
+                continue;
+            if (before) {
+                const QRect from = Place(*form, before);
+                const QRect to = Place(*form, at);
+                const bool sameRow = from.top() <= to.center().y() && to.center().y() <= from.bottom();
+                const bool onward = to.left() >= from.right() || (!sameRow && to.top() > from.top());
+                QVERIFY2(onward, qPrintable(QString(Describe(before) % u" -> " % Describe(at))));
+            }
+            before = at;
+        }
+    });
+}
+
+void test_nets::rights_to_look_lock_every_field()
+{
+    const FormEntry &entry = Entry();
+    if (!entry.freeFields)
+        QSKIP("rights do not reach into this form");
+    const QString all = gUserRights;
+    gUserRights = QString(all.size(), u'1');
+    const auto form = Shown();
+    gUserRights = all;
+    for (const QWidget *widget : form->findChildren<QWidget *>()) {
+        if (IsField(widget) && widget->isVisibleTo(form.get()) &&
+            !entry.freeFields->contains(widget->objectName()))
+            QVERIFY2(IsLocked(widget), qPrintable(Describe(widget)));
+    }
+}
+
+void test_nets::escape_asks_on_a_modified_record()
+{
+    const FormEntry &entry = Entry();
+    if (entry.recordField.isEmpty())
+        QSKIP("holds no record");
+    const auto form = Shown();
+    auto *field = form->findChild<QLineEdit *>(entry.recordField);
+    QVERIFY(field);
+    QTest::keyClicks(field, "x");
+    for (const Dialogs::Answer answer : {Dialogs::Answer::Cancel, Dialogs::Answer::No}) {
+        ScriptedDialogs user;
+        user.Expect(QStringLiteral("Warning"),
+                    QStringLiteral("Some of the data has changed.\nOkay to update before exiting?"), answer);
+        QTest::keyClick(field, Qt::Key_Escape);
+        QVERIFY(user.AllCame());
+        QCOMPARE(form->isVisible(), answer == Dialogs::Answer::Cancel);
+    }
+}
+
+void test_nets::nothing_is_clipped()
+{
+    const auto form = Shown();
+    form->resize(form->minimumSizeHint());
+    OnEveryPage(*form, [&] {
+        for (const QWidget *widget : form->findChildren<QWidget *>()) {
+            if (!widget->isVisible() || IsPartOfAField(widget))
+                continue;
+            const auto *label = qobject_cast<const QLabel *>(widget);
+            const bool hasText = (label && !label->wordWrap()) || IsField(widget) ||
+                                 qobject_cast<const QAbstractButton *>(widget);
+            if (!hasText)
+                continue;
+            const QSize needed = widget->minimumSizeHint();
+            QVERIFY2(widget->width() >= needed.width() && widget->height() >= needed.height(),
+                     qPrintable(Describe(widget)));
+            QVERIFY2(widget->visibleRegion().boundingRect().size() == widget->size(),
+                     qPrintable(QString(u"covered: " % Describe(widget))));
+        }
+    });
+}
+
+QTEST_MAIN(test_nets)
+#include "test_nets.moc"

@@ -1,0 +1,200 @@
+#include "core/Session.h"
+#include "database/System.h"
+#include "platform/Directories.h"
+#include "reports/CourseSubset.h"
+#include "reports/HTMLscript.h"
+#include "reports/SSWizardNavBar.h"
+#include "reports/frmCourseWiz.h"
+#include "support/ModalDriver.h"
+#include "support/ScriptedDialogs.h"
+#include "support/TestDatabase.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDateEdit>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+class test_coursewiz final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { m_database.reset(); }
+    void writes_the_report_and_opens_it();
+    void dates_stay_in_order_and_are_remembered();
+    void a_report_that_cannot_be_written_stays_on_screen();
+    void help_is_not_available_and_cancel_leaves();
+    void back_returns_the_way_that_was_taken();
+    void course_subset_data();
+    void course_subset();
+
+private:
+    std::unique_ptr<TestDatabase> m_database;
+};
+
+namespace
+{
+const QString next = QStringLiteral("cmdNav_2");
+const QString finish = QStringLiteral("cmdNav_3");
+
+/// Puts desktop tools of the test's own in front of the real ones; what they were asked to open is in
+/// the file "opened".
+void InstallDesktop(const QString &directory)
+{
+    const auto tool = [&](const QString &name, const QByteArray &body) {
+        QFile file(directory % u'/' % name);
+        if (file.open(QIODevice::WriteOnly))
+            file.write("#!/bin/sh\n" + body + '\n');
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    };
+    tool(QStringLiteral("xdg-mime"), "echo browser.desktop");
+    tool(QStringLiteral("xdg-open"), "echo \"$1\" > " + directory.toUtf8() + "/opened");
+    static const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", directory.toUtf8() + ':' + path);
+}
+
+QString TextOf(const QString &file)
+{
+    QFile opened(file);
+    return opened.open(QIODevice::ReadOnly) ? QString::fromUtf8(opened.readAll()).trimmed() : QString();
+}
+} // namespace
+
+void test_coursewiz::init()
+{
+    m_database = std::make_unique<TestDatabase>();
+    gDocDir = m_database->Directory();
+    gHeaderFile.clear();
+    gFromDate = QStringLiteral("01/02/2026");
+    gToDate = QStringLiteral("28/02/2026");
+    HTMLBorder = 0;
+    InstallDesktop(m_database->Directory());
+}
+
+void test_coursewiz::writes_the_report_and_opens_it()
+{
+    CourseSubset::Save({4, 7});
+    ModalDriver user;
+    user.Expect(QStringLiteral("frmCourseWiz"), [](QDialog &form) {
+        QVERIFY(!Find<QPushButton>(form, finish)->isEnabled());
+        Find<QCheckBox>(form, QStringLiteral("HTMLopt"))->setChecked(true);
+        Press(form, next);
+        QVERIFY(!Find<QPushButton>(form, next)->isEnabled());
+        Press(form, finish);
+    });
+    frmCourseWiz form;
+    QCOMPARE(form.exec(), static_cast<int>(QDialog::Accepted));
+    QCOMPARE(HTMLBorder, 1);
+    QVERIFY(TextOf(HTML_OutputPath()).contains(QStringLiteral("Transactions,  01/02/2026 to 28/02/2026")));
+    QTRY_COMPARE(TextOf(m_database->Directory() % u"/opened"), HTML_OutputPath());
+    QCOMPARE(TextOf(Directories::WrittenFile(QStringLiteral("course.dat"))), QStringLiteral("4,7,"));
+}
+
+void test_coursewiz::dates_stay_in_order_and_are_remembered()
+{
+    {
+        frmCourseWiz form;
+        form.show();
+        Press(form, next);
+        auto *from = Find<QDateEdit>(form, QStringLiteral("DateFrom"));
+        auto *to = Find<QDateEdit>(form, QStringLiteral("DateTo"));
+        QCOMPARE(from->date(), QDate(2026, 2, 1));
+        QApplication::setActiveWindow(&form);
+        from->setFocus();
+        from->setDate({2026, 3, 5});
+        to->setFocus();
+        QCOMPARE(to->date(), QDate(2026, 3, 5));
+        Find<QCheckBox>(form, QStringLiteral("NoDates"))->setChecked(true);
+        QVERIFY(!from->isEnabled() && !to->isEnabled());
+        Press(form, finish);
+    }
+    QCOMPARE(gFromDate, QStringLiteral("05/03/2026"));
+    QCOMPARE(gToDate, QStringLiteral("05/03/2026"));
+    QVERIFY(TextOf(HTML_OutputPath()).contains(QStringLiteral("<title>Transactions</title>")));
+}
+
+void test_coursewiz::a_report_that_cannot_be_written_stays_on_screen()
+{
+    gDocDir += QStringLiteral("/gone");
+    frmCourseWiz form;
+    form.show();
+    Press(form, next);
+    {
+        ScriptedDialogs user;
+        user.Expect(QDir::toNativeSeparators(HTML_OutputPath()),
+                    QStringLiteral("A number of errors have been detected, please seek technical support."));
+        Press(form, finish);
+    }
+    QVERIFY(form.isVisible());
+    QVERIFY(Find<QLabel>(form, QStringLiteral("Notice"))->text().contains(HTML_OutputPath()));
+    gDocDir = m_database->Directory();
+    Press(form, QStringLiteral("cmdNav_1"));
+    Press(form, finish);
+    QVERIFY(!form.isVisible());
+}
+
+void test_coursewiz::help_is_not_available_and_cancel_leaves()
+{
+    frmCourseWiz form;
+    form.show();
+    ScriptedDialogs user;
+    user.Expect({}, QStringLiteral("Help not available."));
+    Press(form, QStringLiteral("cmdNav_0"));
+    Press(form, QStringLiteral("cmdNav_4"));
+    QVERIFY(!form.isVisible());
+    QVERIFY(!QFile::exists(HTML_OutputPath()));
+}
+
+void test_coursewiz::back_returns_the_way_that_was_taken()
+{
+    QWidget window;
+    auto *pages = new WizardPages(&window);
+    for (const char *name : {"a", "b", "c", "d"})
+        pages->AddPage(QString::fromLatin1(name), {});
+    SSWizardNavBar bar(pages, &window);
+    QSignalSpy shown(&bar, &SSWizardNavBar::PageShown);
+    pages->SetAvailable(1, false);
+    bar.GoNext();
+    QCOMPARE(pages->currentIndex(), 2);
+    pages->SetAvailable(1, true);
+    bar.GoTo(3);
+    QVERIFY(!bar.HasNext());
+    bar.GoNext();
+    bar.GoBack();
+    bar.GoBack();
+    QCOMPARE(pages->currentIndex(), 0);
+    bar.GoBack();
+    QCOMPARE(pages->currentIndex(), 0);
+    QCOMPARE(shown.count(), 4);
+}
+
+void test_coursewiz::course_subset_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QList<int>>("courses");
+    QTest::newRow("two") << QByteArray("12,5,\n") << QList<int>{12, 5};
+    QTest::newRow("empty") << QByteArray() << QList<int>{};
+    QTest::newRow("half a line") << QByteArray("12,5") << QList<int>{12, 5};
+    QTest::newRow("carriage return") << QByteArray("12,\r\n") << QList<int>{12};
+    QTest::newRow("binary") << QByteArray("\0\xFF,7,\x01", 6) << QList<int>{7};
+    QTest::newRow("too large a number") << QByteArray("99999999999,3,") << QList<int>{3};
+}
+
+void test_coursewiz::course_subset()
+{
+    QFETCH(QByteArray, file);
+    QFile subset(Directories::WrittenFile(QStringLiteral("course.dat")));
+    QVERIFY(subset.open(QIODevice::WriteOnly));
+    subset.write(file);
+    subset.close();
+    QTEST(CourseSubset::Load(), "courses");
+}
+
+QTEST_MAIN(test_coursewiz)
+#include "test_coursewiz.moc"

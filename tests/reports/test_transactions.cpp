@@ -1,0 +1,238 @@
+#include "core/Session.h"
+#include "database/System.h"
+#include "enrolment/TransactionODBC.h"
+#include "reports/HTMLscript.h"
+#include "reports/TransactionsReport.h"
+#include "support/ScriptedDialogs.h"
+#include "support/StatementLog.h"
+#include "support/TestDatabase.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTest>
+
+class test_transactions final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { m_database.reset(); }
+    void payments_of_a_period_with_totals();
+    void the_present_voucher_names_make_the_columns();
+    void statement_and_title_data();
+    void statement_and_title();
+    void no_payments_leave_only_the_head();
+    void stopped_reports_leave_the_last_one();
+    void a_folder_that_is_gone_is_named();
+    void a_failed_query_is_reported();
+
+private:
+    std::unique_ptr<TestDatabase> m_database;
+};
+
+namespace
+{
+const ReportProgress onward = [](int, int) { return true; };
+
+QString Output()
+{
+    QFile file(HTML_OutputPath());
+    return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : QString();
+}
+
+/// The texts of all cells in order, "<b>" before the bold ones.
+QStringList Cells()
+{
+    static const QRegularExpression cell(
+        QStringLiteral("<td[^>]*>\n<p class=MsoNormal>(<b>)?<span "
+                       "style='font-size:8.0pt;mso-bidi-font-size:12.0pt'>(.*?)</span>"));
+    QStringList found;
+    for (auto match = cell.globalMatch(Output()); match.hasNext();) {
+        const QRegularExpressionMatch one = match.next();
+        found.append(QString(one.captured(1) % one.captured(2)));
+    }
+    return found;
+}
+
+void Pay(int course, int contact, int date, const Fees::Payments &act)
+{
+    ADO_Course_Log_Transaction(course, contact, date, QStringLiteral("R1"), act, 0);
+}
+} // namespace
+
+void test_transactions::init()
+{
+    m_database = std::make_unique<TestDatabase>();
+    TestDatabase::Run({
+        QStringLiteral("DELETE FROM System"),
+        QStringLiteral("INSERT INTO System (Ref, SystemValue) VALUES (2,'£')"),
+        QStringLiteral("INSERT INTO System (Ref, SystemValue) VALUES (11,'Luncheon')"),
+        QStringLiteral("INSERT INTO System (Ref, SystemValue) VALUES (14,'Travel')"),
+        QStringLiteral("INSERT INTO Designation (Title, ReferenceID) VALUES ('Ms','')"),
+        QStringLiteral("INSERT INTO Courses (Title, Fee) VALUES ('Welding & <b>Arc</b>',100)"),
+    });
+    const QString title =
+        TestDatabase::Value(QStringLiteral("SELECT Designation_ID FROM Designation WHERE Title = 'Ms'"));
+    TestDatabase::Run(
+        {QString(u"INSERT INTO Contacts (Cust_Forename, Cust_Surname, Cust_Designation, Cust_City, "
+                 u"Cust_County, Cust_Country) VALUES ('Zoë','O''Neil'," %
+                 title % u",1,1,1)")});
+    LoadSystemValues();
+    gDocDir = m_database->Directory();
+    gHeaderFile.clear();
+    const int course = TestDatabase::Value(QStringLiteral("SELECT CourseRef FROM Courses")).toInt();
+    const int person =
+        TestDatabase::Value(QStringLiteral("SELECT ContactRef FROM Contacts WHERE Cust_Forename = 'Zoë'"))
+            .toInt();
+    Fees::Payments first{};
+    first.cash = 10.10;
+    first.cheque = 0.2;
+    first.vouchers[1] = 5;
+    Pay(course, person, 20260131, first);
+    Fees::Payments second{};
+    second.cash = 1234.5;
+    second.creditCard = 7;
+    second.vouchers[4] = 3;
+    Pay(course, person, 20260201, second);
+    Pay(course, 999, 20260201, second);
+}
+
+void test_transactions::payments_of_a_period_with_totals()
+{
+    QVERIFY(Transactions_HTML({false, 20260101, 20261231}, onward));
+    const QString text = Output();
+    QVERIFY(text.contains(QStringLiteral("<title>Transactions,  01/01/2026 to 31/12/2026</title>")));
+    const QStringList expected = {QStringLiteral("<b>Date"),
+                                  QStringLiteral("<b>Contact"),
+                                  QStringLiteral("<b>Course"),
+                                  QStringLiteral("<b>Cash"),
+                                  QStringLiteral("<b>Cheque"),
+                                  QStringLiteral("<b>Credit"),
+                                  QStringLiteral("<b>Luncheon"),
+                                  QStringLiteral("<b>Travel"),
+                                  QStringLiteral("<b>Total"),
+                                  QStringLiteral("31/01/2026"),
+                                  QStringLiteral("Ms Zoë O'Neil"),
+                                  QStringLiteral("Welding & <b>Arc</b>"),
+                                  QStringLiteral("£10.10"),
+                                  QStringLiteral("£0.20"),
+                                  QStringLiteral("£0.00"),
+                                  QStringLiteral("£5.00"),
+                                  QStringLiteral("£0.00"),
+                                  QStringLiteral("£15.30"),
+                                  QStringLiteral("01/02/2026"),
+                                  QStringLiteral("Ms Zoë O'Neil"),
+                                  QStringLiteral("Welding & <b>Arc</b>"),
+                                  QStringLiteral("£1,234.50"),
+                                  QStringLiteral("£0.00"),
+                                  QStringLiteral("£7.00"),
+                                  QStringLiteral("£0.00"),
+                                  QStringLiteral("£3.00"),
+                                  QStringLiteral("£1,244.50"),
+                                  QStringLiteral("<b>&nbsp;"),
+                                  QStringLiteral("<b>&nbsp;"),
+                                  QStringLiteral("<b>&nbsp;"),
+                                  QStringLiteral("<b>£1,244.60"),
+                                  QStringLiteral("<b>£0.20"),
+                                  QStringLiteral("<b>£7.00"),
+                                  QStringLiteral("<b>£5.00"),
+                                  QStringLiteral("<b>£3.00"),
+                                  QStringLiteral("<b>£1,259.80")};
+    QCOMPARE(Cells(), expected);
+    QVERIFY(text.endsWith(QStringLiteral("</TABLE>\n</BODY>\n</HTML>\n")));
+}
+
+void test_transactions::the_present_voucher_names_make_the_columns()
+{
+    SetSystemValue(SystemRef::VoucherName + 1, QStringLiteral("Meals"));
+    SetSystemValue(SystemRef::VoucherName + 4, {});
+    QVERIFY(Transactions_HTML({true}, onward));
+    const QString text = Output();
+    QVERIFY(text.contains(u"Meals"));
+    QVERIFY(!text.contains(u"Luncheon") && !text.contains(u"Travel"));
+    // What was paid with a kind that has no name now is in no sum.
+    QVERIFY(text.contains(QStringLiteral("£1,256.80")));
+}
+
+void test_transactions::statement_and_title_data()
+{
+    QTest::addColumn<bool>("noDates");
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("to");
+    QTest::addColumn<QString>("end");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<int>("payments");
+    QTest::newRow("period") << false << 20260201 << 20260228
+                            << " WHERE Transactions.DateTrn >= 20260201 AND Transactions.DateTrn <= 20260228"
+                            << "Transactions,  01/02/2026 to 28/02/2026" << 1;
+    QTest::newRow("both ends count")
+        << false << 20260131 << 20260201
+        << " WHERE Transactions.DateTrn >= 20260131 AND Transactions.DateTrn <= 20260201"
+        << "Transactions,  31/01/2026 to 01/02/2026" << 2;
+    QTest::newRow("no dates") << true << 20260201 << 20260228 << ".Cust_County = County.County_ID"
+                              << "Transactions" << 2;
+}
+
+void test_transactions::statement_and_title()
+{
+    QFETCH(bool, noDates);
+    QFETCH(int, from);
+    QFETCH(int, to);
+    QFETCH(QString, end);
+    QFETCH(QString, title);
+    int records = 0;
+    const StatementLog log;
+    QVERIFY(Transactions_HTML({noDates, from, to}, [&](int, int count) {
+        records = count;
+        return true;
+    }));
+    QCOMPARE(log.Statements().size(), 1);
+    QVERIFY2(log.Statements().first().endsWith(end), qPrintable(log.Statements().first()));
+    QVERIFY(Output().contains(QString(u"'>" % title % u"</span></b></p>")));
+    QTEST(records, "payments");
+}
+
+void test_transactions::no_payments_leave_only_the_head()
+{
+    QVERIFY(Transactions_HTML({false, 20200101, 20200131}, onward));
+    const QString text = Output();
+    QVERIFY(!text.contains(u"<table"));
+    QVERIFY(text.endsWith(QStringLiteral("</span></b></p>\n</BODY>\n</HTML>\n")));
+}
+
+void test_transactions::stopped_reports_leave_the_last_one()
+{
+    QVERIFY(Transactions_HTML({true}, onward));
+    const QString before = Output();
+    QVERIFY(!Transactions_HTML({false, 20260101, 20261231}, [](int done, int) { return done < 1; }));
+    QCOMPARE(Output(), before);
+}
+
+void test_transactions::a_folder_that_is_gone_is_named()
+{
+    gDocDir += QStringLiteral("/gone");
+    ScriptedDialogs user;
+    user.Expect(QDir::toNativeSeparators(HTML_OutputPath()),
+                QStringLiteral("A number of errors have been detected, please seek technical support."));
+    QVERIFY(!Transactions_HTML({true}, onward));
+}
+
+void test_transactions::a_failed_query_is_reported()
+{
+    TestDatabase::Run({QStringLiteral("DROP TABLE County")});
+    const QString before = Output();
+    ScriptedDialogs user;
+    int boxes = 0;
+    Dialogs::Installed().msgBox = [&boxes](auto &&...) {
+        ++boxes;
+        return Dialogs::Answer::Cancel;
+    };
+    QVERIFY(!Transactions_HTML({true}, onward));
+    QCOMPARE(boxes, 1);
+    QCOMPARE(Output(), before);
+}
+
+QTEST_GUILESS_MAIN(test_transactions)
+#include "test_transactions.moc"
