@@ -52,8 +52,7 @@ bool AskForCredential(const QString &message)
 {
     Dialogs::MsgBox(message);
     gDialogResult = 0;
-    if (Dialogs::Installed().databaseLogon)
-        Dialogs::Installed().databaseLogon();
+    Dialogs::Installed().databaseLogon();
     // A data source goes through the store again, a direct connection straight to the next question.
     return gDialogResult == 1 && ConnectDatabase(!gDBQUseODBC);
 }
@@ -90,6 +89,14 @@ bool CorrectedSourceFile()
     return differs && FileExists(gDBQFilename) && SetDSNFile(gDBQName, gDBQFilename);
 }
 
+/// A stored password may be older than its removal, or belong to the database before a switch. One that the
+/// text holds whole is left alone, since its value in the text ends at its first semicolon.
+void TakePasswordOfConnection()
+{
+    if (!gConnection.ConnectionText().contains(u"PWD=" % gDBPassword))
+        gDBPassword = ConnectionStringValue(QStringLiteral("PWD"));
+}
+
 QString SourceText(const QString &credentials)
 {
     return u"ODBC;DATABASE=" % gDBQName % credentials % u";DSN=" % gDBQName % u";EXCLUSIVE=00";
@@ -113,10 +120,7 @@ bool ConnectSource(bool retry)
         if (!gConnection.Open(SourceText(credentials)))
             return OnFailedOpen(retry);
         if (gDBQType == serverType || !CorrectedSourceFile()) {
-            // A password may hold a semicolon, and then its value in the text ends too early.
-            const QString password = ConnectionStringValue(QStringLiteral("PWD"));
-            if (!gDBPassword.startsWith(password % u';'))
-                gDBPassword = password;
+            TakePasswordOfConnection();
             UpgradeDatabase();
             return true;
         }
@@ -139,6 +143,8 @@ bool ConnectDirectly(bool retry)
     }
     if (!gConnection.Open(text))
         return OnFailedOpen(retry);
+    if (gDBQType != serverType)
+        TakePasswordOfConnection();
     UpgradeDatabase();
     return true;
 }

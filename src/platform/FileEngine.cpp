@@ -57,12 +57,15 @@ std::unique_ptr<Engine> FileEngine::Open(const Request &request, EngineErrors &e
     file.source = Source();
     file.lockWait = request.lockWait;
     EngineError error;
-    sqlite3 *handle = FileOpen::Open(file, error);
+    bool hasPassword = false;
+    sqlite3 *handle = FileOpen::Open(file, error, &hasPassword);
     if (!handle) {
         errors = {error};
         return nullptr;
     }
     std::unique_ptr<FileEngine> engine(new FileEngine(handle, request));
+    if (!request.password.isEmpty() && !hasPassword)
+        engine->ForgetPassword();
     engine->Configure();
     return engine;
 }
@@ -71,6 +74,17 @@ FileEngine::~FileEngine()
 {
     m_cache.Clear();
     sqlite3_close(m_handle);
+}
+
+/// The text then says that the file has no password, whatever it was opened with.
+void FileEngine::ForgetPassword()
+{
+    const QString mark = QStringLiteral(";PWD=");
+    const qsizetype found =
+        m_request.connectionText.indexOf(mark % m_request.password, 0, Qt::CaseInsensitive);
+    if (found >= 0)
+        m_request.connectionText.remove(found + mark.size(), m_request.password.size());
+    m_request.password.clear();
 }
 
 /// What was confirmed survives a power cut. The write-ahead log needs memory that all its users share,

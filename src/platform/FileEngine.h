@@ -33,6 +33,7 @@ private:
     {
     }
     void Configure();
+    void ForgetPassword();
     PreparedStatement *Prepare(const QString &sql, std::unique_ptr<PreparedStatement> &once,
                                EngineErrors &errors);
     sqlite3_stmt *PrepareText(const QString &engineSql, bool isKept, EngineErrors &errors);

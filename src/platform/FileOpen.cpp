@@ -127,7 +127,7 @@ QString WhyFileFails(int code, const QString &file)
 }
 } // namespace
 
-sqlite3 *FileOpen::Open(const Request &request, EngineError &error)
+sqlite3 *FileOpen::Open(const Request &request, EngineError &error, bool *hasPassword)
 {
     if (const QString why = WhyNotAFile(request.file); !why.isEmpty()) {
         error = Refuse(request, why, SQLITE_CANTOPEN);
@@ -147,6 +147,8 @@ sqlite3 *FileOpen::Open(const Request &request, EngineError &error)
         return nullptr;
     };
     const Content content = ReadContent(handle);
+    if (hasPassword)
+        *hasPassword = content == Content::Encrypted;
     if (const QString why = WhyNotADatabase(content, request); !why.isEmpty())
         return fail(Refuse(request, why, SQLITE_NOTADB));
     if (sqlite3_db_readonly(handle, "main") == 1)

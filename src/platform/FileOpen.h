@@ -17,8 +17,8 @@ struct Request {
 };
 
 /// Opens an existing file and reads its first page, so that a wrong password shows now. Null, with one
-/// error that names the file, on a failure.
-sqlite3 *Open(const Request &request, EngineError &error);
+/// error that names the file, on a failure. `hasPassword` tells whether the file has one at all.
+sqlite3 *Open(const Request &request, EngineError &error, bool *hasPassword = nullptr);
 
 /// The error of the call that failed last on `handle`, with the file's name where the file is at fault.
 EngineError LastError(sqlite3 *handle, const QString &file, const QString &source);

@@ -30,8 +30,13 @@ struct ConnectFixture {
         hooks.msgBox = [this](const QString &text, const QString &title, Dialogs::Buttons, Dialogs::Icon,
                               Dialogs::Answer) {
             boxes.append(u'[' % title % u"] " % text);
-            return Dialogs::Answer::Ok;
+            return answers.isEmpty() ? Dialogs::Answer::Ok : answers.takeFirst();
         };
+        hooks.openFile = [this](const Dialogs::FileQuestion &question) {
+            boxes.append(u'[' % question.title % u"] " % question.filter);
+            return chosenFile;
+        };
+        hooks.saveFile = hooks.openFile;
         hooks.databaseLogon = [this] {
             ++asked;
             if (typedPasswords.isEmpty())
@@ -63,6 +68,8 @@ struct ConnectFixture {
     QTemporaryDir directory;
     OwnDataSources sources;
     QStringList boxes;
+    QList<Dialogs::Answer> answers; ///< of the next boxes; OK when there are none
+    QString chosenFile;             ///< in a file chooser; "" = cancelled
     QStringList typedPasswords;
     int asked = 0;
 };

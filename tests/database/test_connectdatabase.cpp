@@ -152,6 +152,7 @@ private slots:
         QTest::addColumn<QString>("password");
         QTest::newRow("at sign") << "a@b";
         QTest::newRow("semicolon") << "a;b;DSN=x";
+        QTest::newRow("semicolon first") << ";a";
         QTest::newRow("apostrophe") << "it's";
         QTest::newRow("quotes and braces") << "\"{x}\"";
         QTest::newRow("placeholder") << "%1%2";
@@ -177,6 +178,21 @@ private slots:
             QVERIFY(ConnectDatabase(false));
             QCOMPARE(gDBPassword, password);
             QCOMPARE(fixture.asked, 0);
+        }
+    }
+
+    /// The password may have been removed at another workstation, or belong to the database before this one.
+    void DropsAPasswordThatTheFileHasNot()
+    {
+        for (const bool source : {false, true}) {
+            ConnectFixture fixture;
+            gDBQUseODBC = source;
+            gDBQName = college;
+            gDBQFilename = fixture.MakeDatabase(collegeFile);
+            gDBPassword = QStringLiteral("of another");
+            QVERIFY(ConnectDatabase(false));
+            QCOMPARE(gDBPassword, QString());
+            QCOMPARE(fixture.boxes, QStringList());
         }
     }
 

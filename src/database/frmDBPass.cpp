@@ -1,0 +1,75 @@
+#include "database/frmDBPass.h"
+
+#include "core/Session.h"
+#include "database/ConnectDatabase.h"
+#include "database/Registry.h"
+#include "forms/FormBuilder.h"
+#include "platform/Connection.h"
+#include "platform/Dialogs.h"
+#include "platform/FileDatabase.h"
+
+namespace
+{
+void Tell(const QString &text, const QString &title, Dialogs::Icon icon)
+{
+    Dialogs::MsgBox(text, title, Dialogs::Buttons::Ok, icon);
+}
+
+void GiveNewPassword(const QString &newPassword)
+{
+    const QString file = gDBQUseODBC ? DSNFile(gDBQName) : gDBQFilename;
+    const auto database = FileDatabase::OpenExclusive(file, gDBPassword);
+    if (!database)
+        Tell(QStringLiteral(
+                 "Unable to open the database for exclusive access, may already be in use elsewhere."),
+             QStringLiteral("Password"), Dialogs::Icon::Exclamation);
+    else if (!database->NewPassword(newPassword) && !EngineErrorList().isEmpty())
+        Tell(EngineErrorList().first().description, QStringLiteral("Password"), Dialogs::Icon::Exclamation);
+}
+} // namespace
+
+frmDBPass::frmDBPass(QWidget *parent)
+    : FormDialog(QStringLiteral("frmDBPass"), tr("Database Password"), parent)
+{
+    FormBuilder form(this);
+    form.Line(QStringLiteral("Label4"),
+              tr("Passwords can contain up to 14 alphanumeric characters.  To remove a passwork, leave the "
+                 "\"New Password\" and \"Confirm Password\" fields blank."));
+    m_old = form.Password(QStringLiteral("OldPass"), tr("&Old Password:"));
+    m_new = form.Password(QStringLiteral("NewPass1"), tr("&New Password:"));
+    m_confirm = form.Password(QStringLiteral("NewPass2"), tr("Con&firm Password:"));
+    form.BeginButtons();
+    QPushButton *ok = form.DefaultButton(QStringLiteral("OKBtn"), tr("OK"));
+    QPushButton *cancel = form.Button(QStringLiteral("CancelBtn"), tr("&Cancel"));
+    form.EndButtons();
+
+    resize(fontMetrics().averageCharWidth() * 60, sizeHint().height());
+
+    connect(ok, &QPushButton::clicked, this, &frmDBPass::ChangePassword);
+    connect(cancel, &QPushButton::clicked, this, &frmDBPass::reject);
+    m_old->setFocus();
+}
+
+void frmDBPass::ChangePassword()
+{
+    const QString newPassword = m_new->text();
+    if (newPassword != m_confirm->text()) {
+        Tell(QStringLiteral("New Password doesn't match Confirm Password!"), QStringLiteral("Security"),
+             Dialogs::Icon::Stop);
+        return;
+    }
+    if (m_old->text() != gDBPassword) {
+        Tell(QStringLiteral("Invalid Password!"), QStringLiteral("Security"), Dialogs::Icon::Stop);
+        return;
+    }
+    gConnection.Close();
+    GiveNewPassword(newPassword);
+    gDBPassword = newPassword;
+    if (ConnectDatabase(false)) {
+        Tell(QStringLiteral("Password Changed!"), QStringLiteral("Password"), Dialogs::Icon::Information);
+        accept();
+        return;
+    }
+    reject();
+    emit DatabaseLost();
+}

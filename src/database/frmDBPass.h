@@ -1,0 +1,26 @@
+#pragma once
+
+#include "forms/FormDialog.h"
+
+class QLineEdit;
+
+/// Changes the password of the open database file. The connection is closed meanwhile, since the engine
+/// needs the file alone.
+class frmDBPass final : public FormDialog
+{
+    Q_OBJECT
+
+public:
+    explicit frmDBPass(QWidget *parent = nullptr);
+
+signals:
+    /// The database could not be opened again afterwards; the session has to start anew.
+    void DatabaseLost();
+
+private:
+    void ChangePassword();
+
+    QLineEdit *m_old;
+    QLineEdit *m_new;
+    QLineEdit *m_confirm;
+};
