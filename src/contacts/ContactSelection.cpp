@@ -8,47 +8,72 @@
 #include "enrolment/EnrolmentODBC.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace
 {
-/// Shows a person with address and town. Who lives in a town that is missing from its table is found by
-/// nobody that way, and goes in with the name alone: to drop a student here would end the enrolment.
-/// False if the person does not exist any more.
-bool ShowPerson(const ListItem &person, ListModel &selected)
+/// Reads people one by one into a list of their own: thousands are picked at a time, and a list on the
+/// screen works out its buttons and counts at every row and selection.
+class PeopleReader final
 {
-    const int contactRef = KeyNumber(person.key);
-    if (!Contact_Check(contactRef))
-        return false;
-    Contact_FillInfo(contactRef, selected);
-    if (!selected.Contains(person.key))
-        selected.Select(selected.Add({person.key, person.text}));
-    return true;
-}
+public:
+    /// The row of a person with address and town; nothing if the person does not exist any more. Who lives
+    /// in a town that is missing from its table is found by nobody that way, and has the name alone: to
+    /// drop a student here would end the enrolment.
+    std::optional<ListItem> Read(const ListItem &person)
+    {
+        const int contactRef = KeyNumber(person.key);
+        if (!Contact_Check(contactRef))
+            return std::nullopt;
+        m_row.Clear();
+        Contact_FillInfo(contactRef, m_row);
+        return m_row.IsEmpty() ? ListItem{person.key, person.text} : m_row.At(0);
+    }
+
+    /// The rows of all of `people` who still exist.
+    std::vector<ListItem> ReadAll(const ListModel &people)
+    {
+        std::vector<ListItem> items;
+        for (int row = 0; row < people.Count(); ++row) {
+            if (auto person = Read(people.At(row)))
+                items.push_back(*std::move(person));
+        }
+        return items;
+    }
+
+private:
+    ListModel m_row;
+};
 } // namespace
 
 void Contact_SelectChosen(ListModel &available, ListModel &selected)
 {
+    PeopleReader reader;
     QStringList gone;
+    std::vector<ListItem> joining;
     for (const int row : available.SelectedRows()) {
-        if (!ShowPerson(available.At(row), selected))
-            gone.append(available.At(row).key);
+        const ListItem &chosen = available.At(row);
+        std::optional<ListItem> person = reader.Read(chosen);
+        if (!person)
+            gone.append(chosen.key);
+        else if (!selected.Contains(chosen.key))
+            joining.push_back(*std::move(person));
     }
     available.ClearSelection();
     for (const QString &key : gone) {
         available.RemoveKey(key);
         selected.RemoveKey(key);
     }
+    const int first = selected.Count();
+    selected.AddAll(std::move(joining));
+    if (selected.Count() > first)
+        selected.Selection()->select({selected.index(first, 0), selected.index(selected.Count() - 1, 0)},
+                                     QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
 void Contact_RefreshSelected(ListModel &selected)
 {
-    std::vector<ListItem> people;
-    for (int row = 0; row < selected.Count(); ++row)
-        people.push_back(selected.At(row));
-    selected.Clear();
-    for (const ListItem &person : people)
-        ShowPerson(person, selected);
-    selected.ClearSelection();
+    selected.Fill(PeopleReader().ReadAll(selected));
 }
 
 void Contact_FillSubset(int concessionRef, ListModel &available)
@@ -76,8 +101,5 @@ void Contact_SelectStudents(int courseRef, const ListModel &shown, ListModel &se
     ListModel enrolled;
     ADO_Course_ShowEnrolledStudents(courseRef, enrolled);
     const ListModel &students = enrolled.IsEmpty() ? shown : enrolled;
-    selected.Clear();
-    for (int row = 0; row < students.Count(); ++row)
-        ShowPerson(students.At(row), selected);
-    selected.ClearSelection();
+    selected.Fill(PeopleReader().ReadAll(students));
 }

@@ -1,12 +1,21 @@
 #include "contacts/frmSelectContacts.h"
 
 #include "contacts/ContactSelection.h"
+#include "contacts/frmAddContact.h"
 #include "core/Session.h"
+#include "database/GlobalCode.h"
+#include "database/Security.h"
 #include "enrolment/EnrolmentModule.h"
 #include "forms/FormBuilder.h"
 #include "forms/SearchBox.h"
 
 #include <QMenu>
+
+namespace
+{
+constexpr int rightContacts = 23;
+constexpr int mayAdd = 2;
+} // namespace
 
 frmSelectContacts::frmSelectContacts(QWidget *parent)
     : FormDialog(QStringLiteral("frmSelectContacts"), tr("Select Contacts"), parent)
@@ -48,6 +57,7 @@ void frmSelectContacts::Build()
     m_availableList = pair.available;
     m_selectedList = pair.used;
     m_menuList = pair.available;
+    m_viewed = pair.available;
     m_moves = pair.moves;
     m_availableList->SetEmptyText(tr("Nobody is in this list."));
     m_selectedList->SetEmptyText(tr("Nobody is selected."));
@@ -62,8 +72,7 @@ void frmSelectContacts::Build()
     m_exit = form.Button(QStringLiteral("ExitBtn"), tr("E&xit"));
     m_exit->setToolTip(tr("Take the selected contacts over and close"));
     form.EndButtons();
-    for (QPushButton *later : {m_new, m_view, m_find})
-        later->setEnabled(false);
+    m_find->setEnabled(false);
     resize(fontMetrics().averageCharWidth() * 130, fontMetrics().lineSpacing() * 32);
 }
 
@@ -76,7 +85,9 @@ void frmSelectContacts::BuildMenu()
         action->setObjectName(name);
         return action;
     };
-    add(QStringLiteral("ID_New"), tr("&New Contact"))->setEnabled(false);
+    QAction *newContact = add(QStringLiteral("ID_New"), tr("&New Contact"));
+    newContact->setEnabled(UserRight(rightContacts) >= mayAdd);
+    connect(newContact, &QAction::triggered, this, &frmSelectContacts::AddContact);
     m_menu->addSeparator();
     connect(add(QStringLiteral("ID_Add"), tr("&Add")), &QAction::triggered, m_moves, &UsedAvailable::Add);
     connect(add(QStringLiteral("ID_Remove"), tr("Re&move")), &QAction::triggered, m_moves,
@@ -102,13 +113,29 @@ void frmSelectContacts::Connect()
     m_moves->SetActions({.add = [this] { Contact_SelectChosen(m_available, m_selected); },
                          .remove = [this] { m_selected.Take(m_selected.SelectedRows()); },
                          .clear = [this] { m_selected.Clear(); }});
+    connect(m_new, &QPushButton::clicked, this, &frmSelectContacts::AddContact);
+    connect(m_view, &QPushButton::clicked, this, &frmSelectContacts::ViewContacts);
     connect(m_refresh, &QPushButton::clicked, this, &frmSelectContacts::Refresh);
     connect(m_exit, &QPushButton::clicked, this, &frmSelectContacts::HandOver);
     for (ListView *list : {m_availableList, m_selectedList}) {
         list->setContextMenuPolicy(Qt::CustomContextMenu);
         connect(list, &ListView::customContextMenuRequested, this,
                 [this, list](const QPoint &position) { ShowMenu(list, position); });
+        connect(list->Model().Selection(), &QItemSelectionModel::selectionChanged, this,
+                [this, list] { OnSelection(list); });
     }
+    m_new->setEnabled(UserRight(rightContacts) >= mayAdd);
+    OnSelection(m_availableList);
+}
+
+void frmSelectContacts::OnSelection(ListView *list)
+{
+    const auto isChosen = [](ListView *of) { return of->Model().Selection()->hasSelection(); };
+    if (isChosen(list))
+        m_viewed = list;
+    else if (!isChosen(m_viewed))
+        m_viewed = m_viewed == m_availableList ? m_selectedList : m_availableList;
+    m_view->setEnabled(isChosen(m_viewed));
 }
 
 void frmSelectContacts::ShowMenu(ListView *list, const QPoint &position)
@@ -132,6 +159,30 @@ void frmSelectContacts::Refresh()
     Contact_FillSubsetList(m_subsets);
     FillSubset();
     Contact_RefreshSelected(m_selected);
+}
+
+void frmSelectContacts::AddContact()
+{
+    const int contactRef = frmAddContact::AddRecord(this);
+    gDialogResult = 0;
+    if (contactRef <= 0)
+        return;
+    Refresh();
+    const int row = m_available.Find(u'?' % SqlNumber(contactRef));
+    if (row < 0)
+        return;
+    m_available.SelectOnly(row);
+    m_availableList->ShowRow(row);
+}
+
+void frmSelectContacts::ViewContacts()
+{
+    const QStringList keys = m_viewed->Model().SelectedKeys();
+    frmAddContact form(this);
+    form.OpenRecords(keys);
+    form.exec();
+    gDialogResult = 0;
+    Refresh();
 }
 
 void frmSelectContacts::HandOver()

@@ -34,6 +34,9 @@ private:
     void ShowMenu(ListView *list, const QPoint &position);
     void FillSubset();
     void Refresh();
+    void OnSelection(ListView *list);
+    void AddContact();
+    void ViewContacts();
     void HandOver();
     bool AddToTarget();
     bool Enrol();
@@ -51,6 +54,7 @@ private:
     QLineEdit *m_search = nullptr;
     ListView *m_availableList = nullptr;
     ListView *m_selectedList = nullptr;
+    ListView *m_viewed = nullptr;   ///< the one whose rows ViewBtn shows: where a row was chosen last
     ListView *m_menuList = nullptr; ///< the one that the pop-up menu was asked on
     UsedAvailable *m_moves = nullptr;
     QPushButton *m_new = nullptr;

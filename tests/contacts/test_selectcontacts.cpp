@@ -5,6 +5,7 @@
 #include "forms/ListView.h"
 #include "platform/Connection.h"
 #include "support/ModalDriver.h"
+#include "support/RightsTable.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestDatabase.h"
 
@@ -67,6 +68,7 @@ private slots:
 
     void PickingPeople();
     void PopUpMenuByKey();
+    void NewAndViewedContacts();
     void SubsetsAndRefresh();
     void JoinsTheTarget();
     void EnrolsAndRemoves();
@@ -163,6 +165,42 @@ void TestSelectContacts::PopUpMenuByKey()
     TestDatabase::Run({u"DELETE FROM Contacts WHERE ContactRef = 5"_qs});
     choose(u"ID_Refresh"_qs);
     QCOMPARE(Available(form).Count(), 3);
+}
+
+void TestSelectContacts::NewAndViewedContacts()
+{
+    ModalDriver driver;
+    frmSelectContacts form;
+    form.Configure(Mode::AddToList, m_target);
+    form.show();
+    QVERIFY(!Find<QPushButton>(form, u"ViewBtn"_qs)->isEnabled());
+    driver.Expect(u"frmAddContact"_qs, [](QDialog &record) {
+        TypeInto(record, u"Forname"_qs, u"Eve"_qs);
+        TypeInto(record, u"Surname"_qs, u"Brown"_qs);
+        Press(record, u"OKBtn"_qs);
+        Press(record, u"ExitBtn"_qs);
+    });
+    Press(form, u"AddBtn"_qs);
+    QCOMPARE(Available(form).At(Available(form).CurrentRow()).text, u"Brown, Eve"_qs);
+    QCOMPARE(gDialogResult, 0);
+
+    const auto view = [&](const QString &surname) {
+        driver.Expect(u"frmAddContact"_qs, [surname](QDialog &record) {
+            QCOMPARE(Find<QLineEdit>(record, u"Surname"_qs)->text(), surname);
+            Press(record, u"ExitBtn"_qs);
+        });
+        Press(form, u"ViewBtn"_qs);
+    };
+    Press(form, u"AddCBtn"_qs);
+    view(u"Brown"_qs);
+    Choose(form, {u"Adams, Ann"_qs});
+    view(u"Adams"_qs);
+    QVERIFY(form.isVisible());
+
+    gUserRights = RightsWith(23, 1);
+    frmSelectContacts reader;
+    QVERIFY(!Find<QPushButton>(reader, u"AddBtn"_qs)->isEnabled());
+    QVERIFY(!Find<QAction>(reader, u"ID_New"_qs)->isEnabled());
 }
 
 void TestSelectContacts::SubsetsAndRefresh()
