@@ -114,18 +114,16 @@ void MoneyField::focusOutEvent(QFocusEvent *event)
         Leave();
 }
 
-// Every way of editing ends here: what came in is the part between the common start and the common end of
-// the text before and after, and goes in again key by key. textChanged runs behind textEdited, so m_before
+// Every way of editing ends here: what came in is the part between the common start of the text before and
+// after and the cursor, and goes in again key by key. textChanged runs behind textEdited, so m_before
 // still holds the text before the edit; it reads text(), since the setText here runs inside that edit.
 void MoneyField::CleanEdit(const QString &edited)
 {
-    const qsizetype most = std::min(m_before.size(), edited.size());
+    const qsizetype end = edited.size() - cursorPosition();
+    const qsizetype most = std::min(m_before.size(), edited.size() - end);
     qsizetype start = 0;
     while (start < most && m_before.at(start) == edited.at(start))
         ++start;
-    qsizetype end = 0;
-    while (end < most - start && m_before.at(m_before.size() - 1 - end) == edited.at(edited.size() - 1 - end))
-        ++end;
 
     const QString rest = edited.left(start) % edited.right(end);
     QString taken;
