@@ -1,0 +1,120 @@
+// The main job from end to end on the real screens: veltrane_tour PICTURE_FOLDER PEOPLE_CSV.
+// With --show FILE PICTURE it is the browser that the tour's desktop opens reports with.
+
+#include "core/Main.h"
+#include "core/Screens.h"
+#include "exchange/CsvReader.h"
+#include "forms/StandardDialogs.h"
+#include "platform/Directories.h"
+#include "tour/TourDriver.h"
+#include "tour/TourPlan.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+#include <QTextBrowser>
+#include <QTimer>
+
+namespace
+{
+constexpr int lookAtReport = 400; ///< milliseconds
+
+int ShowReport(const QString &file, const QString &pictureFolder)
+{
+    QTextBrowser browser;
+    QFile report(file);
+    if (!report.open(QIODevice::ReadOnly))
+        return 1;
+    browser.setHtml(QString::fromLatin1(report.readAll()));
+    browser.resize(1100, 500);
+    browser.show();
+    QTimer::singleShot(lookAtReport, &browser, [&] {
+        browser.grab().save(pictureFolder + QStringLiteral("/report.png"));
+        QFile::copy(file, pictureFolder + QStringLiteral("/report.htm"));
+        QFile opened(pictureFolder + QStringLiteral("/program/opened.txt"));
+        QApplication::exit(opened.open(QIODevice::WriteOnly) ? 0 : 1);
+    });
+    return QApplication::exec();
+}
+
+bool WriteText(const QString &file, const QString &text)
+{
+    QDir().mkpath(QFileInfo(file).path());
+    QFile out(file);
+    return out.open(QIODevice::WriteOnly) && out.write(text.toUtf8()) > 0;
+}
+
+/// A desktop of the tour's own, so that it changes nothing of the user's: the data sources, the settings,
+/// and the program that opens reports.
+bool MakeDesktop(const QString &folder)
+{
+    const QString home = folder % u"/desktop";
+    qputenv("ODBCINI", QFile::encodeName(home % u"/odbc.ini"));
+    qputenv("XDG_DATA_HOME", QFile::encodeName(home % u"/share"));
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(home % u"/config"));
+    return WriteText(home % u"/odbc.ini", QStringLiteral("\n")) &&
+           WriteText(home % u"/share/applications/tour.desktop",
+                     u"[Desktop Entry]\nType=Application\nName=Tour\nMimeType=text/html;\nExec=" %
+                         QCoreApplication::applicationFilePath() % u" --show %f " % folder % u"\n") &&
+           WriteText(home % u"/config/mimeapps.list",
+                     QStringLiteral("[Default Applications]\ntext/html=tour.desktop\n"));
+}
+
+bool MakeProgramFolder(const QString &folder)
+{
+    const QString system = Directories::Program() % u"/system";
+    QDir().mkpath(folder % u"/system");
+    for (const QString &name : QDir(system).entryList(QDir::Files)) {
+        if (!QFile::copy(system % u'/' % name, folder % u"/system/" % name))
+            return false;
+    }
+    Directories::SetProgram(folder);
+    return true;
+}
+
+int PeopleIn(const QString &file)
+{
+    CsvReader reader;
+    CsvLine header;
+    return reader.Open(file) && reader.Next(header) ? reader.CountRest() : 0;
+}
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Veltrane"));
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.size() == 4 && arguments.at(1) == QLatin1String("--show"))
+        return ShowReport(arguments.at(2), arguments.at(3));
+    if (arguments.size() != 3)
+        return 2;
+
+    const QString folder = QFileInfo(arguments.at(1)).absoluteFilePath();
+    TourPlan plan;
+    plan.programFolder = folder % u"/program";
+    plan.databaseFile = plan.programFolder % u"/database/provider.mdb";
+    plan.peopleFile = QFileInfo(arguments.at(2)).absoluteFilePath();
+    plan.people = PeopleIn(plan.peopleFile);
+    if (!MakeDesktop(folder) || !MakeProgramFolder(plan.programFolder))
+        return 1;
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    InstallStandardDialogs();
+    Screens::Install();
+
+    TourDriver tour(folder);
+    AddFirstStart(tour, plan);
+    AddUser(tour);
+    AddDatabaseOptions(tour);
+    AddImport(tour, plan);
+    AddCharacteristics(tour, plan);
+    AddCourse(tour);
+    AddEnrolment(tour, plan);
+    AddPayments(tour, plan);
+    AddReport(tour, plan);
+    AddSecondStart(tour, plan);
+    Main();
+    return tour.Run();
+}
