@@ -35,8 +35,9 @@ void TypedCombo::AllowTyping(bool allowed)
     // A popup and no inline completion: "York" must stay "York" where "Yorkshire" is known.
     completer()->setCompletionMode(QCompleter::PopupCompletion);
     completer()->setCaseSensitivity(Qt::CaseInsensitive);
-    // A long text shows its beginning.
-    connect(this, &QComboBox::currentIndexChanged, lineEdit(), [this] { lineEdit()->setCursorPosition(0); });
+    // A long text shows its beginning. The line edit of a list that was locked since lives a little longer.
+    QLineEdit *edit = lineEdit();
+    connect(this, &QComboBox::currentIndexChanged, edit, [edit] { edit->setCursorPosition(0); });
     ShowChoice();
 }
 

@@ -1,11 +1,19 @@
 #include "nets/FormRegistry.h"
 
+#include "contacts/frmAddContact.h"
+#include "contacts/frmContact.h"
+#include "contacts/frmContactMainAddEdit.h"
 #include "contacts/frmSelectContacts.h"
 #include "core/Session.h"
+#include "core/frmAbout.h"
+#include "core/frmLocalOptions.h"
+#include "core/frmMain.h"
+#include "core/frmSplash.h"
 #include "courses/CourseRecordODBC.h"
 #include "courses/frmAddCourse.h"
 #include "courses/frmCourse.h"
 #include "database/Security.h"
+#include "database/frmDBOptions.h"
 #include "enrolment/EnrolmentODBC.h"
 #include "enrolment/frmPercent.h"
 #include "enrolment/frmStudentInfo.h"
@@ -19,6 +27,7 @@
 namespace
 {
 int g_courseRef = 0;
+int g_contactRef = 0;
 ListModel *g_list = nullptr; ///< the list of a form's opener
 
 const ListItem clerk{QStringLiteral("?1"), QStringLiteral("clerk")};
@@ -50,6 +59,27 @@ std::unique_ptr<QWidget> OpenCourse()
     return form;
 }
 
+std::unique_ptr<QWidget> OpenPerson()
+{
+    auto form = std::make_unique<frmAddContact>();
+    form->OpenRecords({u'?' % QString::number(g_contactRef)});
+    return form;
+}
+
+std::unique_ptr<QWidget> OpenNewCharacteristic()
+{
+    auto form = std::make_unique<frmContactMainAddEdit>(ContactSection::Characteristics);
+    form->SetCaptions(QStringLiteral("Characteristics"), QStringLiteral("Characteristics:"));
+    return form;
+}
+
+std::unique_ptr<QWidget> OpenSplash()
+{
+    auto form = std::make_unique<frmSplash>();
+    form->AskForLogon();
+    return form;
+}
+
 std::unique_ptr<QWidget> OpenStudent()
 {
     ADO_Course_ShowEnrolledStudents(g_courseRef, *g_list);
@@ -60,16 +90,25 @@ std::unique_ptr<QWidget> OpenStudent()
 const std::vector<FormEntry> &FormRegistry()
 {
     static const std::vector<FormEntry> forms = {
+        {QStringLiteral("frmAbout"), Open<frmAbout>()},
+        {QStringLiteral("frmAddContact new"), Open<frmAddContact>(), QStringLiteral("Surname")},
+        {QStringLiteral("frmAddContact view"), OpenPerson, {}, QStringList()},
         {QStringLiteral("frmAddCourse new"), OpenNewCourse, QStringLiteral("Title"), QStringList()},
         {QStringLiteral("frmAddCourse edit"), OpenCourse, QStringLiteral("Title"), QStringList()},
         {QStringLiteral("frmAddEditUser new"), Open<frmAddEditUser>(), QStringLiteral("UserName")},
         {QStringLiteral("frmAddEditUser update"),
          [] { return std::make_unique<frmAddEditUser>(std::vector<ListItem>{clerk}, false); }},
+        {QStringLiteral("frmContact"), Open<frmContact>()},
+        {QStringLiteral("frmContactMainAddEdit"), OpenNewCharacteristic, QStringLiteral("CatName")},
         {QStringLiteral("frmCourse"), Open<frmCourse>(), {}, QStringList()},
         {QStringLiteral("frmCourseWiz"), Open<frmCourseWiz>()},
+        {QStringLiteral("frmDBOptions"), Open<frmDBOptions>(), {}, QStringList()},
+        {QStringLiteral("frmLocalOptions"), Open<frmLocalOptions>()},
+        {QStringLiteral("frmMain"), Open<frmMain>()},
         {QStringLiteral("frmPercent"),
          Open<frmPercent>(QStringList{QStringLiteral("Welding"), QStringLiteral("Welding")})},
         {QStringLiteral("frmSelectContacts"), OpenPicker},
+        {QStringLiteral("frmSplash"), OpenSplash},
         {QStringLiteral("frmStudentInfo"), OpenStudent, {}, QStringList()},
         {QStringLiteral("frmUsers"), Open<frmUsers>()},
         {QStringLiteral("frmUsersPassword"), Open<frmUsersPassword>(clerk)},
