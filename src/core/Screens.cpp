@@ -1,5 +1,6 @@
 #include "core/Screens.h"
 
+#include "contacts/frmContact.h"
 #include "core/Main.h"
 #include "core/frmAbout.h"
 #include "core/frmLocalOptions.h"
@@ -20,15 +21,22 @@
 namespace
 {
 template <typename Form>
-Screen Child()
+Screen Child(const QString &name)
 {
-    return {[]() -> QWidget * { return new Form; }, {}};
+    Screen screen;
+    screen.childName = name;
+    screen.makeChild = []() -> QWidget * { return new Form; };
+    if constexpr (requires(Form & form) { form.Form_Refresh(); })
+        screen.refreshChild = [](QWidget *child) { static_cast<Form *>(child)->Form_Refresh(); };
+    return screen;
 }
 
 template <typename Form>
 Screen Modal()
 {
-    return {{}, [](QWidget *parent) { Form(parent).exec(); }};
+    Screen screen;
+    screen.runModal = [](QWidget *parent) { Form(parent).exec(); };
+    return screen;
 }
 
 /// A database that cannot be opened again behind its new password ends the session.
@@ -48,13 +56,14 @@ const QHash<QString, Screen> &Standing()
 {
     static const QHash<QString, Screen> screens{
         {QStringLiteral("ID_About"), Modal<frmAbout>()},
-        {QStringLiteral("ID_CourseManager"), Child<frmCourse>()},
+        {QStringLiteral("ID_ContactManager"), Child<frmContact>(QStringLiteral("frmContact"))},
+        {QStringLiteral("ID_CourseManager"), Child<frmCourse>(QStringLiteral("frmCourse"))},
         {QStringLiteral("ID_CourseReports"), Modal<frmCourseWiz>()},
-        {QStringLiteral("ID_DBSecurity"), {{}, ChangeDatabasePassword}},
+        {QStringLiteral("ID_DBSecurity"), {.runModal = ChangeDatabasePassword}},
         {QStringLiteral("ID_DatabaseOptions"), Modal<frmDBOptions>()},
         {QStringLiteral("ID_LocalOptions"), Modal<frmLocalOptions>()},
         {QStringLiteral("ID_RegisterDB"), Modal<frmRegisterDB>()},
-        {QStringLiteral("ID_Users"), Child<frmUsers>()},
+        {QStringLiteral("ID_Users"), Child<frmUsers>(QStringLiteral("frmUsers"))},
     };
     return screens;
 }
@@ -64,6 +73,15 @@ const Screen *Screens::Of(const QString &command)
 {
     const auto found = Standing().constFind(command);
     return found == Standing().constEnd() ? nullptr : &*found;
+}
+
+const Screen *Screens::OfChild(const QString &name)
+{
+    for (const Screen &screen : Standing()) {
+        if (screen.makeChild && screen.childName == name)
+            return &screen;
+    }
+    return nullptr;
 }
 
 Screens::Dialogues &Screens::Installed()

@@ -276,15 +276,10 @@ bool frmMain::ChooseOwn(const QString &id)
 
 void frmMain::OpenChild(const QString &command)
 {
-    static const QHash<QString, QString> forms{
-        {Id("ID_Users"), QStringLiteral("frmUsers")},
-        {Id("ID_ContactManager"), QStringLiteral("frmContact")},
-        {Id("ID_CourseManager"), QStringLiteral("frmCourse")},
-    };
     const Screen *screenOf = Screens::Of(command);
     if (!screenOf)
         return;
-    QMdiSubWindow *frame = m_children->Child(forms.value(command));
+    QMdiSubWindow *frame = m_children->Child(screenOf->childName);
     if (!frame) {
         QWidget *form = screenOf->makeChild();
         form->setWindowIcon(m_commands->Tool(command)->icon());
@@ -358,8 +353,9 @@ void frmMain::RefreshForms()
     const QList<QMdiSubWindow *> frames = m_children->subWindowList(QMdiArea::CreationOrder);
     std::for_each(frames.rbegin(), frames.rend(), [](QMdiSubWindow *frame) {
         QWidget *form = frame->widget();
-        if (form && form->metaObject()->indexOfMethod("Form_Refresh()") >= 0)
-            QMetaObject::invokeMethod(form, "Form_Refresh");
+        const Screen *screenOf = form ? Screens::OfChild(form->objectName()) : nullptr;
+        if (screenOf && screenOf->refreshChild)
+            screenOf->refreshChild(form);
     });
 }
 

@@ -49,6 +49,7 @@ void StandOnPicture(QLabel *label, double size, QFont::Weight weight)
 
 frmSplash::frmSplash()
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
+    , m_timer(this)
     , m_name(NewLabel(QStringLiteral("ProductName"), QStringLiteral("Veltrane"), this))
     , m_version(NewLabel(QStringLiteral("Label1"), VersionLine(QStringLiteral("Version")), this))
 {
