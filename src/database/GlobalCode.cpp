@@ -1,6 +1,7 @@
 #include "database/GlobalCode.h"
 
 #include "core/Session.h"
+#include "platform/Numbers.h"
 
 #include <QLocale>
 
@@ -76,11 +77,7 @@ QString DoubledApostrophes(const QString &value)
 
 QString SqlNumber(double value)
 {
-    if (!std::isfinite(value))
-        return QStringLiteral("0");
-    constexpr double ordinary = 1e15;
-    return std::abs(value) < ordinary ? ShortestDecimal(value)
-                                      : QString::number(value, 'g', QLocale::FloatingPointShortest);
+    return ShortestNumber(value);
 }
 
 QString SqlNumber(qint64 value)

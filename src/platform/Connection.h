@@ -71,7 +71,8 @@ public:
     WriteGroup &operator=(const WriteGroup &) = delete;
 
     /// Marks the end of a whole row of work. False where a commit was due and failed, which the
-    /// connection's Errors() then tell; the work is kept for another try.
+    /// connection's Errors() then tell: what was done since the last commit may be undone then, on a full
+    /// disk or with a server lost.
     bool Tick();
     /// Commits what the group holds. False on a failure, as with Tick.
     bool Finish();

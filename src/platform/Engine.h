@@ -11,6 +11,8 @@ public:
     virtual bool OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors) = 0;
     virtual bool Begin(EngineErrors &errors) = 0;
     virtual bool Commit(EngineErrors &errors) = 0;
+    /// False once a transaction has ended, by a commit or by a failure that undid it.
+    virtual bool IsInTransaction() const = 0;
     virtual DatabaseKind Kind() const = 0;
     /// The connection text as it reads once the connection is open.
     virtual QString ConnectionText() const = 0;

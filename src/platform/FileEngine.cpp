@@ -141,8 +141,19 @@ bool FileEngine::Begin(EngineErrors &errors)
 
 bool FileEngine::Commit(EngineErrors &errors)
 {
-    // A full disk can have ended the transaction already.
-    return sqlite3_get_autocommit(m_handle) != 0 || Run("COMMIT", errors);
+    if (IsInTransaction())
+        return Run("COMMIT", errors);
+    // A disk that is full or fails makes the engine undo a transaction of its own accord.
+    errors = {{SQLITE_ABORT, Source(),
+               u"What was done last in the database file " % m_request.file %
+                   u" was undone, since its disk is full or failed.",
+               QString()}};
+    return false;
+}
+
+bool FileEngine::IsInTransaction() const
+{
+    return sqlite3_get_autocommit(m_handle) == 0;
 }
 
 /// The prepared statement with the values of `sql` bound. One that is not kept lives in `once`.
@@ -155,7 +166,8 @@ PreparedStatement *FileEngine::Prepare(const QString &sql, std::unique_ptr<Prepa
     }
     if (!m_shape.Take(m_tokens)) {
         // What defines tables needs them free of prepared statements.
-        m_cache.Clear();
+        if (!IsRowStatement(m_tokens))
+            m_cache.Clear();
         sqlite3_stmt *statement = PrepareText(WellFormed(SqlFor(SqlDialect::File, m_tokens)), false, errors);
         if (statement)
             once = std::make_unique<PreparedStatement>(statement);

@@ -23,6 +23,7 @@ public:
     bool OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors) override;
     bool Begin(EngineErrors &errors) override;
     bool Commit(EngineErrors &errors) override;
+    bool IsInTransaction() const override;
     DatabaseKind Kind() const override { return DatabaseKind::File; }
     QString ConnectionText() const override { return m_request.connectionText; }
 

@@ -155,15 +155,22 @@ bool OdbcEngine::Begin(EngineErrors &errors)
 {
     if (!Revive(errors))
         return false;
-    if (m_kind == DatabaseKind::SqlServer)
-        return Run(QStringLiteral("BEGIN TRANSACTION"), errors);
-    return m_database.transaction() || Fail(m_database.lastError(), errors);
+    m_isInTransaction = m_kind == DatabaseKind::SqlServer
+                            ? Run(QStringLiteral("BEGIN TRANSACTION"), errors)
+                            : m_database.transaction() || Fail(m_database.lastError(), errors);
+    return m_isInTransaction;
 }
 
 /// SQL Server's driver answers the manager's own commit with "no data", which Qt takes for a failure; the
 /// statement has the same answer, and there it counts as done.
 bool OdbcEngine::Commit(EngineErrors &errors)
 {
+    if (!m_isInTransaction) {
+        errors = OdbcErrors::One(OdbcErrors::unnumbered,
+                                 QStringLiteral("What was done last was undone, since the server was lost."));
+        return false;
+    }
+    m_isInTransaction = false;
     if (m_kind == DatabaseKind::SqlServer)
         return Run(QStringLiteral("IF @@TRANCOUNT > 0 COMMIT TRANSACTION"), errors);
     return m_database.commit() || Fail(m_database.lastError(), errors);
@@ -182,6 +189,7 @@ bool OdbcEngine::Revive(EngineErrors &errors)
     if (!m_isLost)
         return true;
     m_database.close();
+    m_isInTransaction = false;
     m_isLost = false;
     const bool connected = Connect(errors);
     m_isLost = !connected;

@@ -21,6 +21,7 @@ public:
     bool OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors) override;
     bool Begin(EngineErrors &errors) override;
     bool Commit(EngineErrors &errors) override;
+    bool IsInTransaction() const override { return m_isInTransaction; }
     DatabaseKind Kind() const override { return m_kind; }
     QString ConnectionText() const override { return m_text; }
 
@@ -38,5 +39,6 @@ private:
     QSqlDatabase m_database;
     DatabaseKind m_kind = DatabaseKind::SqlServer;
     bool m_isLost = false; ///< the server no longer answers; the next statement connects anew
+    bool m_isInTransaction = false;
     SqlTokens m_tokens;
 };

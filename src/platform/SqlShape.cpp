@@ -5,12 +5,6 @@ namespace
 /// Statements with more values than this come once; binding them would only fill the cache.
 constexpr int mostValues = 150;
 
-bool ChangesOrReadsRows(const SqlTokens &tokens)
-{
-    return tokens.IsWord(0, u"SELECT") || tokens.IsWord(0, u"INSERT") || tokens.IsWord(0, u"UPDATE") ||
-           tokens.IsWord(0, u"DELETE");
-}
-
 bool StartsOrdering(const SqlTokens &tokens, qsizetype index)
 {
     return tokens.IsWord(index + 1, u"BY") &&
@@ -61,12 +55,18 @@ void AppendUtf8(std::string &out, char32_t c)
 }
 } // namespace
 
+bool IsRowStatement(const SqlTokens &tokens)
+{
+    return tokens.IsWord(0, u"SELECT") || tokens.IsWord(0, u"INSERT") || tokens.IsWord(0, u"UPDATE") ||
+           tokens.IsWord(0, u"DELETE");
+}
+
 bool SqlShape::Take(SqlTokens &tokens)
 {
     m_key.resize(0);
     m_values.clear();
     m_texts.clear();
-    if (!ChangesOrReadsRows(tokens))
+    if (!IsRowStatement(tokens))
         return false;
     if (!MarkLifted(tokens)) {
         for (qsizetype i = 0; i < tokens.Count(); ++i)

@@ -18,6 +18,9 @@ struct SqlValue {
     };
 };
 
+/// Whether the statement reads or changes rows; all others define tables or steer the engine.
+bool IsRowStatement(const SqlTokens &tokens);
+
 /// What is left of a statement when its values are taken out. Statements of one shape differ in their
 /// values alone, so that one prepared statement serves them all. A value that decides what the statement
 /// means or how it runs stays in: after TOP and LIKE, behind ORDER BY and GROUP BY, and everything in a

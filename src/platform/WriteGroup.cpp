@@ -64,13 +64,10 @@ void WriteGroup::Leave(Connection &connection)
     }
 }
 
-/// A commit that fails, on a full disk say, leaves the group open: freeing space and trying again can
-/// still save it.
 bool WriteGroup::Commit()
 {
     EngineErrors errors;
-    if (!m_connection->m_engine->Commit(errors))
-        return m_connection->Fail(errors);
-    m_open = false;
-    return true;
+    const bool done = m_connection->m_engine->Commit(errors);
+    m_open = m_connection->m_engine->IsInTransaction();
+    return done || m_connection->Fail(errors);
 }

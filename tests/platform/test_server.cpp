@@ -47,6 +47,7 @@ private slots:
     void refused();
     void lockedByAnother();
     void brokenConnection();
+    void brokenInAGroup();
 
 private:
     std::unique_ptr<TestDatabase> m_database;
@@ -108,6 +109,26 @@ void TestServer::brokenConnection()
     QVERIFY(!gConnection.Errors().first().description.isEmpty());
     QVERIFY2(gConnection.OpenRecordset(QStringLiteral("SELECT * FROM City")),
              "the next statement connects anew");
+}
+
+/// What a group had not committed is gone with the server, and the group says so.
+void TestServer::brokenInAGroup()
+{
+    Connection other;
+    QVERIFY(other.Open(m_database->ConnectionText()));
+    const QString process = TestDatabase::Value(QStringLiteral("SELECT pg_backend_pid()"));
+    const QString insert = QStringLiteral("INSERT INTO City (City) VALUES ('x')");
+    WriteGroup group(gConnection);
+    QVERIFY(gConnection.Execute(insert));
+    QVERIFY(other.OpenRecordset(u"SELECT pg_terminate_backend(" % process % u")"));
+    QVERIFY(!gConnection.Execute(insert));
+    QVERIFY(gConnection.Execute(insert));
+    QVERIFY(!group.Finish());
+    QVERIFY(!gConnection.Errors().first().description.isEmpty());
+    QVERIFY(gConnection.Execute(insert));
+    QVERIFY(group.Finish());
+    QCOMPARE(TestDatabase::Value(QStringLiteral("SELECT COUNT(*) FROM City WHERE City = 'x'")),
+             QStringLiteral("2"));
 }
 
 QTEST_GUILESS_MAIN(TestServer)

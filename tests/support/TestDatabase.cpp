@@ -57,13 +57,26 @@ public:
         return server;
     }
 
+    /// Puts the catalogue back as the template has it, or makes it where that cannot be done.
     void MakeCatalogue()
     {
-        Administer(u"DROP DATABASE IF EXISTS " % Catalogue());
+        UseSources();
+        Connection connection;
+        if (m_hasCatalogue && connection.Open(ConnectionText())) {
+            const auto reset = connection.OpenRecordset(QStringLiteral("SELECT veltrane_test.reset()"));
+            if (reset && reset->First().Long(0) == 1)
+                return;
+            connection.Close();
+        }
+        DropCatalogue();
         Administer(u"CREATE DATABASE " % Catalogue() % u" TEMPLATE veltrane_template");
+        m_hasCatalogue = true;
     }
 
-    void DropCatalogue() { Administer(u"DROP DATABASE IF EXISTS " % Catalogue()); }
+    static QString ConnectionText()
+    {
+        return u"ODBC;DATABASE=" % source % u";UID=sa;PWD=;DSN=" % source % u";EXCLUSIVE=00";
+    }
 
     static QString Catalogue()
     {
@@ -75,7 +88,7 @@ private:
     {
         QFile given(qEnvironmentVariable("VELTRANE_TEST_POSTGRES") + QStringLiteral("/odbc.ini"));
         if (!given.open(QIODevice::ReadOnly))
-            Fail(u"The test server does not run: " % given.fileName());
+            qFatal("The test server does not run: %s", qPrintable(given.fileName()));
         const QString sources = QString::fromUtf8(given.readAll());
         const qsizetype begin = sources.indexOf(QStringLiteral("[veltrane]")) + 10;
         const qsizetype end = sources.indexOf(u'[', begin);
@@ -84,8 +97,15 @@ private:
         QFile ini(m_directory.filePath(QStringLiteral("odbc.ini")));
         if (ini.open(QIODevice::WriteOnly))
             ini.write(QString(sources % u"\n[" % source % u"]" % own).toUtf8());
-        qputenv("ODBCINI", QFile::encodeName(ini.fileName()));
+        m_sources = QFile::encodeName(ini.fileName());
+        UseSources();
+        qAddPostRoutine([] {
+            Instance().DropCatalogue();
+            Instance().m_administrator.Close();
+        });
     }
+
+    void DropCatalogue() { Administer(u"DROP DATABASE IF EXISTS " % Catalogue() % u" WITH (FORCE)"); }
 
     void Administer(const QString &sql)
     {
@@ -95,8 +115,13 @@ private:
             Fail(sql % u": " % FirstError(m_administrator));
     }
 
+    /// A test with data sources of its own turns the manager away from these.
+    void UseSources() const { qputenv("ODBCINI", m_sources); }
+
     QTemporaryDir m_directory;
+    QByteArray m_sources; ///< path of the file
     Connection m_administrator;
+    bool m_hasCatalogue = false;
 };
 } // namespace
 
@@ -118,8 +143,6 @@ TestDatabase::~TestDatabase()
 {
     gConnection.Close();
     gDBValid = false;
-    if (IsOnServer())
-        Server::Instance().DropCatalogue();
 }
 
 bool TestDatabase::IsOnServer()
@@ -163,7 +186,7 @@ void TestDatabase::MakeCatalogue()
     gDBQName = source;
     gDBQType = 2;
     gDBQUseODBC = true;
-    m_text = u"ODBC;DATABASE=" % source % u";UID=sa;PWD=;DSN=" % source % u";EXCLUSIVE=00";
+    m_text = Server::ConnectionText();
 }
 
 QStringList TestDatabase::Rows(const QString &sql)
