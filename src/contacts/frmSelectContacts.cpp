@@ -61,7 +61,7 @@ void frmSelectContacts::Build()
     m_moves = pair.moves;
     m_availableList->SetEmptyText(tr("Nobody is in this list."));
     m_selectedList->SetEmptyText(tr("Nobody is selected."));
-    m_selectedList->SetColumnChars({24, 24, 14, 10});
+    m_selectedList->SetColumnChars({18, 18, 12, 8});
 
     form.BeginButtons(FormBuilder::Align::Start);
     m_new = form.Button(QStringLiteral("AddBtn"), tr("&New Contact"));
@@ -73,7 +73,7 @@ void frmSelectContacts::Build()
     m_exit->setToolTip(tr("Take the selected contacts over and close"));
     form.EndButtons();
     m_find->setEnabled(false);
-    resize(fontMetrics().averageCharWidth() * 130, fontMetrics().lineSpacing() * 32);
+    resize(fontMetrics().averageCharWidth() * 150, fontMetrics().lineSpacing() * 32);
 }
 
 void frmSelectContacts::BuildMenu()

@@ -39,10 +39,7 @@ void frmAddEditUser::Build()
     if (IsNew()) {
         BuildUserFields(form);
     } else {
-        form.BeginGroup({}, QStringLiteral("EditFrame"));
-        form.List(QStringLiteral("EditList"), tr("Setting security for the following users:"), m_users)
-            ->setMaximumHeight(fontMetrics().lineSpacing() * 6);
-        form.EndGroup();
+        BuildUserList(form);
     }
     BuildRights(form);
     form.BeginButtons();
@@ -62,6 +59,19 @@ void frmAddEditUser::BuildUserFields(FormBuilder &form)
     m_password = form.Password(QStringLiteral("NewPass1"), tr("Password:"));
     m_required.Add(form.Label(), m_password);
     m_confirm = form.Password(QStringLiteral("NewPass2"), tr("Confirm Password:"));
+    form.EndGroup();
+}
+
+void frmAddEditUser::BuildUserList(FormBuilder &form)
+{
+    form.BeginGroup({}, QStringLiteral("EditFrame"));
+    QLabel *caption =
+        form.Line(QStringLiteral("EditList_Label"), tr("Setting security for the following users:"));
+    // A few rows, so that the room goes to the rights.
+    auto *list = new ListView(m_users);
+    list->setMaximumHeight(fontMetrics().lineSpacing() * 6);
+    form.Place(list, QStringLiteral("EditList"));
+    caption->setBuddy(list);
     form.EndGroup();
 }
 

@@ -36,6 +36,7 @@ protected:
 private:
     void Build();
     void BuildUserFields(FormBuilder &form);
+    void BuildUserList(FormBuilder &form);
     void BuildRights(FormBuilder &form);
     void Connect();
     void LoadFirstUser();
