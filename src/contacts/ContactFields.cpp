@@ -4,6 +4,8 @@
 #include "core/Icons.h"
 #include "database/Security.h"
 #include "forms/FormBuilder.h"
+#include "platform/Dialogs.h"
+#include "platform/Shell.h"
 
 #include <QGridLayout>
 
@@ -38,8 +40,10 @@ QPushButton *ContactFields::MailButton(FormBuilder &form, const QString &name, Q
     QPushButton *button =
         OpenButton(form, name, QStringLiteral("mail-message-new"), QStringLiteral("Write an e-mail"));
     QObject::connect(button, &QPushButton::clicked, address, [address] {
-        if (!address->text().isEmpty())
-            OpenDocument(u"mailto:" % address->text());
+        const QString target = u"mailto:" % address->text();
+        if (!address->text().isEmpty() && Shell::Open(target) <= Shell::Result::NoAssociation)
+            Dialogs::MsgBox(QStringLiteral("No program for e-mail is set on this computer."),
+                            u"Error running " % target, Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
     });
     return button;
 }
@@ -49,8 +53,10 @@ QPushButton *ContactFields::WebButton(FormBuilder &form, const QString &name, QL
     QPushButton *button = OpenButton(form, name, QStringLiteral("globe"), QStringLiteral("Open the website"));
     QObject::connect(button, &QPushButton::clicked, address, [address] {
         const QString url = address->text();
+        const bool complete =
+            url.contains(QStringLiteral("http://")) || url.contains(QStringLiteral("https://"));
         if (!url.isEmpty())
-            OpenDocument(url.contains(QStringLiteral("http://")) ? url : QString(u"http://" % url));
+            OpenDocument(complete ? url : QString(u"http://" % url));
     });
     return button;
 }
@@ -63,7 +69,7 @@ void ContactFields::Show(QLineEdit *field, const QString &text)
 
 void ContactFields::FitChars(QLineEdit *field, int chars)
 {
-    field->setMinimumWidth(chars * field->fontMetrics().averageCharWidth());
+    field->setMinimumWidth((chars + 2) * field->fontMetrics().averageCharWidth());
 }
 
 void ContactFields::AlignCaptions(const QList<QGroupBox *> &groups)

@@ -201,11 +201,14 @@ void frmContact::NewContact()
 
 void frmContact::ViewContacts()
 {
-    QStringList keys = m_selected.SelectedKeys();
-    for (int row = 0; keys.isEmpty() && row < m_selected.Count(); ++row)
-        keys.append(m_selected.At(row).key);
-    if (keys.isEmpty())
+    if (m_selected.IsEmpty())
         return;
+    const bool all = !m_selected.Selection()->hasSelection();
+    QStringList keys;
+    for (int row = 0; row < m_selected.Count(); ++row) {
+        if (all || m_selected.IsSelected(row))
+            keys.append(m_selected.At(row).key);
+    }
     gDialogResult = 0;
     frmAddContact form(this);
     form.OpenRecords(keys);

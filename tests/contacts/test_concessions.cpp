@@ -1,0 +1,226 @@
+#include "contacts/ConcessionODBC.h"
+#include "contacts/ContactModule.h"
+#include "contacts/CourseHistoryText.h"
+#include "contacts/People.h"
+#include "controls/TreeModel.h"
+#include "core/Session.h"
+#include "database/System.h"
+#include "organisations/OrganisationODBC.h"
+#include "support/ScriptedDialogs.h"
+#include "support/StatementLog.h"
+#include "support/TestDatabase.h"
+
+#include <QTest>
+
+namespace
+{
+const QString exists = QStringLiteral("Concession already exists in database.");
+
+class FakeOrganisationView final : public ContactOrganisationView
+{
+public:
+    void ShowOrganisation(const ContactOrganisation &shown) override { organisation = shown; }
+    ContactOrganisation organisation;
+};
+
+bool Has(int contactRef, int concessionRef)
+{
+    return Rows(u"ContactConcession WHERE ContactRef = " % SqlNumber(contactRef) % u" AND ConcessionRef = " %
+                SqlNumber(concessionRef)) == 1;
+}
+} // namespace
+
+class TestConcessions : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void AddChangeGive();
+    void NameAndReference();
+    void WhoHasIt();
+    void ApplyToAList_data();
+    void ApplyToAList();
+    void CriterionTree();
+    void OrganisationCharacteristics();
+    void OrganisationBesideAPerson();
+    void CourseHistory();
+
+private:
+    std::unique_ptr<TestDatabase> m_database;
+    std::unique_ptr<ScriptedDialogs> m_dialogs;
+};
+
+void TestConcessions::init()
+{
+    m_database = std::make_unique<TestDatabase>();
+    m_dialogs = std::make_unique<ScriptedDialogs>();
+}
+
+void TestConcessions::cleanup()
+{
+    m_dialogs.reset();
+    m_database.reset();
+}
+
+void TestConcessions::AddChangeGive()
+{
+    const int student = Concession_Add("Student's", 17.5, 1234.56, "S");
+    QVERIFY(student > 0);
+    QCOMPARE(ADO_Contact_GetConcessionPercent(student), 17.5);
+    QCOMPARE(ADO_Contact_GetConcesionDiscount(student), 1234.56);
+    QCOMPARE(Concession_Update(student, "Student", 20, 0, "S"), student);
+    QCOMPARE(ADO_Contact_GetConcessionPercent(student), 20.0);
+    QCOMPARE(ADO_Contact_GetConcesionDiscount(student), 0.0);
+    QCOMPARE(ADO_Contact_GetConcessionPercent(4711), 0.0);
+
+    ADO_Contact_AddContactConcession(5, student);
+    ADO_Contact_AddContactConcession(5, student);
+    QVERIFY(Has(5, student));
+    ADO_Contact_ConcessionWipe(5);
+    QVERIFY(!Has(5, student));
+}
+
+void TestConcessions::NameAndReference()
+{
+    const int plain = Concession_Add("Student", 20, 0, "");
+    m_dialogs->Expect("Add Concession", exists);
+    QCOMPARE(Concession_Add("Student", 50, 0, ""), 0);
+    const int other = Concession_Add("Student", 30, 0, "evening");
+    QVERIFY(other > plain);
+    m_dialogs->Expect("Update Concession", exists);
+    QCOMPARE(Concession_Update(other, "Student", 40, 0, ""), 0);
+    QCOMPARE(ADO_Contact_GetConcessionPercent(other), 30.0);
+}
+
+void TestConcessions::WhoHasIt()
+{
+    const int student = Concession_Add("Student", 20, 0, "");
+    const int zoe = Contact_Add(Person("Zoe", "Young"));
+    const int anna = Contact_Add(Person("Anna", "Bell"));
+    for (const int who : {zoe, anna, 4711})
+        ADO_Contact_AddContactConcession(who, student);
+    ListModel list;
+    ADO_Contact_Fill_Concession(student, list);
+    // The order is that in which the characteristic was given; somebody who is gone does not show.
+    QCOMPARE(Texts(list), QStringList({"Young, Zoe", "Bell, Anna"}));
+    QCOMPARE(Keys(list), QStringList({u'?' % SqlNumber(zoe), u'?' % SqlNumber(anna)}));
+}
+
+void TestConcessions::ApplyToAList_data()
+{
+    QTest::addColumn<bool>("held");
+    QTest::addColumn<Dialogs::Answer>("answer");
+    QTest::newRow("nobody has it") << false << Dialogs::Answer::None;
+    QTest::newRow("keep the earlier ones") << true << Dialogs::Answer::No;
+    QTest::newRow("remove the earlier ones") << true << Dialogs::Answer::Yes;
+}
+
+void TestConcessions::ApplyToAList()
+{
+    QFETCH(bool, held);
+    QFETCH(Dialogs::Answer, answer);
+    const int student = Concession_Add("Student", 20, 0, "");
+    const int other = Concession_Add("Other", 0, 0, "");
+    const int earlier = student + 100;
+    const int numberedLikeIt = student;
+    if (held)
+        ADO_Contact_AddContactConcession(earlier, student);
+    ADO_Contact_AddContactConcession(numberedLikeIt, other);
+
+    ListModel list;
+    list.Fill({{"?501", "a"}, {"!502", "b"}, {u'?' % SqlNumber(earlier), "c"}});
+    if (held)
+        m_dialogs->Expect("Contact Update", "Remove all previous contacts added to this type?", answer);
+    ADO_Contact_AddConcessionList(student, list);
+    QVERIFY(Has(501, student) && Has(502, student) && Has(earlier, student));
+    // Yes empties the person whose number is that of the characteristic, and nobody else.
+    QCOMPARE(Has(numberedLikeIt, other), answer != Dialogs::Answer::Yes);
+}
+
+void TestConcessions::CriterionTree()
+{
+    const int b = Concession_Add("B", 0, 0, "");
+    const int a = Concession_Add("A", 0, 0, "");
+    TreeModel tree;
+    ADO_Contact_ShowChar(tree);
+    QCOMPARE(tree.Nodes().size(), size_t(2));
+    QCOMPARE(tree.Nodes()[0]->key, QString(u'!' % SqlNumber(a)));
+    QCOMPARE(tree.Nodes()[1]->key, QString(u'!' % SqlNumber(b)));
+    QCOMPARE(tree.Nodes()[0]->tick, TreeTick::Off);
+}
+
+void TestConcessions::OrganisationCharacteristics()
+{
+    const int member = Concession_Add("Member", 10, 0, "");
+    const int staff = Concession_Add("Staff", 50, 0, "");
+    const int own = Concession_Add("Own", 5, 0, "");
+    QVERIFY(!ADO_Organisation_CheckCharswithContact(2, 7));
+    for (const int concession : {member, staff})
+        Sql(u"INSERT INTO OrganChars (OrganRef,ConcessionRef) VALUES (2," % SqlNumber(concession) % u")");
+    ADO_Contact_AddContactConcession(7, member);
+    ADO_Contact_AddContactConcession(7, own);
+    QVERIFY(ADO_Organisation_CheckCharswithContact(2, 7));
+
+    ADO_Organisation_AddSingleContactConcession(2, 7);
+    QVERIFY(Has(7, member) && Has(7, staff) && Has(7, own));
+    QVERIFY(!ADO_Organisation_CheckCharswithContact(2, 7));
+}
+
+void TestConcessions::OrganisationBesideAPerson()
+{
+    const int york = Contact_AddItem(ContactSection::Cities, "York", "");
+    Sql(u"INSERT INTO Organisations (OrganName, Addr1, Addr2, Addr3, Addr4, City, County, Country, TelDay, "
+        u"TelOut, Fax, Email, URL, Postcode) VALUES ('Acme','a1','a2','a3','a4'," %
+        SqlNumber(york) % u",1,1,'day','out','fax','mail','url','YO1')");
+    const int acme =
+        TestDatabase::Value("SELECT OrganRef FROM Organisations WHERE OrganName = 'Acme'").toInt();
+    FakeOrganisationView view;
+    ADO_Organisation_ShowContactOrganisation(view, acme);
+    const ContactOrganisation &o = view.organisation;
+    QCOMPARE(
+        QStringList({o.addr1, o.addr2, o.addr3, o.addr4, o.city, o.county, o.country, o.telDay, o.telOut,
+                     o.fax, o.email, o.url, o.postcode}),
+        QStringList({"a1", "a2", "a3", "a4", "York", "", "", "day", "out", "fax", "mail", "url", "YO1"}));
+    ADO_Organisation_ShowContactOrganisation(view, 4711);
+    QCOMPARE(view.organisation.addr1, QString());
+}
+
+void TestConcessions::CourseHistory()
+{
+    SetSystemValue(SystemRef::CurrencySymbol, QString::fromUtf8("\u00a3"));
+    SetSystemValue(SystemRef::VoucherName, "Luncheon");
+    QCOMPARE(Contact_CourseHistoryText(7), QStringLiteral("Not enrolled on any course."));
+    Sql("INSERT INTO Courses (Title, Fee) VALUES ('Welding', 200)");
+    Sql("INSERT INTO Courses (Title, Fee) VALUES ('Free talk', 0)");
+    const int welding = TestDatabase::Value("SELECT CourseRef FROM Courses WHERE Title = 'Welding'").toInt();
+    Sql(u"INSERT INTO StudentsEnrolled (CourseRef,ContactRef,BasicFee,Discount,AmountPaid,ConcessionType,"
+        u"Vouchers,Vouchers3,TaxName,TaxRate) VALUES (" %
+        SqlNumber(welding) % u",7,1200.5,33.33,100,'Student',20,5,'VAT',17.5)");
+    Sql(u"INSERT INTO StudentsEnrolled (CourseRef,ContactRef) VALUES (" % SqlNumber(welding + 1) % u",7)");
+    Sql("INSERT INTO StudentsEnrolled (CourseRef,ContactRef) VALUES (4711,7)");
+
+    const QString text = Contact_CourseHistoryText(7);
+    QStringList lines;
+    for (const QString &line : text.split('\n', Qt::SkipEmptyParts))
+        lines.append(line.simplified());
+    const QString rule(56, '-');
+    // 1,200.50 less 33.33 % is 800.37; 17.5 % of that is 140.06; 125.00 are paid.
+    QCOMPARE(lines,
+             QStringList({"Welding", u8"Course Fee: £1,200.50", u8"Discount 33.33% (Student): -£400.13",
+                          u8"VAT 17.5%: £140.06", u8"Amount Due: £940.43", u8"Amount Paid in Cash: £100.00",
+                          u8"Amount Paid by Luncheon: £20.00", u8"Amount Paid by Voucher 3: £5.00", rule,
+                          u8"Amount Owing: £815.43", "Free talk", u8"Course Fee: £0.00", rule,
+                          u8"Amount Owing: £0.00", u8"Total Amount Owing: £815.43"}));
+    QStringList widths;
+    for (const QString &line : text.split('\n', Qt::SkipEmptyParts)) {
+        if (line.startsWith(' '))
+            widths.append(QString::number(line.size()));
+    }
+    widths.removeDuplicates();
+    QCOMPARE(widths.size(), 1);
+}
+
+QTEST_GUILESS_MAIN(TestConcessions)
+#include "test_concessions.moc"

@@ -1,0 +1,270 @@
+#include "contacts/ConcessionODBC.h"
+#include "contacts/ContactModule.h"
+#include "contacts/People.h"
+#include "contacts/frmContact.h"
+#include "controls/ComboModel.h"
+#include "core/Session.h"
+#include "forms/FormBuilder.h"
+#include "support/ModalDriver.h"
+#include "support/ScriptedDialogs.h"
+#include "support/TestDatabase.h"
+
+#include <QFile>
+#include <QMenu>
+#include <QTest>
+
+namespace
+{
+ListModel &List(QWidget &form, const QString &name)
+{
+    return Find<ListView>(form, name)->Model();
+}
+
+void Choose(QWidget &form, const QString &list, const QString &text)
+{
+    ComboModel &model = Find<ComboBox>(form, list)->Model();
+    model.SetCurrent(model.FindText(text));
+}
+
+QString Confirm(const QString &name)
+{
+    return u"Okay to delete record '" % name % u'\'';
+}
+} // namespace
+
+class TestContactManager : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void GatherAndStore();
+    void PeopleWhoAreGone();
+    void Deleting();
+    void ApplyACharacteristic();
+    void TypedCharacteristic();
+    void ViewingAndAdding();
+    void OtherDatabase();
+    void Rights_data();
+    void Rights();
+    void Menu();
+
+private:
+    QString SelectionFile() const;
+
+    std::unique_ptr<TestDatabase> m_database;
+    std::unique_ptr<ScriptedDialogs> m_dialogs;
+    std::unique_ptr<ModalDriver> m_driver;
+    int m_anna = 0;
+    int m_ben = 0;
+};
+
+void TestContactManager::init()
+{
+    m_database = std::make_unique<TestDatabase>();
+    m_dialogs = std::make_unique<ScriptedDialogs>();
+    m_driver = std::make_unique<ModalDriver>();
+    gUserRights = QString(256, u'9');
+    gShowIDs = 0;
+    QDir(m_database->Directory()).mkpath("temp");
+    m_anna = Contact_Add(Person("Anna", "Bell"));
+    m_ben = Contact_Add(Person("Ben", "Carter"));
+}
+
+void TestContactManager::cleanup()
+{
+    m_driver.reset();
+    m_dialogs.reset();
+    m_database.reset();
+}
+
+QString TestContactManager::SelectionFile() const
+{
+    QFile file(m_database->Directory() + "/temp/CurrentContactSelection.txt");
+    return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : QStringLiteral("none");
+}
+
+void TestContactManager::GatherAndStore()
+{
+    frmContact form;
+    QCOMPARE(Texts(List(form, "ContactList2")), QStringList({"Bell, Anna", "Carter, Ben"}));
+    TypeInto(form, "SearchBox", "ca");
+    QCOMPARE(List(form, "ContactList2").CurrentRow(), 1);
+    Press(form, "AddCBtn");
+    QCOMPARE(Texts(List(form, "ContactInfo")), QStringList("Carter, Ben"));
+    QVERIFY(!List(form, "ContactList2").Selection()->hasSelection());
+    QCOMPARE(SelectionFile(), QString(QString::number(m_ben) % u'\n'));
+    QCOMPARE(TestDatabase::Rows("SELECT ContactRef FROM Ref"), QStringList(QString::number(m_ben)));
+
+    List(form, "ContactList2").SelectAll();
+    Press(form, "AddCBtn");
+    QCOMPARE(List(form, "ContactInfo").Count(), 2);
+    List(form, "ContactInfo").SelectOnly(0);
+    Press(form, "RemCBtn");
+    QCOMPARE(TestDatabase::Rows("SELECT ContactRef FROM Ref"), QStringList(QString::number(m_anna)));
+    Press(form, "ClearCBtn");
+    QCOMPARE(SelectionFile(), QString());
+    QCOMPARE(Rows("Ref"), 0);
+}
+
+void TestContactManager::PeopleWhoAreGone()
+{
+    frmContact form;
+    List(form, "ContactList2").SelectAll();
+    Press(form, "AddCBtn");
+    List(form, "ContactInfo").SelectOnly(1);
+    ADO_Contact_Delete(m_anna);
+    Sql(u"UPDATE Contacts SET Cust_Surname = 'Carter-Bell' WHERE ContactRef = " % QString::number(m_ben));
+    List(form, "ContactList2").SelectOnly(0);
+    Press(form, "AddCBtn");
+    QCOMPARE(Texts(List(form, "ContactList2")), QStringList("Carter, Ben"));
+    QCOMPARE(Texts(List(form, "ContactInfo")), QStringList("Carter, Ben"));
+
+    Press(form, "RefBtn");
+    QCOMPARE(Texts(List(form, "ContactList2")), QStringList("Carter-Bell, Ben"));
+    QCOMPARE(Texts(List(form, "ContactInfo")), QStringList("Carter-Bell, Ben"));
+    QCOMPARE(List(form, "ContactInfo").SelectedKeys(), QStringList(u'?' % QString::number(m_ben)));
+    ADO_Contact_Delete(m_ben);
+    Press(form, "RefBtn");
+    QVERIFY(List(form, "ContactInfo").IsEmpty());
+    QCOMPARE(Rows("Ref"), 0);
+}
+
+void TestContactManager::Deleting()
+{
+    const int chloe = Contact_Add(Person("Chloe", "Dawson"));
+    frmContact form;
+    List(form, "ContactList2").SelectAll();
+    Press(form, "AddCBtn");
+    List(form, "ContactList2").SelectAll();
+    m_dialogs->Expect("Confirm Deletion", Confirm("Bell, Anna"), Dialogs::Answer::Yes);
+    m_dialogs->Expect("Confirm Deletion", Confirm("Carter, Ben"), Dialogs::Answer::No);
+    m_dialogs->Expect("Confirm Deletion", Confirm("Dawson, Chloe"), Dialogs::Answer::Yes);
+    Press(form, "DelCBtn");
+    QVERIFY(!Contact_Check(m_anna) && Contact_Check(m_ben) && !Contact_Check(chloe));
+    QCOMPARE(Texts(List(form, "ContactList2")), QStringList("Carter, Ben"));
+    QVERIFY(!List(form, "ContactList2").IsSelected(0));
+    QCOMPARE(Texts(List(form, "ContactInfo")), QStringList("Carter, Ben"));
+    QCOMPARE(SelectionFile(), QString(QString::number(m_ben) % u'\n'));
+}
+
+void TestContactManager::ApplyACharacteristic()
+{
+    Concession_Add("Student", 20, 0, "");
+    frmContact form;
+    QVERIFY(!Find<QPushButton>(form, "AddToConBtn")->isEnabled());
+    List(form, "ContactList2").SelectOnly(0);
+    Press(form, "AddCBtn");
+    Choose(form, "CharList", "Student");
+    Press(form, "AddToConBtn");
+    Choose(form, "ConcessionList", "Student");
+    QCOMPARE(Texts(List(form, "ContactList2")), QStringList("Bell, Anna"));
+    Choose(form, "ConcessionList", "");
+    QCOMPARE(List(form, "ContactList2").Count(), 2);
+}
+
+void TestContactManager::TypedCharacteristic()
+{
+    frmContact form;
+    form.show();
+    auto *list = Find<TypedCombo>(form, "CharList");
+    QTest::keyClicks(list, "[M] Member");
+    QTest::keyClick(list, Qt::Key_Return);
+    QCOMPARE(Rows("Concessions WHERE Name = 'Member' AND ReferenceID = 'M' AND Percentage = 0"), 1);
+    QVERIFY(list->Model().CurrentData() > 0);
+    QVERIFY(Find<ComboBox>(form, "ConcessionList")->Model().Count() == 2);
+}
+
+void TestContactManager::ViewingAndAdding()
+{
+    frmContact form;
+    form.show();
+    QVERIFY(!Find<QPushButton>(form, "ViewBtn")->isEnabled());
+    List(form, "ContactList2").SelectAll();
+    Press(form, "AddCBtn");
+    List(form, "ContactInfo").ClearSelection();
+    m_driver->Expect("frmAddContact", [](QDialog &record) {
+        QCOMPARE(record.windowTitle(), QStringLiteral("Bell, Anna (RECORD 1 OF 2)"));
+        Press(record, "EditBtn");
+        TypeInto(record, "Surname", "Zimmer");
+        Press(record, "OKBtn");
+        Press(record, "ExitBtn");
+    });
+    Press(form, "ViewBtn");
+    QCOMPARE(Texts(List(form, "ContactList2")), QStringList({"Carter, Ben", "Zimmer, Anna"}));
+    QVERIFY(Texts(List(form, "ContactInfo")).contains("Zimmer, Anna"));
+
+    m_driver->Expect("frmAddContact", [](QDialog &record) {
+        TypeInto(record, "Forname", "Dev");
+        TypeInto(record, "Surname", "Abbot");
+        Press(record, "OKBtn");
+        Press(record, "ExitBtn");
+    });
+    Press(form, "AddBtn");
+    QCOMPARE(List(form, "ContactList2").At(0).text, QStringLiteral("Abbot, Dev"));
+}
+
+void TestContactManager::OtherDatabase()
+{
+    frmContact form;
+    List(form, "ContactList2").SelectAll();
+    Press(form, "AddCBtn");
+    m_database.reset();
+    m_database = std::make_unique<TestDatabase>();
+    form.Form_Refresh();
+    QVERIFY(List(form, "ContactList2").IsEmpty());
+    QVERIFY(List(form, "ContactInfo").IsEmpty());
+}
+
+void TestContactManager::Rights_data()
+{
+    QTest::addColumn<int>("right");
+    QTest::addColumn<int>("level");
+    QTest::addColumn<QString>("off");
+    QTest::newRow("contacts, look") << 23 << 1 << "AddBtn DelCBtn";
+    QTest::newRow("contacts, add") << 23 << 2 << "DelCBtn";
+    QTest::newRow("contacts, change") << 23 << 3 << "DelCBtn";
+    QTest::newRow("contacts, all") << 23 << 9 << "";
+    QTest::newRow("apply, no") << 24 << 0 << "AddToConBtn CharList";
+    QTest::newRow("characteristics, look") << 31 << 1 << "typing";
+    QTest::newRow("characteristics, add") << 31 << 2 << "";
+}
+
+void TestContactManager::Rights()
+{
+    QFETCH(int, right);
+    QFETCH(int, level);
+    QFETCH(QString, off);
+    Concession_Add("Student", 20, 0, "");
+    gUserRights[right] = QChar(u'0' + level);
+    frmContact form;
+    List(form, "ContactList2").SelectAll();
+    Press(form, "AddCBtn");
+    List(form, "ContactList2").SelectAll();
+    Choose(form, "CharList", "Student");
+    for (const char *name : {"AddBtn", "DelCBtn", "AddToConBtn", "CharList"})
+        QCOMPARE(Find<QWidget>(form, name)->isEnabled(), !off.split(' ').contains(name));
+    QCOMPARE(Find<TypedCombo>(form, "CharList")->isEditable(), off != "typing");
+    QVERIFY(!Find<QWidget>(form, "FindBtn")->isEnabled() && !Find<QWidget>(form, "RepBtn")->isEnabled());
+}
+
+void TestContactManager::Menu()
+{
+    frmContact form;
+    form.show();
+    auto *menu = Find<QMenu>(form, "Menu");
+    const auto command = [menu](const QString &name) { return menu->findChild<QAction *>(name); };
+    emit Find<ListView>(form, "ContactList2")->customContextMenuRequested({5, 5});
+    QVERIFY(!command("ID_Add")->isEnabled() && !command("ID_Delete")->isEnabled());
+    command("ID_SelectAll")->trigger();
+    menu->close();
+    emit Find<ListView>(form, "ContactList2")->customContextMenuRequested({5, 5});
+    QVERIFY(command("ID_Add")->isEnabled() && command("ID_Delete")->isEnabled());
+    command("ID_Add")->trigger();
+    menu->close();
+    QCOMPARE(List(form, "ContactInfo").Count(), 2);
+}
+
+QTEST_MAIN(TestContactManager)
+#include "test_contact_manager.moc"
