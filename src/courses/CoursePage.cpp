@@ -14,7 +14,7 @@ CoursePage::CoursePage(QWidget *parent)
     m_required.Add(form.Label(), m_title);
     m_refName = form.Text(QStringLiteral("RefName"), QStringLiteral("Reference ID:"), 50);
     m_description = form.Notes(QStringLiteral("CourseDescript"), QStringLiteral("Description:"));
-    constexpr MoneyField::KeyRule feeKeys{8, 9};
+    constexpr MoneyField::KeyRule feeKeys{8, 9, true};
     m_fee = form.Money(QStringLiteral("Fee"), u"Fee " % SystemValue(SystemRef::CurrencySymbol), feeKeys);
     m_limit = form.Digits(QStringLiteral("Limit"), QStringLiteral("Course Enrollment Limit [0 = no limit]:"));
     TreeView *tree = form.Tree(QStringLiteral("CatList"), QStringLiteral("Folder location:"), m_folders);

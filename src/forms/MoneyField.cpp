@@ -60,7 +60,7 @@ QSize MoneyField::sizeHint() const
 bool MoneyField::Takes(QChar key, const QString &text) const
 {
     if (key >= u'0' && key <= u'9')
-        return text.size() < m_rule.digitLimit;
+        return text.size() - (m_rule.digitsAlone ? text.count(u'.') : 0) < m_rule.digitLimit;
     return key == u'.' && text.size() < m_rule.pointLimit && !text.contains(u'.');
 }
 

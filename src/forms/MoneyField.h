@@ -9,6 +9,7 @@
 struct MoneyKeys {
     int digitLimit = 9;
     int pointLimit = 9;
+    bool digitsAlone = false; ///< the point does not count towards the digits' limit
 };
 
 /// A text box that takes an amount or a whole number, key by key. What is pasted, dropped or composed goes

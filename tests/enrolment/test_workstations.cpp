@@ -1,0 +1,190 @@
+#include "controls/ListModel.h"
+#include "core/Session.h"
+#include "database/Security.h"
+#include "enrolment/EnrolmentODBC.h"
+#include "enrolment/School.h"
+#include "enrolment/frmStudentInfo.h"
+#include "platform/Dialogs.h"
+#include "platform/Directories.h"
+#include "support/ModalDriver.h"
+
+#include <QApplication>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTest>
+
+#include <cstdio>
+
+// Other workstations are processes of their own: this program, started with what to do.
+
+namespace
+{
+constexpr int wrongBox = 3;
+constexpr int notPaid = 4;
+
+/// Enrols a person and pays 1 on the payment screen.
+bool PayOne(int courseRef, int contactRef)
+{
+    ADO_Course_EnrollStudent(courseRef, contactRef);
+    ListModel list;
+    list.Fill({{u'?' % SqlNumber(contactRef), {}, {QString()}}});
+    frmStudentInfo form(courseRef, list, list.At(0).key);
+    form.show();
+    TypeInto(form, QStringLiteral("Payment"), QStringLiteral("1"));
+    Press(form, QStringLiteral("OkBtn"));
+    return !form.isVisible();
+}
+
+/// workstation TEXT DIRECTORY COURSE FIRST LAST ROUNDS PAUSE: pays for each person of the range, ROUNDS times
+/// over, waiting PAUSE milliseconds before each write, and tells each payment that was confirmed.
+int Workstation(const QStringList &arguments)
+{
+    Directories::SetProgram(arguments.at(1));
+    if (!gConnection.Open(arguments.at(0)))
+        return 1;
+    gUserRights = RightsBlank();
+    Dialogs::Installed().msgBox = [](const QString &text, const auto &, auto, auto, auto) {
+        std::fprintf(stderr, "%s\n", qPrintable(text));
+        std::_Exit(wrongBox);
+        return Dialogs::Answer::Cancel;
+    };
+    const auto number = [&](int position) { return arguments.at(position).toInt(); };
+    gConnection.ObserveStatements([pause = number(6)](const QString &sql) {
+        if (!sql.startsWith(QStringLiteral("SELECT")))
+            QThread::msleep(static_cast<unsigned long>(pause));
+    });
+    for (int round = 0; round < number(5); ++round) {
+        for (int person = number(3); person <= number(4); ++person) {
+            if (!PayOne(number(2), person))
+                return notPaid;
+            std::printf("%d\n", person);
+            std::fflush(stdout);
+        }
+    }
+    return 0;
+}
+} // namespace
+
+class TestWorkstations final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { m_database.reset(); }
+
+    void ConfirmedPaymentsSurviveAKill();
+    void TwoWorkstationsPayOnOneCourse();
+    void TwoWorkstationsEnrolAndPayTheSamePeople();
+
+private:
+    std::unique_ptr<QProcess> Start(int first, int last, int rounds, int pause);
+    static int Confirmed(QProcess &process);
+    static double Sum(const QString &column, const QString &table);
+
+    std::unique_ptr<TestDatabase> m_database;
+    int m_course = 0;
+};
+
+void TestWorkstations::init()
+{
+    m_database = std::make_unique<TestDatabase>();
+    m_course = School::AddCourse(QStringLiteral("Pottery"), 100000);
+    for (int person = 2; person <= 12; ++person)
+        QCOMPARE(School::AddPerson(QStringLiteral("P"), QString::number(person)), person);
+}
+
+std::unique_ptr<QProcess> TestWorkstations::Start(int first, int last, int rounds, int pause)
+{
+    auto process = std::make_unique<QProcess>();
+    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process->start(QCoreApplication::applicationFilePath(),
+                   {QStringLiteral("workstation"), m_database->ConnectionText(), m_database->Directory(),
+                    QString::number(m_course), QString::number(first), QString::number(last),
+                    QString::number(rounds), QString::number(pause)});
+    return process;
+}
+
+int TestWorkstations::Confirmed(QProcess &process)
+{
+    return static_cast<int>(process.readAllStandardOutput().count('\n'));
+}
+
+double TestWorkstations::Sum(const QString &column, const QString &table)
+{
+    return TestDatabase::Value(u"SELECT SUM(" % column % u") AS S FROM " % table).toDouble();
+}
+
+/// Killed at any moment, a confirmed payment is there in full; the one under way may be logged and not yet
+/// in the totals, never the other way round.
+void TestWorkstations::ConfirmedPaymentsSurviveAKill()
+{
+    int confirmed = 0;
+    for (int round = 0; round < 8; ++round) {
+        const auto process = Start(2, 2, 100000, 0);
+        QVERIFY(process->waitForReadyRead(20000));
+        QThread::msleep(QRandomGenerator::global()->bounded(150U));
+        process->kill();
+        QVERIFY(process->waitForFinished());
+        confirmed += Confirmed(*process);
+
+        QVERIFY(m_database->Reconnect());
+        const double logged = Sum(QStringLiteral("MoneyPaid"), QStringLiteral("Transactions"));
+        const double total = Sum(QStringLiteral("AmountPaid"), QStringLiteral("StudentsEnrolled"));
+        QVERIFY2(
+            total >= confirmed && logged >= total && logged <= confirmed + round + 1,
+            qPrintable(
+                QStringLiteral("confirmed %1, logged %2, total %3").arg(confirmed).arg(logged).arg(total)));
+        if (!TestDatabase::IsOnServer())
+            QCOMPARE(TestDatabase::Value(QStringLiteral("PRAGMA integrity_check")), QStringLiteral("ok"));
+    }
+    QVERIFY(confirmed >= 8);
+}
+
+void TestWorkstations::TwoWorkstationsPayOnOneCourse()
+{
+    const auto one = Start(2, 6, 3, 5);
+    const auto two = Start(7, 12, 3, 5);
+    for (const auto &process : {one.get(), two.get()}) {
+        QVERIFY(process->waitForFinished(60000));
+        QCOMPARE(process->exitCode(), 0);
+    }
+    QCOMPARE(Confirmed(*one) + Confirmed(*two), 33);
+    QCOMPARE(TestDatabase::Value(QStringLiteral("SELECT COUNT(*) AS N FROM Transactions")),
+             QStringLiteral("33"));
+    QCOMPARE(TestDatabase::Rows(QStringLiteral("SELECT AmountPaid FROM StudentsEnrolled")).join(u' '),
+             QStringLiteral("3 3 3 3 3 3 3 3 3 3 3"));
+}
+
+/// Nothing locks a person between the test and the write: he may be enrolled twice, and of two payments at
+/// once the totals keep one. The log keeps both, and no workstation is stopped.
+void TestWorkstations::TwoWorkstationsEnrolAndPayTheSamePeople()
+{
+    const auto one = Start(2, 8, 1, 20);
+    const auto two = Start(2, 8, 1, 20);
+    for (const auto &process : {one.get(), two.get()}) {
+        QVERIFY(process->waitForFinished(60000));
+        QCOMPARE(process->exitCode(), 0);
+        QCOMPARE(Confirmed(*process), 7);
+    }
+    for (int person = 2; person <= 8; ++person) {
+        const QString of = u" WHERE ContactRef = " % SqlNumber(person);
+        QCOMPARE(Sum(QStringLiteral("MoneyPaid"), QString(u"Transactions" % of)), 2.0);
+        const QStringList totals = TestDatabase::Rows(u"SELECT AmountPaid FROM StudentsEnrolled" % of);
+        QVERIFY2(totals.size() == 1 || totals.size() == 2, qPrintable(totals.join(u' ')));
+        for (const QString &total : totals)
+            QVERIFY2(total == u"1" || total == u"2", qPrintable(total));
+    }
+}
+
+int main(int argc, char **argv)
+{
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
+    QApplication application(argc, argv);
+    if (argc > 1 && qstrcmp(argv[1], "workstation") == 0)
+        return Workstation(application.arguments().mid(2));
+    TestWorkstations test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "test_workstations.moc"
