@@ -1,14 +1,11 @@
 #include "core/Session.h"
 #include "database/CredentialStore.h"
+#include "database/FullDisk.h"
 #include "platform/Directories.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <sys/resource.h>
-
-#include <csignal>
 
 namespace
 {
@@ -155,17 +152,10 @@ private slots:
     {
         QVERIFY(StoreCredential(m_file, QStringLiteral("old"), QStringLiteral("kept")));
         const QByteArray before = ContentOf(m_file);
-        signal(SIGXFSZ, SIG_IGN);
-        rlimit limit{};
-        getrlimit(RLIMIT_FSIZE, &limit);
-        const rlim_t full = limit.rlim_cur;
-        limit.rlim_cur = 20;
-        setrlimit(RLIMIT_FSIZE, &limit);
-        const bool stored = StoreCredential(m_file, QStringLiteral("new"), QString(200, u'x'));
-        limit.rlim_cur = full;
-        setrlimit(RLIMIT_FSIZE, &limit);
-
-        QVERIFY(!stored);
+        {
+            const FullDisk disk(20);
+            QVERIFY(!StoreCredential(m_file, QStringLiteral("new"), QString(200, u'x')));
+        }
         QCOMPARE(ContentOf(m_file), before);
         QVERIFY(!QFile::exists(m_dir.filePath(QStringLiteral("temp.dat"))));
     }

@@ -1,0 +1,183 @@
+#include "database/ConnectDatabase.h"
+#include "database/ConnectFixture.h"
+#include "database/FullDisk.h"
+#include "database/NewDatabase.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTest>
+
+namespace
+{
+const QString missingTemplate = QStringLiteral("[Fatal System Error] Fatal:Missing blank database template.");
+const QString invalidTemplate =
+    QStringLiteral("[Fatal System Error] Fatal:Invalid blank database template or from different version.");
+
+/// A workstation with the template, and a user who always chooses `new.mdb` in the program's directory.
+struct NewFixture : ConnectFixture {
+    NewFixture()
+    {
+        Directories::Writable();
+        QDir(directory.path()).mkdir(QStringLiteral("system"));
+        QFile::copy(QCoreApplication::applicationDirPath() % u"/system/blank", Template());
+        chosenFile = Path(QStringLiteral("new.mdb"));
+        Dialogs::Installed().registerDatabase = [this](const QString &source, const QString &description,
+                                                       const QString &file) {
+            registered.append(source % u'|' % description % u'|' % file);
+        };
+    }
+    QString Template() const { return Path(QStringLiteral("system/blank")); }
+    QString Working() const { return Path(QStringLiteral("new.tmp")); }
+    QString NotCreated(const QString &file) const { return u"[Error] Unable to create database " % file; }
+
+    QStringList registered;
+};
+
+void Write(const QString &file, const QByteArray &content)
+{
+    QFile out(file);
+    QVERIFY(out.open(QIODevice::WriteOnly) && out.write(content) == content.size());
+}
+
+QByteArray ContentOf(const QString &file)
+{
+    QFile in(file);
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+}
+} // namespace
+
+class TestNewDatabase final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void MakesADatabaseThatOpens()
+    {
+        NewFixture fixture;
+        QVERIFY(QFile::setPermissions(fixture.Template(), QFile::ReadOwner));
+        Write(fixture.chosenFile, "what was there before");
+        Write(fixture.chosenFile + QStringLiteral("-wal"), "its log");
+        NewDatabase();
+        QCOMPARE(fixture.boxes, QStringList(QStringLiteral(
+                                    "[New Veltrane Database Location] Microsoft Access Database (*.mdb)")));
+        QCOMPARE(fixture.registered,
+                 QStringList(u"New Blank Veltrane Database|Veltrane Database|" % fixture.chosenFile));
+        QVERIFY(!QFile::exists(fixture.Working()));
+        QVERIFY(!QFile::exists(fixture.chosenFile + QStringLiteral("-wal")));
+        QVERIFY(!gConnection.IsOpen());
+
+        gDBQFilename = fixture.chosenFile;
+        QVERIFY(ConnectDatabase(false));
+        QCOMPARE(fixture.asked, 0);
+        QVERIFY(gConnection.OpenRecordset(QStringLiteral("SELECT * FROM Users"))->IsEmpty());
+    }
+
+    void RefusesAWrongTemplate_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::newRow("missing") << "missing";
+        QTest::newRow("empty") << "empty";
+        QTest::newRow("a text") << "text";
+        QTest::newRow("without a password") << "plain";
+        QTest::newRow("another password") << "other";
+        QTest::newRow("cut short") << "cut";
+    }
+    void RefusesAWrongTemplate()
+    {
+        QFETCH(QString, kind);
+        NewFixture fixture;
+        if (kind == QStringLiteral("missing"))
+            QVERIFY(QFile::remove(fixture.Template()));
+        else if (kind == QStringLiteral("cut"))
+            QVERIFY(QFile::resize(fixture.Template(), 300));
+        else if (kind == QStringLiteral("plain"))
+            QVERIFY(
+                FileDatabase::OpenExclusive(fixture.Template(), QStringLiteral("marigold"))->NewPassword({}));
+        else if (kind == QStringLiteral("other"))
+            QVERIFY(FileDatabase::OpenExclusive(fixture.Template(), QStringLiteral("marigold"))
+                        ->NewPassword(QStringLiteral("rose")));
+        else
+            Write(fixture.Template(), kind == QStringLiteral("text") ? QByteArray(5000, 't') : QByteArray());
+        NewDatabase();
+        QCOMPARE(fixture.boxes,
+                 QStringList(kind == QStringLiteral("missing") ? missingTemplate : invalidTemplate));
+        QVERIFY(!QFile::exists(fixture.Working()));
+        QVERIFY(fixture.registered.isEmpty());
+    }
+
+    void ACancelledChooserLeavesTheWorkingCopy()
+    {
+        NewFixture fixture;
+        fixture.chosenFile.clear();
+        NewDatabase();
+        QVERIFY(QFile::exists(fixture.Working()));
+        QVERIFY(fixture.registered.isEmpty());
+        fixture.chosenFile = fixture.Path(QStringLiteral("new.mdb"));
+        NewDatabase();
+        QCOMPARE(fixture.registered.size(), 1);
+        QVERIFY(!QFile::exists(fixture.Working()));
+    }
+
+    void TellsWhatCannotBeWritten()
+    {
+        NewFixture fixture;
+        const auto create = [&](const QString &file) {
+            fixture.chosenFile = file;
+            fixture.boxes.clear();
+            NewDatabase();
+            return fixture.boxes.value(1);
+        };
+        const QString nowhere = fixture.Path(QStringLiteral("no/such/folder/new.mdb"));
+        QCOMPARE(create(nowhere), fixture.NotCreated(nowhere));
+        QCOMPARE(create(fixture.directory.path()), fixture.NotCreated(fixture.directory.path()));
+        QVERIFY(!QFile::exists(fixture.Working()));
+        QVERIFY(fixture.registered.isEmpty());
+
+        const FullDisk disk(20'000);
+        fixture.boxes.clear();
+        NewDatabase();
+        QCOMPARE(fixture.boxes, QStringList(fixture.NotCreated(fixture.Working())));
+    }
+
+    /// The disk may fill up between the working copy and the database itself.
+    void AFullDiskLeavesWhatWasThere()
+    {
+        NewFixture fixture;
+        Write(fixture.chosenFile, "what was there before");
+        std::optional<FullDisk> disk;
+        Dialogs::Installed().saveFile = [&](const Dialogs::FileQuestion &) {
+            disk.emplace(20'000);
+            return fixture.chosenFile;
+        };
+        NewDatabase();
+        disk.reset();
+        QCOMPARE(fixture.boxes, QStringList(fixture.NotCreated(fixture.chosenFile)));
+        QCOMPARE(ContentOf(fixture.chosenFile), QByteArray("what was there before"));
+        QVERIFY(!QFile::exists(fixture.Working()));
+    }
+
+    void ReplacesNoDatabaseThatSomebodyWorksOn()
+    {
+        NewFixture fixture;
+        gDBQFilename = fixture.MakeDatabase(QStringLiteral("college.mdb"));
+        QVERIFY(ConnectDatabase(false));
+        fixture.chosenFile = gDBQFilename;
+        gDBValid = true;
+        NewDatabase();
+        QCOMPARE(fixture.boxes.value(1), fixture.NotCreated(gDBQFilename));
+        QVERIFY(gConnection.Execute(QStringLiteral("INSERT INTO City (City) VALUES ('Leeds')")));
+
+        Connection other;
+        QVERIFY(other.Open(gConnection.ConnectionText()));
+        QVERIFY(other.OpenRecordset(QStringLiteral("SELECT * FROM City")));
+        gConnection.Close();
+        gDBValid = false;
+        fixture.boxes.clear();
+        NewDatabase();
+        QCOMPARE(fixture.boxes.value(1), fixture.NotCreated(gDBQFilename));
+        QCOMPARE(other.OpenRecordset(QStringLiteral("SELECT * FROM City"))->RowCount(), 2);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestNewDatabase)
+#include "test_newdatabase.moc"
