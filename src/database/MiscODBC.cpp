@@ -63,6 +63,14 @@ int ReadKey(const QString &sql, QStringView column)
     return rows.IsEmpty() ? 0 : static_cast<int>(rows.First().Long(column));
 }
 
+void EndRow(WriteGroup &group)
+{
+    while (!group.Tick()) {
+        if (!RetryAfterFailure())
+            throw StatementGivenUp{};
+    }
+}
+
 bool TryExecute(const QString &sql)
 {
     return gConnection.Execute(sql);

@@ -8,6 +8,7 @@
 #include <utility>
 
 class ListModel;
+class WriteGroup;
 
 /// How every data function reaches the database: complete SQL text with inline values on the session
 /// connection. A function wraps its steps in Reported, the one error handler of the data layer.
@@ -62,6 +63,9 @@ Recordset OpenRecordset(const QString &sql);
 bool HasRow(const QString &sql);
 /// The whole number in `column` of the query's first row, 0 without a row; only inside Reported.
 int ReadKey(const QString &sql, QStringView column);
+
+/// Marks the end of a whole row of a long loop; only inside Reported, which a commit that fails goes to.
+void EndRow(WriteGroup &group);
 
 /// The same with errors ignored, for the few routines that go on after a failure.
 bool TryExecute(const QString &sql);

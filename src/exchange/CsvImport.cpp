@@ -227,13 +227,12 @@ QString Reached(const CsvProgress &progress)
     return u"line " % QString::number(progress.Value()) % u" of " % QString::number(progress.Maximum());
 }
 
-void ImportLines(ImportRun &run, CsvReader &reader, CsvProgress &progress)
+void ImportLines(ImportRun &run, CsvReader &reader, WriteGroup &group, CsvProgress &progress)
 {
-    WriteGroup group(gConnection);
     CsvLine line;
     for (int done = 1; !progress.IsCancelled() && reader.Next(line); ++done) {
         run.TakeLine(line);
-        group.Tick();
+        EndRow(group);
         progress.SetValue(done);
     }
     CleanUp();
@@ -295,29 +294,34 @@ bool Import_CSV_File(const QString &fileName, const ListModel &fields, const QSt
 {
     CsvReader reader;
     std::optional<ImportRun> run;
+    WriteGroup group(gConnection);
     const Outcome outcome = Reported("Import_CSV_File", Outcome::Failed, [&] {
         const Outcome prepared = Prepare(run, reader, fileName, fields, sql, keyColumn, table);
         if (prepared == Outcome::Ran) {
             progress.Begin(reader.CountRest());
-            ImportLines(*run, reader, progress);
+            ImportLines(*run, reader, group, progress);
         }
         return prepared;
     });
-
+    const bool isStored = group.Finish();
     if (outcome == Outcome::Told)
         return false;
-    const bool failed = outcome == Outcome::Failed;
-    if (failed)
+    if (outcome == Outcome::Failed || !isStored)
         Tell(QStringLiteral("Import failed, maybe an invalid SQL query was passed."));
     if (!run)
         return false;
-    if (failed)
+
+    const QString counts = CountsText(run->Counts());
+    if (!isStored)
+        Tell(u"The database did not take the last lines before " % Reached(progress) %
+             u". When it does again, import the file once more: the records that are there are skipped.");
+    else if (outcome == Outcome::Failed)
         Tell(u"The import stopped behind " % Reached(progress) %
-             u". What it did before stays in the database:\n" % CountsText(run->Counts()));
+             u". What it did before stays in the database:\n" % counts);
     else if (progress.IsCancelled())
-        Tell(u"Import cancelled behind " % Reached(progress) % u":\n" % CountsText(run->Counts()));
+        Tell(u"Import cancelled behind " % Reached(progress) % u":\n" % counts);
     else
-        Tell(u"Import complete:\n" % CountsText(run->Counts()));
+        Tell(u"Import complete:\n" % counts);
     TellNotes(run->Notes(), reader, fileName);
-    return !failed && !progress.IsCancelled();
+    return isStored && outcome == Outcome::Ran && !progress.IsCancelled();
 }

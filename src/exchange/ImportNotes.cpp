@@ -57,12 +57,16 @@ void ImportNotes::ValueCut(int line, const QString &field, qsizetype length, int
 QString ImportNotes::Text(const QString &fileName) const
 {
     const QString name = u" of '" % QFileInfo(fileName).fileName() % u"' ";
+    const auto heading = [&name](int count, const char *what, const char *one, const char *many) {
+        return QString(Counted(count) % u' ' % QLatin1String(what) %
+                       (count == 1 ? QString() : QString(u's')) % name %
+                       QLatin1String(count == 1 ? one : many) % u':');
+    };
     const QString refused =
-        m_refused.Text(Counted(m_refused.count) % (m_refused.count == 1 ? u" line" : u" lines") % name %
-                       (m_refused.count == 1 ? u"was" : u"were") % u" skipped because of what it holds:");
-    const QString cut =
-        m_cut.Text(Counted(m_cut.count) % (m_cut.count == 1 ? u" value" : u" values") % name %
-                   (m_cut.count == 1 ? u"was" : u"were") % u" cut to the size of the column:");
-    return (refused.isEmpty() || cut.isEmpty() ? QString(refused % cut) : QString(refused % u'\n' % cut))
-        .trimmed();
+        m_refused.Text(heading(m_refused.count, "line", "was skipped because of what it holds",
+                               "were skipped because of what they hold"));
+    const QString cut = m_cut.Text(heading(m_cut.count, "value", "was cut to the size of the column",
+                                           "were cut to the size of the column"));
+    const bool both = !refused.isEmpty() && !cut.isEmpty();
+    return QString(refused % (both ? QString(u'\n') : QString()) % cut).trimmed();
 }

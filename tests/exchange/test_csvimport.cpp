@@ -1,0 +1,603 @@
+#include "controls/ListModel.h"
+#include "core/Session.h"
+#include "database/MiscODBC.h"
+#include "exchange/CsvExport.h"
+#include "exchange/CsvImport.h"
+#include "exchange/CsvProgress.h"
+#include "exchange/ImportColumn.h"
+#include "exchange/ImportState.h"
+#include "exchange/ReportQuery.h"
+#include "exchange/TableFixODBC.h"
+#include "support/ScriptedDialogs.h"
+#include "support/StatementLog.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace
+{
+QString Summary(int imported, int updated, int skipped)
+{
+    return u"Import complete:\n" % QString::number(imported) % u" Records where imported.\n" %
+           QString::number(updated) % u" Records where updated.\n" % QString::number(skipped) %
+           u" Records where skipped.";
+}
+
+const QString programFailed =
+    QStringLiteral("A number of errors have been detected, please seek technical support.");
+const QString importFailed = QStringLiteral("Import failed, maybe an invalid SQL query was passed.");
+} // namespace
+
+/// Imports into a real database through the shipped map, as the wizard does.
+class TestCsvImport final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void SamplePeopleComeInAndGoOut();
+    void StatementsOfOneLine();
+    void CleanUpRunsInOrder();
+    void LinesAreCounted_data();
+    void LinesAreCounted();
+    void ReferenceTellsPeopleOfOneNameApart();
+    void OrganisationsHaveTheirOwnLookups();
+    void TextsNeverChangeAStatement_data();
+    void TextsNeverChangeAStatement();
+    void CutsBetweenWholeCharacters_data();
+    void CutsBetweenWholeCharacters();
+    void Dates_data();
+    void Dates();
+    void RefusedLinesAreNamedOnce();
+    void LongNamesAreCutAndTold();
+    void CancelLeavesWholeRows();
+    void FailureKeepsWhatWasWritten();
+    void RefusesQueriesThatAreNoDataSet_data();
+    void RefusesQueriesThatAreNoDataSet();
+    void FilesWithNothingToImport_data();
+    void FilesWithNothingToImport();
+    void HeaderThatChangedStopsTheImport();
+    void ExportWritesEachKindOfColumn();
+    void ExportComplains();
+
+private:
+    QString File(const QByteArray &bytes);
+    /// Runs the wizard's steps on a file; false if one of them stopped.
+    bool Import(const QString &file, int dataSet = 0);
+    bool ImportBytes(const QByteArray &bytes, int dataSet = 0) { return Import(File(bytes), dataSet); }
+    static QStringList Column(const QString &sql);
+    static int Count(const QString &table);
+
+    QTemporaryDir m_folder;
+    int m_files = 0;
+    CsvProgress m_progress;
+    std::optional<ScriptedDialogs> m_user;
+};
+
+void TestCsvImport::initTestCase()
+{
+    QVERIFY(m_folder.isValid());
+}
+
+void TestCsvImport::init()
+{
+    const QString file = m_folder.filePath(QStringLiteral("db%1.mdb").arg(++m_files));
+    QVERIFY(QFile::copy(QCoreApplication::applicationDirPath() % u"/system/blank", file));
+    QVERIFY(gConnection.Open(u"DBQ=" % file %
+                             u";Driver={Microsoft Access Driver (*.mdb)};DriverId=25;MaxBufferSize=8192;"
+                             u"Threads=20;PWD=marigold"));
+    m_user.emplace();
+    m_progress = CsvProgress();
+}
+
+void TestCsvImport::cleanup()
+{
+    m_user.reset();
+    gConnection.Close();
+}
+
+QString TestCsvImport::File(const QByteArray &bytes)
+{
+    QFile file(m_folder.filePath(QStringLiteral("in%1.csv").arg(++m_files)));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        QTest::qFail("cannot write the file", __FILE__, __LINE__);
+    return file.fileName();
+}
+
+bool TestCsvImport::Import(const QString &file, int dataSet)
+{
+    ImportState state(CsvMap(QStringLiteral(SYSTEM_DATA "/csvmap.dat")));
+    state.ImportList.SelectOnly(dataSet);
+    return state.ChooseDataSet() && state.ChooseFile(file) && state.CheckMapping() && state.Run(m_progress);
+}
+
+QStringList TestCsvImport::Column(const QString &sql)
+{
+    QStringList values;
+    const std::optional<Recordset> rows = gConnection.OpenRecordset(sql);
+    if (!rows)
+        return {QStringLiteral("failed: ") + gConnection.Errors().first().description};
+    for (const Recordset::Row row : *rows) {
+        QStringList cells;
+        for (int column = 0; column < rows->ColumnCount(); ++column)
+            cells.append(row.IsNull(column) ? QStringLiteral("NULL") : row.Text(column));
+        values.append(cells.join(u'|'));
+    }
+    return values;
+}
+
+int TestCsvImport::Count(const QString &table)
+{
+    return Column(u"SELECT COUNT(*) FROM " % table).value(0).toInt();
+}
+
+void TestCsvImport::SamplePeopleComeInAndGoOut()
+{
+    m_user->Expect("CSV Import", Summary(500, 0, 0));
+    QVERIFY(Import(QStringLiteral(DEMO_DATA "/people.csv")));
+    QCOMPARE(Count("Contacts"), 501);
+    QCOMPARE(Count("Organisations"), 175);
+    QCOMPARE(Count("City"), 113);
+    QCOMPARE(Count("County"), 27);
+    QCOMPARE(
+        Column("SELECT Cust_Forename, Cust_Surname, Organisations.OrganName, City.City, County.County, "
+               "Cust_Country, Cust_Designation, ContactContactRef, Cust_TelDay, Cust_URL, "
+               "Contacts.ReferenceID FROM ((Contacts INNER JOIN Organisations ON Contacts.OrganRef = "
+               "Organisations.OrganRef) INNER JOIN City ON Cust_City = City_ID) INNER JOIN County ON "
+               "Cust_County = County_ID WHERE Cust_Surname = 'McCready' AND Cust_Addr1 = '53 Garden Drive'"),
+        QStringList{QString::fromUtf8("Zoë|McCready|Northlight Brewery & Sons|Heatherhurst|West Fellshire|"
+                                      "1|1|1|01632 960802|http://www.northlightbrewerysons.example|")});
+
+    m_user->Expect("CSV Import", Summary(0, 0, 500));
+    QVERIFY(Import(QStringLiteral(DEMO_DATA "/people.csv")));
+    QCOMPARE(Count("Contacts"), 501);
+
+    // Out with the same fields and in again: nothing is new.
+    ImportState state(CsvMap(QStringLiteral(SYSTEM_DATA "/csvmap.dat")));
+    QVERIFY(state.ChooseDataSet() && state.ChooseFile(QStringLiteral(DEMO_DATA "/people.csv")));
+    ListModel fields;
+    for (int row = 0; row < state.ImportSel.Count(); ++row) {
+        const TreeNode *target = state.TargetOf(row);
+        fields.Add({.key = target->key.mid(1), .text = target->text, .checked = true});
+    }
+    const auto entries = CsvMap(QStringLiteral(SYSTEM_DATA "/csvmap.dat")).Entries("English", 1);
+    const QString out = m_folder.filePath("out.csv");
+    m_user->Expect("CSV Export", "Export complete:\n500 Records where exported.");
+    Export_CSV_File(out, fields, CsvMap::ValueOf(entries, u'$'), m_progress);
+    m_user->Expect("CSV Import", Summary(0, 0, 500));
+    QVERIFY(Import(out));
+}
+
+void TestCsvImport::StatementsOfOneLine()
+{
+    const QString file = File("Title,Surname,Forename,Address,City,Sex,Date of birth,Organisation\n"
+                              "Dr,O'Neil,Ann,1 High St,Ely,female,22/03/1965,Acme\n");
+    m_user->Expect("CSV Import", Summary(1, 0, 0));
+    StatementLog log;
+    QVERIFY(Import(file));
+    const QString identity =
+        "Cust_Surname = 'O''Neil' AND Cust_Forename = 'Ann' AND Cust_Addr1 = '1 High St'";
+    const QStringList expected{
+        "SELECT * FROM Designation WHERE Title= 'Dr'",
+        "INSERT INTO Designation (Title) VALUES ('Dr')",
+        "SELECT * FROM Designation WHERE Title= 'Dr'",
+        "SELECT * FROM City WHERE City= 'Ely'",
+        "INSERT INTO City (City) VALUES ('Ely')",
+        "SELECT * FROM City WHERE City= 'Ely'",
+        "SELECT * FROM Organisations WHERE OrganName= 'Acme'",
+        "INSERT INTO Organisations (OrganName,Addr1) VALUES ('Acme','Not Known')",
+        "SELECT * FROM Organisations WHERE OrganName= 'Acme'",
+        "SELECT ContactRef FROM CONTACTS WHERE Cust_Designation = 2 AND " + identity +
+            " AND Cust_City = 2 AND Cust_Sex = 1 AND Cust_DOB = 19650322 AND OrganRef = 2 AND ReferenceID = "
+            "''",
+        "SELECT ContactRef FROM CONTACTS WHERE " + identity + " AND ReferenceID = ''",
+        "INSERT INTO CONTACTS (Cust_Designation,Cust_Surname,Cust_Forename,Cust_Addr1,Cust_City,Cust_Sex,"
+        "Cust_DOB,OrganRef,ReferenceID) VALUES (2,'O''Neil','Ann','1 High St',2,1,19650322,2,'')"};
+    QCOMPARE(log.Statements().mid(1, expected.size()), expected);
+
+    log.Clear();
+    m_user->Expect("CSV Import", "'O''Neil','ann','1 high st' already exists.\nOkay to update?",
+                   Dialogs::Answer::Yes);
+    m_user->Expect("CSV Import", Summary(0, 1, 0));
+    QVERIFY(ImportBytes("Surname,Forename,Address,Title\nO'Neil,ann,1 high st,\n"));
+    QVERIFY(log.Statements().contains("UPDATE CONTACTS SET Cust_Surname = 'O''Neil',Cust_Forename = 'ann',"
+                                      "Cust_Addr1 = '1 high st',Cust_Designation = 1,ReferenceID = '' WHERE "
+                                      "ContactRef = 2"));
+}
+
+void TestCsvImport::CleanUpRunsInOrder()
+{
+    QVERIFY(gConnection.Execute("INSERT INTO Contacts (Cust_Forename) VALUES ('half')"));
+    QVERIFY(gConnection.Execute("INSERT INTO Organisations (Addr1) VALUES ('nameless')"));
+    m_user->Expect("CSV Import", Summary(1, 0, 0));
+    StatementLog log;
+    QVERIFY(ImportBytes("Organisation,County\nAcme,\n", 1));
+    QCOMPARE(
+        log.Statements().mid(log.Statements().size() - 13),
+        (QStringList{
+            "UPDATE Contacts SET Cust_City = 1 WHERE Cust_City is NULL",
+            "UPDATE Contacts SET Cust_Country = 1 WHERE Cust_Country is NULL",
+            "UPDATE Contacts SET Cust_City = 1 WHERE Cust_City is NULL",
+            "UPDATE Contacts SET Cust_Designation = 1 WHERE Cust_Designation is NULL",
+            "UPDATE Contacts SET Cust_County = 1 WHERE Cust_County is NULL",
+            "UPDATE Contacts SET Cust_EthnicGroup = 1 WHERE Cust_EthnicGroup is NULL",
+            "UPDATE Contacts SET OrganRef = 1 WHERE OrganRef is NULL",
+            "UPDATE Contacts SET ContactContactRef = 1 WHERE ContactContactRef is NULL",
+            "UPDATE Organisations SET City = 1 WHERE City IS NULL",
+            "UPDATE Organisations SET County = 1 WHERE County IS NULL",
+            "UPDATE Organisations SET Country = 1 WHERE Country IS NULL",
+            "DELETE FROM Contacts WHERE ContactRef > 1 and (Cust_Forename is NULL or Cust_Surname is NULL)",
+            "DELETE FROM Organisations WHERE OrganRef > 1 and (OrganName is NULL)"}));
+    QCOMPARE(Count("Contacts"), 1);
+    QCOMPARE(Column("SELECT OrganName, City, County, Country FROM Organisations WHERE OrganRef > 1"),
+             QStringList{"Acme|1|1|1"});
+}
+
+void TestCsvImport::LinesAreCounted_data()
+{
+    QTest::addColumn<QByteArray>("line"); // behind Forename,Surname,Address,Postcode; Ann Ash is there
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<QList<int>>("counts"); // imported, updated, skipped
+    QTest::addColumn<QString>("postcode");  // of Ann Ash afterwards
+    using L = QList<int>;
+    const int none = 0;
+    const int yes = static_cast<int>(Dialogs::Answer::Yes);
+    const int no = static_cast<int>(Dialogs::Answer::No);
+    QTest::newRow("new person") << QByteArray("Ben,Birch,2 Low St,B1") << none << L{1, 0, 0} << "A1";
+    QTest::newRow("the same record") << QByteArray("Ann,Ash,1 High St,A1") << none << L{0, 0, 1} << "A1";
+    QTest::newRow("the same in other letters")
+        << QByteArray("ANN,ash,1 HIGH ST,a1") << none << L{0, 0, 1} << "A1";
+    QTest::newRow("updated") << QByteArray("Ann,Ash,1 High St,A2") << yes << L{0, 1, 0} << "A2";
+    QTest::newRow("not updated") << QByteArray("Ann,Ash,1 High St,A2") << no << L{0, 0, 0} << "A1";
+    QTest::newRow("box closed") << QByteArray("Ann,Ash,1 High St,A2") << 2 << L{0, 0, 0} << "A1";
+    QTest::newRow("moved house") << QByteArray("Ann,Ash,9 New St,A1") << none << L{1, 0, 0} << "A1";
+    QTest::newRow("required field empty") << QByteArray("Ann,,1 High St,A2") << none << L{0, 0, 1} << "A1";
+    QTest::newRow("required field of blanks")
+        << QByteArray("Ann,Ash,\"\"  ,A2") << none << L{0, 0, 1} << "A1";
+    QTest::newRow("empty line") << QByteArray("") << none << L{0, 0, 1} << "A1";
+    QTest::newRow("short line") << QByteArray("Cat,Cole,3 Mid St") << none << L{1, 0, 0} << "A1";
+    QTest::newRow("long line") << QByteArray("Cat,Cole,3 Mid St,C1,more,and more") << none << L{1, 0, 0}
+                               << "A1";
+}
+
+void TestCsvImport::LinesAreCounted()
+{
+    QFETCH(QByteArray, line);
+    QFETCH(int, answer);
+    QFETCH(QList<int>, counts);
+    const QByteArray header("Forename,Surname,Address,Postcode\n");
+    m_user->Expect("CSV Import", Summary(1, 0, 0));
+    QVERIFY(ImportBytes(header + "Ann,Ash,1 High St,A1\n"));
+    if (answer != 0)
+        m_user->Expect("CSV Import", "'Ann','Ash','1 High St' already exists.\nOkay to update?",
+                       static_cast<Dialogs::Answer>(answer));
+    m_user->Expect("CSV Import", Summary(counts[0], counts[1], counts[2]));
+    QVERIFY(ImportBytes(header + line + "\n"));
+    QCOMPARE(Count("Contacts"), 2 + counts[0]);
+    QTEST(Column("SELECT Cust_Postcode FROM Contacts WHERE ContactRef = 2").value(0), "postcode");
+}
+
+void TestCsvImport::ReferenceTellsPeopleOfOneNameApart()
+{
+    m_user->Expect("CSV Import", Summary(3, 0, 1));
+    QVERIFY(ImportBytes("Forename,Surname,Address,Reference ID\nAnn,Ash,1 High St,A1\n"
+                        "Ann,Ash,1 High St,A2\nAnn,Ash,1 High St,\nAnn,Ash,1 High St,A2\n"));
+    QCOMPARE(Column("SELECT ReferenceID FROM Contacts WHERE ContactRef > 1 ORDER BY ContactRef"),
+             (QStringList{"A1", "A2", ""}));
+}
+
+void TestCsvImport::OrganisationsHaveTheirOwnLookups()
+{
+    m_user->Expect("CSV Import", Summary(2, 0, 1));
+    QVERIFY(ImportBytes(
+        "Organisation,City,County,Country,Telephone\nAcme,Ely,Cambs,UK,1\nBolt,ELY,,UK,2\n,Ely,,,3\n", 1));
+    QCOMPARE(
+        Column(
+            "SELECT OrganName, City.City, County, Organisations.City FROM Organisations INNER JOIN City ON "
+            "Organisations.City = City_ID WHERE OrganRef > 1 ORDER BY OrganRef"),
+        (QStringList{"Acme|Ely|2|2", "Bolt|Ely|1|2"}));
+    QCOMPARE(Column("SELECT City FROM City ORDER BY City_ID"), (QStringList{"", "Ely"}));
+}
+
+void TestCsvImport::TextsNeverChangeAStatement_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("apostrophe") << "O'Neil";
+    QTest::newRow("apostrophe at the end") << "O'";
+    QTest::newRow("only apostrophes") << "'''";
+    QTest::newRow("statement") << "x'); DELETE FROM Contacts; --";
+    QTest::newRow("signs") << "%1 [a] ; {b} \\ # ? * -- /* _";
+    QTest::newRow("not ASCII") << QString::fromUtf8("Zoë 😀 Łukasz");
+    QTest::newRow("keywords") << "SELECT USERS WHERE 5AND";
+    QTest::newRow("long") << QString(10000, 'x');
+    QTest::newRow("megabyte") << QString(1024 * 1024, 'y');
+}
+
+void TestCsvImport::TextsNeverChangeAStatement()
+{
+    QFETCH(QString, text);
+    m_user->Expect("CSV Import", Summary(1, 0, 0));
+    QVERIFY(ImportBytes(
+        QString("Forename,Surname,Address,Notes\nAnn,Ash,1 High St,\"" + text + "\"\n").toUtf8()));
+    QTEST(Column("SELECT Cust_Notes FROM Contacts WHERE ContactRef > 1").value(0), "text");
+    QCOMPARE(Count("Contacts"), 2);
+}
+
+void TestCsvImport::CutsBetweenWholeCharacters_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QString>("safe");
+    QTest::newRow("fits") << "abc" << 3 << "abc";
+    QTest::newRow("cut") << "abcd" << 3 << "abc";
+    QTest::newRow("counts the doubled apostrophe") << "a'bc" << 4 << "a''b";
+    QTest::newRow("never half an apostrophe") << "ab'c" << 3 << "ab";
+    QTest::newRow("a run of them") << "''''" << 5 << "''''";
+    QTest::newRow("never half a character") << QString::fromUtf8("ab😀") << 3 << "ab";
+    QTest::newRow("backtick doubled") << "a`b" << 10 << "a``b";
+    QTest::newRow("no limit") << QString(5000, 'x') << 0 << QString(5000, 'x');
+}
+
+void TestCsvImport::CutsBetweenWholeCharacters()
+{
+    QFETCH(QString, text);
+    QFETCH(int, size);
+    QTEST(CutSafeText(text, size), "safe");
+}
+
+void TestCsvImport::Dates_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("dateInt"); // -1: refused
+    QTest::newRow("British") << "22/03/2005" << 20050322;
+    QTest::newRow("ISO") << "2005-03-22" << 20050322;
+    QTest::newRow("leap day") << "29/02/2004" << 20040229;
+    QTest::newRow("empty") << "" << 0;
+    for (const char *refused :
+         {"29/02/2005", "31/11/2005", "03/22/2005", "22/3/2005", "22/03/05", "22-03-2005", "2005/03/22",
+          "22 March 2005", "22/03/2005 10:00", "unknown", "0", "00/00/0000"})
+        QTest::newRow(refused) << refused << -1;
+}
+
+void TestCsvImport::Dates()
+{
+    QFETCH(QString, text);
+    QFETCH(int, dateInt);
+    const bool refused = dateInt < 0;
+    m_user->Expect("CSV Import", refused ? Summary(0, 0, 1) : Summary(1, 0, 0));
+    if (refused)
+        m_user->Expect("CSV Import",
+                       u"1 line of 'in" % QString::number(m_files + 1) %
+                           u".csv' was skipped because of what it holds:\n    Line 2, field 'Date of "
+                           u"Birth': '" %
+                           text % u"' is no date as DD/MM/YYYY or YYYY-MM-DD.");
+    QVERIFY(ImportBytes("Forename,Surname,Address,Date of Birth\nAnn,Ash,1 High St," + text.toUtf8() + "\n"));
+    QCOMPARE(Column("SELECT Cust_DOB FROM Contacts WHERE ContactRef > 1"),
+             refused ? QStringList() : QStringList{QString::number(dateInt)});
+}
+
+void TestCsvImport::RefusedLinesAreNamedOnce()
+{
+    QByteArray lines("Forename,Surname,Address,City,Date of Birth\nAnn,Ash,1 High St,Ely,01/02/1990\n"
+                     "Ben,\"Birch,2 High St,Newtown,01/02/1990\n");
+    QString listed = "    Line 3: a quotation mark is opened and not closed.\n";
+    for (int line = 4; line < 16; ++line) {
+        lines += "Cat,Cole,3 High St,Oldtown,soon\n";
+        if (line < 13)
+            listed += u"    Line " % QString::number(line) %
+                      u", field 'Date of Birth': 'soon' is no date as "
+                      u"DD/MM/YYYY or YYYY-MM-DD.\n";
+    }
+    lines += "Dan,Dale,4 High St,Ely,1990-02-01\n";
+    const QString file = File(lines);
+    m_user->Expect("CSV Import", Summary(2, 0, 13));
+    m_user->Expect("CSV Import", u"13 lines of '" % file.section('/', -1) %
+                                     u"' were skipped because of what they hold:\n" % listed %
+                                     u"    and 3 more.");
+    QVERIFY(Import(file));
+    QCOMPARE(Column("SELECT City FROM City WHERE City_ID > 1"), QStringList{"Ely"});
+}
+
+void TestCsvImport::LongNamesAreCutAndTold()
+{
+    const QByteArray longName(1300, 'n');
+    const QString file =
+        File("Forename,Surname,Address,City\nAnn," + longName + ",1 High St," + longName + "\n");
+    m_user->Expect("CSV Import", Summary(1, 0, 0));
+    m_user->Expect(
+        "CSV Import",
+        u"2 values of '" % file.section('/', -1) %
+            u"' were cut to the size of the column:\n    Line 2, field 'Surname': 1,300 characters, of "
+            u"which 255 fit.\n    Line 2, field 'City': 1,300 characters, of which 255 fit.");
+    QVERIFY(Import(file));
+    QCOMPARE(Column("SELECT Cust_Surname FROM Contacts WHERE ContactRef > 1").value(0).size(), 255);
+    QCOMPARE(Column("SELECT City FROM City WHERE City_ID > 1").value(0).size(), 255);
+}
+
+void TestCsvImport::CancelLeavesWholeRows()
+{
+    QByteArray lines("Forename,Surname,Address,City\n");
+    for (int i = 0; i < 3000; ++i)
+        lines += "Ann,Ash " + QByteArray::number(i) + ",1 High St,Ely\n";
+    int reached = 0;
+    m_progress = CsvProgress([&](int done, int) {
+        if (done > 0 && done < 3000 && reached == 0) {
+            reached = done;
+            m_progress.Cancel();
+        }
+    });
+    Dialogs::Installed().msgBox = [&](const QString &text, const QString &title, auto...) {
+        const QString at = QString::number(reached);
+        [&] {
+            QCOMPARE(title, QStringLiteral("CSV Import"));
+            QCOMPARE(
+                text,
+                QString(u"Import cancelled behind line " % at % u" of 3000:\n" % at %
+                        u" Records where imported.\n0 Records where updated.\n0 Records where skipped."));
+        }();
+        return Dialogs::Answer::Ok;
+    };
+    QVERIFY(!ImportBytes(lines));
+    QVERIFY(reached > 0);
+    QCOMPARE(Count("Contacts"), 1 + reached);
+    QCOMPARE(Count("Contacts WHERE Cust_Country = 1 AND Cust_City = 2"), reached);
+}
+
+void TestCsvImport::FailureKeepsWhatWasWritten()
+{
+    m_user->Expect("CSV Import", Summary(1, 0, 0));
+    QVERIFY(ImportBytes("Forename,Surname,Address\nAnn,Ash,1 High St\n"));
+    m_progress = CsvProgress([](int done, int) {
+        if (done == 0)
+            gConnection.Execute("DROP TABLE County");
+    });
+    m_user->Expect("Veltrane Connection", programFailed);
+    m_user->Expect("CSV Import", importFailed);
+    m_user->Expect("CSV Import",
+                   "The import stopped behind line 0 of 2. What it did before stays in the database:\n"
+                   "0 Records where imported.\n0 Records where updated.\n0 Records where skipped.");
+    StatementLog log;
+    QVERIFY(!ImportBytes(
+        "Forename,Surname,Address,City,County\nBen,Birch,2 High St,Ely,Cambs\nCat,Cole,3 High St,,\n"));
+    QCOMPARE(log.Statements().last(), QStringLiteral("SELECT * FROM County WHERE County= 'Cambs'"));
+    QCOMPARE(Column("SELECT City FROM City WHERE City_ID > 1"), QStringList{"Ely"});
+    QCOMPARE(Count("Contacts"), 2);
+}
+
+void TestCsvImport::RefusesQueriesThatAreNoDataSet_data()
+{
+    QTest::addColumn<QString>("sql");
+    QTest::addColumn<bool>("opens");
+    QTest::newRow("select") << "SELECT * FROM City" << true;
+    QTest::newRow("small letters") << "select * from City" << true;
+    QTest::newRow("user table") << "SELECT * FROM Users" << false;
+    QTest::newRow("user table quoted") << "SELECT * FROM [uSeRs]" << false;
+    QTest::newRow("the word in an alias") << "SELECT City AS Musers FROM City" << false;
+    QTest::newRow("no select") << "DELETE FROM City" << false;
+    QTest::newRow("select run together") << "SELECT* FROM City" << false;
+    QTest::newRow("empty") << "" << false;
+}
+
+void TestCsvImport::RefusesQueriesThatAreNoDataSet()
+{
+    QFETCH(QString, sql);
+    QFETCH(bool, opens);
+    StatementLog log;
+    QCOMPARE(Reported("test", false, [&] { return OpenReportQuery(sql).has_value(); }), opens);
+    QCOMPARE(log.Statements().isEmpty(), !opens);
+    if (opens)
+        return;
+    m_user->Expect("CSV Import", programFailed);
+    m_user->Expect("CSV Import", importFailed);
+    QVERIFY(!Import_CSV_File(File("a\n1\n"), ListModel(), sql, "City_ID", "City", m_progress));
+    m_user->Expect("CSV Export", "No Records found in database.");
+    Export_CSV_File(m_folder.filePath("none.csv"), ListModel(), sql, m_progress);
+    QVERIFY(!QFile::exists(m_folder.filePath("none.csv")));
+}
+
+void TestCsvImport::FilesWithNothingToImport_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("complaint");
+    const QString fixtures = EXCHANGE_FIXTURES "/";
+    QTest::newRow("only a header") << fixtures + "header-only.csv"
+                                   << "No Records found to import.";
+    QTest::newRow("empty") << fixtures + "empty.csv"
+                           << "File contains no data.";
+    QTest::newRow("no names") << fixtures + "names-missing.csv"
+                              << "No field header names found.";
+    QTest::newRow("missing") << "/no/such.csv"
+                             << "Unable to open '/no/such.csv'.";
+    QTest::newRow("folder") << "/tmp"
+                            << "Unable to open '/tmp'.\nIt is a folder.";
+    QTest::newRow("quote open in the header")
+        << ""
+        << "Line 1 of '%1' opens a quotation mark that it does not close.";
+}
+
+void TestCsvImport::FilesWithNothingToImport()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, complaint);
+    if (file.isEmpty()) {
+        file = File("Forename,\"Surname,Address\nAnn,Ash,1 High St\n");
+        complaint.replace("%1", file);
+    }
+    m_user->Expect("CSV Import", complaint);
+    QVERIFY(!Import(file));
+    QCOMPARE(Count("Contacts"), 1);
+}
+
+void TestCsvImport::HeaderThatChangedStopsTheImport()
+{
+    const QString file = File("Forename,Surname,Address\nAnn,Ash,1 High St\n");
+    ImportState state(CsvMap(QStringLiteral(SYSTEM_DATA "/csvmap.dat")));
+    QVERIFY(state.ChooseDataSet() && state.ChooseFile(file));
+    QFile changed(file);
+    QVERIFY(changed.open(QIODevice::WriteOnly));
+    changed.write("Surname,Forename,Address\nAsh,Ann,1 High St\n");
+    changed.close();
+    m_user->Expect("CSV Import",
+                   u"The fields of '" % file %
+                       u"' are not any more what they were when you chose it. Please choose the "
+                       u"file again.");
+    QVERIFY(!state.Run(m_progress));
+    QCOMPARE(Count("Contacts"), 1);
+}
+
+void TestCsvImport::ExportWritesEachKindOfColumn()
+{
+    for (const char *values :
+         {"'Ann', 'Ash \"A\"', 0, 19650322, 2", "'Ben', 'Birch, B', 1, 0, NULL", "'Cat', NULL, 2, NULL, 3"})
+        QVERIFY(gConnection.Execute(
+            "INSERT INTO Contacts (Cust_Forename, Cust_Surname, Cust_Sex, Cust_DOB, OrganRef) "
+            "VALUES (" +
+            QString(values) + ")"));
+    ListModel fields;
+    fields.Add({.key = "cust_surname", .text = "Last \"name\"", .checked = true});
+    fields.Add({.key = "Cust_Forename", .text = "First"});
+    fields.Add({.key = "NoSuchColumn", .text = "None", .checked = true});
+    fields.Add({.key = "Cust_Sex", .text = "Sex", .checked = true});
+    fields.Add({.key = "Cust_DOB", .text = "Born", .checked = true});
+    fields.Add({.key = "OrganRef", .text = "Works", .checked = true});
+    QFile file(m_folder.filePath("kinds.csv"));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("what was there before") > 0);
+    file.close();
+    m_user->Expect("CSV Export", "Export complete:\n3 Records where exported.");
+    Export_CSV_File(file.fileName(), fields,
+                    "SELECT * FROM Contacts WHERE ContactRef > 1 ORDER BY ContactRef", m_progress);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString today = QDate::currentDate().toString("dd/MM/yyyy");
+    QCOMPARE(QString::fromUtf8(file.readAll()), u"\uFEFF\"Last \"\"name\"\"\",\"Sex\",\"Born\",\"Works\"\r\n"
+                                                u"\"Ash \"\"A\"\"\",\"Not Specified\",\"22/03/1965\",2\r\n"
+                                                u"\"Birch, B\",\"Female\",\"" %
+                                                    today % u"\",0\r\n\"\",\"Male\",\"\",3\r\n");
+    QCOMPARE(m_progress.Value(), 3);
+}
+
+void TestCsvImport::ExportComplains()
+{
+    ListModel fields;
+    fields.Add({.key = "City", .text = "City", .checked = true});
+    const QString all = "SELECT * FROM City";
+    const QString file = m_folder.filePath("complains.csv");
+
+    m_user->Expect("CSV Export", "No Records found in database.");
+    Export_CSV_File(file, fields, "SELECT * FROM City WHERE City_ID = 0", m_progress);
+    m_user->Expect("Veltrane Connection", programFailed);
+    m_user->Expect("CSV Export", "Export failed, maybe an invalid SQL query was passed.");
+    Export_CSV_File(file, fields, "SELECT * FROM NoTable", m_progress);
+    m_user->Expect("CSV Export", programFailed);
+    m_user->Expect("CSV Export", "Export failed, maybe an invalid SQL query was passed.\n\nUnable to write "
+                                 "'/no/such/folder/x.csv': No such file or directory.");
+    Export_CSV_File("/no/such/folder/x.csv", fields, all, m_progress);
+    Export_CSV_File(file, ListModel(), all, m_progress); // nothing ticked: nothing to say
+    QVERIFY(!QFile::exists(file));
+}
+
+QTEST_GUILESS_MAIN(TestCsvImport)
+#include "test_csvimport.moc"
