@@ -26,8 +26,8 @@ ImportState::ImportState(const CsvMap &map, QObject *parent)
     : QObject(parent)
     , m_map(map)
 {
-    ImportTypes.Fill({{QStringLiteral("!1"), QStringLiteral("Text File (Comma Separated Values)")}});
-    ImportTypes.SelectFirst();
+    ImportTypes.Add(QStringLiteral("Text File (Comma Separated Values)"));
+    ImportTypes.SetCurrent(0);
     std::vector<ListItem> sets;
     for (const CsvDataSet &set : m_map.DataSets(language))
         sets.push_back({u'!' % QString::number(set.number), set.name});

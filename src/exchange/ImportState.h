@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/ComboModel.h"
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
 #include "exchange/CsvMap.h"
@@ -19,7 +20,7 @@ class ImportState final : public QObject
 public:
     explicit ImportState(const CsvMap &map, QObject *parent = nullptr);
 
-    ListModel ImportTypes;
+    ComboModel ImportTypes;
     ListModel ImportList; ///< key "!" and the number of the data set
     TreeModel ImportKey;  ///< key: tag and column, text: display name
     ListModel ImportSel;  ///< text: field of the file, sub-item: display name of its target

@@ -1,0 +1,133 @@
+#include "exchange/ImportPages.h"
+
+#include "exchange/ImportState.h"
+#include "exchange/frmChangeMap.h"
+#include "forms/FormBuilder.h"
+#include "platform/Dialogs.h"
+
+#include <QFileInfo>
+#include <QLabel>
+#include <QLocale>
+#include <QProgressBar>
+
+ImportDataPage::ImportDataPage(QWidget *page, ImportState &state)
+    : QObject(page)
+{
+    FormBuilder form(page);
+    form.Combo(QStringLiteral("ImportTypes"), QStringLiteral("File &type:"), state.ImportTypes);
+    m_list = form.List(QStringLiteral("ImportList"), QStringLiteral("&Importing Data to:"), state.ImportList);
+    m_list->SetEmptyText(QStringLiteral("The map of import fields (csvmap.dat) offers nothing."));
+    connect(m_list, &ListView::Opened, this, &ImportDataPage::Chosen);
+}
+
+void ImportDataPage::Enter()
+{
+    m_list->setFocus();
+}
+
+ImportFilePage::ImportFilePage(QWidget *page)
+    : QObject(page)
+{
+    FormBuilder form(page);
+    form.Line(
+        QStringLiteral("FileHint"),
+        QStringLiteral("The first line of the file names its fields. Dates in it are read as DD/MM/YYYY "
+                       "or YYYY-MM-DD."));
+    Filename = form.Text(QStringLiteral("Filename"), QStringLiteral("Te&xt file:"));
+    form.BeginButtons();
+    QPushButton *browse = form.Button(QStringLiteral("BrowseBtn"), QStringLiteral("B&rowse ..."));
+    form.EndButtons();
+    form.Stretch();
+    connect(browse, &QPushButton::clicked, this, &ImportFilePage::Browse);
+    connect(Filename, &QLineEdit::textChanged, this, &ImportFilePage::Changed);
+}
+
+void ImportFilePage::Enter()
+{
+    Filename->setFocus();
+}
+
+QString ImportFilePage::FileName() const
+{
+    return Filename->text().trimmed();
+}
+
+void ImportFilePage::Browse()
+{
+    const QString folder = FileName().isEmpty() ? QString() : QFileInfo(FileName()).path();
+    const QString file = Dialogs::OpenFile(
+        {QStringLiteral("Open"), folder, QString(),
+         QStringLiteral("Comma Separated Values (*.csv);;Text Files (*.txt);;All Files (*.*)"),
+         QStringLiteral("csv")});
+    if (!file.isEmpty())
+        Filename->setText(file);
+}
+
+ImportMapPage::ImportMapPage(QWidget *page, ImportState &state)
+    : QObject(page)
+    , m_state(state)
+{
+    FormBuilder form(page);
+    ImportSel = form.List(QStringLiteral("ImportSel"), QStringLiteral("Fiel&ds to import:"), state.ImportSel);
+    ImportSel->SetColumnChars({30, 30});
+    form.BeginButtons();
+    MapBtn = form.Button(QStringLiteral("MapBtn"), QStringLiteral("&Change Field Mapping..."));
+    form.EndButtons();
+    connect(MapBtn, &QPushButton::clicked, this, &ImportMapPage::ChangeMap);
+    connect(ImportSel, &ListView::Opened, this, &ImportMapPage::ChangeMap);
+}
+
+void ImportMapPage::Enter()
+{
+    MapBtn->setEnabled(!m_state.ImportSel.IsEmpty());
+    ImportSel->setFocus();
+}
+
+void ImportMapPage::ChangeMap()
+{
+    const int row = m_state.ImportSel.CurrentRow();
+    if (row < 0)
+        return;
+    frmChangeMap form(m_state, row, ImportSel->window());
+    if (form.exec() == QDialog::Accepted)
+        m_state.SetTarget(row, form.Target());
+}
+
+ImportRunPage::ImportRunPage(QWidget *page, ImportState &state)
+    : QObject(page)
+    , m_state(state)
+    , m_progress([this](int done, int maximum) { Show(done, maximum); })
+{
+    FormBuilder form(page);
+    ProgBar = new QProgressBar(page);
+    form.Place(ProgBar, QStringLiteral("ProgBar"));
+    m_done = form.Line(QStringLiteral("ProgText"), QString());
+    form.Stretch();
+}
+
+void ImportRunPage::Show(int done, int maximum)
+{
+    const QLocale locale;
+    ProgBar->setMaximum(maximum);
+    ProgBar->setValue(done);
+    m_done->setText(u"Line " % locale.toString(done) % u" of " % locale.toString(maximum));
+}
+
+void ImportRunPage::Run()
+{
+    SetRunning(true);
+    m_state.Run(m_progress);
+    SetRunning(false);
+}
+
+void ImportRunPage::SetRunning(bool running)
+{
+    m_running = running;
+    emit RunningChanged();
+}
+
+void ImportRunPage::Cancel()
+{
+    m_progress.Cancel();
+    m_done->setText(QStringLiteral("Stopping ..."));
+}

@@ -1,0 +1,245 @@
+#include "core/Session.h"
+#include "database/MiscODBC.h"
+#include "exchange/frmChangeMap.h"
+#include "exchange/frmImportWiz.h"
+#include "forms/ListView.h"
+#include "support/ModalDriver.h"
+#include "support/ScriptedDialogs.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QFile>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+/// The import wizard as a user drives it, by keys and buttons.
+class TestImportWiz final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void ImportsByKeyboardAlone();
+    void ChangesTheMapping();
+    void StaysWhereSomethingIsMissing();
+    void CancelStopsTheRun();
+
+private:
+    static void Type(QWidget &form, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Leaves a picture where the environment asks for it.
+    static void Picture(QWidget &form, const QString &name);
+    static QString Title(QWidget &form);
+    static bool IsEnabled(QWidget &form, const QString &button)
+    {
+        return Find<QPushButton>(form, button)->isEnabled();
+    }
+
+    QTemporaryDir m_folder;
+    int m_files = 0;
+    std::optional<ScriptedDialogs> m_user;
+};
+
+void TestImportWiz::init()
+{
+    const QString file = m_folder.filePath(QStringLiteral("db%1.mdb").arg(++m_files));
+    QVERIFY(QFile::copy(QCoreApplication::applicationDirPath() % u"/system/blank", file));
+    QVERIFY(gConnection.Open(u"DBQ=" % file %
+                             u";Driver={Microsoft Access Driver (*.mdb)};DriverId=25;MaxBufferSize=8192;"
+                             u"Threads=20;PWD=marigold"));
+    m_user.emplace();
+}
+
+void TestImportWiz::cleanup()
+{
+    m_user.reset();
+    gConnection.Close();
+}
+
+void TestImportWiz::Type(QWidget &form, int key, Qt::KeyboardModifiers modifiers)
+{
+    QWidget *focus = form.focusWidget();
+    QTest::keyClick(focus ? focus : &form, static_cast<Qt::Key>(key), modifiers);
+}
+
+void TestImportWiz::Picture(QWidget &form, const QString &name)
+{
+    const QString folder = qEnvironmentVariable("VELTRANE_PICTURES");
+    if (!folder.isEmpty())
+        form.grab().save(folder % u'/' % name % u".png");
+}
+
+QString TestImportWiz::Title(QWidget &form)
+{
+    for (const char *step : {"Step0", "Step1", "Step2", "Step3"}) {
+        if (Find<QWidget>(form, step)->isVisible())
+            return Find<QLabel>(form, QString(step) + "_Title")->text();
+    }
+    return {};
+}
+
+void TestImportWiz::ImportsByKeyboardAlone()
+{
+    frmImportWiz form;
+    form.show();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+    QCOMPARE(Title(form), QStringLiteral("Welcome to the Import Wizard"));
+    QVERIFY(!IsEnabled(form, "cmdNav_1"));
+    Picture(form, "import-0");
+    Type(form, Qt::Key_Return);
+
+    QCOMPARE(Title(form), QStringLiteral("CSV Import"));
+    QVERIFY(!IsEnabled(form, "cmdNav_2"));
+    QTest::keyClicks(form.focusWidget(), DEMO_DATA "/people.csv");
+    QVERIFY(IsEnabled(form, "cmdNav_2"));
+    Picture(form, "import-1");
+    Type(form, Qt::Key_Return);
+
+    QCOMPARE(Title(form), QStringLiteral("Field Mapping"));
+    QCOMPARE(Find<ListView>(form, "ImportSel")->Model().CheckedRows().size(), size_t(11));
+    Picture(form, "import-2");
+    m_user->Expect("CSV Import", "Import complete:\n500 Records where imported.\n0 Records where updated.\n"
+                                 "0 Records where skipped.");
+    Type(form, Qt::Key_N, Qt::AltModifier);
+
+    QCOMPARE(Title(form), QStringLiteral("Importing Data..."));
+    QCOMPARE(Find<QProgressBar>(form, "ProgBar")->value(), 500);
+    QVERIFY(IsEnabled(form, "cmdNav_3") && !IsEnabled(form, "cmdNav_1") && !IsEnabled(form, "cmdNav_2"));
+    Picture(form, "import-3");
+    Type(form, Qt::Key_Return);
+    QVERIFY(!form.isVisible());
+    QCOMPARE(gConnection.OpenRecordset("SELECT * FROM Contacts")->RowCount(), 501);
+}
+
+void TestImportWiz::ChangesTheMapping()
+{
+    QFile file(m_folder.filePath("shuffled.csv"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("Given,Surname,Address,Extra\nAnn,Ash,1 High St,x\n");
+    file.close();
+    frmImportWiz form;
+    form.show();
+    Press(form, "cmdNav_2");
+    TypeInto(form, "Filename", file.fileName());
+    Press(form, "cmdNav_2");
+    ListModel &fields = Find<ListView>(form, "ImportSel")->Model();
+    const auto keys = [&fields] {
+        QStringList all;
+        for (int row = 0; row < fields.Count(); ++row)
+            all.append(fields.At(row).key);
+        return all;
+    };
+    QCOMPARE(keys(), (QStringList{"?1", "*2-Cust_Surname", "*3-Cust_Addr1", "?4"}));
+
+    ModalDriver hands;
+    const auto changing = [&](int row, const std::function<void(QDialog &)> &step) {
+        fields.SelectOnly(row);
+        hands.Expect("frmChangeMap", step);
+        Press(form, "MapBtn");
+    };
+    changing(0, [&](QDialog &map) {
+        QVERIFY(IsEnabled(map, "ExitBtn"));
+        Find<QCheckBox>(map, "ImportField")->setChecked(true);
+        QVERIFY(!IsEnabled(map, "ExitBtn"));
+        ListModel &targets = Find<ListView>(map, "FieldList")->Model();
+        targets.SelectOnly(targets.Find("*Cust_Forename"));
+        Picture(map, "import-change");
+        Press(map, "ExitBtn");
+    });
+    QCOMPARE(keys(), (QStringList{"*1-Cust_Forename", "*2-Cust_Surname", "*3-Cust_Addr1", "?4"}));
+    changing(3, [&](QDialog &map) {
+        ListModel &targets = Find<ListView>(map, "FieldList")->Model();
+        targets.SelectOnly(targets.Find("*Cust_Addr1"));
+        QVERIFY(Find<QCheckBox>(map, "ImportField")->isChecked());
+        Press(map, "CanBtn");
+    });
+    changing(2, [&](QDialog &map) {
+        ListModel &targets = Find<ListView>(map, "FieldList")->Model();
+        QCOMPARE(targets.SelectedKeys(), QStringList{"*Cust_Addr1"});
+        Find<QCheckBox>(map, "ImportField")->setChecked(false);
+        Press(map, "ExitBtn");
+    });
+    QCOMPARE(keys(), (QStringList{"*1-Cust_Forename", "*2-Cust_Surname", "?3", "?4"}));
+
+    Press(form, "cmdNav_1");
+    Press(form, "cmdNav_2");
+    QCOMPARE(keys(), (QStringList{"?1", "*2-Cust_Surname", "*3-Cust_Addr1", "?4"}));
+}
+
+void TestImportWiz::StaysWhereSomethingIsMissing()
+{
+    frmImportWiz form;
+    form.show();
+    Find<ListView>(form, "ImportList")->Model().ClearSelection();
+    m_user->Expect("CSV Import", "No selected/available items to import.");
+    Press(form, "cmdNav_2");
+    QCOMPARE(Title(form), QStringLiteral("Welcome to the Import Wizard"));
+    m_user->Expect("", "Help not available.");
+    Press(form, "cmdNav_0");
+
+    Find<ListView>(form, "ImportList")->Model().SelectFirst();
+    Press(form, "cmdNav_2");
+    TypeInto(form, "Filename", "/no/such.csv");
+    m_user->Expect("CSV Import", "Unable to open '/no/such.csv'.");
+    Press(form, "cmdNav_2");
+    QCOMPARE(Title(form), QStringLiteral("CSV Import"));
+    m_user->ExpectFile("Open", "");
+    Press(form, "BrowseBtn");
+    QCOMPARE(Find<QLineEdit>(form, "Filename")->text(), QStringLiteral("/no/such.csv"));
+    m_user->ExpectFile("Open", EXCHANGE_FIXTURES "/utf8-lf.csv");
+    Press(form, "BrowseBtn");
+    Press(form, "cmdNav_2");
+
+    ListModel &fields = Find<ListView>(form, "ImportSel")->Model();
+    fields.SetChecked(1, false);
+    m_user->Expect("CSV Import", "The following fields are required:\n    Surname\n");
+    Press(form, "cmdNav_2");
+    QCOMPARE(Title(form), QStringLiteral("Field Mapping"));
+    Type(form, Qt::Key_Escape);
+    QVERIFY(!form.isVisible());
+}
+
+void TestImportWiz::CancelStopsTheRun()
+{
+    QFile file(m_folder.filePath("long.csv"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("Forename,Surname,Address\n");
+    for (int i = 0; i < 20000; ++i)
+        file.write("Ann,Ash " + QByteArray::number(i) + ",1 High St\n");
+    file.close();
+    frmImportWiz form;
+    form.show();
+    Press(form, "cmdNav_2");
+    TypeInto(form, "Filename", file.fileName());
+    Press(form, "cmdNav_2");
+
+    int presses = 0;
+    Dialogs::Installed().serveEvents = [&] {
+        const int done = Find<QProgressBar>(form, "ProgBar")->value();
+        if (done > 0 && done < 20000 && ++presses == 1) {
+            Picture(form, "import-running");
+            QVERIFY(!IsEnabled(form, "cmdNav_3"));
+            Press(form, "cmdNav_4");
+        }
+    };
+    QString told;
+    Dialogs::Installed().msgBox = [&](const QString &text, auto...) {
+        told = text;
+        return Dialogs::Answer::Ok;
+    };
+    Press(form, "cmdNav_2");
+    QCOMPARE(presses, 1);
+    QVERIFY2(told.startsWith("Import cancelled behind line "), qPrintable(told));
+    QVERIFY(form.isVisible());
+    const int people = gConnection.OpenRecordset("SELECT * FROM Contacts")->RowCount() - 1;
+    QVERIFY(people > 0 && people < 20000);
+    QVERIFY2(told.contains("\n" + QString::number(people) + " Records where imported."), qPrintable(told));
+    Press(form, "cmdNav_3");
+    QVERIFY(!form.isVisible());
+}
+
+QTEST_MAIN(TestImportWiz)
+#include "test_importwiz.moc"
