@@ -75,15 +75,16 @@ ImportColumn::Kind ImportColumn::KindOf(ColumnType type)
     }
 }
 
-ImportColumn::ImportColumn(const RecordsetColumn &about, const QString &table, int position, Role role)
-    : m_lookup(LookupOf(table.toUpper(), about.name.toUpper()))
-    , m_target(m_lookup ? QString::fromLatin1(m_lookup->target) : about.name)
+ImportColumn::ImportColumn(const QString &field, const RecordsetColumn &about, const QString &table,
+                           int position, Role role)
+    : m_lookup(LookupOf(table.toUpper(), field.toUpper()))
+    , m_target(m_lookup ? QString::fromLatin1(m_lookup->target) : field)
     , m_kind(m_lookup ? Kind::Lookup : KindOf(about.type))
     , m_size(about.definedSize)
     , m_position(position)
     , m_role(role)
 {
-    const QString column = about.name.toUpper();
+    const QString column = field.toUpper();
     if (table.toUpper() != QLatin1String("CONTACTS"))
         return;
     if (column == QLatin1String("CUST_SEX"))
@@ -137,22 +138,23 @@ QString ImportColumn::Value(const QString &text) const
 std::vector<ImportColumn> ImportColumns(const ListModel &fields, const Recordset &query, const QString &table)
 {
     using Role = ImportColumn::Role;
+    const QString reference = QStringLiteral("ReferenceID");
     std::vector<ImportColumn> columns;
     bool hasReference = false;
     for (const int row : fields.CheckedRows()) {
         const QString &key = fields.At(row).key;
         const qsizetype hyphen = key.indexOf(u'-');
-        const int column = hyphen < 0 ? -1 : query.ColumnIndex(QStringView(key).mid(hyphen + 1));
+        const QString field = hyphen < 0 ? QString() : key.mid(hyphen + 1);
+        const int column = query.ColumnIndex(field);
         if (column < 0)
             continue;
-        const RecordsetColumn &about = query.Column(column);
-        const bool isReference = about.name.compare(u"ReferenceID", Qt::CaseInsensitive) == 0;
+        const bool isReference = field.compare(reference, Qt::CaseInsensitive) == 0;
         const Role role = key.startsWith(u'*') ? Role::Required : isReference ? Role::Reference : Role::Plain;
         hasReference = hasReference || isReference;
-        columns.emplace_back(about, table, KeyNumber(key), role);
+        columns.emplace_back(field, query.Column(column), table, KeyNumber(key), role);
     }
-    const int reference = query.ColumnIndex(u"ReferenceID");
-    if (!hasReference && reference >= 0)
-        columns.emplace_back(query.Column(reference), table, 0, Role::Reference);
+    const int column = query.ColumnIndex(reference);
+    if (!hasReference && column >= 0)
+        columns.emplace_back(reference, query.Column(column), table, 0, Role::Reference);
     return columns;
 }

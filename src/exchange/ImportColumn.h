@@ -22,7 +22,9 @@ class ImportColumn final
 public:
     enum class Role { Plain, Required, Reference };
 
-    ImportColumn(const RecordsetColumn &about, const QString &table, int position, Role role);
+    /// `field` is the column's name in the spelling of the map; servers give their own.
+    ImportColumn(const QString &field, const RecordsetColumn &about, const QString &table, int position,
+                 Role role);
 
     int Position() const { return m_position; } ///< in the file from 1; 0 = in no field of it
     Role ColumnRole() const { return m_role; }

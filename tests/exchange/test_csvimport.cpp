@@ -10,6 +10,7 @@
 #include "exchange/TableFixODBC.h"
 #include "support/ScriptedDialogs.h"
 #include "support/StatementLog.h"
+#include "support/TestDatabase.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -35,7 +36,6 @@ class TestCsvImport final : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void init();
     void cleanup();
 
@@ -69,27 +69,18 @@ private:
     /// Runs the wizard's steps on a file; false if one of them stopped.
     bool Import(const QString &file, int dataSet = 0);
     bool ImportBytes(const QByteArray &bytes, int dataSet = 0) { return Import(File(bytes), dataSet); }
-    static QStringList Column(const QString &sql);
     static int Count(const QString &table);
 
     QTemporaryDir m_folder;
     int m_files = 0;
     CsvProgress m_progress;
+    std::optional<TestDatabase> m_database;
     std::optional<ScriptedDialogs> m_user;
 };
 
-void TestCsvImport::initTestCase()
-{
-    QVERIFY(m_folder.isValid());
-}
-
 void TestCsvImport::init()
 {
-    const QString file = m_folder.filePath(QStringLiteral("db%1.mdb").arg(++m_files));
-    QVERIFY(QFile::copy(QCoreApplication::applicationDirPath() % u"/system/blank", file));
-    QVERIFY(gConnection.Open(u"DBQ=" % file %
-                             u";Driver={Microsoft Access Driver (*.mdb)};DriverId=25;MaxBufferSize=8192;"
-                             u"Threads=20;PWD=marigold"));
+    m_database.emplace();
     m_user.emplace();
     m_progress = CsvProgress();
 }
@@ -97,7 +88,7 @@ void TestCsvImport::init()
 void TestCsvImport::cleanup()
 {
     m_user.reset();
-    gConnection.Close();
+    m_database.reset();
 }
 
 QString TestCsvImport::File(const QByteArray &bytes)
@@ -115,24 +106,9 @@ bool TestCsvImport::Import(const QString &file, int dataSet)
     return state.ChooseDataSet() && state.ChooseFile(file) && state.CheckMapping() && state.Run(m_progress);
 }
 
-QStringList TestCsvImport::Column(const QString &sql)
-{
-    QStringList values;
-    const std::optional<Recordset> rows = gConnection.OpenRecordset(sql);
-    if (!rows)
-        return {QStringLiteral("failed: ") + gConnection.Errors().first().description};
-    for (const Recordset::Row row : *rows) {
-        QStringList cells;
-        for (int column = 0; column < rows->ColumnCount(); ++column)
-            cells.append(row.IsNull(column) ? QStringLiteral("NULL") : row.Text(column));
-        values.append(cells.join(u'|'));
-    }
-    return values;
-}
-
 int TestCsvImport::Count(const QString &table)
 {
-    return Column(u"SELECT COUNT(*) FROM " % table).value(0).toInt();
+    return TestDatabase::Value(u"SELECT COUNT(*) FROM " % table).toInt();
 }
 
 void TestCsvImport::SamplePeopleComeInAndGoOut()
@@ -144,11 +120,12 @@ void TestCsvImport::SamplePeopleComeInAndGoOut()
     QCOMPARE(Count("City"), 113);
     QCOMPARE(Count("County"), 27);
     QCOMPARE(
-        Column("SELECT Cust_Forename, Cust_Surname, Organisations.OrganName, City.City, County.County, "
-               "Cust_Country, Cust_Designation, ContactContactRef, Cust_TelDay, Cust_URL, "
-               "Contacts.ReferenceID FROM ((Contacts INNER JOIN Organisations ON Contacts.OrganRef = "
-               "Organisations.OrganRef) INNER JOIN City ON Cust_City = City_ID) INNER JOIN County ON "
-               "Cust_County = County_ID WHERE Cust_Surname = 'McCready' AND Cust_Addr1 = '53 Garden Drive'"),
+        TestDatabase::Rows(
+            "SELECT Cust_Forename, Cust_Surname, Organisations.OrganName, City.City, County.County, "
+            "Cust_Country, Cust_Designation, ContactContactRef, Cust_TelDay, Cust_URL, "
+            "Contacts.ReferenceID FROM ((Contacts INNER JOIN Organisations ON Contacts.OrganRef = "
+            "Organisations.OrganRef) INNER JOIN City ON Cust_City = City_ID) INNER JOIN County ON "
+            "Cust_County = County_ID WHERE Cust_Surname = 'McCready' AND Cust_Addr1 = '53 Garden Drive'"),
         QStringList{QString::fromUtf8("Zoë|McCready|Northlight Brewery & Sons|Heatherhurst|West Fellshire|"
                                       "1|1|1|01632 960802|http://www.northlightbrewerysons.example|")});
 
@@ -233,8 +210,9 @@ void TestCsvImport::CleanUpRunsInOrder()
             "DELETE FROM Contacts WHERE ContactRef > 1 and (Cust_Forename is NULL or Cust_Surname is NULL)",
             "DELETE FROM Organisations WHERE OrganRef > 1 and (OrganName is NULL)"}));
     QCOMPARE(Count("Contacts"), 1);
-    QCOMPARE(Column("SELECT OrganName, City, County, Country FROM Organisations WHERE OrganRef > 1"),
-             QStringList{"Acme|1|1|1"});
+    QCOMPARE(
+        TestDatabase::Rows("SELECT OrganName, City, County, Country FROM Organisations WHERE OrganRef > 1"),
+        QStringList{"Acme|1|1|1"});
 }
 
 void TestCsvImport::LinesAreCounted_data()
@@ -278,7 +256,7 @@ void TestCsvImport::LinesAreCounted()
     m_user->Expect("CSV Import", Summary(counts[0], counts[1], counts[2]));
     QVERIFY(ImportBytes(header + line + "\n"));
     QCOMPARE(Count("Contacts"), 2 + counts[0]);
-    QTEST(Column("SELECT Cust_Postcode FROM Contacts WHERE ContactRef = 2").value(0), "postcode");
+    QTEST(TestDatabase::Rows("SELECT Cust_Postcode FROM Contacts WHERE ContactRef = 2").value(0), "postcode");
 }
 
 void TestCsvImport::ReferenceTellsPeopleOfOneNameApart()
@@ -286,7 +264,7 @@ void TestCsvImport::ReferenceTellsPeopleOfOneNameApart()
     m_user->Expect("CSV Import", Summary(3, 0, 1));
     QVERIFY(ImportBytes("Forename,Surname,Address,Reference ID\nAnn,Ash,1 High St,A1\n"
                         "Ann,Ash,1 High St,A2\nAnn,Ash,1 High St,\nAnn,Ash,1 High St,A2\n"));
-    QCOMPARE(Column("SELECT ReferenceID FROM Contacts WHERE ContactRef > 1 ORDER BY ContactRef"),
+    QCOMPARE(TestDatabase::Rows("SELECT ReferenceID FROM Contacts WHERE ContactRef > 1 ORDER BY ContactRef"),
              (QStringList{"A1", "A2", ""}));
 }
 
@@ -296,11 +274,11 @@ void TestCsvImport::OrganisationsHaveTheirOwnLookups()
     QVERIFY(ImportBytes(
         "Organisation,City,County,Country,Telephone\nAcme,Ely,Cambs,UK,1\nBolt,ELY,,UK,2\n,Ely,,,3\n", 1));
     QCOMPARE(
-        Column(
+        TestDatabase::Rows(
             "SELECT OrganName, City.City, County, Organisations.City FROM Organisations INNER JOIN City ON "
             "Organisations.City = City_ID WHERE OrganRef > 1 ORDER BY OrganRef"),
         (QStringList{"Acme|Ely|2|2", "Bolt|Ely|1|2"}));
-    QCOMPARE(Column("SELECT City FROM City ORDER BY City_ID"), (QStringList{"", "Ely"}));
+    QCOMPARE(TestDatabase::Rows("SELECT City FROM City ORDER BY City_ID"), (QStringList{"", "Ely"}));
 }
 
 void TestCsvImport::TextsNeverChangeAStatement_data()
@@ -323,7 +301,7 @@ void TestCsvImport::TextsNeverChangeAStatement()
     m_user->Expect("CSV Import", Summary(1, 0, 0));
     QVERIFY(ImportBytes(
         QString("Forename,Surname,Address,Notes\nAnn,Ash,1 High St,\"" + text + "\"\n").toUtf8()));
-    QTEST(Column("SELECT Cust_Notes FROM Contacts WHERE ContactRef > 1").value(0), "text");
+    QTEST(TestDatabase::Rows("SELECT Cust_Notes FROM Contacts WHERE ContactRef > 1").value(0), "text");
     QCOMPARE(Count("Contacts"), 2);
 }
 
@@ -376,7 +354,7 @@ void TestCsvImport::Dates()
                            u"Birth': '" %
                            text % u"' is no date as DD/MM/YYYY or YYYY-MM-DD.");
     QVERIFY(ImportBytes("Forename,Surname,Address,Date of Birth\nAnn,Ash,1 High St," + text.toUtf8() + "\n"));
-    QCOMPARE(Column("SELECT Cust_DOB FROM Contacts WHERE ContactRef > 1"),
+    QCOMPARE(TestDatabase::Rows("SELECT Cust_DOB FROM Contacts WHERE ContactRef > 1"),
              refused ? QStringList() : QStringList{QString::number(dateInt)});
 }
 
@@ -399,7 +377,7 @@ void TestCsvImport::RefusedLinesAreNamedOnce()
                                      u"' were skipped because of what they hold:\n" % listed %
                                      u"    and 3 more.");
     QVERIFY(Import(file));
-    QCOMPARE(Column("SELECT City FROM City WHERE City_ID > 1"), QStringList{"Ely"});
+    QCOMPARE(TestDatabase::Rows("SELECT City FROM City WHERE City_ID > 1"), QStringList{"Ely"});
 }
 
 void TestCsvImport::LongNamesAreCutAndTold()
@@ -414,8 +392,9 @@ void TestCsvImport::LongNamesAreCutAndTold()
             u"' were cut to the size of the column:\n    Line 2, field 'Surname': 1,300 characters, of "
             u"which 255 fit.\n    Line 2, field 'City': 1,300 characters, of which 255 fit.");
     QVERIFY(Import(file));
-    QCOMPARE(Column("SELECT Cust_Surname FROM Contacts WHERE ContactRef > 1").value(0).size(), 255);
-    QCOMPARE(Column("SELECT City FROM City WHERE City_ID > 1").value(0).size(), 255);
+    QCOMPARE(TestDatabase::Rows("SELECT Cust_Surname FROM Contacts WHERE ContactRef > 1").value(0).size(),
+             255);
+    QCOMPARE(TestDatabase::Rows("SELECT City FROM City WHERE City_ID > 1").value(0).size(), 255);
 }
 
 void TestCsvImport::CancelLeavesWholeRows()
@@ -464,7 +443,7 @@ void TestCsvImport::FailureKeepsWhatWasWritten()
     QVERIFY(!ImportBytes(
         "Forename,Surname,Address,City,County\nBen,Birch,2 High St,Ely,Cambs\nCat,Cole,3 High St,,\n"));
     QCOMPARE(log.Statements().last(), QStringLiteral("SELECT * FROM County WHERE County= 'Cambs'"));
-    QCOMPARE(Column("SELECT City FROM City WHERE City_ID > 1"), QStringList{"Ely"});
+    QCOMPARE(TestDatabase::Rows("SELECT City FROM City WHERE City_ID > 1"), QStringList{"Ely"});
     QCOMPARE(Count("Contacts"), 2);
 }
 

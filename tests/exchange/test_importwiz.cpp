@@ -1,14 +1,14 @@
-#include "core/Session.h"
-#include "database/MiscODBC.h"
 #include "exchange/frmChangeMap.h"
 #include "exchange/frmImportWiz.h"
 #include "forms/ListView.h"
 #include "support/ModalDriver.h"
 #include "support/ScriptedDialogs.h"
+#include "support/TestDatabase.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
@@ -39,24 +39,20 @@ private:
     }
 
     QTemporaryDir m_folder;
-    int m_files = 0;
+    std::optional<TestDatabase> m_database;
     std::optional<ScriptedDialogs> m_user;
 };
 
 void TestImportWiz::init()
 {
-    const QString file = m_folder.filePath(QStringLiteral("db%1.mdb").arg(++m_files));
-    QVERIFY(QFile::copy(QCoreApplication::applicationDirPath() % u"/system/blank", file));
-    QVERIFY(gConnection.Open(u"DBQ=" % file %
-                             u";Driver={Microsoft Access Driver (*.mdb)};DriverId=25;MaxBufferSize=8192;"
-                             u"Threads=20;PWD=marigold"));
+    m_database.emplace();
     m_user.emplace();
 }
 
 void TestImportWiz::cleanup()
 {
     m_user.reset();
-    gConnection.Close();
+    m_database.reset();
 }
 
 void TestImportWiz::Type(QWidget &form, int key, Qt::KeyboardModifiers modifiers)
@@ -111,7 +107,7 @@ void TestImportWiz::ImportsByKeyboardAlone()
     Picture(form, "import-3");
     Type(form, Qt::Key_Return);
     QVERIFY(!form.isVisible());
-    QCOMPARE(gConnection.OpenRecordset("SELECT * FROM Contacts")->RowCount(), 501);
+    QCOMPARE(TestDatabase::Value("SELECT COUNT(*) FROM Contacts").toInt(), 501);
 }
 
 void TestImportWiz::ChangesTheMapping()
@@ -234,7 +230,7 @@ void TestImportWiz::CancelStopsTheRun()
     QCOMPARE(presses, 1);
     QVERIFY2(told.startsWith("Import cancelled behind line "), qPrintable(told));
     QVERIFY(form.isVisible());
-    const int people = gConnection.OpenRecordset("SELECT * FROM Contacts")->RowCount() - 1;
+    const int people = TestDatabase::Value("SELECT COUNT(*) FROM Contacts").toInt() - 1;
     QVERIFY(people > 0 && people < 20000);
     QVERIFY2(told.contains("\n" + QString::number(people) + " Records where imported."), qPrintable(told));
     Press(form, "cmdNav_3");
