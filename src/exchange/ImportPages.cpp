@@ -69,7 +69,9 @@ ImportMapPage::ImportMapPage(QWidget *page, ImportState &state)
 {
     FormBuilder form(page);
     ImportSel = form.List(QStringLiteral("ImportSel"), QStringLiteral("Fiel&ds to import:"), state.ImportSel);
-    ImportSel->SetColumnChars({30, 30});
+    ImportSel->SetColumnChars({28, 28});
+    ImportSel->setMinimumSize(ImportSel->fontMetrics().averageCharWidth() * 68,
+                              ImportSel->fontMetrics().height() * 16);
     form.BeginButtons();
     MapBtn = form.Button(QStringLiteral("MapBtn"), QStringLiteral("&Change Field Mapping..."));
     form.EndButtons();

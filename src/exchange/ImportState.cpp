@@ -60,7 +60,8 @@ void ImportState::LoadTargets(int dataSet)
     ImportKey.Clear();
     for (const CsvMapEntry &entry : entries) {
         if (entry.tag == u'*' || entry.tag == u'?')
-            ImportKey.Add({}, {entry.tag % entry.value, entry.text});
+            ImportKey.Add({},
+                          {.key = entry.tag % entry.value, .text = entry.text, .bold = entry.tag == u'*'});
     }
 }
 

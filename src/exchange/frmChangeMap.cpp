@@ -23,6 +23,8 @@ frmChangeMap::frmChangeMap(const ImportState &state, int row, QWidget *parent)
     form.Line(QStringLiteral("FieldName"), u"Text field: " % state.ImportSel.At(row).text);
     FieldList = form.List(QStringLiteral("FieldList"), QStringLiteral("&Veltrane field:"), m_fields);
     FieldList->SetColumnChars({26, 20});
+    FieldList->setMinimumSize(FieldList->fontMetrics().averageCharWidth() * 56,
+                              FieldList->fontMetrics().height() * 16);
     ImportField = form.Check(QStringLiteral("ImportField"), QStringLiteral("&Import this field"));
     form.BeginButtons();
     ExitBtn = form.DefaultButton(QStringLiteral("ExitBtn"), QStringLiteral("&OK"));

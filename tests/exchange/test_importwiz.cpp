@@ -100,6 +100,7 @@ void TestImportWiz::ImportsByKeyboardAlone()
     m_user->Expect("CSV Import", "Import complete:\n500 Records where imported.\n0 Records where updated.\n"
                                  "0 Records where skipped.");
     Type(form, Qt::Key_N, Qt::AltModifier);
+    QTRY_VERIFY(m_user->AllCame()); // a mnemonic shows its button pressed for a moment
 
     QCOMPARE(Title(form), QStringLiteral("Importing Data..."));
     QCOMPARE(Find<QProgressBar>(form, "ProgBar")->value(), 500);
