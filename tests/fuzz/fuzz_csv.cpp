@@ -1,0 +1,75 @@
+#include "exchange/CsvFields.h"
+#include "exchange/CsvMap.h"
+#include "exchange/CsvReader.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+namespace
+{
+void Require(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
+
+/// Whatever a line holds, its fields can be read, and what is written as a field reads as one.
+void ReadFields(const QString &line)
+{
+    const int fields = CsvCountFields(line, u',');
+    Require((fields == 0) == line.isEmpty());
+    for (int field = 0; field <= fields + 1; ++field) {
+        const QString text = CsvGetField(line, u',', field);
+        Require(text.isEmpty() || (field > 0 && field <= fields));
+    }
+    const QString written = CsvQuoteField(line);
+    Require(CsvCountFields(written, u',') == 1);
+    QString doubled = line;
+    doubled.replace(u'"', QLatin1String("\"\""));
+    Require(CsvGetField(written, u',', 1) == doubled);
+}
+
+/// The records of a file are its lines, each in one record and none passed over.
+void ReadRecords(const QByteArray &bytes)
+{
+    TextLines lines;
+    lines.SetBytes(bytes);
+    QString text;
+    int expected = 0;
+    while (lines.Next(text)) {
+        Require(!text.contains(u'\n') && !text.contains(u'\r') && !text.contains(QChar(u'\0')));
+        ++expected;
+    }
+
+    CsvReader reader;
+    reader.SetBytes(bytes);
+    CsvLine line;
+    int next = 1;
+    while (reader.Next(line)) {
+        Require(line.number == next);
+        const auto inside = static_cast<int>(line.text.count(u'\n'));
+        Require(inside == 0 || !line.unclosedQuote);
+        next += 1 + inside;
+        ReadFields(line.text);
+    }
+    Require(next == expected + 1);
+}
+
+void ReadMap(const QByteArray &bytes)
+{
+    const CsvMap map = CsvMap::FromBytes("[English]\n" + bytes);
+    for (const CsvDataSet &set : map.DataSets(QStringLiteral("English"))) {
+        for (const CsvMapEntry &entry : map.Entries(QStringLiteral("English"), set.number))
+            Require(!entry.tag.isNull());
+    }
+}
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    ReadRecords(bytes);
+    ReadMap(bytes);
+    return 0;
+}
