@@ -14,6 +14,25 @@ qsizetype Step(QStringView line, qsizetype at, bool &inside)
     inside = !inside;
     return at + 1;
 }
+/// Where the field that begins at `start` ends: at a delimiter outside quotes or at the end of the line.
+qsizetype FieldEnd(QStringView line, QChar delimiter, qsizetype start)
+{
+    bool inside = false;
+    qsizetype at = start;
+    while (at < line.size() && (inside || line.at(at) != delimiter))
+        at = Step(line, at, inside);
+    return at;
+}
+
+QString FieldText(QStringView piece)
+{
+    piece = piece.trimmed();
+    if (piece.startsWith(quote))
+        piece = piece.mid(1);
+    if (piece.endsWith(quote))
+        piece.chop(1);
+    return piece.toString();
+}
 } // namespace
 
 void CsvQuoteWalk::Walk(QStringView line)
@@ -56,25 +75,23 @@ QString CsvGetField(QStringView line, QChar delimiter, int index)
 {
     if (index < 1)
         return {};
-    bool inside = false;
-    int field = 1;
     qsizetype start = 0;
-    qsizetype at = 0;
-    while (at < line.size()) {
-        if (!inside && line.at(at) == delimiter) {
-            if (field == index)
-                break;
-            ++field;
-            start = at + 1;
-        }
-        at = Step(line, at, inside);
+    for (int field = 1; field < index; ++field) {
+        const qsizetype end = FieldEnd(line, delimiter, start);
+        if (end == line.size())
+            return {};
+        start = end + 1;
     }
-    if (field < index)
-        return {};
-    QStringView piece = line.mid(start, at - start).trimmed();
-    if (piece.startsWith(quote))
-        piece = piece.mid(1);
-    if (piece.endsWith(quote))
-        piece.chop(1);
-    return piece.toString();
+    return FieldText(line.mid(start, FieldEnd(line, delimiter, start) - start));
+}
+
+QStringList CsvGetFields(QStringView line, QChar delimiter)
+{
+    QStringList fields;
+    for (qsizetype start = 0; start <= line.size();) {
+        const qsizetype end = FieldEnd(line, delimiter, start);
+        fields.append(FieldText(line.mid(start, end - start)));
+        start = end + 1;
+    }
+    return fields;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
 /// Walks a comma-separated text character by character and knows whether it stands inside quotes. A
@@ -35,3 +36,5 @@ int CsvCountFields(QStringView line, QChar delimiter);
 /// The field of that number, from 1, trimmed and without its quotes; "" where there is none. Doubled quotes
 /// inside stay doubled: what CsvQuoteField did is not undone.
 QString CsvGetField(QStringView line, QChar delimiter, int index);
+/// All fields of a line, each as CsvGetField gives it, in one walk.
+QStringList CsvGetFields(QStringView line, QChar delimiter);

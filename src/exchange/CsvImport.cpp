@@ -41,11 +41,11 @@ struct LineTexts {
 
     void Append(const ImportColumn &column, const QString &value, const QString &text)
     {
-        const QString test = u" AND " % column.Target() % u" = " % value;
-        columns += u',' % column.Target();
+        const QString &target = column.Target();
+        columns += u',' % target;
         values += u',' % value;
-        updates += u',' % column.Target() % u" = " % value;
-        fullTest += test;
+        updates += u',' % target % u" = " % value;
+        fullTest += u" AND " % target % u" = " % value;
         if (column.ColumnRole() == ImportColumn::Role::Plain)
             return;
         if (column.ColumnRole() == ImportColumn::Role::Required) {
@@ -53,7 +53,7 @@ struct LineTexts {
                 values.clear();
             display += u',' % value;
         }
-        identityTest += test;
+        identityTest += u" AND " % target % u" = " % value;
     }
 };
 
@@ -75,12 +75,11 @@ public:
     const ImportNotes &Notes() const { return m_notes; }
 
 private:
-    bool IsRefused(const CsvLine &line);
-    LineTexts TextsOf(const CsvLine &line);
+    bool IsRefused(const CsvLine &line, const QStringList &fields);
+    LineTexts TextsOf(const CsvLine &line, const QStringList &fields);
     void Write(const LineTexts &texts);
     void Update(const LineTexts &texts, qint64 key);
     QString Select(const QString &test) const;
-    static QString TextOf(const CsvLine &line, const ImportColumn &column);
     QString FieldName(const ImportColumn &column) const;
 
     QString m_keyColumn;
@@ -91,25 +90,20 @@ private:
     ImportNotes m_notes;
 };
 
-QString ImportRun::TextOf(const CsvLine &line, const ImportColumn &column)
-{
-    return CsvGetField(line.text, delimiter, column.Position());
-}
-
 QString ImportRun::FieldName(const ImportColumn &column) const
 {
     return CsvGetField(m_header, delimiter, column.Position());
 }
 
 /// Looks before anything of the line is written.
-bool ImportRun::IsRefused(const CsvLine &line)
+bool ImportRun::IsRefused(const CsvLine &line, const QStringList &fields)
 {
     if (line.unclosedQuote) {
         m_notes.LineWithUnclosedQuote(line.number);
         return true;
     }
     for (const ImportColumn &column : m_columns) {
-        const QString text = TextOf(line, column);
+        const QString text = fields.value(column.Position() - 1);
         const QString objection = column.Objection(text);
         if (!objection.isEmpty()) {
             m_notes.LineRefused(line.number, FieldName(column), text, objection);
@@ -119,11 +113,11 @@ bool ImportRun::IsRefused(const CsvLine &line)
     return false;
 }
 
-LineTexts ImportRun::TextsOf(const CsvLine &line)
+LineTexts ImportRun::TextsOf(const CsvLine &line, const QStringList &fields)
 {
     LineTexts texts;
     for (const ImportColumn &column : m_columns) {
-        const QString text = TextOf(line, column);
+        const QString text = fields.value(column.Position() - 1);
         const QString value = column.Value(text);
         if (value.isEmpty())
             throw StatementGivenUp{};
@@ -171,11 +165,12 @@ void ImportRun::Write(const LineTexts &texts)
 
 void ImportRun::TakeLine(const CsvLine &line)
 {
-    if (IsRefused(line)) {
+    const QStringList fields = CsvGetFields(line.text, delimiter);
+    if (IsRefused(line, fields)) {
         ++m_counts.skipped;
         return;
     }
-    const LineTexts texts = TextsOf(line);
+    const LineTexts texts = TextsOf(line, fields);
     if (texts.values.isEmpty())
         ++m_counts.skipped;
     else

@@ -12,13 +12,13 @@
 
 /// A column whose text stands for a row of another table.
 struct ImportColumn::Lookup {
-    const char *into;   ///< the table that is imported
-    const char *column; ///< as the data set's query has it
-    const char *target; ///< the column that takes the key
-    const char *table;
-    const char *name;
-    const char *key;
-    const char *extra;
+    QString into;   ///< the table that is imported
+    QString column; ///< as the data set's query has it
+    QString target; ///< the column that takes the key
+    QString table;
+    QString name;
+    QString key;
+    QString extra;
 };
 
 QDate ImportedDate(const QString &text)
@@ -45,7 +45,7 @@ QString CutSafeText(const QString &text, int size)
 
 const ImportColumn::Lookup *ImportColumn::LookupOf(const QString &table, const QString &column)
 {
-    static constexpr std::array<Lookup, 9> lookups{{
+    static const std::array<Lookup, 9> lookups{{
         {"CONTACTS", "TITLE", "Cust_Designation", "Designation", "Title", "Designation_ID", ""},
         {"CONTACTS", "CITY", "Cust_City", "City", "City", "City_ID", ""},
         {"CONTACTS", "COUNTY", "Cust_County", "County", "County", "County_ID", ""},
@@ -57,7 +57,7 @@ const ImportColumn::Lookup *ImportColumn::LookupOf(const QString &table, const Q
         {"ORGANISATIONS", "COUNTRY5", "Country", "Country", "Country", "Country_ID", ""},
     }};
     const auto found = std::find_if(lookups.begin(), lookups.end(), [&](const Lookup &lookup) {
-        return table == QLatin1String(lookup.into) && column == QLatin1String(lookup.column);
+        return table == lookup.into && column == lookup.column;
     });
     return found == lookups.end() ? nullptr : &*found;
 }
@@ -78,7 +78,7 @@ ImportColumn::Kind ImportColumn::KindOf(ColumnType type)
 ImportColumn::ImportColumn(const QString &field, const RecordsetColumn &about, const QString &table,
                            int position, Role role)
     : m_lookup(LookupOf(table.toUpper(), field.toUpper()))
-    , m_target(m_lookup ? QString::fromLatin1(m_lookup->target) : field)
+    , m_target(m_lookup ? m_lookup->target : field)
     , m_kind(m_lookup ? Kind::Lookup : KindOf(about.type))
     , m_size(about.definedSize)
     , m_position(position)
@@ -106,6 +106,8 @@ bool ImportColumn::Cuts(const QString &text) const
 {
     if (m_size <= 0 || (m_kind != Kind::Text && m_kind != Kind::Lookup))
         return false;
+    if (text.size() * 2 <= m_size)
+        return false;
     return m_kind == Kind::Lookup ? text.size() > m_size : SqlSafeText(text).size() > m_size;
 }
 
@@ -124,9 +126,7 @@ QString ImportColumn::Value(const QString &text) const
         return SqlNumber(DateToInt(ImportedDate(text)));
     case Kind::Lookup: {
         const QString name = m_size > 0 ? text.left(m_size) : text;
-        const int key =
-            Table_Fix(name, QString::fromLatin1(m_lookup->table), QString::fromLatin1(m_lookup->name),
-                      QString::fromLatin1(m_lookup->key), QString::fromLatin1(m_lookup->extra));
+        const int key = Table_Fix(name, m_lookup->table, m_lookup->name, m_lookup->key, m_lookup->extra);
         return key < 0 ? QString() : SqlNumber(key);
     }
     case Kind::Text:

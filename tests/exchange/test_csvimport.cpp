@@ -382,6 +382,8 @@ void TestCsvImport::RefusedLinesAreNamedOnce()
 
 void TestCsvImport::LongNamesAreCutAndTold()
 {
+    if (TestDatabase::IsOnServer())
+        QSKIP("The columns of this server have no size.");
     const QByteArray longName(1300, 'n');
     const QString file =
         File("Forename,Surname,Address,City\nAnn," + longName + ",1 High St," + longName + "\n");

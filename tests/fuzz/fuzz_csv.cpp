@@ -18,10 +18,11 @@ void Require(bool holds)
 void ReadFields(const QString &line)
 {
     const int fields = CsvCountFields(line, u',');
-    Require((fields == 0) == line.isEmpty());
+    const QStringList texts = CsvGetFields(line, u',');
+    Require(fields == (line.isEmpty() ? 0 : texts.size()));
     for (int field = 0; field <= fields + 1; ++field) {
         const QString text = CsvGetField(line, u',', field);
-        Require(text.isEmpty() || (field > 0 && field <= fields));
+        Require(text == texts.value(field - 1));
     }
     const QString written = CsvQuoteField(line);
     Require(CsvCountFields(written, u',') == 1);
