@@ -17,6 +17,9 @@ double RunProbe(const QStringList &arguments)
 {
     return Bench::Milliseconds([&] {
         QProcess probe;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        probe.setProcessEnvironment(environment);
         probe.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         probe.start(QCoreApplication::applicationDirPath() + QStringLiteral("/start_probe"), arguments);
         Bench::Require(probe.waitForFinished() && probe.exitCode() == 0, QStringLiteral("the start failed"));

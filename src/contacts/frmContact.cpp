@@ -112,7 +112,10 @@ void frmContact::Form_Refresh()
 {
     // After a switch of the database the selected keys belong to other people.
     m_selected.Clear();
-    m_subset.Clear();
+    {
+        const QScopedValueRollback<bool> filling(m_filling, true);
+        m_subset.Clear();
+    }
     FillCharacteristics();
     Contact_FillList(ContactSection::Characteristics, m_characteristics, true);
     m_characteristics.SetCurrent(-1);

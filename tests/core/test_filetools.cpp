@@ -48,7 +48,7 @@ void TestFileTools::init()
     Put(QStringLiteral("bin/xdg-mime"), "#!/bin/sh\necho viewer.desktop\n", true);
     const QByteArray note = Path(QStringLiteral("opened")).toLocal8Bit();
     Put(QStringLiteral("bin/xdg-open"),
-        "#!/bin/sh\necho \"$1\" > " + note + ".tmp; mv " + note + ".tmp " + note + "\n", true);
+        "#!/bin/sh\nprintf %s \"$1\" > " + note + ".tmp; mv " + note + ".tmp " + note + "\n", true);
     m_path = qgetenv("PATH");
     qputenv("PATH", Path(QStringLiteral("bin")).toLocal8Bit() + ":" + m_path);
 }
@@ -65,9 +65,10 @@ void TestFileTools::Put(const QString &name, const QByteArray &content, bool isP
 QString TestFileTools::Opened() const
 {
     const QString note = Path(QStringLiteral("opened"));
-    QTest::qWaitFor([&] { return QFile::exists(note); }, 3000);
     QFile file(note);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).trimmed() : QString();
+    return QTest::qWaitFor([&] { return file.exists(); }, 3000) && file.open(QIODevice::ReadOnly)
+               ? QString::fromUtf8(file.readAll()).trimmed()
+               : QString();
 }
 
 void TestFileTools::ADocumentIsFoundByItsBareName_data()
