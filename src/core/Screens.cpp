@@ -12,6 +12,7 @@
 #include "database/frmODBCLogon.h"
 #include "database/frmRegisterDB.h"
 #include "enrolment/frmPercent.h"
+#include "exchange/frmImportWiz.h"
 #include "platform/Dialogs.h"
 #include "reports/frmCourseWiz.h"
 #include "users/frmUsers.h"
@@ -61,6 +62,7 @@ const QHash<QString, Screen> &Standing()
         {QStringLiteral("ID_CourseReports"), Modal<frmCourseWiz>()},
         {QStringLiteral("ID_DBSecurity"), {.runModal = ChangeDatabasePassword}},
         {QStringLiteral("ID_DatabaseOptions"), Modal<frmDBOptions>()},
+        {QStringLiteral("ID_Import"), Modal<frmImportWiz>()},
         {QStringLiteral("ID_LocalOptions"), Modal<frmLocalOptions>()},
         {QStringLiteral("ID_RegisterDB"), Modal<frmRegisterDB>()},
         {QStringLiteral("ID_Users"), Child<frmUsers>(QStringLiteral("frmUsers"))},
