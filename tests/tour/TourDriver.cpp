@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMdiSubWindow>
@@ -20,6 +21,13 @@ namespace
 constexpr int pollEvery = 40;
 constexpr int patience = 20000;
 constexpr int settling = 150; ///< milliseconds for a screen to paint before its picture
+
+/// Stands for the screen of a step that waits for something else.
+QWidget *NoScreen()
+{
+    static QWidget none;
+    return &none;
+}
 
 QWidget *ModalOrNull()
 {
@@ -116,15 +124,19 @@ void TourDriver::ChooseFile(const QString &title, const QString &file)
     Add({title, ready, hands, true});
 }
 
+void TourDriver::WaitForFile(const QString &file)
+{
+    Add({file, [file] { return QFile::exists(file) ? NoScreen() : nullptr; }, {}});
+}
+
 void TourDriver::WhenClosed(const QString &what, std::function<void()> action)
 {
     const auto ready = []() -> QWidget * {
-        static QWidget none;
         for (const QWidget *top : QApplication::topLevelWidgets()) {
             if (top->isVisible())
                 return nullptr;
         }
-        return &none;
+        return NoScreen();
     };
     Add({what, ready, [action](QWidget &) { action(); }});
 }

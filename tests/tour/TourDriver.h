@@ -25,6 +25,8 @@ public:
     void Box(const QString &title, const QString &text, const QString &button);
     /// When a file chooser comes: its name field takes `file`.
     void ChooseFile(const QString &title, const QString &file);
+    /// Waits until another program has made `file`.
+    void WaitForFile(const QString &file);
     /// When no window is left and the program would end: `action` goes on.
     void WhenClosed(const QString &what, std::function<void()> action);
 
