@@ -45,7 +45,7 @@ frmDBProps::frmDBProps(const QString &name, bool nameCanChange, QWidget *parent)
     m_name = form.Text(QStringLiteral("DName"), tr("Database &Name:"));
     m_name->setText(name);
     m_name->setEnabled(nameCanChange);
-    form.List(QStringLiteral("DBList"), {}, m_properties);
+    form.List(QStringLiteral("DBList"), {}, m_properties)->setAccessibleName(QStringLiteral("Properties"));
     form.BeginButtons(FormBuilder::Align::Start);
     QPushButton *open = form.Button(QStringLiteral("OpenBtn"), tr("Open &Database"));
     form.Gap();

@@ -90,6 +90,7 @@ QWidget *frmODBCLogon::SourcePage()
     auto *page = new QWidget(this);
     FormBuilder form(page);
     ListView *list = form.List(QStringLiteral("ODBClist"), {}, m_sources);
+    list->setAccessibleName(QStringLiteral("Data sources"));
     list->SetColumnChars({24, 24, 30});
     list->SetEmptyText(tr("No data source is registered on this machine."));
     form.BeginButtons(FormBuilder::Align::Start);

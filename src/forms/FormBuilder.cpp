@@ -8,6 +8,30 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+namespace
+{
+/// A wrapped text that is never cut off: the narrower it becomes, the more height it asks for. A layout by
+/// itself lets a window become too small for it.
+class WrappedLabel final : public QLabel
+{
+public:
+    WrappedLabel(const QString &text, QWidget *parent)
+        : QLabel(text, parent)
+    {
+        setTextFormat(Qt::PlainText);
+        setWordWrap(true);
+        setMinimumWidth(fontMetrics().averageCharWidth() * 30);
+    }
+
+protected:
+    void resizeEvent(QResizeEvent *event) override
+    {
+        QLabel::resizeEvent(event);
+        setMinimumHeight(heightForWidth(width()));
+    }
+};
+} // namespace
+
 FormBuilder::FormBuilder(QWidget *page)
     : m_page(page)
 {
@@ -17,7 +41,10 @@ FormBuilder::FormBuilder(QWidget *page)
 
 FormBuilder::~FormBuilder()
 {
-    if (!Top().stretches)
+    // A page without lists keeps its fields at the top, and its last buttons at the bottom.
+    if (!Top().stretches && Top().row == m_buttonRow)
+        Top().grid->setRowStretch(m_buttonRow - 1, 1);
+    else if (!Top().stretches)
         Stretch();
     for (size_t i = 1; i < m_order.size(); ++i)
         QWidget::setTabOrder(m_order[i - 1], m_order[i]);
@@ -222,10 +249,8 @@ QLineEdit *FormBuilder::Search(const QString &name, const QString &caption, List
 
 QLabel *FormBuilder::Line(const QString &name, const QString &text)
 {
-    auto *line = new QLabel(text, Parent());
+    auto *line = new WrappedLabel(text, Parent());
     line->setObjectName(name);
-    line->setTextFormat(Qt::PlainText);
-    line->setWordWrap(true);
     Span(line);
     return line;
 }
@@ -245,7 +270,11 @@ void FormBuilder::Beside()
 void FormBuilder::BeginButtons(Align align)
 {
     m_buttons = new QHBoxLayout;
+    // The empty row before it can take the space that is left.
+    Top().row += 1;
     NextRow();
+    if (m_sections.size() == 1)
+        m_buttonRow = Top().row;
     Top().grid->addLayout(m_buttons, Top().row, 0, 1, -1);
     if (align == Align::End)
         m_buttons->addStretch();

@@ -150,4 +150,5 @@ private:
     std::vector<QWidget *> m_order;
     CaptionLabel *m_label = nullptr;
     QHBoxLayout *m_buttons = nullptr;
+    int m_buttonRow = -1; ///< of the last row of buttons outside of groups and columns
 };

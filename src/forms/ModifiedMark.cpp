@@ -88,7 +88,9 @@ void ModifiedMark::Paint()
         return;
     }
     QPalette palette = m_saveButton->palette();
-    palette.setColor(QPalette::Button, palette.color(QPalette::Highlight));
-    palette.setColor(QPalette::ButtonText, palette.color(QPalette::HighlightedText));
+    const QColor highlight = palette.color(QPalette::Highlight);
+    palette.setColor(QPalette::Button, highlight);
+    // Styles draw a button lighter than its colour, so that the text for selections may be too faint.
+    palette.setColor(QPalette::ButtonText, qGray(highlight.lighter(120).rgb()) < 128 ? Qt::white : Qt::black);
     m_saveButton->setPalette(palette);
 }

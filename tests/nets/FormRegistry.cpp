@@ -13,7 +13,12 @@
 #include "courses/frmAddCourse.h"
 #include "courses/frmCourse.h"
 #include "database/Security.h"
+#include "database/frmDBLogon.h"
 #include "database/frmDBOptions.h"
+#include "database/frmDBPass.h"
+#include "database/frmDBProps.h"
+#include "database/frmODBCLogon.h"
+#include "database/frmRegisterDB.h"
 #include "enrolment/EnrolmentODBC.h"
 #include "enrolment/frmPercent.h"
 #include "enrolment/frmStudentInfo.h"
@@ -102,11 +107,16 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmContactMainAddEdit"), OpenNewCharacteristic, QStringLiteral("CatName")},
         {QStringLiteral("frmCourse"), Open<frmCourse>(), {}, QStringList()},
         {QStringLiteral("frmCourseWiz"), Open<frmCourseWiz>()},
+        {QStringLiteral("frmDBLogon"), Open<frmDBLogon>()},
         {QStringLiteral("frmDBOptions"), Open<frmDBOptions>(), {}, QStringList()},
+        {QStringLiteral("frmDBPass"), Open<frmDBPass>()},
+        {QStringLiteral("frmDBProps"), Open<frmDBProps>(QStringLiteral("College"), true)},
         {QStringLiteral("frmLocalOptions"), Open<frmLocalOptions>()},
         {QStringLiteral("frmMain"), Open<frmMain>()},
+        {QStringLiteral("frmODBCLogon"), Open<frmODBCLogon>()},
         {QStringLiteral("frmPercent"),
          Open<frmPercent>(QStringList{QStringLiteral("Welding"), QStringLiteral("Welding")})},
+        {QStringLiteral("frmRegisterDB"), Open<frmRegisterDB>(), QStringLiteral("DSN")},
         {QStringLiteral("frmSelectContacts"), OpenPicker},
         {QStringLiteral("frmSplash"), OpenSplash},
         {QStringLiteral("frmStudentInfo"), OpenStudent, {}, QStringList()},
