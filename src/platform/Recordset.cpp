@@ -1,6 +1,7 @@
 #include "platform/Recordset.h"
 
 #include "platform/Numbers.h"
+#include "platform/SameName.h"
 
 #include <cmath>
 
@@ -22,8 +23,7 @@ static_assert(sizeof(Cell) == 16);
 int FindColumn(const Columns &columns, QStringView name)
 {
     for (size_t i = 0; i < columns.size(); ++i) {
-        // Most columns differ in length already, which spares the comparison.
-        if (columns[i].name.size() == name.size() && name.compare(columns[i].name, Qt::CaseInsensitive) == 0)
+        if (SameName(columns[i].name, name))
             return static_cast<int>(i);
     }
     return -1;

@@ -1,5 +1,7 @@
 #include "platform/SqlDialect.h"
 
+#include "platform/SameName.h"
+
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -293,7 +295,7 @@ bool Writer::EndsTerm(qsizetype index) const
 bool Writer::SameTokens(qsizetype first, qsizetype second, qsizetype count) const
 {
     for (qsizetype i = 0; i < count; ++i) {
-        if (m_tokens.Spelling(first + i).compare(m_tokens.Spelling(second + i), Qt::CaseInsensitive) != 0)
+        if (!SameName(m_tokens.Spelling(first + i), m_tokens.Spelling(second + i)))
             return false;
     }
     return true;

@@ -1,5 +1,7 @@
 #include "platform/SqlTokens.h"
 
+#include "platform/SameName.h"
+
 #include <QList>
 
 namespace
@@ -152,11 +154,7 @@ bool SqlTokens::IsKind(qsizetype index, SqlKind kind) const
 
 bool SqlTokens::IsWord(qsizetype index, QStringView keyword) const
 {
-    if (!IsKind(index, SqlKind::Word))
-        return false;
-    const SqlToken &token = At(index);
-    return token.end - token.begin == keyword.size() &&
-           Spelling(index).compare(keyword, Qt::CaseInsensitive) == 0;
+    return IsKind(index, SqlKind::Word) && SameName(Spelling(index), keyword);
 }
 
 bool SqlTokens::IsSymbol(qsizetype index, QChar symbol) const

@@ -164,6 +164,9 @@ void TestDatabases::valuesReadAsWhatTheyAre()
     QCOMPARE(row.Text(u"CCardPaid"), QStringLiteral("-3"));
     QCOMPARE(row.Text(u"VouchersPaid"), QStringLiteral("1000000"));
     QVERIFY(!row.IsNull(u"ReceiptNo"));
+    QCOMPARE(row.Long(u"DATEtrn"), 20050322);
+    QVERIFY2(row.IsNull(u"DateTrN\u0410") && row.IsNull(u"DateTr."),
+             "another name of nearly the same letters");
     for (const char16_t *column : {u"ContactRef", u"Vouchers1Label", u"Vouchers2Paid", u"no such column"}) {
         QVERIFY(row.IsNull(column));
         QCOMPARE(row.Text(column), QString());
