@@ -3,6 +3,7 @@
 #include <QMdiSubWindow>
 
 #include <algorithm>
+#include <numeric>
 
 ChildArea::ChildArea(QWidget *parent)
     : QMdiArea(parent)
@@ -37,19 +38,39 @@ QList<QMdiSubWindow *> ChildArea::TiledWindows() const
     return windows;
 }
 
+std::vector<int> ChildArea::TileWidths(const QList<QMdiSubWindow *> &windows, int room)
+{
+    std::vector<int> least;
+    for (const QMdiSubWindow *window : windows)
+        least.push_back(window->minimumSizeHint().width());
+    const int count = static_cast<int>(windows.size());
+    const int spare = room - std::accumulate(least.begin(), least.end(), 0);
+    const bool equal = spare < 0 || *std::max_element(least.begin(), least.end()) <= room / count;
+    std::vector<int> widths;
+    for (int i = 0; i < count; ++i) {
+        const int before = equal ? room * i / count : spare * i / count;
+        const int behind = equal ? room * (i + 1) / count : spare * (i + 1) / count;
+        widths.push_back(behind - before + (equal ? 0 : least[static_cast<size_t>(i)]));
+    }
+    return widths;
+}
+
 void ChildArea::Tile()
 {
     m_tiles.clear();
     const QList<QMdiSubWindow *> windows = TiledWindows();
-    const QRect room = viewport()->rect();
-    const int count = static_cast<int>(windows.size());
-    for (int i = 0; i < count; ++i) {
-        const int left = room.width() * i / count;
-        const int right = room.width() * (i + 1) / count;
+    if (windows.isEmpty())
+        return;
+    const QSize room = viewport()->size();
+    const std::vector<int> widths = TileWidths(windows, room.width());
+    int left = 0;
+    for (int i = 0; i < windows.size(); ++i) {
+        const int width = widths[static_cast<size_t>(i)];
         if (windows.at(i)->isMaximized())
             windows.at(i)->showNormal();
-        windows.at(i)->setGeometry(left, 0, right - left, room.height());
+        windows.at(i)->setGeometry(left, 0, width, room.height());
         m_tiles.insert(windows.at(i), windows.at(i)->geometry());
+        left += width;
     }
 }
 

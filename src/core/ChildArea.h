@@ -2,6 +2,8 @@
 
 #include <QMdiArea>
 
+#include <vector>
+
 /// The room of the child windows.
 class ChildArea final : public QMdiArea
 {
@@ -27,6 +29,9 @@ protected:
 private:
     QList<QMdiSubWindow *> TiledWindows() const;
     bool StillTiled() const;
+    /// Equal shares of the room or, where a window needs more than its share, what each needs and an equal
+    /// share of the rest; equal again where there is no room for all.
+    static std::vector<int> TileWidths(const QList<QMdiSubWindow *> &windows, int room);
 
     QHash<const QMdiSubWindow *, QRect> m_tiles;
 };
