@@ -30,31 +30,69 @@ void Tell(const QString &text)
     Dialogs::MsgBox(text, QStringLiteral("CSV Import"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
 }
 
-/// The four texts that a line's columns build up, and what the user is shown of the line.
-struct LineTexts {
-    QString columns;
-    QString values;
-    QString updates;
-    QString fullTest;
-    QString identityTest;
-    QString display;
+/// What a line brings in, column by column, and the texts of SQL that are made of it.
+class LineValues final
+{
+public:
+    void Add(const ImportColumn &column, const QString &value) { m_cells.push_back({&column, value}); }
+    void Clear() { m_cells.clear(); }
+    bool IsEmpty() const { return m_cells.empty(); }
 
-    void Append(const ImportColumn &column, const QString &value, const QString &text)
+    /// "A,B"
+    QString Columns() const
     {
-        const QString &target = column.Target();
-        columns += u',' % target;
-        values += u',' % value;
-        updates += u',' % target % u" = " % value;
-        fullTest += u" AND " % target % u" = " % value;
-        if (column.ColumnRole() == ImportColumn::Role::Plain)
-            return;
-        if (column.ColumnRole() == ImportColumn::Role::Required) {
-            if (text.isEmpty())
-                values.clear();
-            display += u',' % value;
-        }
-        identityTest += u" AND " % target % u" = " % value;
+        return Joined(u",", [](QString &text, const Cell &cell) { text += cell.column->Target(); });
     }
+    /// "1,'b'"
+    QString Values() const
+    {
+        return Joined(u",", [](QString &text, const Cell &cell) { text += cell.value; });
+    }
+    /// "A = 1,B = 'b'"
+    QString Updates() const { return Joined(u",", AddPair); }
+    /// "A = 1 AND B = 'b'", of every column.
+    QString FullTest() const { return Joined(u" AND ", AddPair); }
+    /// The same of the columns by which a record is recognised.
+    QString IdentityTest() const { return Joined(u" AND ", AddPair, &LineValues::Identifies); }
+    /// The values of the required columns, to show to the user.
+    QString Display() const
+    {
+        return Joined(
+            u",", [](QString &text, const Cell &cell) { text += cell.value; },
+            [](const Cell &cell) { return cell.column->ColumnRole() == ImportColumn::Role::Required; });
+    }
+
+private:
+    struct Cell {
+        const ImportColumn *column;
+        QString value;
+    };
+    static bool Every(const Cell &) { return true; }
+    static bool Identifies(const Cell &cell)
+    {
+        return cell.column->ColumnRole() != ImportColumn::Role::Plain;
+    }
+    static void AddPair(QString &text, const Cell &cell)
+    {
+        text.append(cell.column->Target()).append(QStringView(u" = ")).append(cell.value);
+    }
+    template <typename Add, typename Filter = bool (*)(const Cell &)>
+    QString Joined(QStringView separator, Add add, Filter isWanted = &LineValues::Every) const
+    {
+        constexpr size_t ordinary = 48; // characters of a column with its value
+        QString text;
+        text.reserve(static_cast<qsizetype>(m_cells.size() * ordinary));
+        for (const Cell &cell : m_cells) {
+            if (!isWanted(cell))
+                continue;
+            if (!text.isEmpty())
+                text.append(separator);
+            add(text, cell);
+        }
+        return text;
+    }
+
+    std::vector<Cell> m_cells;
 };
 
 /// One run over the lines of a file.
@@ -76,9 +114,9 @@ public:
 
 private:
     bool IsRefused(const CsvLine &line, const QStringList &fields);
-    LineTexts TextsOf(const CsvLine &line, const QStringList &fields);
-    void Write(const LineTexts &texts);
-    void Update(const LineTexts &texts, qint64 key);
+    LineValues ValuesOf(const CsvLine &line, const QStringList &fields);
+    void Write(const LineValues &values);
+    void Update(const LineValues &values, qint64 key);
     QString Select(const QString &test) const;
     QString FieldName(const ImportColumn &column) const;
 
@@ -113,68 +151,66 @@ bool ImportRun::IsRefused(const CsvLine &line, const QStringList &fields)
     return false;
 }
 
-LineTexts ImportRun::TextsOf(const CsvLine &line, const QStringList &fields)
+LineValues ImportRun::ValuesOf(const CsvLine &line, const QStringList &fields)
 {
-    LineTexts texts;
+    LineValues values;
     for (const ImportColumn &column : m_columns) {
         const QString text = fields.value(column.Position() - 1);
         const QString value = column.Value(text);
         if (value.isEmpty())
             throw StatementGivenUp{};
-        texts.Append(column, value, text);
-        if (texts.values.isEmpty())
+        if (column.ColumnRole() == ImportColumn::Role::Required && text.isEmpty()) {
+            values.Clear();
             break;
+        }
+        values.Add(column, value);
         if (column.Cuts(text))
             m_notes.ValueCut(line.number, FieldName(column), text.size(), column.Size());
     }
-    return texts;
+    return values;
 }
 
 QString ImportRun::Select(const QString &test) const
 {
-    return u"SELECT " % m_keyColumn % u" FROM " % m_table % u" WHERE " % test.mid(5);
+    return u"SELECT " % m_keyColumn % u" FROM " % m_table % u" WHERE " % test;
 }
 
-void ImportRun::Update(const LineTexts &texts, qint64 key)
+void ImportRun::Update(const LineValues &values, qint64 key)
 {
     const Dialogs::Answer answer =
-        Dialogs::MsgBox(texts.display.mid(1) % u" already exists.\nOkay to update?",
-                        QStringLiteral("CSV Import"), Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
+        Dialogs::MsgBox(values.Display() % u" already exists.\nOkay to update?", QStringLiteral("CSV Import"),
+                        Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
     if (answer != Dialogs::Answer::Yes)
         return;
-    Execute(u"UPDATE " % m_table % u" SET " % texts.updates.mid(1) % u" WHERE " % m_keyColumn % u" = " %
+    Execute(u"UPDATE " % m_table % u" SET " % values.Updates() % u" WHERE " % m_keyColumn % u" = " %
             QString::number(key));
     ++m_counts.updated;
 }
 
-void ImportRun::Write(const LineTexts &texts)
+void ImportRun::Write(const LineValues &values)
 {
-    if (HasRow(Select(texts.fullTest))) {
+    if (HasRow(Select(values.FullTest()))) {
         ++m_counts.skipped;
         return;
     }
-    if (!texts.identityTest.isEmpty()) {
-        const Recordset same = OpenRecordset(Select(texts.identityTest));
+    const QString identity = values.IdentityTest();
+    if (!identity.isEmpty()) {
+        const Recordset same = OpenRecordset(Select(identity));
         if (!same.IsEmpty())
-            return Update(texts, same.First().Long(m_keyColumn));
+            return Update(values, same.First().Long(m_keyColumn));
     }
-    Execute(u"INSERT INTO " % m_table % u" (" % texts.columns.mid(1) % u") VALUES (" % texts.values.mid(1) %
-            u")");
+    Execute(u"INSERT INTO " % m_table % u" (" % values.Columns() % u") VALUES (" % values.Values() % u")");
     ++m_counts.imported;
 }
 
 void ImportRun::TakeLine(const CsvLine &line)
 {
     const QStringList fields = CsvGetFields(line.text, delimiter);
-    if (IsRefused(line, fields)) {
-        ++m_counts.skipped;
-        return;
-    }
-    const LineTexts texts = TextsOf(line, fields);
-    if (texts.values.isEmpty())
+    const LineValues values = IsRefused(line, fields) ? LineValues() : ValuesOf(line, fields);
+    if (values.IsEmpty())
         ++m_counts.skipped;
     else
-        Write(texts);
+        Write(values);
 }
 
 void CleanUp()
