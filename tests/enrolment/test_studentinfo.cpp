@@ -74,6 +74,7 @@ private slots:
     void FollowsRights_data();
     void FollowsRights();
     void KeepsWorkWhenNothingIsStored();
+    void KeepsWorkUnderALock();
     void KeepsWorkWhenOnlyTheLogFails();
     void KeepsWorkWhenOnlyTheTotalsFail();
     void SavesByTheKeyboardAlone();
@@ -450,6 +451,33 @@ void TestStudentInfo::KeepsWorkWhenNothingIsStored()
         QCOMPARE(Word(), QStringLiteral("No"));
     }
     QVERIFY(m_database->Reconnect());
+    Press(*form, QStringLiteral("OkBtn"));
+    QVERIFY(!form->isVisible());
+    QCOMPARE(Totals(), QStringLiteral("30 0 0"));
+    QCOMPARE(Log().size(), 1);
+}
+
+/// Another workstation writes for longer than the wait, on the file that both have open.
+void TestStudentInfo::KeepsWorkUnderALock()
+{
+    if (TestDatabase::IsOnServer())
+        QSKIP("A server locks rows, not the database.");
+    QString text = m_database->ConnectionText();
+    QVERIFY(gConnection.Open(text.replace(QStringLiteral(";PWD="), QStringLiteral(";LockWait=200;PWD="))));
+    auto form = Open();
+    TypeInto(*form, QStringLiteral("Payment"), QStringLiteral("30"));
+    {
+        Connection other;
+        QVERIFY(other.Open(m_database->ConnectionText()));
+        QVERIFY(other.Execute(QStringLiteral("BEGIN IMMEDIATE")));
+        QVERIFY(!gConnection.Execute(QStringLiteral("DELETE FROM Ref")));
+        const QString source = gConnection.Errors().first().source;
+        ScriptedDialogs dialogs;
+        dialogs.Expect(source, failure);
+        dialogs.Expect(source, failure);
+        Press(*form, QStringLiteral("OkBtn"));
+        QCOMPARE(BoxText(*form, QStringLiteral("Payment")), QStringLiteral("30.00"));
+    }
     Press(*form, QStringLiteral("OkBtn"));
     QVERIFY(!form->isVisible());
     QCOMPARE(Totals(), QStringLiteral("30 0 0"));
