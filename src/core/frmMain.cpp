@@ -17,6 +17,7 @@
 #include "database/NewDatabase.h"
 #include "database/Security.h"
 #include "database/System.h"
+#include "forms/WindowMemory.h"
 #include "platform/Clock.h"
 #include "platform/Connection.h"
 #include "platform/Dialogs.h"
@@ -30,7 +31,6 @@
 #include <QLabel>
 #include <QMdiSubWindow>
 #include <QScreen>
-#include <QSettings>
 #include <QStatusBar>
 #include <QStatusTipEvent>
 
@@ -70,11 +70,6 @@ int g_assumedScreenWidth = 0;
 QString Id(const char *id)
 {
     return QString::fromLatin1(id);
-}
-
-QSettings WindowSettings()
-{
-    return QSettings(Directories::WrittenFile(QStringLiteral("windows.ini")), QSettings::IniFormat);
 }
 
 /// Whether the database is one that the program can work with. Every one is at present.
@@ -128,8 +123,7 @@ void frmMain::BuildStatusBar()
 
 void frmMain::RestoreWindow()
 {
-    QSettings settings = WindowSettings();
-    settings.beginGroup(objectName());
+    const QVariantMap settings = WindowMemory::Recall(objectName());
     const QSize room = screen()->availableSize();
     if (!restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray()))
         resize(room.width() * 9 / 10, room.height() * 9 / 10);
@@ -138,10 +132,8 @@ void frmMain::RestoreWindow()
 
 void frmMain::StoreWindow() const
 {
-    QSettings settings = WindowSettings();
-    settings.beginGroup(objectName());
-    settings.setValue(QStringLiteral("geometry"), saveGeometry());
-    settings.setValue(QStringLiteral("state"), saveState());
+    WindowMemory::Store(
+        objectName(), {{QStringLiteral("geometry"), saveGeometry()}, {QStringLiteral("state"), saveState()}});
 }
 
 void frmMain::Load()

@@ -1,13 +1,12 @@
 #include "forms/FormSize.h"
 
 #include "forms/ListView.h"
-#include "platform/Directories.h"
+#include "forms/WindowMemory.h"
 
 #include <QEvent>
 #include <QHeaderView>
 #include <QMdiSubWindow>
 #include <QScreen>
-#include <QSettings>
 
 namespace
 {
@@ -42,8 +41,7 @@ private:
 
     void Restore()
     {
-        QSettings settings(Directories::WrittenFile(QStringLiteral("windows.ini")), QSettings::IniFormat);
-        settings.beginGroup(m_form->objectName());
+        const QVariantMap settings = WindowMemory::Recall(m_form->objectName());
         const QSize size = settings.value(QStringLiteral("size")).toSize();
         if (size.isValid() && m_form->screen())
             Frame()->resize(
@@ -63,17 +61,17 @@ private:
     {
         if (m_form->objectName().isEmpty())
             return;
-        QSettings settings(Directories::WrittenFile(QStringLiteral("windows.ini")), QSettings::IniFormat);
-        settings.beginGroup(m_form->objectName());
+        QVariantMap settings = WindowMemory::Recall(m_form->objectName());
         if (!Frame()->isMaximized() && !Frame()->isMinimized())
-            settings.setValue(QStringLiteral("size"), Frame()->size());
+            settings.insert(QStringLiteral("size"), Frame()->size());
         for (const ListView *list : m_form->findChildren<ListView *>()) {
             QVariantList widths;
             for (int column = 0; column < list->header()->count(); ++column)
                 widths.append(list->header()->sectionSize(column));
             if (list->isVisibleTo(m_form) && !list->objectName().isEmpty())
-                settings.setValue(list->objectName(), widths);
+                settings.insert(list->objectName(), widths);
         }
+        WindowMemory::Store(m_form->objectName(), settings);
     }
 
     QWidget *m_form;

@@ -2,8 +2,8 @@
 
 class QWidget;
 
-/// Every form remembers its size, and its lists the widths of their columns, in "windows.ini" among the
-/// files that the program writes.
+/// Every form remembers its size, and its lists the widths of their columns, in the memory that this
+/// workstation has of its windows.
 namespace FormSize
 {
 /// Restores when `form` is first shown and stores each time it goes. Forms and lists are known by their

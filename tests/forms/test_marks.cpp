@@ -100,7 +100,7 @@ private:
 void test_marks::init()
 {
     Directories::SetProgram(m_directory.path());
-    QFile::remove(Directories::WrittenFile(QStringLiteral("windows.ini")));
+    QFile::remove(Directories::WrittenFile(QStringLiteral("windows.dat")));
 }
 
 void test_marks::leaving_asks_data()
