@@ -120,6 +120,28 @@ private slots:
         QCOMPARE(add(), 3);
     }
 
+    /// An import looks for each line by all its values at once: many share a town, few a name.
+    void LooksForNamesFirst_data()
+    {
+        QTest::addColumn<QString>("query");
+        QTest::addColumn<QString>("index");
+        QTest::newRow("a person") << "SELECT ContactRef FROM Contacts WHERE Cust_Forename = 'a' AND "
+                                     "Cust_Surname = 'b' AND Cust_City = 4 AND OrganRef = 1"
+                                  << "IX_Contacts_Cust_Surname_Cust_Forename";
+        QTest::newRow("an organisation")
+            << "SELECT OrganRef FROM Organisations WHERE OrganName = 'x' AND City = "
+               "5 AND County = 4 AND Country = 1"
+            << "IX_Organisations_OrganName";
+    }
+    void LooksForNamesFirst()
+    {
+        QFETCH(QString, query);
+        QFETCH(QString, index);
+        const auto plan = m_connection.OpenRecordset(u"EXPLAIN QUERY PLAN " % query);
+        QVERIFY(plan && !plan->IsEmpty());
+        QVERIFY2(plan->First().Text(u"detail").contains(index), qPrintable(plan->First().Text(u"detail")));
+    }
+
     void HoldsLongTextsWhole()
     {
         const QString text(10'000, QChar(0x00E9));
