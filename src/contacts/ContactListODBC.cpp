@@ -2,7 +2,11 @@
 
 #include "controls/ComboModel.h"
 #include "controls/ListModel.h"
+#include "core/Session.h"
 #include "database/MiscODBC.h"
+
+#include <array>
+#include <charconv>
 
 namespace
 {
@@ -15,10 +19,42 @@ Recordset OpenPeople()
 /// The columns of OpenPeople: looked up by number, since the list holds a hundred thousand people.
 enum PeopleColumn { ContactRef, Surname, Forename, ReferenceId };
 
-QString NameOf(const Recordset::Row &row)
+/// What the lists of people show, with one piece of memory a text: with a hundred thousand rows that is
+/// what the time goes to.
+class PersonReader final
 {
-    return FormatRefLabel(row.Text(ReferenceId), row.Text(Surname) % u", " % row.Text(Forename));
-}
+public:
+    PersonReader() { m_text.reserve(256); }
+
+    void Read(const Recordset::Row &row)
+    {
+        m_text.resize(0);
+        if (gShowIDs != 0 && row.HasText(ReferenceId)) {
+            m_text += u'[';
+            row.AppendText(ReferenceId, m_text);
+            m_text += u"] ";
+        }
+        hasSurname = row.HasText(Surname);
+        hasForename = row.HasText(Forename);
+        row.AppendText(Surname, m_text);
+        m_text += u", ";
+        row.AppendText(Forename, m_text);
+    }
+    /// "surname, forename" of the row read last, with the site's reference in front where that is shown.
+    QString Label() const { return QString(m_text.constData(), m_text.size()); }
+    static QString Key(const Recordset::Row &row)
+    {
+        std::array<char, 24> key{'?'};
+        const auto end = std::to_chars(key.data() + 1, key.data() + key.size(), row.Long(ContactRef)).ptr;
+        return QString::fromLatin1(key.data(), end - key.data());
+    }
+
+    bool hasSurname = false;
+    bool hasForename = false;
+
+private:
+    QString m_text;
+};
 
 Recordset OpenItems(const QString &nameColumn, const QString &keyColumn, const QString &table)
 {
@@ -49,9 +85,11 @@ void ADO_Contact_Fill(ListModel &list)
         const Recordset people = OpenPeople();
         std::vector<ListItem> items;
         items.reserve(static_cast<size_t>(people.RowCount()));
+        PersonReader person;
         for (const Recordset::Row row : people) {
-            if (!row.Text(Surname).isEmpty() && !row.Text(Forename).isEmpty())
-                items.push_back({u'?' % row.Text(ContactRef), NameOf(row)});
+            person.Read(row);
+            if (person.hasSurname && person.hasForename)
+                items.push_back({PersonReader::Key(row), person.Label()});
         }
         list.Fill(std::move(items));
     });
@@ -63,14 +101,15 @@ void ADO_Contact_FillListC(ComboModel &list, bool withSelectRow)
         const Recordset people = OpenPeople();
         std::vector<ComboItem> items;
         items.reserve(static_cast<size_t>(people.RowCount()));
+        PersonReader person;
         for (const Recordset::Row row : people) {
             const int key = static_cast<int>(row.Long(ContactRef));
-            const bool noSurname = row.Text(Surname).isEmpty();
-            if (key == 1 && noSurname) {
+            person.Read(row);
+            if (key == 1 && !person.hasSurname) {
                 if (withSelectRow)
                     items.push_back({SelectOrTypeNewText(), key});
-            } else if (!noSurname || !row.Text(Forename).isEmpty()) {
-                items.push_back({NameOf(row), key});
+            } else if (person.hasSurname || person.hasForename) {
+                items.push_back({person.Label(), key});
             }
         }
         list.Fill(std::move(items));

@@ -3,6 +3,8 @@
 #include "platform/Numbers.h"
 #include "platform/SameName.h"
 
+#include <QStringDecoder>
+
 #include <cmath>
 
 namespace
@@ -125,6 +127,28 @@ QString Recordset::Row::Text(int column) const
         return m_data->TextOf(*cell).toString();
     }
     return {};
+}
+
+bool Recordset::Row::HasText(int column) const
+{
+    const Cell *cell = m_data->At(m_row, column);
+    return cell && cell->kind != CellKind::Null && (cell->kind != CellKind::Text || cell->size > 0);
+}
+
+void Recordset::Row::AppendText(int column, QString &out) const
+{
+    const Cell *cell = m_data->At(m_row, column);
+    if (!cell || cell->kind != CellKind::Text) {
+        out += Text(column);
+        return;
+    }
+    const QUtf8StringView text = m_data->TextOf(*cell);
+    const qsizetype before = out.size();
+    // UTF-16 never takes more units than UTF-8 takes bytes.
+    out.resize(before + text.size());
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QChar *end = decoder.appendToBuffer(out.data() + before, QByteArrayView(text.data(), text.size()));
+    out.truncate(end - out.constData());
 }
 
 qint64 Recordset::Row::Long(int column) const

@@ -67,6 +67,9 @@ public:
     bool IsNull(QStringView column) const { return IsNull(IndexOf(column)); }
 
     QString Text(int column) const;
+    bool HasText(int column) const; ///< the text is not ""
+    /// Appends the text to `out` without a text of its own in between, for lists of very many rows.
+    void AppendText(int column, QString &out) const;
     qint64 Long(int column) const;
     double Double(int column) const;
     bool IsNull(int column) const;
