@@ -22,6 +22,7 @@
 #include "enrolment/EnrolmentODBC.h"
 #include "enrolment/frmPercent.h"
 #include "enrolment/frmStudentInfo.h"
+#include "exchange/frmImportWiz.h"
 #include "reports/frmCourseWiz.h"
 #include "support/TestDatabase.h"
 #include "users/UsersODBC.h"
@@ -111,6 +112,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmDBOptions"), Open<frmDBOptions>(), {}, QStringList()},
         {QStringLiteral("frmDBPass"), Open<frmDBPass>()},
         {QStringLiteral("frmDBProps"), Open<frmDBProps>(QStringLiteral("College"), true)},
+        {QStringLiteral("frmImportWiz"), Open<frmImportWiz>()},
         {QStringLiteral("frmLocalOptions"), Open<frmLocalOptions>()},
         {QStringLiteral("frmMain"), Open<frmMain>()},
         {QStringLiteral("frmODBCLogon"), Open<frmODBCLogon>()},
