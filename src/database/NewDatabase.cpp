@@ -36,7 +36,7 @@ bool CopyOver(const QString &from, const QString &to)
         if (data.isEmpty() || out.write(data) != data.size())
             return false;
     }
-    return out.commit();
+    return out.flush() && out.commit();
 }
 
 /// Removes the template's password from its copy. False if the copy is no such template; one that opens

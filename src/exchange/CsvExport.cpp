@@ -85,7 +85,7 @@ Outcome WriteRows(QSaveFile &file, const Recordset &rows, const ExportedFields &
         if (progress.IsCancelled())
             return Outcome::Cancelled;
     }
-    return file.commit() ? Outcome::Done : Outcome::FileFailed;
+    return file.flush() && file.commit() ? Outcome::Done : Outcome::FileFailed;
 }
 } // namespace
 

@@ -27,7 +27,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override
     {
         QLabel::resizeEvent(event);
-        setMinimumHeight(heightForWidth(width()));
+        setMinimumHeight(wordWrap() ? heightForWidth(width()) : 0);
     }
 };
 } // namespace

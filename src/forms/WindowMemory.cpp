@@ -45,5 +45,6 @@ void WindowMemory::Store(const QString &window, const QVariantMap &values)
     QDataStream stream(&file);
     stream.setVersion(QDataStream::Qt_6_0);
     stream << windows;
-    file.commit();
+    if (file.flush())
+        file.commit();
 }

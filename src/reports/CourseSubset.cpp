@@ -40,6 +40,7 @@ void CourseSubset::Save(const QList<int> &courseRefs)
     QSaveFile file(FileName());
     if (file.open(QIODevice::WriteOnly)) {
         file.write(line + '\n');
-        file.commit();
+        if (file.flush())
+            file.commit();
     }
 }

@@ -103,7 +103,7 @@ bool HTML_Finish()
         return false;
     WriteLine(QStringLiteral("</BODY>"));
     WriteLine(QStringLiteral("</HTML>"));
-    const bool written = g_output->isOpen() && g_output->commit();
+    const bool written = g_output->isOpen() && g_output->flush() && g_output->commit();
     if (!written) {
         const QString file = QDir::toNativeSeparators(HTML_OutputPath());
         SetCurrentError({static_cast<int>(g_output->error()),
