@@ -27,7 +27,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override
     {
         QLabel::resizeEvent(event);
-        setMinimumHeight(wordWrap() ? heightForWidth(width()) : 0);
+        setMinimumHeight(qMax(0, heightForWidth(width())));
     }
 };
 } // namespace

@@ -146,14 +146,18 @@ int TourDriver::Run()
     QApplication::setQuitOnLastWindowClosed(false);
     m_waitingSince = QDateTime::currentMSecsSinceEpoch();
     QTimer::singleShot(0, [this] { Poll(); });
-    return QApplication::exec();
+    // The program ends its event loop at Exit; the tour goes on until its own last step.
+    while (!m_done)
+        QApplication::exec();
+    return 0;
 }
 
 void TourDriver::Poll()
 {
     if (m_steps.empty()) {
         std::printf("The tour went as it should: %d pictures in %s\n", m_pictures, qPrintable(m_folder));
-        QApplication::exit(0);
+        m_done = true;
+        QApplication::quit();
         return;
     }
     QWidget *screen = m_steps.front().ready();

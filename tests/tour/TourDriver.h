@@ -52,6 +52,7 @@ private:
     std::deque<Step> m_steps;
     qint64 m_waitingSince = 0;
     int m_pictures = 0;
+    bool m_done = false;
 };
 
 /// What hands do on a screen. A control that is missing, hidden or disabled ends the tour.
