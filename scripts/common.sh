@@ -2,7 +2,7 @@
 
 VELTRANE_PACKAGES=(
     g++ cmake ninja-build ccache lld clang libclang-rt-14-dev clang-format
-    qt6-base-dev qt6-base-dev-tools libqt6svg6-dev libqt6sql6-odbc libgl-dev
+    qt6-base-dev qt6-base-dev-tools qt6-svg-dev libqt6sql6-odbc libgl-dev
     unixodbc unixodbc-dev tdsodbc odbc-postgresql
     postgresql-15
     xvfb xauth openbox xdg-utils breeze-icon-theme fonts-dejavu-core procps util-linux
