@@ -16,6 +16,8 @@
 #include <QMenu>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 namespace
 {
 constexpr int reportsRight = 47;
@@ -198,11 +200,13 @@ void frmCourse::RemoveNodes(int courseRef)
 {
     const QScopedValueRollback quiet(m_quiet, true);
     const QModelIndex at = m_courses.IndexOf(m_courses.Selected());
+    const int row = at.row();
+    const QPersistentModelIndex parent(at.parent());
     for (const TreeNode *node : NodesOf(courseRef))
         m_courses.Remove(QString(node->key));
-    const int rows = m_courses.rowCount(at.parent());
+    const int rows = m_courses.rowCount(parent);
     if (rows > 0)
-        m_courses.Select(m_courses.NodeAt(m_courses.index(std::min(at.row(), rows - 1), 0, at.parent())));
+        m_courses.Select(m_courses.NodeAt(m_courses.index(std::clamp(row, 0, rows - 1), 0, parent)));
 }
 
 void frmCourse::AddCourse()

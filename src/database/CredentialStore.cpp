@@ -62,10 +62,12 @@ template <typename Take>
 bool ForEachLine(QFile &file, Take &&take)
 {
     bool longOne = false;
+    QByteArray buffer(longestLine, '\0');
     while (!file.atEnd()) {
-        QByteArray line = file.readLine(longestLine);
-        if (line.isEmpty())
+        const qint64 length = file.readLine(buffer.data(), buffer.size());
+        if (length <= 0)
             return false;
+        QByteArray line(buffer.constData(), length);
         const bool isWhole = line.endsWith('\n') || file.atEnd();
         while (line.endsWith('\n') || line.endsWith('\r'))
             line.chop(1);

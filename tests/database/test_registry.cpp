@@ -69,7 +69,9 @@ private slots:
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<int>("type");
 
-        const auto driver = [](const char *name) { return QByteArray("[S]\nDriver=") + name + "\n"; };
+        const auto driver = [](const char *name) -> QByteArray {
+            return QByteArray("[S]\nDriver=") + name + "\n";
+        };
         QTest::newRow("file") << driver("Microsoft Access Driver (*.mdb)") << 1;
         QTest::newRow("file, listed only") << QByteArray("[ODBC Data Sources]\ns=Driver do Microsoft Access "
                                                          "(*.mdb)\n[S]\nDBQ=/x.mdb\n")
