@@ -402,11 +402,11 @@ void TestCsvImport::LongNamesAreCutAndTold()
 void TestCsvImport::CancelLeavesWholeRows()
 {
     QByteArray lines("Forename,Surname,Address,City\n");
-    for (int i = 0; i < 3000; ++i)
+    for (int i = 0; i < 30000; ++i)
         lines += "Ann,Ash " + QByteArray::number(i) + ",1 High St,Ely\n";
     int reached = 0;
     m_progress = CsvProgress([&](int done, int) {
-        if (done > 0 && done < 3000 && reached == 0) {
+        if (done > 0 && done < 30000 && reached == 0) {
             reached = done;
             m_progress.Cancel();
         }
@@ -417,7 +417,7 @@ void TestCsvImport::CancelLeavesWholeRows()
             QCOMPARE(title, QStringLiteral("CSV Import"));
             QCOMPARE(
                 text,
-                QString(u"Import cancelled behind line " % at % u" of 3000:\n" % at %
+                QString(u"Import cancelled behind line " % at % u" of 30000:\n" % at %
                         u" Records where imported.\n0 Records where updated.\n0 Records where skipped."));
         }();
         return Dialogs::Answer::Ok;
