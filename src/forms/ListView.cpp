@@ -9,12 +9,11 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
-#include <QPainter>
 
 ListView::ListView(ListModel &model, Choice choice, QWidget *parent)
     : QTreeView(parent)
     , m_list(model)
-    , m_emptyText(tr("Nothing to show."))
+    , m_emptyText(this)
 {
     setRootIsDecorated(false);
     setItemsExpandable(false);
@@ -44,12 +43,6 @@ void ListView::SetColumnChars(const QList<int> &chars)
 {
     for (int column = 0; column < chars.size(); ++column)
         header()->resizeSection(column, (chars.at(column) + 2) * fontMetrics().averageCharWidth());
-}
-
-void ListView::SetEmptyText(const QString &text)
-{
-    m_emptyText = text;
-    viewport()->update();
 }
 
 void ListView::CountOn(QLabel *label)
@@ -98,13 +91,15 @@ void ListView::TellCount()
         return;
     const QLocale locale;
     const int rows = m_list.Count();
-    QString text = rows == 0 ? QString() : rows == 1 ? tr("1 row") : locale.toString(rows) + tr(" rows");
+    QString text = rows == 0   ? QString()
+                   : rows == 1 ? QStringLiteral("1 row")
+                               : QString(locale.toString(rows) % u" rows");
     if (selectionMode() == ExtendedSelection) {
         int selected = 0;
         for (const QItemSelectionRange &range : m_list.Selection()->selection())
             selected += range.height();
         if (selected > 1)
-            text += u", " % locale.toString(selected) % tr(" selected");
+            text += u", " % locale.toString(selected) % u" selected";
     }
     m_count->setText(text);
 }
@@ -136,13 +131,7 @@ void ListView::mouseDoubleClickEvent(QMouseEvent *event)
 void ListView::paintEvent(QPaintEvent *event)
 {
     QTreeView::paintEvent(event);
-    if (!m_list.IsEmpty())
-        return;
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
-    const int margin = fontMetrics().height();
-    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
-                     static_cast<int>(Qt::AlignHCenter | Qt::AlignTop) | Qt::TextWordWrap, m_emptyText);
+    m_emptyText.Paint();
 }
 
 bool ListView::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/EmptyText.h"
+
 #include <QList>
 #include <QTreeView>
 
@@ -21,7 +23,7 @@ public:
     /// Widths of the columns in average characters; the last column takes what is left.
     void SetColumnChars(const QList<int> &chars);
     /// The text shown while there are no rows.
-    void SetEmptyText(const QString &text);
+    void SetEmptyText(const QString &text) { m_emptyText.Set(text); }
     /// Keeps `label` telling how many rows there are and how many of several are selected.
     void CountOn(QLabel *label);
     /// Check marks cannot be changed by the user while it is locked; rows can still be selected.
@@ -46,7 +48,7 @@ private:
     void TellCount();
 
     ListModel &m_list;
-    QString m_emptyText;
+    EmptyText m_emptyText;
     QLabel *m_count = nullptr;
     bool m_locked = false;
 };

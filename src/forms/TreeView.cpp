@@ -8,6 +8,7 @@
 TreeView::TreeView(TreeModel &model, QWidget *parent)
     : QTreeView(parent)
     , m_tree(model)
+    , m_emptyText(this)
 {
     setHeaderHidden(true);
     setUniformRowHeights(true);
@@ -23,6 +24,7 @@ TreeView::TreeView(TreeModel &model, QWidget *parent)
         if (node->expanded)
             expand(m_tree.IndexOf(node));
     }
+    connect(&m_tree, &TreeModel::Changed, viewport(), qOverload<>(&QWidget::update));
     connect(&m_tree, &TreeModel::ExpandedChanged, this, &TreeView::setExpanded);
     connect(this, &TreeView::expanded, this,
             [this](const QModelIndex &at) { m_tree.SetExpanded(m_tree.NodeAt(at), true); });
@@ -77,6 +79,12 @@ void TreeView::mouseDoubleClickEvent(QMouseEvent *event)
     QTreeView::mouseDoubleClickEvent(event);
     if (node && event->button() == Qt::LeftButton)
         emit Opened(node);
+}
+
+void TreeView::paintEvent(QPaintEvent *event)
+{
+    QTreeView::paintEvent(event);
+    m_emptyText.Paint();
 }
 
 QSize TreeView::sizeHint() const

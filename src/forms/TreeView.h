@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/EmptyText.h"
+
 #include <QTreeView>
 
 class TreeModel;
@@ -16,6 +18,8 @@ public:
     explicit TreeView(TreeModel &model, QWidget *parent = nullptr);
 
     TreeModel &Model() const { return m_tree; }
+    /// The text shown while there are no nodes.
+    void SetEmptyText(const QString &text) { m_emptyText.Set(text); }
     /// Scrolls the node into view, its parents opened.
     void ShowNode(const TreeNode *node);
 
@@ -28,8 +32,10 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     QSize sizeHint() const override;
 
 private:
     TreeModel &m_tree;
+    EmptyText m_emptyText;
 };

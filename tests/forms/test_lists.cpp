@@ -33,6 +33,8 @@ private slots:
     void hundred_thousand_rows();
     void tree_expands_both_ways();
     void tree_asks_for_ticks();
+    void empty_ones_say_so_data();
+    void empty_ones_say_so();
 };
 
 namespace
@@ -306,6 +308,31 @@ void test_lists::tree_asks_for_ticks()
     QCOMPARE(asked.count(), 2);
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(row.right() - 2, row.center().y()));
     QCOMPARE(asked.count(), 2);
+}
+
+void test_lists::empty_ones_say_so_data()
+{
+    QTest::addColumn<bool>("isTree");
+    QTest::newRow("list") << false;
+    QTest::newRow("tree") << true;
+}
+
+void test_lists::empty_ones_say_so()
+{
+    QFETCH(bool, isTree);
+    ListModel list;
+    TreeModel tree;
+    ListView listView(list);
+    TreeView treeView(tree);
+    QTreeView &view = isTree ? static_cast<QTreeView &>(treeView) : listView;
+    const auto say = [&](const QString &text) {
+        isTree ? treeView.SetEmptyText(text) : listView.SetEmptyText(text);
+        return view.grab().toImage();
+    };
+    QVERIFY(say(QStringLiteral("Nobody here.")) != say({}));
+    list.Add({QStringLiteral("?1"), QStringLiteral("Ann")});
+    tree.Add({}, {QStringLiteral("a"), QStringLiteral("A")});
+    QCOMPARE(say(QStringLiteral("Nobody here.")), say({}));
 }
 
 QTEST_MAIN(test_lists)
