@@ -76,20 +76,22 @@ bool ADO_Contact_DeleteConcession(int concessionRef)
     });
 }
 
-void ADO_Contact_ConcessionWipe(int contactRef)
+bool ADO_Contact_ConcessionWipe(int contactRef)
 {
-    Reported("ADO_Contact_ConcessionWipe",
-             [&] { Execute(u"DELETE FROM ContactConcession WHERE ContactRef = " % SqlNumber(contactRef)); });
+    return Reported("ADO_Contact_ConcessionWipe", false, [&] {
+        Execute(u"DELETE FROM ContactConcession WHERE ContactRef = " % SqlNumber(contactRef));
+        return true;
+    });
 }
 
-void ADO_Contact_AddContactConcession(int contactRef, int concessionRef)
+bool ADO_Contact_AddContactConcession(int contactRef, int concessionRef)
 {
-    Reported("ADO_Contact_AddContactConcession", [&] {
-        if (HasRow(u"SELECT * FROM ContactConcession WHERE ConcessionRef = " % SqlNumber(concessionRef) %
-                   u" AND ContactRef = " % SqlNumber(contactRef)))
-            return;
-        Execute(u"INSERT INTO ContactConcession (ContactRef,ConcessionRef) VALUES (" % SqlNumber(contactRef) %
-                u',' % SqlNumber(concessionRef) % u')');
+    return Reported("ADO_Contact_AddContactConcession", false, [&] {
+        if (!HasRow(u"SELECT * FROM ContactConcession WHERE ConcessionRef = " % SqlNumber(concessionRef) %
+                    u" AND ContactRef = " % SqlNumber(contactRef)))
+            Execute(u"INSERT INTO ContactConcession (ContactRef,ConcessionRef) VALUES (" %
+                    SqlNumber(contactRef) % u',' % SqlNumber(concessionRef) % u')');
+        return true;
     });
 }
 
@@ -107,9 +109,11 @@ void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list)
 
         WriteGroup group(gConnection);
         for (int row = 0; row < list.Count(); ++row) {
-            ADO_Contact_AddContactConcession(KeyNumber(list.At(row).key), concessionRef);
-            group.Tick();
+            if (!ADO_Contact_AddContactConcession(KeyNumber(list.At(row).key), concessionRef))
+                return;
+            EndRow(group);
         }
+        EndRows(group);
     });
 }
 

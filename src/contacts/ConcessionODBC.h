@@ -25,12 +25,13 @@ double ADO_Contact_GetConcesionDiscount(int concessionRef);
 /// False on an error.
 bool ADO_Contact_DeleteConcession(int concessionRef);
 
-/// Takes all characteristics from a person.
-void ADO_Contact_ConcessionWipe(int contactRef);
-/// Gives a person a characteristic that is not held yet.
-void ADO_Contact_AddContactConcession(int contactRef, int concessionRef);
+/// Takes all characteristics from a person. False on an error.
+bool ADO_Contact_ConcessionWipe(int contactRef);
+/// Gives a person a characteristic that is not held yet. False on an error.
+bool ADO_Contact_AddContactConcession(int contactRef, int concessionRef);
 /// Gives the characteristic to everybody in `list`, whose keys hold the people's references. Where somebody
-/// has it already the user is asked whether to remove the earlier ones first; see the note inside.
+/// has it already the user is asked whether to remove the earlier ones first; see the note inside. An error
+/// stops at that person, with the earlier ones served.
 void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list);
 /// Fills `list` with the people who have a characteristic: key "?" + reference, "surname, forename" with
 /// the site's reference in front where that is shown.

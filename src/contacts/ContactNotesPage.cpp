@@ -54,11 +54,12 @@ void ContactNotesPage::Store(ContactRecord &record) const
     record.notes = m_notes->document()->isModified() ? m_notes->toPlainText() : m_storedNotes;
 }
 
-void ContactNotesPage::StoreCharacteristics(int contactRef) const
+bool ContactNotesPage::StoreCharacteristics(int contactRef) const
 {
-    ADO_Contact_ConcessionWipe(contactRef);
-    for (int row = 0; row < m_used.Count(); ++row)
-        ADO_Contact_AddContactConcession(contactRef, KeyNumber(m_used.At(row).key));
+    bool stored = ADO_Contact_ConcessionWipe(contactRef);
+    for (int row = 0; stored && row < m_used.Count(); ++row)
+        stored = ADO_Contact_AddContactConcession(contactRef, KeyNumber(m_used.At(row).key));
+    return stored;
 }
 
 void ContactNotesPage::Clear()

@@ -20,7 +20,8 @@ public:
     void FillLists();
     void Load(const ContactRecord &record);
     void Store(ContactRecord &record) const;
-    void StoreCharacteristics(int contactRef) const;
+    /// False if the person may have fewer of them now than the page shows.
+    bool StoreCharacteristics(int contactRef) const;
     void Clear();
     void SetLocked(bool locked);
 

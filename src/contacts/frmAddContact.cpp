@@ -207,7 +207,11 @@ bool frmAddContact::Save()
     m_gone = false;
     gDialogResult = saved;
 
-    m_notes->StoreCharacteristics(saved);
+    if (!m_notes->StoreCharacteristics(saved)) {
+        // The person stands; what the page shows is still to be stored.
+        SetState(State::Edit);
+        return false;
+    }
     OfferOrganisationCharacteristics(record.organRef);
     m_modified->Clear();
     SetState(State::View);

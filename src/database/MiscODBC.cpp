@@ -71,6 +71,14 @@ void EndRow(WriteGroup &group)
     }
 }
 
+void EndRows(WriteGroup &group)
+{
+    while (!group.Finish()) {
+        if (!RetryAfterFailure())
+            throw StatementGivenUp{};
+    }
+}
+
 bool TryExecute(const QString &sql)
 {
     return gConnection.Execute(sql);

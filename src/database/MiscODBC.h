@@ -66,6 +66,8 @@ int ReadKey(const QString &sql, QStringView column);
 
 /// Marks the end of a whole row of a long loop; only inside Reported, which a commit that fails goes to.
 void EndRow(WriteGroup &group);
+/// Commits what the group still holds behind the last row; only inside Reported, likewise.
+void EndRows(WriteGroup &group);
 
 /// The same with errors ignored, for the few routines that go on after a failure.
 bool TryExecute(const QString &sql);

@@ -94,6 +94,7 @@ private slots:
     void TypedTown();
     void EmergencyContact();
     void Characteristics();
+    void CharacteristicsThatFail();
     void OrganisationCharacteristics();
     void AltReferences();
     void Addresses();
@@ -469,6 +470,28 @@ void TestContactForms::Characteristics()
     Press(form, "OKBtn");
     QCOMPARE(Rows(held % u" AND ConcessionRef <> " % QString::number(student)), 1);
     QCOMPARE(Rows(held), 1);
+}
+
+/// The person is stored, the characteristics are not: they stay on the screen, to be saved again.
+void TestContactForms::CharacteristicsThatFail()
+{
+    Concession_Add("Student", 20, 0, "");
+    const int anna = Contact_Add(Person("Anna", "Bell"));
+    frmAddContact form;
+    form.OpenRecords({Key(anna)});
+    Press(form, "EditBtn");
+    Find<QTabWidget>(form, "SSActiveTabs1")->setCurrentIndex(1);
+    Press(form, "AddCBtn");
+    Sql("ALTER TABLE ContactConcession RENAME TO Away");
+    gConnection.OpenRecordset("SELECT * FROM ContactConcession");
+    const QString source = gConnection.Errors().first().source;
+    m_dialogs->Expect(source, "A number of errors have been detected, please seek technical support.");
+    Press(form, "OKBtn");
+    Sql("ALTER TABLE Away RENAME TO ContactConcession");
+    QCOMPARE(Caption(form, "EditBtn"), QStringLiteral("&View"));
+    m_dialogs->Expect("Warning", changed, Dialogs::Answer::Yes);
+    form.reject();
+    QCOMPARE(Rows("ContactConcession"), 1);
 }
 
 void TestContactForms::OrganisationCharacteristics()
