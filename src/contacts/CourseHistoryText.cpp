@@ -56,32 +56,23 @@ QString Percent(double value)
     return QString::number(value, 'f', QLocale::FloatingPointShortest) % u'%';
 }
 
-struct Block {
-    QString text;
-    double owed;
-};
-
-Block CourseBlock(const CourseHistoryEntry &course)
+QString CourseBlock(const QString &title, const StudentRecord &course)
 {
-    const double net = Fees::NetFee(course.basicFee, course.discount);
-    const double due = Fees::TotalDue(net, course.taxRate);
-    const double owed = Fees::Owed(due, course.paid.Total());
-
-    QString text = course.title % u'\n' % Line(QStringLiteral("Course Fee:"), course.basicFee);
+    QString text = title % u'\n' % Line(QStringLiteral("Course Fee:"), course.basicFee);
     if (course.discount > 0) {
         const QString by =
             course.concession.isEmpty() ? QString() : QString(u" (" % course.concession % u')');
-        text += Line(u"Discount " % Percent(course.discount) % by % u':',
-                     -Fees::HardDiscount(course.basicFee, net));
+        text += Line(u"Discount " % Percent(course.discount) % by % u':', -course.hardDiscount);
     }
     if (course.taxRate > 0) {
         const QString name = course.taxName.isEmpty() ? QStringLiteral("Tax") : course.taxName;
-        text += Line(name % u' ' % Percent(course.taxRate) % u':', Fees::Rounded(due - net));
+        text += Line(name % u' ' % Percent(course.taxRate) % u':',
+                     Fees::Rounded(course.totalDue - course.netFee));
     }
     if (course.discount > 0 || course.taxRate > 0)
-        text += Line(QStringLiteral("Amount Due:"), due);
-    text += PaymentLines(course.paid) % Rule() % Line(QStringLiteral("Amount Owing:"), owed) % u'\n';
-    return {text, owed};
+        text += Line(QStringLiteral("Amount Due:"), course.totalDue);
+    return text % PaymentLines(course.payments) % Rule() %
+           Line(QStringLiteral("Amount Owing:"), course.owed) % u'\n';
 }
 } // namespace
 
@@ -93,9 +84,8 @@ QString Contact_CourseHistoryText(int contactRef)
     QString text;
     double owing = 0;
     for (const CourseHistoryEntry &course : courses) {
-        const Block block = CourseBlock(course);
-        text += block.text;
-        owing += block.owed;
+        text += CourseBlock(course.title, course.enrolment);
+        owing += course.enrolment.owed;
     }
     return text % Line(QStringLiteral("Total Amount Owing:"), Fees::Rounded(owing));
 }

@@ -6,10 +6,15 @@
 #include "database/GlobalCode.h"
 #include "database/Security.h"
 #include "enrolment/EnrolmentModule.h"
+#include "exchange/CsvProgress.h"
 #include "forms/FormBuilder.h"
 #include "forms/SearchBox.h"
+#include "platform/Dialogs.h"
 
 #include <QMenu>
+#include <QProgressBar>
+
+#include <utility>
 
 namespace
 {
@@ -18,11 +23,12 @@ constexpr int mayAdd = 2;
 } // namespace
 
 frmSelectContacts::frmSelectContacts(QWidget *parent)
-    : FormDialog(QStringLiteral("frmSelectContacts"), tr("Select Contacts"), parent)
+    : FormDialog(QStringLiteral("frmSelectContacts"), QStringLiteral("Select Contacts"), parent)
 {
     gDialogResult = 0;
-    m_available.SetColumns({tr("Contact")});
-    m_selected.SetColumns({tr("Contact"), tr("Address"), tr("City"), tr("Postcode")});
+    m_available.SetColumns({QStringLiteral("Contact")});
+    m_selected.SetColumns({QStringLiteral("Contact"), QStringLiteral("Address"), QStringLiteral("City"),
+                           QStringLiteral("Postcode")});
     Contact_FillSubsetList(m_subsets);
     Build();
     BuildMenu();
@@ -44,33 +50,40 @@ void frmSelectContacts::Configure(Mode mode, ListModel &target, int courseRef, i
 void frmSelectContacts::Build()
 {
     FormBuilder form(this);
-    m_search = form.Text(QStringLiteral("SearchBox"), tr("&Type name or select from list:"));
+    m_search = form.Text(QStringLiteral("SearchBox"), QStringLiteral("&Type name or select from list:"));
     m_search->setClearButtonEnabled(true);
     form.Beside();
-    form.Combo(QStringLiteral("ConcessionList"), tr("&Sub-set by Characteristic:"), m_subsets);
+    form.Combo(QStringLiteral("ConcessionList"), QStringLiteral("&Sub-set by Characteristic:"), m_subsets);
 
-    const FormBuilder::Pair pair = form.UsedAvailablePair({.available = QStringLiteral("ContactList"),
-                                                           .availableCaption = tr("Available Contacts"),
-                                                           .used = QStringLiteral("SelectedList"),
-                                                           .usedCaption = tr("Selected Contacts:")},
-                                                          m_available, m_selected);
+    const FormBuilder::Pair pair =
+        form.UsedAvailablePair({.available = QStringLiteral("ContactList"),
+                                .availableCaption = QStringLiteral("Available Contacts"),
+                                .used = QStringLiteral("SelectedList"),
+                                .usedCaption = QStringLiteral("Selected Contacts:")},
+                               m_available, m_selected);
     m_availableList = pair.available;
     m_selectedList = pair.used;
     m_menuList = pair.available;
     m_viewed = pair.available;
     m_moves = pair.moves;
-    m_availableList->SetEmptyText(tr("Nobody is in this list."));
-    m_selectedList->SetEmptyText(tr("Nobody is selected."));
+    m_availableList->SetEmptyText(QStringLiteral("Nobody is in this list."));
+    m_selectedList->SetEmptyText(QStringLiteral("Nobody is selected."));
     m_selectedList->SetColumnChars({18, 18, 12, 8});
 
+    m_bar = new QProgressBar;
+    form.Place(m_bar, QStringLiteral("ProgBar"));
+    form.Beside();
+    m_cancel = form.Button(QStringLiteral("CancelBtn"), QStringLiteral("&Cancel"));
+    m_bar->hide();
+    m_cancel->hide();
     form.BeginButtons(FormBuilder::Align::Start);
-    m_new = form.Button(QStringLiteral("AddBtn"), tr("&New Contact"));
-    m_view = form.Button(QStringLiteral("ViewBtn"), tr("&View Contact"));
-    m_find = form.Button(QStringLiteral("FindBtn"), tr("&Find"));
+    m_new = form.Button(QStringLiteral("AddBtn"), QStringLiteral("&New Contact"));
+    m_view = form.Button(QStringLiteral("ViewBtn"), QStringLiteral("&View Contact"));
+    m_find = form.Button(QStringLiteral("FindBtn"), QStringLiteral("&Find"));
     form.Gap();
-    m_refresh = form.Button(QStringLiteral("RefBtn"), tr("Refresh"));
-    m_exit = form.Button(QStringLiteral("ExitBtn"), tr("E&xit"));
-    m_exit->setToolTip(tr("Take the selected contacts over and close"));
+    m_refresh = form.Button(QStringLiteral("RefBtn"), QStringLiteral("Refresh"));
+    m_exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
+    m_exit->setToolTip(QStringLiteral("Take the selected contacts over and close"));
     form.EndButtons();
     m_find->setEnabled(false);
     resize(fontMetrics().averageCharWidth() * 150, fontMetrics().lineSpacing() * 32);
@@ -85,17 +98,18 @@ void frmSelectContacts::BuildMenu()
         action->setObjectName(name);
         return action;
     };
-    QAction *newContact = add(QStringLiteral("ID_New"), tr("&New Contact"));
+    QAction *newContact = add(QStringLiteral("ID_New"), QStringLiteral("&New Contact"));
     newContact->setEnabled(UserRight(rightContacts) >= mayAdd);
     connect(newContact, &QAction::triggered, this, &frmSelectContacts::AddContact);
     m_menu->addSeparator();
-    connect(add(QStringLiteral("ID_Add"), tr("&Add")), &QAction::triggered, m_moves, &UsedAvailable::Add);
-    connect(add(QStringLiteral("ID_Remove"), tr("Re&move")), &QAction::triggered, m_moves,
+    connect(add(QStringLiteral("ID_Add"), QStringLiteral("&Add")), &QAction::triggered, m_moves,
+            &UsedAvailable::Add);
+    connect(add(QStringLiteral("ID_Remove"), QStringLiteral("Re&move")), &QAction::triggered, m_moves,
             &UsedAvailable::Remove);
-    connect(add(QStringLiteral("ID_SelectAll"), tr("&Select All")), &QAction::triggered, this,
+    connect(add(QStringLiteral("ID_SelectAll"), QStringLiteral("&Select All")), &QAction::triggered, this,
             [this] { m_menuList->Model().SelectAll(); });
     m_menu->addSeparator();
-    connect(add(QStringLiteral("ID_Refresh"), tr("&Refresh")), &QAction::triggered, this,
+    connect(add(QStringLiteral("ID_Refresh"), QStringLiteral("&Refresh")), &QAction::triggered, this,
             &frmSelectContacts::Refresh);
 }
 
@@ -117,6 +131,7 @@ void frmSelectContacts::Connect()
     connect(m_view, &QPushButton::clicked, this, &frmSelectContacts::ViewContacts);
     connect(m_refresh, &QPushButton::clicked, this, &frmSelectContacts::Refresh);
     connect(m_exit, &QPushButton::clicked, this, &frmSelectContacts::HandOver);
+    connect(m_cancel, &QPushButton::clicked, this, &frmSelectContacts::reject);
     for (ListView *list : {m_availableList, m_selectedList}) {
         list->setContextMenuPolicy(Qt::CustomContextMenu);
         connect(list, &ListView::customContextMenuRequested, this,
@@ -206,6 +221,47 @@ bool frmSelectContacts::AddToTarget()
 
 bool frmSelectContacts::Enrol()
 {
-    return Course_CheckLimit(m_selected.Count(), m_limit) &&
-           ADO_Course_EnrollStudents(m_courseRef, m_selected);
+    if (!Course_CheckLimit(m_selected.Count(), m_limit))
+        return false;
+    CsvProgress progress([this](int done, int maximum) {
+        m_bar->setMaximum(maximum);
+        m_bar->setValue(done);
+    });
+    ShowRun(&progress);
+    const bool enrolled = ADO_Course_EnrollStudents(m_courseRef, m_selected, progress);
+    ShowRun(nullptr);
+    if (progress.IsCancelled() && !enrolled)
+        Dialogs::MsgBox(
+            u"Stopped after " % QString::number(progress.Value()) % u" of " %
+                QString::number(progress.Maximum()) % u" contacts. Those are enrolled, the rest are not.",
+            QStringLiteral("Course Enrollment"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    return enrolled;
+}
+
+/// While students are enrolled there is nothing to do but to watch and to cancel.
+void frmSelectContacts::ShowRun(CsvProgress *progress)
+{
+    m_run = progress;
+    if (m_run) {
+        for (QWidget *widget : findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+            if (widget != m_bar && widget != m_cancel && widget->isEnabled()) {
+                widget->setEnabled(false);
+                m_paused.append(widget);
+            }
+        }
+    } else {
+        for (QWidget *widget : std::exchange(m_paused, {}))
+            widget->setEnabled(true);
+    }
+    m_bar->setVisible(m_run);
+    m_cancel->setVisible(m_run);
+    (m_run ? m_cancel : m_exit)->setFocus();
+}
+
+bool frmSelectContacts::MayLeave()
+{
+    if (!m_run)
+        return true;
+    m_run->Cancel();
+    return false;
 }

@@ -4,14 +4,17 @@
 #include "controls/ListModel.h"
 #include "forms/FormDialog.h"
 
+class CsvProgress;
 class ListView;
 class QLineEdit;
 class QMenu;
+class QProgressBar;
 class QPushButton;
 class UsedAvailable;
 
 /// The picker of people. `ExitBtn` hands the selected people over; Escape and the window's close button
-/// leave without it. gDialogResult is 1 when they were handed over.
+/// leave without it, and while students are enrolled they stop that. gDialogResult is 1 when they were handed
+/// over.
 class frmSelectContacts final : public FormDialog
 {
     Q_OBJECT
@@ -27,6 +30,9 @@ public:
     /// `target` is the caller's list, `limit` the most students that the course takes, 0 = no limit.
     void Configure(Mode mode, ListModel &target, int courseRef = 0, int limit = 0);
 
+protected:
+    bool MayLeave() override;
+
 private:
     void Build();
     void BuildMenu();
@@ -40,6 +46,7 @@ private:
     void HandOver();
     bool AddToTarget();
     bool Enrol();
+    void ShowRun(CsvProgress *progress);
 
     Mode m_mode = Mode::AddToList;
     ListModel *m_target = nullptr;
@@ -62,5 +69,10 @@ private:
     QPushButton *m_find = nullptr;
     QPushButton *m_refresh = nullptr;
     QPushButton *m_exit = nullptr;
+    QProgressBar *m_bar = nullptr;
+    QPushButton *m_cancel = nullptr;
     QMenu *m_menu = nullptr;
+
+    CsvProgress *m_run = nullptr; ///< of the enrolment that is under way
+    QWidgetList m_paused;         ///< what waits for its end
 };

@@ -12,7 +12,7 @@ StudentsPage::StudentsPage(QWidget *parent)
     m_view = form.List(QStringLiteral("Students"), {}, m_students, ListView::Choice::Multi);
     m_view->setAccessibleName(QStringLiteral("Students"));
     m_view->SetColumnChars({40, 12});
-    m_view->SetEmptyText(tr("Nobody is enrolled on this course yet."));
+    m_view->SetEmptyText(QStringLiteral("Nobody is enrolled on this course yet."));
     form.BeginButtons(FormBuilder::Align::Start);
     m_add = form.Button(QStringLiteral("AddStudentBtn"), QStringLiteral("Add &Students"));
     m_remove = form.Button(QStringLiteral("RemBtn"), QStringLiteral("&Remove"));
@@ -53,8 +53,10 @@ void StudentsPage::EnableButtons()
 
 void StudentsPage::Remove()
 {
-    for (const QString &key : m_students.SelectedKeys())
-        ADO_Course_RemoveStudent(m_courseRef, KeyNumber(key));
+    for (const QString &key : m_students.SelectedKeys()) {
+        if (!ADO_Course_RemoveStudent(m_courseRef, KeyNumber(key)))
+            break;
+    }
     ShowStudents(m_courseRef);
 }
 

@@ -1,9 +1,12 @@
 #include "enrolment/EnrolmentODBC.h"
 
 #include "controls/ListModel.h"
+#include "core/Session.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
 #include "database/System.h"
+#include "exchange/CsvProgress.h"
+#include "platform/Connection.h"
 #include "platform/Dialogs.h"
 
 namespace
@@ -71,7 +74,22 @@ double Amount(const Recordset::Row &row, QStringView column)
     return CurrencyValue(u'0' % row.Text(column));
 }
 
-StudentRecord RecordOf(const Recordset::Row &row)
+/// Ends the enrolments of those who are not selected.
+void RemoveOthers(int courseRef, const ListModel &selected, WriteGroup &group)
+{
+    const Recordset enrolled =
+        OpenRecordset(u"SELECT ContactRef FROM StudentsEnrolled" % OfCourse(courseRef));
+    for (const auto &row : enrolled) {
+        const QString contactRef = row.Text(u"ContactRef");
+        if (selected.Contains(u'?' % contactRef))
+            continue;
+        RemoveStudent(courseRef, contactRef.toInt());
+        EndRow(group);
+    }
+}
+} // namespace
+
+StudentRecord EnrolmentOf(const Recordset::Row &row)
 {
     StudentRecord record;
     record.notes = row.Text(u"Notes");
@@ -93,7 +111,6 @@ StudentRecord RecordOf(const Recordset::Row &row)
     record.owed = Fees::Owed(record.totalDue, record.paid);
     return record;
 }
-} // namespace
 
 bool ADO_Course_EnrollStudent(int courseRef, int contactRef)
 {
@@ -103,31 +120,34 @@ bool ADO_Course_EnrollStudent(int courseRef, int contactRef)
     });
 }
 
-bool ADO_Course_EnrollStudents(int courseRef, const ListModel &selected)
+bool ADO_Course_EnrollStudents(int courseRef, const ListModel &selected, CsvProgress &progress)
 {
     return Reported("ADO_Course_EnrollStudents", false, [&] {
         if (selected.IsEmpty()) {
             Execute(u"DELETE FROM StudentsEnrolled" % OfCourse(courseRef));
             return true;
         }
-        const Recordset enrolled =
-            OpenRecordset(u"SELECT ContactRef FROM StudentsEnrolled" % OfCourse(courseRef));
-        for (const auto &row : enrolled) {
-            const QString contactRef = row.Text(u"ContactRef");
-            if (!selected.Contains(u'?' % contactRef))
-                RemoveStudent(courseRef, contactRef.toInt());
-        }
-        for (int row = 0; row < selected.Count(); ++row) {
-            if (!ADO_Course_EnrollStudent(courseRef, KeyNumber(selected.At(row).key)))
+        progress.Begin(selected.Count());
+        WriteGroup group(gConnection);
+        RemoveOthers(courseRef, selected, group);
+        int done = 0;
+        while (done < selected.Count() && !progress.IsCancelled()) {
+            if (!ADO_Course_EnrollStudent(courseRef, KeyNumber(selected.At(done).key)))
                 return false;
+            EndRow(group);
+            progress.SetValue(++done);
         }
-        return true;
+        EndRows(group);
+        return done == selected.Count();
     });
 }
 
-void ADO_Course_RemoveStudent(int courseRef, int contactRef)
+bool ADO_Course_RemoveStudent(int courseRef, int contactRef)
 {
-    Reported("ADO_Course_RemoveStudent", [&] { RemoveStudent(courseRef, contactRef); });
+    return Reported("ADO_Course_RemoveStudent", false, [&] {
+        RemoveStudent(courseRef, contactRef);
+        return true;
+    });
 }
 
 bool ADO_Course_IsEnrolled(int courseRef, int contactRef)
@@ -180,7 +200,7 @@ void ADO_Course_StudentInfo(StudentView &form, int courseRef, int contactRef)
         if (rows.IsEmpty())
             form.ShowNotEnrolled();
         else
-            form.ShowStudent(RecordOf(rows.First()));
+            form.ShowStudent(EnrolmentOf(rows.First()));
     });
 }
 

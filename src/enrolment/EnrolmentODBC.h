@@ -1,9 +1,11 @@
 #pragma once
 
 #include "enrolment/Fees.h"
+#include "platform/Recordset.h"
 
 #include <QString>
 
+class CsvProgress;
 class ListModel;
 
 /// Data functions of table `StudentsEnrolled`: one row for each contact on a course, with its own copy of
@@ -13,10 +15,10 @@ class ListModel;
 /// keeps his row as it is. Reads `Courses`, `Concessions`, `ContactConcession`. False on an error.
 bool ADO_Course_EnrollStudent(int courseRef, int contactRef);
 /// Makes the course's students those of the list (keys "?" and the contact's reference). An empty list
-/// removes them all. An error stops at that student, with the earlier ones enrolled; false then.
-bool ADO_Course_EnrollStudents(int courseRef, const ListModel &selected);
-/// Removes the enrolment alone: payments, attendance and results of the student stay.
-void ADO_Course_RemoveStudent(int courseRef, int contactRef);
+/// removes them all. An error or a cancel stops at that student, with the earlier ones enrolled; false then.
+bool ADO_Course_EnrollStudents(int courseRef, const ListModel &selected, CsvProgress &progress);
+/// Removes the enrolment alone: payments, attendance and results of the student stay. False on an error.
+bool ADO_Course_RemoveStudent(int courseRef, int contactRef);
 bool ADO_Course_IsEnrolled(int courseRef, int contactRef);
 /// 0 where the course has no limit, the number of places left, or a number below 0 where it is full.
 int ADO_Course_PlacesLeft(int courseRef);
@@ -41,6 +43,9 @@ struct StudentRecord {
     double paid = 0;
     double owed = 0;
 };
+
+/// An enrolment from a row of `StudentsEnrolled`, with the amounts that follow from it.
+StudentRecord EnrolmentOf(const Recordset::Row &row);
 
 /// The payment screen, as far as the data layer knows it.
 class StudentView

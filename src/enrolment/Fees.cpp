@@ -62,11 +62,6 @@ QString Fees::MoneyText(double amount)
     return FormatNumber(WithoutNoise(amount));
 }
 
-double Fees::ColumnAmount(const QString &text)
-{
-    return TextValue(u'0' % text);
-}
-
 double Fees::NetFee(double basicFee, double discount)
 {
     return Rounded(Less(basicFee, discount));

@@ -29,8 +29,6 @@ struct Payments {
 double Rounded(double amount);
 /// The same as text, grouped, with two decimals: what a money box shows.
 QString MoneyText(double amount);
-/// The number in a column's text, where NULL and an empty text are 0.
-double ColumnAmount(const QString &text);
 
 /// The fee after a discount in percent. A discount above 100 gives a negative fee.
 double NetFee(double basicFee, double discount);

@@ -72,6 +72,7 @@ private slots:
     void SubsetsAndRefresh();
     void JoinsTheTarget();
     void EnrolsAndRemoves();
+    void CancelsByEscape();
     void LimitOfACourse_data();
     void LimitOfACourse();
     void LeavingWithoutExitChangesNothing();
@@ -274,6 +275,35 @@ void TestSelectContacts::EnrolsAndRemoves()
     QCOMPARE(Enrolled(), QStringList({u"3"_qs, u"4"_qs}));
     QCOMPARE(TestDatabase::Value(u"SELECT AmountPaid FROM StudentsEnrolled WHERE ContactRef = 4"_qs),
              u"50"_qs);
+}
+
+/// Escape stops a running enrolment and leaves the form; pressing E&xit again takes up the rest.
+void TestSelectContacts::CancelsByEscape()
+{
+    ScriptedDialogs dialogs;
+    frmSelectContacts form;
+    form.Configure(Mode::EnrolOnCourse, m_target, 1, 0);
+    form.show();
+    Choose(form, {u"Adams, Ann"_qs, u"O'Neil, Ben"_qs, u"Smith, Carl"_qs});
+    Press(form, u"AddCBtn"_qs);
+    bool onlyCancel = false;
+    gConnection.ObserveStatements([&](const QString &sql) {
+        if (!sql.startsWith(u"INSERT"_qs) || onlyCancel)
+            return;
+        onlyCancel = Find<QPushButton>(form, u"CancelBtn"_qs)->isEnabled() &&
+                     !Find<QPushButton>(form, u"ExitBtn"_qs)->isEnabled();
+        QTest::keyClick(&form, Qt::Key_Escape);
+    });
+    dialogs.Expect(u"Course Enrollment"_qs,
+                   u"Stopped after 1 of 3 contacts. Those are enrolled, the rest are not."_qs);
+    Press(form, u"ExitBtn"_qs);
+    gConnection.ObserveStatements({});
+    QVERIFY(onlyCancel && form.isVisible());
+    QCOMPARE(Enrolled(), QStringList{u"2"_qs});
+    QVERIFY(!Find<QPushButton>(form, u"FindBtn"_qs)->isEnabled());
+    Press(form, u"ExitBtn"_qs);
+    QVERIFY(!form.isVisible());
+    QCOMPARE(Enrolled().size(), 3);
 }
 
 void TestSelectContacts::LimitOfACourse_data()

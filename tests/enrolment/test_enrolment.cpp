@@ -2,6 +2,7 @@
 #include "enrolment/EnrolmentModule.h"
 #include "enrolment/School.h"
 #include "enrolment/TransactionODBC.h"
+#include "exchange/CsvProgress.h"
 #include "platform/Dialogs.h"
 #include "support/ScriptedDialogs.h"
 #include "support/StatementLog.h"
@@ -74,6 +75,7 @@ private slots:
     void EnrolsByExactStatements();
     void EnrolsExactlyTheList();
     void StopsAtTheFailingStudent();
+    void StopsBehindAWholeStudent();
     void PlacesLeft_data();
     void PlacesLeft();
     void CheckLimit();
@@ -86,6 +88,7 @@ private slots:
 
 private:
     std::unique_ptr<TestDatabase> m_database;
+    CsvProgress m_progress;
 };
 
 void TestEnrolment::init()
@@ -197,17 +200,17 @@ void TestEnrolment::EnrolsExactlyTheList()
     const int cleo = School::AddPerson(QStringLiteral("Cleo"), QStringLiteral("Adams"));
     ListModel list;
     Select(list, {ada, bob});
-    QVERIFY(ADO_Course_EnrollStudents(course, list));
+    QVERIFY(ADO_Course_EnrollStudents(course, list, m_progress));
     TestDatabase::Run({u"UPDATE StudentsEnrolled SET AmountPaid = 40 WHERE ContactRef = " % SqlNumber(bob),
                        u"UPDATE Courses SET Fee = 150 WHERE CourseRef = " % SqlNumber(course)});
 
     // Bob keeps his payment and his old fee, Ada goes, Cleo comes at the new fee.
     Select(list, {cleo, bob});
-    QVERIFY(ADO_Course_EnrollStudents(course, list));
+    QVERIFY(ADO_Course_EnrollStudents(course, list, m_progress));
     QCOMPARE(Enrolment(course), QStringList({Line(bob, QStringLiteral("100|0|40||0||0")),
                                              Line(cleo, QStringLiteral("150|0|0||0||0"))}));
     Select(list, {});
-    QVERIFY(ADO_Course_EnrollStudents(course, list));
+    QVERIFY(ADO_Course_EnrollStudents(course, list, m_progress));
     QVERIFY(Enrolment(course).isEmpty());
 }
 
@@ -221,8 +224,28 @@ void TestEnrolment::StopsAtTheFailingStudent()
     Select(list, {ada, ada + 1});
     ScriptedDialogs dialogs;
     dialogs.Expect(ErrorSource(), errorText);
-    QVERIFY(!ADO_Course_EnrollStudents(course, list));
+    QVERIFY(!ADO_Course_EnrollStudents(course, list, m_progress));
     QCOMPARE(Enrolment(course).size(), 1);
+}
+
+/// Cancelled in the middle of the second student; the next run takes up the rest.
+void TestEnrolment::StopsBehindAWholeStudent()
+{
+    const int course = School::AddCourse("Pottery", 100);
+    ListModel list;
+    Select(list, {2, 3, 4});
+    CsvProgress progress;
+    int inserts = 0;
+    gConnection.ObserveStatements([&](const QString &sql) {
+        if (sql.startsWith("INSERT") && ++inserts == 2)
+            progress.Cancel();
+    });
+    QVERIFY(!ADO_Course_EnrollStudents(course, list, progress));
+    gConnection.ObserveStatements({});
+    QCOMPARE(progress.Value(), 2);
+    QCOMPARE(Enrolment(course).size(), 2);
+    QVERIFY(ADO_Course_EnrollStudents(course, list, m_progress));
+    QCOMPARE(Enrolment(course).size(), 3);
 }
 
 void TestEnrolment::PlacesLeft_data()

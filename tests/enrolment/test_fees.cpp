@@ -120,8 +120,6 @@ void TestFees::Paid()
     payments.vouchers = {1, 20, 300, 4000, 50000.55};
     QCOMPARE(payments.Total(), 54421.85);
     QCOMPARE(Cash(-0.0).Total(), 0.0);
-    QCOMPARE(Fees::ColumnAmount(QString()), 0.0);
-    QCOMPARE(Fees::ColumnAmount(QStringLiteral("12.5")), 12.5);
 }
 
 using Characteristics = std::vector<Fees::Characteristic>;
