@@ -25,25 +25,43 @@ ContactBusinessPage::ContactBusinessPage(QWidget *parent)
     connect(&m_organisations, &ComboModel::CurrentChanged, this, &ContactBusinessPage::ShowChosen);
 }
 
+QLineEdit *ContactBusinessPage::Text(QLineEdit *field, QString ContactOrganisation::*column)
+{
+    m_texts.emplace_back(field, column);
+    return field;
+}
+
 void ContactBusinessPage::BuildAddress(FormBuilder &form)
 {
-    ContactFields::AddressLines(form, QStringLiteral("Org_Addr"), true, m_addr);
-    m_city = form.ReadOnly(QStringLiteral("Org_City"), QStringLiteral("Town/City:"));
+    QLineEdit *lines[4];
+    ContactFields::AddressLines(form, QStringLiteral("Org_Addr"), true, lines);
+    Text(lines[0], &ContactOrganisation::addr1);
+    Text(lines[1], &ContactOrganisation::addr2);
+    Text(lines[2], &ContactOrganisation::addr3);
+    Text(lines[3], &ContactOrganisation::addr4);
+    Text(form.ReadOnly(QStringLiteral("Org_City"), QStringLiteral("Town/City:")), &ContactOrganisation::city);
     form.Beside();
-    m_postcode = form.ReadOnly(QStringLiteral("Org_PostCode"), QStringLiteral("ZIP/Postcode:"));
-    m_county = form.ReadOnly(QStringLiteral("Org_County"), QStringLiteral("State/County:"));
+    Text(form.ReadOnly(QStringLiteral("Org_PostCode"), QStringLiteral("ZIP/Postcode:")),
+         &ContactOrganisation::postcode);
+    Text(form.ReadOnly(QStringLiteral("Org_County"), QStringLiteral("State/County:")),
+         &ContactOrganisation::county);
     form.Beside();
-    m_country = form.ReadOnly(QStringLiteral("Org_Country"), QStringLiteral("Country:"));
-    m_tel = form.ReadOnly(QStringLiteral("Org_Tel"), QStringLiteral("Telephone:"));
+    Text(form.ReadOnly(QStringLiteral("Org_Country"), QStringLiteral("Country:")),
+         &ContactOrganisation::country);
+    QLineEdit *day = Text(form.ReadOnly(QStringLiteral("Org_Tel"), QStringLiteral("Telephone:")),
+                          &ContactOrganisation::telDay);
     form.Beside();
-    m_telOut = form.ReadOnly(QStringLiteral("Org_Telout"), QStringLiteral("Out of hours:"));
-    for (QLineEdit *number : {m_tel, m_telOut})
+    QLineEdit *out = Text(form.ReadOnly(QStringLiteral("Org_Telout"), QStringLiteral("Out of hours:")),
+                          &ContactOrganisation::telOut);
+    for (QLineEdit *number : {day, out})
         ContactFields::FitChars(number, 15);
-    m_fax = form.ReadOnly(QStringLiteral("Org_Fax"), QStringLiteral("Fax:"));
-    m_email = form.ReadOnly(QStringLiteral("Org_Email"), QStringLiteral("E-mail:"));
-    ContactFields::MailButton(form, QStringLiteral("Org_EBtn"), m_email);
-    m_url = form.ReadOnly(QStringLiteral("Org_URL"), QStringLiteral("Website:"));
-    ContactFields::WebButton(form, QStringLiteral("Org_GoBtn"), m_url);
+    Text(form.ReadOnly(QStringLiteral("Org_Fax"), QStringLiteral("Fax:")), &ContactOrganisation::fax);
+    QLineEdit *email = Text(form.ReadOnly(QStringLiteral("Org_Email"), QStringLiteral("E-mail:")),
+                            &ContactOrganisation::email);
+    ContactFields::MailButton(form, QStringLiteral("Org_EBtn"), email);
+    QLineEdit *url =
+        Text(form.ReadOnly(QStringLiteral("Org_URL"), QStringLiteral("Website:")), &ContactOrganisation::url);
+    ContactFields::WebButton(form, QStringLiteral("Org_GoBtn"), url);
 }
 
 void ContactBusinessPage::FillLists()
@@ -92,16 +110,6 @@ void ContactBusinessPage::ShowChosen()
 
 void ContactBusinessPage::ShowOrganisation(const ContactOrganisation &organisation)
 {
-    const QString lines[4] = {organisation.addr1, organisation.addr2, organisation.addr3, organisation.addr4};
-    for (int i = 0; i < 4; ++i)
-        ContactFields::Show(m_addr[i], lines[i]);
-    ContactFields::Show(m_postcode, organisation.postcode);
-    ContactFields::Show(m_city, organisation.city);
-    ContactFields::Show(m_county, organisation.county);
-    ContactFields::Show(m_country, organisation.country);
-    ContactFields::Show(m_tel, organisation.telDay);
-    ContactFields::Show(m_telOut, organisation.telOut);
-    ContactFields::Show(m_fax, organisation.fax);
-    ContactFields::Show(m_email, organisation.email);
-    ContactFields::Show(m_url, organisation.url);
+    for (const auto &[field, column] : m_texts)
+        ContactFields::Show(field, organisation.*column);
 }

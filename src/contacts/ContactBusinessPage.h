@@ -6,6 +6,8 @@
 
 #include <QWidget>
 
+#include <vector>
+
 class FormBuilder;
 class QGroupBox;
 class QLineEdit;
@@ -29,6 +31,8 @@ public:
     QWidget *First() const;
 
 private:
+    /// Ties a field to what it shows of the organisation.
+    QLineEdit *Text(QLineEdit *field, QString ContactOrganisation::*column);
     void BuildAddress(FormBuilder &form);
     void ShowOrganisation(const ContactOrganisation &organisation) override;
     void ShowChosen();
@@ -37,14 +41,5 @@ private:
     QGroupBox *m_group;
     TypedCombo *m_organList;
     QLineEdit *m_jobTitle;
-    QLineEdit *m_addr[4];
-    QLineEdit *m_postcode;
-    QLineEdit *m_city;
-    QLineEdit *m_county;
-    QLineEdit *m_country;
-    QLineEdit *m_tel;
-    QLineEdit *m_telOut;
-    QLineEdit *m_fax;
-    QLineEdit *m_email;
-    QLineEdit *m_url;
+    std::vector<std::pair<QLineEdit *, QString ContactOrganisation::*>> m_texts;
 };

@@ -52,76 +52,107 @@ ContactDetailsPage::ContactDetailsPage(QWidget *parent)
     connect(&m_titles, &ComboModel::CurrentChanged, this, &ContactDetailsPage::GenderFromTitle);
 }
 
+QLineEdit *ContactDetailsPage::Text(QLineEdit *field, QString ContactRecord::*column)
+{
+    m_texts.emplace_back(field, column);
+    m_personal << field;
+    return field;
+}
+
+TypedCombo *ContactDetailsPage::Choice(TypedCombo *field, int ContactRecord::*column)
+{
+    m_choices.emplace_back(field, column);
+    m_personal << field;
+    return field;
+}
+
 QGroupBox *ContactDetailsPage::BuildPerson(FormBuilder &form)
 {
     QGroupBox *group = form.BeginGroup(QStringLiteral("Person"));
-    m_desList = form.Typed(QStringLiteral("DesList"), QStringLiteral("Title:"), m_titles);
-    m_forename = form.Text(QStringLiteral("Forname"), QStringLiteral("Forename:"));
+    m_desList = Choice(form.Typed(QStringLiteral("DesList"), QStringLiteral("Title:"), m_titles),
+                       &ContactRecord::designation);
+    m_forename =
+        Text(form.Text(QStringLiteral("Forname"), QStringLiteral("Forename:")), &ContactRecord::forename);
     m_required.Add(form.Label(QStringLiteral("Label_1")), m_forename);
-    m_surname = form.Text(QStringLiteral("Surname"), QStringLiteral("Surname:"));
+    m_surname =
+        Text(form.Text(QStringLiteral("Surname"), QStringLiteral("Surname:")), &ContactRecord::surname);
     m_required.Add(form.Label(QStringLiteral("Label_2")), m_surname);
     m_dob = form.Date(QStringLiteral("Dob"), QStringLiteral("Date of birth:"));
     form.Beside();
     ComboBox *sexList = form.Combo(QStringLiteral("SexList"), QStringLiteral("Gender:"), m_genders);
-    m_ethnicList = form.Typed(QStringLiteral("EthnicList"), QStringLiteral("Ethnicity:"), m_ethnicTypes);
-    m_contactList =
-        form.Typed(QStringLiteral("ContactList"), QStringLiteral("Emergency Contact:"), m_emergencyContacts);
+    m_ethnicList =
+        Choice(form.Typed(QStringLiteral("EthnicList"), QStringLiteral("Ethnicity:"), m_ethnicTypes),
+               &ContactRecord::ethnicGroup);
+    m_contactList = Choice(
+        form.Typed(QStringLiteral("ContactList"), QStringLiteral("Emergency Contact:"), m_emergencyContacts),
+        &ContactRecord::contactContactRef);
     form.EndGroup();
-    m_personal << m_desList << m_forename << m_surname << m_dob << sexList << m_ethnicList << m_contactList;
+    m_personal << m_dob << sexList;
     return group;
 }
 
 QGroupBox *ContactDetailsPage::BuildAddress(FormBuilder &form)
 {
     QGroupBox *group = form.BeginGroup(QStringLiteral("Address"));
-    ContactFields::AddressLines(form, QStringLiteral("Addr"), false, m_addr);
-    m_cityList = form.Typed(QStringLiteral("CityList"), QStringLiteral("Town/City:"), m_cities);
-    m_countyList = form.Typed(QStringLiteral("CountyList"), QStringLiteral("State/County:"), m_counties);
-    m_postcode = form.Text(QStringLiteral("Postcode"), QStringLiteral("ZIP/Postcode:"));
-    m_countryList = form.Typed(QStringLiteral("CountryList"), QStringLiteral("Country:"), m_countries);
+    QLineEdit *lines[4];
+    ContactFields::AddressLines(form, QStringLiteral("Addr"), false, lines);
+    Text(lines[0], &ContactRecord::addr1);
+    Text(lines[1], &ContactRecord::addr2);
+    Text(lines[2], &ContactRecord::addr3);
+    Text(lines[3], &ContactRecord::addr4);
+    m_cityList = Choice(form.Typed(QStringLiteral("CityList"), QStringLiteral("Town/City:"), m_cities),
+                        &ContactRecord::city);
+    m_countyList =
+        Choice(form.Typed(QStringLiteral("CountyList"), QStringLiteral("State/County:"), m_counties),
+               &ContactRecord::county);
+    Text(form.Text(QStringLiteral("Postcode"), QStringLiteral("ZIP/Postcode:")), &ContactRecord::postcode);
+    m_countryList = Choice(form.Typed(QStringLiteral("CountryList"), QStringLiteral("Country:"), m_countries),
+                           &ContactRecord::country);
     form.EndGroup();
-    m_personal << m_addr[0] << m_addr[1] << m_addr[2] << m_addr[3] << m_cityList << m_countyList << m_postcode
-               << m_countryList;
     return group;
 }
 
 QGroupBox *ContactDetailsPage::BuildReferences(FormBuilder &form)
 {
     QGroupBox *group = form.BeginGroup(QStringLiteral("References"));
-    m_refId[0] = form.Text(QStringLiteral("RefID_0"), QStringLiteral("Reference ID:"));
+    Text(form.Text(QStringLiteral("RefID_0"), QStringLiteral("Reference ID:")), &ContactRecord::referenceId);
     bool beside = false;
-    for (int i = 1; i <= 4; ++i) {
-        const QString caption = AltRefCaption(i - 1);
-        const QString usual = u"Alt Ref ID " % QString::number(i) % u':';
+    for (int i = 0; i < 4; ++i) {
+        const QString number = QString::number(i + 1);
+        const QString caption = AltRefCaption(i);
+        const QString usual = u"Alt Ref ID " % number % u':';
         if (beside && !caption.isEmpty())
             form.Beside();
-        m_refId[i] = form.Text(u"RefID_" % QString::number(i), caption.isEmpty() ? usual : caption);
-        m_refId[i]->setHidden(caption.isEmpty());
+        QLineEdit *field = form.Text(u"RefID_" % number, caption.isEmpty() ? usual : caption);
+        field->setHidden(caption.isEmpty());
         form.Label()->setHidden(caption.isEmpty());
+        m_personal << field;
+        m_altRef[static_cast<size_t>(i)] = field;
         beside = !caption.isEmpty() && !beside;
     }
     form.EndGroup();
-    m_personal << m_refId[0] << m_refId[1] << m_refId[2] << m_refId[3] << m_refId[4];
     return group;
 }
 
 QGroupBox *ContactDetailsPage::BuildReach(FormBuilder &form)
 {
     QGroupBox *group = form.BeginGroup(QStringLiteral("Telephone and internet"));
-    m_telDay = form.Text(QStringLiteral("Telday"), QStringLiteral("Telephone:"));
+    QLineEdit *day =
+        Text(form.Text(QStringLiteral("Telday"), QStringLiteral("Telephone:")), &ContactRecord::telDay);
     form.Beside();
-    m_telExt = form.Text(QStringLiteral("TelExt"), QStringLiteral("Ext:"));
-    m_telEve = form.Text(QStringLiteral("Televe"), QStringLiteral("Tel (Eves):"));
+    Text(form.Text(QStringLiteral("TelExt"), QStringLiteral("Ext:")), &ContactRecord::telExt);
+    QLineEdit *evening =
+        Text(form.Text(QStringLiteral("Televe"), QStringLiteral("Tel (Eves):")), &ContactRecord::telEve);
     form.Beside();
-    m_fax = form.Text(QStringLiteral("Fax"), QStringLiteral("Fax:"));
-    for (QLineEdit *number : {m_telDay, m_telEve})
+    Text(form.Text(QStringLiteral("Fax"), QStringLiteral("Fax:")), &ContactRecord::fax);
+    for (QLineEdit *number : {day, evening})
         ContactFields::FitChars(number, 15);
-    m_email = form.Text(QStringLiteral("email"), QStringLiteral("E-mail:"));
-    ContactFields::MailButton(form, QStringLiteral("EBtn"), m_email);
-    m_url = form.Text(QStringLiteral("URL"), QStringLiteral("Website:"));
-    ContactFields::WebButton(form, QStringLiteral("GoBtn"), m_url);
+    QLineEdit *email =
+        Text(form.Text(QStringLiteral("email"), QStringLiteral("E-mail:")), &ContactRecord::email);
+    ContactFields::MailButton(form, QStringLiteral("EBtn"), email);
+    QLineEdit *url = Text(form.Text(QStringLiteral("URL"), QStringLiteral("Website:")), &ContactRecord::url);
+    ContactFields::WebButton(form, QStringLiteral("GoBtn"), url);
     form.EndGroup();
-    m_personal << m_telDay << m_telExt << m_telEve << m_fax << m_email << m_url;
     return group;
 }
 
@@ -140,76 +171,44 @@ void ContactDetailsPage::FillLists()
 void ContactDetailsPage::Load(const ContactRecord &record)
 {
     const QScopedValueRollback<bool> loading(m_loading, true);
-    ContactFields::Show(m_forename, record.forename);
-    ContactFields::Show(m_surname, record.surname);
-    const QString addr[4] = {record.addr1, record.addr2, record.addr3, record.addr4};
-    for (int i = 0; i < 4; ++i)
-        ContactFields::Show(m_addr[i], addr[i]);
-    ContactFields::Show(m_postcode, record.postcode);
-    ContactFields::Show(m_telEve, record.telEve);
-    ContactFields::Show(m_telDay, record.telDay);
-    ContactFields::Show(m_telExt, record.telExt);
-    ContactFields::Show(m_fax, record.fax);
-    ContactFields::Show(m_email, record.email);
-    ContactFields::Show(m_url, record.url);
-    ContactFields::Show(m_refId[0], record.referenceId);
-    for (int i = 0; i < 4; ++i)
-        ContactFields::Show(m_refId[i + 1], record.altRef[static_cast<size_t>(i)]);
+    for (const auto &[field, column] : m_texts)
+        ContactFields::Show(field, record.*column);
+    for (size_t i = 0; i < record.altRef.size(); ++i)
+        ContactFields::Show(m_altRef[i], record.altRef[i]);
+    for (const auto &[field, column] : m_choices)
+        field->Model().ChooseData(record.*column);
+    m_genders.ChooseData(record.sex);
     // A number that is no date must not leave the birthday of the person shown before.
     const QDate dob = IntToDate(record.dob);
     m_dob->setDate(dob.isValid() ? dob : Clock::Today());
-
-    m_genders.ChooseData(record.sex);
-    m_titles.ChooseData(record.designation);
-    m_counties.ChooseData(record.county);
-    m_cities.ChooseData(record.city);
-    m_countries.ChooseData(record.country);
-    m_ethnicTypes.ChooseData(record.ethnicGroup);
-    m_emergencyContacts.ChooseData(record.contactContactRef);
     m_business->Load(record);
 }
 
 void ContactDetailsPage::Store(ContactRecord &record) const
 {
-    for (TypedCombo *list : {m_desList, m_ethnicList, m_contactList, m_cityList, m_countyList, m_countryList})
-        list->Leave();
-    record.designation = qMax(1, m_titles.CurrentData());
-    record.forename = m_forename->text();
-    record.surname = m_surname->text();
-    record.addr1 = m_addr[0]->text();
-    record.addr2 = m_addr[1]->text();
-    record.addr3 = m_addr[2]->text();
-    record.addr4 = m_addr[3]->text();
-    record.dob = DateToInt(m_dob->date());
-    record.county = qMax(1, m_counties.CurrentData());
-    record.postcode = m_postcode->text();
-    record.city = qMax(1, m_cities.CurrentData());
-    record.country = qMax(1, m_countries.CurrentData());
-    record.telEve = m_telEve->text();
-    record.telDay = m_telDay->text();
-    record.telExt = m_telExt->text();
-    record.fax = m_fax->text();
-    record.email = m_email->text();
-    record.url = m_url->text();
-    record.ethnicGroup = qMax(1, m_ethnicTypes.CurrentData());
+    for (const auto &[field, column] : m_choices) {
+        field->Leave();
+        record.*column = qMax(1, field->Model().CurrentData());
+    }
+    for (const auto &[field, column] : m_texts)
+        record.*column = field->text();
+    for (size_t i = 0; i < record.altRef.size(); ++i)
+        record.altRef[i] = m_altRef[i]->text();
     record.sex = m_genders.CurrentData();
-    record.contactContactRef = qMax(1, m_emergencyContacts.CurrentData());
-    record.referenceId = m_refId[0]->text();
-    for (int i = 0; i < 4; ++i)
-        record.altRef[static_cast<size_t>(i)] = m_refId[i + 1]->text();
+    record.dob = DateToInt(m_dob->date());
     m_business->Store(record);
 }
 
 void ContactDetailsPage::Clear()
 {
-    for (QWidget *field : m_personal) {
-        if (auto *text = qobject_cast<QLineEdit *>(field))
-            text->clear();
-    }
     const QScopedValueRollback<bool> loading(m_loading, true);
-    for (ComboModel *list :
-         {&m_titles, &m_genders, &m_ethnicTypes, &m_emergencyContacts, &m_cities, &m_counties, &m_countries})
-        list->SetCurrent(0);
+    for (const auto &[field, column] : m_texts)
+        field->clear();
+    for (QLineEdit *field : m_altRef)
+        field->clear();
+    for (const auto &[field, column] : m_choices)
+        field->Model().SetCurrent(0);
+    m_genders.SetCurrent(0);
     m_dob->setDate(Clock::Today());
     m_business->Clear();
 }

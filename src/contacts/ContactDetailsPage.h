@@ -6,7 +6,8 @@
 
 #include <QWidget>
 
-class ComboBox;
+#include <vector>
+
 class ContactBusinessPage;
 class FormBuilder;
 class QDateEdit;
@@ -35,6 +36,9 @@ public:
     QString Name() const;
 
 private:
+    /// Ties a field to the column that it shows.
+    QLineEdit *Text(QLineEdit *field, QString ContactRecord::*column);
+    TypedCombo *Choice(TypedCombo *field, int ContactRecord::*column);
     QGroupBox *BuildPerson(FormBuilder &form);
     QGroupBox *BuildAddress(FormBuilder &form);
     QGroupBox *BuildReach(FormBuilder &form);
@@ -59,18 +63,12 @@ private:
     QDateEdit *m_dob;
     TypedCombo *m_ethnicList;
     TypedCombo *m_contactList;
-    QLineEdit *m_addr[4];
     TypedCombo *m_cityList;
-    QLineEdit *m_postcode;
     TypedCombo *m_countyList;
     TypedCombo *m_countryList;
-    QLineEdit *m_telDay;
-    QLineEdit *m_telExt;
-    QLineEdit *m_telEve;
-    QLineEdit *m_fax;
-    QLineEdit *m_email;
-    QLineEdit *m_url;
-    QLineEdit *m_refId[5];
+    std::array<QLineEdit *, 4> m_altRef;
     ContactBusinessPage *m_business;
+    std::vector<std::pair<QLineEdit *, QString ContactRecord::*>> m_texts;
+    std::vector<std::pair<TypedCombo *, int ContactRecord::*>> m_choices;
     QWidgetList m_personal; ///< every field of the person's own, to lock
 };
