@@ -7,6 +7,7 @@
 
 #include <array>
 #include <charconv>
+#include <string>
 
 namespace
 {
@@ -24,11 +25,9 @@ enum PeopleColumn { ContactRef, Surname, Forename, ReferenceId };
 class PersonReader final
 {
 public:
-    PersonReader() { m_text.reserve(256); }
-
     void Read(const Recordset::Row &row)
     {
-        m_text.resize(0);
+        m_text.clear();
         if (gShowIDs != 0 && row.HasText(ReferenceId)) {
             m_text += u'[';
             row.AppendText(ReferenceId, m_text);
@@ -41,7 +40,7 @@ public:
         row.AppendText(Forename, m_text);
     }
     /// "surname, forename" of the row read last, with the site's reference in front where that is shown.
-    QString Label() const { return QString(m_text.constData(), m_text.size()); }
+    QString Label() const { return QString::fromStdU16String(m_text); }
     static QString Key(const Recordset::Row &row)
     {
         std::array<char, 24> key{'?'};
@@ -53,7 +52,7 @@ public:
     bool hasForename = false;
 
 private:
-    QString m_text;
+    std::u16string m_text;
 };
 
 Recordset OpenItems(const QString &nameColumn, const QString &keyColumn, const QString &table)
@@ -89,7 +88,7 @@ void ADO_Contact_Fill(ListModel &list)
         for (const Recordset::Row row : people) {
             person.Read(row);
             if (person.hasSurname && person.hasForename)
-                items.push_back({PersonReader::Key(row), person.Label()});
+                items.emplace_back(PersonReader::Key(row), person.Label());
         }
         list.Fill(std::move(items));
     });

@@ -5,6 +5,7 @@
 
 #include <QLocale>
 
+#include <algorithm>
 #include <cmath>
 
 namespace
@@ -59,11 +60,14 @@ QString Grouped(const QString &whole)
 
 QString SqlSafeText(const QString &value)
 {
+    const auto isDoubled = [](QChar c) { return c == u'\'' || c == u'`'; };
+    if (std::none_of(value.begin(), value.end(), isDoubled))
+        return value;
     QString result;
     result.reserve(value.size() + 8);
     for (const QChar c : value) {
         result.append(c);
-        if (c == u'\'' || c == u'`')
+        if (isDoubled(c))
             result.append(c);
     }
     return result;

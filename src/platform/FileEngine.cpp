@@ -14,19 +14,21 @@ QString Source()
 
 void AddCell(Recordset::Builder &rows, sqlite3_stmt *statement, int column)
 {
-    switch (sqlite3_column_type(statement, column)) {
+    // Compiled for one thread a connection, the engine lets a column's value be read directly.
+    sqlite3_value *const value = sqlite3_column_value(statement, column);
+    switch (sqlite3_value_type(value)) {
     case SQLITE_NULL:
         rows.AddNull();
         break;
     case SQLITE_INTEGER:
-        rows.AddLong(sqlite3_column_int64(statement, column));
+        rows.AddLong(sqlite3_value_int64(value));
         break;
     case SQLITE_FLOAT:
-        rows.AddDouble(sqlite3_column_double(statement, column));
+        rows.AddDouble(sqlite3_value_double(value));
         break;
     default: {
-        const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
-        rows.AddUtf8(text, sqlite3_column_bytes(statement, column));
+        const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(value));
+        rows.AddUtf8(text, sqlite3_value_bytes(value));
         break;
     }
     }

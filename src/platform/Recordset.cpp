@@ -3,8 +3,6 @@
 #include "platform/Numbers.h"
 #include "platform/SameName.h"
 
-#include <QStringDecoder>
-
 #include <cmath>
 
 namespace
@@ -29,6 +27,24 @@ int FindColumn(const Columns &columns, QStringView name)
             return static_cast<int>(i);
     }
     return -1;
+}
+
+/// Widens a text that is ASCII into `out`, which takes as many characters; false where it is not. Nearly
+/// every text is ASCII and short, which the general decoder is slow with.
+bool WidenAscii(QUtf8StringView text, char16_t *out)
+{
+    unsigned char all = 0;
+    for (const char c : text) {
+        all |= static_cast<unsigned char>(c);
+        *out++ = static_cast<unsigned char>(c);
+    }
+    return all < 0x80;
+}
+
+QString Decoded(QUtf8StringView text)
+{
+    QString result(text.size(), Qt::Uninitialized);
+    return WidenAscii(text, reinterpret_cast<char16_t *>(result.data())) ? result : text.toString();
 }
 } // namespace
 
@@ -124,7 +140,7 @@ QString Recordset::Row::Text(int column) const
     case CellKind::Double:
         return ShortestNumber(cell->real);
     case CellKind::Text:
-        return m_data->TextOf(*cell).toString();
+        return Decoded(m_data->TextOf(*cell));
     }
     return {};
 }
@@ -135,20 +151,18 @@ bool Recordset::Row::HasText(int column) const
     return cell && cell->kind != CellKind::Null && (cell->kind != CellKind::Text || cell->size > 0);
 }
 
-void Recordset::Row::AppendText(int column, QString &out) const
+void Recordset::Row::AppendText(int column, std::u16string &out) const
 {
+    const size_t before = out.size();
     const Cell *cell = m_data->At(m_row, column);
-    if (!cell || cell->kind != CellKind::Text) {
-        out += Text(column);
-        return;
+    if (cell && cell->kind == CellKind::Text) {
+        out.resize(before + cell->size);
+        if (WidenAscii(m_data->TextOf(*cell), out.data() + before))
+            return;
+        out.resize(before);
     }
-    const QUtf8StringView text = m_data->TextOf(*cell);
-    const qsizetype before = out.size();
-    // UTF-16 never takes more units than UTF-8 takes bytes.
-    out.resize(before + text.size());
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QChar *end = decoder.appendToBuffer(out.data() + before, QByteArrayView(text.data(), text.size()));
-    out.truncate(end - out.constData());
+    const QString text = Text(column);
+    out.append(reinterpret_cast<const char16_t *>(text.utf16()), static_cast<size_t>(text.size()));
 }
 
 qint64 Recordset::Row::Long(int column) const

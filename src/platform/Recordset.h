@@ -4,6 +4,7 @@
 #include <QStringView>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 /// The data-type numbers that columns report. Export and import decide by them how a value is written.
@@ -69,7 +70,7 @@ public:
     QString Text(int column) const;
     bool HasText(int column) const; ///< the text is not ""
     /// Appends the text to `out` without a text of its own in between, for lists of very many rows.
-    void AppendText(int column, QString &out) const;
+    void AppendText(int column, std::u16string &out) const;
     qint64 Long(int column) const;
     double Double(int column) const;
     bool IsNull(int column) const;

@@ -5,10 +5,10 @@ namespace
 /// Statements with more values than this come once; binding them would only fill the cache.
 constexpr int mostValues = 150;
 
-bool StartsOrdering(const SqlTokens &tokens, qsizetype index)
+bool IsOrdering(const SqlTokens &tokens, qsizetype index)
 {
-    return tokens.IsWord(index + 1, u"BY") &&
-           (tokens.IsWord(index, u"ORDER") || tokens.IsWord(index, u"GROUP"));
+    return tokens.IsWord(index, u"BY") &&
+           (tokens.IsWord(index - 1, u"ORDER") || tokens.IsWord(index - 1, u"GROUP"));
 }
 
 bool FollowsKeptWord(const SqlTokens &tokens, qsizetype index)
@@ -22,7 +22,7 @@ bool MarkLifted(SqlTokens &tokens)
     int lifted = 0;
     for (qsizetype i = 0; i < tokens.Count(); ++i) {
         SqlToken &token = tokens.At(i);
-        if (token.kind == SqlKind::Word && StartsOrdering(tokens, i))
+        if (IsOrdering(tokens, i))
             break;
         if (token.kind != SqlKind::Text && token.kind != SqlKind::Number)
             continue;
@@ -35,23 +35,22 @@ bool MarkLifted(SqlTokens &tokens)
     return true;
 }
 
-void AppendUtf8(std::string &out, char32_t c)
+/// Writes a character that is not ASCII at `out`, and gives the place behind it.
+char *WriteUtf8(char *out, char32_t c)
 {
-    if (c < 0x80) {
-        out.push_back(static_cast<char>(c));
-    } else if (c < 0x800) {
-        out.push_back(static_cast<char>(0xC0 | (c >> 6)));
-        out.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-    } else if (c < 0x10000) {
-        out.push_back(static_cast<char>(0xE0 | (c >> 12)));
-        out.push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | (c & 0x3F)));
+    if (c < 0x800) {
+        *out++ = static_cast<char>(0xC0 | (c >> 6));
     } else {
-        out.push_back(static_cast<char>(0xF0 | (c >> 18)));
-        out.push_back(static_cast<char>(0x80 | ((c >> 12) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
-        out.push_back(static_cast<char>(0x80 | (c & 0x3F)));
+        if (c < 0x10000) {
+            *out++ = static_cast<char>(0xE0 | (c >> 12));
+        } else {
+            *out++ = static_cast<char>(0xF0 | (c >> 18));
+            *out++ = static_cast<char>(0x80 | ((c >> 12) & 0x3F));
+        }
+        *out++ = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
     }
+    *out++ = static_cast<char>(0x80 | (c & 0x3F));
+    return out;
 }
 } // namespace
 
@@ -63,7 +62,7 @@ bool IsRowStatement(const SqlTokens &tokens)
 
 bool SqlShape::Take(SqlTokens &tokens)
 {
-    m_key.resize(0);
+    m_key.clear();
     m_values.clear();
     m_texts.clear();
     if (!IsRowStatement(tokens))
@@ -80,16 +79,16 @@ bool SqlShape::Take(SqlTokens &tokens)
         const SqlToken &token = tokens.At(i);
         if (!token.lifted)
             continue;
-        m_key.append(sql.sliced(taken, token.begin - taken));
+        m_key.append(sql.utf16() + taken, static_cast<size_t>(token.begin - taken));
         // A text and a number at one place are two shapes: nothing may depend on which came first.
-        m_key.append(token.kind == SqlKind::Text ? QChar(1) : QChar(2));
+        m_key.push_back(token.kind == SqlKind::Text ? u'\1' : u'\2');
         taken = token.end;
         if (token.kind == SqlKind::Text)
             TakeText(sql.sliced(token.begin + 1, token.end - token.begin - 2));
         else
             TakeNumber(tokens.Spelling(i));
     }
-    m_key.append(sql.sliced(taken));
+    m_key.append(sql.utf16() + taken, static_cast<size_t>(sql.size() - taken));
     return true;
 }
 
@@ -98,6 +97,9 @@ void SqlShape::TakeText(QStringView inside)
     SqlValue value{};
     value.kind = SqlValue::Kind::Text;
     value.text.offset = static_cast<qint32>(m_texts.size());
+    constexpr qsizetype mostBytes = 3; // of a UTF-16 unit
+    m_texts.resize(m_texts.size() + static_cast<size_t>(inside.size() * mostBytes));
+    char *out = m_texts.data() + value.text.offset;
     const char16_t *text = inside.utf16();
     const qsizetype size = inside.size();
     for (qsizetype i = 0; i < size; ++i) {
@@ -106,14 +108,16 @@ void SqlShape::TakeText(QStringView inside)
             ++i; // the second of the pair
         if (c == u'\0')
             continue; // no server takes it, so no engine gets it
-        if (!QChar::isSurrogate(c)) {
-            AppendUtf8(m_texts, c);
-        } else if (QChar::isHighSurrogate(c) && i + 1 < size && QChar::isLowSurrogate(text[i + 1])) {
-            AppendUtf8(m_texts, QChar::surrogateToUcs4(c, text[++i]));
-        } else {
-            AppendUtf8(m_texts, QChar::ReplacementCharacter);
-        }
+        if (c < 0x80)
+            *out++ = static_cast<char>(c);
+        else if (!QChar::isSurrogate(c))
+            out = WriteUtf8(out, c);
+        else if (QChar::isHighSurrogate(c) && i + 1 < size && QChar::isLowSurrogate(text[i + 1]))
+            out = WriteUtf8(out, QChar::surrogateToUcs4(c, text[++i]));
+        else
+            out = WriteUtf8(out, QChar::ReplacementCharacter);
     }
+    m_texts.resize(static_cast<size_t>(out - m_texts.data()));
     value.text.size = static_cast<qint32>(m_texts.size()) - value.text.offset;
     m_values.push_back(value);
 }

@@ -3,6 +3,7 @@
 #include "platform/SqlTokens.h"
 
 #include <string>
+#include <string_view>
 
 /// A value lifted out of a statement, to be bound.
 struct SqlValue {
@@ -32,7 +33,7 @@ public:
     /// shape worth keeping; nothing is lifted then.
     bool Take(SqlTokens &tokens);
 
-    const QString &Key() const { return m_key; }
+    std::u16string_view Key() const { return m_key; }
     const std::vector<SqlValue> &Values() const { return m_values; }
     const char *Texts() const { return m_texts.data(); }
 
@@ -40,7 +41,7 @@ private:
     void TakeText(QStringView inside);
     void TakeNumber(QStringView digits);
 
-    QString m_key;
+    std::u16string m_key;
     std::vector<SqlValue> m_values;
     std::string m_texts;
 };

@@ -1,7 +1,5 @@
 #include "platform/SqlTokens.h"
 
-#include "platform/SameName.h"
-
 #include <QList>
 
 namespace
@@ -139,22 +137,6 @@ SqlFault SqlTokens::Read(QStringView sql)
         at = end;
     }
     return SqlFault::None;
-}
-
-QStringView SqlTokens::Spelling(qsizetype index) const
-{
-    const SqlToken &token = At(index);
-    return m_sql.sliced(token.begin, token.end - token.begin);
-}
-
-bool SqlTokens::IsKind(qsizetype index, SqlKind kind) const
-{
-    return index >= 0 && index < Count() && At(index).kind == kind;
-}
-
-bool SqlTokens::IsWord(qsizetype index, QStringView keyword) const
-{
-    return IsKind(index, SqlKind::Word) && SameName(Spelling(index), keyword);
 }
 
 bool SqlTokens::IsSymbol(qsizetype index, QChar symbol) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/SameName.h"
+
 #include <QString>
 #include <QStringView>
 
@@ -35,10 +37,20 @@ public:
     qsizetype Count() const { return static_cast<qsizetype>(m_tokens.size()); }
     SqlToken &At(qsizetype index) { return m_tokens[static_cast<size_t>(index)]; }
     const SqlToken &At(qsizetype index) const { return m_tokens[static_cast<size_t>(index)]; }
-    QStringView Spelling(qsizetype index) const;
-    bool IsKind(qsizetype index, SqlKind kind) const;
+    QStringView Spelling(qsizetype index) const
+    {
+        const SqlToken &token = At(index);
+        return m_sql.sliced(token.begin, token.end - token.begin);
+    }
+    bool IsKind(qsizetype index, SqlKind kind) const
+    {
+        return index >= 0 && index < Count() && At(index).kind == kind;
+    }
     /// Whether that token is the keyword, in any case; false outside the statement.
-    bool IsWord(qsizetype index, QStringView keyword) const;
+    bool IsWord(qsizetype index, QStringView keyword) const
+    {
+        return IsKind(index, SqlKind::Word) && SameName(Spelling(index), keyword);
+    }
     bool IsSymbol(qsizetype index, QChar symbol) const;
     /// What a [Name], "Name" or plain word names.
     QString NameAt(qsizetype index) const;

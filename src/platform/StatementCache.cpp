@@ -7,7 +7,7 @@
 namespace
 {
 /// The system has some 400 statements, and a screen uses a few dozen of them.
-constexpr qsizetype mostStatements = 300;
+constexpr size_t mostStatements = 300;
 
 RecordsetColumn DescribeColumn(sqlite3_stmt *statement, int index)
 {
@@ -53,25 +53,23 @@ const std::shared_ptr<const Columns> &PreparedStatement::DescribeColumns()
     return m_columns;
 }
 
-PreparedStatement *StatementCache::Find(const QString &shape)
+PreparedStatement *StatementCache::Find(std::u16string_view shape)
 {
-    const auto found = m_byShape.constFind(shape);
-    if (found == m_byShape.constEnd())
+    const auto found = m_byShape.find(shape);
+    if (found == m_byShape.end())
         return nullptr;
-    m_entries.splice(m_entries.begin(), m_entries, *found);
+    m_entries.splice(m_entries.begin(), m_entries, found->second);
     return m_entries.front().statement.get();
 }
 
-PreparedStatement *StatementCache::Add(const QString &shape, sqlite3_stmt *statement)
+PreparedStatement *StatementCache::Add(std::u16string_view shape, sqlite3_stmt *statement)
 {
     if (m_byShape.size() >= mostStatements) {
-        m_byShape.remove(m_entries.back().shape);
+        m_byShape.erase(m_entries.back().shape);
         m_entries.pop_back();
     }
-    // A copy of its own: the caller goes on building shapes in its text.
-    const QString kept(shape.constData(), shape.size());
-    m_entries.push_front({kept, std::make_unique<PreparedStatement>(statement)});
-    m_byShape.insert(kept, m_entries.begin());
+    m_entries.push_front({std::u16string(shape), std::make_unique<PreparedStatement>(statement)});
+    m_byShape.emplace(m_entries.front().shape, m_entries.begin());
     return m_entries.front().statement.get();
 }
 

@@ -2,11 +2,14 @@
 
 #include "platform/Recordset.h"
 
-#include <QHash>
-#include <QString>
+#include <QHashFunctions>
 
+#include <cstring>
 #include <list>
 #include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -38,15 +41,28 @@ class StatementCache final
 {
 public:
     /// Null where that shape is not kept.
-    PreparedStatement *Find(const QString &shape);
-    PreparedStatement *Add(const QString &shape, sqlite3_stmt *statement);
+    PreparedStatement *Find(std::u16string_view shape);
+    PreparedStatement *Add(std::u16string_view shape, sqlite3_stmt *statement);
     void Clear();
 
 private:
     struct Entry {
-        QString shape;
+        std::u16string shape;
         std::unique_ptr<PreparedStatement> statement;
     };
+    struct Hash {
+        size_t operator()(std::u16string_view shape) const
+        {
+            return qHashBits(shape.data(), shape.size() * sizeof(char16_t));
+        }
+    };
+    struct Same {
+        bool operator()(std::u16string_view a, std::u16string_view b) const
+        {
+            return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0;
+        }
+    };
     std::list<Entry> m_entries; ///< the one used last comes first
-    QHash<QString, std::list<Entry>::iterator> m_byShape;
+    std::unordered_map<std::u16string_view, std::list<Entry>::iterator, Hash, Same>
+        m_byShape; ///< of the entries' texts
 };
