@@ -14,7 +14,7 @@ ContactCoursesPage::ContactCoursesPage(QWidget *parent)
     m_text->setTabChangesFocus(true);
     m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    form.Place(m_text, QStringLiteral("CoursesText"), QStringLiteral("&Courses and payments:"), true);
+    form.Place(m_text, QStringLiteral("CoursesText"), QStringLiteral("Courses and pa&yments:"), true);
 }
 
 void ContactCoursesPage::ShowHistory(int contactRef)

@@ -20,13 +20,13 @@ ContactNotesPage::ContactNotesPage(QWidget *parent)
     form.Line(QStringLiteral("NotesHelp"),
               QStringLiteral("Additonal notes about this person (e.g. emergency medical information, dietary "
                              "requirements etc.)."));
-    m_notes = form.Notes(QStringLiteral("Notes"), QStringLiteral("&Notes:"));
+    m_notes = form.Notes(QStringLiteral("Notes"), QStringLiteral("N&otes:"));
     form.BeginGroup(QStringLiteral("Characteristics"));
     FormBuilder::PairNames names;
     names.available = QStringLiteral("AvailCriteria");
-    names.availableCaption = QStringLiteral("A&vailable:");
+    names.availableCaption = QStringLiteral("Ava&ilable:");
     names.used = QStringLiteral("UsedCriteria");
-    names.usedCaption = QStringLiteral("A&pplied to this person:");
+    names.usedCaption = QStringLiteral("App&lied to this person:");
     const FormBuilder::Pair pair = form.UsedAvailablePair(names, m_available, m_used);
     pair.available->SetEmptyText(QStringLiteral("No further characteristics."));
     pair.used->SetEmptyText(QStringLiteral("No characteristics applied."));

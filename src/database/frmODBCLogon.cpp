@@ -114,7 +114,7 @@ QWidget *frmODBCLogon::FilePage()
     FormBuilder form(page);
     m_file = form.Text(QStringLiteral("txtDBAccessPath"), tr("Database &Location:"));
     form.Beside();
-    QPushButton *find = form.Button(QStringLiteral("FindDBBtn"), tr("Se&lect ..."));
+    QPushButton *find = form.Button(QStringLiteral("FindDBBtn"), tr("Selec&t ..."));
     connect(find, &QPushButton::clicked, this, [this] { ChooseDatabaseFile(m_file); });
     return page;
 }

@@ -22,7 +22,10 @@
 #include "enrolment/EnrolmentODBC.h"
 #include "enrolment/frmPercent.h"
 #include "enrolment/frmStudentInfo.h"
+#include "exchange/ImportState.h"
+#include "exchange/frmChangeMap.h"
 #include "exchange/frmImportWiz.h"
+#include "platform/Directories.h"
 #include "reports/frmCourseWiz.h"
 #include "support/TestDatabase.h"
 #include "users/UsersODBC.h"
@@ -30,11 +33,16 @@
 #include "users/frmUsers.h"
 #include "users/frmUsersPassword.h"
 
+#include <QFile>
+
 namespace
 {
 int g_courseRef = 0;
 int g_contactRef = 0;
 ListModel *g_list = nullptr; ///< the list of a form's opener
+
+/// What narrows a list of people down changes nothing.
+const QStringList searchOfPeople{QStringLiteral("SearchBox"), QStringLiteral("ConcessionList")};
 
 const ListItem clerk{QStringLiteral("?1"), QStringLiteral("clerk")};
 
@@ -79,6 +87,20 @@ std::unique_ptr<QWidget> OpenNewCharacteristic()
     return form;
 }
 
+/// The mapping of the first field of a file of people.
+std::unique_ptr<QWidget> OpenChangeMap()
+{
+    static ImportState state(CsvMap::Installed());
+    state.ImportList.SelectFirst();
+    QFile people(Directories::WrittenFile(QStringLiteral("temp/people.csv")));
+    if (people.open(QIODevice::WriteOnly))
+        people.write("Surname,Shoe size\nLee,38\n");
+    people.close();
+    if (!state.ChooseDataSet() || !state.ChooseFile(people.fileName()))
+        return nullptr;
+    return std::make_unique<frmChangeMap>(state, 0);
+}
+
 std::unique_ptr<QWidget> OpenSplash()
 {
     auto form = std::make_unique<frmSplash>();
@@ -103,8 +125,12 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmAddCourse edit"), OpenCourse, QStringLiteral("Title"), QStringList()},
         {QStringLiteral("frmAddEditUser new"), Open<frmAddEditUser>(), QStringLiteral("UserName")},
         {QStringLiteral("frmAddEditUser update"),
-         [] { return std::make_unique<frmAddEditUser>(std::vector<ListItem>{clerk}, false); }},
-        {QStringLiteral("frmContact"), Open<frmContact>()},
+         [] { return std::make_unique<frmAddEditUser>(std::vector<ListItem>{clerk}, false); },
+         {},
+         std::nullopt,
+         QStringLiteral("U")},
+        {QStringLiteral("frmChangeMap"), OpenChangeMap},
+        {QStringLiteral("frmContact"), Open<frmContact>(), {}, searchOfPeople},
         {QStringLiteral("frmContactMainAddEdit"), OpenNewCharacteristic, QStringLiteral("CatName")},
         {QStringLiteral("frmCourse"), Open<frmCourse>(), {}, QStringList()},
         {QStringLiteral("frmCourseWiz"), Open<frmCourseWiz>()},
@@ -119,7 +145,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmPercent"),
          Open<frmPercent>(QStringList{QStringLiteral("Welding"), QStringLiteral("Welding")})},
         {QStringLiteral("frmRegisterDB"), Open<frmRegisterDB>(), QStringLiteral("DSN")},
-        {QStringLiteral("frmSelectContacts"), OpenPicker},
+        {QStringLiteral("frmSelectContacts"), OpenPicker, {}, searchOfPeople},
         {QStringLiteral("frmSplash"), OpenSplash},
         {QStringLiteral("frmStudentInfo"), OpenStudent, {}, QStringList()},
         {QStringLiteral("frmUsers"), Open<frmUsers>()},

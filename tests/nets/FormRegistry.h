@@ -16,6 +16,8 @@ struct FormEntry {
     /// With every right at the level "view", all fields are locked but these. Nothing where rights do not
     /// reach into the form.
     std::optional<QStringList> freeFields{};
+    /// Letters that two of its captions have as their mnemonic; the key then goes from one to the other.
+    QString sharedMnemonics{};
 };
 
 /// Every form of the program. They open on the database that FillForms has filled.

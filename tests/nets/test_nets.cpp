@@ -3,6 +3,7 @@
 #include "forms/CaptionLabel.h"
 #include "forms/FormDialog.h"
 #include "forms/ListView.h"
+#include "forms/MoneyField.h"
 #include "forms/TreeView.h"
 #include "nets/FormRegistry.h"
 #include "support/ScriptedDialogs.h"
@@ -13,11 +14,16 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMultiMap>
 #include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QSet>
 #include <QStyle>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QToolButton>
 
 /// What must hold for every form of the program.
 class test_nets final : public QObject
@@ -34,10 +40,16 @@ private slots:
     void every_input_has_a_label();
     void tab_walks_as_one_reads_data() { Forms(); }
     void tab_walks_as_one_reads();
+    void keyboard_reaches_everything_data() { Forms(); }
+    void keyboard_reaches_everything();
+    void mnemonics_are_unique_data() { Forms(); }
+    void mnemonics_are_unique();
+    void enter_presses_the_default_button_alone_data() { Forms(); }
+    void enter_presses_the_default_button_alone();
     void rights_to_look_lock_every_field_data() { Forms(); }
     void rights_to_look_lock_every_field();
-    void escape_asks_on_a_modified_record_data() { Forms(); }
-    void escape_asks_on_a_modified_record();
+    void escape_leaves_and_asks_where_modified_data() { Forms(); }
+    void escape_leaves_and_asks_where_modified();
     void nothing_is_clipped_data() { Forms(); }
     void nothing_is_clipped();
 
@@ -100,6 +112,67 @@ void OnEveryPage(QWidget &form, const std::function<void()> &look)
             look();
         }
     }
+}
+
+QWidget *Focus(QWidget &form)
+{
+    return form.focusWidget() ? form.focusWidget() : &form;
+}
+
+/// Fields, lists and buttons that the user can work with now. Texts that can only be read are no work, and
+/// the buttons of a tool bar stand in the menus too.
+std::vector<QWidget *> Workable(const QWidget &form)
+{
+    std::vector<QWidget *> found;
+    for (QWidget *widget : form.findChildren<QWidget *>()) {
+        const bool isButton = qobject_cast<QAbstractButton *>(widget) && !qobject_cast<QToolButton *>(widget);
+        if (widget->isVisible() && widget->isEnabled() && !IsPartOfAField(widget) &&
+            (isButton || IsList(widget) || (IsField(widget) && !IsLocked(widget))))
+            found.push_back(widget);
+    }
+    return found;
+}
+
+/// What a row of Tab presses stops at, with the other choices of a row of options, which the arrows reach.
+QSet<const QWidget *> ReachedByTab(QWidget &form)
+{
+    constexpr int fieldsOfADate = 3;
+    QSet<const QWidget *> reached;
+    const auto presses = form.findChildren<QWidget *>().size() * fieldsOfADate;
+    for (qsizetype i = 0; i < presses; ++i) {
+        QTest::keyClick(Focus(form), Qt::Key_Tab);
+        reached.insert(Focus(form));
+    }
+    for (const QRadioButton *option : form.findChildren<QRadioButton *>()) {
+        for (const QRadioButton *other : option->parentWidget()->findChildren<QRadioButton *>()) {
+            if (reached.contains(option))
+                reached.insert(other);
+        }
+    }
+    return reached;
+}
+
+/// Every mnemonic that works on the page shown, with what it leads to.
+QMultiMap<QString, QWidget *> Mnemonics(const QWidget &form)
+{
+    QMultiMap<QString, QWidget *> found;
+    const auto add = [&found](const QString &text, QWidget *target) {
+        const QString key = QKeySequence::mnemonic(text).toString();
+        if (!key.isEmpty() && target->isEnabled())
+            found.insert(key.right(1), target);
+    };
+    for (QWidget *widget : form.findChildren<QWidget *>()) {
+        if (!widget->isVisible())
+            continue;
+        if (auto *button = qobject_cast<QAbstractButton *>(widget))
+            add(button->text(), button);
+        else if (auto *label = qobject_cast<QLabel *>(widget); label && label->buddy())
+            add(label->text(), label->buddy());
+        else if (auto *tabs = qobject_cast<QTabBar *>(widget))
+            for (int tab = 0; tab < tabs->count(); ++tab)
+                add(tabs->tabText(tab), tabs);
+    }
+    return found;
 }
 
 QRect Place(const QWidget &form, const QWidget *widget)
@@ -218,6 +291,59 @@ void test_nets::tab_walks_as_one_reads()
     });
 }
 
+void test_nets::keyboard_reaches_everything()
+{
+    const auto form = Shown();
+    OnEveryPage(*form, [&] {
+        const QSet<const QWidget *> reached = ReachedByTab(*form);
+        const QList<QWidget *> called = Mnemonics(*form).values();
+        for (QWidget *widget : Workable(*form))
+            QVERIFY2(reached.contains(widget) || called.contains(widget), qPrintable(Describe(widget)));
+        for (const QTabWidget *panel : form->findChildren<QTabWidget *>())
+            QVERIFY2(panel->count() < 2 || reached.contains(panel->tabBar()), qPrintable(Describe(panel)));
+    });
+}
+
+void test_nets::mnemonics_are_unique()
+{
+    const QString shared = Entry().sharedMnemonics;
+    const auto form = Shown();
+    OnEveryPage(*form, [&] {
+        const QMultiMap<QString, QWidget *> mnemonics = Mnemonics(*form);
+        for (const QString &letter : mnemonics.uniqueKeys()) {
+            QStringList holders;
+            for (const QWidget *holder : mnemonics.values(letter))
+                holders.append(Describe(holder));
+            QVERIFY2(holders.size() == 1 || shared.contains(letter),
+                     qPrintable(QString(letter % u": " % holders.join(u", "))));
+        }
+    });
+}
+
+void test_nets::enter_presses_the_default_button_alone()
+{
+    const auto form = Shown();
+    QStringList pressed;
+    QStringList expected;
+    for (QPushButton *button : form->findChildren<QPushButton *>()) {
+        // What the button does is not at stake here.
+        disconnect(button, &QAbstractButton::clicked, nullptr, nullptr);
+        connect(button, &QAbstractButton::clicked, form.get(),
+                [&pressed, button] { pressed.append(button->objectName()); });
+        if (button->isDefault() && button->isVisible() && button->isEnabled())
+            expected.append(button->objectName());
+    }
+    QVERIFY(expected.size() <= 1);
+    QVERIFY2(!expected.isEmpty() || Entry().recordField.isEmpty(), "a record is saved by Enter");
+    QWidget *at = form.get();
+    for (QWidget *widget : Workable(*form)) {
+        if (qobject_cast<QLineEdit *>(widget) && !qobject_cast<MoneyField *>(widget))
+            at = widget;
+    }
+    QTest::keyClick(at, Qt::Key_Return);
+    QCOMPARE(pressed, expected);
+}
+
 void test_nets::rights_to_look_lock_every_field()
 {
     const FormEntry &entry = Entry();
@@ -234,11 +360,17 @@ void test_nets::rights_to_look_lock_every_field()
     }
 }
 
-void test_nets::escape_asks_on_a_modified_record()
+void test_nets::escape_leaves_and_asks_where_modified()
 {
     const FormEntry &entry = Entry();
+    const auto unchanged = Shown();
+    if (!qobject_cast<QDialog *>(unchanged.get()))
+        QSKIP("is no dialog");
+    QTest::keyClick(Focus(*unchanged), Qt::Key_Escape);
+    QVERIFY(!unchanged->isVisible());
     if (entry.recordField.isEmpty())
-        QSKIP("holds no record");
+        return;
+
     const auto form = Shown();
     auto *field = form->findChild<QLineEdit *>(entry.recordField);
     QVERIFY(field);
