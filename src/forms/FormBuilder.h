@@ -68,8 +68,6 @@ public:
     ListView *List(const QString &name, const QString &caption, ListModel &model,
                    ListView::Choice choice = ListView::Choice::Single);
     TreeView *Tree(const QString &name, const QString &caption, TreeModel &model);
-    /// A box that moves in `list` while the user types.
-    QLineEdit *Search(const QString &name, const QString &caption, ListView *list);
     /// A line of text over the whole width, wrapped.
     QLabel *Line(const QString &name, const QString &text);
     /// Any other widget.
