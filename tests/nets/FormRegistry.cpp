@@ -171,7 +171,8 @@ void FillForms()
     });
     ADO_Users_AddUser(clerk.text, QStringLiteral("secret"), RightsBlank());
     g_courseRef = ADO_Course_AddCourse(QStringLiteral("Welding"), {}, 100, 10, {});
-    const QString person =
-        TestDatabase::Value(QStringLiteral("SELECT ContactRef FROM Contacts WHERE Cust_Surname = 'Lee'"));
-    ADO_Course_EnrollStudent(g_courseRef, person.toInt());
+    g_contactRef =
+        TestDatabase::Value(QStringLiteral("SELECT ContactRef FROM Contacts WHERE Cust_Surname = 'Lee'"))
+            .toInt();
+    ADO_Course_EnrollStudent(g_courseRef, g_contactRef);
 }

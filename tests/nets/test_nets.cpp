@@ -323,6 +323,8 @@ void test_nets::mnemonics_are_unique()
 void test_nets::enter_presses_the_default_button_alone()
 {
     const auto form = Shown();
+    if (!qobject_cast<QDialog *>(form.get()))
+        QSKIP("is no dialog");
     QStringList pressed;
     QStringList expected;
     for (QPushButton *button : form->findChildren<QPushButton *>()) {
