@@ -1,6 +1,7 @@
 -- Made by tools/make-template from data/system/schema.sql. Do not edit.
--- Run it in an empty catalogue whose collation ignores case, for example
---   CREATE DATABASE Veltrane COLLATE Latin1_General_CI_AS
+-- Run it in an empty catalogue whose collation ignores case and is UTF-8 (SQL Server 2019 or
+-- newer), as the texts of statements lose what the code page lacks; for example
+--   CREATE DATABASE Veltrane COLLATE Latin1_General_100_CI_AS_SC_UTF8
 --   sqlcmd -d Veltrane -i schema-sqlserver.sql
 SET QUOTED_IDENTIFIER ON;
 GO

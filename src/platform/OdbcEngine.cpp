@@ -14,7 +14,6 @@
 
 namespace
 {
-
 ColumnType TypeOf(const QSqlField &field)
 {
     switch (field.metaType().id()) {
@@ -138,7 +137,7 @@ bool OdbcEngine::OpenRecordset(const QString &sql, Recordset &result, EngineErro
     QSqlQuery query(m_database);
     query.setForwardOnly(true);
     if (!query.exec(engineSql))
-        return Fail(query.lastError(), errors);
+        return Fail(query, errors);
     const auto columns = ColumnsOf(query.record(), m_kind);
     Recordset::Builder rows(columns);
     while (query.next()) {
@@ -146,7 +145,7 @@ bool OdbcEngine::OpenRecordset(const QString &sql, Recordset &result, EngineErro
             AddCell(rows, (*columns)[i].type, query.value(static_cast<int>(i)));
     }
     if (query.lastError().isValid())
-        return Fail(query.lastError(), errors);
+        return Fail(query, errors);
     result = rows.Finish();
     return true;
 }
@@ -166,13 +165,15 @@ bool OdbcEngine::Begin(EngineErrors &errors)
 bool OdbcEngine::Commit(EngineErrors &errors)
 {
     if (!m_isInTransaction) {
-        errors = OdbcErrors::One(OdbcErrors::unnumbered,
-                                 QStringLiteral("What was done last was undone, since the server was lost."));
+        errors =
+            OdbcErrors::One(OdbcErrors::unnumbered,
+                            QStringLiteral("What was done last was undone: the server was lost, or ended "
+                                           "the transaction itself."));
         return false;
     }
     m_isInTransaction = false;
     if (m_kind == DatabaseKind::SqlServer)
-        return Run(QStringLiteral("IF @@TRANCOUNT > 0 COMMIT TRANSACTION"), errors);
+        return Run(QStringLiteral("COMMIT TRANSACTION"), errors);
     return m_database.commit() || Fail(m_database.lastError(), errors);
 }
 
@@ -180,7 +181,7 @@ bool OdbcEngine::Run(const QString &engineSql, EngineErrors &errors)
 {
     QSqlQuery query(m_database);
     query.setForwardOnly(true);
-    return query.exec(engineSql) || Fail(query.lastError(), errors);
+    return query.exec(engineSql) || Fail(query, errors);
 }
 
 /// Connects anew after the server was restarted or the line broke. The failure itself has been told.
@@ -199,10 +200,24 @@ bool OdbcEngine::Revive(EngineErrors &errors)
 bool OdbcEngine::Fail(const QSqlError &error, EngineErrors &errors)
 {
     errors = OdbcErrors::ListOf(error);
+    // SQL Server takes a whole transaction back at some failures, at a deadlock for one.
+    const bool isSqlServer = m_kind == DatabaseKind::SqlServer;
     QSqlQuery question(m_database);
     question.setForwardOnly(true);
-    m_isLost = !question.exec(QStringLiteral("SELECT 1"));
+    m_isLost =
+        !question.exec(isSqlServer ? QStringLiteral("SELECT @@TRANCOUNT") : QStringLiteral("SELECT 1"));
+    if (isSqlServer && !m_isLost && question.next())
+        m_isInTransaction = m_isInTransaction && question.value(0).toInt() > 0;
     return false;
+}
+
+/// Lets go of the statement first: the driver of SQL Server has room for one open result, and what is asked
+/// after the failure would be refused as if the server were lost.
+bool OdbcEngine::Fail(QSqlQuery &query, EngineErrors &errors)
+{
+    const QSqlError error = query.lastError();
+    query.clear();
+    return Fail(error, errors);
 }
 
 bool OdbcEngine::Translate(const QString &sql, QString &engineSql, EngineErrors &errors)

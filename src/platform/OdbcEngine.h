@@ -7,6 +7,7 @@
 #include <QSqlDatabase>
 
 class QSqlError;
+class QSqlQuery;
 
 /// A database on a server, through the ODBC manager and the server's driver.
 class OdbcEngine final : public Engine
@@ -31,6 +32,7 @@ private:
     bool Revive(EngineErrors &errors);
     bool Run(const QString &engineSql, EngineErrors &errors);
     bool Fail(const QSqlError &error, EngineErrors &errors);
+    bool Fail(QSqlQuery &query, EngineErrors &errors);
     bool Translate(const QString &sql, QString &engineSql, EngineErrors &errors);
 
     QString m_text;

@@ -3,6 +3,9 @@
 #include <QSqlError>
 #include <QStringList>
 
+#include <algorithm>
+#include <initializer_list>
+
 namespace
 {
 /// The Debian package of a driver, by its name or its library's.
@@ -18,12 +21,38 @@ QString PackageOf(const QString &driver)
     return {};
 }
 
+bool HasOneOf(const QStringList &numbers, std::initializer_list<int> wanted)
+{
+    return std::any_of(wanted.begin(), wanted.end(),
+                       [&](int number) { return numbers.contains(QString::number(number)); });
+}
+
 bool IsRefusedLogon(const QStringList &numbers, const QString &text)
 {
-    return numbers.contains(QString::number(OdbcErrors::logonRefused)) ||
+    return HasOneOf(numbers, {OdbcErrors::logonRefused}) ||
            text.contains(QStringLiteral("password authentication failed"), Qt::CaseInsensitive) ||
            text.contains(QStringLiteral("no password supplied"), Qt::CaseInsensitive) ||
            text.contains(QStringLiteral("Login failed for user"), Qt::CaseInsensitive);
+}
+/// The number that stands for all records of a failure.
+int NumberOf(const QStringList &numbers, const QString &text)
+{
+    if (HasOneOf(numbers, {OdbcErrors::catalogueRefused}))
+        return OdbcErrors::catalogueRefused;
+    if (IsRefusedLogon(numbers, text))
+        return OdbcErrors::logonRefused;
+    // The manager's own failures have no number, and none of them is cured by a password, which is what
+    // an error without a number asks for.
+    const int given = numbers.first().toInt();
+    return given == 0 ? OdbcErrors::unnumbered : given;
+}
+
+/// SQL Server does not say what it cut, and older ones not where.
+QString PlainText(const QStringList &numbers, const QString &text)
+{
+    if (HasOneOf(numbers, {8152, 2628}))
+        return u"A text is longer than its column in the database takes. (" % text % u")";
+    return text;
 }
 } // namespace
 
@@ -33,11 +62,7 @@ EngineErrors OdbcErrors::ListOf(const QSqlError &error)
     if (text.contains(QStringLiteral("Can't open lib")))
         return DriverMissing(text);
     const QStringList numbers = error.nativeErrorCode().split(u';');
-    const int given = numbers.first().toInt();
-    // The manager's own failures have no number, and none of them is cured by a password, which is what
-    // an error without a number asks for.
-    const int number = given == 0 ? unnumbered : given;
-    return One(IsRefusedLogon(numbers, text) ? logonRefused : number, text.isEmpty() ? error.text() : text);
+    return One(NumberOf(numbers, text), PlainText(numbers, text.isEmpty() ? error.text() : text));
 }
 
 EngineErrors OdbcErrors::DriverMissing(const QString &driver)

@@ -7,12 +7,14 @@ class QSqlError;
 namespace OdbcErrors
 {
 constexpr int logonRefused = 18456;
+constexpr int catalogueRefused = 4060;
 constexpr int noDriver = 126;
 constexpr int noDataSource = 2;
 constexpr int unnumbered = 1;
 
 /// The records of a driver's failure as the engine's error list. A refused logon has number 18456, by
-/// whatever record and in whatever words the driver tells it.
+/// whatever record and in whatever words the driver tells it; a catalogue that is not there, which SQL Server
+/// calls a refused logon too, has 4060.
 EngineErrors ListOf(const QSqlError &error);
 /// The one entry for a driver that is not installed, with the package that has it.
 EngineErrors DriverMissing(const QString &driver);

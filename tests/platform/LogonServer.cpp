@@ -68,8 +68,9 @@ QString FromWide(const QByteArray &bytes)
 }
 } // namespace
 
-LogonServer::LogonServer()
-    : m_listener(socket(AF_INET, SOCK_STREAM, 0))
+LogonServer::LogonServer(const QList<int> &refusals)
+    : m_refusals(refusals)
+    , m_listener(socket(AF_INET, SOCK_STREAM, 0))
 {
     sockaddr_in address{};
     address.sin_family = AF_INET;
@@ -103,9 +104,10 @@ void LogonServer::Serve()
             Answer(client, QByteArray("\0\0\13\0\6\1\0\21\0\1\xFF\17\0\7\xD0\0\0\2", 18));
         } else if (header.at(0) == login) {
             ReadLogon(body);
-            Answer(client, ErrorRecord(4060, QStringLiteral("Cannot open the database.")) +
-                               ErrorRecord(18456, QStringLiteral("Login failed.")) +
-                               QByteArray("\xFD\2\0\0\0\0\0\0\0\0\0\0\0", 13));
+            QByteArray answer;
+            for (const int number : m_refusals)
+                answer += ErrorRecord(static_cast<quint32>(number), QStringLiteral("Refused."));
+            Answer(client, answer + QByteArray("\xFD\2\0\0\0\0\0\0\0\0\0\0\0", 13));
         }
     }
     if (client >= 0)

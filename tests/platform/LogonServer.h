@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 #include <thread>
@@ -10,7 +11,8 @@
 class LogonServer final
 {
 public:
-    LogonServer();
+    /// `refusals`: the numbers of the errors that it answers with, in order.
+    explicit LogonServer(const QList<int> &refusals);
     ~LogonServer();
     LogonServer(const LogonServer &) = delete;
     LogonServer &operator=(const LogonServer &) = delete;
@@ -27,6 +29,7 @@ public:
 private:
     void Serve();
     void ReadLogon(const QByteArray &body);
+    QList<int> m_refusals;
     int m_listener = -1;
     int m_port = 0;
     std::thread m_thread;

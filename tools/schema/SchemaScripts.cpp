@@ -168,12 +168,13 @@ QString FileScript(const Schema &schema)
 
 QString SqlServerScript(const Schema &schema)
 {
-    QString script =
-        QStringLiteral("-- Made by tools/make-template from data/system/schema.sql. Do not edit.\n"
-                       "-- Run it in an empty catalogue whose collation ignores case, for example\n"
-                       "--   CREATE DATABASE Veltrane COLLATE Latin1_General_CI_AS\n"
-                       "--   sqlcmd -d Veltrane -i schema-sqlserver.sql\n"
-                       "SET QUOTED_IDENTIFIER ON;\nGO\n");
+    QString script = QStringLiteral(
+        "-- Made by tools/make-template from data/system/schema.sql. Do not edit.\n"
+        "-- Run it in an empty catalogue whose collation ignores case and is UTF-8 (SQL Server 2019 or\n"
+        "-- newer), as the texts of statements lose what the code page lacks; for example\n"
+        "--   CREATE DATABASE Veltrane COLLATE Latin1_General_100_CI_AS_SC_UTF8\n"
+        "--   sqlcmd -d Veltrane -i schema-sqlserver.sql\n"
+        "SET QUOTED_IDENTIFIER ON;\nGO\n");
     for (const Schema::Table &table : schema.tables)
         script += CreateTable(table, Bracketed, SqlServerType) % u";\nGO\n";
     for (const Schema::Row &row : schema.rows) {
