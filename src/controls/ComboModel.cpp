@@ -90,5 +90,5 @@ QVariant ComboModel::data(const QModelIndex &index, int role) const
         return {};
     if (role == Qt::DisplayRole || role == Qt::EditRole)
         return At(index.row()).text;
-    return role == Qt::UserRole ? QVariant(At(index.row()).data) : QVariant();
+    return {};
 }

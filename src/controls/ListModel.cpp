@@ -1,5 +1,7 @@
 #include "controls/ListModel.h"
 
+#include "controls/ItemRoles.h"
+
 #include <algorithm>
 #include <numeric>
 
@@ -257,11 +259,9 @@ QVariant ListModel::data(const QModelIndex &index, int role) const
         if (m_checkable && index.column() == 0)
             return item.checked ? Qt::Checked : Qt::Unchecked;
         break;
-    case Qt::UserRole:
-        return item.key;
-    case Qt::UserRole + 1:
+    case ImageRole:
         return item.image;
-    case Qt::UserRole + 2:
+    case BoldRole:
         return item.bold;
     default:
         break;

@@ -1,5 +1,7 @@
 #include "controls/TreeModel.h"
 
+#include "controls/ItemRoles.h"
+
 #include <algorithm>
 
 TreeModel::TreeModel(QObject *parent)
@@ -168,13 +170,11 @@ QVariant TreeModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return node->text;
-    case Qt::UserRole:
-        return node->key;
-    case Qt::UserRole + 1:
+    case ImageRole:
         return node->image;
-    case Qt::UserRole + 2:
+    case BoldRole:
         return node->bold;
-    case Qt::UserRole + 3:
+    case TickRole:
         return static_cast<int>(node->tick);
     default:
         return {};

@@ -1,5 +1,6 @@
 #include "forms/ItemDelegate.h"
 
+#include "controls/ItemRoles.h"
 #include "controls/TreeModel.h"
 #include "core/Icons.h"
 
@@ -8,10 +9,6 @@
 
 namespace
 {
-constexpr int ImageRole = Qt::UserRole + 1;
-constexpr int BoldRole = Qt::UserRole + 2;
-constexpr int TickRole = Qt::UserRole + 3;
-
 /// The icon of a node's picture. Folders open while they are selected.
 QString IconOf(const QString &image, bool selected)
 {

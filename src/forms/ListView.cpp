@@ -33,8 +33,7 @@ ListView::ListView(ListModel &model, Choice choice, QWidget *parent)
     header()->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
     header()->setSectionsMovable(false);
-    setHeaderHidden(m_list.columnCount() < 2 &&
-                    m_list.headerData(0, Qt::Horizontal, Qt::DisplayRole).toString().isEmpty());
+    ShowTitles();
     connect(&m_list, &ListModel::modelReset, this, &ListView::KeepOrder);
     connect(&m_list, &ListModel::Changed, viewport(), qOverload<>(&QWidget::update));
 }
@@ -64,10 +63,15 @@ void ListView::ShowRow(int row)
     scrollTo(m_list.index(row, 0));
 }
 
-void ListView::KeepOrder()
+void ListView::ShowTitles()
 {
     setHeaderHidden(m_list.columnCount() < 2 &&
                     m_list.headerData(0, Qt::Horizontal, Qt::DisplayRole).toString().isEmpty());
+}
+
+void ListView::KeepOrder()
+{
+    ShowTitles();
     if (header()->sortIndicatorSection() >= 0)
         m_list.sort(header()->sortIndicatorSection(), header()->sortIndicatorOrder());
 }

@@ -43,6 +43,7 @@ protected:
     QSize sizeHint() const override;
 
 private:
+    void ShowTitles();
     void KeepOrder();
     void CopySelected() const;
     void TellCount();

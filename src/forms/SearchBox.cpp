@@ -19,9 +19,8 @@ void Search(const QString &entry, ListView *list)
     const int start = std::max(0, rows.CurrentRow());
     for (int step = 0; step < count; ++step) {
         const int row = (start + step) % count;
-        // Upper-casing can change a text's length, so the start is compared upper-cased as a whole.
-        if (!rows.At(row).text.left(entry.size()).toUpper().startsWith(wanted) &&
-            !rows.At(row).text.toUpper().startsWith(wanted))
+        // Upper-casing may lengthen a text and never shortens it.
+        if (!rows.At(row).text.left(wanted.size()).toUpper().startsWith(wanted))
             continue;
         rows.SelectOnly(row);
         list->ShowRow(row);

@@ -3,9 +3,6 @@
 #include <QSqlError>
 #include <QStringList>
 
-#include <algorithm>
-#include <initializer_list>
-
 namespace
 {
 /// The Debian package of a driver, by its name or its library's.
@@ -21,23 +18,25 @@ QString PackageOf(const QString &driver)
     return {};
 }
 
-bool HasOneOf(const QStringList &numbers, std::initializer_list<int> wanted)
-{
-    return std::any_of(wanted.begin(), wanted.end(),
-                       [&](int number) { return numbers.contains(QString::number(number)); });
-}
-
 bool IsRefusedLogon(const QStringList &numbers, const QString &text)
 {
-    return HasOneOf(numbers, {OdbcErrors::logonRefused}) ||
+    return numbers.contains(QString::number(OdbcErrors::logonRefused)) ||
            text.contains(QStringLiteral("password authentication failed"), Qt::CaseInsensitive) ||
            text.contains(QStringLiteral("no password supplied"), Qt::CaseInsensitive) ||
            text.contains(QStringLiteral("Login failed for user"), Qt::CaseInsensitive);
 }
+
+/// The driver gives the number of the last record alone, which is a refused logon's here too.
+bool IsRefusedCatalogue(const QString &text)
+{
+    return text.contains(QStringLiteral("Cannot open database"), Qt::CaseInsensitive) &&
+           text.contains(QStringLiteral("requested by the login"), Qt::CaseInsensitive);
+}
+
 /// The number that stands for all records of a failure.
 int NumberOf(const QStringList &numbers, const QString &text)
 {
-    if (HasOneOf(numbers, {OdbcErrors::catalogueRefused}))
+    if (IsRefusedCatalogue(text))
         return OdbcErrors::catalogueRefused;
     if (IsRefusedLogon(numbers, text))
         return OdbcErrors::logonRefused;
@@ -47,10 +46,10 @@ int NumberOf(const QStringList &numbers, const QString &text)
     return given == 0 ? OdbcErrors::unnumbered : given;
 }
 
-/// SQL Server does not say what it cut, and older ones not where.
-QString PlainText(const QStringList &numbers, const QString &text)
+/// SQL Server calls it a truncation, and that of "string or binary data".
+QString PlainText(const QString &text)
 {
-    if (HasOneOf(numbers, {8152, 2628}))
+    if (text.contains(QStringLiteral("data would be truncated"), Qt::CaseInsensitive))
         return u"A text is longer than its column in the database takes. (" % text % u")";
     return text;
 }
@@ -62,7 +61,7 @@ EngineErrors OdbcErrors::ListOf(const QSqlError &error)
     if (text.contains(QStringLiteral("Can't open lib")))
         return DriverMissing(text);
     const QStringList numbers = error.nativeErrorCode().split(u';');
-    return One(NumberOf(numbers, text), PlainText(numbers, text.isEmpty() ? error.text() : text));
+    return One(NumberOf(numbers, text), PlainText(text.isEmpty() ? error.text() : text));
 }
 
 EngineErrors OdbcErrors::DriverMissing(const QString &driver)

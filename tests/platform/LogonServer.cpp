@@ -47,6 +47,13 @@ QByteArray Wide(const QString &text)
     return {reinterpret_cast<const char *>(text.utf16()), text.size() * 2};
 }
 
+QString TextOf(int number)
+{
+    return number == 4060 ? QStringLiteral("Cannot open database \"Train ing\" requested by the login. The "
+                                           "login failed.")
+                          : QStringLiteral("Login failed for user 'clerk'.");
+}
+
 QByteArray ErrorRecord(quint32 number, const QString &message)
 {
     const QByteArray body = LittleEndian(number, 4) + QByteArray("\1\16", 2) +
@@ -106,7 +113,7 @@ void LogonServer::Serve()
             ReadLogon(body);
             QByteArray answer;
             for (const int number : m_refusals)
-                answer += ErrorRecord(static_cast<quint32>(number), QStringLiteral("Refused."));
+                answer += ErrorRecord(static_cast<quint32>(number), TextOf(number));
             Answer(client, answer + QByteArray("\xFD\2\0\0\0\0\0\0\0\0\0\0\0", 13));
         }
     }

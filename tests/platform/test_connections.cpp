@@ -1,8 +1,10 @@
 #include "platform/Connection.h"
 #include "platform/FileDatabase.h"
 #include "platform/LogonServer.h"
+#include "platform/OdbcErrors.h"
 #include "support/OwnDataSources.h"
 
+#include <QSqlError>
 #include <QTest>
 
 namespace
@@ -35,6 +37,7 @@ private slots:
     void sqlServerLogon();
     void unreachable_data();
     void unreachable();
+    void tooLongIsToldPlainly();
     void nothingOpen();
 
 private:
@@ -133,6 +136,15 @@ void TestConnections::unreachable()
     QVERIFY2(error.description.contains(complaint), qPrintable(error.description));
     QCOMPARE(error.number, number);
     QVERIFY(!error.source.isEmpty());
+}
+
+void TestConnections::tooLongIsToldPlainly()
+{
+    const QSqlError error({}, QStringLiteral("[SQL Server]String or binary data would be truncated."),
+                          QSqlError::StatementError, QStringLiteral("8152"));
+    const EngineError told = OdbcErrors::ListOf(error).first();
+    QVERIFY2(told.description.startsWith(QStringLiteral("A text is longer")), qPrintable(told.description));
+    QCOMPARE(told.number, 8152);
 }
 
 void TestConnections::nothingOpen()

@@ -270,6 +270,7 @@ void TestDatabases::failureInAGroupKeepsWhatWasDone()
 {
     {
         WriteGroup group(gConnection);
+        const WriteGroup inner(gConnection);
         QVERIFY(Execute(InsertCity(QStringLiteral("before"))));
         QVERIFY(!Execute(QStringLiteral("INSERT INTO NoSuchTable (A) VALUES (1)")));
         QVERIFY(!gConnection.Errors().first().description.isEmpty());

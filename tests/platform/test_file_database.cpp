@@ -41,7 +41,6 @@ private slots:
     void readOnlyFile();
     void lockedByAnother();
     void exclusiveNeedsTheFileAlone();
-    void groupKeepsEarlierRows();
     void fullDisk();
     void killedInTheMiddleOfAGroup();
 
@@ -234,29 +233,6 @@ void TestFileDatabase::exclusiveNeedsTheFileAlone()
     QVERIFY(late.waitForFinished());
     const QString said = QString::fromUtf8(late.readAllStandardOutput());
     QVERIFY2(said.contains(QStringLiteral("in use by another program")), qPrintable(said));
-}
-
-void TestFileDatabase::groupKeepsEarlierRows()
-{
-    const QString file = Path(QStringLiteral("group.mdb"));
-    Make(file, QString());
-    Connection connection;
-    QVERIFY(connection.Open(ConnectionTextFor(file)));
-    {
-        WriteGroup group(connection);
-        WriteGroup inner(connection);
-        QVERIFY(connection.Execute(QStringLiteral("INSERT INTO People (Name, Age) VALUES ('Bea', 1)")));
-        QVERIFY(!connection.Execute(QStringLiteral("INSERT INTO Nowhere (Name) VALUES ('x')")));
-        QVERIFY(!connection.Execute(QStringLiteral("INSERT INTO People (Ref, Name) VALUES (1, 'taken')")));
-        QVERIFY(connection.Execute(QStringLiteral("INSERT INTO People (Name, Age) VALUES ('Cid', 2)")));
-    }
-    Connection second;
-    QVERIFY(second.Open(ConnectionTextFor(file)));
-    const auto people = second.OpenRecordset(QStringLiteral("SELECT Name FROM People ORDER BY Ref"));
-    QStringList names;
-    for (const auto &row : *people)
-        names << row.Text(u"Name");
-    QCOMPARE(names, QStringList({QStringLiteral("Ann"), QStringLiteral("Bea"), QStringLiteral("Cid")}));
 }
 
 /// The engine's own limit of pages stands for the disk. The group tells whether its work is there.

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <Qt>
+
+/// What the item models carry beside the text, for the delegate that draws it.
+enum ItemRole { ImageRole = Qt::UserRole + 1, BoldRole, TickRole };
