@@ -1,5 +1,6 @@
 #include "Bench.h"
 
+#include "database/BlankTemplate.h"
 #include "platform/FileDatabase.h"
 
 #include <QCoreApplication>
@@ -29,9 +30,9 @@ double RunProbe(const QStringList &arguments)
 void MakeWorkstation(const QString &directory)
 {
     const QString file = directory + QStringLiteral("/people.mdb");
-    QFile::copy(QCoreApplication::applicationDirPath() + QStringLiteral("/system/blank"), file);
-    const auto database = FileDatabase::OpenExclusive(file, QStringLiteral("marigold"));
-    Bench::Require(database && database->NewPassword({}), QStringLiteral("no database"));
+    const QString blank = QCoreApplication::applicationDirPath() + QStringLiteral("/system/blank");
+    Bench::Require(CopyOver(blank, file) && OpenUpTemplate(file), QStringLiteral("no database"));
+    const auto database = FileDatabase::OpenExclusive(file, {});
     QString script = QStringLiteral("BEGIN;");
     for (int i = 0; i < people; ++i) {
         const QString number = QString::number(i);

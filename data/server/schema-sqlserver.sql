@@ -1,9 +1,11 @@
 -- Made by tools/make-template from data/system/schema.sql. Do not edit.
--- Run it in an empty catalogue whose collation ignores case and is UTF-8 (SQL Server 2019 or
--- newer), as the texts of statements lose what the code page lacks; for example
+-- Run it in an empty catalogue whose collation ignores case, for example
 --   CREATE DATABASE Veltrane COLLATE Latin1_General_100_CI_AS_SC_UTF8
---   sqlcmd -d Veltrane -i schema-sqlserver.sql
+--   sqlcmd -b -d Veltrane -i schema-sqlserver.sql
+-- A server before 2019 has no UTF-8 collation. One like Latin1_General_CI_AS serves there,
+-- and keeps the letters of its code page: the program writes its texts without an N.
 SET QUOTED_IDENTIFIER ON;
+SET NOCOUNT ON;
 GO
 CREATE TABLE [Contacts] (
     [ContactRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
@@ -528,7 +530,7 @@ SET IDENTITY_INSERT [ExamType] OFF;
 GO
 INSERT INTO [Version] ([DBVersion]) VALUES (3);
 GO
-CREATE INDEX [IX_Contacts_Cust_Surname_Cust_Forename] ON [Contacts] ([Cust_Surname], [Cust_Forename]);
+CREATE INDEX [IX_Contacts_Cust_Surname] ON [Contacts] ([Cust_Surname]) INCLUDE ([Cust_Forename]);
 GO
 CREATE INDEX [IX_Contacts_Cust_City] ON [Contacts] ([Cust_City]);
 GO

@@ -17,6 +17,9 @@ public:
     /// Opens a form as a child window.
     QMdiSubWindow *Open(QWidget *form);
 
+    /// What the room says while no window is open in it; "" = nothing.
+    void SetNotice(const QString &title, const QString &text);
+
     /// Arranges the windows that are not minimised side by side, in the order in which they were opened.
     /// They keep filling the room while it changes its size, until one is moved.
     void Tile();
@@ -24,6 +27,7 @@ public:
     void ArrangeIcons();
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
@@ -34,4 +38,6 @@ private:
     static std::vector<int> TileWidths(const QList<QMdiSubWindow *> &windows, int room);
 
     QHash<const QMdiSubWindow *, QRect> m_tiles;
+    QString m_title;
+    QString m_notice;
 };

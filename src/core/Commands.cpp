@@ -3,10 +3,10 @@
 namespace
 {
 constexpr Command commands[] = {
-    {"ID_New", "&New Access Database", "document-new", "New Veltrane Database"},
+    {"ID_New", "&New Access Database", "document-new", "New Veltrane Database", "Ctrl+Shift+N"},
     {"ID_RegisterDB", "&Register Veltrane Database (Access)…", "insert-link"},
     {"ID_SwitchDatabase", "&Switch Database", "network-server-database",
-     "Change to a different Veltrane ODBC Database"},
+     "Change to a different Veltrane ODBC Database", "Ctrl+O"},
     {"ID_LogOff", "&Log Off", "system-log-out", "Log Off"},
     {"ID_TestDB", "&Update Database", "view-refresh", "Test Database"},
     {"ID_Properties", "&Properties…", "document-properties", "Database Properties"},

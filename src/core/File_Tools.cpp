@@ -69,6 +69,11 @@ bool AskForProgram(const QString &file)
 }
 } // namespace
 
+bool DocumentExists(const QString &file)
+{
+    return QFileInfo::exists(FoundFile(file));
+}
+
 bool OpenDocument(const QString &file, const QString &arguments)
 {
     const QString target = IsWebAddress(file) ? file : FoundFile(file);

@@ -43,7 +43,8 @@ QIcon Shipped(const QString &name)
     return icon.isNull() ? QIcon() : icon;
 }
 
-QString FileTypeName(const QString &extension)
+/// The names that the icon of a file type may go by, the best first; none for a type that nobody knows.
+QStringList FileTypeNames(const QString &extension)
 {
     static const QHash<QString, QString> fixedNames{
         {QStringLiteral("FOLDER"), QStringLiteral("folder")},
@@ -51,10 +52,10 @@ QString FileTypeName(const QString &extension)
         {QStringLiteral(".HTM"), QStringLiteral("text-html")},
         {QStringLiteral(".EXE"), QStringLiteral("application-x-executable")}};
     if (const auto fixed = fixedNames.constFind(extension.toUpper()); fixed != fixedNames.constEnd())
-        return *fixed;
+        return {*fixed};
     const QMimeType type =
         QMimeDatabase().mimeTypeForFile(u"x" % extension.toLower(), QMimeDatabase::MatchExtension);
-    return type.isDefault() ? QStringLiteral("unknown") : type.iconName() % u'\n' % type.genericIconName();
+    return type.isDefault() ? QStringList() : QStringList{type.iconName(), type.genericIconName()};
 }
 } // namespace
 
@@ -73,9 +74,9 @@ QIcon Icons::Of(const QString &name)
     return icon;
 }
 
-QIcon Icons::OfFileType(const QString &extension)
+QIcon Icons::OfFileType(const QString &extension, const QString &otherwise)
 {
-    for (const QString &name : FileTypeName(extension).split(u'\n')) {
+    for (const QString &name : FileTypeNames(extension) + FileTypeNames(otherwise)) {
         const QIcon icon = Of(name);
         if (!icon.isNull())
             return icon;

@@ -13,8 +13,8 @@ namespace Icons
 QIcon Of(const QString &name);
 /// The icon of a file type by its extension with the point (".pdf", in any case), or of "folder".
 /// Addresses (".URL"), pages (".HTM") and programs (".EXE") have fixed icons; a type that nobody knows has
-/// the one of an unknown file.
-QIcon OfFileType(const QString &extension);
+/// the one of `otherwise`, or of an unknown file.
+QIcon OfFileType(const QString &extension, const QString &otherwise = {});
 /// The program's own icon.
 QIcon Application();
 } // namespace Icons

@@ -11,21 +11,35 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+namespace
+{
+/// The palette with its links light on a dark window: the standard blue is too dark to read there.
+QPalette WithReadableLinks(QPalette palette)
+{
+    constexpr int light = 200;
+    const QColor link = palette.color(QPalette::Link);
+    if (palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness())
+        palette.setColor(QPalette::Link, QColor::fromHsl(link.hslHue(), link.hslSaturation(), light));
+    return palette;
+}
+} // namespace
+
 frmAbout::frmAbout(QWidget *parent)
-    : FormDialog(QStringLiteral("frmAbout"), tr("About Veltrane"), parent)
+    : FormDialog(QStringLiteral("frmAbout"), QStringLiteral("About Veltrane"), parent)
 {
     auto *link = new QLabel(u"<a href=\"" % WebSite() % u"\">" % WebSite() % u"</a>", this);
     link->setObjectName(QStringLiteral("WebLink"));
+    link->setPalette(WithReadableLinks(palette()));
     link->setTextInteractionFlags(Qt::TextBrowserInteraction);
     connect(link, &QLabel::linkActivated, this, [](const QString &address) { OpenDocument(address); });
 
-    auto *systemInformation = new QPushButton(tr("&System Info..."), this);
+    auto *systemInformation = new QPushButton(QStringLiteral("&System Info..."), this);
     systemInformation->setObjectName(QStringLiteral("SysInfoBtn"));
     systemInformation->setAutoDefault(false);
     const QString tool = Shell::SystemInformationTool();
     systemInformation->setVisible(!tool.isEmpty());
     connect(systemInformation, &QPushButton::clicked, this, [tool] { Shell::Run(tool); });
-    auto *ok = new QPushButton(tr("&OK"), this);
+    auto *ok = new QPushButton(QStringLiteral("&OK"), this);
     ok->setObjectName(QStringLiteral("OKBtn"));
     ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &frmAbout::accept);
@@ -40,7 +54,7 @@ frmAbout::frmAbout(QWidget *parent)
     page->setContentsMargins(em * 2, em * 2, em * 2, em);
     page->setSpacing(em);
     page->addWidget(NewHeading());
-    page->addWidget(new QLabel(tr("Administration for education and training providers"), this));
+    page->addWidget(new QLabel(QStringLiteral("Administration for education and training providers"), this));
     page->addWidget(link);
     page->addStretch();
     page->addLayout(buttons);
@@ -58,7 +72,7 @@ QWidget *frmAbout::NewHeading()
     font.setPointSizeF(font.pointSizeF() * 2.2);
     font.setWeight(QFont::Light);
     name->setFont(font);
-    auto *version = new QLabel(VersionLine(tr("Version")), heading);
+    auto *version = new QLabel(VersionLine(QStringLiteral("Version")), heading);
     version->setObjectName(QStringLiteral("Label1"));
     version->setTextInteractionFlags(Qt::TextSelectableByMouse);
 

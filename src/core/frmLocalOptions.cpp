@@ -3,25 +3,22 @@
 #include "core/ColourPanel.h"
 #include "core/Session.h"
 #include "forms/FormBuilder.h"
+#include "forms/OkCancel.h"
 
 frmLocalOptions::frmLocalOptions(QWidget *parent)
-    : FormDialog(QStringLiteral("frmLocalOptions"), tr("Local Options"), parent)
+    : FormDialog(QStringLiteral("frmLocalOptions"), QStringLiteral("Local Options"), parent)
     , m_warnColour(new ColourPanel(this))
 {
     FormBuilder form(this);
-    form.BeginGroup(tr("Screens"));
-    form.Place(m_warnColour, QStringLiteral("WarnColour"), tr("&Empty required fields:"));
-    m_showIDs = form.Check(QStringLiteral("ShowIDs"), tr("&Show IDs"));
+    form.BeginGroup(QStringLiteral("Screens"));
+    form.Place(m_warnColour, QStringLiteral("WarnColour"), QStringLiteral("&Empty required fields:"));
+    m_showIDs = form.Check(QStringLiteral("ShowIDs"), QStringLiteral("&Show IDs"));
     form.EndGroup();
-    form.BeginButtons();
-    QPushButton *ok = form.DefaultButton(QStringLiteral("OKBtn"), tr("&OK"));
-    QPushButton *cancel = form.Button(QStringLiteral("CancelBtn"), tr("&Cancel"));
-    form.EndButtons();
+    const OkCancel buttons = OkCancel::Add(form, this);
 
     m_warnColour->SetColour(gWarnColour);
     m_showIDs->setChecked(gShowIDs != 0);
-    connect(ok, &QPushButton::clicked, this, &frmLocalOptions::Save);
-    connect(cancel, &QPushButton::clicked, this, &frmLocalOptions::reject);
+    connect(buttons.ok, &QPushButton::clicked, this, &frmLocalOptions::Save);
 }
 
 void frmLocalOptions::Save()

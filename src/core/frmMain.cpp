@@ -67,6 +67,8 @@ constexpr int narrowCorrection = 60;
 
 int g_assumedScreenWidth = 0;
 
+const QString userGuide = QStringLiteral("veltrane.pdf");
+
 QString Id(const char *id)
 {
     return QString::fromLatin1(id);
@@ -88,14 +90,16 @@ frmMain::frmMain()
     setAttribute(Qt::WA_DeleteOnClose, false);
     setCentralWidget(m_children);
     static const QStringList own{
-        Id("ID_New"),     Id("ID_LogOff"),       Id("ID_TestDB"),     Id("ID_Exit"), Id("ID_Tile"),
-        Id("ID_Cascade"), Id("ID_ArrangeIcons"), Id("ID_OnlineHelp"), Id("ID_Web"),
+        Id("ID_New"),  Id("ID_LogOff"),  Id("ID_TestDB"),       Id("ID_Exit"),
+        Id("ID_Tile"), Id("ID_Cascade"), Id("ID_ArrangeIcons"), Id("ID_Web"),
     };
     m_commands = new CommandSet(this, [](const QString &id) {
         if (id == u"ID_SwitchDatabase")
             return static_cast<bool>(Screens::Installed().chooseDatabase);
         if (id == u"ID_Properties")
             return static_cast<bool>(Screens::Installed().showProperties);
+        if (id == u"ID_OnlineHelp")
+            return DocumentExists(userGuide);
         return own.contains(id) || Screens::Of(id);
     });
     connect(m_commands, &CommandSet::Chosen, this, &frmMain::Choose);
@@ -139,7 +143,8 @@ void frmMain::StoreWindow() const
 void frmMain::Load()
 {
     m_commands->Tool(Id("ID_OnlineHelp"))->setIcon(Icons::OfFileType(QStringLiteral(".pdf")));
-    m_commands->Tool(Id("ID_ReportManager"))->setIcon(Icons::OfFileType(QStringLiteral(".doc")));
+    m_commands->Tool(Id("ID_ReportManager"))
+        ->setIcon(Icons::OfFileType(QStringLiteral(".rpt"), QStringLiteral(".doc")));
     if (gDBValid) {
         SetTitle();
         OpenManagers();
@@ -193,11 +198,26 @@ void frmMain::Login()
         m_loginComplete = true;
     }
     m_commands->HoldDrawing(false);
+    ShowWhatToDo();
     if (!m_loginComplete)
         return;
     LoadSystemValues();
     m_panels[2]->setText(u"  " % SystemValue(SystemRef::DatabaseName));
     m_panels[2]->setEnabled(true);
+}
+
+/// Without a database the room of the child windows stays empty, and says how to get one.
+void frmMain::ShowWhatToDo()
+{
+    if (gDBValid) {
+        m_children->SetNotice({}, {});
+        return;
+    }
+    QStringList ways;
+    for (const auto &[id, does] :
+         {std::pair{"ID_SwitchDatabase", u"opens one"}, {"ID_New", u"makes a new one"}})
+        ways.append(m_commands->Caption(Id(id)) % u' ' % QStringView(does) % u'.');
+    m_children->SetNotice(QStringLiteral("No database is open"), ways.join(u'\n'));
 }
 
 void frmMain::ApplyRights()
@@ -256,7 +276,7 @@ bool frmMain::ChooseOwn(const QString &id)
         {Id("ID_Tile"), [](frmMain &main) { main.m_children->Tile(); }},
         {Id("ID_Cascade"), [](frmMain &main) { main.m_children->cascadeSubWindows(); }},
         {Id("ID_ArrangeIcons"), [](frmMain &main) { main.m_children->ArrangeIcons(); }},
-        {Id("ID_OnlineHelp"), [](frmMain &) { OpenDocument(QStringLiteral("veltrane.pdf")); }},
+        {Id("ID_OnlineHelp"), [](frmMain &) { OpenDocument(userGuide); }},
         {Id("ID_Web"), [](frmMain &) { OpenDocument(WebSite()); }},
     };
     const auto action = actions.constFind(id);

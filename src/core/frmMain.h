@@ -36,6 +36,7 @@ private:
     void StoreWindow() const;
     void SetTitle();
     void OpenManagers();
+    void ShowWhatToDo();
     void ApplyRights();
     void Choose(const QString &id);
     bool ChooseOwn(const QString &id);

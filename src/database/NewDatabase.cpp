@@ -1,17 +1,15 @@
 #include "database/NewDatabase.h"
 
 #include "core/Session.h"
+#include "database/BlankTemplate.h"
 #include "platform/Dialogs.h"
 #include "platform/Directories.h"
 #include "platform/FileDatabase.h"
 
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace
 {
-const QString templatePassword = QStringLiteral("marigold");
-
 void TellFatal(const QString &text)
 {
     Dialogs::MsgBox(text, QStringLiteral("Fatal System Error"), Dialogs::Buttons::Ok, Dialogs::Icon::Stop);
@@ -21,32 +19,6 @@ void TellNotCreated(const QString &file)
 {
     Dialogs::MsgBox(u"Unable to create database " % file, QStringLiteral("Error"), Dialogs::Buttons::Ok,
                     Dialogs::Icon::Exclamation);
-}
-
-/// Copies a file over another, which stays as it is if that fails.
-bool CopyOver(const QString &from, const QString &to)
-{
-    constexpr qint64 piece = 1024 * 1024;
-    QFile in(from);
-    QSaveFile out(to);
-    if (!in.open(QIODevice::ReadOnly) || !out.open(QIODevice::WriteOnly))
-        return false;
-    while (!in.atEnd()) {
-        const QByteArray data = in.read(piece);
-        if (data.isEmpty() || out.write(data) != data.size())
-            return false;
-    }
-    return out.flush() && out.commit();
-}
-
-/// Removes the template's password from its copy. False if the copy is no such template; one that opens
-/// without a password is none.
-bool OpenUp(const QString &file)
-{
-    if (FileDatabase::OpenExclusive(file, QString()))
-        return false;
-    const auto database = FileDatabase::OpenExclusive(file, templatePassword);
-    return database && database->NewPassword(QString());
 }
 
 /// A database that somebody works on must not be replaced under them.
@@ -82,7 +54,7 @@ void NewDatabase()
         TellNotCreated(working);
         return;
     }
-    if (!OpenUp(working)) {
+    if (!OpenUpTemplate(working)) {
         QFile::remove(working);
         TellFatal(QStringLiteral("Fatal:Invalid blank database template or from different version."));
         return;

@@ -5,6 +5,7 @@
 #include "database/System.h"
 #include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
+#include "forms/OkCancel.h"
 #include "platform/Dialogs.h"
 
 #include <QFocusEvent>
@@ -30,7 +31,7 @@ void SaveIfChanged(int ref, const QString &text)
 } // namespace
 
 frmDBOptions::frmDBOptions(QWidget *parent)
-    : FormDialog(QStringLiteral("frmDBOptions"), tr("Database Options"), parent)
+    : FormDialog(QStringLiteral("frmDBOptions"), QStringLiteral("Database Options"), parent)
 {
     FormBuilder form(this);
     m_tabs = form.Tabs(QStringLiteral("OptionTabs"));
@@ -38,24 +39,22 @@ frmDBOptions::frmDBOptions(QWidget *parent)
     BuildGeneral();
     BuildContacts();
     BuildVouchers();
-    form.BeginButtons();
-    QPushButton *ok = form.DefaultButton(QStringLiteral("OKBtn"), tr("&OK"));
-    m_cancel = form.Button(QStringLiteral("CancelBtn"), tr("&Cancel"));
-    form.EndButtons();
+    const OkCancel buttons = OkCancel::Add(form, this);
+    m_cancel = buttons.cancel;
 
-    connect(ok, &QPushButton::clicked, this, &frmDBOptions::Save);
-    connect(m_cancel, &QPushButton::clicked, this, &frmDBOptions::reject);
+    connect(buttons.ok, &QPushButton::clicked, this, &frmDBOptions::Save);
     ApplyRights();
 }
 
 void frmDBOptions::BuildGeneral()
 {
-    FormBuilder form(FormBuilder::AddTab(m_tabs, QStringLiteral("GeneralTab"), tr("General Options")));
-    m_currency = form.Text(QStringLiteral("CSymbol"), tr("Currency Symbol:"), longestValue);
+    FormBuilder form(
+        FormBuilder::AddTab(m_tabs, QStringLiteral("GeneralTab"), QStringLiteral("General Options")));
+    m_currency = form.Text(QStringLiteral("CSymbol"), QStringLiteral("Currency Symbol:"), longestValue);
     m_currency->setText(SystemValue(SystemRef::CurrencySymbol));
-    m_taxLabel = form.Text(QStringLiteral("TaxLabel"), tr("Tax Label:"), longestValue);
+    m_taxLabel = form.Text(QStringLiteral("TaxLabel"), QStringLiteral("Tax Label:"), longestValue);
     m_taxLabel->setText(SystemValue(SystemRef::TaxName));
-    m_taxRate = form.Money(QStringLiteral("TaxRate"), tr("Tax Rate in %:"));
+    m_taxRate = form.Money(QStringLiteral("TaxRate"), QStringLiteral("Tax Rate in %:"));
     m_taxRate->setText(SystemValue(SystemRef::TaxRate));
     m_taxRate->SetLeaveHandler([this] { SettleTaxRate(); });
 }
@@ -63,8 +62,8 @@ void frmDBOptions::BuildGeneral()
 void frmDBOptions::BuildContacts()
 {
     FormBuilder form(
-        FormBuilder::AddTab(m_tabs, QStringLiteral("ContactTab"), tr("Contact Related Options")));
-    form.Line({}, tr("Specify Label (Only defined Alt Ref's will be displayed):"));
+        FormBuilder::AddTab(m_tabs, QStringLiteral("ContactTab"), QStringLiteral("Contact Related Options")));
+    form.Line({}, QStringLiteral("Specify Label (Only defined Alt Ref's will be displayed):"));
     for (int i = 0; i < static_cast<int>(m_refLabels.size()); ++i) {
         QLineEdit *field = form.Text(u"RefID_" % QString::number(i),
                                      u"Alt Ref ID " % QString::number(i + 1) % u':', longestValue);
@@ -75,8 +74,9 @@ void frmDBOptions::BuildContacts()
 
 void frmDBOptions::BuildVouchers()
 {
-    FormBuilder form(FormBuilder::AddTab(m_tabs, QStringLiteral("VoucherTab"), tr("Voucher Labels")));
-    form.Line({}, tr("Specify Label (Only defined Vouchers will be displayed):"));
+    FormBuilder form(
+        FormBuilder::AddTab(m_tabs, QStringLiteral("VoucherTab"), QStringLiteral("Voucher Labels")));
+    form.Line({}, QStringLiteral("Specify Label (Only defined Vouchers will be displayed):"));
     for (int i = 0; i < static_cast<int>(m_vouchers.size()); ++i) {
         QLineEdit *field = form.Text(u"VoucherLabel_" % QString::number(i),
                                      u"Voucher " % QString::number(i + 1) % u':', longestValue);

@@ -4,6 +4,7 @@
 #include "database/ConnectDatabase.h"
 #include "database/Registry.h"
 #include "forms/FormBuilder.h"
+#include "forms/OkCancel.h"
 #include "platform/Connection.h"
 #include "platform/Dialogs.h"
 #include "platform/FileDatabase.h"
@@ -29,24 +30,21 @@ void GiveNewPassword(const QString &newPassword)
 } // namespace
 
 frmDBPass::frmDBPass(QWidget *parent)
-    : FormDialog(QStringLiteral("frmDBPass"), tr("Database Password"), parent)
+    : FormDialog(QStringLiteral("frmDBPass"), QStringLiteral("Database Password"), parent)
 {
     FormBuilder form(this);
     form.Line(QStringLiteral("Label4"),
-              tr("Passwords can contain up to 14 alphanumeric characters.  To remove a passwork, leave the "
-                 "\"New Password\" and \"Confirm Password\" fields blank."));
-    m_old = form.Password(QStringLiteral("OldPass"), tr("&Old Password:"));
-    m_new = form.Password(QStringLiteral("NewPass1"), tr("&New Password:"));
-    m_confirm = form.Password(QStringLiteral("NewPass2"), tr("Con&firm Password:"));
-    form.BeginButtons();
-    QPushButton *ok = form.DefaultButton(QStringLiteral("OKBtn"), tr("OK"));
-    QPushButton *cancel = form.Button(QStringLiteral("CancelBtn"), tr("&Cancel"));
-    form.EndButtons();
+              QStringLiteral(
+                  "Passwords can contain up to 14 alphanumeric characters.  To remove a passwork, leave the "
+                  "\"New Password\" and \"Confirm Password\" fields blank."));
+    m_old = form.Password(QStringLiteral("OldPass"), QStringLiteral("&Old Password:"));
+    m_new = form.Password(QStringLiteral("NewPass1"), QStringLiteral("&New Password:"));
+    m_confirm = form.Password(QStringLiteral("NewPass2"), QStringLiteral("Con&firm Password:"));
+    const OkCancel buttons = OkCancel::Add(form, this);
 
     resize(fontMetrics().averageCharWidth() * 60, sizeHint().height());
 
-    connect(ok, &QPushButton::clicked, this, &frmDBPass::ChangePassword);
-    connect(cancel, &QPushButton::clicked, this, &frmDBPass::reject);
+    connect(buttons.ok, &QPushButton::clicked, this, &frmDBPass::ChangePassword);
     m_old->setFocus();
 }
 

@@ -35,21 +35,21 @@ std::vector<ListItem> PropertiesOf(const QString &name)
 } // namespace
 
 frmDBProps::frmDBProps(const QString &name, bool nameCanChange, QWidget *parent)
-    : FormDialog(QStringLiteral("frmDBProps"), tr("Database Properties"), parent)
+    : FormDialog(QStringLiteral("frmDBProps"), QStringLiteral("Database Properties"), parent)
     , m_nameBefore(name)
 {
-    m_properties.SetColumns({tr("Properties")});
+    m_properties.SetColumns({QStringLiteral("Properties")});
     m_properties.Fill(PropertiesOf(name));
 
     FormBuilder form(this);
-    m_name = form.Text(QStringLiteral("DName"), tr("Database &Name:"));
+    m_name = form.Text(QStringLiteral("DName"), QStringLiteral("Database &Name:"));
     m_name->setText(name);
     m_name->setEnabled(nameCanChange);
     form.List(QStringLiteral("DBList"), {}, m_properties)->setAccessibleName(QStringLiteral("Properties"));
     form.BeginButtons(FormBuilder::Align::Start);
-    QPushButton *open = form.Button(QStringLiteral("OpenBtn"), tr("Open &Database"));
+    QPushButton *open = form.Button(QStringLiteral("OpenBtn"), QStringLiteral("Open &Database"));
     form.Gap();
-    QPushButton *ok = form.DefaultButton(QStringLiteral("OKBtn"), tr("OK"));
+    QPushButton *ok = form.DefaultButton(QStringLiteral("OKBtn"), QStringLiteral("OK"));
     form.EndButtons();
     open->setHidden(gDBQType == 2);
 

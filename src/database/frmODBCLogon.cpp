@@ -6,6 +6,7 @@
 #include "database/DatabaseFile.h"
 #include "database/Registry.h"
 #include "forms/FormBuilder.h"
+#include "forms/OkCancel.h"
 #include "platform/Dialogs.h"
 
 #include <QProcess>
@@ -32,28 +33,25 @@ void Tell(const QString &text, const QString &title, Dialogs::Icon icon = Dialog
 } // namespace
 
 frmODBCLogon::frmODBCLogon(QWidget *parent)
-    : FormDialog(QStringLiteral("frmODBCLogon"), tr("Database connection options"), parent)
+    : FormDialog(QStringLiteral("frmODBCLogon"), QStringLiteral("Database connection options"), parent)
 {
-    m_sources.SetColumns({tr("Data Source Name"), tr("Description"), tr("Location")});
+    m_sources.SetColumns(
+        {QStringLiteral("Data Source Name"), QStringLiteral("Description"), QStringLiteral("Location")});
     m_sources.SetCheckable(true, true);
     {
         FormBuilder form(this);
         form.Line(
             QStringLiteral("Label1"),
-            tr("You can switch between Veltrane databases from here. Simply check the required database "
-               "connection type, then complete the connection details and press OK. The current database "
-               "connection is checked by default."));
+            QStringLiteral(
+                "You can switch between Veltrane databases from here. Simply check the required database "
+                "connection type, then complete the connection details and press OK. The current database "
+                "connection is checked by default."));
         BuildOptions(form);
         m_pages = new QStackedWidget(this);
         for (QWidget *page : {PresentPage(), SourcePage(), FilePage(), ServerPage()})
             m_pages->addWidget(page);
         form.Place(m_pages, QStringLiteral("Pages"), {}, true);
-        form.BeginButtons();
-        QPushButton *ok = form.DefaultButton(QStringLiteral("OKBtn"), tr("OK"));
-        QPushButton *cancel = form.Button(QStringLiteral("CancelBtn"), tr("&Cancel"));
-        form.EndButtons();
-        connect(ok, &QPushButton::clicked, this, &frmODBCLogon::Take);
-        connect(cancel, &QPushButton::clicked, this, &frmODBCLogon::reject);
+        connect(OkCancel::Add(form, this).ok, &QPushButton::clicked, this, &frmODBCLogon::Take);
     }
     resize(fontMetrics().averageCharWidth() * 100, sizeHint().height());
     ShowSession();
@@ -64,10 +62,11 @@ frmODBCLogon::frmODBCLogon(QWidget *parent)
 
 void frmODBCLogon::BuildOptions(FormBuilder &form)
 {
-    const std::array<QString, 4> captions{tr("Continue using the &existing database..."),
-                                          tr("Select an &ODBC datasource..."),
-                                          tr("Direct connection to a Microsoft &Access database..."),
-                                          tr("Direct connection to a Microsoft SQL&Server database...")};
+    const std::array<QString, 4> captions{
+        QStringLiteral("Continue using the &existing database..."),
+        QStringLiteral("Select an &ODBC datasource..."),
+        QStringLiteral("Direct connection to a Microsoft &Access database..."),
+        QStringLiteral("Direct connection to a Microsoft SQL&Server database...")};
     for (size_t i = 0; i < captions.size(); ++i) {
         m_ways[i] = form.Option(u"Opt_" % QString::number(i), captions[i]);
         connect(m_ways[i], &QRadioButton::toggled, this, [this, i](bool on) {
@@ -92,16 +91,17 @@ QWidget *frmODBCLogon::SourcePage()
     ListView *list = form.List(QStringLiteral("ODBClist"), {}, m_sources);
     list->setAccessibleName(QStringLiteral("Data sources"));
     list->SetColumnChars({24, 24, 30});
-    list->SetEmptyText(tr("No data source is registered on this machine."));
+    list->SetEmptyText(QStringLiteral("No data source is registered on this machine."));
     form.BeginButtons(FormBuilder::Align::Start);
     QPushButton *administrator =
-        form.Button(QStringLiteral("ODBCAdminBtn"), tr("32-bit ODBC A&dministrator"));
-    QPushButton *refresh = form.Button(QStringLiteral("Command1"), tr("&Refresh"));
+        form.Button(QStringLiteral("ODBCAdminBtn"), QStringLiteral("32-bit ODBC A&dministrator"));
+    QPushButton *refresh = form.Button(QStringLiteral("Command1"), QStringLiteral("&Refresh"));
     form.EndButtons();
 
     administrator->setEnabled(!Administrator().isEmpty());
     if (!administrator->isEnabled())
-        administrator->setToolTip(tr("No administrator's program for data sources is installed."));
+        administrator->setToolTip(
+            QStringLiteral("No administrator's program for data sources is installed."));
     connect(administrator, &QPushButton::clicked, this, [] { QProcess::startDetached(Administrator(), {}); });
     connect(refresh, &QPushButton::clicked, this, &frmODBCLogon::Refresh);
     return page;
@@ -112,9 +112,9 @@ QWidget *frmODBCLogon::FilePage()
     auto *page = new QWidget(this);
     page->setObjectName(QStringLiteral("frmAccess"));
     FormBuilder form(page);
-    m_file = form.Text(QStringLiteral("txtDBAccessPath"), tr("Database &Location:"));
+    m_file = form.Text(QStringLiteral("txtDBAccessPath"), QStringLiteral("Database &Location:"));
     form.Beside();
-    QPushButton *find = form.Button(QStringLiteral("FindDBBtn"), tr("Selec&t ..."));
+    QPushButton *find = form.Button(QStringLiteral("FindDBBtn"), QStringLiteral("Selec&t ..."));
     connect(find, &QPushButton::clicked, this, [this] { ChooseDatabaseFile(m_file); });
     return page;
 }
@@ -124,8 +124,8 @@ QWidget *frmODBCLogon::ServerPage()
     auto *page = new QWidget(this);
     page->setObjectName(QStringLiteral("frmServer"));
     FormBuilder form(page);
-    m_server = form.Text(QStringLiteral("txtServerName"), tr("Server &Name:"));
-    m_catalogue = form.Text(QStringLiteral("txtServerCatalog"), tr("Server Catalo&g:"));
+    m_server = form.Text(QStringLiteral("txtServerName"), QStringLiteral("Server &Name:"));
+    m_catalogue = form.Text(QStringLiteral("txtServerCatalog"), QStringLiteral("Server Catalo&g:"));
     return page;
 }
 

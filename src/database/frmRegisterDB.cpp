@@ -3,6 +3,7 @@
 #include "database/DatabaseFile.h"
 #include "database/Registry.h"
 #include "forms/FormBuilder.h"
+#include "forms/OkCancel.h"
 #include "platform/Dialogs.h"
 
 #include <QApplication>
@@ -27,32 +28,28 @@ bool IsValidName(const QString &source)
 } // namespace
 
 frmRegisterDB::frmRegisterDB(QWidget *parent)
-    : FormDialog(QStringLiteral("frmRegisterDB"), tr("Register Existing Veltrane Database"), parent)
+    : FormDialog(QStringLiteral("frmRegisterDB"), QStringLiteral("Register Existing Veltrane Database"),
+                 parent)
 {
     QPushButton *select = nullptr;
     QPushButton *ok = nullptr;
-    QPushButton *cancel = nullptr;
     {
         FormBuilder form(this);
-        m_source = form.Text(QStringLiteral("DSN"), tr("Data Source &Name:"));
+        m_source = form.Text(QStringLiteral("DSN"), QStringLiteral("Data Source &Name:"));
         m_required.Add(form.Label(), m_source);
-        m_description = form.Text(QStringLiteral("Description"), tr("&Description:"));
-        m_file = form.Text(QStringLiteral("DatabasePath"), tr("Database &Location:"));
+        m_description = form.Text(QStringLiteral("Description"), QStringLiteral("&Description:"));
+        m_file = form.Text(QStringLiteral("DatabasePath"), QStringLiteral("Database &Location:"));
         m_required.Add(form.Label(), m_file);
         form.Beside();
-        select = form.Button(QStringLiteral("SelectBtn"), tr("&Select..."));
-        form.BeginButtons();
-        ok = form.DefaultButton(QStringLiteral("OKBtn"), tr("OK"));
-        cancel = form.Button(QStringLiteral("CancelBtn"), tr("&Cancel"));
-        form.EndButtons();
+        select = form.Button(QStringLiteral("SelectBtn"), QStringLiteral("&Select..."));
+        ok = OkCancel::Add(form, this).ok;
     }
     resize(fontMetrics().averageCharWidth() * 90, sizeHint().height());
     m_modified = new ModifiedMark(ok, this);
     m_modified->Watch(this);
 
-    connect(select, &QPushButton::clicked, this, &frmRegisterDB::SelectFile);
+    connect(select, &QPushButton::clicked, this, [this] { ChooseDatabaseFile(m_file); });
     connect(ok, &QPushButton::clicked, this, &frmRegisterDB::Register);
-    connect(cancel, &QPushButton::clicked, this, &frmRegisterDB::reject);
 }
 
 void frmRegisterDB::Propose(const QString &source, const QString &description, const QString &file)
@@ -67,11 +64,6 @@ void frmRegisterDB::Propose(const QString &source, const QString &description, c
 bool frmRegisterDB::MayLeave()
 {
     return m_modified->AskToSave([this] { Register(); });
-}
-
-void frmRegisterDB::SelectFile()
-{
-    ChooseDatabaseFile(m_file);
 }
 
 void frmRegisterDB::Register()

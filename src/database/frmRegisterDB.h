@@ -21,7 +21,6 @@ protected:
     bool MayLeave() override;
 
 private:
-    void SelectFile();
     void Register();
 
     RequiredMarks m_required;

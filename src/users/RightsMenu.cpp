@@ -17,14 +17,15 @@ RightsMenu::RightsMenu(TreeView *view, UserRights &rights, QObject *parent)
     , m_levels(NewMenu(QStringLiteral("ID_SecurityMenu")))
     , m_yesNo(NewMenu(QStringLiteral("ID_YesNo")))
 {
-    AddLevel(m_levels, QStringLiteral("ID_NoAccess"), tr("&No Access"), RightLevel::none);
-    AddLevel(m_levels, QStringLiteral("ID_ViewOnly"), tr("&View/Select Only"), RightLevel::view);
-    AddLevel(m_levels, QStringLiteral("ID_Add"), tr("&Add Data Access Only"), RightLevel::add);
-    AddLevel(m_levels, QStringLiteral("ID_Add/Edit"), tr("Add and &Edit Access Only"), RightLevel::edit);
-    AddLevel(m_levels, QStringLiteral("ID_FullAccess"), tr("&Full Access [Add, Edit and Delete]\u2026"),
-             RightLevel::full);
-    AddLevel(m_yesNo, QStringLiteral("ID_Yes"), tr("&Yes"), RightLevel::full);
-    AddLevel(m_yesNo, QStringLiteral("ID_No"), tr("&No"), RightLevel::none);
+    AddLevel(m_levels, QStringLiteral("ID_NoAccess"), QStringLiteral("&No Access"), RightLevel::none);
+    AddLevel(m_levels, QStringLiteral("ID_ViewOnly"), QStringLiteral("&View/Select Only"), RightLevel::view);
+    AddLevel(m_levels, QStringLiteral("ID_Add"), QStringLiteral("&Add Data Access Only"), RightLevel::add);
+    AddLevel(m_levels, QStringLiteral("ID_Add/Edit"), QStringLiteral("Add and &Edit Access Only"),
+             RightLevel::edit);
+    AddLevel(m_levels, QStringLiteral("ID_FullAccess"),
+             QStringLiteral("&Full Access [Add, Edit and Delete]\u2026"), RightLevel::full);
+    AddLevel(m_yesNo, QStringLiteral("ID_Yes"), QStringLiteral("&Yes"), RightLevel::full);
+    AddLevel(m_yesNo, QStringLiteral("ID_No"), QStringLiteral("&No"), RightLevel::none);
 
     m_view->installEventFilter(this);
     m_view->viewport()->installEventFilter(this);

@@ -2,6 +2,7 @@
 
 #include "core/Session.h"
 #include "forms/FormBuilder.h"
+#include "forms/OkCancel.h"
 #include "platform/Directories.h"
 #include "users/RightsMenu.h"
 #include "users/UsersModule.h"
@@ -14,7 +15,7 @@ frmAddEditUser::frmAddEditUser(QWidget *parent)
 }
 
 frmAddEditUser::frmAddEditUser(std::vector<ListItem> users, bool readOnly, QWidget *parent)
-    : FormDialog(QStringLiteral("frmAddEditUser"), tr("User Settings"), parent)
+    : FormDialog(QStringLiteral("frmAddEditUser"), QStringLiteral("User Settings"), parent)
     , m_readOnly(readOnly)
 {
     gDialogResult = 0;
@@ -42,10 +43,11 @@ void frmAddEditUser::Build()
         BuildUserList(form);
     }
     BuildRights(form);
-    form.BeginButtons();
-    m_save = form.DefaultButton(QStringLiteral("AddBtn"), IsNew() ? tr("&Add") : tr("&Update"));
-    m_exit = form.Button(QStringLiteral("ExitBtn"), tr("&Cancel"));
-    form.EndButtons();
+    m_save = OkCancel::Add(form, this,
+                           {.ok = QStringLiteral("AddBtn"),
+                            .cancel = QStringLiteral("ExitBtn"),
+                            .okCaption = IsNew() ? QStringLiteral("&Add") : QStringLiteral("&Update")})
+                 .ok;
     m_modified = new ModifiedMark(m_save, this);
     // The rights are what the form is about: room for more of them than a list starts with.
     resize(fontMetrics().averageCharWidth() * 72, fontMetrics().lineSpacing() * 38);
@@ -54,19 +56,19 @@ void frmAddEditUser::Build()
 void frmAddEditUser::BuildUserFields(FormBuilder &form)
 {
     form.BeginGroup({}, QStringLiteral("UserFrame"));
-    m_name = form.Text(QStringLiteral("UserName"), tr("User:"), 255);
+    m_name = form.Text(QStringLiteral("UserName"), QStringLiteral("User:"), 255);
     m_required.Add(form.Label(), m_name);
-    m_password = form.Password(QStringLiteral("NewPass1"), tr("Password:"));
+    m_password = form.Password(QStringLiteral("NewPass1"), QStringLiteral("Password:"));
     m_required.Add(form.Label(), m_password);
-    m_confirm = form.Password(QStringLiteral("NewPass2"), tr("Confirm Password:"));
+    m_confirm = form.Password(QStringLiteral("NewPass2"), QStringLiteral("Confirm Password:"));
     form.EndGroup();
 }
 
 void frmAddEditUser::BuildUserList(FormBuilder &form)
 {
     form.BeginGroup({}, QStringLiteral("EditFrame"));
-    QLabel *caption =
-        form.Line(QStringLiteral("EditList_Label"), tr("Setting security for the following users:"));
+    QLabel *caption = form.Line(QStringLiteral("EditList_Label"),
+                                QStringLiteral("Setting security for the following users:"));
     // A few rows, so that the room goes to the rights.
     auto *list = new ListView(m_users);
     list->setMaximumHeight(fontMetrics().lineSpacing() * 6);
@@ -77,13 +79,13 @@ void frmAddEditUser::BuildUserList(FormBuilder &form)
 
 void frmAddEditUser::BuildRights(FormBuilder &form)
 {
-    m_copyFrom = form.Check(QStringLiteral("CopyFromChk"), tr("&Use security based on user:"));
+    m_copyFrom = form.Check(QStringLiteral("CopyFromChk"), QStringLiteral("&Use security based on user:"));
     form.Beside();
     m_copyList = form.Combo(QStringLiteral("UserList"), {}, m_others);
-    m_copyList->setAccessibleName(tr("User whose security is used"));
+    m_copyList->setAccessibleName(QStringLiteral("User whose security is used"));
     m_administrator =
-        form.Check(QStringLiteral("AdminChk"), tr("&Full Access Rights (System Administrator)"));
-    TreeView *tree = form.Tree(QStringLiteral("SecurityList"), tr("&Rights:"), m_tree);
+        form.Check(QStringLiteral("AdminChk"), QStringLiteral("&Full Access Rights (System Administrator)"));
+    TreeView *tree = form.Tree(QStringLiteral("SecurityList"), QStringLiteral("&Rights:"), m_tree);
     m_menu = new RightsMenu(tree, m_rights, this);
 }
 
@@ -106,7 +108,6 @@ void frmAddEditUser::Connect()
     connect(m_copyFrom, &QCheckBox::toggled, this, &frmAddEditUser::OnCopyFrom);
     connect(&m_others, &ComboModel::CurrentChanged, this, &frmAddEditUser::CopyFromChosen);
     connect(m_save, &QPushButton::clicked, this, &frmAddEditUser::Save);
-    connect(m_exit, &QPushButton::clicked, this, &frmAddEditUser::reject);
 }
 
 void frmAddEditUser::Lock()

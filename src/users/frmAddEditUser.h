@@ -69,5 +69,4 @@ private:
     QCheckBox *m_administrator = nullptr;
     RightsMenu *m_menu = nullptr;
     QPushButton *m_save = nullptr;
-    QPushButton *m_exit = nullptr;
 };

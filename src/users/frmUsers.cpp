@@ -22,9 +22,9 @@ frmUsers::frmUsers(QWidget *parent)
     : QWidget(parent)
 {
     setObjectName(QStringLiteral("frmUsers"));
-    setWindowTitle(tr("Users"));
+    setWindowTitle(QStringLiteral("Users"));
     FormSize::Remember(this);
-    m_users.SetColumns({tr("Users")});
+    m_users.SetColumns({QStringLiteral("Users")});
     Build();
     Connect();
     Form_Refresh();
@@ -34,8 +34,9 @@ void frmUsers::Build()
 {
     FormBuilder form(this);
     m_list = form.List(QStringLiteral("MainList"), {}, m_users, ListView::Choice::Multi);
-    m_list->setAccessibleName(tr("Users"));
-    m_list->SetEmptyText(tr("No users yet: everybody can work with the database, with all rights."));
+    m_list->setAccessibleName(QStringLiteral("Users"));
+    m_list->SetEmptyText(
+        QStringLiteral("No users yet: everybody can work with the database, with all rights."));
     BuildButtons(form);
     resize(fontMetrics().averageCharWidth() * 84, fontMetrics().lineSpacing() * 24);
 }
@@ -43,13 +44,13 @@ void frmUsers::Build()
 void frmUsers::BuildButtons(FormBuilder &form)
 {
     form.BeginButtons(FormBuilder::Align::Start);
-    m_add = form.Button(QStringLiteral("AddBtn"), tr("&New User"));
-    m_edit = form.Button(QStringLiteral("EditBtn"), tr("&Security Rights"));
-    m_setPassword = form.Button(QStringLiteral("SetPassBtn"), tr("&Password"));
-    m_delete = form.Button(QStringLiteral("DelBtn"), tr("&Delete User"));
+    m_add = form.Button(QStringLiteral("AddBtn"), QStringLiteral("&New User"));
+    m_edit = form.Button(QStringLiteral("EditBtn"), QStringLiteral("&Security Rights"));
+    m_setPassword = form.Button(QStringLiteral("SetPassBtn"), QStringLiteral("&Password"));
+    m_delete = form.Button(QStringLiteral("DelBtn"), QStringLiteral("&Delete User"));
     form.Gap();
-    m_refresh = form.Button(QStringLiteral("RefBtn"), tr("&Refresh"));
-    m_exit = form.Button(QStringLiteral("ExitBtn"), tr("E&xit"));
+    m_refresh = form.Button(QStringLiteral("RefBtn"), QStringLiteral("&Refresh"));
+    m_exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
     form.EndButtons();
 }
 

@@ -2,25 +2,25 @@
 
 #include "core/Session.h"
 #include "forms/FormBuilder.h"
+#include "forms/OkCancel.h"
 #include "users/UsersModule.h"
 
 frmUsersPassword::frmUsersPassword(const ListItem &user, QWidget *parent)
-    : FormDialog(QStringLiteral("frmUsersPassword"), tr("Password"), parent)
+    : FormDialog(QStringLiteral("frmUsersPassword"), QStringLiteral("Password"), parent)
     , m_id(KeyNumber(user.key))
 {
     gDialogResult = 0;
     FormBuilder form(this);
-    form.ReadOnly(QStringLiteral("UserName"), tr("User:"))->setText(user.text);
-    m_password = form.Password(QStringLiteral("NewPass1"), tr("New Password:"));
+    form.ReadOnly(QStringLiteral("UserName"), QStringLiteral("User:"))->setText(user.text);
+    m_password = form.Password(QStringLiteral("NewPass1"), QStringLiteral("New Password:"));
     m_required.Add(form.Label(), m_password);
-    m_confirm = form.Password(QStringLiteral("NewPass2"), tr("Confirm Password:"));
-    form.BeginButtons();
-    QPushButton *save = form.DefaultButton(QStringLiteral("AddBtn"), tr("&Update"));
-    QPushButton *exit = form.Button(QStringLiteral("ExitBtn"), tr("&Cancel"));
-    form.EndButtons();
+    m_confirm = form.Password(QStringLiteral("NewPass2"), QStringLiteral("Confirm Password:"));
+    const OkCancel buttons = OkCancel::Add(form, this,
+                                           {.ok = QStringLiteral("AddBtn"),
+                                            .cancel = QStringLiteral("ExitBtn"),
+                                            .okCaption = QStringLiteral("&Update")});
 
-    connect(save, &QPushButton::clicked, this, &frmUsersPassword::Save);
-    connect(exit, &QPushButton::clicked, this, &frmUsersPassword::reject);
+    connect(buttons.ok, &QPushButton::clicked, this, &frmUsersPassword::Save);
     m_password->setFocus();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Session.h"
+#include "database/BlankTemplate.h"
 #include "platform/Connection.h"
 #include "platform/Dialogs.h"
 #include "platform/Directories.h"
@@ -60,9 +61,12 @@ struct ConnectFixture {
     {
         Directories::Writable(); // makes the folders
         const QString file = Path(name);
-        QFile::copy(QCoreApplication::applicationDirPath() % u"/system/blank", file);
-        const auto database = FileDatabase::OpenExclusive(file, QStringLiteral("marigold"));
-        return database && database->NewPassword(password) ? file : QString();
+        if (!CopyOver(QCoreApplication::applicationDirPath() % u"/system/blank", file) ||
+            !OpenUpTemplate(file))
+            qFatal("no database %s", qPrintable(file));
+        if (!password.isEmpty())
+            FileDatabase::OpenExclusive(file, {})->NewPassword(password);
+        return file;
     }
 
     QTemporaryDir directory;

@@ -2,25 +2,11 @@
 #include "database/CredentialStore.h"
 #include "database/FullDisk.h"
 #include "platform/Directories.h"
+#include "support/Files.h"
 
-#include <QFile>
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
-
-namespace
-{
-QByteArray ContentOf(const QString &file)
-{
-    QFile in(file);
-    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
-}
-
-void Write(const QString &file, const QByteArray &content)
-{
-    QFile out(file);
-    QVERIFY(out.open(QIODevice::WriteOnly) && out.write(content) == content.size());
-}
-} // namespace
 
 class TestCredentialStore final : public QObject
 {
@@ -35,10 +21,8 @@ private slots:
     {
         QFile::remove(m_file);
         gDBQUseODBC = false;
-        gDBQName.clear();
-        gDBQFilename.clear();
-        gDBUser.clear();
-        gDBPassword.clear();
+        for (QString *text : {&gDBQName, &gDBQFilename, &gDBUser, &gDBPassword})
+            text->clear();
     }
 
     void KeepsOneValueAKey()
@@ -48,7 +32,6 @@ private slots:
         QVERIFY(StoreCredential(m_file, QStringLiteral("Two"), QStringLiteral("second")));
         QVERIFY(StoreCredential(m_file, QStringLiteral("ONE"), QStringLiteral("third")));
         QCOMPARE(FetchCredential(m_file, QStringLiteral("one")), QStringLiteral("third"));
-        QCOMPARE(FetchCredential(m_file, QStringLiteral("two")), QStringLiteral("second"));
         QVERIFY(!ContentOf(m_file).contains("third"));
         QCOMPARE(ScrambleLine(ContentOf(m_file)), QByteArray("[Two]=second\n[ONE]=third\n"));
 
@@ -66,7 +49,7 @@ private slots:
         const QByteArray scrambled = ScrambleLine(all);
         QCOMPARE(ScrambleLine(scrambled), all);
         QCOMPARE(scrambled.indexOf('\n'), all.indexOf('\n'));
-        QVERIFY(!scrambled.contains("abc") && !scrambled.contains("ABC") && !scrambled.contains("123"));
+        QVERIFY(!scrambled.contains("abc") && !scrambled.contains("123"));
     }
 
     void CarriesTheSessionsCredentials_data()
@@ -74,23 +57,19 @@ private slots:
         QTest::addColumn<QString>("user");
         QTest::addColumn<QString>("password");
         QTest::addColumn<QString>("passwordBack");
-        const auto row = [](const char *name, const char *user, const char *password, const char *back) {
-            QTest::newRow(name) << QString::fromUtf8(user) << QString::fromUtf8(password)
-                                << QString::fromUtf8(back);
-        };
-        row("plain", "sa", "secret", "secret");
+        const auto row = [](const char *name, const QString &user, const QString &password,
+                            const QString &back) { QTest::newRow(name) << user << password << back; };
         row("at signs", "me@home", "a@b@", "a@b@");
         row("the escape itself", "", "100%40", "100@");
-        row("brackets", "", "x]=y[z", "x]=y[z");
-        row("apostrophe, quote, semicolon, %1", "", "'\";%1", "'\";%1");
-        row("beyond one byte", "", "Zoë 🔑 пароль", "Zoë 🔑 пароль");
+        row("what has a meaning elsewhere", "", "x]=y[z'\";%1", "x]=y[z'\";%1");
+        row("beyond one byte", "sa", "Zoë 🔑 пароль", "Zoë 🔑 пароль");
     }
     void CarriesTheSessionsCredentials()
     {
         QFETCH(QString, user);
         QFETCH(QString, password);
-        QFETCH(QString, passwordBack);
         gDBQFilename = QStringLiteral("/data/College.mdb");
+        gDBQName = QStringLiteral("College");
         gDBUser = user;
         gDBPassword = password;
         QVERIFY(StoreSessionCredential());
@@ -98,20 +77,15 @@ private slots:
         gDBQFilename = QStringLiteral("/DATA/college.mdb");
         FetchSessionCredential();
         QCOMPARE(gDBUser, user);
-        QCOMPARE(gDBPassword, passwordBack);
-    }
+        QTEST(gDBPassword, "passwordBack");
 
-    void KeepsASourceByItsName()
-    {
+        // A data source keeps its password under its name, as it is.
         gDBQUseODBC = true;
-        gDBQName = QStringLiteral("College");
-        gDBQFilename = QStringLiteral("/data/College.mdb");
-        gDBPassword = QStringLiteral("a@b");
+        gDBPassword = password;
         QVERIFY(StoreSessionCredential());
-        QCOMPARE(FetchCredential(m_file, QStringLiteral("college")), QStringLiteral("a@b"));
         gDBPassword.clear();
         FetchSessionCredential();
-        QCOMPARE(gDBPassword, QStringLiteral("a@b"));
+        QCOMPARE(gDBPassword, password);
     }
 
     void ReadsWhatIsNoStore_data()
@@ -123,9 +97,8 @@ private slots:
             binary.append(static_cast<char>(i * 37));
         QTest::newRow("half a line at the end") << good + '\n' + ScrambleLine("[other");
         QTest::newRow("no line end") << good;
-        QTest::newRow("carriage returns") << good + "\r\n";
+        QTest::newRow("carriage returns, empty lines") << "\n\n" + good + "\r\n\n";
         QTest::newRow("not scrambled line before") << "[key]=plain\n" + good + '\n';
-        QTest::newRow("empty lines") << "\n\n" + good + "\n\n";
         QTest::newRow("binary before") << binary + '\n' + good + '\n';
         QTest::newRow("a line of 10 MB before") << QByteArray(10 * 1024 * 1024, 'x') + '\n' + good + '\n';
         QTest::newRow("a million lines before") << QByteArray("x\n").repeated(1'000'000) + good + '\n';
@@ -133,23 +106,20 @@ private slots:
     void ReadsWhatIsNoStore()
     {
         QFETCH(QByteArray, content);
-        Write(m_file, content);
+        WriteFile(m_file, content);
         QCOMPARE(FetchCredential(m_file, QStringLiteral("key")), QStringLiteral("value"));
         QVERIFY(StoreCredential(m_file, QStringLiteral("new"), QStringLiteral("entry")));
         QCOMPARE(FetchCredential(m_file, QStringLiteral("key")), QStringLiteral("value"));
         QCOMPARE(FetchCredential(m_file, QStringLiteral("new")), QStringLiteral("entry"));
     }
 
-    void ADirectoryInItsPlaceGivesNothing()
+    void AFailedWriteLosesNothing()
     {
         const QString directory = m_dir.filePath(QStringLiteral("folder"));
         QVERIFY(QDir().mkpath(directory));
         QCOMPARE(FetchCredential(directory, QStringLiteral("key")), QString());
         QVERIFY(!StoreCredential(directory, QStringLiteral("key"), QStringLiteral("value")));
-    }
 
-    void AFullDiskLosesNothing()
-    {
         QVERIFY(StoreCredential(m_file, QStringLiteral("old"), QStringLiteral("kept")));
         const QByteArray before = ContentOf(m_file);
         {

@@ -4,34 +4,10 @@
 #include <QLocale>
 #include <QTest>
 
-class TestGlobalCode : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase() { QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom)); }
-
-    void AmountsAreRoundedAndGrouped();
-    void ANumberIsFormatted_data();
-    void ANumberIsFormatted();
-    void AFormattedNumberReadsBackInAnyLocale_data();
-    void AFormattedNumberReadsBackInAnyLocale();
-    void AFieldsTextIsANumber_data();
-    void AFieldsTextIsANumber();
-    void TheDigitsOfATextAreANumber_data();
-    void TheDigitsOfATextAreANumber();
-    void TextIsMadeSafeForSql_data();
-    void TextIsMadeSafeForSql();
-    void ANumberIsWrittenForSql_data();
-    void ANumberIsWrittenForSql();
-    void ALabelIsParted_data();
-    void ALabelIsParted();
-    void AReferenceIsShownWhereItIsWanted();
-    void LinesAreFlattened() { QCOMPARE(FlattenLines("a\r\nb\nc\rd"), QStringLiteral("a, b c,d")); }
-};
-
 namespace
 {
+const QLocale british(QLocale::English, QLocale::UnitedKingdom);
+
 /// Thousandths as money, by whole-number arithmetic alone.
 QString MoneyOf(qint64 thousandths)
 {
@@ -45,213 +21,166 @@ QString MoneyOf(qint64 thousandths)
     const QString text = left % whole % u'.' % QString::number(cents % 100).rightJustified(2, u'0');
     return thousandths < 0 && cents > 0 ? u'-' % text : text;
 }
+
+/// Rows of a text and the number that it stands for.
+using Numbers = std::initializer_list<std::tuple<const char *, QString, double>>;
+void AddRows(const Numbers &numbers)
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("value");
+    for (const auto &[name, text, value] : numbers)
+        QTest::newRow(name) << text << value;
+}
 } // namespace
 
-void TestGlobalCode::AmountsAreRoundedAndGrouped()
+class TestGlobalCode : public QObject
 {
-    const auto check = [](qint64 thousandths) {
-        const QString expected = MoneyOf(thousandths);
-        const QString shown = FormatNumber(static_cast<double>(thousandths) / 1000, 2);
-        if (shown != expected)
-            QFAIL(qPrintable(QString::number(thousandths) % u"/1000: " % shown % u", not " % expected));
-        const double value = CurrencyValue(shown);
-        if (FormatNumber(value) != shown)
-            QFAIL(qPrintable(shown % u" does not read back"));
-    };
-    for (qint64 thousandths = -12000; thousandths <= 12000; ++thousandths)
-        check(thousandths);
-    for (const qint64 base : {99994LL, 999994LL, 9999989LL, 999999994LL, 123456789012345LL}) {
-        for (qint64 step = 0; step < 12; ++step) {
-            check(base + step);
-            check(-base - step);
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QLocale::setDefault(british); }
+
+    void AmountsAreRoundedAndGrouped()
+    {
+        const auto check = [](qint64 thousandths) {
+            const QString expected = MoneyOf(thousandths);
+            const QString shown = FormatNumber(static_cast<double>(thousandths) / 1000, 2);
+            if (shown != expected)
+                QFAIL(qPrintable(QString::number(thousandths) % u"/1000: " % shown % u", not " % expected));
+            if (FormatNumber(CurrencyValue(shown)) != shown)
+                QFAIL(qPrintable(shown % u" does not read back"));
+        };
+        for (qint64 thousandths = -12000; thousandths <= 12000; ++thousandths)
+            check(thousandths);
+        for (const qint64 base : {99994LL, 999994LL, 9999989LL, 999999994LL, 123456789012345LL}) {
+            for (qint64 step = 0; step < 12; ++step) {
+                check(base + step);
+                check(-base - step);
+            }
         }
     }
-}
 
-void TestGlobalCode::ANumberIsFormatted_data()
-{
-    QTest::addColumn<double>("value");
-    QTest::addColumn<int>("places");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("no decimals, half up") << 2.5 << 0 << "3";
-    QTest::newRow("no decimals, half away from zero") << -2.5 << 0 << "-3";
-    QTest::newRow("no decimals, all nines") << 999.5 << 0 << "1,000";
-    QTest::newRow("a half that binary lies below") << 1.005 << 2 << "1.01";
-    QTest::newRow("another") << 2.675 << 2 << "2.68";
-    QTest::newRow("a sum of tenths") << 0.1 + 0.2 << 2 << "0.30";
-    QTest::newRow("four places") << 1234.56785 << 4 << "1,234.5679";
-    QTest::newRow("minus nothing") << -0.001 << 2 << "0.00";
-    QTest::newRow("minus zero") << -0.0 << 2 << "0.00";
-    QTest::newRow("tiny") << 1e-300 << 2 << "0.00";
-    QTest::newRow("huge") << 1e21 << 2 << "1,000,000,000,000,000,000,000.00";
-    QTest::newRow("no number") << qQNaN() << 2 << "0.00";
-    QTest::newRow("no end") << qInf() << 2 << "0.00";
-}
+    void ANumberIsFormatted_data()
+    {
+        AddRows({
+            {"half that binary lies below", "1.01", 1.005},
+            {"another", "2.68", 2.675},
+            {"a sum of tenths", "0.30", 0.1 + 0.2},
+            {"minus nothing", "0.00", -0.001},
+            {"minus zero", "0.00", -0.0},
+            {"tiny", "0.00", 1e-300},
+            {"huge", "1,000,000,000,000,000,000,000.00", 1e21},
+            {"no number", "0.00", qQNaN()},
+            {"no end", "0.00", qInf()},
+        });
+    }
+    void ANumberIsFormatted()
+    {
+        QFETCH(double, value);
+        QTEST(FormatNumber(value), "text");
+    }
 
-void TestGlobalCode::ANumberIsFormatted()
-{
-    QFETCH(double, value);
-    QFETCH(int, places);
-    QFETCH(QString, text);
-    QCOMPARE(FormatNumber(value, places), text);
-}
+    void OtherPlacesAndLocales()
+    {
+        QCOMPARE(FormatNumber(2.5, 0), QStringLiteral("3"));
+        QCOMPARE(FormatNumber(-2.5, 0), QStringLiteral("-3"));
+        QCOMPARE(FormatNumber(999.5, 0), QStringLiteral("1,000"));
+        QCOMPARE(FormatNumber(1234.56785, 4), QStringLiteral("1,234.5679"));
+        for (const auto *name : {"en_GB", "de_DE", "fr_FR", "de_CH", "C"}) {
+            QLocale::setDefault(QLocale(QString::fromLatin1(name)));
+            const double value = TextValue(FormatNumber(-1234567.89, 2));
+            QLocale::setDefault(british);
+            QVERIFY2(value == -1234567.89, name);
+        }
+    }
 
-void TestGlobalCode::AFormattedNumberReadsBackInAnyLocale_data()
-{
-    QTest::addColumn<QString>("locale");
-    for (const char *name : {"en_GB", "en_US", "de_DE", "fr_FR", "de_CH", "C"})
-        QTest::newRow(name) << QString::fromLatin1(name);
-}
+    void AFieldsTextIsANumber_data()
+    {
+        AddRows({
+            {"empty", "", 0},
+            {"blanks", "  12.5  ", 12.5},
+            {"grouped", "1,234,567.895", 1234567.9},
+            {"negative", "-1,000.005", -1000.01},
+            {"a word", "ten", 0},
+            {"a number and a word", "12.50 pounds", 12.5},
+            {"two points", "1.2.3", 1.2},
+            {"a leading nought, as callers write it", "012.5", 12.5},
+            {"just a sign", "-", 0},
+            {"just a point", ".", 0},
+            {"other digits", "\u0661\u0662", 0},
+        });
+    }
+    void AFieldsTextIsANumber()
+    {
+        QFETCH(QString, text);
+        QTEST(CurrencyValue(text), "value");
+    }
 
-void TestGlobalCode::AFormattedNumberReadsBackInAnyLocale()
-{
-    QFETCH(QString, locale);
-    QLocale::setDefault(QLocale(locale));
-    const double value = TextValue(FormatNumber(-1234567.89, 2));
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
-    QCOMPARE(value, -1234567.89);
-}
+    void TheDigitsOfATextAreANumber_data()
+    {
+        AddRows({
+            {"no digit", "abc.", 0},
+            {"digits among text", "a1b2", 12},
+            {"the first point counts", "1.2.3", 1.23},
+            {"the sign is dropped", "-5", 5},
+            {"a currency symbol and groups", "\u00a31,234.50", 1234.5},
+        });
+    }
+    void TheDigitsOfATextAreANumber()
+    {
+        QFETCH(QString, text);
+        QTEST(ParseNumber(text), "value");
+    }
 
-void TestGlobalCode::AFieldsTextIsANumber_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<double>("value");
-    QTest::newRow("empty") << "" << 0.0;
-    QTest::newRow("blanks") << "  12.5  " << 12.5;
-    QTest::newRow("grouped") << "1,234,567.895" << 1234567.9;
-    QTest::newRow("negative") << "-1,000.005" << -1000.01;
-    QTest::newRow("a word") << "ten" << 0.0;
-    QTest::newRow("a number and a word") << "12.50 pounds" << 12.5;
-    QTest::newRow("two points") << "1.2.3" << 1.2;
-    QTest::newRow("a leading nought, as callers write it") << "012.5" << 12.5;
-    QTest::newRow("just a sign") << "-" << 0.0;
-    QTest::newRow("just a point") << "." << 0.0;
-    QTest::newRow("other digits") << QStringLiteral("\u0661\u0662") << 0.0;
-}
+    void ANumberIsWrittenForSql_data()
+    {
+        AddRows({
+            {"whole", "100", 100},
+            {"shortest", "0.1", 0.1},
+            {"a sum of tenths", "0.30000000000000004", 0.1 + 0.2},
+            {"no groups", "-1234567.5", -1234567.5},
+            {"no exponent", "123456789012", 123456789012},
+            {"small, no exponent", "0.00001", 0.00001},
+            {"no number is no statement", "0", qQNaN()},
+        });
+    }
+    void ANumberIsWrittenForSql()
+    {
+        QFETCH(double, value);
+        QTEST(SqlNumber(value), "text");
+    }
 
-void TestGlobalCode::AFieldsTextIsANumber()
-{
-    QFETCH(QString, text);
-    QFETCH(double, value);
-    QCOMPARE(CurrencyValue(text), value);
-}
+    void TextIsMadeSafeForSql()
+    {
+        QCOMPARE(SqlSafeText("O'Neil`s ''`"), QStringLiteral("O''Neil``s ''''``"));
+        QCOMPARE(SqlSafeText("\"\u2019\\"), QStringLiteral("\"\u2019\\"));
+        QCOMPARE(FlattenLines("a\r\nb\nc\rd"), QStringLiteral("a, b c,d"));
+    }
 
-void TestGlobalCode::TheDigitsOfATextAreANumber_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<double>("value");
-    QTest::newRow("nothing") << "" << 0.0;
-    QTest::newRow("no digit") << "abc" << 0.0;
-    QTest::newRow("digits among text") << "a1b2" << 12.0;
-    QTest::newRow("the first point counts") << "1.2.3" << 1.23;
-    QTest::newRow("the sign is dropped") << "-5" << 5.0;
-    QTest::newRow("a currency symbol and groups") << QStringLiteral("\u00a31,234.50") << 1234.5;
-    QTest::newRow("only a point") << "." << 0.0;
-}
-
-void TestGlobalCode::TheDigitsOfATextAreANumber()
-{
-    QFETCH(QString, text);
-    QFETCH(double, value);
-    QCOMPARE(ParseNumber(text), value);
-}
-
-void TestGlobalCode::TextIsMadeSafeForSql_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("safe");
-    QTest::newRow("plain") << "Neil"
-                           << "Neil";
-    QTest::newRow("an apostrophe") << "O'Neil"
-                                   << "O''Neil";
-    QTest::newRow("a backtick") << "a`b"
-                                << "a``b";
-    QTest::newRow("nothing but") << "''`"
-                                 << "''''``";
-    QTest::newRow("other quotes stay") << QStringLiteral("\"\u2019\\") << QStringLiteral("\"\u2019\\");
-}
-
-void TestGlobalCode::TextIsMadeSafeForSql()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, safe);
-    QCOMPARE(SqlSafeText(text), safe);
-}
-
-void TestGlobalCode::ANumberIsWrittenForSql_data()
-{
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("whole") << 100.0 << "100";
-    QTest::newRow("shortest") << 0.1 << "0.1";
-    QTest::newRow("a sum of tenths") << 0.1 + 0.2 << "0.30000000000000004";
-    QTest::newRow("no groups") << 1234567.5 << "1234567.5";
-    QTest::newRow("negative") << -3.25 << "-3.25";
-    QTest::newRow("no exponent") << 123456789012.0 << "123456789012";
-    QTest::newRow("small, no exponent") << 0.00001 << "0.00001";
-    QTest::newRow("no number is no statement") << qQNaN() << "0";
-}
-
-void TestGlobalCode::ANumberIsWrittenForSql()
-{
-    QFETCH(double, value);
-    QFETCH(QString, text);
-    QCOMPARE(SqlNumber(value), text);
-}
-
-void TestGlobalCode::ALabelIsParted_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("reference");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("both") << "[A1] Smith, John"
-                          << "A1"
-                          << "Smith, John";
-    QTest::newRow("no reference") << "Smith, John"
-                                  << ""
-                                  << "Smith, John";
-    QTest::newRow("nothing between the brackets") << "[] Smith"
-                                                  << ""
-                                                  << "[] Smith";
-    QTest::newRow("never closed") << "[A1 Smith"
-                                  << ""
-                                  << "[A1 Smith";
-    QTest::newRow("closed before it opens") << "]A1[ Smith"
-                                            << ""
-                                            << "]A1[ Smith";
-    QTest::newRow("only the reference") << "[A1]"
-                                        << "A1"
-                                        << "";
-    QTest::newRow("a bracket in the name") << "[A1]  x [y] "
-                                           << "A1"
-                                           << "x [y]";
-    QTest::newRow("text before it is dropped") << "x [A1] y"
-                                               << "A1"
-                                               << "y";
-    QTest::newRow("empty") << ""
-                           << ""
-                           << "";
-}
-
-void TestGlobalCode::ALabelIsParted()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, reference);
-    QFETCH(QString, name);
-    const RefLabel label = SplitRefLabel(text);
-    QCOMPARE(label.reference, reference);
-    QCOMPARE(label.name, name);
-}
-
-void TestGlobalCode::AReferenceIsShownWhereItIsWanted()
-{
-    gShowIDs = 1;
-    QCOMPARE(FormatRefLabel("A1", "Smith"), QStringLiteral("[A1] Smith"));
-    QCOMPARE(FormatRefLabel("", "Smith"), QStringLiteral("Smith"));
-    gShowIDs = 0;
-    QCOMPARE(FormatRefLabel("A1", "Smith"), QStringLiteral("Smith"));
-    gShowIDs = 1;
-}
+    void ALabelIsParted()
+    {
+        const QList<std::tuple<QString, QString, QString>> labels{
+            {"[A1] Smith, John", "A1", "Smith, John"},
+            {"Smith, John", "", "Smith, John"},
+            {"[] Smith", "", "[] Smith"},
+            {"[A1 Smith", "", "[A1 Smith"},
+            {"]A1[ Smith", "", "]A1[ Smith"},
+            {"[A1]", "A1", ""},
+            {"[A1]  x [y] ", "A1", "x [y]"},
+            {"x [A1] y", "A1", "y"},
+            {"", "", ""},
+        };
+        for (const auto &[text, reference, name] : labels) {
+            const RefLabel label = SplitRefLabel(text);
+            QVERIFY2(label.reference == reference && label.name == name, qPrintable(text));
+        }
+        gShowIDs = 0;
+        QCOMPARE(FormatRefLabel("A1", "Smith"), QStringLiteral("Smith"));
+        gShowIDs = 1;
+        QCOMPARE(FormatRefLabel("A1", "Smith"), QStringLiteral("[A1] Smith"));
+        QCOMPARE(FormatRefLabel("", "Smith"), QStringLiteral("Smith"));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestGlobalCode)
 #include "test_globalcode.moc"

@@ -2,6 +2,7 @@
 #include "database/ConnectFixture.h"
 #include "database/FullDisk.h"
 #include "database/NewDatabase.h"
+#include "support/Files.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -32,18 +33,6 @@ struct NewFixture : ConnectFixture {
 
     QStringList registered;
 };
-
-void Write(const QString &file, const QByteArray &content)
-{
-    QFile out(file);
-    QVERIFY(out.open(QIODevice::WriteOnly) && out.write(content) == content.size());
-}
-
-QByteArray ContentOf(const QString &file)
-{
-    QFile in(file);
-    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
-}
 } // namespace
 
 class TestNewDatabase final : public QObject
@@ -55,8 +44,8 @@ private slots:
     {
         NewFixture fixture;
         QVERIFY(QFile::setPermissions(fixture.Template(), QFile::ReadOwner));
-        Write(fixture.chosenFile, "what was there before");
-        Write(fixture.chosenFile + QStringLiteral("-wal"), "its log");
+        WriteFile(fixture.chosenFile, "what was there before");
+        WriteFile(fixture.chosenFile + QStringLiteral("-wal"), "its log");
         NewDatabase();
         QCOMPARE(fixture.boxes, QStringList(QStringLiteral(
                                     "[New Veltrane Database Location] Microsoft Access Database (*.mdb)")));
@@ -72,37 +61,30 @@ private slots:
         QVERIFY(gConnection.OpenRecordset(QStringLiteral("SELECT * FROM Users"))->IsEmpty());
     }
 
-    void RefusesAWrongTemplate_data()
-    {
-        QTest::addColumn<QString>("kind");
-        QTest::newRow("missing") << "missing";
-        QTest::newRow("empty") << "empty";
-        QTest::newRow("a text") << "text";
-        QTest::newRow("without a password") << "plain";
-        QTest::newRow("another password") << "other";
-        QTest::newRow("cut short") << "cut";
-    }
     void RefusesAWrongTemplate()
     {
-        QFETCH(QString, kind);
-        NewFixture fixture;
-        if (kind == QStringLiteral("missing"))
-            QVERIFY(QFile::remove(fixture.Template()));
-        else if (kind == QStringLiteral("cut"))
-            QVERIFY(QFile::resize(fixture.Template(), 300));
-        else if (kind == QStringLiteral("plain"))
-            QVERIFY(
-                FileDatabase::OpenExclusive(fixture.Template(), QStringLiteral("marigold"))->NewPassword({}));
-        else if (kind == QStringLiteral("other"))
-            QVERIFY(FileDatabase::OpenExclusive(fixture.Template(), QStringLiteral("marigold"))
-                        ->NewPassword(QStringLiteral("rose")));
-        else
-            Write(fixture.Template(), kind == QStringLiteral("text") ? QByteArray(5000, 't') : QByteArray());
-        NewDatabase();
-        QCOMPARE(fixture.boxes,
-                 QStringList(kind == QStringLiteral("missing") ? missingTemplate : invalidTemplate));
-        QVERIFY(!QFile::exists(fixture.Working()));
-        QVERIFY(fixture.registered.isEmpty());
+        const auto givePassword = [](const QString &password) {
+            return [password](const QString &file) {
+                QVERIFY(FileDatabase::OpenExclusive(file, TemplatePassword)->NewPassword(password));
+            };
+        };
+        const QList<std::function<void(const QString &)>> spoilings{
+            [](const QString &file) { WriteFile(file, {}); },
+            [](const QString &file) { WriteFile(file, QByteArray(5000, 't')); },
+            [](const QString &file) { QVERIFY(QFile::resize(file, 300)); },
+            givePassword({}),
+            givePassword(QStringLiteral("rose")),
+            [](const QString &file) { QVERIFY(QFile::remove(file)); },
+        };
+        for (const auto &spoil : spoilings) {
+            NewFixture fixture;
+            spoil(fixture.Template());
+            NewDatabase();
+            QCOMPARE(fixture.boxes,
+                     QStringList(QFile::exists(fixture.Template()) ? invalidTemplate : missingTemplate));
+            QVERIFY(!QFile::exists(fixture.Working()));
+            QVERIFY(fixture.registered.isEmpty());
+        }
     }
 
     void ACancelledChooserLeavesTheWorkingCopy()
@@ -143,7 +125,7 @@ private slots:
     void AFullDiskLeavesWhatWasThere()
     {
         NewFixture fixture;
-        Write(fixture.chosenFile, "what was there before");
+        WriteFile(fixture.chosenFile, "what was there before");
         std::optional<FullDisk> disk;
         Dialogs::Installed().saveFile = [&](const Dialogs::FileQuestion &) {
             disk.emplace(20'000);

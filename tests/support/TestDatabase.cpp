@@ -1,6 +1,7 @@
 #include "support/TestDatabase.h"
 
 #include "core/Session.h"
+#include "database/BlankTemplate.h"
 #include "platform/Directories.h"
 #include "platform/FileDatabase.h"
 
@@ -37,9 +38,7 @@ QString PlainTemplate()
     if (QFile::exists(file))
         return file;
     const QString half = file + QStringLiteral(".half");
-    QFile::copy(ShippedDirectory() + QStringLiteral("/blank"), half);
-    const auto database = FileDatabase::OpenExclusive(half, QStringLiteral("marigold"));
-    if (!database || !database->NewPassword(QString()))
+    if (!CopyOver(ShippedDirectory() + QStringLiteral("/blank"), half) || !OpenUpTemplate(half))
         Fail(u"The template cannot be opened: " %
              (EngineErrorList().isEmpty() ? QString() : EngineErrorList().first().description));
     else

@@ -1,7 +1,8 @@
+#include "database/BlankTemplate.h"
 #include "platform/Connection.h"
 #include "schema/Schema.h"
+#include "support/Files.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -27,10 +28,9 @@ class TestTemplate final : public QObject
 private slots:
     void initTestCase()
     {
-        QFile description(QStringLiteral(VELTRANE_DATA_DIR "/system/schema.sql"));
-        QVERIFY(description.open(QIODevice::ReadOnly));
         QString error;
-        const auto schema = ReadSchema(QString::fromUtf8(description.readAll()), error);
+        const QByteArray description = ContentOf(QStringLiteral(VELTRANE_DATA_DIR "/system/schema.sql"));
+        const auto schema = ReadSchema(QString::fromUtf8(description), error);
         QVERIFY2(schema, qPrintable(error));
         m_schema = *schema;
         QVERIFY(QFile::copy(QCoreApplication::applicationDirPath() % u"/system/blank", m_file));
@@ -42,7 +42,7 @@ private slots:
             QVERIFY(!m_connection.Open(TextFor(m_file, QString::fromLatin1(wrong))));
             QCOMPARE(m_connection.Errors().first().number, -1905);
         }
-        QVERIFY(m_connection.Open(TextFor(m_file, QStringLiteral("marigold"))));
+        QVERIFY(m_connection.Open(TextFor(m_file, TemplatePassword)));
     }
 
     void HasEveryColumn()
@@ -66,21 +66,16 @@ private slots:
     /// Joins on a sentinel must find row 1, and the first row that a user adds is never taken for it.
     void HasTheSentinelRows()
     {
-        const QStringList tables{QStringLiteral("Contacts"),    QStringLiteral("Organisations"),
-                                 QStringLiteral("Designation"), QStringLiteral("City"),
-                                 QStringLiteral("County"),      QStringLiteral("Country"),
-                                 QStringLiteral("Venues"),      QStringLiteral("EthnicGroup"),
-                                 QStringLiteral("ExamName"),    QStringLiteral("ExamType")};
+        const QStringList tables{"Contacts", "Organisations", "Designation", "City",     "County",
+                                 "Country",  "Venues",        "EthnicGroup", "ExamName", "ExamType"};
         for (const QString &table : tables) {
             const Schema::Table *described = m_schema.Find(table);
             const auto rows = m_connection.OpenRecordset(u"SELECT * FROM " % table);
             QVERIFY2(rows && rows->RowCount() == 1, qPrintable(table));
             QCOMPARE(rows->First().Long(0), 1);
             for (const Schema::Column &column : described->columns) {
-                const bool isReference =
-                    column.name.endsWith(QStringLiteral("Ref")) ||
-                    QStringList({QStringLiteral("City"), QStringLiteral("County"), QStringLiteral("Country")})
-                        .contains(column.name);
+                const bool isReference = column.name.endsWith(QStringLiteral("Ref")) ||
+                                         QStringList({"City", "County", "Country"}).contains(column.name);
                 if (isReference && column.kind == Schema::Kind::Long)
                     QCOMPARE(rows->First().Long(column.name), 1);
             }
@@ -88,11 +83,11 @@ private slots:
         const auto people = m_connection.OpenRecordset(QStringLiteral(
             "SELECT Contacts.ContactRef FROM (((((Contacts INNER JOIN City ON Contacts.Cust_City = "
             "City.City_ID) "
-            "INNER JOIN County ON Contacts.Cust_County = County.County_ID) INNER JOIN Country ON "
-            "Contacts.Cust_Country = Country.Country_ID) INNER JOIN Designation ON Contacts.Cust_Designation "
-            "= "
-            "Designation.Designation_ID) INNER JOIN EthnicGroup ON Contacts.Cust_EthnicGroup = "
-            "EthnicGroup.Ethnic_ID) INNER JOIN Organisations ON Contacts.OrganRef = Organisations.OrganRef "
+            "INNER JOIN County ON Contacts.Cust_County = County.County_ID) "
+            "INNER JOIN Country ON Contacts.Cust_Country = Country.Country_ID) "
+            "INNER JOIN Designation ON Contacts.Cust_Designation = Designation.Designation_ID) "
+            "INNER JOIN EthnicGroup ON Contacts.Cust_EthnicGroup = EthnicGroup.Ethnic_ID) "
+            "INNER JOIN Organisations ON Contacts.OrganRef = Organisations.OrganRef "
             "WHERE Cust_Surname = '' AND City.City = '' AND Organisations.OrganName = ''"));
         QVERIFY(people && people->RowCount() == 1);
     }
@@ -121,25 +116,23 @@ private slots:
     }
 
     /// An import looks for each line by all its values at once: many share a town, few a name.
-    void LooksForNamesFirst_data()
-    {
-        QTest::addColumn<QString>("query");
-        QTest::addColumn<QString>("index");
-        QTest::newRow("a person") << "SELECT ContactRef FROM Contacts WHERE Cust_Forename = 'a' AND "
-                                     "Cust_Surname = 'b' AND Cust_City = 4 AND OrganRef = 1"
-                                  << "IX_Contacts_Cust_Surname_Cust_Forename";
-        QTest::newRow("an organisation")
-            << "SELECT OrganRef FROM Organisations WHERE OrganName = 'x' AND City = "
-               "5 AND County = 4 AND Country = 1"
-            << "IX_Organisations_OrganName";
-    }
     void LooksForNamesFirst()
     {
-        QFETCH(QString, query);
-        QFETCH(QString, index);
-        const auto plan = m_connection.OpenRecordset(u"EXPLAIN QUERY PLAN " % query);
-        QVERIFY(plan && !plan->IsEmpty());
-        QVERIFY2(plan->First().Text(u"detail").contains(index), qPrintable(plan->First().Text(u"detail")));
+        const QList<std::pair<QString, QString>> plans{
+            {"SELECT ContactRef FROM Contacts WHERE Cust_Forename = 'a' AND Cust_Surname = 'b' AND Cust_City "
+             "= 4 "
+             "AND OrganRef = 1",
+             "IX_Contacts_Cust_Surname_Cust_Forename"},
+            {"SELECT OrganRef FROM Organisations WHERE OrganName = 'x' AND City = 5 AND County = 4 "
+             "AND Country = 1",
+             "IX_Organisations_OrganName"},
+        };
+        for (const auto &[query, index] : plans) {
+            const auto plan = m_connection.OpenRecordset(u"EXPLAIN QUERY PLAN " % query);
+            QVERIFY(plan && !plan->IsEmpty());
+            QVERIFY2(plan->First().Text(u"detail").contains(index),
+                     qPrintable(plan->First().Text(u"detail")));
+        }
     }
 
     void HoldsLongTextsWhole()

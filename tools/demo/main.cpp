@@ -9,6 +9,7 @@
 #include "core/Session.h"
 #include "courses/CourseModule.h"
 #include "courses/CourseRecordODBC.h"
+#include "database/BlankTemplate.h"
 #include "database/ConnectDatabase.h"
 #include "database/System.h"
 #include "enrolment/EnrolmentODBC.h"
@@ -17,7 +18,6 @@
 #include "platform/Connection.h"
 #include "platform/Dialogs.h"
 #include "platform/Directories.h"
-#include "platform/FileDatabase.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -27,22 +27,11 @@
 
 namespace
 {
-constexpr auto templatePassword = "marigold";
-
 Dialogs::Answer TellOnConsole(const QString &text, const QString &title, Dialogs::Buttons, Dialogs::Icon,
                               Dialogs::Answer)
 {
     std::printf("%s: %s\n", qPrintable(title), qPrintable(text));
     return Dialogs::Answer::Cancel;
-}
-
-bool CopyTemplate(const QString &file)
-{
-    if (!QFile::copy(Directories::SystemFile(QStringLiteral("blank")), file))
-        return false;
-    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
-    const auto database = FileDatabase::OpenExclusive(file, QString::fromLatin1(templatePassword));
-    return database && database->NewPassword(QString());
 }
 
 bool ImportPeople(const QString &csvFile)
@@ -98,7 +87,7 @@ bool MakeCourses()
 
 bool MakeDemo(const QString &file, const QString &csvFile)
 {
-    if (!CopyTemplate(file)) {
+    if (!CopyOver(Directories::SystemFile(QStringLiteral("blank")), file) || !OpenUpTemplate(file)) {
         std::fprintf(stderr, "The database %s could not be made.\n", qPrintable(file));
         return false;
     }

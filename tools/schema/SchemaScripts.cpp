@@ -93,6 +93,23 @@ QString SqlServerType(const Schema::Column &column)
     return Sized(column, u"NVARCHAR", u"NVARCHAR(MAX)") % u" NULL";
 }
 
+/// Older servers take 900 bytes of index key: what is beyond stands in the index without being part of its
+/// key.
+QString CreateSqlServerIndex(const Schema &schema, const Schema::Index &index)
+{
+    constexpr int longestKey = 900;
+    QStringList keys;
+    QStringList included;
+    int bytes = 0;
+    for (const QString &name : index.columns) {
+        const Schema::Column *column = schema.Find(index.table)->Find(name);
+        bytes += column->kind == Schema::Kind::Text ? 2 * column->size : 8;
+        (bytes <= longestKey ? keys : included).append(name);
+    }
+    const QString statement = CreateIndex({index.table, keys}, Bracketed);
+    return included.isEmpty() ? statement : statement % u" INCLUDE (" % Names(included, Bracketed) % u')';
+}
+
 /// Text has no size there: the type that compares without regard to case takes none, and none is needed.
 QString PostgreSqlType(const Schema::Column &column, int firstKey)
 {
@@ -170,11 +187,12 @@ QString SqlServerScript(const Schema &schema)
 {
     QString script = QStringLiteral(
         "-- Made by tools/make-template from data/system/schema.sql. Do not edit.\n"
-        "-- Run it in an empty catalogue whose collation ignores case and is UTF-8 (SQL Server 2019 or\n"
-        "-- newer), as the texts of statements lose what the code page lacks; for example\n"
+        "-- Run it in an empty catalogue whose collation ignores case, for example\n"
         "--   CREATE DATABASE Veltrane COLLATE Latin1_General_100_CI_AS_SC_UTF8\n"
-        "--   sqlcmd -d Veltrane -i schema-sqlserver.sql\n"
-        "SET QUOTED_IDENTIFIER ON;\nGO\n");
+        "--   sqlcmd -b -d Veltrane -i schema-sqlserver.sql\n"
+        "-- A server before 2019 has no UTF-8 collation. One like Latin1_General_CI_AS serves there,\n"
+        "-- and keeps the letters of its code page: the program writes its texts without an N.\n"
+        "SET QUOTED_IDENTIFIER ON;\nSET NOCOUNT ON;\nGO\n");
     for (const Schema::Table &table : schema.tables)
         script += CreateTable(table, Bracketed, SqlServerType) % u";\nGO\n";
     for (const Schema::Row &row : schema.rows) {
@@ -186,7 +204,7 @@ QString SqlServerScript(const Schema &schema)
         script += keysGiven % u" ON;\n" % InsertRow(row, Bracketed) % u";\n" % keysGiven % u" OFF;\nGO\n";
     }
     for (const Schema::Index &index : schema.indexes)
-        script += CreateIndex(index, Bracketed) % u";\nGO\n";
+        script += CreateSqlServerIndex(schema, index) % u";\nGO\n";
     return script;
 }
 

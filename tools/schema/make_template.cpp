@@ -2,6 +2,7 @@
 // derives from the one description of the schema the template of a new database file, or the script that
 // sets a server's catalogue up.
 
+#include "database/BlankTemplate.h"
 #include "platform/FileDatabase.h"
 #include "schema/SchemaScripts.h"
 
@@ -11,9 +12,6 @@
 
 namespace
 {
-/// The program opens the template with this and removes it on each copy.
-const QString templatePassword = QStringLiteral("marigold");
-
 int Fail(const QString &message)
 {
     QTextStream(stderr) << "make-template: " << message << '\n';
@@ -26,7 +24,7 @@ bool MakeFile(const QString &output, const QString &script)
     if (!FileDatabase::Create(output))
         return false;
     const std::unique_ptr<FileDatabase> database = FileDatabase::OpenExclusive(output, {});
-    return database && database->Run(script) && database->NewPassword(templatePassword);
+    return database && database->Run(script) && database->NewPassword(TemplatePassword);
 }
 
 bool WriteText(const QString &output, const QString &text)
