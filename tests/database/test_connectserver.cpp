@@ -66,7 +66,7 @@ private slots:
         row("server down", "Port", "1", "1");
         row("no such catalogue", "Database", "nosuchcatalogue", "nosuchcatalogue");
         row("driver not installed", "Driver", "PostgreSQL Missing", "odbc-postgresql");
-        row("a direct server down", {}, {}, "127.0.0.1");
+        row("a direct server down", {}, {}, "Unable to connect");
     }
     void TellsWhyAServerCannotBeReached()
     {
