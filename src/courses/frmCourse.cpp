@@ -51,6 +51,7 @@ void frmCourse::Build()
     m_list = form.Tree(QStringLiteral("CourseList"), {}, m_courses);
     m_list->setAccessibleName(QStringLiteral("Courses"));
     m_list->setRootIsDecorated(false);
+    m_list->SetEmptyText(QStringLiteral("No courses yet."));
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     m_simpleList = form.Check(QStringLiteral("CheckView"), QStringLiteral("Simple List"));
     m_simpleList->setChecked(true);
