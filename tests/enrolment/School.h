@@ -17,14 +17,14 @@ inline int AddPerson(const QString &forename, const QString &surname)
     TestDatabase::Run({u"INSERT INTO Contacts (Cust_Forename,Cust_Surname,Cust_City,Cust_County,Cust_Country,"
                        u"Cust_Designation,Cust_Ethnicgroup,OrganRef,ContactContactRef) VALUES ('" %
                        SqlSafeText(forename) % u"','" % SqlSafeText(surname) % u"',1,1,1,1,1,1,1)"});
-    return LastKey(QStringLiteral("Contacts"), QStringLiteral("ContactRef"));
+    return LastKey("Contacts", "ContactRef");
 }
 
 inline int AddCourse(const QString &title, double fee, int limit = 0)
 {
     TestDatabase::Run({u"INSERT INTO Courses (Title,Description,Fee,Limit,ReferenceID) VALUES ('" %
                        SqlSafeText(title) % u"',''," % SqlNumber(fee) % u',' % SqlNumber(limit) % u",'')"});
-    return LastKey(QStringLiteral("Courses"), QStringLiteral("CourseRef"));
+    return LastKey("Courses", "CourseRef");
 }
 
 /// Gives a person a characteristic with a percentage and an amount.
@@ -33,9 +33,9 @@ inline void AddCharacteristic(int contactRef, const QString &name, double percen
     TestDatabase::Run({u"INSERT INTO Concessions (ReferenceID,Name,Percentage,HardDiscount) VALUES ('','" %
                        SqlSafeText(name) % u"'," % SqlNumber(percentage) % u',' % SqlNumber(hardDiscount) %
                        u')'});
-    TestDatabase::Run(
-        {u"INSERT INTO ContactConcession (ContactRef,ConcessionRef) VALUES (" % SqlNumber(contactRef) % u',' %
-         SqlNumber(LastKey(QStringLiteral("Concessions"), QStringLiteral("ConcessionRef"))) % u')'});
+    TestDatabase::Run({u"INSERT INTO ContactConcession (ContactRef,ConcessionRef) VALUES (" %
+                       SqlNumber(contactRef) % u',' % SqlNumber(LastKey("Concessions", "ConcessionRef")) %
+                       u')'});
 }
 
 inline void SetTax(const QString &name, const QString &rate)

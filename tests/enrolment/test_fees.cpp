@@ -94,14 +94,14 @@ void TestFees::Rounding_data()
 {
     QTest::addColumn<double>("amount");
     QTest::addColumn<QString>("text");
-    QTest::newRow("half a hundredth") << 33.335 << "33.34";
-    QTest::newRow("half a hundredth below zero") << -33.335 << "-33.34";
-    QTest::newRow("a product just below its half") << 1.005 * 100 / 100 << "1.01";
-    QTest::newRow("noise below a half") << 66.67 - 0.6667 * 50 << "33.34";
-    QTest::newRow("really below a half") << 33.33499 << "33.33";
-    QTest::newRow("grouped") << 1234567.5 << "1,234,567.50";
-    QTest::newRow("no minus zero") << -0.001 << "0.00";
-    QTest::newRow("a sum of dimes") << 0.1 + 0.2 << "0.30";
+    QTest::newRow("half a hundredth") << 33.335 << u"33.34"_qs;
+    QTest::newRow("half a hundredth below zero") << -33.335 << u"-33.34"_qs;
+    QTest::newRow("a product just below its half") << 1.005 * 100 / 100 << u"1.01"_qs;
+    QTest::newRow("noise below a half") << 66.67 - 0.6667 * 50 << u"33.34"_qs;
+    QTest::newRow("really below a half") << 33.33499 << u"33.33"_qs;
+    QTest::newRow("grouped") << 1234567.5 << u"1,234,567.50"_qs;
+    QTest::newRow("no minus zero") << -0.001 << u"0.00"_qs;
+    QTest::newRow("a sum of dimes") << 0.1 + 0.2 << u"0.30"_qs;
 }
 
 void TestFees::Rounding()
@@ -131,30 +131,29 @@ void TestFees::Choice_data()
     QTest::addColumn<Characteristics>("has");
     QTest::addColumn<double>("percent");
     QTest::addColumn<QString>("name");
-    const auto twenty = Fees::Characteristic{QStringLiteral("Student"), 20, 0};
-    const auto amount = [](double value) { return Fees::Characteristic{QStringLiteral("Member"), 0, value}; };
+    const auto twenty = Fees::Characteristic{"Student", 20, 0};
+    const auto amount = [](double value) { return Fees::Characteristic{"Member", 0, value}; };
 
-    QTest::newRow("none") << 100.0 << Characteristics{} << 0.0 << "";
-    QTest::newRow("no discount in it")
-        << 100.0 << Characteristics{{QStringLiteral("Staff"), 0, 0}} << 0.0 << "";
-    QTest::newRow("amount is more") << 100.0 << Characteristics{twenty, amount(30)} << 30.0 << "Member";
+    QTest::newRow("none") << 100.0 << Characteristics{} << 0.0 << u""_qs;
+    QTest::newRow("no discount in it") << 100.0 << Characteristics{{"Staff", 0, 0}} << 0.0 << u""_qs;
+    QTest::newRow("amount is more") << 100.0 << Characteristics{twenty, amount(30)} << 30.0 << u"Member"_qs;
     QTest::newRow("tie, percentage first")
-        << 100.0 << Characteristics{twenty, amount(20)} << 20.0 << "Student";
-    QTest::newRow("tie, amount first") << 100.0 << Characteristics{amount(20), twenty} << 20.0 << "Member";
+        << 100.0 << Characteristics{twenty, amount(20)} << 20.0 << u"Student"_qs;
+    QTest::newRow("tie, amount first")
+        << 100.0 << Characteristics{amount(20), twenty} << 20.0 << u"Member"_qs;
     QTest::newRow("tie but for the noise")
-        << 100.0 << Characteristics{{QStringLiteral("Seven"), 7, 0}, amount(7)} << 7.0 << "Seven";
-    QTest::newRow("percentage is more") << 200.0 << Characteristics{amount(30), twenty} << 20.0 << "Student";
-    QTest::newRow("both in one") << 100.0 << Characteristics{{QStringLiteral("Both"), 40, 30}} << 40.0
-                                 << "Both";
-    QTest::newRow("amount above the fee") << 20.0 << Characteristics{amount(30)} << 100.0 << "Member";
+        << 100.0 << Characteristics{{"Seven", 7, 0}, amount(7)} << 7.0 << u"Seven"_qs;
+    QTest::newRow("percentage is more")
+        << 200.0 << Characteristics{amount(30), twenty} << 20.0 << u"Student"_qs;
+    QTest::newRow("both in one") << 100.0 << Characteristics{{"Both", 40, 30}} << 40.0 << u"Both"_qs;
+    QTest::newRow("amount above the fee") << 20.0 << Characteristics{amount(30)} << 100.0 << u"Member"_qs;
     QTest::newRow("second amount above the fee")
-        << 20.0 << Characteristics{{QStringLiteral("First"), 0, 40}, amount(30)} << 100.0 << "Member";
-    QTest::newRow("percentage is not cut")
-        << 100.0 << Characteristics{{QStringLiteral("Odd"), 150, 0}} << 150.0 << "Odd";
+        << 20.0 << Characteristics{{"First", 0, 40}, amount(30)} << 100.0 << u"Member"_qs;
+    QTest::newRow("percentage is not cut") << 100.0 << Characteristics{{"Odd", 150, 0}} << 150.0 << u"Odd"_qs;
     QTest::newRow("more than an uncut percentage")
-        << 10.0 << Characteristics{{QStringLiteral("Odd"), 150, 0}, amount(20)} << 100.0 << "Member";
-    QTest::newRow("no fee") << 0.0 << Characteristics{twenty, amount(30)} << 0.0 << "";
-    QTest::newRow("fee below zero") << -5.0 << Characteristics{twenty} << 0.0 << "";
+        << 10.0 << Characteristics{{"Odd", 150, 0}, amount(20)} << 100.0 << u"Member"_qs;
+    QTest::newRow("no fee") << 0.0 << Characteristics{twenty, amount(30)} << 0.0 << u""_qs;
+    QTest::newRow("fee below zero") << -5.0 << Characteristics{twenty} << 0.0 << u""_qs;
 }
 
 void TestFees::Choice()
@@ -187,30 +186,19 @@ void TestFees::StatusWords_data()
     QTest::addColumn<double>("paid");
     QTest::addColumn<QString>("inList");
     QTest::addColumn<QString>("onScreen");
-    QTest::newRow("nothing paid") << 100.0 << 0.0 << 0.0 << 0.0 << "No"
-                                  << "No";
-    QTest::newRow("part") << 100.0 << 0.0 << 0.0 << 99.99 << "Part"
-                          << "Part";
-    QTest::newRow("all") << 100.0 << 10.0 << 20.0 << 108.0 << "Yes"
-                         << "Yes";
-    QTest::newRow("more") << 100.0 << 0.0 << 0.0 << 100.01 << "In Credit"
-                          << "In Credit";
-    QTest::newRow("free") << 0.0 << 0.0 << 20.0 << 0.0 << "Yes"
-                          << "No";
-    QTest::newRow("free by discount") << 80.0 << 100.0 << 20.0 << 0.0 << "Yes"
-                                      << "No";
-    QTest::newRow("free, yet paid") << 0.0 << 0.0 << 0.0 << 5.0 << "In Credit"
-                                    << "In Credit";
-    QTest::newRow("rounded up on the screen") << 66.67 << 50.0 << 0.0 << 33.34 << "In Credit"
-                                              << "Yes";
-    QTest::newRow("rounded down on the screen") << 0.33 << 1.0 << 0.0 << 0.33 << "In Credit"
-                                                << "Yes";
-    QTest::newRow("tax rounded down") << 10.01 << 0.0 << 17.5 << 11.76 << "Part"
-                                      << "Yes";
-    QTest::newRow("a third off") << 90.0 << 30.0 / 90 * 100 << 0.0 << 60.0 << "Yes"
-                                 << "Yes";
-    QTest::newRow("more than all off") << 100.0 << 150.0 << 0.0 << 0.0 << "In Credit"
-                                       << "No";
+    QTest::newRow("nothing paid") << 100.0 << 0.0 << 0.0 << 0.0 << u"No"_qs << u"No"_qs;
+    QTest::newRow("part") << 100.0 << 0.0 << 0.0 << 99.99 << u"Part"_qs << u"Part"_qs;
+    QTest::newRow("all") << 100.0 << 10.0 << 20.0 << 108.0 << u"Yes"_qs << u"Yes"_qs;
+    QTest::newRow("more") << 100.0 << 0.0 << 0.0 << 100.01 << u"In Credit"_qs << u"In Credit"_qs;
+    QTest::newRow("free") << 0.0 << 0.0 << 20.0 << 0.0 << u"Yes"_qs << u"No"_qs;
+    QTest::newRow("free by discount") << 80.0 << 100.0 << 20.0 << 0.0 << u"Yes"_qs << u"No"_qs;
+    QTest::newRow("free, yet paid") << 0.0 << 0.0 << 0.0 << 5.0 << u"In Credit"_qs << u"In Credit"_qs;
+    QTest::newRow("rounded up on the screen")
+        << 66.67 << 50.0 << 0.0 << 33.34 << u"In Credit"_qs << u"Yes"_qs;
+    QTest::newRow("rounded down on the screen") << 0.33 << 1.0 << 0.0 << 0.33 << u"In Credit"_qs << u"Yes"_qs;
+    QTest::newRow("tax rounded down") << 10.01 << 0.0 << 17.5 << 11.76 << u"Part"_qs << u"Yes"_qs;
+    QTest::newRow("a third off") << 90.0 << 30.0 / 90 * 100 << 0.0 << 60.0 << u"Yes"_qs << u"Yes"_qs;
+    QTest::newRow("more than all off") << 100.0 << 150.0 << 0.0 << 0.0 << u"In Credit"_qs << u"No"_qs;
 }
 
 void TestFees::StatusWords()

@@ -1,3 +1,4 @@
+#include "contacts/Keyboard.h"
 #include "controls/ListModel.h"
 #include "core/Session.h"
 #include "database/Security.h"
@@ -11,9 +12,7 @@
 #include "support/ScriptedDialogs.h"
 #include "support/StatementLog.h"
 
-#include <QClipboard>
 #include <QGroupBox>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -24,10 +23,9 @@ using Dialogs::Answer;
 
 namespace
 {
-const QString refusal = QStringLiteral("Amount tendered exceeds the amount due\nNo Action Taken");
-const QString leaving = QStringLiteral("Some of the data has changed.\nOkay to update before exiting?");
-const QString failure =
-    QStringLiteral("A number of errors have been detected, please seek technical support.");
+const QString refusal = "Amount tendered exceeds the amount due\nNo Action Taken";
+const QString leaving = "Some of the data has changed.\nOkay to update before exiting?";
+const QString failure = "A number of errors have been detected, please seek technical support.";
 
 QString BoxText(QWidget &form, const QString &box)
 {
@@ -62,21 +60,18 @@ private slots:
 
     void PaysInThreeWays();
     void TakesWhatIsDueAndNoMore();
-    void SavesWithoutAPayment();
     void Overrides();
     void ClampsWhatIsTyped_data();
     void ClampsWhatIsTyped();
-    void FiltersKeysAndPastes_data();
-    void FiltersKeysAndPastes();
+    void FiltersTheDiscount();
     void AsksOnLeaving();
     void ShowsAMissingRow();
     void HidesWhatIsPaidOrUnnamed();
     void FollowsRights_data();
     void FollowsRights();
-    void KeepsWorkWhenNothingIsStored();
+    void KeepsWork_data();
+    void KeepsWork();
     void KeepsWorkUnderALock();
-    void KeepsWorkWhenOnlyTheLogFails();
-    void KeepsWorkWhenOnlyTheTotalsFail();
     void SavesByTheKeyboardAlone();
     void ChoosesCourses();
 
@@ -101,13 +96,13 @@ void TestStudentInfo::init()
     gUserRights = RightsBlank();
     Clock::StopAt(QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
     LoadSystemValues();
-    SetSystemValue(SystemRef::CurrencySymbol, QStringLiteral("£"));
-    SetSystemValue(SystemRef::VoucherName, QStringLiteral("Learning Card"));
-    SetSystemValue(SystemRef::VoucherName + 4, QStringLiteral("Gift"));
-    School::SetTax(QStringLiteral("VAT"), QStringLiteral("20"));
-    m_course = School::AddCourse(QStringLiteral("Pottery"), 100);
-    m_person = School::AddPerson(QStringLiteral("Ada"), QStringLiteral("Lovelace"));
-    School::AddCharacteristic(m_person, QStringLiteral("Student"), 25, 0);
+    SetSystemValue(SystemRef::CurrencySymbol, "£");
+    SetSystemValue(SystemRef::VoucherName, "Learning Card");
+    SetSystemValue(SystemRef::VoucherName + 4, "Gift");
+    School::SetTax("VAT", "20");
+    m_course = School::AddCourse("Pottery", 100);
+    m_person = School::AddPerson("Ada", "Lovelace");
+    School::AddCharacteristic(m_person, "Student", 25, 0);
     ADO_Course_EnrollStudent(m_course, m_person);
     ADO_Course_ShowEnrolledStudents(m_course, m_list);
 }
@@ -128,16 +123,16 @@ std::unique_ptr<frmStudentInfo> TestStudentInfo::Open()
 
 QString TestStudentInfo::Totals() const
 {
-    return TestDatabase::Value(QStringLiteral("SELECT AmountPaid FROM StudentsEnrolled")) % u' ' %
-           TestDatabase::Value(QStringLiteral("SELECT ChequePaid FROM StudentsEnrolled")) % u' ' %
-           TestDatabase::Value(QStringLiteral("SELECT Vouchers5 FROM StudentsEnrolled"));
+    return TestDatabase::Value("SELECT AmountPaid FROM StudentsEnrolled") % u' ' %
+           TestDatabase::Value("SELECT ChequePaid FROM StudentsEnrolled") % u' ' %
+           TestDatabase::Value("SELECT Vouchers5 FROM StudentsEnrolled");
 }
 
 QStringList TestStudentInfo::Log() const
 {
     return TestDatabase::Rows(
-        QStringLiteral("SELECT ReceiptNo,DateTrn,MoneyPaid,ChequePaid,CreditCardRef,"
-                       "Vouchers5Paid,Vouchers5Label FROM Transactions ORDER BY MoneyPaid"));
+        "SELECT ReceiptNo,DateTrn,MoneyPaid,ChequePaid,CreditCardRef,Vouchers5Paid,Vouchers5Label FROM "
+        "Transactions ORDER BY MoneyPaid");
 }
 
 void TestStudentInfo::Break(const QString &table, bool broken)
@@ -150,87 +145,82 @@ void TestStudentInfo::Break(const QString &table, bool broken)
 void TestStudentInfo::PaysInThreeWays()
 {
     auto form = Open();
-    QCOMPARE(form->windowTitle(), QStringLiteral("Lovelace, Ada"));
-    QCOMPARE(Find<QLabel>(*form, QStringLiteral("LblCourseFee"))->text(), QStringLiteral("Course Fee £"));
-    QCOMPARE(BoxText(*form, QStringLiteral("TotalAmountDue")), QStringLiteral("90.00"));
-    TypeInto(*form, QStringLiteral("Payment"), QStringLiteral("10.5"));
-    TypeInto(*form, QStringLiteral("ChequePayment"), QStringLiteral("20"));
-    TypeInto(*form, QStringLiteral("VPayment_4"), QStringLiteral("5"));
-    TypeInto(*form, QStringLiteral("Receipt"), QStringLiteral("R'1"));
-    Press(*form, QStringLiteral("OkBtn"));
+    QCOMPARE(form->windowTitle(), u"Lovelace, Ada"_qs);
+    QCOMPARE(Find<QLabel>(*form, "LblCourseFee")->text(), u"Course Fee £"_qs);
+    QCOMPARE(BoxText(*form, "TotalAmountDue"), u"90.00"_qs);
+    TypeInto(*form, "Payment", "10.5");
+    TypeInto(*form, "ChequePayment", "20");
+    TypeInto(*form, "VPayment_4", "5");
+    TypeInto(*form, "Receipt", "R'1");
+    Press(*form, "OkBtn");
     QVERIFY(!form->isVisible());
-    QCOMPARE(Totals(), QStringLiteral("10.5 20 5"));
-    QCOMPARE(Log(), QStringList(QStringLiteral("R'1|20261122|10.5|20|0|5|Gift")));
-    QCOMPARE(Word(), QStringLiteral("Part"));
+    QCOMPARE(Totals(), u"10.5 20 5"_qs);
+    QCOMPARE(Log(), QStringList("R'1|20261122|10.5|20|0|5|Gift"));
+    QCOMPARE(Word(), u"Part"_qs);
 
     // The next payment is a row of its own and adds to the totals.
     form = Open();
-    QCOMPARE(BoxText(*form, QStringLiteral("Paid")), QStringLiteral("35.50"));
-    QCOMPARE(BoxText(*form, QStringLiteral("Payment")), QStringLiteral("0.00"));
-    TypeInto(*form, QStringLiteral("Payment"), QStringLiteral("54.50"));
-    Press(*form, QStringLiteral("OkBtn"));
-    QCOMPARE(Totals(), QStringLiteral("65 20 5"));
+    QCOMPARE(BoxText(*form, "Paid"), u"35.50"_qs);
+    QCOMPARE(BoxText(*form, "Payment"), u"0.00"_qs);
+    TypeInto(*form, "Payment", "54.50");
+    Press(*form, "OkBtn");
+    QCOMPARE(Totals(), u"65 20 5"_qs);
     QCOMPARE(Log().size(), 2);
-    QCOMPARE(Word(), QStringLiteral("Yes"));
+    QCOMPARE(Word(), u"Yes"_qs);
+
+    // Without a payment the rest is saved, and nothing is logged.
+    form = Open();
+    Find<QPlainTextEdit>(*form, "Info")->setPlainText("50% off; %1 'soon'");
+    Press(*form, "OkBtn");
+    QCOMPARE(Log().size(), 2);
+    QCOMPARE(TestDatabase::Value("SELECT Notes FROM StudentsEnrolled"), u"50% off; %1 'soon'"_qs);
 }
 
 void TestStudentInfo::TakesWhatIsDueAndNoMore()
 {
     auto form = Open();
-    TypeInto(*form, QStringLiteral("Payment"), QStringLiteral("45"));
-    TypeInto(*form, QStringLiteral("ChequePayment"), QStringLiteral("45.01"));
+    TypeInto(*form, "Payment", "45");
+    TypeInto(*form, "ChequePayment", "45.01");
     {
         ScriptedDialogs dialogs;
-        dialogs.Expect(QStringLiteral("Warning"), refusal);
+        dialogs.Expect("Warning", refusal);
         const StatementLog log;
-        Press(*form, QStringLiteral("OkBtn"));
+        Press(*form, "OkBtn");
         QCOMPARE(log.Statements(), QStringList());
     }
     QVERIFY(form->isVisible());
-    QCOMPARE(BoxText(*form, QStringLiteral("Payment")), QStringLiteral("45.00"));
-    QCOMPARE(BoxText(*form, QStringLiteral("Cash")), QStringLiteral("0.00"));
-    TypeInto(*form, QStringLiteral("ChequePayment"), QStringLiteral("45"));
-    Press(*form, QStringLiteral("OkBtn"));
-    QCOMPARE(Totals(), QStringLiteral("45 45 0"));
-}
-
-void TestStudentInfo::SavesWithoutAPayment()
-{
-    auto form = Open();
-    Find<QPlainTextEdit>(*form, QStringLiteral("Info"))->setPlainText(QStringLiteral("50% off; %1 'soon'"));
-    Press(*form, QStringLiteral("OkBtn"));
-    QVERIFY(Log().isEmpty());
-    QCOMPARE(TestDatabase::Value(QStringLiteral("SELECT Notes FROM StudentsEnrolled")),
-             QStringLiteral("50% off; %1 'soon'"));
-    QCOMPARE(Word(), QStringLiteral("No"));
+    QCOMPARE(BoxText(*form, "Payment"), u"45.00"_qs);
+    QCOMPARE(BoxText(*form, "Cash"), u"0.00"_qs);
+    TypeInto(*form, "ChequePayment", "45");
+    Press(*form, "OkBtn");
+    QCOMPARE(Totals(), u"45 45 0"_qs);
 }
 
 /// A lower fee turns a payment into a credit, a corrected payment back into a debt. No payment is logged.
 void TestStudentInfo::Overrides()
 {
-    TestDatabase::Run({QStringLiteral("UPDATE StudentsEnrolled SET AmountPaid = 60")});
+    TestDatabase::Run({"UPDATE StudentsEnrolled SET AmountPaid = 60"});
     auto form = Open();
-    QVERIFY(IsLocked(*form, QStringLiteral("Discount")) && IsLocked(*form, QStringLiteral("Cash")));
-    Press(*form, QStringLiteral("EditBtn"));
-    QVERIFY(!IsLocked(*form, QStringLiteral("Discount")) && !IsLocked(*form, QStringLiteral("TaxName")));
-    QVERIFY(IsLocked(*form, QStringLiteral("BasicFee")) && IsLocked(*form, QStringLiteral("NetFee")));
+    QVERIFY(IsLocked(*form, "Discount") && IsLocked(*form, "Cash"));
+    Press(*form, "EditBtn");
+    QVERIFY(!IsLocked(*form, "Discount") && !IsLocked(*form, "TaxName"));
+    QVERIFY(IsLocked(*form, "BasicFee") && IsLocked(*form, "NetFee"));
 
-    Enter(*form, QStringLiteral("HardDiscount"), QStringLiteral("60"));
-    QCOMPARE(BoxText(*form, QStringLiteral("Discount")), QStringLiteral("60.00"));
-    QCOMPARE(BoxText(*form, QStringLiteral("TotalAmountDue")), QStringLiteral("48.00"));
-    QCOMPARE(BoxText(*form, QStringLiteral("Owed")), QStringLiteral("-12.00"));
-    QVERIFY(!Find<QGroupBox>(*form, QStringLiteral("Frame1"))->isVisible());
-    Enter(*form, QStringLiteral("Cash"), QStringLiteral("40"));
-    QCOMPARE(BoxText(*form, QStringLiteral("Owed")), QStringLiteral("8.00"));
-    QVERIFY(Find<QGroupBox>(*form, QStringLiteral("Frame1"))->isVisible());
-    Enter(*form, QStringLiteral("Cash"), QStringLiteral("60"));
-    Press(*form, QStringLiteral("EditBtn"));
-    QVERIFY(IsLocked(*form, QStringLiteral("Discount")));
-    Press(*form, QStringLiteral("OkBtn"));
-    QCOMPARE(Word(), QStringLiteral("In Credit"));
+    Enter(*form, "HardDiscount", "60");
+    QCOMPARE(BoxText(*form, "Discount"), u"60.00"_qs);
+    QCOMPARE(BoxText(*form, "TotalAmountDue"), u"48.00"_qs);
+    QCOMPARE(BoxText(*form, "Owed"), u"-12.00"_qs);
+    QVERIFY(!Find<QGroupBox>(*form, "Frame1")->isVisible());
+    Enter(*form, "Cash", "40");
+    QCOMPARE(BoxText(*form, "Owed"), u"8.00"_qs);
+    QVERIFY(Find<QGroupBox>(*form, "Frame1")->isVisible());
+    Enter(*form, "Cash", "60");
+    Press(*form, "EditBtn");
+    QVERIFY(IsLocked(*form, "Discount"));
+    Press(*form, "OkBtn");
+    QCOMPARE(Word(), u"In Credit"_qs);
     QVERIFY(Log().isEmpty());
-    QCOMPARE(TestDatabase::Value(QStringLiteral("SELECT Discount FROM StudentsEnrolled")),
-             QStringLiteral("60"));
+    QCOMPARE(TestDatabase::Value("SELECT Discount FROM StudentsEnrolled"), u"60"_qs);
 }
 
 void TestStudentInfo::ClampsWhatIsTyped_data()
@@ -239,42 +229,16 @@ void TestStudentInfo::ClampsWhatIsTyped_data()
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("shown");
     QTest::addColumn<QString>("due");
-    QTest::newRow("discount") << "Discount"
-                              << "12.5"
-                              << "12.50"
-                              << "105.00";
-    QTest::newRow("discount above 100") << "Discount"
-                                        << "101"
-                                        << "100"
-                                        << "0.00";
-    QTest::newRow("no discount") << "Discount"
-                                 << ""
-                                 << "0.00"
-                                 << "120.00";
-    QTest::newRow("discount to a third place") << "Discount"
-                                               << "33.335"
-                                               << "33.34"
-                                               << "79.99";
-    QTest::newRow("amount above the fee") << "HardDiscount"
-                                          << "100.01"
-                                          << "100.00"
-                                          << "0.00";
-    QTest::newRow("amount") << "HardDiscount"
-                            << "33.33"
-                            << "33.33"
-                            << "80.00";
-    QTest::newRow("tax") << "TaxRate"
-                         << "17.5"
-                         << "17.50"
-                         << "88.13";
-    QTest::newRow("tax above 100") << "TaxRate"
-                                   << "1000"
-                                   << "100"
-                                   << "150.00";
-    QTest::newRow("a point alone") << "TaxRate"
-                                   << "."
-                                   << "0.00"
-                                   << "75.00";
+    QTest::newRow("discount") << u"Discount"_qs << u"12.5"_qs << u"12.50"_qs << u"105.00"_qs;
+    QTest::newRow("discount above 100") << u"Discount"_qs << u"101"_qs << u"100"_qs << u"0.00"_qs;
+    QTest::newRow("no discount") << u"Discount"_qs << u""_qs << u"0.00"_qs << u"120.00"_qs;
+    QTest::newRow("discount to a third place")
+        << u"Discount"_qs << u"33.335"_qs << u"33.34"_qs << u"79.99"_qs;
+    QTest::newRow("amount above the fee") << u"HardDiscount"_qs << u"100.01"_qs << u"100.00"_qs << u"0.00"_qs;
+    QTest::newRow("amount") << u"HardDiscount"_qs << u"33.33"_qs << u"33.33"_qs << u"80.00"_qs;
+    QTest::newRow("tax") << u"TaxRate"_qs << u"17.5"_qs << u"17.50"_qs << u"88.13"_qs;
+    QTest::newRow("tax above 100") << u"TaxRate"_qs << u"1000"_qs << u"100"_qs << u"150.00"_qs;
+    QTest::newRow("a point alone") << u"TaxRate"_qs << u"."_qs << u"0.00"_qs << u"75.00"_qs;
 }
 
 void TestStudentInfo::ClampsWhatIsTyped()
@@ -282,50 +246,21 @@ void TestStudentInfo::ClampsWhatIsTyped()
     QFETCH(QString, box);
     QFETCH(QString, typed);
     auto form = Open();
-    Press(*form, QStringLiteral("EditBtn"));
+    Press(*form, "EditBtn");
     Enter(*form, box, typed);
     QTEST(BoxText(*form, box), "shown");
-    QTEST(BoxText(*form, QStringLiteral("TotalAmountDue")), "due");
+    QTEST(BoxText(*form, "TotalAmountDue"), "due");
 }
 
-void TestStudentInfo::FiltersKeysAndPastes_data()
+/// A discount takes six digits, yet a point where a seventh could not stand.
+void TestStudentInfo::FiltersTheDiscount()
 {
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<bool>("pasted");
-    QTest::addColumn<QString>("given");
-    QTest::addColumn<QString>("taken");
-    for (const bool pasted : {false, true}) {
-        const auto row = [&](const char *name, const char *box, const char *given, const char *taken) {
-            QTest::addRow("%s %s", pasted ? "pasted" : "typed", name)
-                << QString::fromLatin1(box) << pasted << QString::fromLatin1(given)
-                << QString::fromLatin1(taken);
-        };
-        row("nine digits", "Payment", "1234567890", "123456789");
-        row("no minus", "Payment", "-12.50", "12.50");
-        row("one point", "ChequePayment", "1.2.3", "1.23");
-        row("words", "VPayment_0", "12 pounds 50p'; DROP", "1250");
-        row("grouped", "Payment", "1,234.50", "1234.50");
-        row("six digits", "Discount", "1234567.8", "123456.");
-        row("a point behind six", "Discount", "123456.7", "123456.");
-    }
-}
-
-void TestStudentInfo::FiltersKeysAndPastes()
-{
-    QFETCH(QString, box);
-    QFETCH(bool, pasted);
-    QFETCH(QString, given);
     auto form = Open();
-    Press(*form, QStringLiteral("EditBtn"));
-    auto *field = Find<QLineEdit>(*form, box);
-    field->selectAll();
-    if (pasted) {
-        QGuiApplication::clipboard()->setText(given);
-        field->paste();
-    } else {
-        QTest::keyClicks(field, given);
-    }
-    QTEST(field->text(), "taken");
+    Press(*form, "EditBtn");
+    TypeInto(*form, "Discount", "1234567.8");
+    QCOMPARE(BoxText(*form, "Discount"), u"123456."_qs);
+    TypeInto(*form, "Payment", "-1234567890");
+    QCOMPARE(BoxText(*form, "Payment"), u"123456789"_qs);
 }
 
 void TestStudentInfo::AsksOnLeaving()
@@ -335,7 +270,7 @@ void TestStudentInfo::AsksOnLeaving()
     QVERIFY(!form->isVisible());
 
     form = Open();
-    TypeInto(*form, QStringLiteral("Payment"), QStringLiteral("10"));
+    TypeInto(*form, "Payment", "10");
     ScriptedDialogs dialogs;
     Answer offered = Answer::None;
     const auto script = Dialogs::Installed().msgBox;
@@ -344,23 +279,23 @@ void TestStudentInfo::AsksOnLeaving()
         offered = byEnter;
         return script(text, title, buttons, icon, byEnter);
     };
-    dialogs.Expect(QStringLiteral("Warning"), leaving, Answer::Cancel);
+    dialogs.Expect("Warning", leaving, Answer::Cancel);
     form->reject();
     QVERIFY(form->isVisible());
     QCOMPARE(offered, Answer::No);
-    dialogs.Expect(QStringLiteral("Warning"), leaving, Answer::Yes);
-    TypeInto(*form, QStringLiteral("ChequePayment"), QStringLiteral("99"));
-    dialogs.Expect(QStringLiteral("Warning"), refusal);
+    dialogs.Expect("Warning", leaving, Answer::Yes);
+    TypeInto(*form, "ChequePayment", "99");
+    dialogs.Expect("Warning", refusal);
     form->reject();
     QVERIFY(form->isVisible());
-    dialogs.Expect(QStringLiteral("Warning"), leaving, Answer::No);
+    dialogs.Expect("Warning", leaving, Answer::No);
     form->reject();
     QVERIFY(!form->isVisible());
     QVERIFY(Log().isEmpty());
 
     form = Open();
-    TypeInto(*form, QStringLiteral("Payment"), QStringLiteral("10"));
-    dialogs.Expect(QStringLiteral("Warning"), leaving, Answer::Yes);
+    TypeInto(*form, "Payment", "10");
+    dialogs.Expect("Warning", leaving, Answer::Yes);
     form->reject();
     QVERIFY(!form->isVisible());
     QCOMPARE(Log().size(), 1);
@@ -370,12 +305,12 @@ void TestStudentInfo::ShowsAMissingRow()
 {
     ADO_Course_RemoveStudent(m_course, m_person);
     const auto form = Open();
-    QCOMPARE(Find<QPlainTextEdit>(*form, QStringLiteral("Info"))->toPlainText(),
-             QStringLiteral("This student as of current is not enrolled on this course!"));
-    QCOMPARE(BoxText(*form, QStringLiteral("Owed")), QStringLiteral("0.00"));
+    QCOMPARE(Find<QPlainTextEdit>(*form, "Info")->toPlainText(),
+             u"This student as of current is not enrolled on this course!"_qs);
+    QCOMPARE(BoxText(*form, "Owed"), u"0.00"_qs);
     for (const char *hidden : {"Frame1", "OkBtn", "EditBtn"})
         QVERIFY(!Find<QWidget>(*form, QString::fromLatin1(hidden))->isVisible());
-    QVERIFY(IsLocked(*form, QStringLiteral("Receipt")));
+    QVERIFY(IsLocked(*form, "Receipt"));
     form->reject();
     QVERIFY(!form->isVisible());
 }
@@ -383,14 +318,14 @@ void TestStudentInfo::ShowsAMissingRow()
 void TestStudentInfo::HidesWhatIsPaidOrUnnamed()
 {
     auto form = Open();
-    QVERIFY(Find<QWidget>(*form, QStringLiteral("Voucher_0"))->isVisible());
+    QVERIFY(Find<QWidget>(*form, "Voucher_0")->isVisible());
     for (const char *name : {"Voucher_1", "VPayment_1", "LblVouchers_1", "LblVouchersName_1"})
         QVERIFY(!Find<QWidget>(*form, QString::fromLatin1(name))->isVisible());
     // A kind that lost its name still counts as paid.
-    TestDatabase::Run({QStringLiteral("UPDATE StudentsEnrolled SET Vouchers2 = 90")});
+    TestDatabase::Run({"UPDATE StudentsEnrolled SET Vouchers2 = 90"});
     form = Open();
-    QCOMPARE(BoxText(*form, QStringLiteral("Paid")), QStringLiteral("90.00"));
-    QVERIFY(!Find<QGroupBox>(*form, QStringLiteral("Frame1"))->isVisible());
+    QCOMPARE(BoxText(*form, "Paid"), u"90.00"_qs);
+    QVERIFY(!Find<QGroupBox>(*form, "Frame1")->isVisible());
 }
 
 void TestStudentInfo::FollowsRights_data()
@@ -399,11 +334,11 @@ void TestStudentInfo::FollowsRights_data()
     QTest::addColumn<QString>("state");
     // Frame1, Info, Receipt, OkBtn, EditBtn; then after EditBtn: Discount, HardDiscount, Concession, TaxName,
     // TaxRate, Cash, Voucher(0). 1 = open.
-    QTest::newRow("all") << -1 << "11111 1111111";
-    QTest::newRow("no payments") << 53 << "00001 1111111";
-    QTest::newRow("no override") << 54 << "11110 0000000";
-    QTest::newRow("no discount") << 32 << "11111 0001111";
-    QTest::newRow("no tax") << 96 << "11111 1110011";
+    QTest::newRow("all") << -1 << u"11111 1111111"_qs;
+    QTest::newRow("no payments") << 53 << u"00001 1111111"_qs;
+    QTest::newRow("no override") << 54 << u"11110 0000000"_qs;
+    QTest::newRow("no discount") << 32 << u"11111 0001111"_qs;
+    QTest::newRow("no tax") << 96 << u"11111 1110011"_qs;
 }
 
 void TestStudentInfo::FollowsRights()
@@ -417,11 +352,11 @@ void TestStudentInfo::FollowsRights()
         return line && !line->isReadOnly() ? u'1' : u'0';
     };
     QString state;
-    state += Find<QWidget>(*form, QStringLiteral("Frame1"))->isVisible() ? u'1' : u'0';
-    state += Find<QPlainTextEdit>(*form, QStringLiteral("Info"))->isReadOnly() ? u'0' : u'1';
+    state += Find<QWidget>(*form, "Frame1")->isVisible() ? u'1' : u'0';
+    state += Find<QPlainTextEdit>(*form, "Info")->isReadOnly() ? u'0' : u'1';
     state += open("Receipt");
-    state += Find<QWidget>(*form, QStringLiteral("OkBtn"))->isEnabled() ? u'1' : u'0';
-    auto *edit = Find<QPushButton>(*form, QStringLiteral("EditBtn"));
+    state += Find<QWidget>(*form, "OkBtn")->isEnabled() ? u'1' : u'0';
+    auto *edit = Find<QPushButton>(*form, "EditBtn");
     state += edit->isEnabled() ? u'1' : u'0';
     state += u' ';
     edit->click();
@@ -429,32 +364,52 @@ void TestStudentInfo::FollowsRights()
          {"Discount", "HardDiscount", "Concession", "TaxName", "TaxRate", "Cash", "Voucher_0"})
         state += open(box);
     QTEST(state, "state");
-    QVERIFY(!Find<QWidget>(*form, QStringLiteral("CCardPayment"))->isEnabled());
+    QVERIFY(!Find<QWidget>(*form, "CCardPayment")->isEnabled());
 }
 
-/// Neither record took the payment: it is still a payment to come, and counts once when it goes through.
-void TestStudentInfo::KeepsWorkWhenNothingIsStored()
+void TestStudentInfo::KeepsWork_data()
 {
+    QTest::addColumn<QStringList>("broken");
+    QTest::addColumn<QString>("payment");
+    QTest::addColumn<QString>("cash");
+    QTest::addColumn<bool>("locked");
+    QTest::addColumn<QString>("word");
+    const QString log = "Transactions";
+    const QString totals = "StudentsEnrolled";
+    QTest::newRow("nothing is stored")
+        << QStringList{log, totals} << u"90.00"_qs << u"0.00"_qs << false << u"No"_qs;
+    QTest::newRow("the log fails") << QStringList{log} << u"90.00"_qs << u"90.00"_qs << true << u"Yes"_qs;
+    QTest::newRow("the totals fail") << QStringList{totals} << u"0.00"_qs << u"90.00"_qs << false << u"No"_qs;
+}
+
+/// However often Update is pressed while a record cannot be written, the payment counts once in each.
+void TestStudentInfo::KeepsWork()
+{
+    QFETCH(QStringList, broken);
     auto form = Open();
-    TypeInto(*form, QStringLiteral("Payment"), QStringLiteral("30"));
-    gConnection.Close();
-    gConnection.OpenRecordset(QStringLiteral("SELECT * FROM Courses"));
+    TypeInto(*form, "Payment", "90");
+    for (const QString &table : broken)
+        Break(table, true);
+    gConnection.OpenRecordset("SELECT * FROM NoSuchTable");
     const QString source = gConnection.Errors().first().source;
     for (int press = 0; press < 2; ++press) {
         ScriptedDialogs dialogs;
-        dialogs.Expect(source, failure);
-        dialogs.Expect(source, failure);
-        Press(*form, QStringLiteral("OkBtn"));
+        for (qsizetype i = 0; i < broken.size(); ++i)
+            dialogs.Expect(source, failure);
+        Press(*form, "OkBtn");
         QVERIFY(form->isVisible());
-        QCOMPARE(BoxText(*form, QStringLiteral("Payment")), QStringLiteral("30.00"));
-        QCOMPARE(BoxText(*form, QStringLiteral("Cash")), QStringLiteral("0.00"));
-        QCOMPARE(Word(), QStringLiteral("No"));
+        QTEST(BoxText(*form, "Payment"), "payment");
+        QTEST(BoxText(*form, "Cash"), "cash");
+        QTEST(IsLocked(*form, "Payment"), "locked");
+        QTEST(Word(), "word");
     }
-    QVERIFY(m_database->Reconnect());
-    Press(*form, QStringLiteral("OkBtn"));
+    for (const QString &table : broken)
+        Break(table, false);
+    Press(*form, "OkBtn");
     QVERIFY(!form->isVisible());
-    QCOMPARE(Totals(), QStringLiteral("30 0 0"));
-    QCOMPARE(Log().size(), 1);
+    QCOMPARE(Totals(), u"90 0 0"_qs);
+    QCOMPARE(Log(), QStringList("0|20261122|90|0|0|0|Gift"));
+    QCOMPARE(Word(), u"Yes"_qs);
 }
 
 /// Another workstation writes for longer than the wait, on the file that both have open.
@@ -463,70 +418,25 @@ void TestStudentInfo::KeepsWorkUnderALock()
     if (TestDatabase::IsOnServer())
         QSKIP("A server locks rows, not the database.");
     QString text = m_database->ConnectionText();
-    QVERIFY(gConnection.Open(text.replace(QStringLiteral(";PWD="), QStringLiteral(";LockWait=200;PWD="))));
+    QVERIFY(gConnection.Open(text.replace(";PWD=", ";LockWait=200;PWD=")));
     auto form = Open();
-    TypeInto(*form, QStringLiteral("Payment"), QStringLiteral("30"));
+    TypeInto(*form, "Payment", "30");
     {
         Connection other;
         QVERIFY(other.Open(m_database->ConnectionText()));
-        QVERIFY(other.Execute(QStringLiteral("BEGIN IMMEDIATE")));
-        QVERIFY(!gConnection.Execute(QStringLiteral("DELETE FROM Ref")));
+        QVERIFY(other.Execute("BEGIN IMMEDIATE"));
+        QVERIFY(!gConnection.Execute("DELETE FROM Ref"));
         const QString source = gConnection.Errors().first().source;
         ScriptedDialogs dialogs;
         dialogs.Expect(source, failure);
         dialogs.Expect(source, failure);
-        Press(*form, QStringLiteral("OkBtn"));
-        QCOMPARE(BoxText(*form, QStringLiteral("Payment")), QStringLiteral("30.00"));
+        Press(*form, "OkBtn");
+        QCOMPARE(BoxText(*form, "Payment"), u"30.00"_qs);
     }
-    Press(*form, QStringLiteral("OkBtn"));
+    Press(*form, "OkBtn");
     QVERIFY(!form->isVisible());
-    QCOMPARE(Totals(), QStringLiteral("30 0 0"));
+    QCOMPARE(Totals(), u"30 0 0"_qs);
     QCOMPARE(Log().size(), 1);
-}
-
-void TestStudentInfo::KeepsWorkWhenOnlyTheLogFails()
-{
-    auto form = Open();
-    TypeInto(*form, QStringLiteral("Payment"), QStringLiteral("30"));
-    Break(QStringLiteral("Transactions"), true);
-    gConnection.OpenRecordset(QStringLiteral("SELECT * FROM Transactions"));
-    const QString source = gConnection.Errors().first().source;
-    for (int press = 0; press < 2; ++press) {
-        ScriptedDialogs dialogs;
-        dialogs.Expect(source, failure);
-        Press(*form, QStringLiteral("OkBtn"));
-        QVERIFY(form->isVisible());
-        QCOMPARE(Totals(), QStringLiteral("30 0 0"));
-        QVERIFY(IsLocked(*form, QStringLiteral("Payment")));
-    }
-    Break(QStringLiteral("Transactions"), false);
-    Press(*form, QStringLiteral("OkBtn"));
-    QVERIFY(!form->isVisible());
-    QCOMPARE(Totals(), QStringLiteral("30 0 0"));
-    QCOMPARE(Log(), QStringList(QStringLiteral("0|20261122|30|0|0|0|Gift")));
-}
-
-void TestStudentInfo::KeepsWorkWhenOnlyTheTotalsFail()
-{
-    auto form = Open();
-    TypeInto(*form, QStringLiteral("Payment"), QStringLiteral("90"));
-    Break(QStringLiteral("StudentsEnrolled"), true);
-    gConnection.OpenRecordset(QStringLiteral("SELECT * FROM StudentsEnrolled"));
-    const QString source = gConnection.Errors().first().source;
-    for (int press = 0; press < 2; ++press) {
-        ScriptedDialogs dialogs;
-        dialogs.Expect(source, failure);
-        Press(*form, QStringLiteral("OkBtn"));
-        QVERIFY(form->isVisible());
-        QCOMPARE(BoxText(*form, QStringLiteral("Cash")), QStringLiteral("90.00"));
-        QCOMPARE(BoxText(*form, QStringLiteral("Payment")), QStringLiteral("0.00"));
-        QCOMPARE(Word(), QStringLiteral("No"));
-    }
-    Break(QStringLiteral("StudentsEnrolled"), false);
-    Press(*form, QStringLiteral("OkBtn"));
-    QCOMPARE(Totals(), QStringLiteral("90 0 0"));
-    QCOMPARE(Log().size(), 1);
-    QCOMPARE(Word(), QStringLiteral("Yes"));
 }
 
 /// From a fresh form: the first payment box has the focus and its amount selected, Tab leads on, Enter
@@ -535,27 +445,41 @@ void TestStudentInfo::SavesByTheKeyboardAlone()
 {
     const auto form = Open();
     QVERIFY(QTest::qWaitForWindowActive(form.get()));
-    QCOMPARE(form->focusWidget()->objectName(), QStringLiteral("Payment"));
-    QTest::keyClicks(form->focusWidget(), QStringLiteral("50"));
+    QCOMPARE(form->focusWidget()->objectName(), u"Payment"_qs);
+    QTest::keyClicks(form->focusWidget(), "50");
     QTest::keyClick(form->focusWidget(), Qt::Key_Tab);
-    QCOMPARE(form->focusWidget()->objectName(), QStringLiteral("ChequePayment"));
-    QTest::keyClicks(form->focusWidget(), QStringLiteral("7"));
+    QCOMPARE(form->focusWidget()->objectName(), u"ChequePayment"_qs);
+    QTest::keyClicks(form->focusWidget(), "7");
     QTest::keyClick(form.get(), Qt::Key_U, Qt::AltModifier);
     QTRY_VERIFY(!form->isVisible());
-    QCOMPARE(Totals(), QStringLiteral("50 7 0"));
+    QCOMPARE(Totals(), u"50 7 0"_qs);
+
+    // A discount by override, a receipt and the rest of the payment.
+    const auto next = Open();
+    const Keyboard keys(*next);
+    keys.Alt(Qt::Key_O);
+    keys.TypeAt("Discount", "50");
+    keys.Press(Qt::Key_Return);
+    QCOMPARE(BoxText(*next, "Owed"), u"3.00"_qs);
+    keys.TypeAt("VPayment_4", "3");
+    keys.TypeAt("Receipt", "7");
+    keys.Alt(Qt::Key_U);
+    QTRY_VERIFY(!next->isVisible());
+    QCOMPARE(Totals(), u"50 7 3"_qs);
+    QCOMPARE(Word(), u"Yes"_qs);
 }
 
 void TestStudentInfo::ChoosesCourses()
 {
     ModalDriver driver;
-    driver.Expect(QStringLiteral("frmPercent"), [](QDialog &form) {
-        auto *list = Find<QTreeView>(form, QStringLiteral("CourseList"));
+    driver.Expect("frmPercent", [](QDialog &form) {
+        auto *list = Find<QTreeView>(form, "CourseList");
         list->setCurrentIndex(list->model()->index(2, 0));
         list->selectionModel()->select(list->model()->index(0, 0), QItemSelectionModel::Select);
-        Press(form, QStringLiteral("OkBtn"));
+        Press(form, "OkBtn");
     });
-    driver.Expect(QStringLiteral("frmPercent"), [](QDialog &form) { form.reject(); });
-    const QStringList titles{QStringLiteral("A"), QStringLiteral("A"), QStringLiteral("B")};
+    driver.Expect("frmPercent", [](QDialog &form) { form.reject(); });
+    const QStringList titles{"A", "A", "B"};
     QCOMPARE(frmPercent::Choose(titles), QList<int>({0, 2}));
     QCOMPARE(frmPercent::Choose(titles), QList<int>());
 }

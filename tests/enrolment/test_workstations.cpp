@@ -30,8 +30,8 @@ bool PayOne(int courseRef, int contactRef)
     list.Fill({{u'?' % SqlNumber(contactRef), {}, {QString()}}});
     frmStudentInfo form(courseRef, list, list.At(0).key);
     form.show();
-    TypeInto(form, QStringLiteral("Payment"), QStringLiteral("1"));
-    Press(form, QStringLiteral("OkBtn"));
+    TypeInto(form, "Payment", "1");
+    Press(form, "OkBtn");
     return !form.isVisible();
 }
 
@@ -50,7 +50,7 @@ int Workstation(const QStringList &arguments)
     };
     const auto number = [&](int position) { return arguments.at(position).toInt(); };
     gConnection.ObserveStatements([pause = number(6)](const QString &sql) {
-        if (!sql.startsWith(QStringLiteral("SELECT")))
+        if (!sql.startsWith("SELECT"))
             QThread::msleep(static_cast<unsigned long>(pause));
     });
     for (int round = 0; round < number(5); ++round) {
@@ -89,9 +89,9 @@ private:
 void TestWorkstations::init()
 {
     m_database = std::make_unique<TestDatabase>();
-    m_course = School::AddCourse(QStringLiteral("Pottery"), 100000);
+    m_course = School::AddCourse("Pottery", 100000);
     for (int person = 2; person <= 12; ++person)
-        QCOMPARE(School::AddPerson(QStringLiteral("P"), QString::number(person)), person);
+        QCOMPARE(School::AddPerson("P", QString::number(person)), person);
 }
 
 std::unique_ptr<QProcess> TestWorkstations::Start(int first, int last, int rounds, int pause)
@@ -99,7 +99,7 @@ std::unique_ptr<QProcess> TestWorkstations::Start(int first, int last, int round
     auto process = std::make_unique<QProcess>();
     process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process->start(QCoreApplication::applicationFilePath(),
-                   {QStringLiteral("workstation"), m_database->ConnectionText(), m_database->Directory(),
+                   {"workstation", m_database->ConnectionText(), m_database->Directory(),
                     QString::number(m_course), QString::number(first), QString::number(last),
                     QString::number(rounds), QString::number(pause)});
     return process;
@@ -129,14 +129,12 @@ void TestWorkstations::ConfirmedPaymentsSurviveAKill()
         confirmed += Confirmed(*process);
 
         QVERIFY(m_database->Reconnect());
-        const double logged = Sum(QStringLiteral("MoneyPaid"), QStringLiteral("Transactions"));
-        const double total = Sum(QStringLiteral("AmountPaid"), QStringLiteral("StudentsEnrolled"));
-        QVERIFY2(
-            total >= confirmed && logged >= total && logged <= confirmed + round + 1,
-            qPrintable(
-                QStringLiteral("confirmed %1, logged %2, total %3").arg(confirmed).arg(logged).arg(total)));
+        const double logged = Sum("MoneyPaid", "Transactions");
+        const double total = Sum("AmountPaid", "StudentsEnrolled");
+        QVERIFY2(total >= confirmed && logged >= total && logged <= confirmed + round + 1,
+                 qPrintable(u"confirmed %1, logged %2, total %3"_qs.arg(confirmed).arg(logged).arg(total)));
         if (!TestDatabase::IsOnServer())
-            QCOMPARE(TestDatabase::Value(QStringLiteral("PRAGMA integrity_check")), QStringLiteral("ok"));
+            QCOMPARE(TestDatabase::Value("PRAGMA integrity_check"), "ok");
     }
     QVERIFY(confirmed >= 8);
 }
@@ -150,10 +148,9 @@ void TestWorkstations::TwoWorkstationsPayOnOneCourse()
         QCOMPARE(process->exitCode(), 0);
     }
     QCOMPARE(Confirmed(*one) + Confirmed(*two), 33);
-    QCOMPARE(TestDatabase::Value(QStringLiteral("SELECT COUNT(*) AS N FROM Transactions")),
-             QStringLiteral("33"));
-    QCOMPARE(TestDatabase::Rows(QStringLiteral("SELECT AmountPaid FROM StudentsEnrolled")).join(u' '),
-             QStringLiteral("3 3 3 3 3 3 3 3 3 3 3"));
+    QCOMPARE(TestDatabase::Value("SELECT COUNT(*) AS N FROM Transactions"), u"33"_qs);
+    QCOMPARE(TestDatabase::Rows("SELECT AmountPaid FROM StudentsEnrolled").join(u' '),
+             u"3 3 3 3 3 3 3 3 3 3 3"_qs);
 }
 
 /// Nothing locks a person between the test and the write: he may be enrolled twice, and of two payments at
@@ -169,7 +166,7 @@ void TestWorkstations::TwoWorkstationsEnrolAndPayTheSamePeople()
     }
     for (int person = 2; person <= 8; ++person) {
         const QString of = u" WHERE ContactRef = " % SqlNumber(person);
-        QCOMPARE(Sum(QStringLiteral("MoneyPaid"), QString(u"Transactions" % of)), 2.0);
+        QCOMPARE(Sum("MoneyPaid", QString(u"Transactions" % of)), 2.0);
         const QStringList totals = TestDatabase::Rows(u"SELECT AmountPaid FROM StudentsEnrolled" % of);
         QVERIFY2(totals.size() == 1 || totals.size() == 2, qPrintable(totals.join(u' ')));
         for (const QString &total : totals)

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "contacts/ContactModule.h"
+#include "contacts/People.h"
+#include "controls/ComboModel.h"
+#include "core/Session.h"
+#include "database/Security.h"
+#include "database/System.h"
+#include "forms/FormBuilder.h"
+#include "support/ModalDriver.h"
+#include "support/ScriptedDialogs.h"
+
+#include <QDir>
+
+/// What a test of the contact screens starts with: an empty database, a script of boxes, hands for modal
+/// forms, and every right.
+struct ContactFixture {
+    ContactFixture()
+    {
+        gUserRights = RightsBlank();
+        gShowIDs = 0;
+        gDialogResult = 0;
+        LoadSystemValues();
+        QDir(database.Directory()).mkpath("temp");
+    }
+
+    TestDatabase database;
+    ScriptedDialogs dialogs;
+    ModalDriver driver;
+};
+
+inline QString Key(int contactRef)
+{
+    return u'?' % QString::number(contactRef);
+}
+
+inline QString Caption(QWidget &form, const QString &button)
+{
+    return Find<QPushButton>(form, button)->text();
+}
+
+inline bool IsShown(QWidget &form, const QString &name)
+{
+    return Find<QWidget>(form, name)->isVisibleTo(&form);
+}
+
+inline bool IsReadOnly(QWidget &form, const QString &field)
+{
+    return Find<QLineEdit>(form, field)->isReadOnly();
+}
+
+inline ListModel &List(QWidget &form, const QString &name)
+{
+    return Find<ListView>(form, name)->Model();
+}
+
+inline void Choose(QWidget &form, const QString &list, const QString &text)
+{
+    ComboModel &model = Find<ComboBox>(form, list)->Model();
+    model.SetCurrent(model.FindText(text));
+}
+
+inline QString Chosen(QWidget &form, const QString &list)
+{
+    return Find<ComboBox>(form, list)->Model().CurrentText();
+}
+
+inline void TypeName(QWidget &form, const QString &forename, const QString &surname)
+{
+    TypeInto(form, "Forname", forename);
+    TypeInto(form, "Surname", surname);
+}
