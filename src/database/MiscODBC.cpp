@@ -109,5 +109,6 @@ void FillRefTable(const ListModel &selection, const QString &fileName)
         const QString reference = key.mid(1);
         TryExecute(u"INSERT INTO Ref (ContactRef) VALUES (" % reference % u")");
         file.write(reference.toLatin1() + '\n');
+        group.Tick(); // a commit that fails is passed by like a statement
     }
 }

@@ -267,6 +267,7 @@ void ImportLines(ImportRun &run, CsvReader &reader, WriteGroup &group, CsvProgre
         progress.SetValue(done);
     }
     CleanUp();
+    EndRows(group);
 }
 
 /// Reports a query that OpenReportQuery refused, as a failed one is reported.

@@ -60,7 +60,9 @@ private:
 /// every quarter of a second at a Tick, before any question to the user, and at the end, a failure
 /// included, so that what was done stays done. Tick stands between whole rows, so that a crash leaves no
 /// half row. The first write after a commit begins the next transaction. Groups do not nest: an inner
-/// one has no effect. A statement that fails takes nothing with it that the group did before.
+/// one has no effect. A statement that fails takes nothing with it that the group did before, but on a disk
+/// that is full or with a server lost: the group then takes no further write, so that no loop goes on, or
+/// is retried, over rows that are gone.
 class WriteGroup final
 {
 public:
@@ -71,8 +73,7 @@ public:
     WriteGroup &operator=(const WriteGroup &) = delete;
 
     /// Marks the end of a whole row of work. False where a commit was due and failed, which the
-    /// connection's Errors() then tell: what was done since the last commit may be undone then, on a full
-    /// disk or with a server lost.
+    /// connection's Errors() then tell, or where what was done since the last commit is undone.
     bool Tick();
     /// Commits what the group holds. False on a failure, as with Tick.
     bool Finish();
@@ -87,4 +88,6 @@ private:
     Connection *m_connection = nullptr;
     bool m_open = false;
     qint64 m_begun = 0; ///< milliseconds of the steady clock
+    EngineErrors
+        m_undone{}; ///< why the engine undid what was not committed yet; empty while nothing was lost
 };

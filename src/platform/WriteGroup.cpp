@@ -33,11 +33,14 @@ WriteGroup::~WriteGroup()
 
 bool WriteGroup::Tick()
 {
-    return !m_open || SteadyMilliseconds() - m_begun < longestHold || Commit();
+    const bool isDue = m_open && SteadyMilliseconds() - m_begun >= longestHold;
+    return isDue ? Finish() : m_undone.isEmpty() || m_connection->Fail(m_undone);
 }
 
 bool WriteGroup::Finish()
 {
+    if (!m_undone.isEmpty())
+        return m_connection->Fail(m_undone);
     return !m_open || Commit();
 }
 
@@ -49,8 +52,13 @@ bool WriteGroup::CommitRunning()
 bool WriteGroup::BeforeWrite(Connection &connection, EngineErrors &errors)
 {
     WriteGroup *group = g_running;
-    if (!group || group->m_connection != &connection || group->m_open)
+    if (!group || group->m_connection != &connection)
         return true;
+    if (group->m_open && !connection.m_engine->IsInTransaction())
+        group->Commit(); // which fails, and notes why
+    errors = group->m_undone;
+    if (!errors.isEmpty() || group->m_open)
+        return errors.isEmpty();
     group->m_open = connection.m_engine->Begin(errors);
     group->m_begun = SteadyMilliseconds();
     return group->m_open;
@@ -69,5 +77,7 @@ bool WriteGroup::Commit()
     EngineErrors errors;
     const bool done = m_connection->m_engine->Commit(errors);
     m_open = m_connection->m_engine->IsInTransaction();
+    if (!done && !m_open)
+        m_undone = errors;
     return done || m_connection->Fail(errors);
 }
