@@ -190,7 +190,6 @@ bool OdbcEngine::Revive(EngineErrors &errors)
     if (!m_isLost)
         return true;
     m_database.close();
-    m_isInTransaction = false;
     m_isLost = false;
     const bool connected = Connect(errors);
     m_isLost = !connected;
@@ -206,7 +205,9 @@ bool OdbcEngine::Fail(const QSqlError &error, EngineErrors &errors)
     question.setForwardOnly(true);
     m_isLost =
         !question.exec(isSqlServer ? QStringLiteral("SELECT @@TRANCOUNT") : QStringLiteral("SELECT 1"));
-    if (isSqlServer && !m_isLost && question.next())
+    if (m_isLost) // the driver takes a commit behind this for a good one
+        m_isInTransaction = false;
+    else if (isSqlServer && question.next())
         m_isInTransaction = m_isInTransaction && question.value(0).toInt() > 0;
     return false;
 }
