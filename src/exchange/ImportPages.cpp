@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QProgressBar>
+#include <QStandardPaths>
 
 ImportDataPage::ImportDataPage(QWidget *page, ImportState &state)
     : QObject(page)
@@ -29,14 +30,11 @@ ImportFilePage::ImportFilePage(QWidget *page)
     : QObject(page)
 {
     FormBuilder form(page);
-    form.Line(
-        QStringLiteral("FileHint"),
-        QStringLiteral("The first line of the file names its fields. Dates in it are read as DD/MM/YYYY "
-                       "or YYYY-MM-DD."));
+    form.Line(QStringLiteral("FileHint"), QStringLiteral("The first line of the file names its fields.\n"
+                                                         "Dates are read as DD/MM/YYYY or YYYY-MM-DD."));
     Filename = form.Text(QStringLiteral("Filename"), QStringLiteral("Te&xt file:"));
-    form.BeginButtons();
+    form.Beside();
     QPushButton *browse = form.Button(QStringLiteral("BrowseBtn"), QStringLiteral("B&rowse ..."));
-    form.EndButtons();
     form.Stretch();
     connect(browse, &QPushButton::clicked, this, &ImportFilePage::Browse);
     connect(Filename, &QLineEdit::textChanged, this, &ImportFilePage::Changed);
@@ -54,7 +52,8 @@ QString ImportFilePage::FileName() const
 
 void ImportFilePage::Browse()
 {
-    const QString folder = FileName().isEmpty() ? QString() : QFileInfo(FileName()).path();
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QString folder = FileName().isEmpty() ? documents : QFileInfo(FileName()).path();
     const QString file = Dialogs::OpenFile(
         {QStringLiteral("Open"), folder, QString(),
          QStringLiteral("Comma Separated Values (*.csv);;Text Files (*.txt);;All Files (*.*)"),

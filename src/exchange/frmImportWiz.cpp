@@ -3,8 +3,6 @@
 #include "exchange/ImportPages.h"
 #include "reports/SSWizardNavBar.h"
 
-#include <QVBoxLayout>
-
 frmImportWiz::frmImportWiz(QWidget *parent)
     : FormDialog(QStringLiteral("frmImportWiz"), QStringLiteral("Import Wizard"), parent)
     , m_state(CsvMap::Installed())
@@ -17,11 +15,7 @@ frmImportWiz::frmImportWiz(QWidget *parent)
                                   m_state);
     m_runPage = new ImportRunPage(
         m_pages->AddPage(QStringLiteral("Step3"), QStringLiteral("Importing Data...")), m_state);
-    SSWizardNavBar1 = new SSWizardNavBar(m_pages, this);
-    SSWizardNavBar1->setObjectName(QStringLiteral("SSWizardNavBar1"));
-    auto *column = new QVBoxLayout(this);
-    column->addWidget(m_pages, 1);
-    column->addWidget(SSWizardNavBar1);
+    SSWizardNavBar1 = SSWizardNavBar::Below(m_pages, this);
 
     connect(SSWizardNavBar1, &SSWizardNavBar::Click, this, [this](int code) {
         if (code == SSWizardNavBar::Next)

@@ -57,6 +57,21 @@ SSWizardNavBar::SSWizardNavBar(WizardPages *pages, QWidget *parent)
     SetEnabled(Finish, false);
 }
 
+SSWizardNavBar *SSWizardNavBar::Below(WizardPages *pages, QWidget *form)
+{
+    auto *bar = new SSWizardNavBar(pages, form);
+    bar->setObjectName(QStringLiteral("SSWizardNavBar1"));
+    auto *column = new QVBoxLayout(form);
+    // The fields of a page bring their margins along; the strip keeps to the same edges.
+    column->setContentsMargins(0, column->contentsMargins().top(), 0, column->contentsMargins().bottom());
+    const QStyle *style = bar->style();
+    bar->layout()->setContentsMargins(style->pixelMetric(QStyle::PM_LayoutLeftMargin), 0,
+                                      style->pixelMetric(QStyle::PM_LayoutRightMargin), 0);
+    column->addWidget(pages, 1);
+    column->addWidget(bar);
+    return bar;
+}
+
 void SSWizardNavBar::SetEnabled(Code button, bool enabled)
 {
     cmdNav[button]->setEnabled(enabled);

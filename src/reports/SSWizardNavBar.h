@@ -36,6 +36,8 @@ public:
     enum Code { Help, Back, Next, Finish, Cancel };
 
     explicit SSWizardNavBar(WizardPages *pages, QWidget *parent = nullptr);
+    /// The strip of a wizard, laid out in `form` below its pages.
+    static SSWizardNavBar *Below(WizardPages *pages, QWidget *form);
 
     /// Back follows the way taken by itself; what is set here holds until the next page.
     void SetEnabled(Code button, bool enabled);

@@ -15,7 +15,6 @@
 #include <QFile>
 #include <QLocale>
 #include <QProgressBar>
-#include <QVBoxLayout>
 
 namespace
 {
@@ -42,11 +41,7 @@ frmCourseWiz::frmCourseWiz(QWidget *parent)
         m_pages->AddPage(QStringLiteral("Welcome"), QStringLiteral("Welcome to the Course Report Wizard")));
     BuildDates(m_pages->AddPage(QStringLiteral("Dates"), QStringLiteral("Selecting Date Period")));
     BuildProgress(m_pages->AddPage(QStringLiteral("Progress"), QStringLiteral("Processing Report")));
-    m_navigation = new SSWizardNavBar(m_pages, this);
-    m_navigation->setObjectName(QStringLiteral("SSWizardNavBar1"));
-    auto *column = new QVBoxLayout(this);
-    column->addWidget(m_pages, 1);
-    column->addWidget(m_navigation);
+    m_navigation = SSWizardNavBar::Below(m_pages, this);
 
     connect(m_navigation, &SSWizardNavBar::Click, this, &frmCourseWiz::OnNavigation);
     connect(m_navigation, &SSWizardNavBar::PageShown, this, &frmCourseWiz::OnPageShown);

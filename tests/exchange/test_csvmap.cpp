@@ -62,13 +62,10 @@ private slots:
     void ReadsDataSetsAndEntries();
     void PassesOverWhatItDoesNotUnderstand_data();
     void PassesOverWhatItDoesNotUnderstand();
-    void FileThatIsNoMapOffersNothing_data();
     void FileThatIsNoMapOffersNothing();
-    void MillionLines();
     void ShippedMapMatchesByName_data();
     void ShippedMapMatchesByName();
     void TargetsMoveBetweenRows();
-    void AFieldWithoutATargetCannotBeTicked();
     void ChecksWhatIsMissing();
 };
 
@@ -103,15 +100,16 @@ void TestCsvMap::PassesOverWhatItDoesNotUnderstand_data()
         << L{"Z=1"} << L{"B:*c"};
     QTest::newRow("block before its language")
         << QByteArray("[!1]\n[B]=*c\n[END]\n[English]\n[A]=!1\n") << L{"A=1"} << L{};
-    QTest::newRow("half a line at the end")
-        << QByteArray("[English]\n[A]=!1\n[ENDEnglish]\n[!1]\n[B]=*c\n[C]=") << L{"A=1"} << L{"B:*c"};
+    QTest::newRow("half a line at the end, a million before")
+        << QByteArray("[x]\n").repeated(1000000) + "[English]\n[A]=!1\n[ENDEnglish]\n[!1]\n[B]=*c\n[C]="
+        << L{"A=1"} << L{"B:*c"};
+    QTest::newRow("another text") << QByteArray("Forename,Surname\nAnn,Ash\n") << L{} << L{};
+    QTest::newRow("empty") << QByteArray() << L{} << L{};
     QTest::newRow("UTF-16") << QByteArray("\xFF\xFE") +
                                    QByteArray("[\0E\0n\0g\0l\0i\0s\0h\0]\0\n\0[\0A\0]\0=\0!\0"
                                               "1\0",
                                               32)
                             << L{"A=1"} << L{};
-    QTest::newRow("Windows-1252") << QByteArray("[English]\n[Caf\xE9]=!1\n") << L{QString::fromUtf8("Café=1")}
-                                  << L{};
 }
 
 void TestCsvMap::PassesOverWhatItDoesNotUnderstand()
@@ -122,73 +120,36 @@ void TestCsvMap::PassesOverWhatItDoesNotUnderstand()
     QTEST(Texts(read, 1), "entries");
 }
 
-void TestCsvMap::FileThatIsNoMapOffersNothing_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::newRow("missing") << "/no/such/csvmap.dat";
-    QTest::newRow("folder") << SYSTEM_DATA;
-    QTest::newRow("empty") << EXCHANGE_FIXTURES "/empty.csv";
-    QTest::newRow("another text") << EXCHANGE_FIXTURES "/utf8-lf.csv";
-    QTest::newRow("binary") << "/bin/sh";
-}
-
 void TestCsvMap::FileThatIsNoMapOffersNothing()
 {
-    QFETCH(QString, file);
-    const CsvMap map(file);
-    QCOMPARE(Names(map), QStringList());
-    ImportState state(map);
-    ScriptedDialogs user;
-    user.Expect("CSV Import", "No selected/available items to import.");
-    QVERIFY(!state.ChooseDataSet());
-}
-
-void TestCsvMap::MillionLines()
-{
-    const CsvMap map = CsvMap::FromBytes(QByteArray("[x]\n").repeated(1000000) + plainMap);
-    QCOMPARE(Names(map), (QStringList{"People=1", "Firms=11"}));
-    QCOMPARE(Texts(map, 11), QStringList{"Firm:*Fm"});
+    for (const char *file : {"/no/such/csvmap.dat", "/tmp", "/bin/sh"}) {
+        const CsvMap map(file);
+        QCOMPARE(Names(map), QStringList());
+        ImportState state(map);
+        ScriptedDialogs user;
+        user.Expect("CSV Import", "No selected/available items to import.");
+        QVERIFY(!state.ChooseDataSet());
+    }
 }
 
 void TestCsvMap::ShippedMapMatchesByName_data()
 {
     QTest::addColumn<int>("dataSet");
     QTest::addColumn<QString>("header");
-    QTest::addColumn<QStringList>("mapped");
-    using L = QStringList;
-    QTest::newRow("people of the sample file")
-        << 0 << "Forename,Surname,Organisation,Address,Town/City,County,Postcode,Telephone,Fax,E-mail,Website"
-        << L{"Forename>*Cust_Forename", "Surname>*Cust_Surname",  "Organisation>?OrganName",
-             "Address>*Cust_Addr1",     "Town/City>?City",        "County>?County",
-             "Postcode>?Cust_Postcode", "Telephone>?Cust_TelDay", "Fax>?Cust_Fax",
-             "E-mail>?Cust_Email",      "Website>?Cust_URL"};
+    QTest::addColumn<QString>("mapped");
     QTest::newRow("special names before general ones")
         << 0 << "JOB TITLE,Title,Evening Telephone,Telephone,Ethnicity,City,E-mail address,Address 2"
-        << L{"JOB TITLE>?JobTitle", "Evening Telephone>?Cust_TelEve", "Ethnicity>?Type",
-             "E-mail address>?Cust_Email", "Address 2>?Cust_Addr2"};
+        << "JOB TITLE>?JobTitle,Evening Telephone>?Cust_TelEve,Ethnicity>?Type,E-mail address>?Cust_Email,"
+           "Address 2>?Cust_Addr2";
     QTest::newRow("general names before special ones")
-        << 0 << "Title,Job Title,Telephone,Telephone Extension,City,Country,Ethnic group,Address 1,Address 2"
-        << L{"Title>?Title",
-             "Job Title>?JobTitle",
-             "Telephone>?Cust_TelDay",
-             "Telephone Extension>?Cust_TelExt",
-             "City>?City",
-             "Country>?Country",
-             "Ethnic group>?Type",
-             "Address 1>*Cust_Addr1",
-             "Address 2>?Cust_Addr2"};
-    QTest::newRow("words that only look alike")
-        << 0 << "Name,Contact preference,Country,Counts,Mobile" << L{"Country>?Country"};
-    QTest::newRow("organisations")
-        << 1 << "Organisation,Address,City,County,Country,Telephone,Out of hours telephone,Fax"
-        << L{"Organisation>*OrganName",
-             "Address>?Addr1",
-             "City>?CITY5",
-             "County>?COUNTY5",
-             "Country>?COUNTRY5",
-             "Telephone>?TelDay",
-             "Out of hours telephone>?TelOut",
-             "Fax>?Fax"};
+        << 0 << "Title,Job Title,Telephone,Telephone Extension,City,Ethnic group,Address 1,Address 2"
+        << "Title>?Title,Job Title>?JobTitle,Telephone>?Cust_TelDay,Telephone Extension>?Cust_TelExt,"
+           "City>?City,Ethnic group>?Type,Address 1>*Cust_Addr1,Address 2>?Cust_Addr2";
+    QTest::newRow("words that only look alike") << 0 << "Name,Contact preference,Country,Counts,Mobile"
+                                                << "Country>?Country";
+    QTest::newRow("organisations") << 1 << "Organisation,City,Telephone,Out of hours telephone"
+                                   << "Organisation>*OrganName,City>?CITY5,Telephone>?TelDay,"
+                                      "Out of hours telephone>?TelOut";
 }
 
 void TestCsvMap::ShippedMapMatchesByName()
@@ -197,7 +158,7 @@ void TestCsvMap::ShippedMapMatchesByName()
     QFETCH(QString, header);
     const QTemporaryDir folder;
     ImportState state(ShippedMap());
-    QTEST(Mapped(state, folder.path(), header, dataSet), "mapped");
+    QTEST(Mapped(state, folder.path(), header, dataSet).join(','), "mapped");
 
     // What the program writes with these names it can read again, every field to its own target.
     QStringList names;
@@ -224,23 +185,14 @@ void TestCsvMap::TargetsMoveBetweenRows()
     QCOMPARE(state.ImportSel.At(1).subItems, QStringList{""});
     QVERIFY(!state.ImportSel.At(1).checked);
 
+    state.ImportSel.SetChecked(1, true);
+    QVERIFY2(!state.ImportSel.At(1).checked, "a field without a target cannot be ticked");
+
     state.SetTarget(2, state.ImportKey.Find("*Nm"));
     QCOMPARE(state.ImportSel.At(2).key, QStringLiteral("*3-Nm"));
     state.SetTarget(2, nullptr);
     QCOMPARE(state.ImportSel.CheckedRows().size(), size_t(0));
     QCOMPARE(state.ImportSel.At(2).key, QStringLiteral("?3"));
-}
-
-void TestCsvMap::AFieldWithoutATargetCannotBeTicked()
-{
-    const QTemporaryDir folder;
-    ImportState state(CsvMap::FromBytes(plainMap));
-    Mapped(state, folder.path(), "First,Name");
-    state.ImportSel.SetChecked(0, true);
-    QVERIFY(!state.ImportSel.At(0).checked);
-    state.ImportSel.SetChecked(1, false);
-    state.ImportSel.SetChecked(1, true);
-    QVERIFY(state.ImportSel.At(1).checked);
 }
 
 void TestCsvMap::ChecksWhatIsMissing()

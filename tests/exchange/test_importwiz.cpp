@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStackedWidget>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -30,8 +31,6 @@ private slots:
 
 private:
     static void Type(QWidget &form, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    /// Leaves a picture where the environment asks for it.
-    static void Picture(QWidget &form, const QString &name);
     static QString Title(QWidget &form);
     static bool IsEnabled(QWidget &form, const QString &button)
     {
@@ -61,20 +60,10 @@ void TestImportWiz::Type(QWidget &form, int key, Qt::KeyboardModifiers modifiers
     QTest::keyClick(focus ? focus : &form, static_cast<Qt::Key>(key), modifiers);
 }
 
-void TestImportWiz::Picture(QWidget &form, const QString &name)
-{
-    const QString folder = qEnvironmentVariable("VELTRANE_PICTURES");
-    if (!folder.isEmpty())
-        form.grab().save(folder % u'/' % name % u".png");
-}
-
 QString TestImportWiz::Title(QWidget &form)
 {
-    for (const char *step : {"Step0", "Step1", "Step2", "Step3"}) {
-        if (Find<QWidget>(form, step)->isVisible())
-            return Find<QLabel>(form, QString(step) + "_Title")->text();
-    }
-    return {};
+    const QString page = form.findChild<QStackedWidget *>()->currentWidget()->objectName();
+    return Find<QLabel>(form, page + "_Title")->text();
 }
 
 void TestImportWiz::ImportsByKeyboardAlone()
@@ -84,19 +73,16 @@ void TestImportWiz::ImportsByKeyboardAlone()
     QVERIFY(QTest::qWaitForWindowActive(&form));
     QCOMPARE(Title(form), QStringLiteral("Welcome to the Import Wizard"));
     QVERIFY(!IsEnabled(form, "cmdNav_1"));
-    Picture(form, "import-0");
     Type(form, Qt::Key_Return);
 
     QCOMPARE(Title(form), QStringLiteral("CSV Import"));
     QVERIFY(!IsEnabled(form, "cmdNav_2"));
     QTest::keyClicks(form.focusWidget(), DEMO_DATA "/people.csv");
     QVERIFY(IsEnabled(form, "cmdNav_2"));
-    Picture(form, "import-1");
     Type(form, Qt::Key_Return);
 
     QCOMPARE(Title(form), QStringLiteral("Field Mapping"));
     QCOMPARE(Find<ListView>(form, "ImportSel")->Model().CheckedRows().size(), size_t(11));
-    Picture(form, "import-2");
     m_user->Expect("CSV Import", "Import complete:\n500 Records where imported.\n0 Records where updated.\n"
                                  "0 Records where skipped.");
     Type(form, Qt::Key_N, Qt::AltModifier);
@@ -105,7 +91,6 @@ void TestImportWiz::ImportsByKeyboardAlone()
     QCOMPARE(Title(form), QStringLiteral("Importing Data..."));
     QCOMPARE(Find<QProgressBar>(form, "ProgBar")->value(), 500);
     QVERIFY(IsEnabled(form, "cmdNav_3") && !IsEnabled(form, "cmdNav_1") && !IsEnabled(form, "cmdNav_2"));
-    Picture(form, "import-3");
     Type(form, Qt::Key_Return);
     QVERIFY(!form.isVisible());
     QCOMPARE(TestDatabase::Value("SELECT COUNT(*) FROM Contacts").toInt(), 501);
@@ -143,16 +128,9 @@ void TestImportWiz::ChangesTheMapping()
         QVERIFY(!IsEnabled(map, "ExitBtn"));
         ListModel &targets = Find<ListView>(map, "FieldList")->Model();
         targets.SelectOnly(targets.Find("*Cust_Forename"));
-        Picture(map, "import-change");
         Press(map, "ExitBtn");
     });
     QCOMPARE(keys(), (QStringList{"*1-Cust_Forename", "*2-Cust_Surname", "*3-Cust_Addr1", "?4"}));
-    changing(3, [&](QDialog &map) {
-        ListModel &targets = Find<ListView>(map, "FieldList")->Model();
-        targets.SelectOnly(targets.Find("*Cust_Addr1"));
-        QVERIFY(Find<QCheckBox>(map, "ImportField")->isChecked());
-        Press(map, "CanBtn");
-    });
     changing(2, [&](QDialog &map) {
         ListModel &targets = Find<ListView>(map, "FieldList")->Model();
         QCOMPARE(targets.SelectedKeys(), QStringList{"*Cust_Addr1"});
@@ -170,28 +148,19 @@ void TestImportWiz::StaysWhereSomethingIsMissing()
 {
     frmImportWiz form;
     form.show();
-    Find<ListView>(form, "ImportList")->Model().ClearSelection();
-    m_user->Expect("CSV Import", "No selected/available items to import.");
-    Press(form, "cmdNav_2");
-    QCOMPARE(Title(form), QStringLiteral("Welcome to the Import Wizard"));
     m_user->Expect("", "Help not available.");
     Press(form, "cmdNav_0");
 
-    Find<ListView>(form, "ImportList")->Model().SelectFirst();
     Press(form, "cmdNav_2");
     TypeInto(form, "Filename", "/no/such.csv");
     m_user->Expect("CSV Import", "Unable to open '/no/such.csv'.");
     Press(form, "cmdNav_2");
     QCOMPARE(Title(form), QStringLiteral("CSV Import"));
-    m_user->ExpectFile("Open", "");
-    Press(form, "BrowseBtn");
-    QCOMPARE(Find<QLineEdit>(form, "Filename")->text(), QStringLiteral("/no/such.csv"));
-    m_user->ExpectFile("Open", EXCHANGE_FIXTURES "/utf8-lf.csv");
+    m_user->ExpectFile("Open", DEMO_DATA "/people.csv");
     Press(form, "BrowseBtn");
     Press(form, "cmdNav_2");
 
-    ListModel &fields = Find<ListView>(form, "ImportSel")->Model();
-    fields.SetChecked(1, false);
+    Find<ListView>(form, "ImportSel")->Model().SetChecked(1, false);
     m_user->Expect("CSV Import", "The following fields are required:\n    Surname\n");
     Press(form, "cmdNav_2");
     QCOMPARE(Title(form), QStringLiteral("Field Mapping"));
@@ -217,7 +186,6 @@ void TestImportWiz::CancelStopsTheRun()
     Dialogs::Installed().serveEvents = [&] {
         const int done = Find<QProgressBar>(form, "ProgBar")->value();
         if (done > 0 && done < 20000 && ++presses == 1) {
-            Picture(form, "import-running");
             QVERIFY(!IsEnabled(form, "cmdNav_3"));
             Press(form, "cmdNav_4");
         }

@@ -19,7 +19,8 @@
 
 namespace
 {
-constexpr int lookAtReport = 400; ///< milliseconds
+constexpr int lookAtReport = 400; ///< milliseconds until it is painted
+constexpr int leaveReport = 1000; ///< for the tour's own picture of the desktop
 
 int ShowReport(const QString &file, const QString &pictureFolder)
 {
@@ -28,13 +29,15 @@ int ShowReport(const QString &file, const QString &pictureFolder)
     if (!report.open(QIODevice::ReadOnly))
         return 1;
     browser.setHtml(QString::fromLatin1(report.readAll()));
+    browser.setWindowTitle(QStringLiteral("Report"));
     browser.resize(1100, 500);
     browser.show();
     QTimer::singleShot(lookAtReport, &browser, [&] {
         browser.grab().save(pictureFolder + QStringLiteral("/report.png"));
         QFile::copy(file, pictureFolder + QStringLiteral("/report.htm"));
         QFile opened(pictureFolder + QStringLiteral("/program/opened.txt"));
-        QApplication::exit(opened.open(QIODevice::WriteOnly) ? 0 : 1);
+        opened.open(QIODevice::WriteOnly);
+        QTimer::singleShot(leaveReport, &QApplication::quit);
     });
     return QApplication::exec();
 }
