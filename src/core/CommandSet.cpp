@@ -94,6 +94,8 @@ void CommandSet::FillToolBar(QMainWindow *window)
         if (!id.isEmpty() && m_stands.value(id))
             m_toolBar->addAction(Tool(id));
     }
+    if (m_toolBar->actions().last()->isSeparator())
+        m_toolBar->removeAction(m_toolBar->actions().last());
     for (auto caption = BarCaptions().begin(); caption != BarCaptions().end(); ++caption) {
         auto *button = qobject_cast<QToolButton *>(m_toolBar->widgetForAction(Tool(caption.key())));
         if (button)

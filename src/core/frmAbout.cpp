@@ -13,23 +13,24 @@
 
 namespace
 {
-/// The palette with its links light on a dark window: the standard blue is too dark to read there.
-QPalette WithReadableLinks(QPalette palette)
+/// The palette's colour of links, light on a dark window: the standard blue is too dark to read there.
+QColor LinkColour(const QPalette &palette)
 {
     constexpr int light = 200;
     const QColor link = palette.color(QPalette::Link);
-    if (palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness())
-        palette.setColor(QPalette::Link, QColor::fromHsl(link.hslHue(), link.hslSaturation(), light));
-    return palette;
+    const bool dark =
+        palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+    return dark ? QColor::fromHsl(link.hslHue(), link.hslSaturation(), light) : link;
 }
 } // namespace
 
 frmAbout::frmAbout(QWidget *parent)
     : FormDialog(QStringLiteral("frmAbout"), QStringLiteral("About Veltrane"), parent)
 {
-    auto *link = new QLabel(u"<a href=\"" % WebSite() % u"\">" % WebSite() % u"</a>", this);
+    auto *link = new QLabel(u"<a style=\"color:" % LinkColour(palette()).name() % u"\" href=\"" % WebSite() %
+                                u"\">" % WebSite() % u"</a>",
+                            this);
     link->setObjectName(QStringLiteral("WebLink"));
-    link->setPalette(WithReadableLinks(palette()));
     link->setTextInteractionFlags(Qt::TextBrowserInteraction);
     connect(link, &QLabel::linkActivated, this, [](const QString &address) { OpenDocument(address); });
 

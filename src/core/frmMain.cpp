@@ -89,18 +89,10 @@ frmMain::frmMain()
     setWindowIcon(Icons::Application());
     setAttribute(Qt::WA_DeleteOnClose, false);
     setCentralWidget(m_children);
-    static const QStringList own{
-        Id("ID_New"),  Id("ID_LogOff"),  Id("ID_TestDB"),       Id("ID_Exit"),
-        Id("ID_Tile"), Id("ID_Cascade"), Id("ID_ArrangeIcons"), Id("ID_Web"),
-    };
     m_commands = new CommandSet(this, [](const QString &id) {
-        if (id == u"ID_SwitchDatabase")
-            return static_cast<bool>(Screens::Installed().chooseDatabase);
-        if (id == u"ID_Properties")
-            return static_cast<bool>(Screens::Installed().showProperties);
         if (id == u"ID_OnlineHelp")
             return DocumentExists(userGuide);
-        return own.contains(id) || Screens::Of(id);
+        return OwnActions().contains(id) || Screens::Of(id);
     });
     connect(m_commands, &CommandSet::Chosen, this, &frmMain::Choose);
     BuildStatusBar();
@@ -254,18 +246,19 @@ bool frmMain::event(QEvent *event)
 
 void frmMain::Choose(const QString &id)
 {
-    if (ChooseOwn(id))
-        return;
+    const auto own = OwnActions().constFind(id);
     const Screen *target = Screens::Of(id);
-    if (target && target->makeChild)
+    if (own != OwnActions().constEnd())
+        (*own)(*this);
+    else if (target && target->makeChild)
         OpenChild(id);
     else if (target)
         target->runModal(this);
 }
 
-bool frmMain::ChooseOwn(const QString &id)
+const QHash<QString, frmMain::Action> &frmMain::OwnActions()
 {
-    static const QHash<QString, void (*)(frmMain &)> actions{
+    static const QHash<QString, Action> actions{
         {Id("ID_New"), [](frmMain &) { NewDatabase(); }},
         {Id("ID_SwitchDatabase"), [](frmMain &main) { main.SwitchDatabase(); }},
         {Id("ID_LogOff"), [](frmMain &) { Restart(); }},
@@ -279,11 +272,7 @@ bool frmMain::ChooseOwn(const QString &id)
         {Id("ID_OnlineHelp"), [](frmMain &) { OpenDocument(userGuide); }},
         {Id("ID_Web"), [](frmMain &) { OpenDocument(WebSite()); }},
     };
-    const auto action = actions.constFind(id);
-    if (action == actions.constEnd())
-        return false;
-    (*action)(*this);
-    return true;
+    return actions;
 }
 
 void frmMain::OpenChild(const QString &command)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QMainWindow>
 
 class ChildArea;
@@ -39,7 +40,9 @@ private:
     void ShowWhatToDo();
     void ApplyRights();
     void Choose(const QString &id);
-    bool ChooseOwn(const QString &id);
+    /// What the window carries out by itself, by command.
+    using Action = void (*)(frmMain &);
+    static const QHash<QString, Action> &OwnActions();
     void OpenChild(const QString &command);
     void ShowProperties();
     void RefreshForms();

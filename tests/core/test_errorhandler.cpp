@@ -14,20 +14,18 @@
 
 namespace
 {
-const QString firstLine =
-    QStringLiteral("Veltrane Version 1.20.0 - Error Log started at 22/11/2026 21:05:09\n");
-const QString seekSupport =
-    QStringLiteral("A number of errors have been detected, please seek technical support.");
+const QString firstLine = u"Veltrane Version 1.20.0 - Error Log started at 22/11/2026 21:05:09\n"_qs;
+const QString seekSupport = u"A number of errors have been detected, please seek technical support."_qs;
 const QString retryOrCancel =
-    QStringLiteral("Unable to perform requested database operation, you can retry the pending operation or "
-                   "cancel.\n\n");
+    u"Unable to perform requested database operation, you can retry the pending operation or "
+    "cancel.\n\n"_qs;
 } // namespace
 
 class TestErrorHandler : public QObject
 {
     Q_OBJECT
 
-    QString LogFile() const { return m_directory->filePath(QStringLiteral("log.txt")); }
+    QString LogFile() const { return m_directory->filePath(u"log.txt"_qs); }
     QString Log() const { return QString::fromUtf8(ContentOf(LogFile())); }
 
     std::unique_ptr<QTemporaryDir> m_directory;
@@ -58,12 +56,12 @@ private slots:
     void AProgramErrorIsShownAndLogged()
     {
         ScriptedDialogs user;
-        user.Expect(QStringLiteral("Connection"), seekSupport);
-        EngineErrorList() = {{3, QStringLiteral("DAO.Database"), QStringLiteral("other"), {}}};
-        SetCurrentError({-7, QStringLiteral("Connection"), QStringLiteral("no such table: X"), {}});
-        QCOMPARE(HandleError(QStringLiteral("ADO_Users_Delete"), -7), 0); // to be passed over
+        user.Expect(u"Connection"_qs, seekSupport);
+        EngineErrorList() = {{3, u"DAO.Database"_qs, u"other"_qs, {}}};
+        SetCurrentError({-7, u"Connection"_qs, u"no such table: X"_qs, {}});
+        QCOMPARE(HandleError(u"ADO_Users_Delete"_qs, -7), 0); // to be passed over
         QCOMPARE(Log(), firstLine);
-        QCOMPARE(HandleError(QStringLiteral("ADO_Users_Delete"), 0), 2);
+        QCOMPARE(HandleError(u"ADO_Users_Delete"_qs, 0), 2);
         QCOMPARE(Log(), firstLine + u"   Module = Connection - Error number: -7 - no such table: X\n"
                                     u"    Located in:ADO_Users_Delete\n\n");
     }
@@ -81,16 +79,15 @@ private slots:
     {
         QFETCH(QString, description);
         QFETCH(QString, shown);
-        const QString source = QStringLiteral("DAO.Database");
-        EngineErrorList() = {{61, QStringLiteral("DAO.Workspace"), description, {}},
-                             {62, source, QStringLiteral("second"), {}}};
+        const QString source = u"DAO.Database"_qs;
+        EngineErrorList() = {{61, u"DAO.Workspace"_qs, description, {}}, {62, source, u"second"_qs, {}}};
         SetCurrentError(EngineErrorList().last());
         ScriptedDialogs user;
         user.Expect(source, retryOrCancel + shown, Dialogs::Answer::Retry);
-        QCOMPARE(HandleError(QStringLiteral("NewDatabase"), 0), 4);
+        QCOMPARE(HandleError(u"NewDatabase"_qs, 0), 4);
         QCOMPARE(Log(), firstLine);
         user.Expect(source, retryOrCancel + shown, Dialogs::Answer::Cancel);
-        QVERIFY(HandleError(QStringLiteral("NewDatabase"), 0) != 4);
+        QVERIFY(HandleError(u"NewDatabase"_qs, 0) != 4);
         QCOMPARE(Log(), firstLine % u"   Module = DAO.Workspace - Error number: 61 - " % description %
                             u"Module = DAO.Database - Error number: 62 - second\n"
                             u"    Located in:NewDatabase\n\n");
@@ -101,9 +98,9 @@ private slots:
         QVERIFY(QFile::remove(LogFile()));
         QVERIFY(QDir().mkdir(LogFile()));
         ScriptedDialogs user;
-        user.Expect(QStringLiteral("Connection"), seekSupport);
-        SetCurrentError({5, QStringLiteral("Connection"), QStringLiteral("x"), {}});
-        QCOMPARE(HandleError(QStringLiteral("r"), 0), 2);
+        user.Expect(u"Connection"_qs, seekSupport);
+        SetCurrentError({5, u"Connection"_qs, u"x"_qs, {}});
+        QCOMPARE(HandleError(u"r"_qs, 0), 2);
         LogStart();
         LogFinish();
     }

@@ -25,7 +25,7 @@ class TestFileTools : public QObject
     }
     QString Opened() const
     {
-        const QString note = Path(QStringLiteral("opened"));
+        const QString note = Path(u"opened"_qs);
         return QTest::qWaitFor([&] { return QFile::exists(note); }, 3000)
                    ? QString::fromUtf8(ContentOf(note)).trimmed()
                    : QString();
@@ -41,13 +41,13 @@ private slots:
         for (const char *folder : {"bin", "documents", "elsewhere"})
             QVERIFY(QDir(m_directory->path()).mkdir(QString::fromLatin1(folder)));
         Directories::SetProgram(m_directory->path());
-        gDocDir = Path(QStringLiteral("documents"));
-        PutProgram(QStringLiteral("bin/xdg-mime"), "echo viewer.desktop\n");
-        const QByteArray note = Path(QStringLiteral("opened")).toLocal8Bit();
-        PutProgram(QStringLiteral("bin/xdg-open"),
+        gDocDir = Path(u"documents"_qs);
+        PutProgram(u"bin/xdg-mime"_qs, "echo viewer.desktop\n");
+        const QByteArray note = Path(u"opened"_qs).toLocal8Bit();
+        PutProgram(u"bin/xdg-open"_qs,
                    "printf %s \"$1\" > " + note + ".tmp; mv " + note + ".tmp " + note + "\n");
         m_path = qgetenv("PATH");
-        qputenv("PATH", Path(QStringLiteral("bin")).toLocal8Bit() + ":" + m_path);
+        qputenv("PATH", Path(u"bin"_qs).toLocal8Bit() + ":" + m_path);
     }
     void cleanup() { qputenv("PATH", m_path); }
 
@@ -56,7 +56,7 @@ private slots:
         QTest::addColumn<QStringList>("places");
         QTest::addColumn<QString>("asked");
         QTest::addColumn<QString>("opened");
-        const QString document = QStringLiteral("documents/a b.txt");
+        const QString document = u"documents/a b.txt"_qs;
         const QStringList there{"documents"};
         QTest::newRow("in the document folder") << there << "a b.txt" << document;
         QTest::newRow("moved there from another place") << there << "/gone/a b.txt" << document;
@@ -80,42 +80,37 @@ private slots:
 
     void WhatIsMissingIsTold()
     {
-        WriteFile(Path(QStringLiteral("elsewhere/a.txt")), "x");
+        WriteFile(Path(u"elsewhere/a.txt"_qs), "x");
         ScriptedDialogs user;
-        user.Expect(u"Error running " % Path(QStringLiteral("documents/a.txt")),
-                    QStringLiteral("File not found."));
-        QVERIFY(!OpenDocument(Path(QStringLiteral("elsewhere/a.txt"))));
-        gDocDir = Path(QStringLiteral("gone"));
-        user.Expect(u"Error running " % Path(QStringLiteral("gone/a.txt")), QStringLiteral("Invalid path."));
-        QVERIFY(!OpenDocument(QStringLiteral("a.txt")));
+        user.Expect(u"Error running " % Path(u"documents/a.txt"_qs), u"File not found."_qs);
+        QVERIFY(!OpenDocument(Path(u"elsewhere/a.txt"_qs)));
+        gDocDir = Path(u"gone"_qs);
+        user.Expect(u"Error running " % Path(u"gone/a.txt"_qs), u"Invalid path."_qs);
+        QVERIFY(!OpenDocument(u"a.txt"_qs));
     }
 
-    void AnAddressGoesToTheDesktopAsItIs_data()
-    {
-        QTest::addColumn<QString>("address");
-        QTest::newRow("page") << "http://www.veltrane.example/a\\b?c=1&d=2";
-        QTest::newRow("in capitals") << "HTTP://WWW.VELTRANE.EXAMPLE/";
-        QTest::newRow("secure") << "https://www.veltrane.example/";
-    }
     void AnAddressGoesToTheDesktopAsItIs()
     {
-        QFETCH(QString, address);
         ScriptedDialogs nobody;
-        QVERIFY(OpenDocument(address));
-        QCOMPARE(Opened(), address);
+        for (const QString &address :
+             {u"http://www.veltrane.example/a\\b?c=1&d=2"_qs, u"HTTPS://WWW.VELTRANE.EXAMPLE/"_qs}) {
+            QFile::remove(Path(u"opened"_qs));
+            QVERIFY(OpenDocument(address));
+            QCOMPARE(Opened(), address);
+        }
     }
 
     void ATypeWithoutAProgramLetsTheUserChoose()
     {
-        const QString document = Path(QStringLiteral("documents/a.txt"));
+        const QString document = Path(u"documents/a.txt"_qs);
         WriteFile(document, "x");
-        PutProgram(QStringLiteral("bin/xdg-mime"), {});
+        PutProgram(u"bin/xdg-mime"_qs, {});
         QCOMPARE(Shell::Open(document), Shell::Result::NoAssociation);
         ScriptedDialogs user;
-        user.ExpectFile(QStringLiteral("Open a.txt with"), QString());
-        QVERIFY(!OpenDocument(QStringLiteral("a.txt")));
-        user.ExpectFile(QStringLiteral("Open a.txt with"), Path(QStringLiteral("bin/xdg-open")));
-        QVERIFY(OpenDocument(QStringLiteral("a.txt")));
+        user.ExpectFile(u"Open a.txt with"_qs, QString());
+        QVERIFY(!OpenDocument(u"a.txt"_qs));
+        user.ExpectFile(u"Open a.txt with"_qs, Path(u"bin/xdg-open"_qs));
+        QVERIFY(OpenDocument(u"a.txt"_qs));
         QCOMPARE(Opened(), document);
     }
 };

@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMenu>
-#include <QMenuBar>
 #include <QSet>
 #include <QTest>
 
@@ -27,7 +26,7 @@ class TestLogin : public QObject
     {
         Names names;
         for (const QAction *tool : m_window->findChildren<QAction *>()) {
-            if (tool->objectName().startsWith(QStringLiteral("ID_")) && tool->isEnabled())
+            if (tool->objectName().startsWith(u"ID_"_qs) && tool->isEnabled())
                 names.insert(tool->objectName());
         }
         return names;
@@ -76,11 +75,10 @@ private slots:
                                    "ID_Help", "ID_Tools", "ID_About"}));
         for (const QAction *entry : Tool("ID_Tools")->menu()->actions())
             QVERIFY(entry->isSeparator() || !entry->isEnabled());
-        QCOMPARE(Panel(3), QStringLiteral("No Database.  "));
+        QCOMPARE(Panel(3), u"No Database.  "_qs);
         const auto *area = m_window->findChild<QMdiArea *>();
-        QCOMPARE(area->accessibleDescription(),
-                 QStringLiteral("No database is open\nSwitch Database (Ctrl+O) opens one.\n"
-                                "New Access Database (Ctrl+Shift+N) makes a new one."));
+        QCOMPARE(area->accessibleDescription(), u"No database is open\nSwitch Database (Ctrl+O) opens one.\n"
+                                                "New Access Database (Ctrl+Shift+N) makes a new one."_qs);
         gDBValid = true;
         Give(-1, 9);
         QCOMPARE(area->accessibleDescription(), QString());
@@ -100,33 +98,16 @@ private slots:
             QVERIFY2(enabled == expected,
                      qPrintable(QString::number(right) % u" at " % QString::number(level)));
         };
-        const QList<std::pair<int, QString>> guarded{
-            {0, "ID_Security"},
-            {1, "ID_Contacts"},
-            {2, "ID_Courses"},
-            {3, "ID_ReportManager"},
-            {4, "ID_SwitchDatabase"},
-            {5, "ID_New"},
-            {6, "ID_RegisterDB"},
-            {7, "ID_IssueAwards"},
-            {9, "ID_Organisations"},
-            {10, "ID_ScheduleManager"},
-            {11, "ID_FastEnroll"},
-            {12, "ID_Options"},
-            {13, "ID_Import"},
-            {14, "ID_Export"},
-            {16, "ID_DBSecurity"},
-            {20, "ID_ContactManager"},
-            {21, "ID_ContactMaintenance"},
-            {22, "ID_ContactReports"},
-            {45, "ID_CourseManager"},
-            {46, "ID_CourseMaintenance"},
-            {47, "ID_CourseReports"},
-            {90, "ID_DatabaseOptions"},
-        };
-        for (const auto &[right, id] : guarded) {
-            check(right, 0, id);
-            check(right, 3, id);
+        const QString guarded =
+            "0 ID_Security,1 ID_Contacts,2 ID_Courses,3 ID_ReportManager,4 ID_SwitchDatabase,5 ID_New,"
+            "6 ID_RegisterDB,7 ID_IssueAwards,9 ID_Organisations,10 ID_ScheduleManager,11 ID_FastEnroll,"
+            "12 ID_Options,13 ID_Import,14 ID_Export,16 ID_DBSecurity,20 ID_ContactManager,"
+            "21 ID_ContactMaintenance,22 ID_ContactReports,45 ID_CourseManager,46 ID_CourseMaintenance,"
+            "47 ID_CourseReports,90 ID_DatabaseOptions";
+        for (const QString &entry : guarded.split(u',')) {
+            const int right = entry.section(u' ', 0, 0).toInt();
+            check(right, 0, entry.section(u' ', 1));
+            check(right, 3, entry.section(u' ', 1));
         }
         check(15, 0, "ID_Users");
         check(15, 1, {});
@@ -156,32 +137,10 @@ private slots:
         QVERIFY(Tool("ID_OnlineHelp")->isEnabled());
     }
 
-    void TheMenusHoldTheirCommands()
+    void TheHintStandsInTheFirstPanel()
     {
-        QStringList menus;
-        for (const QAction *menu : m_window->menuBar()->actions()) {
-            QStringList entries;
-            for (const QAction *entry : menu->menu()->actions())
-                entries.append(entry->isSeparator() ? QStringLiteral("-") : entry->text());
-            menus.append(menu->text() % u": " % entries.join(u" | "));
-        }
-        QCOMPARE(
-            menus,
-            QStringList({
-                "&File: &New Access Database | &Register Veltrane Database (Access)… | - | "
-                "&Switch Database | &Log Off | - | &Update Database | &Properties… | - | &Import Data | "
-                "&Export Data | - | E&xit ...",
-                "&Security: &Users | - | Database Password…",
-                "&Contacts: &Contact Manager | &Fast Enrol Screen… | &Reports | - | Contact &Maintenance",
-                "C&ourses: &Course Manager | &Fast Enrol Screen… | &Reports | - | Course &Maintenance | "
-                "Create Award Boards…",
-                "T&ools: &Custom Attributes | Credit Card &Payments | Issue &Awards | O&rganisations | "
-                "&Document Manager | C&alendar | - | &Options ...",
-                "&Window: &Tile | &Cascade | &Arrange Icons",
-                "&Help: &User Guide… | - | &About Veltrane | Offical &Website",
-            }));
         Tool("ID_Exit")->showStatusText(m_window.get());
-        QCOMPARE(Panel(1), QStringLiteral("Quit Program"));
+        QCOMPARE(Panel(1), u"Quit Program"_qs);
     }
 };
 

@@ -27,8 +27,8 @@ using Dialogs::Answer;
 
 namespace
 {
-const QString oneUser = QStringLiteral(
-    "INSERT INTO Users (UserName, Password, SecurityRights) VALUES ('Ann', 'O''Neil', '99999')");
+const QString oneUser =
+    u"INSERT INTO Users (UserName, Password, SecurityRights) VALUES ('Ann', 'O''Neil', '99999')"_qs;
 
 QWidget *Window(const QString &name)
 {
@@ -41,12 +41,12 @@ QWidget *Window(const QString &name)
 
 QWidget *Splash()
 {
-    return Window(QStringLiteral("frmSplash"));
+    return Window(u"frmSplash"_qs);
 }
 
 frmMain *MainWindow()
 {
-    return static_cast<frmMain *>(Window(QStringLiteral("frmMain")));
+    return static_cast<frmMain *>(Window(u"frmMain"_qs));
 }
 
 /// The main window's command of that name, chosen.
@@ -77,7 +77,7 @@ QMdiSubWindow *Child(const QString &name)
 /// The splash without a logon, whose time is over.
 void EndSplash()
 {
-    auto *timer = Splash()->findChild<QTimer *>(QStringLiteral("Timer1"));
+    auto *timer = Splash()->findChild<QTimer *>(u"Timer1"_qs);
     QCOMPARE(timer->interval(), 2500);
     QVERIFY(timer->isActive());
     timer->setInterval(0);
@@ -109,13 +109,12 @@ class TestSession : public QObject
     }
     void Settle(const QString &database) const
     {
-        WriteFile(Path(QStringLiteral("prog.ini")),
-                  QString(u"[DBQFilename]=" % database % u"\n[DBQType]=1\n").toUtf8());
+        WriteFile(Path(u"prog.ini"_qs), QString(u"[DBQFilename]=" % database % u"\n[DBQType]=1\n").toUtf8());
     }
     /// A session on a database without users; its file.
     QString Start() const
     {
-        const QString file = MakeDatabase(QStringLiteral("a.mdb"));
+        const QString file = MakeDatabase(u"a.mdb"_qs);
         Settle(file);
         Main();
         EndSplash();
@@ -172,11 +171,11 @@ private slots:
     {
         Main();
         QVERIFY(!LogonField("txtUserName"));
-        QCOMPARE(Splash()->findChild<QLabel *>("Label1")->text(), QStringLiteral("Version 1.20 (1020/0)"));
-        m_user->Expect({}, QStringLiteral("Must select a valid datasource"));
+        QCOMPARE(Splash()->findChild<QLabel *>("Label1")->text(), u"Version 1.20 (1020/0)"_qs);
+        m_user->Expect({}, u"Must select a valid datasource"_qs);
         EndSplash();
-        QCOMPARE(MainWindow()->windowTitle(), QStringLiteral("Veltrane"));
-        QCOMPARE(Panel(3), QStringLiteral("No Database.  "));
+        QCOMPARE(MainWindow()->windowTitle(), u"Veltrane"_qs);
+        QCOMPARE(Panel(3), u"No Database.  "_qs);
         QVERIFY(gUserRights.isEmpty());
         QVERIFY(Room()->subWindowList().isEmpty());
     }
@@ -184,67 +183,66 @@ private slots:
     void WithoutUsersTheSplashEndsByItself()
     {
         const QString file =
-            MakeDatabase(QStringLiteral("a.mdb"),
-                         {QStringLiteral("INSERT INTO System (Ref, SystemValue) VALUES (1, 'Our school')")});
+            MakeDatabase(u"a.mdb"_qs, {u"INSERT INTO System (Ref, SystemValue) VALUES (1, 'Our school')"_qs});
         Settle(file);
         Main();
-        QCOMPARE(Splash()->findChild<QLabel *>("Label1")->text(), QStringLiteral("Version 1.20 (1020/3)"));
+        QCOMPARE(Splash()->findChild<QLabel *>("Label1")->text(), u"Version 1.20 (1020/3)"_qs);
         EndSplash();
         QVERIFY(gDBValid);
         QCOMPARE(gUserRights, QString(256, u'9'));
         QCOMPARE(MainWindow()->windowTitle(),
                  QString(u"Veltrane Microsoft Access with Datasource [" % file % u']'));
-        QCOMPARE(Panel(3), QStringLiteral("  Our school"));
-        QVERIFY(Panel(2).startsWith(QStringLiteral("Logged in at ")));
+        QCOMPARE(Panel(3), u"  Our school"_qs);
+        QVERIFY(Panel(2).startsWith(u"Logged in at "_qs));
     }
 
     void WithUsersALogonIsAskedFor()
     {
-        Settle(MakeDatabase(QStringLiteral("a.mdb"), {oneUser}));
+        Settle(MakeDatabase(u"a.mdb"_qs, {oneUser}));
         Main();
         QLineEdit *user = LogonField("txtUserName");
         QVERIFY(user);
         QVERIFY(!Splash()->findChild<QTimer *>("Timer1")->isActive());
 
-        m_user->Expect(QStringLiteral("Login"), QStringLiteral("Invalid Username or Password!"));
-        QTest::keyClicks(user, QStringLiteral("Ann"));
+        m_user->Expect(u"Login"_qs, u"Invalid Username or Password!"_qs);
+        QTest::keyClicks(user, u"Ann"_qs);
         QTest::keyClick(user, Qt::Key_Return);
         QVERIFY(m_user->AllCame());
-        QCOMPARE(user->selectedText(), QStringLiteral("Ann"));
+        QCOMPARE(user->selectedText(), u"Ann"_qs);
         QVERIFY(gUserRights.isEmpty());
 
         QLineEdit *password = LogonField("txtPassword");
-        QTest::keyClicks(password, QStringLiteral("O'Neil"));
+        QTest::keyClicks(password, u"O'Neil"_qs);
         QTest::keyClick(password, Qt::Key_Return);
         QTRY_VERIFY(MainWindow());
-        QCOMPARE(gUserName % u'/' % gUserPassword, QStringLiteral("Ann/O'Neil"));
-        QCOMPARE(gUserRights, QStringLiteral("99999"));
+        QCOMPARE(gUserName % u'/' % gUserPassword, u"Ann/O'Neil"_qs);
+        QCOMPARE(gUserRights, u"99999"_qs);
     }
 
     void CancelEndsTheProgramAndLeavesTheSettings()
     {
-        Settle(MakeDatabase(QStringLiteral("a.mdb"), {oneUser}));
-        const QByteArray before = Read(QStringLiteral("prog.ini"));
+        Settle(MakeDatabase(u"a.mdb"_qs, {oneUser}));
+        const QByteArray before = Read(u"prog.ini"_qs);
         Main();
         QTest::keyClick(Splash(), Qt::Key_Escape);
         QVERIFY(!Splash() && !MainWindow());
         QVERIFY(!gConnection.IsOpen());
-        QCOMPARE(Read(QStringLiteral("prog.ini")), before);
-        QCOMPARE(Read(QStringLiteral("log.txt")).count('\n'), 1);
+        QCOMPARE(Read(u"prog.ini"_qs), before);
+        QCOMPARE(Read(u"log.txt"_qs).count('\n'), 1);
     }
 
     void ExitStoresCredentialsSettingsAndLog()
     {
         const QString file = Start();
-        gDBUser = QStringLiteral("a@b");
-        gDBPassword = QStringLiteral("x");
+        gDBUser = u"a@b"_qs;
+        gDBPassword = u"x"_qs;
         gShowIDs = 0;
         Command("ID_Exit");
         QVERIFY(!MainWindow());
         QVERIFY(!gConnection.IsOpen());
-        QCOMPARE(FetchCredential(Path(QStringLiteral("key.dat")), file), QStringLiteral("a%40b@x"));
-        QVERIFY(Read(QStringLiteral("prog.ini")).contains("[Switches]=1,0,"));
-        const QByteArray log = Read(QStringLiteral("log.txt"));
+        QCOMPARE(FetchCredential(Path(u"key.dat"_qs), file), u"a%40b@x"_qs);
+        QVERIFY(Read(u"prog.ini"_qs).contains("[Switches]=1,0,"));
+        const QByteArray log = Read(u"log.txt"_qs);
         QCOMPARE(log.count('\n'), 2);
         QVERIFY(log.contains("\nError Log finished at "));
     }
@@ -252,23 +250,22 @@ private slots:
     void LogOffStartsAnew()
     {
         Start();
-        gUserName = QStringLiteral("Ann");
+        gUserName = u"Ann"_qs;
         gConnection.Execute(oneUser);
         Command("ID_LogOff");
         QVERIFY(!MainWindow());
         QVERIFY(gDBValid);
         QVERIFY(gUserName.isEmpty());
         QVERIFY(LogonField("txtUserName"));
-        QCOMPARE(Read(QStringLiteral("log.txt")).count('\n'), 1);
+        QCOMPARE(Read(u"log.txt"_qs).count('\n'), 1);
     }
 
     void ASwitchRefreshesWhatIsOpen()
     {
         const QString next =
-            MakeDatabase(QStringLiteral("b.mdb"),
-                         {QStringLiteral("INSERT INTO System (Ref, SystemValue) VALUES (1, 'Other school')"),
-                          QStringLiteral("INSERT INTO Contacts (Cust_Surname, Cust_Forename) VALUES "
-                                         "('Brown', 'Bea')")});
+            MakeDatabase(u"b.mdb"_qs, {u"INSERT INTO System (Ref, SystemValue) VALUES (1, 'Other school')"_qs,
+                                       u"INSERT INTO Contacts (Cust_Surname, Cust_Forename) VALUES "
+                                       "('Brown', 'Bea')"_qs});
         const QString file = Start();
         Choose({QString()});
         Command("ID_SwitchDatabase");
@@ -278,21 +275,20 @@ private slots:
         auto *people = Child("frmContact")->widget()->findChild<QAbstractItemView *>("ContactList2");
         QCOMPARE(people->model()->rowCount(), 0);
         Choose({next});
-        m_user->Expect(QStringLiteral("Database Changed"), QStringLiteral("Database switch confirmed."));
+        m_user->Expect(u"Database Changed"_qs, u"Database switch confirmed."_qs);
         Command("ID_SwitchDatabase");
-        QVERIFY(MainWindow()->windowTitle().contains(QStringLiteral("b.mdb]")));
-        QCOMPARE(Panel(3), QStringLiteral("  Other school"));
+        QVERIFY(MainWindow()->windowTitle().contains(u"b.mdb]"_qs));
+        QCOMPARE(Panel(3), u"  Other school"_qs);
         QCOMPARE(people->model()->rowCount(), 1);
     }
 
     void ASwitchToADatabaseWithoutTheUserAsksForALogon()
     {
-        const QString next = MakeDatabase(QStringLiteral("b.mdb"), {oneUser});
+        const QString next = MakeDatabase(u"b.mdb"_qs, {oneUser});
         Start();
         Choose({next});
-        m_user->Expect(
-            QStringLiteral("Security"),
-            QStringLiteral("Must re-logon on this database, as invalid username/password detected."));
+        m_user->Expect(u"Security"_qs,
+                       u"Must re-logon on this database, as invalid username/password detected."_qs);
         Command("ID_SwitchDatabase");
         QVERIFY(!MainWindow());
         QVERIFY(LogonField("txtUserName"));
@@ -309,21 +305,18 @@ private slots:
     {
         QFETCH(bool, goesBack);
         const QString file = Start();
-        const QString gone = Path(QStringLiteral("gone.mdb"));
+        const QString gone = Path(u"gone.mdb"_qs);
         const auto expectFailure = [&] {
-            m_user->Expect(QStringLiteral("ODBC"),
-                           u"Veltrane couldn't connect to an datasource.\nThe database file " % gone %
-                               u" does not exist.");
+            m_user->Expect(u"ODBC"_qs, u"Veltrane couldn't connect to an datasource.\nThe database file " %
+                                           gone % u" does not exist.");
         };
         Choose({gone, gone, QString()});
         expectFailure();
         expectFailure();
-        m_user->Expect(QStringLiteral("ODBC Connect"),
-                       QStringLiteral("Restore last valid Veltrane database?"),
+        m_user->Expect(u"ODBC Connect"_qs, u"Restore last valid Veltrane database?"_qs,
                        goesBack ? Answer::Yes : Answer::No);
-        m_user->Expect(QStringLiteral("Database Changed"),
-                       goesBack ? QStringLiteral("Database switch confirmed.")
-                                : QStringLiteral("No valid database selected!"));
+        m_user->Expect(u"Database Changed"_qs,
+                       goesBack ? u"Database switch confirmed."_qs : u"No valid database selected!"_qs);
         if (!goesBack)
             expectFailure();
         Command("ID_SwitchDatabase");
@@ -333,7 +326,7 @@ private slots:
             QCOMPARE(gDBQFilename, file);
             return;
         }
-        m_user->Expect({}, QStringLiteral("Must select a valid datasource"));
+        m_user->Expect({}, u"Must select a valid datasource"_qs);
         EndSplash();
         QVERIFY(gDBQFilename.isEmpty());
     }
@@ -354,8 +347,8 @@ private slots:
         QFETCH(int, takenOff);
         frmMain::AssumeScreenWidth(width);
         if (warns)
-            m_user->Expect(QStringLiteral("Screen Resolution Warning"),
-                           QStringLiteral("Veltrane is best run in 1024x768 or higher."));
+            m_user->Expect(u"Screen Resolution Warning"_qs,
+                           u"Veltrane is best run in 1024x768 or higher."_qs);
         Start();
         QCOMPARE(Child("frmCourse")->width(), Room()->viewport()->width() / 2 - takenOff);
     }

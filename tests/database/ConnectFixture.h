@@ -25,7 +25,7 @@ struct ConnectFixture {
         gDialogResult = -7;
         for (QString *text : {&gDBQName, &gDBQFilename, &gDBUser, &gDBPassword})
             text->clear();
-        gDBQDescription = QStringLiteral("Veltrane Database");
+        gDBQDescription = u"Veltrane Database"_qs;
         Dialogs::Hooks &hooks = Dialogs::Installed();
         hooks = {};
         hooks.msgBox = [this](const QString &text, const QString &title, Dialogs::Buttons, Dialogs::Icon,

@@ -46,7 +46,7 @@ private slots:
         const QString catalogue = gDBQFilename;
         gDBQFilename.clear();
         gDBQType = 0;
-        gDBPassword = QStringLiteral("of another database");
+        gDBPassword = u"of another database"_qs;
         QVERIFY(ConnectDatabase(false));
         QCOMPARE(gDBQType, 2);
         QCOMPARE(gDBQFilename, catalogue);
@@ -76,7 +76,7 @@ private slots:
         TestDatabase database;
         if (entry.isEmpty()) {
             gDBQUseODBC = false;
-            gDBQName = QStringLiteral("127.0.0.1");
+            gDBQName = u"127.0.0.1"_qs;
         } else {
             // A name of its own: the manager remembers what a source said.
             const QString name = u"broken_" % entry;
@@ -99,10 +99,9 @@ private slots:
         QVERIFY(!gConnection.IsOpen());
         QCOMPARE(boxes.size(), 1);
         QVERIFY2(boxes[0].contains(names), qPrintable(boxes[0]));
-        const bool refused = entry == QStringLiteral("Password");
+        const bool refused = entry == u"Password"_qs;
         QCOMPARE(asked, refused ? 1 : 0);
-        QVERIFY(refused ||
-                boxes[0].startsWith(QStringLiteral("[ODBC] Veltrane couldn't connect to an datasource.\n")));
+        QVERIFY(refused || boxes[0].startsWith(u"[ODBC] Veltrane couldn't connect to an datasource.\n"_qs));
     }
 };
 

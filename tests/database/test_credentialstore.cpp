@@ -13,7 +13,7 @@ class TestCredentialStore final : public QObject
     Q_OBJECT
 
     QTemporaryDir m_dir;
-    QString m_file = m_dir.filePath(QStringLiteral("key.dat"));
+    QString m_file = m_dir.filePath(u"key.dat"_qs);
 
 private slots:
     void initTestCase() { Directories::SetProgram(m_dir.path()); }
@@ -27,17 +27,17 @@ private slots:
 
     void KeepsOneValueAKey()
     {
-        QCOMPARE(FetchCredential(m_file, QStringLiteral("one")), QString());
-        QVERIFY(StoreCredential(m_file, QStringLiteral("one"), QStringLiteral("first")));
-        QVERIFY(StoreCredential(m_file, QStringLiteral("Two"), QStringLiteral("second")));
-        QVERIFY(StoreCredential(m_file, QStringLiteral("ONE"), QStringLiteral("third")));
-        QCOMPARE(FetchCredential(m_file, QStringLiteral("one")), QStringLiteral("third"));
+        QCOMPARE(FetchCredential(m_file, u"one"_qs), QString());
+        QVERIFY(StoreCredential(m_file, u"one"_qs, u"first"_qs));
+        QVERIFY(StoreCredential(m_file, u"Two"_qs, u"second"_qs));
+        QVERIFY(StoreCredential(m_file, u"ONE"_qs, u"third"_qs));
+        QCOMPARE(FetchCredential(m_file, u"one"_qs), u"third"_qs);
         QVERIFY(!ContentOf(m_file).contains("third"));
         QCOMPARE(ScrambleLine(ContentOf(m_file)), QByteArray("[Two]=second\n[ONE]=third\n"));
 
-        QVERIFY(StoreCredential(m_file, QStringLiteral("one"), QString()));
+        QVERIFY(StoreCredential(m_file, u"one"_qs, QString()));
         QCOMPARE(ScrambleLine(ContentOf(m_file)), QByteArray("[Two]=second\n"));
-        QVERIFY(!QFile::exists(m_dir.filePath(QStringLiteral("temp.dat"))));
+        QVERIFY(!QFile::exists(m_dir.filePath(u"temp.dat"_qs)));
         QCOMPARE(QFile::permissions(m_file) & (QFile::ReadOther | QFile::ReadGroup), QFile::Permissions());
     }
 
@@ -68,13 +68,13 @@ private slots:
     {
         QFETCH(QString, user);
         QFETCH(QString, password);
-        gDBQFilename = QStringLiteral("/data/College.mdb");
-        gDBQName = QStringLiteral("College");
+        gDBQFilename = u"/data/College.mdb"_qs;
+        gDBQName = u"College"_qs;
         gDBUser = user;
         gDBPassword = password;
         QVERIFY(StoreSessionCredential());
-        gDBUser = gDBPassword = QStringLiteral("?");
-        gDBQFilename = QStringLiteral("/DATA/college.mdb");
+        gDBUser = gDBPassword = u"?"_qs;
+        gDBQFilename = u"/DATA/college.mdb"_qs;
         FetchSessionCredential();
         QCOMPARE(gDBUser, user);
         QTEST(gDBPassword, "passwordBack");
@@ -107,27 +107,27 @@ private slots:
     {
         QFETCH(QByteArray, content);
         WriteFile(m_file, content);
-        QCOMPARE(FetchCredential(m_file, QStringLiteral("key")), QStringLiteral("value"));
-        QVERIFY(StoreCredential(m_file, QStringLiteral("new"), QStringLiteral("entry")));
-        QCOMPARE(FetchCredential(m_file, QStringLiteral("key")), QStringLiteral("value"));
-        QCOMPARE(FetchCredential(m_file, QStringLiteral("new")), QStringLiteral("entry"));
+        QCOMPARE(FetchCredential(m_file, u"key"_qs), u"value"_qs);
+        QVERIFY(StoreCredential(m_file, u"new"_qs, u"entry"_qs));
+        QCOMPARE(FetchCredential(m_file, u"key"_qs), u"value"_qs);
+        QCOMPARE(FetchCredential(m_file, u"new"_qs), u"entry"_qs);
     }
 
     void AFailedWriteLosesNothing()
     {
-        const QString directory = m_dir.filePath(QStringLiteral("folder"));
+        const QString directory = m_dir.filePath(u"folder"_qs);
         QVERIFY(QDir().mkpath(directory));
-        QCOMPARE(FetchCredential(directory, QStringLiteral("key")), QString());
-        QVERIFY(!StoreCredential(directory, QStringLiteral("key"), QStringLiteral("value")));
+        QCOMPARE(FetchCredential(directory, u"key"_qs), QString());
+        QVERIFY(!StoreCredential(directory, u"key"_qs, u"value"_qs));
 
-        QVERIFY(StoreCredential(m_file, QStringLiteral("old"), QStringLiteral("kept")));
+        QVERIFY(StoreCredential(m_file, u"old"_qs, u"kept"_qs));
         const QByteArray before = ContentOf(m_file);
         {
             const FullDisk disk(20);
-            QVERIFY(!StoreCredential(m_file, QStringLiteral("new"), QString(200, u'x')));
+            QVERIFY(!StoreCredential(m_file, u"new"_qs, QString(200, u'x')));
         }
         QCOMPARE(ContentOf(m_file), before);
-        QVERIFY(!QFile::exists(m_dir.filePath(QStringLiteral("temp.dat"))));
+        QVERIFY(!QFile::exists(m_dir.filePath(u"temp.dat"_qs)));
     }
 };
 

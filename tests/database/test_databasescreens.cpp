@@ -21,8 +21,8 @@
 
 namespace
 {
-const QString college = QStringLiteral("College");
-const QString collegeFile = QStringLiteral("college.mdb");
+const QString college = u"College"_qs;
+const QString collegeFile = u"college.mdb"_qs;
 
 QString TextIn(QWidget &form, const QString &field)
 {
@@ -60,17 +60,17 @@ private slots:
     }
     void ChooserStartsOnTheSession()
     {
-        QFETCH(bool, valid);
-        QFETCH(bool, source);
-        QFETCH(int, type);
-        QFETCH(int, way);
+        QFETCH(const bool, valid);
+        QFETCH(const bool, source);
+        QFETCH(const int, type);
+        QFETCH(const int, way);
         ConnectFixture fixture;
         gDBValid = valid;
         gDBQUseODBC = source;
         gDBQType = type;
-        gDBQName = QStringLiteral("name");
-        gDBQFilename = QStringLiteral("file");
-        gDBPassword = QStringLiteral("kept");
+        gDBQName = u"name"_qs;
+        gDBQFilename = u"file"_qs;
+        gDBPassword = u"kept"_qs;
         fixture.sources.SetContent("[College]\nDriver=Microsoft Access Driver (*.mdb)\nDBQ=/college.mdb\n"
                                    "[Name]\nDriver=PostgreSQL Unicode\nDescription=Head office\n");
         frmODBCLogon form;
@@ -78,11 +78,9 @@ private slots:
         QCOMPARE(gDialogResult, 0);
         QVERIFY(Find<QRadioButton>(form, u"Opt_" % QString::number(way))->isChecked());
         QCOMPARE(Find<QRadioButton>(form, "Opt_0")->isVisible(), valid);
-        QCOMPARE(TextIn(form, "txtDBAccessPath"), way == 2 ? QStringLiteral("file") : QString());
-        QCOMPARE(TextIn(form, "txtServerName"), way == 3 ? QStringLiteral("name") : QString());
-        QCOMPARE(FetchCredential(fixture.Path(QStringLiteral("key.dat")),
-                                 source ? QStringLiteral("name") : QStringLiteral("file"))
-                     .isEmpty(),
+        QCOMPARE(TextIn(form, "txtDBAccessPath"), way == 2 ? u"file"_qs : QString());
+        QCOMPARE(TextIn(form, "txtServerName"), way == 3 ? u"name"_qs : QString());
+        QCOMPARE(FetchCredential(fixture.Path(u"key.dat"_qs), source ? u"name"_qs : u"file"_qs).isEmpty(),
                  !valid);
         // Accepting what is shown chooses nothing new.
         Choose(form, way);
@@ -107,7 +105,7 @@ private slots:
         QVERIFY(Find<QRadioButton>(form, "Opt_0")->isChecked());
         Choose(form, 1);
         Press(form, "OKBtn");
-        QCOMPARE(fixture.boxes, QStringList(QStringLiteral("[ODBC Login] No database selected!")));
+        QCOMPARE(fixture.boxes, QStringList(u"[ODBC Login] No database selected!"_qs));
         QVERIFY(form.isVisible());
 
         Check(form, 1);
@@ -116,8 +114,8 @@ private slots:
         QCOMPARE(gDialogResult, 1);
         QVERIFY(gDBQUseODBC);
         QCOMPARE(gDBQName, college);
-        QCOMPARE(gDBQDescription, QStringLiteral("Ours"));
-        QCOMPARE(gDBQFilename, QStringLiteral("/college.mdb"));
+        QCOMPARE(gDBQDescription, u"Ours"_qs);
+        QCOMPARE(gDBQFilename, u"/college.mdb"_qs);
     }
 
     void ChooserTakesAFileOrAServer()
@@ -131,28 +129,26 @@ private slots:
         Choose(form, 3);
         TypeInto(form, "txtServerName", "office");
         Press(form, "OKBtn");
-        QCOMPARE(
-            fixture.boxes,
-            QStringList({QStringLiteral("[Direct Connection Login] No Access database selected!"),
-                         QStringLiteral("[Direct Connection Login] No SQLserver or Catalogue specified!")}));
+        QCOMPARE(fixture.boxes,
+                 QStringList({u"[Direct Connection Login] No Access database selected!"_qs,
+                              u"[Direct Connection Login] No SQLserver or Catalogue specified!"_qs}));
         QCOMPARE(gDBQType, 0);
         TypeInto(form, "txtServerCatalog", "veltrane");
         Press(form, "OKBtn");
         QCOMPARE(gDialogResult, 1);
-        QCOMPARE(gDBQName + u'/' + gDBQFilename, QStringLiteral("office/veltrane"));
+        QCOMPARE(gDBQName + u'/' + gDBQFilename, u"office/veltrane"_qs);
         QCOMPARE(gDBQType, 2);
         fixture.boxes.clear();
 
         frmODBCLogon next;
         next.show();
         Choose(next, 2);
-        fixture.chosenFile = QStringLiteral("/data/college.mdb");
+        fixture.chosenFile = u"/data/college.mdb"_qs;
         Press(next, "FindDBBtn");
         fixture.chosenFile.clear();
         Press(next, "FindDBBtn");
-        QCOMPARE(TextIn(next, "txtDBAccessPath"), QStringLiteral("/data/college.mdb"));
-        QCOMPARE(fixture.boxes[0],
-                 QStringLiteral("[Veltrane Database Location] Micrsoft Access Database (*.mdb)"));
+        QCOMPARE(TextIn(next, "txtDBAccessPath"), u"/data/college.mdb"_qs);
+        QCOMPARE(fixture.boxes[0], u"[Veltrane Database Location] Micrsoft Access Database (*.mdb)"_qs);
         Press(next, "OKBtn");
         QCOMPARE(gDialogResult, 1);
         QCOMPARE(gDBQType, 1);
@@ -164,20 +160,20 @@ private slots:
         ConnectFixture fixture;
         for (const int type : {1, 2}) {
             gDBQType = type;
-            gDBUser = QStringLiteral("sa");
-            gDBPassword = QStringLiteral("old");
+            gDBUser = u"sa"_qs;
+            gDBPassword = u"old"_qs;
             gDialogResult = 0;
             for (const bool accepted : {false, true}) {
                 frmDBLogon form;
                 form.show();
                 QCOMPARE(Find<QLineEdit>(form, "txtUID")->isVisible(), type == 2); // a file has no user
-                QCOMPARE(TextIn(form, "txtUID") % TextIn(form, "txtPWD"), QStringLiteral("saold"));
+                QCOMPARE(TextIn(form, "txtUID") % TextIn(form, "txtPWD"), u"saold"_qs);
                 TypeInto(form, "txtPWD", "it's;new");
                 if (accepted)
                     QTest::keyClick(&form, Qt::Key_Return);
                 else
                     Press(form, "cmdCancel");
-                QCOMPARE(gDBPassword, accepted ? QStringLiteral("it's;new") : QStringLiteral("old"));
+                QCOMPARE(gDBPassword, accepted ? u"it's;new"_qs : u"old"_qs);
                 QCOMPARE(gDialogResult, accepted ? 1 : 0);
             }
         }
@@ -196,34 +192,32 @@ private slots:
             return fixture.boxes.value(0);
         };
         QVERIFY(pressed().startsWith(
-            QStringLiteral("[Form not complete] The followings fields must be completed:\n    Data Source")));
+            u"[Form not complete] The followings fields must be completed:\n    Data Source"_qs));
         TypeInto(form, "DSN", "Taken");
         TypeInto(form, "DatabasePath", "/nowhere.mdb");
-        QCOMPARE(pressed(), QStringLiteral("[Database not found] Database not found!"));
+        QCOMPARE(pressed(), u"[Database not found] Database not found!"_qs);
         fixture.chosenFile = file;
         Press(form, "SelectBtn");
-        QCOMPARE(pressed(), QStringLiteral("[Invalid DSN] Data Source Name already in use."));
-        for (const QChar bad : QStringLiteral("=()*!{}[];@,?\\")) {
+        QCOMPARE(pressed(), u"[Invalid DSN] Data Source Name already in use."_qs);
+        for (const QChar bad : u"=()*!{}[];@,?\\"_qs) {
             TypeInto(form, "DSN", u"Col" % QString(bad) % u"lege");
-            QCOMPARE(pressed(),
-                     QStringLiteral("[Invalid DSN] Invalid character for the Database Source Name.\nInvalid "
-                                    "characters are =()*!{}[];@,?\\"));
+            QCOMPARE(pressed(), u"[Invalid DSN] Invalid character for the Database Source Name.\nInvalid "
+                                "characters are =()*!{}[];@,?\\"_qs);
         }
-        QVERIFY(DSNMissing(QStringLiteral("Col")));
+        QVERIFY(DSNMissing(u"Col"_qs));
         TypeInto(form, "DSN", college);
         TypeInto(form, "Description", "O'Neil's %1 \"college\"");
-        QCOMPARE(pressed(), QStringLiteral("[ODBC-32] Successfully created and registered Database."));
+        QCOMPARE(pressed(), u"[ODBC-32] Successfully created and registered Database."_qs);
         QVERIFY(!form.isVisible());
-        QCOMPARE(DSNDescription(college), QStringLiteral("O'Neil's %1 \"college\""));
+        QCOMPARE(DSNDescription(college), u"O'Neil's %1 \"college\""_qs);
 
         gDBQUseODBC = true;
         gDBQName = college;
         QVERIFY(ConnectDatabase(false));
         QCOMPARE(gDBQFilename, file);
-        QVERIFY(gConnection.Execute(QStringLiteral("INSERT INTO City (City) VALUES ('Leeds')")));
+        QVERIFY(gConnection.Execute(u"INSERT INTO City (City) VALUES ('Leeds')"_qs));
         QVERIFY(ConnectDatabase(false));
-        QVERIFY(
-            !gConnection.OpenRecordset(QStringLiteral("SELECT * FROM City WHERE City = 'leeds'"))->IsEmpty());
+        QVERIFY(!gConnection.OpenRecordset(u"SELECT * FROM City WHERE City = 'leeds'"_qs)->IsEmpty());
     }
 
     void RegisteringAsksBeforeItLosesWhatWasTyped()
@@ -231,7 +225,7 @@ private slots:
         using Dialogs::Answer;
         ConnectFixture fixture;
         const QString question =
-            QStringLiteral("[Warning] Some of the data has changed.\nOkay to update before exiting?");
+            u"[Warning] Some of the data has changed.\nOkay to update before exiting?"_qs;
         frmRegisterDB form;
         form.show();
         TypeInto(form, "DSN", college);
@@ -257,25 +251,25 @@ private slots:
     void PropertiesShowNoPassword()
     {
         ConnectFixture fixture;
-        gDBQFilename = fixture.MakeDatabase(collegeFile, QStringLiteral("top;secret"));
-        gDBPassword = QStringLiteral("top;secret");
+        gDBQFilename = fixture.MakeDatabase(collegeFile, u"top;secret"_qs);
+        gDBPassword = u"top;secret"_qs;
         QVERIFY(ConnectDatabase(false));
-        frmDBProps form(QStringLiteral("Our college"), true);
+        frmDBProps form(u"Our college"_qs, true);
         form.show();
         QAbstractItemModel *list = Find<QTreeView>(form, "DBList")->model();
         QStringList rows;
         for (int row = 0; row < list->rowCount(); ++row)
             rows.append(list->index(row, 0).data().toString());
-        QCOMPARE(rows.value(0), QStringLiteral("Connection properties for Our college:"));
+        QCOMPARE(rows.value(0), u"Connection properties for Our college:"_qs);
         QCOMPARE(rows.value(1), u"    DBQ=" % gDBQFilename);
-        QVERIFY(rows.contains(QStringLiteral("    Threads=20")));
-        QVERIFY2(!rows.join(u'|').contains(QStringLiteral("secret")), qPrintable(rows.join(u'|')));
+        QVERIFY(rows.contains(u"    Threads=20"_qs));
+        QVERIFY2(!rows.join(u'|').contains(u"secret"_qs), qPrintable(rows.join(u'|')));
 
         TypeInto(form, "DName", "O'Neil's college");
         QTest::keyClick(&form, Qt::Key_Escape);
         LoadSystemValues();
-        QCOMPARE(SystemValue(SystemRef::DatabaseName), QStringLiteral("O'Neil's college"));
-        QVERIFY(!frmDBProps({}, false).findChild<QLineEdit *>(QStringLiteral("DName"))->isEnabled());
+        QCOMPARE(SystemValue(SystemRef::DatabaseName), u"O'Neil's college"_qs);
+        QVERIFY(!frmDBProps({}, false).findChild<QLineEdit *>(u"DName"_qs)->isEnabled());
     }
 
     void ChangesThePasswordOfTheFile()
@@ -293,11 +287,10 @@ private slots:
             Press(form, "OKBtn");
             return fixture.boxes.value(0);
         };
-        const QString changed = QStringLiteral("[Password] Password Changed!");
-        const QString marigold = QStringLiteral("m@ri;gold");
-        QCOMPARE(change({}, "a", "A"),
-                 QStringLiteral("[Security] New Password doesn't match Confirm Password!"));
-        QCOMPARE(change("x", "a", "a"), QStringLiteral("[Security] Invalid Password!"));
+        const QString changed = u"[Password] Password Changed!"_qs;
+        const QString marigold = u"m@ri;gold"_qs;
+        QCOMPARE(change({}, "a", "A"), u"[Security] New Password doesn't match Confirm Password!"_qs);
+        QCOMPARE(change("x", "a", "a"), u"[Security] Invalid Password!"_qs);
         QCOMPARE(change({}, marigold, marigold), changed);
         QVERIFY(!FileDatabase::OpenExclusive(gDBQFilename, {}));
         QVERIFY(gConnection.IsOpen());
@@ -309,39 +302,33 @@ private slots:
         QVERIFY(FileDatabase::OpenExclusive(gDBQFilename, {}));
     }
 
-    void PasswordStaysWhereTheFileIsInUse()
+    void TellsWhatKeepsThePasswordFromChanging()
     {
         ConnectFixture fixture;
         gDBQFilename = fixture.MakeDatabase(collegeFile);
         QVERIFY(ConnectDatabase(false));
         Connection other;
         QVERIFY(other.Open(gConnection.ConnectionText()));
-        QVERIFY(other.OpenRecordset(QStringLiteral("SELECT * FROM City")));
+        QVERIFY(other.OpenRecordset(u"SELECT * FROM City"_qs));
         frmDBPass form;
         form.show();
         TypeInto(form, "NewPass1", "new");
         TypeInto(form, "NewPass2", "new");
         Press(form, "OKBtn");
         QCOMPARE(fixture.boxes.value(0),
-                 QStringLiteral("[Password] Unable to open the database for exclusive access, may already be "
-                                "in use elsewhere."));
+                 u"[Password] Unable to open the database for exclusive access, may already be "
+                 "in use elsewhere."_qs);
         QVERIFY(gConnection.IsOpen());
         QCOMPARE(gDBPassword, QString());
-    }
 
-    void TellsWhenTheDatabaseIsLost()
-    {
-        ConnectFixture fixture;
-        gDBQFilename = fixture.MakeDatabase(collegeFile);
-        QVERIFY(ConnectDatabase(false));
-        frmDBPass form;
-        form.show();
-        const QSignalSpy lost(&form, &frmDBPass::DatabaseLost);
+        frmDBPass lastForm;
+        lastForm.show();
+        const QSignalSpy lost(&lastForm, &frmDBPass::DatabaseLost);
         gConnection.Close();
         QVERIFY(QFile::remove(gDBQFilename));
-        Press(form, "OKBtn");
+        Press(lastForm, "OKBtn");
         QCOMPARE(lost.count(), 1);
-        QVERIFY(!form.isVisible());
+        QVERIFY(!lastForm.isVisible());
     }
 };
 

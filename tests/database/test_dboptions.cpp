@@ -38,20 +38,20 @@ private slots:
                            "INSERT INTO System (Ref, SystemValue) VALUES (21, 'beyond')",
                            "INSERT INTO System (Ref, SystemValue) VALUES (-1, 'before')"});
         LoadSystemValues();
-        QCOMPARE(SystemValue(0) % SystemValue(20), QStringLiteral("firstlast"));
+        QCOMPARE(SystemValue(0) % SystemValue(20), u"firstlast"_qs);
         QCOMPARE(SystemValue(SystemRef::CurrencySymbol), QString());
 
         for (const auto *text : {"x", "O'Neil`s"})
             SetSystemValue(2, QString::fromLatin1(text));
-        QCOMPARE(SystemValue(2), QStringLiteral("O'Neil`s"));
+        QCOMPARE(SystemValue(2), u"O'Neil`s"_qs);
         LoadSystemValues();
-        QCOMPARE(SystemValue(2), QStringLiteral("O'Neil``s"));
-        QCOMPARE(TestDatabase::Value("SELECT COUNT(*) FROM System WHERE Ref = 2"), QStringLiteral("1"));
+        QCOMPARE(SystemValue(2), u"O'Neil``s"_qs);
+        QCOMPARE(TestDatabase::Value("SELECT COUNT(*) FROM System WHERE Ref = 2"), u"1"_qs);
 
         const ScriptedDialogs nobody; // a failure is passed over
         gConnection.Close();
-        SetSystemValue(2, QStringLiteral("y"));
-        QCOMPARE(SystemValue(2), QStringLiteral("y"));
+        SetSystemValue(2, u"y"_qs);
+        QCOMPARE(SystemValue(2), u"y"_qs);
         LoadSystemValues();
         QCOMPARE(SystemValue(2), QString());
     }
@@ -76,10 +76,10 @@ private slots:
         QFETCH(QString, field);
         QFETCH(QString, text);
         QFETCH(QStringList, saved);
-        SetSystemValue(SystemRef::CurrencySymbol, QStringLiteral("GBP"));
-        SetSystemValue(SystemRef::TaxName, QStringLiteral("VAT"));
-        SetSystemValue(SystemRef::TaxRate, QStringLiteral("20"));
-        SetSystemValue(SystemRef::VoucherName, QStringLiteral("Grant"));
+        SetSystemValue(SystemRef::CurrencySymbol, u"GBP"_qs);
+        SetSystemValue(SystemRef::TaxName, u"VAT"_qs);
+        SetSystemValue(SystemRef::TaxRate, u"20"_qs);
+        SetSystemValue(SystemRef::VoucherName, u"Grant"_qs);
         StatementLog log;
         for (const auto *button : {"CancelBtn", "OKBtn"}) {
             QVERIFY(log.Statements().isEmpty());
@@ -107,7 +107,7 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(&form));
         for (const auto &[typed, left] :
              {std::pair{"17.5", "17.50"}, {"120", "100.00"}, {"", "0.00"}, {"17.555", "17.56"}}) {
-            TypeInto(form, QStringLiteral("TaxRate"), QString::fromLatin1(typed));
+            TypeInto(form, u"TaxRate"_qs, QString::fromLatin1(typed));
             Find<QLineEdit>(form, "CSymbol")->setFocus();
             QCOMPARE(Find<QLineEdit>(form, "TaxRate")->text(), QString::fromLatin1(left));
         }
@@ -125,7 +125,7 @@ private slots:
     {
         QFETCH(QString, typed);
         QFETCH(bool, refused);
-        SetSystemValue(SystemRef::VoucherName, QStringLiteral("Grant"));
+        SetSystemValue(SystemRef::VoucherName, u"Grant"_qs);
         frmDBOptions form;
         form.show();
         form.activateWindow();
@@ -133,8 +133,8 @@ private slots:
         Find<QTabWidget>(form, "OptionTabs")->setCurrentIndex(2);
         ScriptedDialogs user;
         for (int times = 0; times < (refused ? 2 : 0); ++times)
-            user.Expect(QStringLiteral("Voucher Names"), QStringLiteral("Vouchers must have unique names!"));
-        TypeInto(form, QStringLiteral("VoucherLabel_1"), typed);
+            user.Expect(u"Voucher Names"_qs, u"Vouchers must have unique names!"_qs);
+        TypeInto(form, u"VoucherLabel_1"_qs, typed);
         // Enter leaves no field, and still may not save two of one name.
         QTest::keyClick(Find<QWidget>(form, "VoucherLabel_1"), Qt::Key_Return);
         QCOMPARE(form.isVisible(), refused);
@@ -142,8 +142,8 @@ private slots:
             return;
         Find<QLineEdit>(form, "VoucherLabel_3")->setFocus();
         QTRY_VERIFY(user.AllCame());
-        QCOMPARE(form.focusWidget()->objectName(), QStringLiteral("VoucherLabel_1"));
-        Press(form, QStringLiteral("CancelBtn"));
+        QCOMPARE(form.focusWidget()->objectName(), u"VoucherLabel_1"_qs);
+        Press(form, u"CancelBtn"_qs);
         QVERIFY(!form.isVisible());
     }
 

@@ -82,10 +82,10 @@ private slots:
 
     void OtherPlacesAndLocales()
     {
-        QCOMPARE(FormatNumber(2.5, 0), QStringLiteral("3"));
-        QCOMPARE(FormatNumber(-2.5, 0), QStringLiteral("-3"));
-        QCOMPARE(FormatNumber(999.5, 0), QStringLiteral("1,000"));
-        QCOMPARE(FormatNumber(1234.56785, 4), QStringLiteral("1,234.5679"));
+        QCOMPARE(FormatNumber(2.5, 0), u"3"_qs);
+        QCOMPARE(FormatNumber(-2.5, 0), u"-3"_qs);
+        QCOMPARE(FormatNumber(999.5, 0), u"1,000"_qs);
+        QCOMPARE(FormatNumber(1234.56785, 4), u"1,234.5679"_qs);
         for (const auto *name : {"en_GB", "de_DE", "fr_FR", "de_CH", "C"}) {
             QLocale::setDefault(QLocale(QString::fromLatin1(name)));
             const double value = TextValue(FormatNumber(-1234567.89, 2));
@@ -152,9 +152,9 @@ private slots:
 
     void TextIsMadeSafeForSql()
     {
-        QCOMPARE(SqlSafeText("O'Neil`s ''`"), QStringLiteral("O''Neil``s ''''``"));
-        QCOMPARE(SqlSafeText("\"\u2019\\"), QStringLiteral("\"\u2019\\"));
-        QCOMPARE(FlattenLines("a\r\nb\nc\rd"), QStringLiteral("a, b c,d"));
+        QCOMPARE(SqlSafeText("O'Neil`s ''`"), u"O''Neil``s ''''``"_qs);
+        QCOMPARE(SqlSafeText("\"\u2019\\"), u"\"\u2019\\"_qs);
+        QCOMPARE(FlattenLines("a\r\nb\nc\rd"), u"a, b c,d"_qs);
     }
 
     void ALabelIsParted()
@@ -175,10 +175,10 @@ private slots:
             QVERIFY2(label.reference == reference && label.name == name, qPrintable(text));
         }
         gShowIDs = 0;
-        QCOMPARE(FormatRefLabel("A1", "Smith"), QStringLiteral("Smith"));
+        QCOMPARE(FormatRefLabel("A1", "Smith"), u"Smith"_qs);
         gShowIDs = 1;
-        QCOMPARE(FormatRefLabel("A1", "Smith"), QStringLiteral("[A1] Smith"));
-        QCOMPARE(FormatRefLabel("", "Smith"), QStringLiteral("Smith"));
+        QCOMPARE(FormatRefLabel("A1", "Smith"), u"[A1] Smith"_qs);
+        QCOMPARE(FormatRefLabel("", "Smith"), u"Smith"_qs);
     }
 };
 

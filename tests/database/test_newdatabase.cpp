@@ -10,25 +10,25 @@
 
 namespace
 {
-const QString missingTemplate = QStringLiteral("[Fatal System Error] Fatal:Missing blank database template.");
+const QString missingTemplate = u"[Fatal System Error] Fatal:Missing blank database template."_qs;
 const QString invalidTemplate =
-    QStringLiteral("[Fatal System Error] Fatal:Invalid blank database template or from different version.");
+    u"[Fatal System Error] Fatal:Invalid blank database template or from different version."_qs;
 
 /// A workstation with the template, and a user who always chooses `new.mdb` in the program's directory.
 struct NewFixture : ConnectFixture {
     NewFixture()
     {
         Directories::Writable();
-        QDir(directory.path()).mkdir(QStringLiteral("system"));
+        QDir(directory.path()).mkdir(u"system"_qs);
         QFile::copy(QCoreApplication::applicationDirPath() % u"/system/blank", Template());
-        chosenFile = Path(QStringLiteral("new.mdb"));
+        chosenFile = Path(u"new.mdb"_qs);
         Dialogs::Installed().registerDatabase = [this](const QString &source, const QString &description,
                                                        const QString &file) {
             registered.append(source % u'|' % description % u'|' % file);
         };
     }
-    QString Template() const { return Path(QStringLiteral("system/blank")); }
-    QString Working() const { return Path(QStringLiteral("new.tmp")); }
+    QString Template() const { return Path(u"system/blank"_qs); }
+    QString Working() const { return Path(u"new.tmp"_qs); }
     QString NotCreated(const QString &file) const { return u"[Error] Unable to create database " % file; }
 
     QStringList registered;
@@ -45,20 +45,20 @@ private slots:
         NewFixture fixture;
         QVERIFY(QFile::setPermissions(fixture.Template(), QFile::ReadOwner));
         WriteFile(fixture.chosenFile, "what was there before");
-        WriteFile(fixture.chosenFile + QStringLiteral("-wal"), "its log");
+        WriteFile(fixture.chosenFile + u"-wal"_qs, "its log");
         NewDatabase();
-        QCOMPARE(fixture.boxes, QStringList(QStringLiteral(
-                                    "[New Veltrane Database Location] Microsoft Access Database (*.mdb)")));
+        QCOMPARE(fixture.boxes,
+                 QStringList(u"[New Veltrane Database Location] Microsoft Access Database (*.mdb)"_qs));
         QCOMPARE(fixture.registered,
                  QStringList(u"New Blank Veltrane Database|Veltrane Database|" % fixture.chosenFile));
         QVERIFY(!QFile::exists(fixture.Working()));
-        QVERIFY(!QFile::exists(fixture.chosenFile + QStringLiteral("-wal")));
+        QVERIFY(!QFile::exists(fixture.chosenFile + u"-wal"_qs));
         QVERIFY(!gConnection.IsOpen());
 
         gDBQFilename = fixture.chosenFile;
         QVERIFY(ConnectDatabase(false));
         QCOMPARE(fixture.asked, 0);
-        QVERIFY(gConnection.OpenRecordset(QStringLiteral("SELECT * FROM Users"))->IsEmpty());
+        QVERIFY(gConnection.OpenRecordset(u"SELECT * FROM Users"_qs)->IsEmpty());
     }
 
     void RefusesAWrongTemplate()
@@ -73,7 +73,7 @@ private slots:
             [](const QString &file) { WriteFile(file, QByteArray(5000, 't')); },
             [](const QString &file) { QVERIFY(QFile::resize(file, 300)); },
             givePassword({}),
-            givePassword(QStringLiteral("rose")),
+            givePassword(u"rose"_qs),
             [](const QString &file) { QVERIFY(QFile::remove(file)); },
         };
         for (const auto &spoil : spoilings) {
@@ -94,7 +94,7 @@ private slots:
         NewDatabase();
         QVERIFY(QFile::exists(fixture.Working()));
         QVERIFY(fixture.registered.isEmpty());
-        fixture.chosenFile = fixture.Path(QStringLiteral("new.mdb"));
+        fixture.chosenFile = fixture.Path(u"new.mdb"_qs);
         NewDatabase();
         QCOMPARE(fixture.registered.size(), 1);
         QVERIFY(!QFile::exists(fixture.Working()));
@@ -109,7 +109,7 @@ private slots:
             NewDatabase();
             return fixture.boxes.value(1);
         };
-        const QString nowhere = fixture.Path(QStringLiteral("no/such/folder/new.mdb"));
+        const QString nowhere = fixture.Path(u"no/such/folder/new.mdb"_qs);
         QCOMPARE(create(nowhere), fixture.NotCreated(nowhere));
         QCOMPARE(create(fixture.directory.path()), fixture.NotCreated(fixture.directory.path()));
         QVERIFY(!QFile::exists(fixture.Working()));
@@ -141,23 +141,23 @@ private slots:
     void ReplacesNoDatabaseThatSomebodyWorksOn()
     {
         NewFixture fixture;
-        gDBQFilename = fixture.MakeDatabase(QStringLiteral("college.mdb"));
+        gDBQFilename = fixture.MakeDatabase(u"college.mdb"_qs);
         QVERIFY(ConnectDatabase(false));
         fixture.chosenFile = gDBQFilename;
         gDBValid = true;
         NewDatabase();
         QCOMPARE(fixture.boxes.value(1), fixture.NotCreated(gDBQFilename));
-        QVERIFY(gConnection.Execute(QStringLiteral("INSERT INTO City (City) VALUES ('Leeds')")));
+        QVERIFY(gConnection.Execute(u"INSERT INTO City (City) VALUES ('Leeds')"_qs));
 
         Connection other;
         QVERIFY(other.Open(gConnection.ConnectionText()));
-        QVERIFY(other.OpenRecordset(QStringLiteral("SELECT * FROM City")));
+        QVERIFY(other.OpenRecordset(u"SELECT * FROM City"_qs));
         gConnection.Close();
         gDBValid = false;
         fixture.boxes.clear();
         NewDatabase();
         QCOMPARE(fixture.boxes.value(1), fixture.NotCreated(gDBQFilename));
-        QCOMPARE(other.OpenRecordset(QStringLiteral("SELECT * FROM City"))->RowCount(), 2);
+        QCOMPARE(other.OpenRecordset(u"SELECT * FROM City"_qs)->RowCount(), 2);
     }
 };
 

@@ -10,7 +10,7 @@
 
 namespace
 {
-const QString jetKey = QStringLiteral("Software\\ODBC\\odbc.ini\\College\\Engines\\Jet");
+const QString jetKey = u"Software\\ODBC\\odbc.ini\\College\\Engines\\Jet"_qs;
 }
 
 class TestRegistry final : public QObject
@@ -23,21 +23,21 @@ private slots:
     {
         const OwnDataSources sources;
         const ScriptedDialogs dialogs;
-        QVERIFY(DSNMissing(QStringLiteral("College")));
-        QVERIFY(RegisterAccessDSN(QStringLiteral("College"), QStringLiteral("/data/Über uns;1.mdb"),
-                                  QStringLiteral("Veltrane Database"), {}, {}));
+        QVERIFY(DSNMissing(u"College"_qs));
+        QVERIFY(
+            RegisterAccessDSN(u"College"_qs, u"/data/Über uns;1.mdb"_qs, u"Veltrane Database"_qs, {}, {}));
 
-        QVERIFY(!DSNMissing(QStringLiteral("COLLEGE")));
-        QCOMPARE(DSNType(QStringLiteral("college")), 1);
-        QCOMPARE(DSNFile(QStringLiteral("College")), QStringLiteral("/data/Über uns;1.mdb"));
-        QCOMPARE(DSNDescription(QStringLiteral("College")), QStringLiteral("Veltrane Database"));
-        QCOMPARE(RegReadString(jetKey, QStringLiteral("MaxBufferSize")), QStringLiteral("512"));
-        QCOMPARE(RegReadString(jetKey, QStringLiteral("Threads")), QStringLiteral("3"));
+        QVERIFY(!DSNMissing(u"COLLEGE"_qs));
+        QCOMPARE(DSNType(u"college"_qs), 1);
+        QCOMPARE(DSNFile(u"College"_qs), u"/data/Über uns;1.mdb"_qs);
+        QCOMPARE(DSNDescription(u"College"_qs), u"Veltrane Database"_qs);
+        QCOMPARE(RegReadString(jetKey, u"MaxBufferSize"_qs), u"512"_qs);
+        QCOMPARE(RegReadString(jetKey, u"Threads"_qs), u"3"_qs);
         QVERIFY(!sources.Content().contains("UID"));
         QVERIFY(!sources.Content().contains("PWD"));
 
         QProcess manager;
-        manager.start(QStringLiteral("odbcinst"), {QStringLiteral("-q"), QStringLiteral("-s")});
+        manager.start(u"odbcinst"_qs, {u"-q"_qs, u"-s"_qs});
         QVERIFY(manager.waitForFinished());
         QCOMPARE(manager.readAllStandardOutput().trimmed(), QByteArray("[College]"));
     }
@@ -47,45 +47,36 @@ private slots:
     {
         const OwnDataSources sources;
         sources.SetContent("[S]\nDBQ=/old.mdb\n");
-        QCOMPARE(DSNFile(QStringLiteral("S")), QStringLiteral("/old.mdb"));
+        QCOMPARE(DSNFile(u"S"_qs), u"/old.mdb"_qs);
         sources.SetContent("[S]\nDBQ=/new.mdb\n");
-        QCOMPARE(DSNFile(QStringLiteral("S")), QStringLiteral("/new.mdb"));
-        QVERIFY(SetDSNFile(QStringLiteral("s"), QStringLiteral("/own.mdb")));
-        QCOMPARE(DSNFile(QStringLiteral("S")), QStringLiteral("/own.mdb"));
+        QCOMPARE(DSNFile(u"S"_qs), u"/new.mdb"_qs);
+        QVERIFY(SetDSNFile(u"s"_qs, u"/own.mdb"_qs));
+        QCOMPARE(DSNFile(u"S"_qs), u"/own.mdb"_qs);
         QCOMPARE(sources.Content().count("DBQ"), 1);
         sources.SetContent({});
-        QVERIFY(DSNMissing(QStringLiteral("S")));
+        QVERIFY(DSNMissing(u"S"_qs));
     }
 
-    void KnowsTheKindOfASource_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<int>("type");
-
-        const auto driver = [](const char *name) -> QByteArray {
-            return QByteArray("[S]\nDriver=") + name + "\n";
-        };
-        QTest::newRow("file") << driver("Microsoft Access Driver (*.mdb)") << 1;
-        const QByteArray listed =
-            "[ODBC Data Sources]\ns=Driver do Microsoft Access (*.mdb)\n[S]\nDBQ=/x.mdb\n";
-        QTest::newRow("file, listed only") << listed << 1;
-        QTest::newRow("SQL Server") << driver("SQL Server") << 2;
-        QTest::newRow("newer SQL Server") << driver("ODBC Driver 18 for SQL Server") << 2;
-        QTest::newRow("FreeTDS") << driver("FreeTDS") << 2;
-        QTest::newRow("FreeTDS by path") << driver("/usr/lib/x86_64-linux-gnu/odbc/libtdsodbc.so") << 2;
-        QTest::newRow("PostgreSQL") << driver("PostgreSQL Unicode") << 2;
-        QTest::newRow("PostgreSQL by path") << driver("/opt/odbc/psqlodbcw.so") << 2;
-        QTest::newRow("another server") << driver("MySQL") << 0;
-        QTest::newRow("no driver") << QByteArray("[S]\nDescription=x\n") << 0;
-        QTest::newRow("no source") << QByteArray() << 0;
-    }
     void KnowsTheKindOfASource()
     {
-        QFETCH(QByteArray, content);
-        QFETCH(int, type);
         const OwnDataSources sources;
-        sources.SetContent(content);
-        QCOMPARE(DSNType(QStringLiteral("S")), type);
+        const auto typeOf = [&](const QByteArray &content) {
+            sources.SetContent(content);
+            return DSNType(u"S"_qs);
+        };
+        for (const auto &[driver, type] : {std::pair{"Microsoft Access Driver (*.mdb)", 1},
+                                           {"SQL Server", 2},
+                                           {"ODBC Driver 18 for SQL Server", 2},
+                                           {"FreeTDS", 2},
+                                           {"/usr/lib/x86_64-linux-gnu/odbc/libtdsodbc.so", 2},
+                                           {"PostgreSQL Unicode", 2},
+                                           {"/opt/odbc/psqlodbcw.so", 2},
+                                           {"MySQL", 0}})
+            QVERIFY2(typeOf(QByteArray("[S]\nDriver=") + driver + "\n") == type, driver);
+        const QByteArray listed = "[ODBC Data Sources]\ns=Driver do Microsoft Access (*.mdb)\n";
+        QCOMPARE(typeOf(listed + "[S]\nDBQ=/x.mdb\n"), 1);
+        QCOMPARE(typeOf("[S]\nDescription=x\n"), 0);
+        QCOMPARE(typeOf({}), 0);
     }
 
     void ListsTheSources()
@@ -94,41 +85,33 @@ private slots:
         sources.SetContent("[ODBC Data Sources]\nB=PostgreSQL Unicode\n"
                            "[B]\nDriver=PostgreSQL Unicode\nDescription=The server\nDatabase=veltrane\n"
                            "[A]\nDriver=Microsoft Access Driver (*.mdb)\nDBQ=/a.mdb\n");
-        gDBQName = QStringLiteral("a");
+        gDBQName = u"a"_qs;
         ListModel list;
         FillDSNList(list);
         gDBQName.clear();
 
         QCOMPARE(list.Count(), 2);
-        QCOMPARE(list.At(0).key, QStringLiteral("?1"));
-        QCOMPARE(list.At(0).text, QStringLiteral("B"));
-        QCOMPARE(list.At(0).subItems, QStringList({QStringLiteral("The server"), QString()}));
+        QCOMPARE(list.At(0).key, u"?1"_qs);
+        QCOMPARE(list.At(0).text, u"B"_qs);
+        QCOMPARE(list.At(0).subItems, QStringList({u"The server"_qs, QString()}));
         QVERIFY(!list.At(0).checked);
-        QCOMPARE(list.At(1).subItems, QStringList({QString(), QStringLiteral("/a.mdb")}));
+        QCOMPARE(list.At(1).subItems, QStringList({QString(), u"/a.mdb"_qs}));
         QVERIFY(list.At(1).checked);
         QCOMPARE(list.CurrentRow(), 0);
-        QCOMPARE(DSNDatabase(QStringLiteral("B")), QStringLiteral("veltrane"));
+        QCOMPARE(DSNDatabase(u"B"_qs), u"veltrane"_qs);
     }
 
-    void TellsWhenASourceCannotBeWritten_data()
-    {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QByteArray>("registry");
-        QTest::newRow("no such directory") << "/a.mdb" << QByteArray("/nowhere/at/all/odbc.ini");
-        QTest::newRow("path of two lines") << "/a\nDriver=evil.so" << QByteArray();
-        QTest::newRow("path too long") << QString(1000, u'x') << QByteArray();
-    }
     void TellsWhenASourceCannotBeWritten()
     {
-        QFETCH(QString, file);
-        QFETCH(QByteArray, registry);
-        const OwnDataSources sources;
-        if (!registry.isEmpty())
-            qputenv("ODBCINI", registry);
-        ScriptedDialogs dialogs;
-        dialogs.Expect(QStringLiteral("ODBC32 Connect"), QStringLiteral("ODBC32 registration error"));
-        QVERIFY(!RegisterAccessDSN(QStringLiteral("S"), file, {}, {}, {}));
-        QVERIFY(!sources.Content().contains("evil"));
+        for (const QString &file : {QString("/a\nDriver=evil.so"), QString(1000, u'x'), QString("/a.mdb")}) {
+            const OwnDataSources sources;
+            if (file == "/a.mdb")
+                qputenv("ODBCINI", "/nowhere/at/all/odbc.ini");
+            ScriptedDialogs dialogs;
+            dialogs.Expect("ODBC32 Connect", "ODBC32 registration error");
+            QVERIFY(!RegisterAccessDSN("S", file, {}, {}, {}));
+            QVERIFY(!sources.Content().contains("evil"));
+        }
     }
 };
 

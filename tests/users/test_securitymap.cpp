@@ -9,7 +9,7 @@
 
 namespace
 {
-const QString english = QStringLiteral("english");
+const QString english = u"english"_qs;
 
 /// Entries as one text: key and name, one after the other.
 QString Outline(const std::vector<SecurityMapEntry> &entries)
@@ -27,7 +27,7 @@ class TestSecurityMap final : public QObject
 
     std::vector<SecurityMapEntry> Read(const QByteArray &bytes) const
     {
-        const QString name = m_dir.filePath(QStringLiteral("secmap.dat"));
+        const QString name = m_dir.filePath(u"secmap.dat"_qs);
         WriteFile(name, bytes);
         return ReadSecurityMap(name, english);
     }
@@ -67,7 +67,7 @@ private slots:
             QTest::newRow(name) << bytes << outline;
         };
         const QByteArray plain("[ENGLISH]\n[!g]=Group\n[?23]=People\n[#1]=Menu\n[END]\n");
-        const QString all = QStringLiteral("!g=Group|?23=People|#1=Menu");
+        const QString all = u"!g=Group|?23=People|#1=Menu"_qs;
         const QString marked = QChar(QChar::ByteOrderMark) + QString::fromLatin1(plain);
         row("carriage returns too", QByteArray(plain).replace("\n", "\r\n"), all);
         row("carriage returns alone", QByteArray(plain).replace("\n", "\r"), all);
@@ -101,7 +101,7 @@ private slots:
 
     void UnreadableAndHugeFiles()
     {
-        QVERIFY(ReadSecurityMap(m_dir.filePath(QStringLiteral("none.dat")), english).empty());
+        QVERIFY(ReadSecurityMap(m_dir.filePath(u"none.dat"_qs), english).empty());
         QVERIFY(ReadSecurityMap(m_dir.path(), english).empty());
         QByteArray million("[ENGLISH]\n");
         for (int i = 0; i < 1'000'000; ++i)

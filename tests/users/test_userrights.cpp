@@ -42,18 +42,16 @@ private slots:
 
     void TreeShowsLevels()
     {
-        const QList<std::tuple<QString, char16_t, QString>> levels{
-            {"?5", u'0', "Right  []"},
-            {"?5", u'1', "Right  [View/Select Only]"},
-            {"?5", u'2', "Right  [Add Only]"},
-            {"?5", u'3', "Right  [Add and Edit Only]"},
-            {"?5", u'9', "Right  [Full Access]"},
-            {"?5", u'7', "Right  []"},
-            {"#5", u'9', "Right  [Yes]"},
-            {"#5", u'0', "Right  [No]"},
-            {"#5", u'3', "Right  [No]"},
-            {"!5", u'1', "Right"},
-        };
+        const QList<std::tuple<QString, char16_t, QString>> levels{{"?5", u'0', "Right  []"},
+                                                                   {"?5", u'1', "Right  [View/Select Only]"},
+                                                                   {"?5", u'2', "Right  [Add Only]"},
+                                                                   {"?5", u'3', "Right  [Add and Edit Only]"},
+                                                                   {"?5", u'9', "Right  [Full Access]"},
+                                                                   {"?5", u'7', "Right  []"},
+                                                                   {"#5", u'9', "Right  [Yes]"},
+                                                                   {"#5", u'0', "Right  [No]"},
+                                                                   {"#5", u'3', "Right  [No]"},
+                                                                   {"!5", u'1', "Right"}};
         for (const auto &[key, digit, text] : levels) {
             TreeModel tree;
             tree.Add({}, {.key = key, .text = "Right"});

@@ -3,7 +3,6 @@
 #include "core/Session.h"
 #include "database/Security.h"
 #include "support/ScriptedDialogs.h"
-#include "support/StatementLog.h"
 #include "support/TestDatabase.h"
 #include "users/UsersModule.h"
 #include "users/UsersODBC.h"
@@ -85,29 +84,6 @@ private slots:
         const bool passed = CheckLogon(name, password);
         QTEST(gUserRights, "rights");
         QCOMPARE(passed, !gUserRights.isEmpty());
-    }
-
-    void StatementsAsTheyStand()
-    {
-        StatementLog log;
-        const int id = Users_Add("O'Neil", "it's", "9912");
-        Users_UpdateSecurity(id, "11");
-        Users_ChangePassword(id, "new");
-        Users_GetSecurityRights(id);
-        CheckLogon("x", "y");
-        Users_Delete(id);
-        const QString number = QString::number(id);
-        const QString sameName = "SELECT * FROM Users WHERE UserName = 'O''Neil'";
-        QCOMPARE(
-            log.Statements(),
-            QStringList(
-                {sameName,
-                 "INSERT INTO Users (UserName, Password, SecurityRights) VALUES ('O''Neil','it''s','9912')",
-                 sameName, "UPDATE Users SET SecurityRights = '11' WHERE UserID = " % number,
-                 "UPDATE Users SET Password = 'new' WHERE UserID = " % number,
-                 "SELECT * FROM Users WHERE UserID = " % number, "SELECT * FROM Users",
-                 "SELECT * FROM Users WHERE UserName = 'x' AND Password = 'y'",
-                 "DELETE FROM Users WHERE UserID = " % number}));
     }
 
     void AnInsertKeeps255Rights()
