@@ -11,9 +11,11 @@
 
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMultiMap>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -23,6 +25,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QToolBar>
 #include <QToolButton>
 
 /// What must hold for every form of the program.
@@ -119,8 +122,8 @@ QWidget *Focus(QWidget &form)
     return form.focusWidget() ? form.focusWidget() : &form;
 }
 
-/// Fields, lists and buttons that the user can work with now. Texts that can only be read are no work, and
-/// the buttons of a tool bar stand in the menus too.
+/// Fields, lists and buttons that the user can work with now, those of tool bars left out. Texts that can
+/// only be read are no work.
 std::vector<QWidget *> Workable(const QWidget &form)
 {
     std::vector<QWidget *> found;
@@ -150,6 +153,14 @@ QSet<const QWidget *> ReachedByTab(QWidget &form)
         }
     }
     return reached;
+}
+
+/// The command has a shortcut or stands in a menu.
+bool IsCommandForKeys(const QAction *command)
+{
+    const QList<QObject *> places = command->associatedObjects();
+    return !command->shortcut().isEmpty() ||
+           std::any_of(places.begin(), places.end(), [](QObject *at) { return qobject_cast<QMenu *>(at); });
 }
 
 /// Every mnemonic that works on the page shown, with what it leads to.
@@ -302,6 +313,10 @@ void test_nets::keyboard_reaches_everything()
         for (const QTabWidget *panel : form->findChildren<QTabWidget *>())
             QVERIFY2(panel->count() < 2 || reached.contains(panel->tabBar()), qPrintable(Describe(panel)));
     });
+    for (const QToolBar *bar : form->findChildren<QToolBar *>()) {
+        for (const QAction *command : bar->actions())
+            QVERIFY2(command->isSeparator() || IsCommandForKeys(command), qPrintable(command->objectName()));
+    }
 }
 
 void test_nets::mnemonics_are_unique()
