@@ -8,14 +8,40 @@ void Fail(const QString &message)
 {
     QTest::qFail(qPrintable(message), __FILE__, __LINE__);
 }
+/// A real user can only press a button that is there.
+bool Offers(Dialogs::Buttons buttons, Dialogs::Answer answer)
+{
+    using Dialogs::Answer;
+    using Dialogs::Buttons;
+    switch (answer) {
+    case Answer::Ok:
+        return buttons == Buttons::Ok || buttons == Buttons::OkCancel;
+    case Answer::Cancel:
+        return buttons != Buttons::Ok && buttons != Buttons::YesNo;
+    case Answer::Retry:
+        return buttons == Buttons::RetryCancel;
+    case Answer::Yes:
+    case Answer::No:
+        return buttons == Buttons::YesNo || buttons == Buttons::YesNoCancel;
+    case Answer::None:
+        break;
+    }
+    return false;
+}
 } // namespace
 
 ScriptedDialogs::ScriptedDialogs()
     : m_outer(Dialogs::Installed())
 {
     Dialogs::Hooks &hooks = Dialogs::Installed();
-    hooks.msgBox = [this](const QString &text, const QString &title, Dialogs::Buttons, Dialogs::Icon,
-                          Dialogs::Answer) { return OnBox(text, title); };
+    hooks.msgBox = [this](const QString &text, const QString &title, Dialogs::Buttons buttons, Dialogs::Icon,
+                          Dialogs::Answer) {
+        const bool expected = !m_boxes.empty();
+        const Dialogs::Answer answer = OnBox(text, title);
+        if (expected && !Offers(buttons, answer))
+            Fail(u"The box has no such button: [" % title % u"] " % text);
+        return answer;
+    };
     hooks.openFile = [this](const Dialogs::FileQuestion &question) { return OnFile(question.title); };
     hooks.saveFile = hooks.openFile;
 }
