@@ -2,7 +2,6 @@
 
 #include "controls/ListModel.h"
 #include "database/Security.h"
-#include "database/System.h"
 #include "enrolment/EnrolmentModule.h"
 #include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
@@ -15,11 +14,6 @@ constexpr int payRight = 53;
 constexpr int overrideRight = 54;
 constexpr int discountRight = 32;
 constexpr int taxRight = 96;
-
-QString WithSymbol(const QString &caption)
-{
-    return caption % u' ' % SystemValue(SystemRef::CurrencySymbol);
-}
 
 void MakeTotal(MoneyField *field, CaptionLabel *label)
 {
@@ -40,28 +34,6 @@ void CutToPercent(MoneyField *field)
 }
 } // namespace
 
-std::array<MoneyField *, Fees::PaymentKinds> frmStudentInfo::PaymentBoxes::All() const
-{
-    return {cash, cheque, creditCard, vouchers[0], vouchers[1], vouchers[2], vouchers[3], vouchers[4]};
-}
-
-Fees::Payments frmStudentInfo::PaymentBoxes::Values() const
-{
-    Fees::Payments payments{cash->Value(), cheque->Value(), creditCard->Value(), {}};
-    for (size_t i = 0; i < vouchers.size(); ++i)
-        payments.vouchers[i] = vouchers[i]->Value();
-    return payments;
-}
-
-void frmStudentInfo::PaymentBoxes::Show(const Fees::Payments &payments)
-{
-    cash->SetValue(payments.cash);
-    cheque->SetValue(payments.cheque);
-    creditCard->SetValue(payments.creditCard);
-    for (size_t i = 0; i < vouchers.size(); ++i)
-        vouchers[i]->SetValue(payments.vouchers[i]);
-}
-
 frmStudentInfo::frmStudentInfo(int courseRef, ListModel &students, const QString &key, QWidget *parent)
     : FormDialog(QStringLiteral("frmStudentInfo"), students.At(students.Find(key)).text, parent)
     , m_courseRef(courseRef)
@@ -75,7 +47,7 @@ frmStudentInfo::frmStudentInfo(int courseRef, ListModel &students, const QString
     LockFields(m_basicFee, true);
     LockFields(m_netFee, true);
     // Card payments need the card screen, which takes the card's details.
-    m_payment.creditCard->setEnabled(false);
+    m_payment.CreditCard()->setEnabled(false);
 
     m_previous.Show({});
     m_payment.Show({});
@@ -141,13 +113,12 @@ void frmStudentInfo::BuildPreviousPayments(FormBuilder &form)
 {
     form.BeginGroup(QStringLiteral("Payments"));
     form.Line(QStringLiteral("LblPreviousPayments"), QStringLiteral("Previous Payments:"));
-    m_previous.cash = form.Money(QStringLiteral("Cash"), WithSymbol(QStringLiteral("Cash")));
-    form.Label(QStringLiteral("LblCashPayments"));
-    m_previous.cheque = form.Money(QStringLiteral("Cheque"), WithSymbol(QStringLiteral("Cheque")));
-    form.Label(QStringLiteral("LblCheque"));
-    m_previous.creditCard = form.Money(QStringLiteral("CCard"), WithSymbol(QStringLiteral("Credit Card")));
-    form.Label(QStringLiteral("LblCCard"));
-    BuildVouchers(form, m_previous, QStringLiteral("Voucher"), QStringLiteral("LblVouchers"));
+    m_previous.Build(form,
+                     {.boxes = {QStringLiteral("Cash"), QStringLiteral("Cheque"), QStringLiteral("CCard")},
+                      .labels = {QStringLiteral("LblCashPayments"), QStringLiteral("LblCheque"),
+                                 QStringLiteral("LblCCard")},
+                      .voucher = QStringLiteral("Voucher"),
+                      .voucherLabel = QStringLiteral("LblVouchers")});
     m_paid = form.Money(QStringLiteral("Paid"), WithSymbol(QStringLiteral("Total Paid")));
     MakeTotal(m_paid, form.Label(QStringLiteral("LblTotal")));
     m_owed = form.Money(QStringLiteral("Owed"), WithSymbol(QStringLiteral("Amount Owed")));
@@ -160,30 +131,14 @@ void frmStudentInfo::BuildNewPayment(FormBuilder &form)
 {
     m_newPayment = form.BeginGroup(QStringLiteral("New Payment"), QStringLiteral("Frame1"));
     form.Line(QStringLiteral("LblMakePayment"), QStringLiteral("Make Payment:"));
-    m_payment.cash = form.Money(QStringLiteral("Payment"), WithSymbol(QStringLiteral("Cash")));
-    form.Label(QStringLiteral("LblNewPayment_0"));
-    m_payment.cheque = form.Money(QStringLiteral("ChequePayment"), WithSymbol(QStringLiteral("Cheque")));
-    form.Label(QStringLiteral("LblNewPayment_1"));
-    m_payment.creditCard =
-        form.Money(QStringLiteral("CCardPayment"), WithSymbol(QStringLiteral("Credit Card")));
-    form.Label(QStringLiteral("LblNewPayment_2"));
-    BuildVouchers(form, m_payment, QStringLiteral("VPayment"), QStringLiteral("LblVouchersName"));
+    m_payment.Build(form, {.boxes = {QStringLiteral("Payment"), QStringLiteral("ChequePayment"),
+                                     QStringLiteral("CCardPayment")},
+                           .labels = {QStringLiteral("LblNewPayment_0"), QStringLiteral("LblNewPayment_1"),
+                                      QStringLiteral("LblNewPayment_2")},
+                           .voucher = QStringLiteral("VPayment"),
+                           .voucherLabel = QStringLiteral("LblVouchersName")});
     form.Stretch();
     form.EndGroup();
-}
-
-void frmStudentInfo::BuildVouchers(FormBuilder &form, PaymentBoxes &boxes, const QString &name,
-                                   const QString &label)
-{
-    for (int i = 0; i < Fees::VoucherKinds; ++i) {
-        const QString voucher = SystemValue(SystemRef::VoucherName + i);
-        const QString index = u'_' % QString::number(i);
-        QString caption = WithSymbol(voucher);
-        MoneyField *box = form.Money(name % index, caption.replace(u'&', QStringLiteral("&&")));
-        box->setHidden(voucher.isEmpty());
-        form.Label(label % index)->setHidden(voucher.isEmpty());
-        boxes.vouchers[static_cast<size_t>(i)] = box;
-    }
 }
 
 void frmStudentInfo::SetLeaveHandlers()

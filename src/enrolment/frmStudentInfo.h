@@ -1,13 +1,11 @@
 #pragma once
 
 #include "enrolment/EnrolmentODBC.h"
+#include "enrolment/PaymentBoxes.h"
 #include "forms/FormDialog.h"
-
-#include <array>
 
 class FormBuilder;
 class ListModel;
-class MoneyField;
 class QGroupBox;
 class QLineEdit;
 class QPlainTextEdit;
@@ -27,18 +25,6 @@ protected:
     bool MayLeave() override;
 
 private:
-    /// The boxes of the eight payment kinds.
-    struct PaymentBoxes {
-        MoneyField *cash = nullptr;
-        MoneyField *cheque = nullptr;
-        MoneyField *creditCard = nullptr;
-        std::array<MoneyField *, Fees::VoucherKinds> vouchers{};
-
-        std::array<MoneyField *, Fees::PaymentKinds> All() const;
-        Fees::Payments Values() const;
-        void Show(const Fees::Payments &payments);
-    };
-
     void ShowStudent(const StudentRecord &record) override;
     void ShowNotEnrolled() override;
 
@@ -46,7 +32,6 @@ private:
     void BuildFee(FormBuilder &form);
     void BuildPreviousPayments(FormBuilder &form);
     void BuildNewPayment(FormBuilder &form);
-    void BuildVouchers(FormBuilder &form, PaymentBoxes &boxes, const QString &name, const QString &label);
     void SetLeaveHandlers();
     void ShowTotals(double totalDue, double paid);
 

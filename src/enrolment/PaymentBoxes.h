@@ -1,0 +1,33 @@
+#pragma once
+
+#include "enrolment/Fees.h"
+
+class FormBuilder;
+class MoneyField;
+
+/// A caption with the currency symbol behind it.
+QString WithSymbol(const QString &caption);
+
+/// The boxes of the eight payment kinds on a screen.
+class PaymentBoxes final
+{
+public:
+    /// The names of the boxes and of their captions; those of the vouchers get their index behind.
+    struct Names {
+        std::array<QString, 3> boxes;  ///< cash, cheque, credit card
+        std::array<QString, 3> labels; ///< likewise
+        QString voucher;
+        QString voucherLabel;
+    };
+
+    /// Builds all eight; a voucher kind without a name is hidden.
+    void Build(FormBuilder &form, const Names &names);
+
+    const std::array<MoneyField *, Fees::PaymentKinds> &All() const { return m_boxes; }
+    MoneyField *CreditCard() const { return m_boxes[2]; }
+    Fees::Payments Values() const;
+    void Show(const Fees::Payments &payments);
+
+private:
+    std::array<MoneyField *, Fees::PaymentKinds> m_boxes{}; ///< in the order of the kinds
+};
