@@ -41,7 +41,6 @@ private slots:
     void WhoHasIt();
     void ApplyToAList_data();
     void ApplyToAList();
-    void OrganisationCharacteristics();
     void OrganisationBesideAPerson();
     void CourseHistory();
 
@@ -140,23 +139,6 @@ void TestConcessions::ApplyToAList()
     QVERIFY(Has(501, student) && Has(502, student) && Has(earlier, student));
     // Yes empties the person whose number is that of the characteristic, and nobody else.
     QCOMPARE(Has(numberedLikeIt, other), answer != Dialogs::Answer::Yes);
-}
-
-void TestConcessions::OrganisationCharacteristics()
-{
-    const int member = Concession_Add("Member", 10, 0, "");
-    const int staff = Concession_Add("Staff", 50, 0, "");
-    const int own = Concession_Add("Own", 5, 0, "");
-    QVERIFY(!ADO_Organisation_CheckCharswithContact(2, 7));
-    for (const int concession : {member, staff})
-        Sql(u"INSERT INTO OrganChars (OrganRef,ConcessionRef) VALUES (2," % SqlNumber(concession) % u")");
-    ADO_Contact_AddContactConcession(7, member);
-    ADO_Contact_AddContactConcession(7, own);
-    QVERIFY(ADO_Organisation_CheckCharswithContact(2, 7));
-
-    ADO_Organisation_AddSingleContactConcession(2, 7);
-    QVERIFY(Has(7, member) && Has(7, staff) && Has(7, own));
-    QVERIFY(!ADO_Organisation_CheckCharswithContact(2, 7));
 }
 
 void TestConcessions::OrganisationBesideAPerson()

@@ -23,7 +23,6 @@ private slots:
     void GatherAndStore();
     void PeopleWhoAreGone();
     void Deleting();
-    void ApplyACharacteristic();
     void TypedCharacteristic();
     void ViewingAndAdding();
     void OtherDatabase();
@@ -114,21 +113,6 @@ void TestContactManager::Deleting()
     QVERIFY(!List(form, "ContactList2").IsSelected(0));
     QCOMPARE(Texts(List(form, "ContactInfo")), QStringList("Carter, Ben"));
     QCOMPARE(SelectionFile(), QString(QString::number(m_ben) % u'\n'));
-}
-
-void TestContactManager::ApplyACharacteristic()
-{
-    Concession_Add("Student", 20, 0, "");
-    frmContact form;
-    QVERIFY(!Find<QPushButton>(form, "AddToConBtn")->isEnabled());
-    List(form, "ContactList2").SelectOnly(0);
-    Press(form, "AddCBtn");
-    Choose(form, "CharList", "Student");
-    Press(form, "AddToConBtn");
-    Choose(form, "ConcessionList", "Student");
-    QCOMPARE(Texts(List(form, "ContactList2")), QStringList("Bell, Anna"));
-    Choose(form, "ConcessionList", "");
-    QCOMPARE(List(form, "ContactList2").Count(), 2);
 }
 
 void TestContactManager::TypedCharacteristic()

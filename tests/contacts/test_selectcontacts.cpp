@@ -10,12 +10,9 @@
 #include "support/TestDatabase.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QComboBox>
-#include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
 #include <QTest>
 
@@ -67,7 +64,6 @@ private slots:
     void cleanup() { m_database.reset(); }
 
     void PickingPeople();
-    void PopUpMenuByKey();
     void NewAndViewedContacts();
     void SubsetsAndRefresh();
     void JoinsTheTarget();
@@ -77,8 +73,6 @@ private slots:
     void LimitOfACourse();
     void LeavingWithoutExitChangesNothing();
     void StudentsAreNeverDroppedUnseen();
-    void SearchBox_data();
-    void SearchBox();
     void TenThousandContacts();
 
 private:
@@ -137,34 +131,6 @@ void TestSelectContacts::PickingPeople()
     Press(form, u"RemCBtn"_qs);
     QVERIFY(Selected(form).IsEmpty());
     QCOMPARE(Available(form).Count(), 2);
-}
-
-void TestSelectContacts::PopUpMenuByKey()
-{
-    frmSelectContacts form;
-    form.Configure(Mode::AddToList, m_target);
-    form.show();
-    auto *list = Find<ListView>(form, u"ContactList"_qs);
-    auto *menu = Find<QMenu>(form, u"Menu"_qs);
-    const auto choose = [&](const QString &entry) {
-        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(5, 5), list->mapToGlobal(QPoint(5, 5)));
-        QApplication::sendEvent(list, &event);
-        QVERIFY(menu->isVisible());
-        auto *action = Find<QAction>(*menu, entry);
-        QVERIFY2(action->isEnabled(), qPrintable(entry));
-        action->trigger();
-        menu->close();
-    };
-    choose(u"ID_SelectAll"_qs);
-    choose(u"ID_Add"_qs);
-    QCOMPARE(Selected(form).Count(), 4);
-    list = Find<ListView>(form, u"SelectedList"_qs);
-    choose(u"ID_SelectAll"_qs);
-    choose(u"ID_Remove"_qs);
-    QVERIFY(Selected(form).IsEmpty());
-    TestDatabase::Run({u"DELETE FROM Contacts WHERE ContactRef = 5"_qs});
-    choose(u"ID_Refresh"_qs);
-    QCOMPARE(Available(form).Count(), 3);
 }
 
 void TestSelectContacts::NewAndViewedContacts()
@@ -378,32 +344,6 @@ void TestSelectContacts::StudentsAreNeverDroppedUnseen()
     TestDatabase::Run({u"ALTER TABLE Away RENAME TO StudentsEnrolled"_qs});
     Press(failed, u"ExitBtn"_qs);
     QCOMPARE(Enrolled(), QStringList({u"2"_qs, u"5"_qs}));
-}
-
-void TestSelectContacts::SearchBox_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("found");
-    QTest::newRow("one character moves nothing") << u"s"_qs << u""_qs;
-    QTest::newRow("from the second on") << u"sm"_qs << u"Smith, Carl"_qs;
-    QTest::newRow("more of it") << u"smy"_qs << u"Smythe, Dora"_qs;
-    QTest::newRow("apostrophe") << u"o'n"_qs << u"O'Neil, Ben"_qs;
-    QTest::newRow("nobody") << u"zz"_qs << u""_qs;
-}
-
-void TestSelectContacts::SearchBox()
-{
-    QFETCH(const QString, typed);
-    frmSelectContacts form;
-    form.Configure(Mode::AddToList, m_target);
-    form.show();
-    auto *box = Find<QLineEdit>(form, u"SearchBox"_qs);
-    QTest::keyClicks(box, typed);
-    const std::vector<int> rows = Available(form).SelectedRows();
-    QTEST(rows.empty() ? QString() : Available(form).At(rows.front()).text, "found");
-    QTest::keyClick(box, Qt::Key_Return);
-    QCOMPARE(Selected(form).Count(), rows.empty() ? 0 : 1);
-    QVERIFY(form.isVisible());
 }
 
 void TestSelectContacts::TenThousandContacts()

@@ -69,7 +69,6 @@ private slots:
 
     void Story();
     void KeyboardAlone();
-    void WantsATitle();
     void TellsADuplicate();
     void RulesFeeAndLimit_data();
     void RulesFeeAndLimit();
@@ -94,11 +93,10 @@ void TestCourseScreens::init()
     LoadSystemValues();
 }
 
-/// From the Course Manager: a new course in a folder, students by the picker, a payment, a new title.
+/// From the Course Manager: a new course in two folders, then a new title.
 void TestCourseScreens::Story()
 {
     TestDatabase::Run({"INSERT INTO CoursesHierarchy (Label,Parent,Description) VALUES ('Arts',0,'')"});
-    const int ada = School::AddPerson("Ada", "Lovelace");
     School::AddCourse("Anatomy", 10);
     frmCourse manager;
     manager.show();
@@ -116,22 +114,7 @@ void TestCourseScreens::Story()
         emit folders->TickAsked(tree.Find("!1"));
         Press(form, "AddBtn");
         QCOMPARE(Find<QPushButton>(form, "AddBtn")->text(), u"&Update Course"_qs);
-        ShowTab(form, 1);
-        Press(form, "AddStudentBtn");
-        QCOMPARE(Find<ListView>(form, "Students")->Model().Count(), 1);
-        Press(form, "InfoBtn");
-        QCOMPARE(Find<ListView>(form, "Students")->Model().At(0).subItems.value(0), u"Yes"_qs);
         Press(form, "ExitBtn");
-    });
-    driver.Expect("frmSelectContacts", [ada](QDialog &picker) {
-        ListModel &people = Find<ListView>(picker, "ContactList")->Model();
-        people.SelectOnly(people.Find(u'?' % SqlNumber(ada)));
-        Press(picker, "AddCBtn");
-        Press(picker, "ExitBtn");
-    });
-    driver.Expect("frmStudentInfo", [](QDialog &form) {
-        TypeInto(form, "Payment", "80");
-        Press(form, "OkBtn");
     });
     Press(manager, "AddBtn");
     QCOMPARE(Titles(manager), QStringList({"Anatomy", "Pottery's"}));
@@ -191,18 +174,6 @@ void TestCourseScreens::KeyboardAlone()
     QCOMPARE(TestDatabase::Rows("SELECT MoneyPaid FROM Transactions"), QStringList("80"));
     keys.Press(Qt::Key_Escape);
     QVERIFY(!form.isVisible());
-}
-
-void TestCourseScreens::WantsATitle()
-{
-    frmAddCourse form;
-    form.NewCourse("!0");
-    form.show();
-    TypeInto(form, "Title", "  ");
-    ScriptedDialogs dialogs;
-    dialogs.Expect("Form not complete", "The followings fields must be completed:\n    Course Name\n");
-    Press(form, "AddBtn");
-    QVERIFY(TestDatabase::Rows("SELECT * FROM Courses").isEmpty());
 }
 
 void TestCourseScreens::TellsADuplicate()
