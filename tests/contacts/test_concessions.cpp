@@ -170,7 +170,7 @@ void TestConcessions::CourseHistory()
     const int welding = TestDatabase::Value("SELECT CourseRef FROM Courses WHERE Title = 'Welding'").toInt();
     Sql(u"INSERT INTO StudentsEnrolled (CourseRef,ContactRef,BasicFee,Discount,AmountPaid,ConcessionType,"
         u"Vouchers,Vouchers3,TaxName,TaxRate) VALUES (" %
-        SqlNumber(welding) % u",7,1200.5,33.33,100,'Student',20,5,'VAT',17.5)");
+        SqlNumber(welding) % u",7,1200.5,33.333333,100,'Student',20,5,'VAT',17.5)");
     Sql(u"INSERT INTO StudentsEnrolled (CourseRef,ContactRef) VALUES (" % SqlNumber(welding + 1) % u",7)");
     Sql("INSERT INTO StudentsEnrolled (CourseRef,ContactRef) VALUES (4711,7)");
 
