@@ -32,9 +32,9 @@ QString ServerEntries(const QString &name)
         host == QStringLiteral(".") || host.compare(QStringLiteral("(local)"), Qt::CaseInsensitive) == 0;
     const QString server = isHere ? QStringLiteral("localhost") : host;
     if (server.contains(u'\\'))
-        return u"SERVER=" % server % u';';
+        return Entry(QStringLiteral("SERVER"), server);
     const int port = comma < 0 ? defaultPort : name.mid(comma + 1).toInt();
-    return u"SERVER=" % server % u";PORT=" % QString::number(port) % u';';
+    return Entry(QStringLiteral("SERVER"), server) % u"PORT=" % QString::number(port) % u';';
 }
 
 bool IsInstalled(const QString &driver)
@@ -100,6 +100,16 @@ std::optional<QString> DataSourceText(const ConnectionParts &parts, EngineErrors
 
 std::optional<QString> OdbcDriverText(const ConnectionParts &parts, EngineErrors &errors)
 {
+    for (const QString &value : {parts.server, parts.catalogue, parts.user, parts.password}) {
+        // What stands behind it would be read as further entries.
+        if (value.contains(QStringLiteral("};"))) {
+            errors =
+                OdbcErrors::One(OdbcErrors::unnumbered,
+                                QStringLiteral("A server's name, catalogue, user or password cannot hold "
+                                               "\"};\": its driver has no way to be told."));
+            return std::nullopt;
+        }
+    }
     return parts.way == ConnectionParts::Way::Server ? ServerText(parts, errors)
                                                      : DataSourceText(parts, errors);
 }

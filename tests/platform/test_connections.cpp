@@ -118,6 +118,12 @@ void TestConnections::unreachable_data()
         << ServerSourceText(QStringLiteral("nodriver")) << 126 << QStringLiteral("odbc-postgresql");
     QTest::newRow("driver's file gone")
         << ServerSourceText(QStringLiteral("nolib")) << 126 << QStringLiteral("package tdsodbc");
+    QTest::newRow("text that would end its entry")
+        << ServerText(QStringLiteral("127.0.0.1"), QStringLiteral("sa"), QStringLiteral("a};PORT=1;b")) << 1
+        << QStringLiteral("cannot hold");
+    QTest::newRow("entry in a server's name")
+        << ServerText(QStringLiteral("127.0.0.1;PORT=9"), QStringLiteral("sa"), QString()) << 20013
+        << QStringLiteral("Unknown host machine name");
     QTest::newRow("no engine") << QStringLiteral("PROVIDER=Other;") << 1 << QStringLiteral("no engine");
 }
 
