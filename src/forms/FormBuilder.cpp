@@ -15,6 +15,7 @@ FormBuilder::FormBuilder(QWidget *page)
 
 FormBuilder::~FormBuilder()
 {
+    WidenFields();
     // A page without lists keeps its fields at the top, and its last buttons at the bottom.
     if (!Top().stretches && Top().row == m_buttonRow)
         Top().grid->setRowStretch(m_buttonRow - 1, 1);
@@ -32,10 +33,37 @@ void FormBuilder::Push(QWidget *parent, QGridLayout *grid)
 
 void FormBuilder::Pop()
 {
+    WidenFields();
     const bool stretches = Top().stretches;
     Top().grid->setRowStretch(Top().row + 1, stretches ? 0 : 1);
     m_sections.pop_back();
     Top().stretches = Top().stretches || stretches;
+}
+
+/// Where no field has a caption there is no column of captions to stand clear of.
+void FormBuilder::WidenFields()
+{
+    QGridLayout *grid = Top().grid;
+    std::vector<int> rows; // with a field of its own column
+    for (int row = 0; row <= Top().row; ++row) {
+        QLayoutItem *field = grid->itemAtPosition(row, 1);
+        QLayoutItem *caption = grid->itemAtPosition(row, 0);
+        if (caption && caption != field)
+            return;
+        if (field && !caption)
+            rows.push_back(row);
+    }
+    for (const int row : rows) {
+        QLayoutItem *field = grid->itemAtPosition(row, 1);
+        const Qt::Alignment alignment = field->alignment();
+        if (QWidget *widget = field->widget()) {
+            grid->removeWidget(widget);
+            grid->addWidget(widget, row, 0, 1, 2, alignment);
+        } else if (QLayout *layout = field->layout()) {
+            grid->removeItem(layout);
+            grid->addLayout(layout, row, 0, 1, 2, alignment);
+        }
+    }
 }
 
 QHBoxLayout *FormBuilder::NextRow()

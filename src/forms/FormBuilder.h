@@ -135,6 +135,7 @@ private:
     QWidget *Parent() { return Top().parent; }
     void Push(QWidget *parent, QGridLayout *grid);
     void Pop();
+    void WidenFields();
     /// Starts the next row, or gives the row so far if the next widget stands beside the last.
     QHBoxLayout *NextRow();
     void Caption(QWidget *field, const QString &name, const QString &caption);

@@ -131,5 +131,6 @@ void AddReport(TourDriver &tour, TourPlan &plan)
         const QString text = QString::fromLatin1(report.readAll());
         for (const auto *amount : {"90.00", "50.00", "120.00", "260.00", "Learning Voucher"})
             tour.Expect(text.contains(QLatin1String(amount)), u"the report lacks " % QLatin1String(amount));
+        QFile::remove(plan.programFolder % u"/opened.txt");
     });
 }

@@ -19,13 +19,19 @@
 
 namespace
 {
-constexpr int lookAtReport = 400; ///< milliseconds until it is painted
-constexpr int leaveReport = 1000; ///< for the tour's own picture of the desktop
+constexpr int lookAtReport = 400; ///< milliseconds
 
+/// Shows the report until the tour has taken "opened.txt" away again.
 int ShowReport(const QString &file, const QString &pictureFolder)
 {
     QTextBrowser browser;
     QFile report(file);
+    QFile opened(pictureFolder + QStringLiteral("/program/opened.txt"));
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &browser, [&opened] {
+        if (!opened.exists())
+            QApplication::quit();
+    });
     if (!report.open(QIODevice::ReadOnly))
         return 1;
     browser.setHtml(QString::fromLatin1(report.readAll()));
@@ -35,9 +41,8 @@ int ShowReport(const QString &file, const QString &pictureFolder)
     QTimer::singleShot(lookAtReport, &browser, [&] {
         browser.grab().save(pictureFolder + QStringLiteral("/report.png"));
         QFile::copy(file, pictureFolder + QStringLiteral("/report.htm"));
-        QFile opened(pictureFolder + QStringLiteral("/program/opened.txt"));
         opened.open(QIODevice::WriteOnly);
-        QTimer::singleShot(leaveReport, &QApplication::quit);
+        look.start(50);
     });
     return QApplication::exec();
 }
