@@ -1,32 +1,17 @@
 #include "exchange/TextLines.h"
 
+#include "platform/Windows1252.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QStringDecoder>
 #include <QUtf8StringView>
 
 #include <algorithm>
-#include <array>
 
 namespace
 {
 constexpr qint64 largestFile = 512LL * 1024 * 1024;
-
-/// What Windows-1252 has at 0x80 to 0x9F; its five unused places stand for themselves.
-constexpr std::array<char16_t, 32> windows1252{
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-QString FromWindows1252(const char *bytes, qsizetype size)
-{
-    QString text = QString::fromLatin1(bytes, size);
-    for (QChar &c : text) {
-        if (c >= QChar(0x80) && c <= QChar(0x9F))
-            c = QChar(windows1252[static_cast<size_t>(c.unicode() - 0x80)]);
-    }
-    return text;
-}
 
 /// A character cut off at the very end does not make a file any other than UTF-8.
 bool IsUtf8(const QByteArray &bytes)

@@ -2,7 +2,7 @@
 
 #include "core/ErrorHandler.h"
 #include "core/Session.h"
-#include "reports/Windows1252.h"
+#include "platform/Windows1252.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "core/Session.h"
+#include "platform/Windows1252.h"
 #include "reports/HTMLscript.h"
-#include "reports/Windows1252.h"
 #include "support/ScriptedDialogs.h"
 
 #include <QDir>

@@ -1,14 +1,14 @@
-#include "reports/Windows1252.h"
+#include "platform/Windows1252.h"
 
 #include <array>
 
 namespace
 {
-/// What the bytes 0x80 to 0x9F stand for; 0 where the byte stands for nothing.
-constexpr std::array<char16_t, 32> upper = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                            0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
-                                            0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                            0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+/// What the bytes 0x80 to 0x9F stand for.
+constexpr std::array<char16_t, 32> upper = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                            0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                            0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                            0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 /// The byte of a character, or -1 if there is none.
 int ByteOf(char32_t c)
@@ -22,6 +22,16 @@ int ByteOf(char32_t c)
     return -1;
 }
 } // namespace
+
+QString FromWindows1252(const char *bytes, qsizetype size)
+{
+    QString text = QString::fromLatin1(bytes, size);
+    for (QChar &c : text) {
+        if (c >= QChar(0x80) && c <= QChar(0x9F))
+            c = QChar(upper[static_cast<size_t>(c.unicode() - 0x80)]);
+    }
+    return text;
+}
 
 QByteArray ToWindows1252(const QString &text)
 {

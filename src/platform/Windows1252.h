@@ -3,5 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+/// The text of bytes in windows-1252; its five unused places stand for themselves.
+QString FromWindows1252(const char *bytes, qsizetype size);
+
 /// `text` in windows-1252; a character outside it becomes a numeric reference of HTML ("&#9731;").
 QByteArray ToWindows1252(const QString &text);
