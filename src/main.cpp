@@ -1,6 +1,6 @@
 #include "core/Main.h"
 #include "core/Screens.h"
-#include "forms/DarkStyle.h"
+#include "forms/FormStyle.h"
 #include "forms/StandardDialogs.h"
 
 #include <QApplication>
@@ -16,7 +16,7 @@ int main(int argc, char *argv[])
     // A workstation without a locale of its own shows amounts as the product's users write them.
     if (QLocale::system().language() == QLocale::C)
         QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
-    InstallDarkStyle();
+    InstallFormStyle();
     InstallStandardDialogs();
     Screens::Install();
     Main();

@@ -86,7 +86,6 @@ frmMain::frmMain()
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Veltrane"));
-    setWindowIcon(Icons::Application());
     setAttribute(Qt::WA_DeleteOnClose, false);
     setCentralWidget(m_children);
     m_commands = new CommandSet(this, [](const QString &id) {

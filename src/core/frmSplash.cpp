@@ -1,6 +1,5 @@
 #include "core/frmSplash.h"
 
-#include "core/Icons.h"
 #include "core/Main.h"
 #include "core/Session.h"
 #include "core/Version.h"
@@ -55,7 +54,6 @@ frmSplash::frmSplash()
 {
     setObjectName(QStringLiteral("frmSplash"));
     setWindowTitle(QStringLiteral("Veltrane"));
-    setWindowIcon(Icons::Application());
     setAttribute(Qt::WA_DeleteOnClose);
     StandOnPicture(m_name, 3.2, QFont::Light);
     StandOnPicture(m_version, 1.05, QFont::Normal);

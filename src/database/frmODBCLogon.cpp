@@ -90,7 +90,7 @@ QWidget *frmODBCLogon::SourcePage()
     FormBuilder form(page);
     ListView *list = form.List(QStringLiteral("ODBClist"), {}, m_sources);
     list->setAccessibleName(QStringLiteral("Data sources"));
-    list->SetColumnChars({24, 24, 30});
+    list->SetColumnChars({30, 20, 28});
     list->SetEmptyText(QStringLiteral("No data source is registered on this machine."));
     form.BeginButtons(FormBuilder::Align::Start);
     QPushButton *administrator =

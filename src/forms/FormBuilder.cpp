@@ -107,8 +107,10 @@ void FormBuilder::Beside()
 void FormBuilder::BeginButtons(Align align)
 {
     m_buttons = new QHBoxLayout;
-    // The empty row before it can take the space that is left.
+    // The empty row before it can take the space that is left, and parts the buttons from the fields.
     Top().row += 1;
+    if (m_sections.size() == 1)
+        Top().grid->setRowMinimumHeight(Top().row, m_page->fontMetrics().height() / 2);
     NextRow();
     if (m_sections.size() == 1)
         m_buttonRow = Top().row;

@@ -157,6 +157,8 @@ ListView *FormBuilder::List(const QString &name, const QString &caption, ListMod
     count->setObjectName(name % u"_Count");
     count->setAlignment(Qt::AlignRight);
     count->setForegroundRole(QPalette::PlaceholderText);
+    // The first row must not push the rest of the form about.
+    count->setMinimumHeight(count->fontMetrics().height());
     list->CountOn(count);
     Span(count);
     return list;

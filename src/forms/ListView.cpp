@@ -10,6 +10,8 @@
 #include <QLabel>
 #include <QLocale>
 
+#include <numeric>
+
 ListView::ListView(ListModel &model, Choice choice, QWidget *parent)
     : QTreeView(parent)
     , m_list(model)
@@ -34,14 +36,27 @@ ListView::ListView(ListModel &model, Choice choice, QWidget *parent)
     setSortingEnabled(true);
     header()->setSectionsMovable(false);
     ShowTitles();
+    connect(header(), &QHeaderView::sectionResized, this, [this](int column) {
+        if (!m_sharing && column < header()->count() - 1)
+            m_shares.clear();
+    });
     connect(&m_list, &ListModel::modelReset, this, &ListView::KeepOrder);
     connect(&m_list, &ListModel::Changed, viewport(), qOverload<>(&QWidget::update));
 }
 
 void ListView::SetColumnChars(const QList<int> &chars)
 {
-    for (int column = 0; column < chars.size(); ++column)
-        header()->resizeSection(column, (chars.at(column) + 2) * fontMetrics().averageCharWidth());
+    m_shares = chars;
+    ShareWidth();
+}
+
+void ListView::ShareWidth()
+{
+    const int whole = std::accumulate(m_shares.begin(), m_shares.end(), 0);
+    m_sharing = true;
+    for (int column = 0; column < m_shares.size(); ++column)
+        header()->resizeSection(column, viewport()->width() * m_shares.at(column) / whole);
+    m_sharing = false;
 }
 
 void ListView::CountOn(QLabel *label)
@@ -142,6 +157,12 @@ bool ListView::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event
 {
     // A click on a check box reaches the delegate through here.
     return !m_locked && QTreeView::edit(index, trigger, event);
+}
+
+void ListView::resizeEvent(QResizeEvent *event)
+{
+    QTreeView::resizeEvent(event);
+    ShareWidth();
 }
 
 QSize ListView::sizeHint() const

@@ -20,7 +20,8 @@ public:
     explicit ListView(ListModel &model, Choice choice = Choice::Single, QWidget *parent = nullptr);
 
     ListModel &Model() const { return m_list; }
-    /// Widths of the columns in average characters; the last column takes what is left.
+    /// Widths of the columns in average characters, of which each takes its share of the list's width until
+    /// the user sets one; the last column takes what is left.
     void SetColumnChars(const QList<int> &chars);
     /// The text shown while there are no rows.
     void SetEmptyText(const QString &text) { m_emptyText.Set(text); }
@@ -39,17 +40,21 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
     QSize sizeHint() const override;
 
 private:
     void ShowTitles();
     void KeepOrder();
+    void ShareWidth();
     void CopySelected() const;
     void TellCount();
 
     ListModel &m_list;
     EmptyText m_emptyText;
+    QList<int> m_shares; ///< of the columns; empty once the user set their widths
+    bool m_sharing = false;
     QLabel *m_count = nullptr;
     bool m_locked = false;
 };

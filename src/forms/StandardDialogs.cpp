@@ -7,6 +7,7 @@
 #include <QColorDialog>
 #include <QDir>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QMessageBox>
 
 namespace
@@ -91,6 +92,18 @@ QMessageBox::Icon IconOf(Dialogs::Icon icon)
     return QMessageBox::NoIcon;
 }
 
+/// A box is as wide as its text, which is often shorter than its title.
+void ShowWholeTitle(QMessageBox &box)
+{
+    auto *grid = qobject_cast<QGridLayout *>(box.layout());
+    if (!grid)
+        return;
+    const QFontMetrics metrics = box.fontMetrics();
+    const int titleButtons = metrics.averageCharWidth() * 16;
+    grid->addItem(new QSpacerItem(metrics.horizontalAdvance(box.windowTitle()) + titleButtons, 0),
+                  grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 Answer ShowMsgBox(const QString &text, const QString &title, Buttons buttons, Dialogs::Icon icon,
                   Answer defaultAnswer)
 {
@@ -98,6 +111,7 @@ Answer ShowMsgBox(const QString &text, const QString &title, Buttons buttons, Di
                     ButtonsOf(buttons), QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(ButtonOf(defaultAnswer == Answer::None ? FirstAnswer(buttons) : defaultAnswer));
+    ShowWholeTitle(box);
     return AnswerOf(box.exec());
 }
 

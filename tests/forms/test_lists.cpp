@@ -25,6 +25,7 @@ private slots:
     void keys_and_clicks_reach_the_form();
     void copies_the_selected_rows();
     void count_tells_rows_and_selection();
+    void columns_share_the_width_until_the_user_sets_one();
     void locked_check_boxes_stay();
     void search_moves_from_the_second_character_data();
     void search_moves_from_the_second_character();
@@ -160,6 +161,24 @@ void test_lists::count_tells_rows_and_selection()
     QCOMPARE(count.text(), QStringLiteral("1,234 rows"));
     list.SelectAll();
     QCOMPARE(count.text(), QStringLiteral("1,234 rows, 1,234 selected"));
+}
+
+void test_lists::columns_share_the_width_until_the_user_sets_one()
+{
+    ListModel list;
+    list.SetColumns({QStringLiteral("Contact"), QStringLiteral("City"), QStringLiteral("Paid")});
+    ListView view(list);
+    view.SetColumnChars({60, 30, 10});
+    view.resize(500, 200);
+    view.show();
+    const int width = view.viewport()->width();
+    QCOMPARE(view.columnWidth(0), width * 60 / 100);
+    QCOMPARE(view.columnWidth(0) + view.columnWidth(1) + view.columnWidth(2), width);
+
+    view.header()->resizeSection(1, 77);
+    view.resize(700, 200);
+    QCOMPARE(view.columnWidth(0), width * 60 / 100);
+    QCOMPARE(view.columnWidth(1), 77);
 }
 
 void test_lists::locked_check_boxes_stay()

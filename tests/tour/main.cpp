@@ -4,7 +4,7 @@
 #include "core/Main.h"
 #include "core/Screens.h"
 #include "exchange/CsvReader.h"
-#include "forms/DarkStyle.h"
+#include "forms/FormStyle.h"
 #include "forms/StandardDialogs.h"
 #include "platform/Directories.h"
 #include "tour/TourDriver.h"
@@ -110,7 +110,7 @@ int main(int argc, char *argv[])
     if (!MakeDesktop(folder) || !MakeProgramFolder(plan.programFolder))
         return 1;
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    InstallDarkStyle();
+    InstallFormStyle();
     InstallStandardDialogs();
     Screens::Install();
 
