@@ -3,6 +3,7 @@
 #include "contacts/ConcessionODBC.h"
 #include "contacts/ContactListODBC.h"
 #include "contacts/ContactRecordODBC.h"
+#include "contacts/GroupODBC.h"
 #include "controls/ComboModel.h"
 #include "platform/Dialogs.h"
 
@@ -136,20 +137,28 @@ int Contact_UpdateItem(ContactSection code, int key, const QString &name, const 
                          itemExists, QStringLiteral("Update Item"));
 }
 
-void Contact_TakeTyped(ContactSection code, ComboModel &list, const QString &typed)
+void Contact_TakeTyped(ComboModel &list, const QString &typed,
+                       const std::function<int(const RefLabel &item)> &add, const std::function<void()> &fill)
 {
     const RefLabel item = SplitRefLabel(typed);
     const int before = list.CurrentData();
-    const int key = code == ContactSection::Characteristics
-                        ? Concession_Add(item.name, 0, 0, item.reference)
-                        : Contact_AddItem(code, item.name, item.reference);
-    Contact_FillList(code, list, true);
+    const int key = add(item);
+    fill();
     if (key >= 1) {
         list.ChooseData(key);
         return;
     }
     const int row = RowOfName(list, item.name);
     list.ChooseData(row >= 0 ? list.At(row).data : before);
+}
+
+void Contact_TakeTyped(ContactSection code, ComboModel &list, const QString &typed)
+{
+    const auto add = [code](const RefLabel &item) {
+        return code == ContactSection::Characteristics ? Concession_Add(item.name, 0, 0, item.reference)
+                                                       : Contact_AddItem(code, item.name, item.reference);
+    };
+    Contact_TakeTyped(list, typed, add, [&] { Contact_FillList(code, list, true); });
 }
 
 RefLabel Contact_ViewItem(ContactSection code, int key)
@@ -175,6 +184,10 @@ bool Contact_DeleteItem(ContactSection code, int key)
         return ADO_Contact_DeleteEthnic(key);
     case ContactSection::Characteristics:
         return ADO_Contact_DeleteConcession(key);
+    case ContactSection::GroupTypes:
+        return ADO_Contact_DeleteLink(key);
+    case ContactSection::Groups:
+        return ADO_Contact_DeleteGroup(key);
     default:
         return false;
     }

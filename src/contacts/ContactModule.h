@@ -3,6 +3,7 @@
 #include "contacts/ContactRecord.h"
 #include "database/GlobalCode.h"
 
+#include <functional>
 #include <span>
 
 class ComboModel;
@@ -64,7 +65,11 @@ RefLabel Contact_ViewItem(ContactSection code, int key);
 /// a bare name): adds it to the vocabulary, fills `list` with its select row anew and chooses the new item.
 /// Where the name exists under another reference that item is chosen; after an error the choice stays.
 void Contact_TakeTyped(ContactSection code, ComboModel &list, const QString &typed);
-/// Deletes a person or a row of a vocabulary up to the characteristics. False on an error.
+/// The same for a list that is filled in a way of its own: `add` gives the key as of Contact_AddItem.
+void Contact_TakeTyped(ComboModel &list, const QString &typed,
+                       const std::function<int(const RefLabel &item)> &add,
+                       const std::function<void()> &fill);
+/// Deletes a person or a row of a vocabulary up to the groups. False on an error.
 bool Contact_DeleteItem(ContactSection code, int key);
 
 /// Adds a characteristic as typed: percent of the fee, and an amount in currency units. The new

@@ -160,6 +160,15 @@ void ListModel::SetKey(int row, const QString &key)
     CellChanged(row);
 }
 
+void ListModel::SetBold(int row, bool bold)
+{
+    ListItem &item = m_items[static_cast<size_t>(row)];
+    if (item.bold == bold)
+        return;
+    item.bold = bold;
+    emit dataChanged(index(row, 0), index(row, 0), {BoldRole});
+}
+
 void ListModel::SetChecked(int row, bool checked)
 {
     if (checked && m_exclusive) {

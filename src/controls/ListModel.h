@@ -56,6 +56,7 @@ public:
     void SetText(int row, const QString &text);
     void SetSubItem(int row, int subItem, const QString &text); ///< sub-items count from 0
     void SetKey(int row, const QString &key);
+    void SetBold(int row, bool bold); ///< a mark alone, no change of what the list holds
     void SetChecked(int row, bool checked);
     std::vector<int> CheckedRows() const;
 

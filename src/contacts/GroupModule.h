@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+class ComboModel;
+class ListModel;
+
+/// The logic of groups: makes texts safe for SQL, and speaks to the user.
+
+/// Adds a group as typed to a type. The new GroupRef; 0, after telling the user, where a group of any type
+/// has name and reference; -1 on an error.
+int GroupName_Add(const QString &name, const QString &referenceId, int linkRef);
+/// Writes a group as typed; results as of GroupName_Add.
+int GroupName_Update(int groupRef, const QString &name, const QString &referenceId, int linkRef);
+/// Takes a name that somebody typed in the list of a type's groups and that is none of them ("[reference]
+/// name" or a bare name): adds the group to the type, fills `list` anew and chooses the new group; where
+/// the name exists there under another reference, that group. Where nothing came of it the choice stays.
+void GroupName_TakeTyped(int linkRef, ComboModel &list, const QString &typed);
+
+/// Adds the people to the members, each under the type chosen, unless they are there under it. False, after
+/// telling the user, where no type or no group is chosen or nobody stands in `people`.
+bool Group_AddMembers(const ComboModel &types, const ComboModel &groups, const ListModel &people,
+                      ListModel &members);
+/// Stores the members of a group; nothing where `groupRef` is none. False on an error.
+bool Group_Update(int groupRef, ListModel &members);

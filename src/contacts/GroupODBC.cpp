@@ -1,0 +1,194 @@
+#include "contacts/GroupODBC.h"
+
+#include "controls/ComboModel.h"
+#include "controls/ListModel.h"
+#include "controls/TreeModel.h"
+#include "core/Session.h"
+#include "database/GlobalCode.h"
+#include "database/MiscODBC.h"
+#include "platform/Connection.h"
+
+namespace
+{
+QString SameGroup(const QString &name, const QString &referenceId)
+{
+    return u"SELECT GroupRef FROM GroupNames WHERE Name = '" % name % u"' AND ReferenceID = '" % referenceId %
+           u"'";
+}
+
+QString PersonName(const Recordset::Row &row)
+{
+    return row.Text(u"Cust_Surname") % u", " % row.Text(u"Cust_Forename");
+}
+
+/// The leaves of one person's membership: the person first, then who else is in the group under that type.
+void AddMembers(TreeModel &tree, const QString &groupKey, const QString &number, const Recordset::Row &own)
+{
+    const auto addLeaf = [&](const Recordset::Row &person) {
+        TreeNode leaf;
+        leaf.key = u'?' % person.Text(u"ContactRef") % u'!' % number;
+        leaf.text = PersonName(person);
+        leaf.image = QStringLiteral("user");
+        tree.Add(groupKey, std::move(leaf));
+    };
+    addLeaf(own);
+    const Recordset members = OpenRecordset(
+        u"SELECT Contacts.ContactRef, Contacts.Cust_Surname, Contacts.Cust_Forename FROM Contacts INNER JOIN "
+        u"Groups ON Contacts.ContactRef = Groups.ContactRef WHERE Groups.GroupRef = " %
+        own.Text(u"GroupRef") % u" AND Groups.LinkRef = " % own.Text(u"LinkRef") %
+        u" ORDER BY Contacts.Cust_Surname, Contacts.Cust_Forename;");
+    for (const Recordset::Row member : members) {
+        // The person's own key stands there already.
+        addLeaf(member);
+    }
+}
+
+bool RunWithKey(const char *routineName, std::initializer_list<QStringView> statements, int key)
+{
+    return Reported(routineName, false, [&] {
+        for (const QStringView statement : statements)
+            Execute(statement % SqlNumber(key));
+        return true;
+    });
+}
+} // namespace
+
+int ADO_Contact_AddGroupName(const QString &name, const QString &referenceId, int linkRef)
+{
+    return Reported("ADO_Contact_AddGroupName", -1, [&] {
+        const QString sameGroup = SameGroup(name, referenceId);
+        if (HasRow(sameGroup))
+            return 0;
+        Execute(u"INSERT INTO GroupNames (Name, ReferenceID, LinkRef) VALUES ('" % name % u"','" %
+                referenceId % u"'," % SqlNumber(linkRef) % u')');
+        return ReadKey(sameGroup, u"GroupRef");
+    });
+}
+
+int ADO_Contact_UpdateGroupName(int groupRef, const QString &name, const QString &referenceId, int linkRef)
+{
+    return Reported("ADO_Contact_UpdateGroupName", -1, [&] {
+        if (HasRow(SameGroup(name, referenceId) % u" AND GroupRef <> " % SqlNumber(groupRef)))
+            return 0;
+        // The type stands between apostrophes here alone; the database takes it as the number that it is.
+        Execute(u"UPDATE GroupNames SET Name = '" % name % u"', ReferenceID = '" % referenceId %
+                u"', LinkRef = '" % SqlNumber(linkRef) % u"' WHERE GroupRef = " % SqlNumber(groupRef));
+        return groupRef;
+    });
+}
+
+void ADO_Contact_ShowGroupName(GroupNameView &view, int groupRef)
+{
+    Reported("ADO_Contact_ShowGroupName", [&] {
+        view.ShowLoading(QStringLiteral("Loading Group Information"));
+        const Recordset group =
+            OpenRecordset(u"SELECT * FROM GroupNames WHERE GroupRef = " % SqlNumber(groupRef));
+        if (!group.IsEmpty()) {
+            const Recordset::Row row = group.First();
+            view.ShowGroupName(
+                {row.Text(u"Name"), row.Text(u"ReferenceID"), static_cast<int>(row.Long(u"LinkRef"))});
+        }
+        view.ShowLoaded();
+    });
+}
+
+void ADO_Contact_FillGroupNames(int linkRef, ComboModel &list)
+{
+    Reported("ADO_Contact_FillGroupNames", [&] {
+        list.Clear();
+        const Recordset groups = OpenRecordset(u"SELECT * FROM GroupNames WHERE LinkRef = " %
+                                               SqlNumber(linkRef) % u" ORDER BY Name ASC");
+        std::vector<ComboItem> items;
+        for (const Recordset::Row row : groups)
+            items.push_back({FormatRefLabel(row.Text(u"ReferenceID"), row.Text(u"Name")),
+                             static_cast<int>(row.Long(u"GroupRef"))});
+        list.Fill(std::move(items));
+    });
+}
+
+bool ADO_Contact_ShowGroup(int groupRef, ListModel &list)
+{
+    return Reported("ADO_Contact_ShowGroup", false, [&] {
+        list.Clear();
+        const Recordset members = OpenRecordset(
+            u"SELECT Contacts.Cust_Forename, Contacts.Cust_Surname, Contacts.ContactRef, LinkNames.* FROM "
+            u"(Groups INNER JOIN LinkNames ON Groups.LinkRef = LinkNames.LinkRef) INNER JOIN Contacts ON "
+            u"Groups.ContactRef = Contacts.ContactRef WHERE GroupRef = " %
+            SqlNumber(groupRef));
+        std::vector<ListItem> items;
+        for (const Recordset::Row row : members) {
+            ListItem item{u'?' % row.Text(u"ContactRef") % u'!' % row.Text(u"LinkRef"),
+                          PersonName(row),
+                          {row.Text(u"LinkName")}};
+            item.bold = true;
+            items.push_back(std::move(item));
+        }
+        list.Fill(std::move(items));
+        return true;
+    });
+}
+
+bool ADO_Contact_UpdateGroup(int groupRef, ListModel &list)
+{
+    return Reported("ADO_Contact_UpdateGroup", false, [&] {
+        WriteGroup group(gConnection);
+        Execute(u"DELETE FROM Groups WHERE GroupRef = " % SqlNumber(groupRef));
+        for (int row = 0; row < list.Count(); ++row) {
+            const QString &key = list.At(row).key;
+            Execute(u"INSERT INTO Groups (ContactRef, LinkRef, GroupRef) VALUES (" %
+                    SqlNumber(KeyNumber(key)) % u',' % key.section(u'!', 1) % u',' % SqlNumber(groupRef) %
+                    u')');
+            list.SetBold(row, false);
+            EndRow(group);
+        }
+        EndRows(group);
+        return true;
+    });
+}
+
+void ADO_Contact_ShowGroup_Tree(int contactRef, TreeModel &tree)
+{
+    Reported("ADO_Contact_ShowGroup_Tree", [&] {
+        tree.Clear();
+        const Recordset memberships = OpenRecordset(
+            u"SELECT Contacts.ContactRef, Contacts.Cust_Forename, Contacts.Cust_Surname, GroupNames.Name, "
+            u"LinkNames.LinkName, GroupNames.GroupRef, LinkNames.LinkRef FROM ((Contacts INNER JOIN Groups "
+            u"ON Contacts.ContactRef = Groups.ContactRef) INNER JOIN GroupNames ON Groups.GroupRef = "
+            u"GroupNames.GroupRef) INNER JOIN LinkNames ON Groups.LinkRef = LinkNames.LinkRef WHERE "
+            u"Groups.ContactRef = " %
+            SqlNumber(contactRef) % u" ORDER BY GroupNames.Name, LinkNames.LinkName;");
+        int count = 0;
+        for (const Recordset::Row row : memberships) {
+            // A type or a group that comes again has nodes of its own.
+            const QString number = QString::number(++count);
+            TreeNode type;
+            type.key = u'T' % number;
+            type.text = u"Type: " % row.Text(u"LinkName");
+            type.image = QStringLiteral("tag");
+            type.expanded = true;
+            tree.Add(QString(), std::move(type));
+            TreeNode group;
+            group.key = u'G' % number;
+            group.text = u"Group: " % row.Text(u"Name");
+            group.image = QStringLiteral("system-users");
+            group.expanded = true;
+            tree.Add(u'T' % number, std::move(group));
+            AddMembers(tree, u'G' % number, number, row);
+        }
+    });
+}
+
+bool ADO_Contact_DeleteLink(int linkRef)
+{
+    return RunWithKey("ADO_Contact_DeleteLink",
+                      {u"DELETE FROM Groups WHERE LinkRef = ", u"DELETE FROM GroupNames WHERE LinkRef = ",
+                       u"DELETE FROM LinkNames WHERE LinkRef = "},
+                      linkRef);
+}
+
+bool ADO_Contact_DeleteGroup(int groupRef)
+{
+    return RunWithKey("ADO_Contact_DeleteGroup",
+                      {u"DELETE FROM Groups WHERE GroupRef = ", u"DELETE FROM GroupNames WHERE GroupRef = "},
+                      groupRef);
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QString>
+
+class ComboModel;
+class ListModel;
+class TreeModel;
+
+/// Data functions of the groups that people belong to; tables `GroupNames`, `LinkNames` (the types) and
+/// `Groups` (who is in a group, and under which type). A person may be in one group under several types.
+
+/// The fields of one row of `GroupNames`.
+struct GroupName {
+    QString name;
+    QString referenceId;
+    int linkRef = 0; ///< the type
+};
+
+/// What ADO_Contact_ShowGroupName fills. The calls come in the order they are declared in.
+class GroupNameView
+{
+public:
+    virtual ~GroupNameView() = default;
+    /// The group is being read, and `notice` stands on the form.
+    virtual void ShowLoading(const QString &notice) = 0;
+    /// Left out where there is no such group any more.
+    virtual void ShowGroupName(const GroupName &group) = 0;
+    /// Everything is read: the notice goes.
+    virtual void ShowLoaded() = 0;
+};
+
+/// Adds a group to a type. Texts come already safe for SQL. The new GroupRef, 0 where a group of any type
+/// has name and reference already, -1 on an error.
+int ADO_Contact_AddGroupName(const QString &name, const QString &referenceId, int linkRef);
+/// Writes name, reference and type of a group. Texts come already safe for SQL. `groupRef`, 0 where another
+/// group of any type has name and reference, -1 on an error.
+int ADO_Contact_UpdateGroupName(int groupRef, const QString &name, const QString &referenceId, int linkRef);
+/// Shows one group for changing.
+void ADO_Contact_ShowGroupName(GroupNameView &view, int groupRef);
+/// Fills a drop-down list with the groups of a type, the GroupRef as item data; none is chosen.
+void ADO_Contact_FillGroupNames(int linkRef, ComboModel &list);
+
+/// Fills `list` with the members of a group, in bold: key "?" + person + "!" + type, "surname, forename",
+/// and the name of the type. False on an error: the list may lack members then.
+bool ADO_Contact_ShowGroup(int groupRef, ListModel &list);
+/// Makes the members of a group those of `list`, keys as of ADO_Contact_ShowGroup; what is stored loses its
+/// bold mark. False on an error: the group has the members up to there.
+bool ADO_Contact_UpdateGroup(int groupRef, ListModel &list);
+/// Fills `tree` with all relations of a person: the type, the group under it, and under that the person and
+/// the other members of the group under that type. Leaves begin with "?" + ContactRef.
+void ADO_Contact_ShowGroup_Tree(int contactRef, TreeModel &tree);
+
+/// Deletes a type with its groups, and every membership under it. False on an error.
+bool ADO_Contact_DeleteLink(int linkRef);
+/// Deletes a group and its memberships. False on an error.
+bool ADO_Contact_DeleteGroup(int groupRef);

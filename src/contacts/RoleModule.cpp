@@ -1,0 +1,131 @@
+#include "contacts/RoleModule.h"
+
+#include "controls/ListModel.h"
+#include "database/DecodeDateFunc.h"
+#include "database/GlobalCode.h"
+#include "platform/Clock.h"
+#include "platform/Dialogs.h"
+
+namespace
+{
+enum SubItem { Rate, StartDate, EndDate };
+
+int TellDuplicate(int result, const QString &title)
+{
+    if (result == 0)
+        Dialogs::MsgBox(QStringLiteral("Role already exists in database."), title, Dialogs::Buttons::Ok,
+                        Dialogs::Icon::Information);
+    return result;
+}
+
+RoleType Safe(RoleType role)
+{
+    for (QString *text : {&role.name, &role.description, &role.referenceId})
+        *text = SqlSafeText(*text);
+    return role;
+}
+
+bool Asked(const QString &text, const QString &title)
+{
+    return Dialogs::MsgBox(text, title, Dialogs::Buttons::YesNo, Dialogs::Icon::Question) ==
+           Dialogs::Answer::Yes;
+}
+
+/// "DD/MM/YYYY", padded or not, as a date-int: what came from the database goes back as it was, a number
+/// that is no date included.
+int DateOfText(const QString &text)
+{
+    constexpr int year = 10000;
+    constexpr int month = 100;
+    return text.section(u'/', 2).toInt() * year + text.section(u'/', 1, 1).toInt() * month +
+           text.section(u'/', 0, 0).toInt();
+}
+
+QString TodayUnpadded()
+{
+    const QDate today = Clock::Today();
+    return QString::number(today.day()) % u'/' % QString::number(today.month()) % u'/' %
+           QString::number(today.year());
+}
+
+/// False if the role stays in the list.
+bool MayRemove(int contactRef, ListModel &roles, int row)
+{
+    const QString title = QStringLiteral("Remove Role");
+    if (!Asked(u"Remove Role " % roles.At(row).text % u" from this Contact?", title))
+        return false;
+    if (!ADO_Contact_GetRoleInUse(KeyNumber(roles.At(row).key), contactRef))
+        return true;
+    if (Asked(
+            QStringLiteral("Contact has been appointed todo this Role!\nWould you like to sent the End Role "
+                           "Date to today?"),
+            title))
+        roles.SetSubItem(row, EndDate, TodayUnpadded());
+    return false;
+}
+} // namespace
+
+int RoleType_Add(const RoleType &role)
+{
+    return TellDuplicate(ADO_Contact_AddRoleType(Safe(role)), QStringLiteral("Add Role"));
+}
+
+int RoleType_Update(int roleTypeRef, const RoleType &role)
+{
+    return TellDuplicate(ADO_Contact_UpdateRoleType(roleTypeRef, Safe(role)), QStringLiteral("Update Role"));
+}
+
+bool RoleType_MayDelete(int roleTypeRef, const QString &text)
+{
+    if (!ADO_Contact_GetRoleInUse(roleTypeRef, 0))
+        return true;
+    Dialogs::MsgBox(u"Unable to delete Role '" % text % u"' already in use!", QStringLiteral("Role Deletion"),
+                    Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    return false;
+}
+
+ContactRole Role_Of(const ListModel &roles, int row)
+{
+    const ListItem &item = roles.At(row);
+    return {KeyNumber(item.key), item.text, TextValue(item.subItems.value(Rate)),
+            DateOfText(item.subItems.value(StartDate)), DateOfText(item.subItems.value(EndDate))};
+}
+
+void Role_AddToList(const ContactRole &role, ListModel &roles)
+{
+    const QString key = u'?' % SqlNumber(role.roleTypeRef);
+    const QStringList subItems{FormatNumber(role.chargeRate), IntToDateText(int(role.startDate)),
+                               IntToDateText(int(role.endDate))};
+    const int row = roles.Find(key);
+    if (row < 0) {
+        roles.Add({key, role.name, subItems});
+        return;
+    }
+    if (!Asked(QStringLiteral("Contact already on this role, Do you want to update?"),
+               QStringLiteral("Update Role")))
+        return;
+    for (int subItem = Rate; subItem <= EndDate; ++subItem)
+        roles.SetSubItem(row, subItem, subItems.at(subItem));
+}
+
+void Role_RemoveSelected(int contactRef, ListModel &roles)
+{
+    for (const QString &key : roles.SelectedKeys()) {
+        const int row = roles.Find(key);
+        if (MayRemove(contactRef, roles, row))
+            roles.Remove(row);
+        else
+            roles.Select(row, false);
+    }
+}
+
+bool Role_Store(int contactRef, const ListModel &roles)
+{
+    bool stored = ADO_Contact_RolesWipe(contactRef);
+    for (int row = 0; stored && row < roles.Count(); ++row) {
+        const ContactRole role = Role_Of(roles, row);
+        stored = ADO_Contact_AddContactRole(contactRef, role.roleTypeRef, role.chargeRate, role.startDate,
+                                            role.endDate);
+    }
+    return stored;
+}
