@@ -226,6 +226,11 @@ void ContactDetailsPage::ShowPlaceholder(const QString &text)
     m_forename->setText(text);
 }
 
+void ContactDetailsPage::MarkForename(const QString &text)
+{
+    m_required.Mark(findChild<CaptionLabel *>(QStringLiteral("Label_1")), text.trimmed().isEmpty());
+}
+
 QString ContactDetailsPage::Name() const
 {
     return m_surname->text() % u", " % m_forename->text();

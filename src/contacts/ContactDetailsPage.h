@@ -31,6 +31,8 @@ public:
     /// Stands in for the name of a person who is no more.
     void ShowPlaceholder(const QString &text);
 
+    /// Marks the forename as missing where `text` is empty, until it is next changed itself.
+    void MarkForename(const QString &text);
     const RequiredMarks &Required() const { return m_required; }
     /// "Surname, Forename" as the fields have it.
     QString Name() const;

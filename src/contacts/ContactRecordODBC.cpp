@@ -1,6 +1,8 @@
 #include "contacts/ContactRecordODBC.h"
 
 #include "contacts/ContactListODBC.h"
+#include "contacts/GroupODBC.h"
+#include "contacts/RoleODBC.h"
 #include "controls/ListModel.h"
 #include "database/DecodeDateFunc.h"
 #include "database/GlobalCode.h"
@@ -145,8 +147,14 @@ void ADO_Contact_ShowContact(ContactView &view, int contactRef)
             view.ShowDeleted(QStringLiteral("#Contact Deleted#"));
             return;
         }
-        view.ShowRecord(ReadContact(contact.First()));
+        const ContactRecord record = ReadContact(contact.First());
+        view.ShowRecord(record);
         ShowCharacteristics(view, contactRef);
+        // A save writes the roles anew: those that could not be read would be lost.
+        if (!ADO_Contact_GetRoles(contactRef, view.RolesInfo()))
+            return;
+        view.GroupList().Fill({{u'?' % SqlNumber(contactRef), record.surname % u", " % record.forename}});
+        ADO_Contact_ShowGroup_Tree(contactRef, view.GroupTree());
         view.ShowLoaded();
     });
 }

@@ -3,6 +3,7 @@
 #include "contacts/ContactRecord.h"
 
 class ListModel;
+class TreeModel;
 
 /// Data functions of one person; table `Contacts`. Two people are the same person when forename, surname,
 /// first address line and ReferenceID are equal; nothing else counts.
@@ -21,6 +22,10 @@ public:
     virtual void ShowRecord(const ContactRecord &record) = 0;
     virtual ListModel &AvailCriteria() = 0;
     virtual ListModel &UsedCriteria() = 0;
+    virtual ListModel &RolesInfo() = 0;
+    /// People about to be put in a group: the person shown comes first.
+    virtual ListModel &GroupList() = 0;
+    virtual TreeModel &GroupTree() = 0;
     /// Everything is read: the record can be worked on.
     virtual void ShowLoaded() = 0;
 };
@@ -33,8 +38,8 @@ int ADO_Contact_AddContact(const ContactRecord &record);
 int ADO_Contact_UpdateContact(int contactRef, const ContactRecord &record);
 /// True if the person still exists; false on an error.
 bool ADO_Contact_CheckContact(int contactRef);
-/// Shows a person with the characteristics held and those that can be given; reads `Contacts`,
-/// `Concessions` and `ContactConcession`.
+/// Shows a person with the characteristics held and those that can be given, the roles, and the groups; reads
+/// `Contacts`, `Concessions`, `ContactConcession` and the tables of roles and groups.
 void ADO_Contact_ShowContact(ContactView &view, int contactRef);
 /// Appends a person to a list of four columns (name, address, city, postcode) under the key "?" +
 /// reference and selects the new row; a key that is there already and a person who is gone add nothing.

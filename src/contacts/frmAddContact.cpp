@@ -2,8 +2,10 @@
 
 #include "contacts/ContactCoursesPage.h"
 #include "contacts/ContactDetailsPage.h"
+#include "contacts/ContactGroupsPage.h"
 #include "contacts/ContactModule.h"
 #include "contacts/ContactNotesPage.h"
+#include "contacts/ContactRolesPage.h"
 #include "controls/ListModel.h"
 #include "core/Session.h"
 #include "database/Security.h"
@@ -42,13 +44,12 @@ frmAddContact::frmAddContact(QWidget *parent)
     m_details = AddPage<ContactDetailsPage>(m_tabs, QStringLiteral("Details"), QStringLiteral("Details"));
     m_notes = AddPage<ContactNotesPage>(m_tabs, QStringLiteral("NotesAndCharacteristics"),
                                         QStringLiteral("Notes and Characteristics"));
+    m_roles = AddPage<ContactRolesPage>(m_tabs, QStringLiteral("Roles"), QStringLiteral("Roles"));
+    m_groups = AddPage<ContactGroupsPage>(m_tabs, QStringLiteral("Groups"), QStringLiteral("Groups"));
     m_courses = AddPage<ContactCoursesPage>(m_tabs, QStringLiteral("Courses"), QStringLiteral("Courses"));
     BuildButtons(form);
 
-    m_modified = new ModifiedMark(m_okBtn, this);
-    m_modified->Watch(m_details);
-    m_modified->Watch(m_notes);
-    m_modified->Watch(m_notes->UsedCriteria());
+    WatchChanges();
     m_navigator = new RecordNavigator(
         m_prevBtn, m_nextBtn, *m_modified, [this] { Save(); },
         [this](const QString &key) { ShowContact(KeyNumber(key)); }, this);
@@ -63,6 +64,8 @@ frmAddContact::frmAddContact(QWidget *parent)
 
     m_details->FillLists();
     m_notes->FillLists();
+    m_roles->FillLists();
+    m_groups->FillLists();
     SetState(State::NewRecord);
     ClearAll();
     m_modified->Clear();
@@ -82,6 +85,19 @@ void frmAddContact::BuildButtons(FormBuilder &form)
     form.Gap();
     m_exitBtn = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
     form.EndButtons();
+}
+
+void frmAddContact::WatchChanges()
+{
+    m_modified = new ModifiedMark(m_okBtn, this);
+    m_modified->Watch(m_details);
+    m_modified->Watch(m_notes);
+    m_modified->Watch(m_notes->UsedCriteria());
+    // The fields of a role, and the choice of a group, are no part of the record before they are added.
+    m_modified->Watch(m_roles->RolesInfo());
+    connect(m_groups, &ContactGroupsPage::MembersChanged, m_modified, &ModifiedMark::Set);
+    // Typing in the list of group types marks the forename by its own text: as it always was.
+    connect(m_groups, &ContactGroupsPage::TypeEdited, m_details, &ContactDetailsPage::MarkForename);
 }
 
 int frmAddContact::AddRecord(QWidget *parent)
@@ -127,6 +143,7 @@ void frmAddContact::ShowRecord(const ContactRecord &record)
 {
     m_details->Load(record);
     m_notes->Load(record);
+    m_groups->ForgetGroup();
 }
 
 ListModel &frmAddContact::AvailCriteria()
@@ -139,8 +156,25 @@ ListModel &frmAddContact::UsedCriteria()
     return m_notes->UsedCriteria();
 }
 
+ListModel &frmAddContact::RolesInfo()
+{
+    return m_roles->RolesInfo();
+}
+
+ListModel &frmAddContact::GroupList()
+{
+    return m_groups->GroupList();
+}
+
+TreeModel &frmAddContact::GroupTree()
+{
+    return m_groups->GroupTree();
+}
+
 void frmAddContact::ShowLoaded()
 {
+    m_roles->SetContact(m_contactRef);
+    m_groups->SetContact(m_contactRef, m_details->Name());
     m_gone = false;
 }
 
@@ -151,6 +185,8 @@ void frmAddContact::SetState(State state)
     const bool editing = state != State::View;
     m_details->SetLocked(!editing);
     m_notes->SetLocked(!editing);
+    m_roles->SetLocked(!editing);
+    m_groups->SetLocked(!editing);
     m_tabs->setEnabled(isNew || !m_gone);
     for (int tab = 1; tab < m_tabs->count(); ++tab)
         m_tabs->setTabEnabled(tab, !isNew);
@@ -207,8 +243,8 @@ bool frmAddContact::Save()
     m_gone = false;
     gDialogResult = saved;
 
-    if (!m_notes->StoreCharacteristics(saved)) {
-        // The person stands; what the page shows is still to be stored.
+    if (!StoreLists()) {
+        // The person stands; what the pages show is still to be stored.
         SetState(State::Edit);
         return false;
     }
@@ -216,6 +252,14 @@ bool frmAddContact::Save()
     m_modified->Clear();
     SetState(State::View);
     return true;
+}
+
+bool frmAddContact::StoreLists()
+{
+    m_roles->SetContact(m_contactRef);
+    m_groups->SetContact(m_contactRef, m_details->Name());
+    return m_groups->StoreGroup() && m_notes->StoreCharacteristics(m_contactRef) &&
+           m_roles->StoreRoles(m_contactRef);
 }
 
 void frmAddContact::OfferOrganisationCharacteristics(int organRef)
@@ -248,6 +292,9 @@ void frmAddContact::NewRecord()
         return;
     m_contactRef = 0;
     m_gone = false;
+    m_roles->SetContact(0);
+    m_roles->RolesInfo().Clear();
+    m_groups->SetContact(0, {});
     m_navigator->SetKeys({});
     m_tabs->setCurrentIndex(0);
     SetState(State::NewRecord);
@@ -264,6 +311,8 @@ void frmAddContact::ClearAll()
 {
     m_details->Clear();
     m_notes->Clear();
+    m_roles->ClearFields();
+    m_groups->Clear();
 }
 
 void frmAddContact::Refresh()

@@ -5,7 +5,9 @@
 
 class ContactCoursesPage;
 class ContactDetailsPage;
+class ContactGroupsPage;
 class ContactNotesPage;
+class ContactRolesPage;
 class FormBuilder;
 class QLabel;
 class QPushButton;
@@ -41,6 +43,9 @@ private:
     void ShowRecord(const ContactRecord &record) override;
     ListModel &AvailCriteria() override;
     ListModel &UsedCriteria() override;
+    ListModel &RolesInfo() override;
+    ListModel &GroupList() override;
+    TreeModel &GroupTree() override;
     void ShowLoaded() override;
 
     void BuildButtons(FormBuilder &form);
@@ -48,7 +53,9 @@ private:
     void SetState(State state);
     void ShowCaption();
     void ShowTab(int tab);
+    void WatchChanges();
     bool Save();
+    bool StoreLists();
     void OfferOrganisationCharacteristics(int organRef);
 
     void NewRecord();
@@ -64,6 +71,8 @@ private:
     QTabWidget *m_tabs;
     ContactDetailsPage *m_details;
     ContactNotesPage *m_notes;
+    ContactRolesPage *m_roles;
+    ContactGroupsPage *m_groups;
     ContactCoursesPage *m_courses;
     QPushButton *m_okBtn;
     QPushButton *m_newBtn;

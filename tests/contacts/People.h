@@ -3,6 +3,7 @@
 #include "contacts/ContactRecord.h"
 #include "contacts/ContactRecordODBC.h"
 #include "controls/ListModel.h"
+#include "controls/TreeModel.h"
 #include "support/TestDatabase.h"
 
 #include <QStringList>
@@ -67,12 +68,18 @@ public:
     }
     ListModel &AvailCriteria() override { return available; }
     ListModel &UsedCriteria() override { return used; }
+    ListModel &RolesInfo() override { return roles; }
+    ListModel &GroupList() override { return groupList; }
+    TreeModel &GroupTree() override { return groupTree; }
     void ShowLoaded() override { calls.append("loaded"); }
 
     QStringList calls;
     ContactRecord record;
     ListModel available;
     ListModel used;
+    ListModel roles;
+    ListModel groupList;
+    TreeModel groupTree;
 };
 
 inline QStringList Texts(const ListModel &list)

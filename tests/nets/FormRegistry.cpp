@@ -1,8 +1,10 @@
 #include "nets/FormRegistry.h"
 
 #include "contacts/frmAddContact.h"
+#include "contacts/frmAddEditRoleTypes.h"
 #include "contacts/frmContact.h"
 #include "contacts/frmContactMainAddEdit.h"
+#include "contacts/frmGroupName.h"
 #include "contacts/frmSelectContacts.h"
 #include "core/Session.h"
 #include "core/frmAbout.h"
@@ -123,6 +125,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmAddContact view"), OpenPerson, {}, QStringList()},
         {QStringLiteral("frmAddCourse new"), OpenNewCourse, QStringLiteral("Title"), QStringList()},
         {QStringLiteral("frmAddCourse edit"), OpenCourse, QStringLiteral("Title"), QStringList()},
+        {QStringLiteral("frmAddEditRoleTypes"), Open<frmAddEditRoleTypes>(), QStringLiteral("RoleName")},
         {QStringLiteral("frmAddEditUser new"), Open<frmAddEditUser>(), QStringLiteral("UserName")},
         {QStringLiteral("frmAddEditUser update"),
          [] { return std::make_unique<frmAddEditUser>(std::vector<ListItem>{clerk}, false); },
@@ -138,6 +141,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmDBOptions"), Open<frmDBOptions>(), {}, QStringList()},
         {QStringLiteral("frmDBPass"), Open<frmDBPass>()},
         {QStringLiteral("frmDBProps"), Open<frmDBProps>(QStringLiteral("College"), true)},
+        {QStringLiteral("frmGroupName"), Open<frmGroupName>(), QStringLiteral("GroupName")},
         {QStringLiteral("frmImportWiz"), Open<frmImportWiz>()},
         {QStringLiteral("frmLocalOptions"), Open<frmLocalOptions>()},
         {QStringLiteral("frmMain"), Open<frmMain>()},

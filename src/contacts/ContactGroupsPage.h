@@ -1,0 +1,90 @@
+#pragma once
+
+#include "controls/ComboModel.h"
+#include "controls/ListModel.h"
+#include "controls/TreeModel.h"
+
+#include <QWidget>
+
+class FormBuilder;
+class ListView;
+class QPushButton;
+class TreeView;
+class TypedCombo;
+
+/// The "Groups" tab of a person: the members of a group, the people to put into it, and all relations of the
+/// person as a tree. Members are written when the person is saved, or when another group is chosen.
+class ContactGroupsPage final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ContactGroupsPage(QWidget *parent = nullptr);
+
+    void FillLists();
+    /// Whose tab it is, 0 for a new person: stands first among the people to put in a group, and cannot be
+    /// taken out of them.
+    void SetContact(int contactRef, const QString &name);
+    /// Chooses no group: what was done to its members and not written is dropped.
+    void ForgetGroup();
+    /// Writes the members of the group if they were changed. False if they may be fewer now.
+    bool StoreGroup();
+    void Clear();
+    void SetLocked(bool locked);
+
+    ListModel &GroupList() { return m_people; }
+    TreeModel &GroupTree() { return m_tree; }
+
+signals:
+    void MembersChanged();
+    /// The user typed in the list of types.
+    void TypeEdited(const QString &text);
+
+private:
+    void BuildPeople(FormBuilder &form);
+    void BuildMembers(FormBuilder &form);
+    void BuildTree(FormBuilder &form);
+    void Connect();
+    void ShowType();
+    void ShowGroup();
+    bool OfferToStore();
+    bool StoreMembers(int groupRef);
+    void SetChanged();
+    void SelectContacts();
+    void RemovePeople();
+    void ClearPeople();
+    void AddMembers();
+    void RemoveMembers();
+    void ClearMembers();
+    void ViewMembers();
+    void OpenLeaf(const TreeNode *node);
+    void OpenContacts(const QStringList &keys);
+    void Refresh();
+    void EnableButtons();
+
+    ComboModel m_types;
+    ComboModel m_names;
+    ListModel m_people;
+    ListModel m_members;
+    TreeModel m_tree;
+    ListItem m_contact;     ///< the person whose tab it is
+    int m_typeRef = 0;      ///< the type whose groups are listed
+    int m_groupRef = 0;     ///< the group whose members are shown; 0 = none
+    QString m_groupName;    ///< as the list has it
+    bool m_changed = false; ///< its members are not written yet
+    bool m_locked = false;
+
+    TypedCombo *m_linkList;
+    TypedCombo *m_groupNameList;
+    ListView *m_groupList;
+    QPushButton *m_selectBtn;
+    QPushButton *m_remGBtn;
+    QPushButton *m_clearGBtn;
+    QPushButton *m_makeLinkBtn;
+    ListView *m_linkInfo;
+    QPushButton *m_remBtn;
+    QPushButton *m_clearLinksBtn;
+    QPushButton *m_viewBtn;
+    TreeView *m_groupTree;
+    QPushButton *m_refBtn;
+};

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "controls/ComboModel.h"
+#include "controls/ListModel.h"
+
+#include <QWidget>
+
+class ListView;
+class MoneyField;
+class QComboBox;
+class QDateEdit;
+class QPushButton;
+
+/// The "Roles" tab of a person: what the person can be engaged as, at what rate and for how long. Nothing is
+/// written before the person is saved.
+class ContactRolesPage final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ContactRolesPage(QWidget *parent = nullptr);
+
+    void FillLists();
+    /// Whose roles are shown; 0 for a new person.
+    void SetContact(int contactRef) { m_contactRef = contactRef; }
+    /// False if the person may have fewer of them now than the page shows.
+    bool StoreRoles(int contactRef) const;
+    /// Resets the fields of one role; the list of them stays.
+    void ClearFields();
+    void SetLocked(bool locked);
+
+    ListModel &RolesInfo() { return m_roles; }
+
+private:
+    void ShowType();
+    void ShowSelected();
+    void AddRole();
+    void DeleteRoles();
+    void EnableButtons();
+
+    ComboModel m_types;
+    ListModel m_roles;
+    int m_contactRef = 0;
+    bool m_locked = false;
+
+    QComboBox *m_roleList;
+    MoneyField *m_rate;
+    QDateEdit *m_start;
+    QDateEdit *m_end;
+    QPushButton *m_addBtn;
+    QPushButton *m_deleteBtn;
+    ListView *m_list;
+};
