@@ -55,10 +55,18 @@ private:
     std::u16string m_text;
 };
 
+/// The columns of OpenItems.
+enum ItemColumn { ItemReference, ItemName, ItemKey };
+
 Recordset OpenItems(const QString &nameColumn, const QString &keyColumn, const QString &table)
 {
     return OpenRecordset(u"SELECT ReferenceID," % nameColumn % u", " % keyColumn % u" FROM " % table %
                          u" ORDER BY " % nameColumn % u" ASC");
+}
+
+QString ItemLabel(const Recordset::Row &row)
+{
+    return FormatRefLabel(row.Text(ItemReference), row.Text(ItemName));
 }
 
 QString SameItem(const QString &name, const QString &table, const QString &nameColumn,
@@ -121,32 +129,34 @@ void ADO_Contact_FillList(ComboModel &list, const QString &nameColumn, const QSt
 {
     Reported("ADO_Contact_FillList", [&] {
         list.Clear();
+        const Recordset rows = OpenItems(nameColumn, keyColumn, table);
         std::vector<ComboItem> items;
-        for (const Recordset::Row row : OpenItems(nameColumn, keyColumn, table)) {
-            const int key = static_cast<int>(row.Long(keyColumn));
-            const QString name = row.Text(nameColumn);
-            const bool selectRow = withSelectRow && key == 1 && name.isEmpty();
-            items.push_back(
-                {selectRow ? SelectOrTypeNewText() : FormatRefLabel(row.Text(u"ReferenceID"), name), key});
+        items.reserve(static_cast<size_t>(rows.RowCount()));
+        for (const Recordset::Row row : rows) {
+            const int key = static_cast<int>(row.Long(ItemKey));
+            const bool selectRow = withSelectRow && key == 1 && !row.HasText(ItemName);
+            items.push_back({selectRow ? SelectOrTypeNewText() : ItemLabel(row), key});
         }
         list.Fill(std::move(items));
         list.SetCurrent(0);
     });
 }
 
-void ADO_Contact_FillList2(ListModel &list, const QString &nameColumn, const QString &keyColumn,
+bool ADO_Contact_FillList2(ListModel &list, const QString &nameColumn, const QString &keyColumn,
                            const QString &table)
 {
-    Reported("ADO_Contact_FillList2", [&] {
+    return Reported("ADO_Contact_FillList2", false, [&] {
         list.Clear();
+        const Recordset rows = OpenItems(nameColumn, keyColumn, table);
         std::vector<ListItem> items;
-        for (const Recordset::Row row : OpenItems(nameColumn, keyColumn, table)) {
-            const QString name = row.Text(nameColumn);
-            if (!name.isEmpty())
-                items.push_back({u'?' % row.Text(keyColumn), FormatRefLabel(row.Text(u"ReferenceID"), name)});
+        items.reserve(static_cast<size_t>(rows.RowCount()));
+        for (const Recordset::Row row : rows) {
+            if (row.HasText(ItemName))
+                items.push_back({u'?' % row.Text(ItemKey), ItemLabel(row)});
         }
         list.Fill(std::move(items));
         list.SelectFirst();
+        return true;
     });
 }
 

@@ -21,7 +21,8 @@ void ADO_Contact_FillListC(ComboModel &list, bool withSelectRow);
 void ADO_Contact_FillList(ComboModel &list, const QString &nameColumn, const QString &keyColumn,
                           const QString &table, bool withSelectRow);
 /// Fills a list with a vocabulary, keys "?" + key, the first row selected; rows without a name are left out.
-void ADO_Contact_FillList2(ListModel &list, const QString &nameColumn, const QString &keyColumn,
+/// False on an error.
+bool ADO_Contact_FillList2(ListModel &list, const QString &nameColumn, const QString &keyColumn,
                            const QString &table);
 
 /// Adds a row to a vocabulary. Texts come already safe for SQL. `extra` names one more column, which gets

@@ -88,24 +88,24 @@ ContactRecord ReadContact(const Recordset::Row &row)
     return record;
 }
 
-void ShowCharacteristics(ContactView &view, int contactRef)
+/// False where the lists are not whole: they must not be stored then.
+bool ShowCharacteristics(ContactView &view, int contactRef)
 {
     ListModel &available = view.AvailCriteria();
     ListModel &used = view.UsedCriteria();
-    ADO_Contact_FillList2(available, QStringLiteral("Name"), QStringLiteral("ConcessionRef"),
-                          QStringLiteral("Concessions"));
     used.Clear();
+    if (!ADO_Contact_FillList2(available, QStringLiteral("Name"), QStringLiteral("ConcessionRef"),
+                               QStringLiteral("Concessions")))
+        return false;
     const Recordset held = OpenRecordset(u"SELECT ConcessionRef FROM ContactConcession WHERE ContactRef = " %
                                          SqlNumber(contactRef));
-    for (const Recordset::Row row : held) {
-        const int at = available.Find(u'?' % row.Text(u"ConcessionRef"));
-        if (at < 0)
-            continue;
-        used.Add(available.At(at));
-        available.Remove(at);
-    }
+    QStringList keys;
+    for (const Recordset::Row row : held)
+        keys.append(u'?' % row.Text(u"ConcessionRef"));
+    available.MoveKeys(keys, used);
     available.SelectFirst();
     used.SelectFirst();
+    return true;
 }
 } // namespace
 
@@ -149,9 +149,8 @@ void ADO_Contact_ShowContact(ContactView &view, int contactRef)
         }
         const ContactRecord record = ReadContact(contact.First());
         view.ShowRecord(record);
-        ShowCharacteristics(view, contactRef);
-        // A save writes the roles anew: those that could not be read would be lost.
-        if (!ADO_Contact_GetRoles(contactRef, view.RolesInfo()))
+        // A save writes these anew: those that could not be read would be lost.
+        if (!ShowCharacteristics(view, contactRef) || !ADO_Contact_GetRoles(contactRef, view.RolesInfo()))
             return;
         view.GroupList().Fill({{u'?' % SqlNumber(contactRef), record.surname % u", " % record.forename}});
         ADO_Contact_ShowGroup_Tree(contactRef, view.GroupTree());
@@ -199,10 +198,11 @@ bool ADO_Contact_Delete(int contactRef)
     });
 }
 
-void ADO_Contact_UpdateJobTitle(int contactRef, const QString &title)
+bool ADO_Contact_UpdateJobTitle(int contactRef, const QString &title)
 {
-    Reported("ADO_Contact_UpdateJobTitle", [&] {
+    return Reported("ADO_Contact_UpdateJobTitle", false, [&] {
         Execute(u"UPDATE Contacts SET JobTitle = '" % title % u"' WHERE ContactRef = " %
                 SqlNumber(contactRef));
+        return true;
     });
 }

@@ -48,5 +48,6 @@ void ADO_Contact_FillContactInfo(int contactRef, ListModel &list);
 /// Payments, waiting wishes and awards stay on purpose. False on an error: what was deleted before it
 /// stays deleted, and the delete can be repeated.
 bool ADO_Contact_Delete(int contactRef);
-/// Writes the position within the organisation. The text comes already safe for SQL.
-void ADO_Contact_UpdateJobTitle(int contactRef, const QString &title);
+/// Writes the position within the organisation. The text comes already safe for SQL. False on an
+/// error.
+bool ADO_Contact_UpdateJobTitle(int contactRef, const QString &title);

@@ -132,6 +132,26 @@ void ListModel::RemoveKey(const QString &key)
     Remove(Find(key));
 }
 
+void ListModel::MoveKeys(const QStringList &keys, ListModel &to)
+{
+    std::vector<bool> goes(m_items.size());
+    std::vector<ListItem> moved;
+    for (const QString &key : keys) {
+        const int row = Find(key);
+        if (row < 0 || goes[static_cast<size_t>(row)])
+            continue;
+        goes[static_cast<size_t>(row)] = true;
+        moved.push_back(At(row));
+    }
+    std::vector<int> rows;
+    for (int row = 0; row < Count(); ++row) {
+        if (goes[static_cast<size_t>(row)])
+            rows.push_back(row);
+    }
+    Take(rows);
+    to.AddAll(std::move(moved));
+}
+
 void ListModel::CellChanged(int row)
 {
     emit dataChanged(index(row, 0), index(row, columnCount() - 1));

@@ -53,6 +53,9 @@ public:
     /// Takes rows (ascending) out of the list, in one step a run of rows.
     std::vector<ListItem> Take(const std::vector<int> &rows);
     void RemoveKey(const QString &key);
+    /// Moves the rows of those keys to the end of `to`, in the order of the keys; unknown keys are passed
+    /// over.
+    void MoveKeys(const QStringList &keys, ListModel &to);
     void SetText(int row, const QString &text);
     void SetSubItem(int row, int subItem, const QString &text); ///< sub-items count from 0
     void SetKey(int row, const QString &key);

@@ -47,9 +47,9 @@ bool ADO_Organisation_CheckCharswithContact(int organRef, int contactRef)
     });
 }
 
-void ADO_Organisation_AddSingleContactConcession(int organRef, int contactRef)
+bool ADO_Organisation_AddSingleContactConcession(int organRef, int contactRef)
 {
-    Reported("ADO_Organisation_AddSingleContactConcession", [&] {
+    return Reported("ADO_Organisation_AddSingleContactConcession", false, [&] {
         for (const Recordset::Row row : OpenCharacteristics(organRef)) {
             const QString concessionRef = row.Text(u"ConcessionRef");
             Execute(u"DELETE FROM ContactConcession WHERE ContactRef = " % SqlNumber(contactRef) %
@@ -57,5 +57,25 @@ void ADO_Organisation_AddSingleContactConcession(int organRef, int contactRef)
             Execute(u"INSERT INTO ContactConcession (ContactRef,ConcessionRef) VALUES (" %
                     SqlNumber(contactRef) % u',' % concessionRef % u')');
         }
+        return true;
+    });
+}
+
+bool ADO_Organisation_ConcessionWipe(int organRef)
+{
+    return Reported("ADO_Organisation_ConcessionWipe", false, [&] {
+        Execute(u"DELETE FROM OrganChars WHERE OrganRef = " % SqlNumber(organRef));
+        return true;
+    });
+}
+
+bool ADO_Organisation_AddConcession(int organRef, int concessionRef)
+{
+    return Reported("ADO_Organisation_AddConcession", false, [&] {
+        if (!HasRow(u"SELECT * FROM OrganChars WHERE ConcessionRef = " % SqlNumber(concessionRef) %
+                    u" AND OrganRef = " % SqlNumber(organRef)))
+            Execute(u"INSERT INTO OrganChars (OrganRef,ConcessionRef) VALUES (" % SqlNumber(organRef) % u',' %
+                    SqlNumber(concessionRef) % u')');
+        return true;
     });
 }

@@ -34,5 +34,9 @@ void ADO_Organisation_ShowContactOrganisation(ContactOrganisationView &view, int
 /// True if the organisation has a characteristic that the person lacks; false on an error.
 bool ADO_Organisation_CheckCharswithContact(int organRef, int contactRef);
 /// Gives the person all characteristics of the organisation; others that the person has stay. Writes
-/// `ContactConcession`.
-void ADO_Organisation_AddSingleContactConcession(int organRef, int contactRef);
+/// `ContactConcession`. False on an error.
+bool ADO_Organisation_AddSingleContactConcession(int organRef, int contactRef);
+/// Takes all characteristics from an organisation. False on an error.
+bool ADO_Organisation_ConcessionWipe(int organRef);
+/// Gives an organisation a characteristic that it does not have yet. False on an error.
+bool ADO_Organisation_AddConcession(int organRef, int concessionRef);

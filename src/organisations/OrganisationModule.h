@@ -1,0 +1,42 @@
+#pragma once
+
+#include "organisations/OrganisationRecord.h"
+
+class ListModel;
+class OrganisationView;
+
+/// The logic of organisations: makes texts safe for SQL, tells the user when a record exists already, and
+/// asks before something that belongs to another organisation is taken from it.
+
+/// Adds an organisation as typed. The new OrganRef; 0, after telling the user, where it exists; -1 on an
+/// error.
+int Organisation_Add(const OrganisationRecord &record);
+/// Writes an organisation as typed; results as of Organisation_Add.
+int Organisation_Update(int organRef, const OrganisationRecord &record);
+void Organisation_Show(OrganisationView &view, int organRef);
+bool Organisation_Delete(int organRef);
+
+/// The lists of an organisation's screen that are stored with it.
+struct OrganisationLinks {
+    ListModel &contacts;
+    ListModel &usedCriteria;
+    ListModel &availFac;
+    ListModel &usedFac;
+    ListModel &availVenues;
+    ListModel &usedVenues;
+};
+
+/// Stores the people, characteristics, facilities and venues of an organisation in place of those it had. The
+/// user is asked about each that belongs to another one: what stays there leaves the list. Then each person
+/// who lacks a characteristic of the organisation is offered them. False on an error: what was written before
+/// stays, and the rest of the organisation's people, say, have none until the next save.
+bool Organisation_StoreLinks(int organRef, const OrganisationLinks &links);
+
+/// Takes the selected people out of the list, each after a question; who is kept is no longer selected.
+void Organisation_RemoveContacts(ListModel &contacts);
+/// Gives the selected people a position, stored at once, after a question. False where nothing was stored.
+bool Organisation_UpdateJobTitles(ListModel &contacts, const QString &title);
+/// Reads the people of the list anew: changed names show, and who was deleted goes.
+void Organisation_RefreshContacts(ListModel &contacts);
+/// Stores the check marks of a list of organisations as who is an award board. False on an error.
+bool Organisations_StoreAwardFlags(const ListModel &list);

@@ -1,0 +1,160 @@
+#include "organisations/OrganisationRecordODBC.h"
+
+#include "contacts/ContactListODBC.h"
+#include "controls/ListModel.h"
+#include "courses/CourseListODBC.h"
+#include "database/GlobalCode.h"
+#include "database/MiscODBC.h"
+#include "organisations/OrganisationLinkODBC.h"
+
+namespace
+{
+QString InsertOrganisation(const OrganisationRecord &r)
+{
+    return u"INSERT INTO Organisations (OrganName, ReferenceID, Addr1,Addr2,Addr3,Addr4 ,City,Country, "
+           u"TelDay, TelOut, Fax, Email, URL, Postcode,County,Notes,Board) VALUES ('" %
+           r.name % u"','" % r.referenceId % u"','" % r.addr1 % u"','" % r.addr2 % u"','" % r.addr3 % u"','" %
+           r.addr4 % u"'," % SqlNumber(r.city) % u',' % SqlNumber(r.country) % u",'" % r.telDay % u"','" %
+           r.telOut % u"','" % r.fax % u"','" % r.email % u"','" % r.url % u"','" % r.postcode % u"'," %
+           SqlNumber(r.county) % u",'" % r.notes % u"'," % SqlNumber(r.board ? 1 : 0) % u')';
+}
+
+QString UpdateOrganisation(int organRef, const OrganisationRecord &r)
+{
+    return u"UPDATE Organisations SET OrganName = '" % r.name % u"', ReferenceID = '" % r.referenceId %
+           u"', Addr1 = '" % r.addr1 % u"', Addr2 = '" % r.addr2 % u"', Addr3 = '" % r.addr3 %
+           u"', Addr4 = '" % r.addr4 % u"', City = " % SqlNumber(r.city) % u", Country = " %
+           SqlNumber(r.country) % u", TelDay = '" % r.telDay % u"', Telout = '" % r.telOut % u"', Fax = '" %
+           r.fax % u"', Email = '" % r.email % u"', URL = '" % r.url % u"', Postcode = '" % r.postcode %
+           u"', County = " % SqlNumber(r.county) % u", Notes = '" % r.notes % u"', Board = " %
+           SqlNumber(r.board ? 1 : 0) % u" WHERE OrganRef = " % SqlNumber(organRef);
+}
+
+OrganisationRecord ReadOrganisation(const Recordset::Row &row)
+{
+    const auto reference = [&row](QStringView column) {
+        return row.IsNull(column) ? -1 : static_cast<int>(row.Long(column));
+    };
+    OrganisationRecord record;
+    record.name = row.Text(u"OrganName");
+    record.referenceId = row.Text(u"ReferenceID");
+    record.addr1 = row.Text(u"Addr1");
+    record.addr2 = row.Text(u"Addr2");
+    record.addr3 = row.Text(u"Addr3");
+    record.addr4 = row.Text(u"Addr4");
+    record.county = reference(u"County");
+    record.postcode = row.Text(u"Postcode");
+    record.city = reference(u"City");
+    record.country = reference(u"Country");
+    record.telOut = row.Text(u"TelOut");
+    record.telDay = row.Text(u"TelDay");
+    record.fax = row.Text(u"Fax");
+    record.email = row.Text(u"Email");
+    record.url = row.Text(u"URL");
+    record.notes = row.Text(u"Notes");
+    record.board = row.Long(u"Board") == 1;
+    return record;
+}
+
+bool FillCharacteristics(ListModel &available)
+{
+    return ADO_Contact_FillList2(available, QStringLiteral("Name"), QStringLiteral("ConcessionRef"),
+                                 QStringLiteral("Concessions"));
+}
+
+bool FillFacilities(ListModel &available)
+{
+    return ADO_Course_FillList2(available, QStringLiteral("Name"), QStringLiteral("FacilityRef"),
+                                QStringLiteral("Facilities"));
+}
+
+bool FillVenues(ListModel &available)
+{
+    return ADO_Course_FillList2(available, QStringLiteral("Description"), QStringLiteral("VenueRef"),
+                                QStringLiteral("Venues"));
+}
+
+void ShowCharacteristics(OrganisationView &view, int organRef)
+{
+    const Recordset held =
+        OpenRecordset(u"SELECT ConcessionRef FROM OrganChars WHERE OrganRef = " % SqlNumber(organRef));
+    QStringList keys;
+    for (const Recordset::Row row : held)
+        keys.append(u'?' % row.Text(u"ConcessionRef"));
+    view.UsedCriteria().Clear();
+    view.AvailCriteria().MoveKeys(keys, view.UsedCriteria());
+    view.AvailCriteria().SelectFirst();
+    view.UsedCriteria().SelectFirst();
+}
+} // namespace
+
+int ADO_Organisation_AddOrganisation(const OrganisationRecord &record)
+{
+    return Reported("ADO_Organisation_AddOrganisation", -1, [&] {
+        if (HasRow(u"SELECT OrganRef FROM Organisations WHERE OrganName = '" % record.name %
+                   u"' AND ReferenceID = '" % record.referenceId % u"'"))
+            return 0;
+        Execute(InsertOrganisation(record));
+        return ReadKey(u"SELECT OrganRef FROM Organisations WHERE OrganName = '" % record.name %
+                           u"' AND Addr1 = '" % record.addr1 % u"'",
+                       u"OrganRef");
+    });
+}
+
+int ADO_Organisation_UpdateOrganisation(int organRef, const OrganisationRecord &record)
+{
+    return Reported("ADO_Organisation_UpdateOrganisation", -1, [&] {
+        if (HasRow(u"SELECT OrganRef FROM Organisations WHERE OrganName = '" % record.name %
+                   u"' AND ReferenceID ='" % record.referenceId % u"' AND OrganRef <> " %
+                   SqlNumber(organRef)))
+            return 0;
+        Execute(UpdateOrganisation(organRef, record));
+        return organRef;
+    });
+}
+
+void ADO_Organisation_ShowOrganisation(OrganisationView &view, int organRef)
+{
+    Reported("ADO_Organisation_ShowOrganisation", [&] {
+        view.ShowLoading(QStringLiteral("Loading Organisation Information"));
+        const Recordset organisation =
+            OpenRecordset(u"SELECT * FROM Organisations WHERE OrganRef = " % SqlNumber(organRef));
+        if (organisation.IsEmpty()) {
+            view.ShowDeleted(QStringLiteral("#Organisation Deleted#"));
+            return;
+        }
+        view.ShowRecord(ReadOrganisation(organisation.First()));
+        if (!FillCharacteristics(view.AvailCriteria()))
+            return;
+        ShowCharacteristics(view, organRef);
+        if (ADO_Organisation_ShowContacts(organRef, view.ContactInfo()) && FillFacilities(view.AvailFac()) &&
+            ADO_Organisation_ShowFacilities(view.AvailFac(), view.UsedFac(), organRef) &&
+            FillVenues(view.AvailVenues()) &&
+            ADO_Organisation_ShowVenues(view.AvailVenues(), view.UsedVenues(), organRef))
+            view.ShowLoaded();
+    });
+}
+
+bool ADO_Organisation_ShowAvailable(OrganisationView &view)
+{
+    for (ListModel *list : {&view.UsedCriteria(), &view.ContactInfo(), &view.UsedFac(), &view.UsedVenues()})
+        list->Clear();
+    return FillCharacteristics(view.AvailCriteria()) && FillFacilities(view.AvailFac()) &&
+           FillVenues(view.AvailVenues());
+}
+
+bool ADO_Organisation_Delete(int organRef)
+{
+    static constexpr QStringView cascade[] = {
+        u"UPDATE Contacts SET OrganRef = 1 WHERE OrganRef = ",
+        u"UPDATE Venues SET OrganRef = 1 WHERE OrganRef = ",
+        u"UPDATE Facilities SET OrganRef = 1 WHERE OrganRef = ",
+        u"UPDATE Exam SET OrganRef = 1 WHERE OrganRef = ",
+        u"DELETE FROM Organisations WHERE OrganRef = ",
+    };
+    return Reported("ADO_Organisation_Delete", false, [&] {
+        for (const QStringView statement : cascade)
+            Execute(statement % SqlNumber(organRef));
+        return true;
+    });
+}

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "contacts/ContactModule.h"
+#include "contacts/People.h"
+#include "controls/ListModel.h"
+#include "organisations/OrganisationRecordODBC.h"
+
+/// A valid organisation; a test changes what matters to it.
+inline OrganisationRecord Company(const QString &name, const QString &referenceId = {})
+{
+    OrganisationRecord record;
+    record.name = name;
+    record.referenceId = referenceId;
+    record.addr1 = u"1 " % name % u" Street";
+    return record;
+}
+
+/// A person who works at an organisation.
+inline int Employee(const QString &forename, const QString &surname, int organRef)
+{
+    ContactRecord record = Person(forename, surname);
+    record.organRef = organRef;
+    return Contact_Add(record);
+}
+
+inline int OrganisationOf(int contactRef)
+{
+    return TestDatabase::Value(u"SELECT OrganRef FROM Contacts WHERE ContactRef = " % SqlNumber(contactRef))
+        .toInt();
+}
+
+inline int Venue(const QString &name, int organRef)
+{
+    TestDatabase::Run({u"INSERT INTO Venues (Description,OrganRef,ReferenceID) VALUES ('" % name % u"'," %
+                       SqlNumber(organRef) % u",'')"});
+    return TestDatabase::Value(u"SELECT VenueRef FROM Venues WHERE Description = '" % name % u"'").toInt();
+}
+
+inline int Facility(const QString &name, int organRef)
+{
+    TestDatabase::Run({u"INSERT INTO Facilities (Name,OrganRef,ReferenceID) VALUES ('" % name % u"'," %
+                       SqlNumber(organRef) % u",'')"});
+    return TestDatabase::Value(u"SELECT FacilityRef FROM Facilities WHERE Name = '" % name % u"'").toInt();
+}
+
+inline QString Key(int contactRef)
+{
+    return u'?' % SqlNumber(contactRef);
+}
+
+inline QString PlaceKey(int reference)
+{
+    return u'!' % SqlNumber(reference);
+}
+
+/// An organisation's screen without a screen.
+class FakeOrganisationView final : public OrganisationView
+{
+public:
+    void ShowLoading(const QString &notice) override { calls.append(notice); }
+    void ShowDeleted(const QString &placeholder) override { calls.append(placeholder); }
+    void ShowRecord(const OrganisationRecord &shown) override
+    {
+        record = shown;
+        calls.append(QStringLiteral("record"));
+    }
+    ListModel &AvailCriteria() override { return availCriteria; }
+    ListModel &UsedCriteria() override { return usedCriteria; }
+    ListModel &ContactInfo() override { return contacts; }
+    ListModel &AvailFac() override { return availFac; }
+    ListModel &UsedFac() override { return usedFac; }
+    ListModel &AvailVenues() override { return availVenues; }
+    ListModel &UsedVenues() override { return usedVenues; }
+    void ShowLoaded() override { calls.append(QStringLiteral("loaded")); }
+
+    QStringList calls;
+    OrganisationRecord record;
+    ListModel availCriteria;
+    ListModel usedCriteria;
+    ListModel contacts;
+    ListModel availFac;
+    ListModel usedFac;
+    ListModel availVenues;
+    ListModel usedVenues;
+};
