@@ -7,7 +7,6 @@
 #include "support/Files.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QStringEncoder>
 #include <QTemporaryDir>
 #include <QTest>
@@ -162,13 +161,10 @@ private slots:
         }
     }
 
-    void AMillionLinesAreReadAtOnce()
+    void AMillionLinesAreRead()
     {
-        QElapsedTimer timer;
-        timer.start();
         Read(QByteArray("[Note]=x\n").repeated(1000000) + "[DBQName]=last\n");
         QCOMPARE(gDBQName, u"last"_qs);
-        QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
     }
 
     void AFailedWriteLeavesTheOldFile()
