@@ -33,12 +33,15 @@ QString FromWindows1252(const char *bytes, qsizetype size)
     return text;
 }
 
-QByteArray ToWindows1252(const QString &text)
+void AppendWindows1252(QByteArray &bytes, QStringView text)
 {
-    QByteArray bytes;
-    bytes.reserve(text.size());
+    bytes.reserve(bytes.size() + text.size());
     for (qsizetype i = 0; i < text.size(); ++i) {
         char32_t c = text.at(i).unicode();
+        if (c < 0x80) {
+            bytes.append(static_cast<char>(c));
+            continue;
+        }
         if (text.at(i).isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate()) {
             c = QChar::surrogateToUcs4(text.at(i), text.at(i + 1));
             ++i;
@@ -50,5 +53,11 @@ QByteArray ToWindows1252(const QString &text)
         else
             bytes.append("&#" + QByteArray::number(static_cast<uint>(c)) + ';');
     }
+}
+
+QByteArray ToWindows1252(const QString &text)
+{
+    QByteArray bytes;
+    AppendWindows1252(bytes, text);
     return bytes;
 }

@@ -2,9 +2,12 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringView>
 
 /// The text of bytes in windows-1252; its five unused places stand for themselves.
 QString FromWindows1252(const char *bytes, qsizetype size);
 
 /// `text` in windows-1252; a character outside it becomes a numeric reference of HTML ("&#9731;").
 QByteArray ToWindows1252(const QString &text);
+/// The same behind what `bytes` holds already.
+void AppendWindows1252(QByteArray &bytes, QStringView text);

@@ -3,9 +3,9 @@
 #include "core/ErrorHandler.h"
 #include "core/Session.h"
 #include "platform/Windows1252.h"
+#include "reports/ReportHeader.h"
 
 #include <QDir>
-#include <QFile>
 #include <QSaveFile>
 
 #include <array>
@@ -16,6 +16,7 @@ int HTMLBorder = 0;
 namespace
 {
 std::unique_ptr<QSaveFile> g_output;
+QString g_headerFault;
 
 const QString headLines = QStringLiteral(R"(<style>
 <!--
@@ -41,34 +42,49 @@ mso-bidi-font-family:"Times; New Roman"}
 </head>
 <body lang=EN-GB style='tab-interval:36.0pt'>)");
 
-void WriteLine(const QString &text)
+/// A report is over a hundred short lines a person: they are put together in one buffer, without a text of
+/// their own for each.
+class Line final
 {
-    if (g_output && g_output->isOpen())
-        g_output->write(ToWindows1252(text) + '\n');
-}
+public:
+    Line() { Buffer().resize(0); }
+    ~Line()
+    {
+        Buffer().append('\n');
+        if (g_output && g_output->isOpen())
+            g_output->write(Buffer());
+    }
+    Line(const Line &) = delete;
+    Line &operator=(const Line &) = delete;
 
-/// The user's letterhead goes in byte by byte: whoever wrote it chose its encoding for this page.
-void CopyHeaderFile()
-{
-    QFile header(gHeaderFile);
-    if (!g_output->isOpen() || !header.open(QIODevice::ReadOnly))
-        return;
-    const QByteArray bytes = header.readAll();
-    g_output->write(bytes);
-    if (!bytes.isEmpty() && !bytes.endsWith('\n'))
-        g_output->write("\n");
-}
+    Line &operator<<(const char *ascii)
+    {
+        Buffer().append(ascii);
+        return *this;
+    }
+    Line &operator<<(QStringView text)
+    {
+        AppendWindows1252(Buffer(), text);
+        return *this;
+    }
 
-QString SizeStyle(int size)
+private:
+    static QByteArray &Buffer()
+    {
+        static QByteArray buffer;
+        return buffer;
+    }
+};
+
+const char *SizePoints(int size)
 {
     static constexpr std::array points = {"8.0", "7.0", "8.0", "9.0", "10.0", "12.0", "14.0"};
-    const size_t code = size >= 1 && size <= 6 ? static_cast<size_t>(size) : 0;
-    return u"font-size:" % QLatin1String(points[code]) % u"pt;mso-bidi-font-size:12.0pt";
+    return points[size >= 1 && size <= 6 ? static_cast<size_t>(size) : 0];
 }
 
-QLatin1String Word(const std::array<const char *, 5> &words, int code)
+const char *Word(const std::array<const char *, 5> &words, int code)
 {
-    return QLatin1String(words[code >= 0 && code <= 4 ? static_cast<size_t>(code) : 0]);
+    return words[code >= 0 && code <= 4 ? static_cast<size_t>(code) : 0];
 }
 
 QString Link(QStringView scheme, const QString &value)
@@ -82,27 +98,35 @@ QString HTML_OutputPath()
     return gDocDir % u"/temp.htm";
 }
 
-void HTML_Start(const QString &title)
+bool HTML_Start(const QString &title)
 {
     HTML_Discard();
     g_output = std::make_unique<QSaveFile>(HTML_OutputPath());
-    g_output->open(QIODevice::WriteOnly);
-    WriteLine(QStringLiteral("<html>"));
-    WriteLine(QStringLiteral("<head>"));
-    WriteLine(
-        QStringLiteral("<meta http-equiv=Content-Type content=\"Text / html\"; Charset = windows - 1252; >"));
-    WriteLine(u"<title>" % title % u"</title>");
-    WriteLine(headLines);
-    CopyHeaderFile();
+    const bool isOpen = g_output->open(QIODevice::WriteOnly);
+    Line() << "<html>";
+    Line() << "<head>";
+    Line() << "<meta http-equiv=Content-Type content=\"Text / html\"; Charset = windows - 1252; >";
+    Line() << "<title>" << title << "</title>";
+    Line() << headLines;
+    const ReportHeader header = ReadReportHeader(gHeaderFile);
+    g_headerFault = header.fault;
+    if (isOpen)
+        g_output->write(header.bytes);
     HTML_Text(1, 5, title);
+    return isOpen;
 }
 
-bool HTML_Finish()
+QString HTML_HeaderFault()
+{
+    return g_headerFault;
+}
+
+bool HTML_Finish(HtmlEnd end)
 {
     if (!g_output)
         return false;
-    WriteLine(QStringLiteral("</BODY>"));
-    WriteLine(QStringLiteral("</HTML>"));
+    Line() << (end == HtmlEnd::Small ? "</body>" : "</BODY>");
+    Line() << (end == HtmlEnd::Small ? "</html>" : "</HTML>");
     const bool written = g_output->isOpen() && g_output->flush() && g_output->commit();
     if (!written) {
         const QString file = QDir::toNativeSeparators(HTML_OutputPath());
@@ -122,60 +146,59 @@ void HTML_Discard()
 
 void HTML_Text(int mode, int size, const QString &text)
 {
-    if (mode == 0) {
-        WriteLine(text);
-        return;
-    }
-    const QString bold = mode == 1 ? QStringLiteral("<b>") : QString();
-    const QString boldEnd = mode == 1 ? QStringLiteral("</b>") : QString();
-    WriteLine(u"<p class=MsoNormal>" % bold % u"<span style='" % SizeStyle(size) % u"'>" % text % u"</span>" %
-              boldEnd % u"</p>");
+    if (mode == 0)
+        Line() << text;
+    else
+        Line() << "<p class=MsoNormal>" << (mode == 1 ? "<b>" : "")
+               << "<span style='font-size:" << SizePoints(size) << "pt;mso-bidi-font-size:12.0pt'>" << text
+               << "</span>" << (mode == 1 ? "</b>" : "") << "</p>";
 }
 
 void HTML_Table()
 {
-    WriteLine(QStringLiteral(
-        "<table border=0 cellspacing=0 cellpadding=0 style='border-collapse:collapse;border:none;"
-        "mso-border-alt:solid windowtext .5pt;mso-padding-alt:3pt 3pt 3pt 3pt'>"));
+    Line() << "<table border=0 cellspacing=0 cellpadding=0 style='border-collapse:collapse;border:none;"
+              "mso-border-alt:solid windowtext .5pt;mso-padding-alt:3pt 3pt 3pt 3pt'>";
 }
 
 void HTML_TableEnd()
 {
-    WriteLine(QStringLiteral("</TABLE>"));
+    Line() << "</TABLE>";
 }
 
 void HTML_RowStart()
 {
-    WriteLine(QStringLiteral("<TR>"));
+    Line() << "<TR>";
 }
 
 void HTML_RowEnd()
 {
-    WriteLine(QStringLiteral("</TR>"));
+    Line() << "</TR>";
 }
 
 void HTML_Rule()
 {
-    WriteLine(QStringLiteral("<HR>"));
+    Line() << "<HR>";
 }
 
 void HTML_Cell(int colSpan, int mode, int hAlign, int vAlign, int size, int width, const QString &text)
 {
     static constexpr std::array across = {"left", "center", "right", "justify", "char"};
     static constexpr std::array down = {"top", "middle", "bottom", "baseline", "top"};
-    const QString border = HTMLBorder == 1 ? QStringLiteral("solid windowtext .5pt") : QStringLiteral("none");
-    QString cell = QStringLiteral("<td");
-    if (width >= 1)
-        cell += u" width = " % QString::number(width);
-    cell += u" align = " % Word(across, hAlign) % u"  valign = " % Word(down, vAlign) % u' ';
-    // No blank behind the span: every report so far has it so.
-    if (colSpan >= 2)
-        cell += u" colspan=" % QString::number(colSpan);
-    cell += u"style='border:" % border % u";border-left:none;mso-border-left-alt:" % border %
-            u";padding:2pt 2pt 2pt 2pt'>";
-    WriteLine(cell);
+    const char *border = HTMLBorder == 1 ? "solid windowtext .5pt" : "none";
+    {
+        Line cell;
+        cell << "<td";
+        if (width >= 1)
+            cell << " width = " << QString::number(width);
+        cell << " align = " << Word(across, hAlign) << "  valign = " << Word(down, vAlign) << " ";
+        // No blank behind the span: every report so far has it so.
+        if (colSpan >= 2)
+            cell << " colspan=" << QString::number(colSpan);
+        cell << "style='border:" << border << ";border-left:none;mso-border-left-alt:" << border
+             << ";padding:2pt 2pt 2pt 2pt'>";
+    }
     HTML_Text(mode, size, text);
-    WriteLine(QStringLiteral("</td>"));
+    Line() << "</td>";
 }
 
 void HTML_LabelRow(const QString &label, const QString &value)
@@ -199,10 +222,9 @@ QString HTML_FieldText(const Recordset::Row &row, QStringView fieldName)
     const QString value = row.Text(fieldName);
     if (value.isEmpty())
         return value;
-    const QString name = fieldName.toString().toUpper();
-    if (name.contains(u"EMAIL"))
+    if (fieldName.contains(u"EMAIL", Qt::CaseInsensitive))
         return Link(u"mailto:", value);
-    if (name.contains(u"URL") || name.contains(u"WEB"))
+    if (fieldName.contains(u"URL", Qt::CaseInsensitive) || fieldName.contains(u"WEB", Qt::CaseInsensitive))
         return Link(u"http://", value);
     return value;
 }

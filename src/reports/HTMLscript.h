@@ -14,10 +14,16 @@ extern int HTMLBorder;
 /// The full path of the output.
 QString HTML_OutputPath();
 /// Starts the output with its head, the user's own header file (gHeaderFile, if there is one) and the title.
-void HTML_Start(const QString &title);
+/// False where the folder takes no file: HTML_Finish tells why, and what is written meanwhile is lost.
+bool HTML_Start(const QString &title);
+/// Why the user's header file is not in the report that was started last; "" if nothing was left out.
+QString HTML_HeaderFault();
+
+/// How the last two tags are spelled: the reports about contacts have always had them in small letters.
+enum class HtmlEnd { Capitals, Small };
 /// Ends the body and puts the file in its place. False if any of it could not be written: the cause is then
 /// noted for HandleError, with the file's name as its source, and what stood there before is still there.
-bool HTML_Finish();
+bool HTML_Finish(HtmlEnd end = HtmlEnd::Capitals);
 /// Throws away what was written since HTML_Start.
 void HTML_Discard();
 

@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 class test_htmlscript final : public QObject
 {
     Q_OBJECT
@@ -18,6 +20,9 @@ private slots:
     void texts_and_cells();
     void fields_of_addresses_become_links();
     void letters_outside_the_code_page_stay();
+    void letterheads_data();
+    void letterheads();
+    void a_pipe_for_a_letterhead_is_not_waited_for();
 
 private:
     QByteArray Output() const;
@@ -128,6 +133,46 @@ void test_htmlscript::letters_outside_the_code_page_stay()
     QCOMPARE(ToWindows1252("🎉"), "&#127881;");
     QCOMPARE(ToWindows1252(QString(QChar(0xD83C))), "&#65533;");
     QCOMPARE(ToWindows1252(QString(QChar(0x85))), "&#133;");
+}
+
+void test_htmlscript::letterheads_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QByteArray>("inReport");
+    QTest::addColumn<QString>("fault");
+    const QByteArray most(8 << 20, 'x');
+    QTest::newRow("picture") << QByteArray("\x89PNG\0\0\x01", 7) << QByteArray() << "is not a text.";
+    QTest::newRow("huge") << most + 'x' << QByteArray() << "is larger than 8 megabytes.";
+    QTest::newRow("just not huge") << most << most + '\n' << "";
+    QTest::newRow("another code page") << QByteArray("\x81\xFF\n") << QByteArray("\x81\xFF\n") << "";
+    QTest::newRow("marked UTF-8") << QByteArray("\xEF\xBB\xBF\xC3\xA9") << QByteArray("\xE9\n") << "";
+    QTest::newRow("UTF-16") << QByteArray("\xFF\xFE\x0D\x01", 4) << QByteArray("&#269;\n") << "";
+}
+
+void test_htmlscript::letterheads()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QByteArray, inReport);
+    QFETCH(QString, fault);
+    QFile header(gHeaderFile);
+    QVERIFY(header.open(QIODevice::WriteOnly));
+    header.write(file);
+    header.close();
+    HTML_Start({});
+    QVERIFY(HTML_Finish());
+    const QByteArray all = Output();
+    const QByteArray body = "36.0pt'>\n";
+    const qsizetype start = all.indexOf(body) + body.size();
+    QVERIFY(all.mid(start, all.indexOf("<p class=MsoNormal>") - start) == inReport);
+    const QString told = HTML_HeaderFault();
+    QVERIFY2(fault.isEmpty() ? told.isEmpty() : told.endsWith(fault), qPrintable(told));
+}
+
+void test_htmlscript::a_pipe_for_a_letterhead_is_not_waited_for()
+{
+    QVERIFY(mkfifo(QFile::encodeName(gHeaderFile).constData(), 0600) == 0);
+    HTML_Start({});
+    QVERIFY(HTML_Finish());
 }
 
 QTEST_GUILESS_MAIN(test_htmlscript)

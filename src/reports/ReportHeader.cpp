@@ -1,0 +1,42 @@
+#include "reports/ReportHeader.h"
+
+#include "platform/Windows1252.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringDecoder>
+
+namespace
+{
+/// Pictures may stand in a letterhead as text, so that some megabytes are honest.
+constexpr qint64 mostBytes = 8 << 20;
+
+ReportHeader LeftOut(const QString &fileName, QStringView why)
+{
+    return {{}, u"The letterhead was left out: " % QDir::toNativeSeparators(fileName) % u' ' % why};
+}
+} // namespace
+
+ReportHeader ReadReportHeader(const QString &fileName)
+{
+    // A pipe or a device of that name would be read for ever.
+    if (!QFileInfo(fileName).isFile())
+        return {};
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return LeftOut(fileName, u"cannot be read.");
+    QByteArray bytes = file.read(mostBytes + 1);
+    if (bytes.size() > mostBytes)
+        return LeftOut(fileName, u"is larger than 8 megabytes.");
+    if (const auto encoding = QStringConverter::encodingForData(bytes)) {
+        QStringDecoder decode(*encoding);
+        const QString text = decode(bytes);
+        bytes = ToWindows1252(text);
+    }
+    if (bytes.contains('\0'))
+        return LeftOut(fileName, u"is not a text.");
+    if (!bytes.isEmpty() && !bytes.endsWith('\n'))
+        bytes.append('\n');
+    return {bytes, {}};
+}
