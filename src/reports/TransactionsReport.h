@@ -1,6 +1,6 @@
 #pragma once
 
-#include <functional>
+#include "reports/ReportRun.h"
 
 /// Which payments a report looks at: those of the days `from` to `to` (date-ints, both included), or all.
 struct ReportPeriod {
@@ -8,9 +8,6 @@ struct ReportPeriod {
     int from = 0;
     int to = 0;
 };
-
-/// Told how many of how many records are written; false stops the report.
-using ReportProgress = std::function<bool(int done, int records)>;
 
 /// Writes the Transactions report: a row for each act of paying, a column for each payment kind (a voucher
 /// kind without a name has none; the names are the present ones), and the totals. Reads `Transactions` with

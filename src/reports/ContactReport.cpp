@@ -1,0 +1,140 @@
+#include "reports/ContactReport.h"
+
+#include "database/DecodeDateFunc.h"
+#include "database/MiscODBC.h"
+#include "reports/ContactHistory.h"
+#include "reports/HTMLscript.h"
+#include "reports/ReportFields.h"
+
+namespace
+{
+constexpr int bold = 1;
+constexpr int headingSize = 4;
+
+const QString blank = QStringLiteral("&nbsp;");
+
+void WriteList(const QString &label, const QStringList &names)
+{
+    if (names.isEmpty())
+        return;
+    WriteListLabel(label);
+    for (const QString &name : names)
+        HTML_LabelRow(blank, name);
+}
+
+void WriteCoursesAttended(int contactRef)
+{
+    const std::vector<ContactHistory::Attended> courses = ContactHistory::CoursesAttended(contactRef, true);
+    if (courses.empty())
+        return;
+    WriteListLabel(QStringLiteral("Courses Attended:"));
+    double owing = 0;
+    for (const ContactHistory::Attended &course : courses) {
+        HTML_LabelRow(blank, course.course);
+        for (const ContactHistory::MoneyRow &money : course.money)
+            HTML_LabelRow(money.label, money.value);
+        owing += course.owing;
+    }
+    HTML_LabelRow(QStringLiteral("Total Amount Owing:"), ContactHistory::Money(owing));
+}
+
+void WriteCoursesStaffed(int contactRef)
+{
+    QStringList courses;
+    for (const ContactHistory::Staffed &staffed : ContactHistory::CoursesStaffed(contactRef))
+        courses.append(staffed.course % u" (" % IntToDateText(int(staffed.day)) % u')');
+    WriteList(QStringLiteral("Courses Staffed:"), courses);
+}
+
+/// Everything of a person that a report of one item per line can hold.
+class PersonWriter final
+{
+public:
+    explicit PersonWriter(const ContactReport &report)
+        : m_report(report)
+        , m_personal(PersonalFields(report.flags))
+        , m_work(WorkFields(report.flags))
+    {
+    }
+
+    void Write(const Recordset::Row &row) const
+    {
+        const auto contactRef = static_cast<int>(row.Long(u"ContactRef"));
+        HTML_Rule();
+        HTML_Text(bold, headingSize, ContactName(m_report.nameOpt, row));
+        HTML_Text(0, 0, QStringLiteral("<br>"));
+        HTML_Table();
+        WriteLabelRows(m_personal, row);
+        if (Has(ContactItem::Notes)) {
+            const QString notes = ContactHistory::Notes(contactRef);
+            if (!notes.isEmpty())
+                HTML_LabelRow(QStringLiteral("Notes:"), notes);
+        }
+        if (Has(ContactItem::Characteristics))
+            WriteList(QStringLiteral("Characteristics:"), ContactHistory::Characteristics(contactRef));
+        if (Has(ContactItem::Groups))
+            WriteList(QStringLiteral("Groups:"), ContactHistory::Groups(contactRef));
+        if (Has(ContactItem::CoursesAttended))
+            WriteCoursesAttended(contactRef);
+        if (Has(ContactItem::CoursesStaffed))
+            WriteCoursesStaffed(contactRef);
+        WriteLabelRows(m_work, row);
+        HTML_TableEnd();
+    }
+
+private:
+    bool Has(ContactItem::Flag flag) const { return m_report.flags[static_cast<size_t>(flag)] != 0; }
+
+    const ContactReport &m_report;
+    std::vector<ReportField> m_personal;
+    std::vector<ReportField> m_work;
+};
+} // namespace
+
+QString ContactName(int nameOpt, const Recordset::Row &row)
+{
+    const QString title = HTML_FieldText(row, u"Title");
+    const QString forename = HTML_FieldText(row, u"Cust_Forename");
+    const QString surname = HTML_FieldText(row, u"Cust_Surname");
+    switch (nameOpt) {
+    case 1:
+        return surname % u", " % forename % (title.isEmpty() ? QString() : QString(u" (" % title % u')'));
+    case 2:
+        return forename % u' ' % surname;
+    case 3:
+        return title % u' ' % forename % u' ' % surname;
+    default:
+        return surname % u", " % forename;
+    }
+}
+
+std::optional<Recordset> OpenContacts(const ContactReport &report)
+{
+    const std::optional<QString> where =
+        report.staffOnly ? BuildStaffWhereString(report) : BuildWhereString(report);
+    if (!where)
+        return std::nullopt;
+    return OpenRecordset(BuildLayoutSqlString(report.flags, report.ordering) % u' ' % *where %
+                         OrderBy(report.ordering));
+}
+
+ReportResult Contact_Rep_HTML(const ContactReport &report, const ReportProgress &progress)
+{
+    return WriteReport("Contact_Rep_HTML", BuildTitleString(report), [&]() -> std::optional<int> {
+        const std::optional<Recordset> people = OpenContacts(report);
+        if (!people)
+            return std::nullopt;
+        const PersonWriter writer(report);
+        int held = 0;
+        int done = 0;
+        for (const auto &row : *people) {
+            if (row.Long(u"ContactRef") != 1) {
+                writer.Write(row);
+                ++held;
+            }
+            if (!progress(++done, people->RowCount()))
+                return std::nullopt;
+        }
+        return held;
+    });
+}

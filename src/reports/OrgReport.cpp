@@ -1,0 +1,117 @@
+#include "reports/OrgReport.h"
+
+#include "database/GlobalCode.h"
+#include "database/MiscODBC.h"
+#include "reports/ContactReportSql.h"
+#include "reports/HTMLscript.h"
+#include "reports/ReportFields.h"
+
+namespace
+{
+constexpr int bold = 1;
+constexpr int headingSize = 4;
+
+Recordset OpenPeople(qint64 organRef)
+{
+    return OpenRecordset(
+        u"SELECT Designation.Title, Contacts.Cust_Forename, Contacts.Cust_Surname, Contacts.JobTitle FROM "
+        u"Contacts INNER JOIN Designation ON Contacts.Cust_Designation = Designation.Designation_ID WHERE "
+        u"Contacts.OrganRef = " %
+        SqlNumber(organRef) % u" ORDER BY Contacts.Cust_Surname, Contacts.Cust_Forename;");
+}
+
+QString PersonText(const Recordset::Row &row)
+{
+    const QString title = row.Text(u"Title");
+    return (title.isEmpty() ? QString() : QString(title % u' ')) % row.Text(u"Cust_Forename") % u' ' %
+           row.Text(u"Cust_Surname");
+}
+
+void WritePeople(qint64 organRef)
+{
+    const Recordset people = OpenPeople(organRef);
+    if (people.IsEmpty())
+        return;
+    WriteListLabel(QStringLiteral("Contacts"));
+    for (const auto &row : people) {
+        HTML_RowStart();
+        HTML_Cell(0, bold, 0, 0, 0, 100, QStringLiteral("&nbsp;"));
+        HTML_Cell(0, 0, 0, 0, 0, 200, PersonText(row));
+        HTML_Cell(0, 0, 0, 0, 0, 200, row.Text(u"JobTitle"));
+        HTML_RowEnd();
+    }
+}
+
+QString PeopleText(qint64 organRef)
+{
+    QStringList people;
+    for (const auto &row : OpenPeople(organRef)) {
+        const QString job = row.Text(u"JobTitle");
+        people.append(PersonText(row) % (job.isEmpty() ? QString() : QString(u", " % job)));
+    }
+    return people.join(QStringLiteral("<br>"));
+}
+
+/// Walks the organisations in order of their names; nothing when it was stopped.
+std::optional<int> ForEachOrganisation(const OrgFlags &flags, const ReportProgress &progress,
+                                       const std::function<void(const Recordset::Row &, qint64)> &write)
+{
+    const Recordset organisations =
+        OpenRecordset(BuildOrgSqlString(flags) % u" ORDER BY Organisations.OrganName ASC;");
+    int held = 0;
+    int done = 0;
+    for (const auto &row : organisations) {
+        const qint64 organRef = row.Long(u"OrganRef");
+        if (organRef != 1) {
+            write(row, organRef);
+            ++held;
+        }
+        if (!progress(++done, organisations.RowCount()))
+            return std::nullopt;
+    }
+    return held;
+}
+} // namespace
+
+ReportResult Org_Report_HTML(const OrgFlags &flags, const ReportProgress &progress)
+{
+    return WriteReport("Org_Report_HTML", QStringLiteral("Organisations"), [&] {
+        HTML_Rule();
+        const std::vector<ReportField> fields = OrgFields(flags);
+        return ForEachOrganisation(flags, progress, [&](const Recordset::Row &row, qint64 organRef) {
+            HTML_Text(bold, headingSize, HTML_FieldText(row, u"OrganName"));
+            HTML_Text(0, 0, QStringLiteral("<br>"));
+            HTML_Table();
+            WriteLabelRows(fields, row);
+            if (flags[OrgItem::Contacts] != 0)
+                WritePeople(organRef);
+            HTML_TableEnd();
+        });
+    });
+}
+
+ReportResult Org_Report_Tabular_HTML(const OrgFlags &flags, const ReportProgress &progress)
+{
+    return WriteReport("Org_Report_Tabular_HTML", QStringLiteral("Organisations"), [&] {
+        const std::vector<ReportField> fields = OrgFields(flags);
+        const bool withPeople = flags[OrgItem::Contacts] != 0;
+        HTML_Table();
+        HTML_RowStart();
+        WriteTitleCell(QStringLiteral("Organisation"), 200);
+        WriteTitleCells(fields);
+        if (withPeople)
+            WriteTitleCell(QStringLiteral("Contacts"), 300);
+        HTML_RowEnd();
+        const auto held =
+            ForEachOrganisation(flags, progress, [&](const Recordset::Row &row, qint64 organRef) {
+                HTML_RowStart();
+                WriteValueCell(HTML_FieldText(row, u"OrganName"), 200);
+                WriteValueCells(fields, row);
+                if (withPeople)
+                    WriteValueCell(PeopleText(organRef), 300);
+                HTML_RowEnd();
+            });
+        HTML_TableEnd();
+        return held;
+    });
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/Recordset.h"
+#include "reports/ReportChoices.h"
+
+#include <QStringList>
+
+#include <vector>
+
+/// A value of a report: where it comes from, and what it is called in the two layouts.
+struct ReportField {
+    enum class Kind { Text, Gender, Date };
+
+    QString label; ///< of its row, one item per line; "" = it has none
+    QString title; ///< of its column in a table; "" = it has none
+    int width = 0; ///< of the column, in pixels
+    QStringList columns{};
+    QString joint{}; ///< between the columns that hold something
+    Kind kind = Kind::Text;
+};
+
+/// The fields that the ticks ask for, in the order of the report: those of the person up to the notes, those
+/// of the person's work, those of an organisation.
+std::vector<ReportField> PersonalFields(const ContactFlags &flags);
+std::vector<ReportField> WorkFields(const ContactFlags &flags);
+std::vector<ReportField> OrgFields(const OrgFlags &flags);
+
+/// The value in a row, with its links; "" where there is nothing.
+QString FieldValue(const ReportField &field, const Recordset::Row &row);
+
+/// Writes a row for each field that has a label and a value.
+void WriteLabelRows(const std::vector<ReportField> &fields, const Recordset::Row &row);
+/// Writes a row of the two cells "&nbsp;" and `label`, above the rows of a list.
+void WriteListLabel(const QString &label);
+
+/// Writes a cell of a table: a title in bold and centred, or a value, where "" becomes "&nbsp;".
+void WriteTitleCell(const QString &title, int width);
+void WriteValueCell(const QString &value, int width);
+/// Writes the cells of all fields that have a column.
+void WriteTitleCells(const std::vector<ReportField> &fields);
+void WriteValueCells(const std::vector<ReportField> &fields, const Recordset::Row &row);
