@@ -12,7 +12,7 @@ ContactBusinessPage::ContactBusinessPage(QWidget *parent)
     FormBuilder form(this);
     layout()->setContentsMargins({});
     m_group = form.BeginGroup(QStringLiteral("Business"));
-    m_organList = form.Typed(QStringLiteral("OrganList"), QStringLiteral("Organisation:"), m_organisations);
+    m_organList = form.Typed(QStringLiteral("OrganList"), QStringLiteral("&Organisation:"), m_organisations);
     m_jobTitle = form.Text(QStringLiteral("JobTitle"), QStringLiteral("Position:"));
     ContactFields::FitChars(m_jobTitle, 20);
     // The organisation's own screen does not stand yet.

@@ -69,22 +69,22 @@ TypedCombo *ContactDetailsPage::Choice(TypedCombo *field, int ContactRecord::*co
 QGroupBox *ContactDetailsPage::BuildPerson(FormBuilder &form)
 {
     QGroupBox *group = form.BeginGroup(QStringLiteral("Person"));
-    m_desList = Choice(form.Typed(QStringLiteral("DesList"), QStringLiteral("Title:"), m_titles),
+    m_desList = Choice(form.Typed(QStringLiteral("DesList"), QStringLiteral("&Title:"), m_titles),
                        &ContactRecord::designation);
     m_forename =
-        Text(form.Text(QStringLiteral("Forname"), QStringLiteral("Forename:")), &ContactRecord::forename);
+        Text(form.Text(QStringLiteral("Forname"), QStringLiteral("&Forename:")), &ContactRecord::forename);
     m_required.Add(form.Label(QStringLiteral("Label_1")), m_forename);
     m_surname =
-        Text(form.Text(QStringLiteral("Surname"), QStringLiteral("Surname:")), &ContactRecord::surname);
+        Text(form.Text(QStringLiteral("Surname"), QStringLiteral("&Surname:")), &ContactRecord::surname);
     m_required.Add(form.Label(QStringLiteral("Label_2")), m_surname);
-    m_dob = form.Date(QStringLiteral("Dob"), QStringLiteral("Date of birth:"));
+    m_dob = form.Date(QStringLiteral("Dob"), QStringLiteral("Date of &birth:"));
     form.Beside();
-    ComboBox *sexList = form.Combo(QStringLiteral("SexList"), QStringLiteral("Gender:"), m_genders);
+    ComboBox *sexList = form.Combo(QStringLiteral("SexList"), QStringLiteral("&Gender:"), m_genders);
     m_ethnicList =
-        Choice(form.Typed(QStringLiteral("EthnicList"), QStringLiteral("Ethnicity:"), m_ethnicTypes),
+        Choice(form.Typed(QStringLiteral("EthnicList"), QStringLiteral("Et&hnicity:"), m_ethnicTypes),
                &ContactRecord::ethnicGroup);
     m_contactList = Choice(
-        form.Typed(QStringLiteral("ContactList"), QStringLiteral("Emergency Contact:"), m_emergencyContacts),
+        form.Typed(QStringLiteral("ContactList"), QStringLiteral("E&mergency Contact:"), m_emergencyContacts),
         &ContactRecord::contactContactRef);
     form.EndGroup();
     m_personal << m_dob << sexList;
@@ -100,14 +100,15 @@ QGroupBox *ContactDetailsPage::BuildAddress(FormBuilder &form)
     Text(lines[1], &ContactRecord::addr2);
     Text(lines[2], &ContactRecord::addr3);
     Text(lines[3], &ContactRecord::addr4);
-    m_cityList = Choice(form.Typed(QStringLiteral("CityList"), QStringLiteral("Town/City:"), m_cities),
+    m_cityList = Choice(form.Typed(QStringLiteral("CityList"), QStringLiteral("To&wn/City:"), m_cities),
                         &ContactRecord::city);
     m_countyList =
         Choice(form.Typed(QStringLiteral("CountyList"), QStringLiteral("State/County:"), m_counties),
                &ContactRecord::county);
-    Text(form.Text(QStringLiteral("Postcode"), QStringLiteral("ZIP/Postcode:")), &ContactRecord::postcode);
-    m_countryList = Choice(form.Typed(QStringLiteral("CountryList"), QStringLiteral("Country:"), m_countries),
-                           &ContactRecord::country);
+    Text(form.Text(QStringLiteral("Postcode"), QStringLiteral("&ZIP/Postcode:")), &ContactRecord::postcode);
+    m_countryList =
+        Choice(form.Typed(QStringLiteral("CountryList"), QStringLiteral("Countr&y:"), m_countries),
+               &ContactRecord::country);
     form.EndGroup();
     return group;
 }
@@ -115,7 +116,7 @@ QGroupBox *ContactDetailsPage::BuildAddress(FormBuilder &form)
 QGroupBox *ContactDetailsPage::BuildReferences(FormBuilder &form)
 {
     QGroupBox *group = form.BeginGroup(QStringLiteral("References"));
-    Text(form.Text(QStringLiteral("RefID_0"), QStringLiteral("Reference ID:")), &ContactRecord::referenceId);
+    Text(form.Text(QStringLiteral("RefID_0"), QStringLiteral("Reference &ID:")), &ContactRecord::referenceId);
     bool beside = false;
     for (int i = 0; i < 4; ++i) {
         const QString number = QString::number(i + 1);
@@ -138,7 +139,7 @@ QGroupBox *ContactDetailsPage::BuildReach(FormBuilder &form)
 {
     QGroupBox *group = form.BeginGroup(QStringLiteral("Telephone and internet"));
     QLineEdit *day =
-        Text(form.Text(QStringLiteral("Telday"), QStringLiteral("Telephone:")), &ContactRecord::telDay);
+        Text(form.Text(QStringLiteral("Telday"), QStringLiteral("Te&lephone:")), &ContactRecord::telDay);
     form.Beside();
     Text(form.Text(QStringLiteral("TelExt"), QStringLiteral("Ext:")), &ContactRecord::telExt);
     QLineEdit *evening =

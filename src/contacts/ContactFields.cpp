@@ -29,7 +29,9 @@ void ContactFields::AddressLines(FormBuilder &form, const QString &name, bool re
 {
     for (int i = 0; i < 4; ++i) {
         const QString number = QString::number(i + 1);
-        const QString caption = i == 0 ? QStringLiteral("Address:") : QString();
+        const QString caption = i > 0      ? QString()
+                                : readOnly ? QStringLiteral("Address:")
+                                           : QStringLiteral("A&ddress:");
         lines[i] = readOnly ? form.ReadOnly(name % number, caption) : form.Text(name % number, caption);
         lines[i]->setAccessibleName(u"Address line " % number);
     }

@@ -7,6 +7,7 @@
 #include "core/Session.h"
 #include "database/MiscODBC.h"
 #include "database/Security.h"
+#include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
 #include "forms/FormSize.h"
 #include "forms/SearchBox.h"
@@ -53,6 +54,7 @@ void frmContact::BuildLists(FormBuilder &form)
     form.Beside();
     form.Combo(QStringLiteral("ConcessionList"), QStringLiteral("Sub-set by Characteristic:"), m_subset);
 
+    m_contacts.SetColumns({QStringLiteral("Contact")});
     m_selected.SetColumns({QStringLiteral("Contact"), QStringLiteral("Address"), QStringLiteral("City"),
                            QStringLiteral("Postcode")});
     FormBuilder::PairNames names;
@@ -66,7 +68,7 @@ void frmContact::BuildLists(FormBuilder &form)
     m_moves = pair.moves;
     m_contactList->SetEmptyText(QStringLiteral("No contacts to show."));
     m_contactInfo->SetEmptyText(QStringLiteral("No contacts selected."));
-    m_contactInfo->SetColumnChars({19, 16, 10, 8});
+    m_contactInfo->SetColumnChars({24, 15, 11, 8});
     m_moves->SetActions(
         {[this] { AddSelected(); }, [this] { RemoveSelected(); }, [this] { ClearSelected(); }});
     BindSearchBox(search, m_contactList);
@@ -133,7 +135,8 @@ void frmContact::ApplyRights()
 
 void frmContact::EnableButtons()
 {
-    m_delBtn->setEnabled(UserRight(rightContacts) == fullAccess && m_contacts.Selection()->hasSelection());
+    EnableButton(m_delBtn, UserRight(rightContacts) == fullAccess && m_contacts.Selection()->hasSelection(),
+                 m_contactList);
     m_applyBtn->setEnabled(UserRight(rightApply) == fullAccess && m_characteristics.Current() >= 0 &&
                            !m_selected.IsEmpty());
     m_viewBtn->setEnabled(!m_selected.IsEmpty());

@@ -68,7 +68,7 @@ void frmSelectContacts::Build()
     m_moves = pair.moves;
     m_availableList->SetEmptyText(QStringLiteral("Nobody is in this list."));
     m_selectedList->SetEmptyText(QStringLiteral("Nobody is selected."));
-    m_selectedList->SetColumnChars({18, 18, 12, 8});
+    m_selectedList->SetColumnChars({22, 18, 12, 9});
 
     m_bar = new QProgressBar;
     form.Place(m_bar, QStringLiteral("ProgBar"));

@@ -93,6 +93,9 @@ frmMain::frmMain()
             return DocumentExists(userGuide);
         return OwnActions().contains(id) || Screens::Of(id);
     });
+    // The window is seen before the first box of a session is answered, and only Login knows what may be
+    // done.
+    m_commands->EnableAll(false);
     connect(m_commands, &CommandSet::Chosen, this, &frmMain::Choose);
     BuildStatusBar();
     RestoreWindow();

@@ -94,6 +94,7 @@ void frmSplash::BuildLogon()
     m_passwordLabel->setBuddy(m_password);
     m_ok = new QPushButton(QStringLiteral("&OK"), m_logon);
     m_ok->setObjectName(QStringLiteral("OkBtn"));
+    m_ok->setDefault(true);
     m_cancel = new QPushButton(QStringLiteral("&Cancel"), m_logon);
     m_cancel->setObjectName(QStringLiteral("CancelBtn"));
 
@@ -189,6 +190,8 @@ void frmSplash::LogOn()
                         Dialogs::Buttons::Ok, Dialogs::Icon::Stop);
         m_user->setFocus();
         m_user->selectAll();
+        // Whoever clicks into it types the password anew.
+        m_password->selectAll();
         return;
     }
     gUserName = name;

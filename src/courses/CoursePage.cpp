@@ -16,6 +16,7 @@ CoursePage::CoursePage(QWidget *parent)
     m_description = form.Notes(QStringLiteral("CourseDescript"), QStringLiteral("Description:"));
     constexpr MoneyField::KeyRule feeKeys{8, 9, true};
     m_fee = form.Money(QStringLiteral("Fee"), u"Fee " % SystemValue(SystemRef::CurrencySymbol), feeKeys);
+    form.Beside();
     m_limit = form.Digits(QStringLiteral("Limit"), QStringLiteral("Course Enrollment Limit [0 = no limit]:"));
     TreeView *tree = form.Tree(QStringLiteral("CatList"), QStringLiteral("Folder location:"), m_folders);
 

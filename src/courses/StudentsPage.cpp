@@ -2,6 +2,7 @@
 
 #include "enrolment/EnrolmentODBC.h"
 #include "enrolment/frmStudentInfo.h"
+#include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
 
 StudentsPage::StudentsPage(QWidget *parent)
@@ -46,9 +47,9 @@ void StudentsPage::Allow(bool add, bool remove)
 void StudentsPage::EnableButtons()
 {
     const size_t selected = m_students.SelectedRows().size();
-    m_add->setEnabled(m_mayAdd);
-    m_remove->setEnabled(m_mayRemove && selected > 0);
-    m_info->setEnabled(selected == 1);
+    EnableButton(m_add, m_mayAdd, m_view);
+    EnableButton(m_remove, m_mayRemove && selected > 0, m_view);
+    EnableButton(m_info, selected == 1, m_view);
 }
 
 void StudentsPage::Remove()

@@ -57,11 +57,11 @@ void frmCourse::Build()
     m_simpleList->setChecked(true);
     m_simpleList->setEnabled(false);
     form.EndGroup();
+    m_status = form.Line(QStringLiteral("StatBar"), {});
     m_description = form.Notes(QStringLiteral("Description"), QStringLiteral("Description:"));
     LockFields(m_description, true);
     m_description->setMaximumHeight(m_description->fontMetrics().lineSpacing() * 5);
     BuildButtons(form);
-    m_status = form.Line(QStringLiteral("StatBar"), {});
 }
 
 void frmCourse::BuildButtons(FormBuilder &form)
@@ -155,8 +155,8 @@ void frmCourse::ApplyRights()
     const int level = UserRight(courseRight);
     const bool isCourse = SelectedCourse() > 0;
     m_add->setEnabled(level >= mayAdd);
-    m_edit->setEnabled(isCourse && level >= mayView);
-    m_delete->setEnabled(isCourse && level >= mayDelete);
+    EnableButton(m_edit, isCourse && level >= mayView, m_list);
+    EnableButton(m_delete, isCourse && level >= mayDelete, m_list);
     m_reports->setEnabled(UserRight(reportsRight) >= mayDelete);
 }
 

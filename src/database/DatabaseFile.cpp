@@ -17,3 +17,11 @@ void ChooseDatabaseFile(QLineEdit *field)
     if (!file.isEmpty())
         field->setText(file);
 }
+
+void ShowWholePath(QLineEdit *field)
+{
+    QObject::connect(field, &QLineEdit::textChanged, field, [field](const QString &path) {
+        // As rich text, so that signs of markup in the path are shown as they are.
+        field->setToolTip(path.isEmpty() ? QString() : u"<span>" % path.toHtmlEscaped() % u"</span>");
+    });
+}

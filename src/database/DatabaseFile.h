@@ -5,3 +5,6 @@ class QLineEdit;
 /// Lets the user look for an existing database file and puts its path into `field`; a cancelled chooser
 /// changes nothing.
 void ChooseDatabaseFile(QLineEdit *field);
+
+/// Keeps the whole path as the tool tip of a field that is too short for it.
+void ShowWholePath(QLineEdit *field);

@@ -37,7 +37,7 @@ frmDBPass::frmDBPass(QWidget *parent)
               QStringLiteral(
                   "Passwords can contain up to 14 alphanumeric characters.  To remove a passwork, leave the "
                   "\"New Password\" and \"Confirm Password\" fields blank."));
-    m_old = form.Password(QStringLiteral("OldPass"), QStringLiteral("&Old Password:"));
+    m_old = form.Password(QStringLiteral("OldPass"), QStringLiteral("O&ld Password:"));
     m_new = form.Password(QStringLiteral("NewPass1"), QStringLiteral("&New Password:"));
     m_confirm = form.Password(QStringLiteral("NewPass2"), QStringLiteral("Con&firm Password:"));
     const OkCancel buttons = OkCancel::Add(form, this);

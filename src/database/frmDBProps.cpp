@@ -49,7 +49,7 @@ frmDBProps::frmDBProps(const QString &name, bool nameCanChange, QWidget *parent)
     form.BeginButtons(FormBuilder::Align::Start);
     QPushButton *open = form.Button(QStringLiteral("OpenBtn"), QStringLiteral("Open &Database"));
     form.Gap();
-    QPushButton *ok = form.DefaultButton(QStringLiteral("OKBtn"), QStringLiteral("OK"));
+    QPushButton *ok = form.DefaultButton(QStringLiteral("OKBtn"), QStringLiteral("&OK"));
     form.EndButtons();
     open->setHidden(gDBQType == 2);
 

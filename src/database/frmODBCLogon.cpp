@@ -64,7 +64,7 @@ void frmODBCLogon::BuildOptions(FormBuilder &form)
 {
     const std::array<QString, 4> captions{
         QStringLiteral("Continue using the &existing database..."),
-        QStringLiteral("Select an &ODBC datasource..."),
+        QStringLiteral("Select an O&DBC datasource..."),
         QStringLiteral("Direct connection to a Microsoft &Access database..."),
         QStringLiteral("Direct connection to a Microsoft SQL&Server database...")};
     for (size_t i = 0; i < captions.size(); ++i) {
@@ -94,7 +94,7 @@ QWidget *frmODBCLogon::SourcePage()
     list->SetEmptyText(QStringLiteral("No data source is registered on this machine."));
     form.BeginButtons(FormBuilder::Align::Start);
     QPushButton *administrator =
-        form.Button(QStringLiteral("ODBCAdminBtn"), QStringLiteral("32-bit ODBC A&dministrator"));
+        form.Button(QStringLiteral("ODBCAdminBtn"), QStringLiteral("32-bit ODBC Ad&ministrator"));
     QPushButton *refresh = form.Button(QStringLiteral("Command1"), QStringLiteral("&Refresh"));
     form.EndButtons();
 
@@ -113,6 +113,7 @@ QWidget *frmODBCLogon::FilePage()
     page->setObjectName(QStringLiteral("frmAccess"));
     FormBuilder form(page);
     m_file = form.Text(QStringLiteral("txtDBAccessPath"), QStringLiteral("Database &Location:"));
+    ShowWholePath(m_file);
     form.Beside();
     QPushButton *find = form.Button(QStringLiteral("FindDBBtn"), QStringLiteral("Selec&t ..."));
     connect(find, &QPushButton::clicked, this, [this] { ChooseDatabaseFile(m_file); });

@@ -40,6 +40,7 @@ frmRegisterDB::frmRegisterDB(QWidget *parent)
         m_description = form.Text(QStringLiteral("Description"), QStringLiteral("&Description:"));
         m_file = form.Text(QStringLiteral("DatabasePath"), QStringLiteral("Database &Location:"));
         m_required.Add(form.Label(), m_file);
+        ShowWholePath(m_file);
         form.Beside();
         select = form.Button(QStringLiteral("SelectBtn"), QStringLiteral("&Select..."));
         ok = OkCancel::Add(form, this).ok;

@@ -21,8 +21,15 @@ void MakeTotal(MoneyField *field, CaptionLabel *label)
     QFont font = field->font();
     font.setBold(true);
     label->setFont(font);
-    font.setPointSizeF(font.pointSizeF() * 1.2);
     field->setFont(font);
+}
+
+/// As high as a field, so that the rows of groups with a heading and without one share their lines.
+void Heading(FormBuilder &form, const QString &name, const QString &text)
+{
+    QLabel *heading = form.Line(name, text);
+    const int air = QLineEdit().sizeHint().height() - heading->sizeHint().height();
+    heading->setContentsMargins(0, air / 2, 0, air - air / 2);
 }
 
 void CutToPercent(MoneyField *field)
@@ -87,10 +94,6 @@ void frmStudentInfo::Build()
 void frmStudentInfo::BuildFee(FormBuilder &form)
 {
     form.BeginGroup(QStringLiteral("Fee"));
-    QLabel *student = form.Line(QStringLiteral("LblStudent"), windowTitle());
-    QFont bold = student->font();
-    bold.setBold(true);
-    student->setFont(bold);
     m_basicFee = form.Money(QStringLiteral("BasicFee"), WithSymbol(QStringLiteral("Course Fee")));
     form.Label(QStringLiteral("LblCourseFee"));
     constexpr MoneyField::KeyRule percentKeys{6, 9};
@@ -111,8 +114,8 @@ void frmStudentInfo::BuildFee(FormBuilder &form)
 
 void frmStudentInfo::BuildPreviousPayments(FormBuilder &form)
 {
-    form.BeginGroup(QStringLiteral("Payments"));
-    form.Line(QStringLiteral("LblPreviousPayments"), QStringLiteral("Previous Payments:"));
+    form.BeginGroup(QStringLiteral("Account"));
+    Heading(form, QStringLiteral("LblPreviousPayments"), QStringLiteral("Previous Payments:"));
     m_previous.Build(form,
                      {.boxes = {QStringLiteral("Cash"), QStringLiteral("Cheque"), QStringLiteral("CCard")},
                       .labels = {QStringLiteral("LblCashPayments"), QStringLiteral("LblCheque"),
@@ -130,7 +133,7 @@ void frmStudentInfo::BuildPreviousPayments(FormBuilder &form)
 void frmStudentInfo::BuildNewPayment(FormBuilder &form)
 {
     m_newPayment = form.BeginGroup(QStringLiteral("New Payment"), QStringLiteral("Frame1"));
-    form.Line(QStringLiteral("LblMakePayment"), QStringLiteral("Make Payment:"));
+    Heading(form, QStringLiteral("LblMakePayment"), QStringLiteral("Make Payment:"));
     m_payment.Build(form, {.boxes = {QStringLiteral("Payment"), QStringLiteral("ChequePayment"),
                                      QStringLiteral("CCardPayment")},
                            .labels = {QStringLiteral("LblNewPayment_0"), QStringLiteral("LblNewPayment_1"),

@@ -2,6 +2,7 @@
 
 #include "forms/ListView.h"
 
+#include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateTimeEdit>
@@ -25,6 +26,8 @@ void Recolour(QWidget *field, bool locked)
 void KeepReadable(QWidget *field, bool locked)
 {
     QPalette palette;
+    if (locked)
+        palette.setColor(QPalette::Disabled, QPalette::Button, field->palette().color(QPalette::Window));
     for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText}) {
         if (locked)
             palette.setColor(QPalette::Disabled, role, field->palette().color(QPalette::Active, role));
@@ -63,4 +66,11 @@ void LockFields(QWidget *root, bool locked)
     LockOne(root, locked);
     for (QWidget *field : root->findChildren<QWidget *>())
         LockOne(field, locked);
+}
+
+void EnableButton(QAbstractButton *button, bool enabled, QWidget *next)
+{
+    if (!enabled && button->window()->focusWidget() == button)
+        next->setFocus();
+    button->setEnabled(enabled);
 }

@@ -1,5 +1,6 @@
 #include "forms/FormBuilder.h"
 
+#include "controls/ListModel.h"
 #include "core/Icons.h"
 
 #include <QGridLayout>
@@ -233,7 +234,8 @@ FormBuilder::Pair FormBuilder::UsedAvailablePair(const PairNames &names, ListMod
     Pop();
 
     auto *buttons = new QVBoxLayout;
-    Top().columns->addLayout(buttons);
+    QHBoxLayout *columns = Top().columns;
+    columns->addLayout(buttons);
     buttons->addStretch();
     const auto button = [&](const QString &name, const QString &icon, const QString &caption) {
         QPushButton *made = NewButton(name, caption);
@@ -247,7 +249,8 @@ FormBuilder::Pair FormBuilder::UsedAvailablePair(const PairNames &names, ListMod
     buttons->addStretch();
 
     auto *grid = new QGridLayout;
-    Top().columns->addLayout(grid, 1);
+    // A list that tells more of each row than its name needs the room for it.
+    columns->addLayout(grid, used.columnCount() > available.columnCount() ? 2 : 1);
     Push(Top().parent, grid);
     pair.used = List(names.used, names.usedCaption, used, ListView::Choice::Multi);
     EndColumns();

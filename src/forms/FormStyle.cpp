@@ -2,6 +2,7 @@
 
 #include "core/Icons.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QPainter>
 #include <QProxyStyle>
@@ -51,6 +52,12 @@ public:
                        const QWidget *widget) const override
     {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (element == PE_Frame && option->state & State_HasFocus &&
+            qobject_cast<const QAbstractScrollArea *>(widget)) {
+            painter->setPen(option->palette.color(QPalette::Highlight));
+            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+            return;
+        }
         const bool box = element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck;
         if ((!box && element != PE_IndicatorRadioButton) || !IsDark(option->palette))
             return;

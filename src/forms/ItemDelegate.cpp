@@ -4,8 +4,11 @@
 #include "controls/TreeModel.h"
 #include "core/Icons.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 namespace
 {
@@ -76,4 +79,15 @@ QSize ItemDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelInd
 {
     const QSize size = QStyledItemDelegate::sizeHint(option, index);
     return {size.width(), qMax(size.height(), option.fontMetrics.height() * 3 / 2)};
+}
+
+bool ItemDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                             const QModelIndex &index)
+{
+    if (event->type() != QEvent::ToolTip ||
+        sizeHint(option, index).width() <= view->visualRect(index).width())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const QString text = index.data(Qt::DisplayRole).toString().toHtmlEscaped();
+    QToolTip::showText(event->globalPos(), u"<span>" % text % u"</span>", view);
+    return true;
 }

@@ -14,7 +14,7 @@ struct OkCancel {
     struct Names {
         QString ok = QStringLiteral("OKBtn");
         QString cancel = QStringLiteral("CancelBtn");
-        QString okCaption = QStringLiteral("OK");
+        QString okCaption = QStringLiteral("&OK");
     };
     static OkCancel Add(FormBuilder &form, FormDialog *dialog, const Names &names);
     static OkCancel Add(FormBuilder &form, FormDialog *dialog);

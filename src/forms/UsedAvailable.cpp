@@ -1,6 +1,7 @@
 #include "forms/UsedAvailable.h"
 
 #include "controls/ListModel.h"
+#include "forms/FieldLock.h"
 #include "forms/ListView.h"
 
 #include <QAbstractButton>
@@ -91,8 +92,8 @@ void UsedAvailable::MoveBack(std::vector<int> rows)
 
 void UsedAvailable::EnableButtons()
 {
-    m_add->setEnabled(m_mayAdd && m_available->Model().Selection()->hasSelection());
-    m_remove->setEnabled(m_mayRemove && m_used->Model().Selection()->hasSelection());
+    EnableButton(m_add, m_mayAdd && m_available->Model().Selection()->hasSelection(), m_available);
+    EnableButton(m_remove, m_mayRemove && m_used->Model().Selection()->hasSelection(), m_used);
     if (m_clear)
-        m_clear->setEnabled(m_mayClear && !m_used->Model().IsEmpty());
+        EnableButton(m_clear, m_mayClear && !m_used->Model().IsEmpty(), m_used);
 }

@@ -69,6 +69,7 @@ private slots:
     void WithoutADatabaseLittleWorks()
     {
         gDBValid = false;
+        QVERIFY(Enabled().isEmpty()); // before anybody is let in
         Give(-1, 9);
         QCOMPARE(Enabled(), Names({"ID_File", "ID_New", "ID_RegisterDB", "ID_SwitchDatabase", "ID_LogOff",
                                    "ID_Exit", "ID_Window", "ID_Tile", "ID_Cascade", "ID_ArrangeIcons",

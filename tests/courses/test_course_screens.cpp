@@ -257,6 +257,18 @@ void TestCourseScreens::RemovesStudents()
     Press(form, "RemBtn");
     QVERIFY(TestDatabase::Rows("SELECT * FROM StudentsEnrolled").isEmpty());
     QVERIFY(!IsEnabled(form, "RemBtn") && !IsEnabled(form, "InfoBtn"));
+    // Nor may the key that enrolled the last one take somebody out.
+    driver.Expect("frmSelectContacts", [](QDialog &picker) {
+        ListModel &people = Find<ListView>(picker, "ContactList")->Model();
+        people.Select(0);
+        people.Select(1);
+        Press(picker, "AddCBtn");
+        Press(picker, "ExitBtn");
+    });
+    Find<QWidget>(form, "AddStudentBtn")->setFocus();
+    Press(form, "AddStudentBtn");
+    QVERIFY(!IsEnabled(form, "AddStudentBtn"));
+    QCOMPARE(form.focusWidget()->objectName(), "Students");
 }
 
 void TestCourseScreens::FollowsRights_data()

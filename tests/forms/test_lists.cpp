@@ -30,6 +30,7 @@ private slots:
     void search_moves_from_the_second_character_data();
     void search_moves_from_the_second_character();
     void rows_move_between_the_lists();
+    void the_key_that_adds_never_removes();
     void pair_obeys_rights_and_own_actions();
     void hundred_thousand_rows();
     void tree_expands_both_ways();
@@ -252,6 +253,26 @@ void test_lists::rows_move_between_the_lists()
     QCOMPARE(TextsOf(pair.available), QStringLiteral("?1Ann ?2Bob ?3Cid"));
     QVERIFY(pair.used.IsEmpty());
     QVERIFY(!pair.clear->isEnabled());
+}
+
+void test_lists::the_key_that_adds_never_removes()
+{
+    Pair pair;
+    pair.window.show();
+    QApplication::setActiveWindow(&pair.window);
+    const auto pressTwice = [&pair](QPushButton *button) {
+        button->setFocus();
+        for (int press = 0; press < 2; ++press)
+            QTest::keyClick(pair.window.focusWidget(), Qt::Key_Space);
+    };
+    pair.used.AddAll(pair.available.Take({2}));
+    pair.used.SelectOnly(0);
+    pair.available.SelectOnly(0);
+    pressTwice(pair.add);
+    QCOMPARE(TextsOf(pair.used), QStringLiteral("?3Cid ?1Ann"));
+    pair.used.SelectOnly(1);
+    pressTwice(pair.remove);
+    QCOMPARE(TextsOf(pair.used), QStringLiteral("?3Cid"));
 }
 
 void test_lists::pair_obeys_rights_and_own_actions()

@@ -53,6 +53,8 @@ private slots:
     void rights_to_look_lock_every_field();
     void escape_leaves_and_asks_where_modified_data() { Forms(); }
     void escape_leaves_and_asks_where_modified();
+    void captions_share_the_edge_of_their_lists_data() { Forms(); }
+    void captions_share_the_edge_of_their_lists();
     void nothing_is_clipped_data() { Forms(); }
     void nothing_is_clipped();
 
@@ -400,6 +402,19 @@ void test_nets::escape_leaves_and_asks_where_modified()
         QVERIFY(user.AllCame());
         QCOMPARE(form->isVisible(), answer == Dialogs::Answer::Cancel);
     }
+}
+
+void test_nets::captions_share_the_edge_of_their_lists()
+{
+    const auto form = Shown();
+    OnEveryPage(*form, [&] {
+        for (const QLabel *caption : form->findChildren<QLabel *>()) {
+            if (!caption->isVisible() || !caption->buddy() || !IsList(caption->buddy()))
+                continue;
+            const QPoint text = caption->mapTo(form.get(), caption->contentsRect().topLeft());
+            QCOMPARE(text.x(), Place(*form, caption->buddy()).left());
+        }
+    });
 }
 
 void test_nets::nothing_is_clipped()
