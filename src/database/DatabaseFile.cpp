@@ -1,6 +1,7 @@
 #include "database/DatabaseFile.h"
 
 #include "platform/Dialogs.h"
+#include "platform/Directories.h"
 
 #include <QFileInfo>
 #include <QLineEdit>
@@ -11,8 +12,8 @@ void ChooseDatabaseFile(QLineEdit *field)
     question.title = QStringLiteral("Veltrane Database Location");
     question.filter = QStringLiteral("Micrsoft Access Database (*.mdb)");
     question.defaultExtension = QStringLiteral("mdb");
-    if (!field->text().isEmpty())
-        question.folder = QFileInfo(field->text()).absolutePath();
+    question.folder = field->text().isEmpty() ? Directories::WrittenFile(QStringLiteral("database"))
+                                              : QFileInfo(field->text()).absolutePath();
     const QString file = Dialogs::OpenFile(question);
     if (!file.isEmpty())
         field->setText(file);

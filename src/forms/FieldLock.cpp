@@ -27,7 +27,7 @@ void KeepReadable(QWidget *field, bool locked)
 {
     QPalette palette;
     if (locked)
-        palette.setColor(QPalette::Disabled, QPalette::Button, field->palette().color(QPalette::Window));
+        palette.setColor(QPalette::Disabled, QPalette::Base, field->palette().color(QPalette::Window));
     for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText}) {
         if (locked)
             palette.setColor(QPalette::Disabled, role, field->palette().color(QPalette::Active, role));

@@ -48,6 +48,27 @@ public:
         return QProxyStyle::subControlRect(control, option, part, widget);
     }
 
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                            const QWidget *widget) const override
+    {
+        const auto *combo = qstyleoption_cast<const QStyleOptionComboBox *>(option);
+        const auto *bar = qstyleoption_cast<const QStyleOptionTitleBar *>(option);
+        if (control == CC_ComboBox && combo && !(combo->state & State_Enabled)) {
+            QStyleOptionComboBox field = *combo;
+            field.editable = true;
+            QProxyStyle::drawComplexControl(control, &field, painter, widget);
+        } else if (control == CC_TitleBar && bar && !(bar->titleBarState & State_Active) &&
+                   IsDark(bar->palette)) {
+            // Its signs would be black on black: those of an active bar are light.
+            QStyleOptionTitleBar light = *bar;
+            light.titleBarState |= State_Active;
+            light.palette.setColor(QPalette::Highlight, bar->palette.color(QPalette::Window));
+            QProxyStyle::drawComplexControl(control, &light, painter, widget);
+        } else {
+            QProxyStyle::drawComplexControl(control, option, painter, widget);
+        }
+    }
+
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget) const override
     {

@@ -117,7 +117,9 @@ Answer ShowMsgBox(const QString &text, const QString &title, Buttons buttons, Di
 
 QString ChooseFile(const Dialogs::FileQuestion &question, QFileDialog::AcceptMode mode)
 {
-    QFileDialog chooser(QApplication::activeWindow(), question.title, question.folder, question.filter);
+    const QString folder =
+        question.folder.isEmpty() || QDir(question.folder).exists() ? question.folder : QDir::homePath();
+    QFileDialog chooser(QApplication::activeWindow(), question.title, folder, question.filter);
     chooser.setAcceptMode(mode);
     chooser.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     chooser.setDefaultSuffix(question.defaultExtension);
