@@ -558,7 +558,7 @@ CREATE INDEX [IX_EthnicGroup_Type] ON [EthnicGroup] ([Type]);
 GO
 CREATE INDEX [IX_Concessions_Name] ON [Concessions] ([Name]);
 GO
-CREATE INDEX [IX_ContactConcession_ContactRef] ON [ContactConcession] ([ContactRef]);
+CREATE INDEX [IX_ContactConcession_ContactRef_ConcessionRef] ON [ContactConcession] ([ContactRef], [ConcessionRef]);
 GO
 CREATE INDEX [IX_ContactConcession_ConcessionRef] ON [ContactConcession] ([ConcessionRef]);
 GO
@@ -590,7 +590,7 @@ CREATE INDEX [IX_Organisations_County] ON [Organisations] ([County]);
 GO
 CREATE INDEX [IX_Organisations_Country] ON [Organisations] ([Country]);
 GO
-CREATE INDEX [IX_OrganChars_OrganRef] ON [OrganChars] ([OrganRef]);
+CREATE INDEX [IX_OrganChars_OrganRef_ConcessionRef] ON [OrganChars] ([OrganRef], [ConcessionRef]);
 GO
 CREATE INDEX [IX_OrganChars_ConcessionRef] ON [OrganChars] ([ConcessionRef]);
 GO

@@ -107,7 +107,7 @@ CREATE TABLE ContactConcession (
     ContactRef long,
     ConcessionRef long
 );
-CREATE INDEX ON ContactConcession (ContactRef);
+CREATE INDEX ON ContactConcession (ContactRef, ConcessionRef);
 CREATE INDEX ON ContactConcession (ConcessionRef);
 
 CREATE TABLE GroupNames (
@@ -191,7 +191,7 @@ CREATE TABLE OrganChars (
     OrganRef long,
     ConcessionRef long
 );
-CREATE INDEX ON OrganChars (OrganRef);
+CREATE INDEX ON OrganChars (OrganRef, ConcessionRef);
 CREATE INDEX ON OrganChars (ConcessionRef);
 
 -- Fields that users define

@@ -62,7 +62,7 @@ bool ContactRolesPage::StoreRoles(int contactRef) const
 
 void ContactRolesPage::ClearFields()
 {
-    m_types.SetCurrent(-1);
+    m_types.SetCurrent(0);
     ShowType();
 }
 

@@ -2,8 +2,30 @@
 
 #include "controls/ItemRoles.h"
 
+#include <QDate>
+#include <QLocale>
+
 #include <algorithm>
+#include <limits>
 #include <numeric>
+#include <optional>
+
+namespace
+{
+/// What an amount ("1,234.50") or a day ("9/3/2026") sorts by, nothing at all coming first; none for a text.
+std::optional<double> SortNumber(const QString &cell)
+{
+    if (cell.isEmpty())
+        return std::numeric_limits<double>::lowest();
+    if (!cell.front().isDigit() && cell.front() != u'-')
+        return {};
+    bool isNumber = false;
+    const QDate day = cell.contains(u'/') ? QDate::fromString(cell, QStringLiteral("d/M/yyyy")) : QDate();
+    const double number =
+        day.isValid() ? static_cast<double>(day.toJulianDay()) : QLocale().toDouble(cell, &isNumber);
+    return day.isValid() || isNumber ? std::optional(number) : std::nullopt;
+}
+} // namespace
 
 int KeyNumber(const QString &key)
 {
@@ -333,9 +355,21 @@ void ListModel::sort(int column, Qt::SortOrder order)
     const auto text = [&](int row) -> QString {
         return column == 0 ? At(row).text : At(row).subItems.value(column - 1);
     };
+    // A column of amounts or days goes by their values, if it holds nothing else.
+    std::vector<double> numbers;
+    for (const int row : rows) {
+        const std::optional<double> number = SortNumber(text(row));
+        if (!number)
+            break;
+        numbers.push_back(*number);
+    }
+    const bool byValue = numbers.size() == rows.size();
     std::stable_sort(rows.begin(), rows.end(), [&](int a, int b) {
-        const int compared = text(a).compare(text(b), Qt::CaseInsensitive);
-        return order == Qt::AscendingOrder ? compared < 0 : compared > 0;
+        if (order == Qt::DescendingOrder)
+            std::swap(a, b);
+        if (byValue)
+            return numbers[static_cast<size_t>(a)] < numbers[static_cast<size_t>(b)];
+        return text(a).compare(text(b), Qt::CaseInsensitive) < 0;
     });
 
     std::vector<ListItem> sorted;

@@ -23,7 +23,8 @@ int KeyNumber(const QString &key);
 
 /// What a list control holds, without a widget: rows with keys, columns, check marks and the selection,
 /// so that "the first item is selected" works in the data layer and in tests. Views adopt the model and
-/// its selection. Sorting reorders the rows themselves.
+/// its selection. Sorting reorders the rows themselves: by the values of a column that holds amounts or days
+/// alone, by the texts of any other.
 class ListModel final : public QAbstractTableModel
 {
     Q_OBJECT

@@ -14,21 +14,6 @@ namespace
 {
 const QString exists = QStringLiteral("Group name already exists in database.");
 
-class FakeGroupNameView final : public GroupNameView
-{
-public:
-    void ShowLoading(const QString &notice) override { calls.append(notice); }
-    void ShowGroupName(const GroupName &shown) override
-    {
-        group = shown;
-        calls.append(QStringLiteral("group"));
-    }
-    void ShowLoaded() override { calls.append(QStringLiteral("loaded")); }
-
-    QStringList calls;
-    GroupName group;
-};
-
 int AddType(const QString &name)
 {
     return Contact_AddItem(ContactSection::GroupTypes, name, {});
@@ -73,7 +58,6 @@ private slots:
     void cleanup();
     void NameAndMembers();
     void NamesAndReferences();
-    void ShowForChange();
     void UpdatePutsTheTypeBetweenApostrophes();
     void TypedName_data();
     void TypedName();
@@ -81,7 +65,6 @@ private slots:
     void AddMembers();
     void SameContactUnderTwoTypes();
     void WriteThatFailsHalfWay();
-    void NoGroupChosen();
     void Relations();
     void Deletes();
 
@@ -162,21 +145,6 @@ void TestGroups::NamesAndReferences()
     QVERIFY(names.FindText("[2] Blue") >= 0);
     ADO_Contact_FillGroupNames(team, names);
     QCOMPARE(names.Count(), 0);
-}
-
-void TestGroups::ShowForChange()
-{
-    const int family = AddType("Family");
-    const int bells = GroupName_Add("Bells", "B", family);
-    FakeGroupNameView view;
-    ADO_Contact_ShowGroupName(view, bells);
-    QCOMPARE(view.calls, QStringList({"Loading Group Information", "group", "loaded"}));
-    QCOMPARE(view.group.name, QStringLiteral("Bells"));
-    QCOMPARE(view.group.referenceId, QStringLiteral("B"));
-    QCOMPARE(view.group.linkRef, family);
-    FakeGroupNameView gone;
-    ADO_Contact_ShowGroupName(gone, 4711);
-    QCOMPARE(gone.calls, QStringList({"Loading Group Information", "loaded"}));
 }
 
 void TestGroups::UpdatePutsTheTypeBetweenApostrophes()
@@ -290,15 +258,6 @@ void TestGroups::WriteThatFailsHalfWay()
                       "A number of errors have been detected, please seek technical support.");
     QVERIFY(!Group_Update(bells, members));
     QCOMPARE(Stored(), QStringList(Member(5, family, bells)));
-}
-
-void TestGroups::NoGroupChosen()
-{
-    ListModel members;
-    members.Fill({{"?5!3", "Bell, Anna"}});
-    StatementLog log;
-    QVERIFY(Group_Update(0, members));
-    QCOMPARE(log.Statements(), QStringList());
 }
 
 void TestGroups::Relations()

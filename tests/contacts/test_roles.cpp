@@ -47,21 +47,6 @@ void Book(int contactRef, int roleTypeRef)
     Sql(u"INSERT INTO CourseStaff (CourseRef, ContactRef, RoleTypeRef) VALUES (1," % SqlNumber(contactRef) %
         u',' % SqlNumber(roleTypeRef) % u')');
 }
-
-class FakeRoleTypeView final : public RoleTypeView
-{
-public:
-    void ShowLoading(int roleTypeRef) override { calls.append(QString::number(roleTypeRef)); }
-    void ShowRoleType(const RoleType &shown) override
-    {
-        role = shown;
-        calls.append(QStringLiteral("role"));
-    }
-    void ShowLoaded() override { calls.append(QStringLiteral("loaded")); }
-
-    QStringList calls;
-    RoleType role;
-};
 } // namespace
 
 class TestRoles : public QObject
@@ -107,18 +92,6 @@ void TestRoles::AddChangeGive()
     QVERIFY(tutor > 0);
     QCOMPARE(ADO_Contact_GetRoleChargeRate(tutor), 1234.56);
     QCOMPARE(ADO_Contact_GetRoleChargeRate(4711), 0.0);
-    FakeRoleTypeView view;
-    ADO_Contact_ShowRoleType(view, tutor);
-    QCOMPARE(view.calls, QStringList({QString::number(tutor), "role", "loaded"}));
-    QCOMPARE(view.role.name, QStringLiteral("Tutor's"));
-    QCOMPARE(view.role.description, QStringLiteral("takes it's class"));
-    QCOMPARE(view.role.chargeRate, 1234.56);
-    QCOMPARE(view.role.status, RoleStatus::NotActive);
-    QCOMPARE(view.role.referenceId, QStringLiteral("T"));
-    FakeRoleTypeView gone;
-    ADO_Contact_ShowRoleType(gone, 4711);
-    QCOMPARE(gone.calls, QStringList({"4711", "loaded"}));
-
     QCOMPARE(RoleType_Update(tutor, {"Tutor", "d", 20.5, RoleStatus::Active, "U"}), tutor);
     QCOMPARE(TestDatabase::Rows("SELECT Name, Description, ChargeRate, Status, ReferenceID FROM RoleTypes"),
              QStringList("Tutor|d|20.5|1|U"));

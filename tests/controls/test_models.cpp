@@ -18,6 +18,8 @@ private slots:
     void list_finds_its_rows_by_key();
     void list_takes_rows_out_data();
     void list_takes_rows_out();
+    void list_sorts_by_what_a_column_holds_data();
+    void list_sorts_by_what_a_column_holds();
     void list_checks_one_at_a_time_where_exclusive();
     void list_of_100000_people_stays_small();
     void combo_chooses_by_data_and_text();
@@ -111,6 +113,34 @@ void test_models::list_takes_rows_out()
     QTEST(Keys(list), "left");
     QCOMPARE(list.SelectedKeys(),
              list.Contains(QStringLiteral("?4")) ? QStringList(QStringLiteral("?4")) : QStringList());
+}
+
+void test_models::list_sorts_by_what_a_column_holds_data()
+{
+    QTest::addColumn<QString>("sorted");
+    QTest::newRow("amounts") << "|-2.00|9.50|100.00|1,500.00";
+    QTest::newRow("days") << "|31/12/2025|9/3/2026|10/03/2026|01/01/2027";
+    QTest::newRow("texts") << "10 Mill Lane|9 Mill Lane|York";
+    QTest::newRow("numbers among texts") << "10|9|York";
+}
+
+void test_models::list_sorts_by_what_a_column_holds()
+{
+    QFETCH(QString, sorted);
+    const QStringList expected = sorted.split('|');
+    ListModel list;
+    list.SetColumns({"Name", "Value"});
+    for (const QString &cell : expected)
+        list.Add({"?" + cell, "x", {cell}});
+    for (const Qt::SortOrder order : {Qt::DescendingOrder, Qt::AscendingOrder}) {
+        list.sort(1, order);
+        QStringList cells;
+        for (int row = 0; row < list.Count(); ++row)
+            cells.append(list.At(row).subItems.first());
+        if (order == Qt::DescendingOrder)
+            std::reverse(cells.begin(), cells.end());
+        QCOMPARE(cells, expected);
+    }
 }
 
 void test_models::list_checks_one_at_a_time_where_exclusive()

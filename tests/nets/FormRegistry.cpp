@@ -35,6 +35,7 @@
 #include "users/frmUsers.h"
 #include "users/frmUsersPassword.h"
 
+#include <QAbstractButton>
 #include <QFile>
 
 namespace
@@ -82,6 +83,13 @@ std::unique_ptr<QWidget> OpenPerson()
     return form;
 }
 
+std::unique_ptr<QWidget> OpenPersonToEdit()
+{
+    auto form = OpenPerson();
+    form->findChild<QAbstractButton *>(QStringLiteral("EditBtn"))->click();
+    return form;
+}
+
 std::unique_ptr<QWidget> OpenNewCharacteristic()
 {
     auto form = std::make_unique<frmContactMainAddEdit>(ContactSection::Characteristics);
@@ -123,6 +131,8 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmAbout"), Open<frmAbout>()},
         {QStringLiteral("frmAddContact new"), Open<frmAddContact>(), QStringLiteral("Surname")},
         {QStringLiteral("frmAddContact view"), OpenPerson, {}, QStringList()},
+        {QStringLiteral("frmAddContact edit"), OpenPersonToEdit, QStringLiteral("Surname"), std::nullopt,
+         QStringLiteral("C")},
         {QStringLiteral("frmAddCourse new"), OpenNewCourse, QStringLiteral("Title"), QStringList()},
         {QStringLiteral("frmAddCourse edit"), OpenCourse, QStringLiteral("Title"), QStringList()},
         {QStringLiteral("frmAddEditRoleTypes"), Open<frmAddEditRoleTypes>(), QStringLiteral("RoleName")},
