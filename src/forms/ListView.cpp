@@ -2,6 +2,7 @@
 
 #include "controls/ListModel.h"
 #include "forms/ItemDelegate.h"
+#include "forms/ListPrint.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -9,6 +10,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
+#include <QMenu>
 
 #include <numeric>
 
@@ -104,6 +106,11 @@ void ListView::CopySelected() const
         QApplication::clipboard()->setText(lines.join(u'\n'));
 }
 
+void ListView::Print()
+{
+    ListPrint::Ask(m_list, this);
+}
+
 void ListView::TellCount()
 {
     if (!m_count)
@@ -123,11 +130,26 @@ void ListView::TellCount()
     m_count->setText(text);
 }
 
+void ListView::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("ListMenu"));
+    menu.addAction(QStringLiteral("&Copy\tCtrl+C"), this, &ListView::CopySelected)
+        ->setEnabled(m_list.Selection()->hasSelection());
+    if (selectionMode() == ExtendedSelection)
+        menu.addAction(QStringLiteral("Select &All\tCtrl+A"), this, [this] { m_list.SelectAll(); })
+            ->setEnabled(!m_list.IsEmpty());
+    menu.addAction(QStringLiteral("&Print…\tCtrl+P"), this, &ListView::Print)->setEnabled(!m_list.IsEmpty());
+    menu.exec(event->globalPos());
+}
+
 void ListView::keyPressEvent(QKeyEvent *event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->matches(QKeySequence::Copy)) {
         CopySelected();
+    } else if (event->matches(QKeySequence::Print)) {
+        Print();
     } else if (enter && currentIndex().isValid()) {
         emit Opened(currentIndex().row());
     } else if (event->key() == Qt::Key_Delete) {

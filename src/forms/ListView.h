@@ -9,7 +9,8 @@ class ListModel;
 class QLabel;
 
 /// The view of a ListModel: adopts the model and its selection, sorts by a click on a column title, copies
-/// the selected rows with Ctrl+C, finds a row by typing its start, and stays quick with 100,000 rows.
+/// the selected rows with Ctrl+C, prints with Ctrl+P, finds a row by typing its start, and stays quick with
+/// 100,000 rows. A list without a pop-up menu of its own has one for copying and printing.
 class ListView final : public QTreeView
 {
     Q_OBJECT
@@ -31,12 +32,15 @@ public:
     void SetLocked(bool locked);
     /// Scrolls `row` into view.
     void ShowRow(int row);
+    /// Sorts by the column that the user asked for, if any: rows that join a list come last at first.
+    void KeepOrder();
 
 signals:
     void Opened(int row); ///< a double click on a row, or Enter on the current one
     void DeletePressed();
 
 protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
@@ -46,9 +50,9 @@ protected:
 
 private:
     void ShowTitles();
-    void KeepOrder();
     void ShareWidth();
     void CopySelected() const;
+    void Print();
     void TellCount();
 
     ListModel &m_list;

@@ -47,9 +47,10 @@ void MoneyField::Normalise(int places)
 
 QSize MoneyField::minimumSizeHint() const
 {
-    const int amount = fontMetrics().horizontalAdvance(QStringLiteral("9,999,999.99"));
+    const QString widest =
+        m_rule.pointLimit > 0 ? QStringLiteral("9,999,999.99") : QString(m_rule.digitLimit, u'9');
     const QSize size = QLineEdit::minimumSizeHint();
-    return {amount + size.width() / 2, size.height()};
+    return {fontMetrics().horizontalAdvance(widest) + size.width() / 2, size.height()};
 }
 
 QSize MoneyField::sizeHint() const

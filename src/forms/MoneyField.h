@@ -33,7 +33,7 @@ public:
     void SetValue(double value);    ///< shown with two decimals
     void Normalise(int places = 2); ///< rewrites the text as its number with that many decimals
 
-    /// Wide enough for a grouped amount.
+    /// Wide enough for a grouped amount, or for all the digits of a whole number.
     QSize minimumSizeHint() const override;
     QSize sizeHint() const override;
 

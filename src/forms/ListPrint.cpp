@@ -1,0 +1,171 @@
+#include "forms/ListPrint.h"
+
+#include "controls/ListModel.h"
+#include "forms/ListView.h"
+#include "platform/Dialogs.h"
+
+#include <QPagedPaintDevice>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QProgressDialog>
+
+#include <numeric>
+
+namespace
+{
+constexpr int pointSize = 9;
+
+class Pages final
+{
+public:
+    Pages(const ListModel &list, const std::vector<int> &rows, const QString &title,
+          QPagedPaintDevice &device)
+        : m_list(list)
+        , m_rows(rows)
+        , m_title(title)
+        , m_device(device)
+    {
+    }
+
+    bool Print(const ListPrint::EachPage &eachPage)
+    {
+        if (!m_painter.begin(&m_device))
+            return false;
+        QFont font = m_painter.font();
+        font.setPointSize(pointSize);
+        m_painter.setFont(font);
+        m_lineHeight = m_painter.fontMetrics().lineSpacing();
+        // The title with a line below it, the columns' titles, and the number of the page below a line.
+        const int linesOnPage = qMax(1, Paper().height() / m_lineHeight - 5);
+        m_count = qMax(1, (static_cast<int>(m_rows.size()) + linesOnPage - 1) / linesOnPage);
+        MeasureColumns();
+        for (int page = 0; page < m_count; ++page) {
+            if ((eachPage && !eachPage(page, m_count)) || (page > 0 && !m_device.newPage()))
+                return false;
+            PrintPage(page, linesOnPage);
+        }
+        return m_painter.end();
+    }
+
+private:
+    /// Where the painter draws: its origin is the corner of what can be printed on.
+    QRect Paper() const { return m_painter.viewport(); }
+    QString Cell(int row, int column) const
+    {
+        const ListItem &item = m_list.At(row);
+        return column == 0 ? item.text : item.subItems.value(column - 1);
+    }
+
+    void MeasureColumns();
+    void PrintPage(int page, int linesOnPage);
+    void PrintLine(int line, const std::function<QString(int column)> &text);
+
+    const ListModel &m_list;
+    const std::vector<int> &m_rows;
+    QString m_title;
+    QPagedPaintDevice &m_device;
+    QPainter m_painter;
+    int m_lineHeight = 0;
+    int m_count = 0;
+    std::vector<int> m_widths;
+};
+
+/// Columns share the paper by what stands in them; a thousand rows tell enough of a list of very many.
+void Pages::MeasureColumns()
+{
+    const QFontMetrics metrics = m_painter.fontMetrics();
+    const size_t step = m_rows.size() / 1000 + 1;
+    const int gap = metrics.averageCharWidth() * 2;
+    for (int column = 0; column < m_list.columnCount(); ++column) {
+        int width =
+            metrics.horizontalAdvance(m_list.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+        for (size_t i = 0; i < m_rows.size(); i += step)
+            width = qMax(width, metrics.horizontalAdvance(Cell(m_rows[i], column)));
+        m_widths.push_back(width + gap);
+    }
+    const int needed = std::accumulate(m_widths.begin(), m_widths.end(), 0);
+    if (needed <= Paper().width())
+        return;
+    for (int &width : m_widths)
+        width = static_cast<int>(static_cast<qint64>(width) * Paper().width() / needed);
+}
+
+void Pages::PrintLine(int line, const std::function<QString(int column)> &text)
+{
+    const QFontMetrics metrics = m_painter.fontMetrics();
+    int left = 0;
+    for (int column = 0; column < m_list.columnCount(); ++column) {
+        const int width = m_widths[static_cast<size_t>(column)];
+        const int room = width - metrics.averageCharWidth();
+        m_painter.drawText(QRect(left, line * m_lineHeight, room, m_lineHeight), Qt::AlignLeft,
+                           metrics.elidedText(text(column), Qt::ElideRight, room));
+        left += width;
+    }
+}
+
+void Pages::PrintPage(int page, int linesOnPage)
+{
+    QFont font = m_painter.font();
+    font.setBold(true);
+    m_painter.setFont(font);
+    m_painter.drawText(QRect(0, 0, Paper().width(), m_lineHeight), Qt::AlignLeft, m_title);
+    PrintLine(2, [this](int column) {
+        return m_list.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+    });
+    font.setBold(false);
+    m_painter.setFont(font);
+    m_painter.drawLine(0, 3 * m_lineHeight, Paper().width(), 3 * m_lineHeight);
+    const size_t first = static_cast<size_t>(page) * static_cast<size_t>(linesOnPage);
+    const size_t end = qMin(m_rows.size(), first + static_cast<size_t>(linesOnPage));
+    for (size_t i = first; i < end; ++i)
+        PrintLine(3 + static_cast<int>(i - first), [&](int column) { return Cell(m_rows[i], column); });
+    m_painter.drawText(QRect(0, Paper().height() - m_lineHeight, Paper().width(), m_lineHeight),
+                       Qt::AlignRight,
+                       u"Page " % QString::number(page + 1) % u" of " % QString::number(m_count));
+}
+} // namespace
+
+bool ListPrint::Print(const ListModel &list, const std::vector<int> &rows, const QString &title,
+                      QPagedPaintDevice &device, const EachPage &eachPage)
+{
+    return Pages(list, rows, title, device).Print(eachPage);
+}
+
+void ListPrint::Ask(const ListModel &list, ListView *view)
+{
+    if (list.IsEmpty())
+        return;
+    const QString title = view->window()->windowTitle();
+    QPrinter printer;
+    printer.setDocName(title);
+    QPrintDialog chooser(&printer, view);
+    chooser.setObjectName(QStringLiteral("PrintDialog"));
+    const std::vector<int> selected = list.SelectedRows();
+    chooser.setOption(QAbstractPrintDialog::PrintPageRange, false);
+    chooser.setOption(QAbstractPrintDialog::PrintSelection, selected.size() > 1);
+    if (chooser.exec() != QDialog::Accepted)
+        return;
+    std::vector<int> rows(static_cast<size_t>(list.Count()));
+    std::iota(rows.begin(), rows.end(), 0);
+    if (printer.printRange() == QPrinter::Selection)
+        rows = selected;
+
+    QProgressDialog progress(QStringLiteral("Printing…"), QStringLiteral("&Cancel"), 0, 0, view);
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(500);
+    const bool printed = Print(list, rows, title, printer, [&](int page, int pages) {
+        progress.setMaximum(pages);
+        progress.setValue(page);
+        return !progress.wasCanceled();
+    });
+    if (printed)
+        return;
+    const bool wasStopped = progress.wasCanceled();
+    progress.reset();
+    if (wasStopped)
+        printer.abort();
+    else
+        Dialogs::MsgBox(QStringLiteral("The list could not be printed."), title, Dialogs::Buttons::Ok,
+                        Dialogs::Icon::Exclamation);
+}
