@@ -15,6 +15,7 @@ QString gUserName;
 QString gUserPassword;
 QString gUserRights;
 int gDialogResult = 0;
+bool gStop = false;
 
 QString gDocDir;
 int gWarnColour = 0xFFFFFF;

@@ -52,6 +52,14 @@ Recordset OpenRecordset(const QString &sql)
     }
 }
 
+void ReadInPieces(const QString &sql, const TakeRows &take)
+{
+    while (!gConnection.ReadInPieces(sql, take)) {
+        if (!RetryAfterFailure())
+            throw StatementGivenUp{};
+    }
+}
+
 bool HasRow(const QString &sql)
 {
     return !OpenRecordset(sql).IsEmpty();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Recordset.h"
+#include "platform/Connection.h"
 
 #include <QString>
 
@@ -8,7 +8,6 @@
 #include <utility>
 
 class ListModel;
-class WriteGroup;
 
 /// How every data function reaches the database: complete SQL text with inline values on the session
 /// connection. A function wraps its steps in Reported, the one error handler of the data layer.
@@ -59,6 +58,9 @@ void Reported(const char *routineName, Body &&body)
 void Execute(const QString &sql);
 /// Opens a query and reads it whole; only inside Reported.
 Recordset OpenRecordset(const QString &sql);
+/// Runs a query of very many rows and hands them over as they come; only inside Reported. After a failure
+/// that is tried again they come from the first row on.
+void ReadInPieces(const QString &sql, const TakeRows &take);
 /// True if the query gives a row; only inside Reported.
 bool HasRow(const QString &sql);
 /// The whole number in `column` of the query's first row, 0 without a row; only inside Reported.

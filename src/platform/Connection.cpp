@@ -66,6 +66,14 @@ std::optional<Recordset> Connection::OpenRecordset(const QString &sql)
     return std::nullopt;
 }
 
+bool Connection::ReadInPieces(const QString &sql, const TakeRows &take)
+{
+    if (!Ready(sql))
+        return false;
+    EngineErrors errors;
+    return m_engine->ReadInPieces(sql, take, errors) || Fail(errors);
+}
+
 const EngineErrors &Connection::Errors() const
 {
     return m_errors;

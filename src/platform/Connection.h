@@ -11,6 +11,10 @@
 
 class Engine;
 
+/// Takes some rows of a query; `firstRow` is the number of the first of them in the whole result. False wants
+/// no more.
+using TakeRows = std::function<bool(const Recordset &rows, int firstRow)>;
+
 enum class DatabaseKind { None, File, SqlServer, PostgreSql };
 
 /// The system's view of a database of any kind. The SQL text is the system's own, written for Access and
@@ -38,6 +42,10 @@ public:
     bool Execute(const QString &sql);
     /// Runs a query and reads every row. Nothing on a failure.
     std::optional<Recordset> OpenRecordset(const QString &sql);
+    /// Runs a query of very many rows and hands them over as they come, so that the first are there at once.
+    /// Other statements may run in between. Where a result must be read whole first, as on a server, `take`
+    /// gets empty pieces meanwhile, and in those no statement may run. False on a failure.
+    bool ReadInPieces(const QString &sql, const TakeRows &take);
 
     /// What went wrong at the last call that failed. A call that succeeds leaves it alone.
     const EngineErrors &Errors() const;

@@ -9,6 +9,7 @@ public:
     virtual ~Engine() = default;
     virtual bool Execute(const QString &sql, EngineErrors &errors) = 0;
     virtual bool OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors) = 0;
+    virtual bool ReadInPieces(const QString &sql, const TakeRows &take, EngineErrors &errors) = 0;
     virtual bool Begin(EngineErrors &errors) = 0;
     virtual bool Commit(EngineErrors &errors) = 0;
     /// False once a transaction has ended, by a commit or by a failure that undid it.

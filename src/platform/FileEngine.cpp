@@ -134,6 +134,38 @@ bool FileEngine::OpenRecordset(const QString &sql, Recordset &result, EngineErro
     return true;
 }
 
+bool FileEngine::ReadInPieces(const QString &sql, const TakeRows &take, EngineErrors &errors)
+{
+    constexpr int firstPiece = 32;
+    constexpr int laterPieces = 512;
+    if (const SqlFault fault = m_tokens.Read(sql); fault != SqlFault::None) {
+        errors = {{SQLITE_ERROR, Source(), SqlFaultText(fault), QString()}};
+        return false;
+    }
+    // A kept statement could be dropped by those that run in between.
+    sqlite3_stmt *statement = PrepareText(WellFormed(SqlFor(SqlDialect::File, m_tokens)), false, errors);
+    if (!statement)
+        return false;
+    PreparedStatement prepared(statement);
+    const int columns = sqlite3_column_count(statement);
+    int step = sqlite3_step(statement);
+    int given = 0;
+    while (true) {
+        Recordset::Builder rows(prepared.DescribeColumns());
+        const int end = given + (given == 0 ? firstPiece : laterPieces);
+        int read = given;
+        for (; step == SQLITE_ROW && read < end; step = sqlite3_step(statement), ++read) {
+            for (int column = 0; column < columns; ++column)
+                AddCell(rows, statement, column);
+        }
+        if (step != SQLITE_ROW && step != SQLITE_DONE)
+            return Fail(errors);
+        if (!take(rows.Finish(), given) || step == SQLITE_DONE)
+            return true;
+        given = read;
+    }
+}
+
 /// A group takes the right to write at once: taking it at the first write would fail without a wait
 /// where another workstation wrote after the group's first read.
 bool FileEngine::Begin(EngineErrors &errors)

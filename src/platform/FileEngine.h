@@ -21,6 +21,7 @@ public:
 
     bool Execute(const QString &sql, EngineErrors &errors) override;
     bool OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors) override;
+    bool ReadInPieces(const QString &sql, const TakeRows &take, EngineErrors &errors) override;
     bool Begin(EngineErrors &errors) override;
     bool Commit(EngineErrors &errors) override;
     bool IsInTransaction() const override;

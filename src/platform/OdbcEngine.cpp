@@ -131,6 +131,27 @@ bool OdbcEngine::Execute(const QString &sql, EngineErrors &errors)
 
 bool OdbcEngine::OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors)
 {
+    return Read(
+        sql, result, [] { return true; }, errors);
+}
+
+/// One result can be open on a connection, so that all rows are read before the first is handed over.
+bool OdbcEngine::ReadInPieces(const QString &sql, const TakeRows &take, EngineErrors &errors)
+{
+    Recordset rows;
+    bool isWanted = true;
+    const auto goesOn = [&] { return isWanted = take({}, 0); };
+    if (!Read(sql, rows, goesOn, errors))
+        return false;
+    if (isWanted)
+        take(rows, 0);
+    return true;
+}
+
+bool OdbcEngine::Read(const QString &sql, Recordset &result, const std::function<bool()> &goesOn,
+                      EngineErrors &errors)
+{
+    constexpr int askedEvery = 256;
     QString engineSql;
     if (!Translate(sql, engineSql, errors) || !Revive(errors))
         return false;
@@ -140,9 +161,11 @@ bool OdbcEngine::OpenRecordset(const QString &sql, Recordset &result, EngineErro
         return Fail(query, errors);
     const auto columns = ColumnsOf(query.record(), m_kind);
     Recordset::Builder rows(columns);
-    while (query.next()) {
+    for (int row = 1; query.next(); ++row) {
         for (size_t i = 0; i < columns->size(); ++i)
             AddCell(rows, (*columns)[i].type, query.value(static_cast<int>(i)));
+        if (row % askedEvery == 0 && !goesOn())
+            return true;
     }
     if (query.lastError().isValid())
         return Fail(query, errors);

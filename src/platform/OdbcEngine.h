@@ -20,6 +20,7 @@ public:
 
     bool Execute(const QString &sql, EngineErrors &errors) override;
     bool OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors) override;
+    bool ReadInPieces(const QString &sql, const TakeRows &take, EngineErrors &errors) override;
     bool Begin(EngineErrors &errors) override;
     bool Commit(EngineErrors &errors) override;
     bool IsInTransaction() const override { return m_isInTransaction; }
@@ -31,6 +32,8 @@ private:
     bool Connect(EngineErrors &errors);
     bool Revive(EngineErrors &errors);
     bool Run(const QString &engineSql, EngineErrors &errors);
+    bool Read(const QString &sql, Recordset &result, const std::function<bool()> &goesOn,
+              EngineErrors &errors);
     bool Fail(const QSqlError &error, EngineErrors &errors);
     bool Fail(QSqlQuery &query, EngineErrors &errors);
     bool Translate(const QString &sql, QString &engineSql, EngineErrors &errors);

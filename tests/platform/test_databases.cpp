@@ -42,6 +42,7 @@ private slots:
     void firstOfSameNamedColumnsWins();
     void thousandsOfAlternatives();
     void nestedReadsAndWrites();
+    void resultsInPieces();
     void nothingTypedChangesTheStatement_data();
     void nothingTypedChangesTheStatement();
     void failureInAGroupKeepsWhatWasDone();
@@ -232,6 +233,46 @@ void TestDatabases::nestedReadsAndWrites()
     QCOMPARE(rows, 20);
     QCOMPARE(gConnection.OpenRecordset(all)->RowCount(), 40);
     QCOMPARE(gConnection.OpenRecordset(QStringLiteral("SELECT * FROM City"))->ColumnIndex(u"Twin"), 3);
+}
+
+/// A long result is handed over piece by piece, while other statements run, of more kinds than are kept.
+void TestDatabases::resultsInPieces()
+{
+    {
+        const WriteGroup group(gConnection);
+        for (int i = 0; i < 2000; ++i)
+            QVERIFY(Execute(InsertCity(u"Town " % QString::number(10'000 + i))));
+    }
+    const QString sql = QStringLiteral("SELECT City FROM City WHERE City_ID > 1 ORDER BY City;");
+    QStringList towns;
+    int pieces = 0;
+    const auto take = [&](const Recordset &rows, int firstRow) {
+        if (firstRow != towns.size())
+            return false;
+        for (const Recordset::Row row : rows)
+            towns.append(row.Text(u"City"));
+        pieces += rows.IsEmpty() ? 0 : 1;
+        for (int shape = 0; pieces == 1 && shape < 320; ++shape)
+            gConnection.OpenRecordset(u"SELECT City AS c" % QString::number(shape) %
+                                      u" FROM City WHERE City_ID = 1");
+        return rows.IsEmpty() || Execute(QStringLiteral("DELETE FROM City WHERE City_ID = 1"));
+    };
+    QVERIFY(gConnection.ReadInPieces(sql, take));
+    QCOMPARE(towns, TestDatabase::Rows(sql));
+    QCOMPARE(towns.size(), 2000);
+    if (!TestDatabase::IsOnServer())
+        QVERIFY(pieces > 2);
+
+    // The first refusal ends it, and a result without rows is handed over once.
+    int calls = 0;
+    QVERIFY(gConnection.ReadInPieces(sql, [&](const Recordset &, int) { return ++calls < 2; }));
+    QCOMPARE(calls, 2);
+    calls = 0;
+    const auto count = [&](const Recordset &rows, int) { return rows.IsEmpty() && ++calls > 0; };
+    QVERIFY(gConnection.ReadInPieces(QStringLiteral("SELECT * FROM City WHERE City_ID = -1"), count));
+    QCOMPARE(calls, 1);
+    QVERIFY(!gConnection.ReadInPieces(QStringLiteral("SELECT * FROM City WHERE City = 'O'Neil'"), count));
+    QCOMPARE(calls, 1);
 }
 
 void TestDatabases::nothingTypedChangesTheStatement_data()
