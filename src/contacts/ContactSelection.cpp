@@ -5,6 +5,9 @@
 #include "contacts/ContactModule.h"
 #include "controls/ComboModel.h"
 #include "controls/ListModel.h"
+#include "controls/TreeModel.h"
+#include "database/GlobalCode.h"
+#include "database/MiscODBC.h"
 #include "enrolment/EnrolmentODBC.h"
 
 #include <algorithm>
@@ -44,6 +47,18 @@ public:
 private:
     ListModel m_row;
 };
+
+/// Adds those who are not in the list yet, with as many of their sub-items.
+void Join(const ListModel &people, ListModel &selected, int subItems)
+{
+    std::vector<ListItem> joining;
+    for (int row = 0; row < people.Count(); ++row) {
+        const ListItem &person = people.At(row);
+        if (!selected.Contains(person.key))
+            joining.push_back({person.key, person.text, person.subItems.mid(0, subItems)});
+    }
+    selected.AddAll(std::move(joining));
+}
 } // namespace
 
 void Contact_SelectChosen(ListModel &available, ListModel &selected)
@@ -102,4 +117,41 @@ void Contact_SelectStudents(int courseRef, const ListModel &shown, ListModel &se
     ADO_Course_ShowEnrolledStudents(courseRef, enrolled);
     const ListModel &students = enrolled.IsEmpty() ? shown : enrolled;
     selected.Fill(PeopleReader().ReadAll(students));
+}
+
+void Contact_JoinSelection(const ListModel &people, ListModel &selected)
+{
+    Join(people, selected, 3);
+}
+
+void Contact_JoinNames(const ListModel &people, ListModel &selected)
+{
+    Join(people, selected, 0);
+}
+
+void Contact_ReplaceSelection(const ListModel &people, ListModel &selected)
+{
+    selected.Clear();
+    Join(people, selected, 2);
+}
+
+void Contact_JoinTree(const ListModel &people, TreeModel &tree)
+{
+    QStringList branches;
+    for (const QModelIndex &selected : tree.Selection()->selectedIndexes())
+        branches.append(tree.NodeAt(selected)->key);
+    for (const QString &branch : branches) {
+        for (int row = 0; row < people.Count(); ++row) {
+            TreeNode node;
+            node.key = branch % u'A' % SqlNumber(KeyNumber(people.At(row).key));
+            node.text = people.At(row).text % u" [not enrolled]";
+            node.image = QStringLiteral("user");
+            tree.Add(branch, std::move(node));
+        }
+    }
+}
+
+void SaveContactSelection(const ListModel &selection, const QString &fileName)
+{
+    FillRefTable(selection, fileName);
 }

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QString>
+
 class ComboModel;
 class ListModel;
+class TreeModel;
 
 /// The two lists that people are picked with: those available (name) and those selected (name, address,
 /// city, postcode), both under the key "?" + reference.
@@ -19,3 +22,15 @@ void Contact_FillSubsetList(ComboModel &subsets);
 /// Makes `selected` the students of a course as they are enrolled now. Where none are read, those that
 /// `shown` lists stand in for them: a read that failed must not look like a course without students.
 void Contact_SelectStudents(int courseRef, const ListModel &shown, ListModel &selected);
+/// Adds all rows of `people` to `selected` but those of a key that is there already.
+void Contact_JoinSelection(const ListModel &people, ListModel &selected);
+/// The same with the names alone.
+void Contact_JoinNames(const ListModel &people, ListModel &selected);
+/// Makes `selected` these people, with their names, addresses and towns.
+void Contact_ReplaceSelection(const ListModel &people, ListModel &selected);
+/// Adds the people below each selected node of a tree, each once: key of the node, "A" and the reference.
+void Contact_JoinTree(const ListModel &people, TreeModel &tree);
+/// Publishes the "?" keys of a selection: in table `Ref`, which is emptied first and which all users of the
+/// database share, and one a line in the file `fileName` of the folder `temp`, for the user's own use. Errors
+/// are ignored.
+void SaveContactSelection(const ListModel &selection, const QString &fileName);

@@ -4,8 +4,8 @@
 #include "contacts/ContactModule.h"
 #include "contacts/ContactSelection.h"
 #include "contacts/frmAddContact.h"
+#include "contacts/frmSearchContact.h"
 #include "core/Session.h"
-#include "database/MiscODBC.h"
 #include "database/Security.h"
 #include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
@@ -95,8 +95,8 @@ void frmContact::BuildButtons(FormBuilder &form)
     m_viewBtn = form.Button(QStringLiteral("ViewBtn"), QStringLiteral("&View Contact(s)"));
     m_delBtn = form.Button(QStringLiteral("DelCBtn"), QStringLiteral("Delete"));
     m_delBtn->setToolTip(QStringLiteral("Delete the people selected in the available contacts"));
-    // The search and the reports have no screens yet.
-    form.Button(QStringLiteral("FindBtn"), QStringLiteral("&Search"))->setEnabled(false);
+    QPushButton *find = form.Button(QStringLiteral("FindBtn"), QStringLiteral("&Search"));
+    // The reports have no screen yet.
     form.Button(QStringLiteral("RepBtn"), QStringLiteral("&Reports"))->setEnabled(false);
     m_refreshBtn = form.Button(QStringLiteral("RefBtn"), QStringLiteral("Refresh"));
     form.Gap();
@@ -106,6 +106,7 @@ void frmContact::BuildButtons(FormBuilder &form)
     connect(m_addBtn, &QPushButton::clicked, this, &frmContact::NewContact);
     connect(m_viewBtn, &QPushButton::clicked, this, &frmContact::ViewContacts);
     connect(m_delBtn, &QPushButton::clicked, this, &frmContact::DeleteSelected);
+    connect(find, &QPushButton::clicked, this, &frmContact::Search);
     connect(m_refreshBtn, &QPushButton::clicked, this, &frmContact::Refresh);
     connect(exit, &QPushButton::clicked, this, [this] { (parentWidget() ? parentWidget() : this)->close(); });
 }
@@ -156,7 +157,7 @@ void frmContact::FillContacts()
 
 void frmContact::StoreSelection()
 {
-    FillRefTable(m_selected, QStringLiteral("CurrentContactSelection.txt"));
+    SaveContactSelection(m_selected, QStringLiteral("CurrentContactSelection.txt"));
 }
 
 void frmContact::AddSelected()
@@ -229,6 +230,14 @@ void frmContact::Refresh()
     RereadSelection();
 }
 
+void frmContact::Search()
+{
+    frmSearchContact form(m_selected, this);
+    form.exec();
+    gDialogResult = 0;
+    Refresh();
+}
+
 void frmContact::RereadSelection()
 {
     const QStringList chosen = m_selected.SelectedKeys();
@@ -276,10 +285,7 @@ void frmContact::BuildMenu()
         [this] { m_menuList->Model().SelectAll(); });
     add(QStringLiteral("ID_Delete"), QStringLiteral("&Delete"), &frmContact::DeleteSelected);
     m_menu->addSeparator();
-    // The search has no screen yet.
-    QAction *find = m_menu->addAction(QStringLiteral("&Find"));
-    find->setObjectName(QStringLiteral("ID_Find"));
-    find->setEnabled(false);
+    add(QStringLiteral("ID_Find"), QStringLiteral("&Find"), &frmContact::Search);
     add(QStringLiteral("ID_Refresh"), QStringLiteral("&Refresh"), &frmContact::Refresh);
 }
 

@@ -42,6 +42,7 @@ private:
     void NewContact();
     void ViewContacts();
     void Refresh();
+    void Search();
     void ApplyCharacteristic();
     void NewCharacteristic(const QString &typed);
     void ShowMenu(ListView *list, const QPoint &at);

@@ -2,6 +2,7 @@
 
 #include "contacts/ContactSelection.h"
 #include "contacts/frmAddContact.h"
+#include "contacts/frmSearchContact.h"
 #include "core/Session.h"
 #include "database/GlobalCode.h"
 #include "database/Security.h"
@@ -45,6 +46,14 @@ void frmSelectContacts::Configure(Mode mode, ListModel &target, int courseRef, i
     m_limit = limit;
     if (m_mode == Mode::EnrolOnCourse)
         Contact_SelectStudents(m_courseRef, target, m_selected);
+    else if (m_mode == Mode::ReplaceList)
+        Contact_JoinSelection(target, m_selected);
+}
+
+void frmSelectContacts::Configure(Mode mode, TreeModel &target)
+{
+    m_mode = mode;
+    m_tree = &target;
 }
 
 void frmSelectContacts::Build()
@@ -85,7 +94,6 @@ void frmSelectContacts::Build()
     m_exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
     m_exit->setToolTip(QStringLiteral("Take the selected contacts over and close"));
     form.EndButtons();
-    m_find->setEnabled(false);
     resize(fontMetrics().averageCharWidth() * 150, fontMetrics().lineSpacing() * 32);
 }
 
@@ -129,6 +137,7 @@ void frmSelectContacts::Connect()
                          .clear = [this] { m_selected.Clear(); }});
     connect(m_new, &QPushButton::clicked, this, &frmSelectContacts::AddContact);
     connect(m_view, &QPushButton::clicked, this, &frmSelectContacts::ViewContacts);
+    connect(m_find, &QPushButton::clicked, this, &frmSelectContacts::Search);
     connect(m_refresh, &QPushButton::clicked, this, &frmSelectContacts::Refresh);
     connect(m_exit, &QPushButton::clicked, this, &frmSelectContacts::HandOver);
     connect(m_cancel, &QPushButton::clicked, this, &frmSelectContacts::reject);
@@ -200,21 +209,35 @@ void frmSelectContacts::ViewContacts()
     Refresh();
 }
 
+void frmSelectContacts::Search()
+{
+    frmSearchContact form(m_selected, this);
+    form.exec();
+    gDialogResult = 0;
+}
+
 void frmSelectContacts::HandOver()
 {
-    const bool done = m_mode == Mode::EnrolOnCourse ? Enrol() : AddToTarget();
-    if (!done)
+    if (!Deliver())
         return;
     gDialogResult = 1;
     accept();
 }
 
-bool frmSelectContacts::AddToTarget()
+bool frmSelectContacts::Deliver()
 {
-    for (int row = 0; row < m_selected.Count(); ++row) {
-        const ListItem &person = m_selected.At(row);
-        if (!m_target->Contains(person.key))
-            m_target->Add({person.key, person.text});
+    switch (m_mode) {
+    case Mode::EnrolOnCourse:
+        return Enrol();
+    case Mode::AddToList:
+        Contact_JoinNames(m_selected, *m_target);
+        break;
+    case Mode::ReplaceList:
+        Contact_ReplaceSelection(m_selected, *m_target);
+        break;
+    case Mode::AddToTree:
+        Contact_JoinTree(m_selected, *m_tree);
+        break;
     }
     return true;
 }

@@ -10,6 +10,7 @@ class QLineEdit;
 class QMenu;
 class QProgressBar;
 class QPushButton;
+class TreeModel;
 class UsedAvailable;
 
 /// The picker of people. `ExitBtn` hands the selected people over; Escape and the window's close button
@@ -21,14 +22,18 @@ class frmSelectContacts final : public FormDialog
 
 public:
     enum class Mode {
-        AddToList = 1,    ///< joins the target list
-        EnrolOnCourse = 2 ///< becomes the students of a course, starting with the present ones
+        AddToList = 1,     ///< joins the target list
+        EnrolOnCourse = 2, ///< becomes the students of a course, starting with the present ones
+        ReplaceList = 6,   ///< takes the place of the target list, starting with what that holds
+        AddToTree = 7      ///< joins the selected nodes of the target tree
     };
 
     explicit frmSelectContacts(QWidget *parent = nullptr);
 
     /// `target` is the caller's list, `limit` the most students that the course takes, 0 = no limit.
     void Configure(Mode mode, ListModel &target, int courseRef = 0, int limit = 0);
+    /// For the mode that fills a tree.
+    void Configure(Mode mode, TreeModel &target);
 
 protected:
     bool MayLeave() override;
@@ -43,13 +48,15 @@ private:
     void OnSelection(ListView *list);
     void AddContact();
     void ViewContacts();
+    void Search();
     void HandOver();
-    bool AddToTarget();
+    bool Deliver();
     bool Enrol();
     void ShowRun(CsvProgress *progress);
 
     Mode m_mode = Mode::AddToList;
     ListModel *m_target = nullptr;
+    TreeModel *m_tree = nullptr;
     int m_courseRef = 0;
     int m_limit = 0;
     int m_shownSubset = 0; ///< the characteristic whose people are listed; 0 = everybody

@@ -22,7 +22,7 @@ extern QString gUserName; ///< the logged-on user; empty until someone logs on w
 extern QString gUserPassword;
 extern QString gUserRights; ///< a digit for each right
 extern int gDialogResult;   ///< result of the modal dialog that last closed; a record's key, or 1 and 0
-extern bool gStop; ///< ends the long loop that runs, behind its row; cleared before it begins
+extern bool gStop;          ///< ends the long loop that runs, behind its row; cleared before it begins
 
 // The settings of this workstation.
 extern QString gDocDir;

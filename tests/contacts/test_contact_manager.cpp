@@ -196,7 +196,7 @@ void TestContactManager::Rights()
     for (const char *name : {"AddBtn", "DelCBtn", "AddToConBtn", "CharList"})
         QCOMPARE(Find<QWidget>(form, name)->isEnabled(), !off.split(' ').contains(name));
     QCOMPARE(Find<TypedCombo>(form, "CharList")->isEditable(), off != "typing");
-    QVERIFY(!Find<QWidget>(form, "FindBtn")->isEnabled() && !Find<QWidget>(form, "RepBtn")->isEnabled());
+    QVERIFY(Find<QWidget>(form, "FindBtn")->isEnabled() && !Find<QWidget>(form, "RepBtn")->isEnabled());
 }
 
 void TestContactManager::Menu()

@@ -108,7 +108,7 @@ void TestSelectContacts::PickingPeople()
     form.show();
     QCOMPARE(Texts(Available(form)),
              QStringList({u"Adams, Ann"_qs, u"O'Neil, Ben"_qs, u"Smith, Carl"_qs, u"Smythe, Dora"_qs}));
-    for (const auto *name : {"AddCBtn", "RemCBtn", "ClearCBtn", "FindBtn"})
+    for (const auto *name : {"AddCBtn", "RemCBtn", "ClearCBtn"})
         QVERIFY2(!Find<QPushButton>(form, QString::fromLatin1(name))->isEnabled(), name);
 
     Choose(form, {u"Smith, Carl"_qs, u"O'Neil, Ben"_qs});
@@ -264,7 +264,7 @@ void TestSelectContacts::CancelsByEscape()
     gConnection.ObserveStatements({});
     QVERIFY(onlyCancel && form.isVisible());
     QCOMPARE(Enrolled(), QStringList{u"2"_qs});
-    QVERIFY(!Find<QPushButton>(form, u"FindBtn"_qs)->isEnabled());
+    QVERIFY(Find<QPushButton>(form, u"FindBtn"_qs)->isEnabled());
     Press(form, u"ExitBtn"_qs);
     QVERIFY(!form.isVisible());
     QCOMPARE(Enrolled().size(), 3);

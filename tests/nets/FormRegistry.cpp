@@ -5,6 +5,7 @@
 #include "contacts/frmContact.h"
 #include "contacts/frmContactMainAddEdit.h"
 #include "contacts/frmGroupName.h"
+#include "contacts/frmSearchContact.h"
 #include "contacts/frmSelectContacts.h"
 #include "core/Session.h"
 #include "core/frmAbout.h"
@@ -60,6 +61,11 @@ std::unique_ptr<QWidget> OpenPicker()
     auto form = std::make_unique<frmSelectContacts>();
     form->Configure(frmSelectContacts::Mode::EnrolOnCourse, *g_list, g_courseRef, 3);
     return form;
+}
+
+std::unique_ptr<QWidget> OpenSearch()
+{
+    return std::make_unique<frmSearchContact>(*g_list);
 }
 
 std::unique_ptr<QWidget> OpenNewCourse()
@@ -159,6 +165,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmPercent"),
          Open<frmPercent>(QStringList{QStringLiteral("Welding"), QStringLiteral("Welding")})},
         {QStringLiteral("frmRegisterDB"), Open<frmRegisterDB>(), QStringLiteral("DSN")},
+        {QStringLiteral("frmSearchContact"), OpenSearch},
         {QStringLiteral("frmSelectContacts"), OpenPicker, {}, searchOfPeople},
         {QStringLiteral("frmSplash"), OpenSplash},
         {QStringLiteral("frmStudentInfo"), OpenStudent, {}, QStringList()},

@@ -1,0 +1,450 @@
+#include "contacts/ContactSearchODBC.h"
+#include "contacts/ContactSelection.h"
+#include "contacts/People.h"
+#include "controls/TreeModel.h"
+#include "core/Session.h"
+#include "platform/Clock.h"
+#include "platform/Dialogs.h"
+#include "support/StatementLog.h"
+#include "support/TestDatabase.h"
+
+#include <QFile>
+#include <QTest>
+
+namespace
+{
+const QString base = QStringLiteral(
+    "SELECT Contacts.*, Organisations.Addr1 AS OrgAddr1, Organisations.City AS OrgCity, Organisations.County "
+    "AS OrgCounty, Organisations.Country AS OrgCountry, Organisations.Postcode AS OrgPostcode, City.City AS "
+    "City FROM (Contacts INNER JOIN Organisations ON Contacts.OrganRef = Organisations.OrganRef) INNER JOIN "
+    "City ON Contacts.Cust_City = City.City_ID");
+const QString order = QStringLiteral(" ORDER BY Contacts.Cust_Surname;");
+constexpr int today = 20261123;
+
+/// The search screen of a test.
+class FakeSearch final : public ContactSearchView
+{
+public:
+    ContactSearchCriteria Criteria() const override { return criteria; }
+    ListModel &ContactInfo() override { return found; }
+    void ShowLooked(int number) override { looked = number; }
+
+    void Ask(SearchField field, const QString &text, bool isNot = false, int key = -1)
+    {
+        criteria.Of(field) = {text, key, isNot};
+    }
+    void Aged(const QString &from, const QString &to, bool isNot = false)
+    {
+        Ask(SearchField::Age, from, isNot);
+        criteria.ageTo = to;
+    }
+
+    ContactSearchCriteria criteria;
+    ListModel found;
+    int looked = 0;
+};
+
+using Setter = std::function<void(FakeSearch &)>;
+
+Setter Text(SearchField field, const QString &text, bool isNot = false)
+{
+    return [=](FakeSearch &search) { search.Ask(field, text, isNot); };
+}
+
+Setter Choice(SearchField field, int key, bool isNot = false)
+{
+    return [=](FakeSearch &search) { search.Ask(field, QStringLiteral("Row"), isNot, key); };
+}
+
+Setter Ages(const QString &from, const QString &to, bool isNot = false)
+{
+    return [=](FakeSearch &search) { search.Aged(from, to, isNot); };
+}
+
+struct TickCase {
+    std::vector<int> must;
+    std::vector<int> mustNot;
+};
+
+/// Characteristics, or attributes, that people must have or must not have.
+std::vector<SearchTick> Ticks(const TickCase &ticks)
+{
+    std::vector<SearchTick> result;
+    for (const int key : ticks.must)
+        result.push_back({key, u"C" % QString::number(key), false});
+    for (const int key : ticks.mustNot)
+        result.push_back({key, u"C" % QString::number(key), true});
+    return result;
+}
+} // namespace
+
+Q_DECLARE_METATYPE(Setter)
+Q_DECLARE_METATYPE(TickCase)
+
+class TestContactSearch final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void OneCriterion_data();
+    void OneCriterion();
+    void SeveralCriteria();
+    void Found_data();
+    void Found();
+    void Characteristics_data();
+    void Characteristics();
+    void StatementsOfARow();
+    void TreeNodes();
+    void Stopped();
+    void ApostropheFails();
+    void StoredSelection();
+
+private:
+    /// Runs a search that works: its summary is shown as it is returned, under the program's own title.
+    QString Run(FakeSearch &search);
+
+    std::unique_ptr<TestDatabase> m_database;
+    Dialogs::Hooks m_outer;
+    QStringList m_boxes; ///< title and text of each
+};
+
+void TestContactSearch::init()
+{
+    m_database = std::make_unique<TestDatabase>();
+    m_boxes.clear();
+    m_outer = Dialogs::Installed();
+    Dialogs::Installed().msgBox = [this](const QString &text, const QString &title, auto &&...) {
+        m_boxes.append(title % u'|' % text);
+        return Dialogs::Answer::Cancel;
+    };
+    Clock::StopAt(QDateTime(QDate(2026, 11, 23), QTime(10, 0)));
+    gStop = false;
+    const auto person = [](const QString &surname, const QString &forename, int city, int dob,
+                           int organisation = 1) -> QString {
+        return u"INSERT INTO Contacts (Cust_Surname,Cust_Forename,Cust_Addr1,Cust_Postcode,ReferenceID,"
+               u"Cust_City,Cust_DOB,OrganRef,Cust_Sex) VALUES ('" %
+               surname % u"','" % forename % u"','1 High Street','PO1',''," % QString::number(city) % u',' %
+               QString::number(dob) % u',' % QString::number(organisation) % u",1)";
+    };
+    // Towns 2 and 3, people 2 to 7, behind the sentinels.
+    TestDatabase::Run({
+        QStringLiteral("INSERT INTO City (City,ReferenceID) VALUES ('York','')"),
+        QStringLiteral("INSERT INTO City (City,ReferenceID) VALUES ('Leeds','')"),
+        QStringLiteral("INSERT INTO Organisations (OrganName,Addr1,City,ReferenceID) VALUES ('Mill','2 Mill "
+                       "Lane',3,'')"),
+        person("Adams", "Ann", 2, 20061123, 2),
+        person("Adams", "Ben", 3, 20061124),
+        person("Baker", "Cleo", 2, 0),
+        person("Lost", "Town", 99, 19800101),
+        person("Nameless", "", 2, 19800101),
+        person("Carter", "Eve", 1, 19500606),
+    });
+}
+
+void TestContactSearch::cleanup()
+{
+    Clock::StopAt({});
+    Dialogs::Installed() = m_outer;
+    m_database.reset();
+}
+
+QString TestContactSearch::Run(FakeSearch &search)
+{
+    m_boxes.clear();
+    const QString summary = ADO_Contact_Search(search);
+    if (m_boxes != QStringList(u'|' % summary))
+        QTest::qFail(qPrintable(m_boxes.join('\n')), __FILE__, __LINE__);
+    return summary;
+}
+
+/// What each criterion adds to the statement and to the summary.
+void TestContactSearch::OneCriterion_data()
+{
+    QTest::addColumn<Setter>("set");
+    QTest::addColumn<QString>("where");
+    QTest::addColumn<QString>("line");
+    using F = SearchField;
+    const auto row = [](const char *name, const Setter &set, const char *where, const char *line) {
+        QTest::newRow(name) << set << QString::fromLatin1(where) << QString::fromLatin1(line);
+    };
+    row("title", Choice(F::Title, 5), " Cust_Designation = 5 ", "Title = \"Row\"");
+    row("not title", Choice(F::Title, 5, true), " Cust_Designation <> 5 ", "Title <> \"Row\"");
+    row("forename", Text(F::Forename, "An"), " Cust_Forename  LIKE 'An%' ", "Forename = \"An\"");
+    row("not surname", Text(F::Surname, "Ad", true), " Cust_Surname NOT LIKE 'Ad%' ", "Surname <> \"Ad\"");
+    row("gender", Choice(F::Gender, 0), " Cust_Sex = 0 ", "Gender: = \"Row\"");
+    row("age", Ages("20", "30"), " ((Cust_DOB <= 20061123) AND (Cust_DOB >= 19961123)) ",
+        "Aged Between = 20 - 30");
+    row("not aged", Ages("20", "30", true), " ((Cust_DOB >= 20061123) OR (Cust_DOB <= 19961123)) ",
+        "Aged Between <> 20 - 30");
+    row("no lower age", Ages("", "16"), " ((Cust_DOB <= 20261123) AND (Cust_DOB >= 20101123)) ",
+        "Aged Between =  - 16");
+    row("address", Text(F::Address, "1"), " Cust_Addr1  LIKE '1%' ", "Address = \"1\"");
+    row("town", Choice(F::Town, 2), " Cust_City = 2 ", "Town/City = \"Row\"");
+    row("county", Choice(F::County, 2), " Cust_County = 2 ", "State/County = \"Row\"");
+    row("country", Choice(F::Country, 2), " Cust_Country = 2 ", "Country = \"Row\"");
+    row("postcode", Text(F::Postcode, "P"), " Cust_Postcode  LIKE 'P%' ", "ZIP/Postcode = \"P\"");
+    row("origin", Choice(F::EthnicOrigin, 2), " Cust_EthnicGroup = 2 ", "Ethnic origin = \"Row\"");
+    row("its address", Text(F::OrgAddress, "2"), " Organisations.Addr1  LIKE '2%' ", "Address = \"2\"");
+    row("its town", Choice(F::OrgTown, 3), " Organisations.City = 3 ", "Town/City = \"Row\"");
+    row("its county", Choice(F::OrgCounty, 3), " Organisations.County = 3 ", "State/County = \"Row\"");
+    row("its country", Choice(F::OrgCountry, 3, true), " Organisations.Country <> 3 ", " Country <> \"Row\"");
+    row("its postcode", Text(F::OrgPostcode, "P"), " Organisations.Postcode  LIKE 'P%' ",
+        "ZIP/Postcode = \"P\"");
+}
+
+void TestContactSearch::OneCriterion()
+{
+    QFETCH(Setter, set);
+    QFETCH(QString, where);
+    QFETCH(QString, line);
+    FakeSearch search;
+    set(search);
+    const QString summary = u"Searching on the following fields:\n\n" % line % u"\n\n\n";
+    ContactSearchQuery query = ContactSearch_Build(search.criteria, today);
+    QCOMPARE(query.sql, QString(base % u" WHERE " % where % order));
+    QCOMPARE(query.description, summary);
+    // An OR is taken away with its blank.
+    search.criteria.any = true;
+    query = ContactSearch_Build(search.criteria, today);
+    QCOMPARE(query.sql, QString(base % u" WHERE " % where.chopped(1) % order));
+    Run(search);
+}
+
+void TestContactSearch::SeveralCriteria()
+{
+    FakeSearch search;
+    search.Ask(SearchField::Surname, "A");
+    search.Ask(SearchField::Town, "York", true, 2);
+    search.criteria.characteristics = Ticks({{7}, {8}});
+    search.criteria.attributes = Ticks({{}, {9, 10}});
+    ContactSearchQuery query = ContactSearch_Build(search.criteria, today);
+    QCOMPARE(query.sql, QString(base % u" WHERE  Cust_Surname  LIKE 'A%' AND  Cust_City <> 2 " % order));
+    QCOMPARE(query.description,
+             "Searching on the following fields:\n\nSurname = \"A\"\nTown/City <> \"York\"\n AND "
+             "Characteristic = C7\n AND Characteristic <> C8\n AND Attribute <> C9\n AND Attribute <> "
+             "C10\n\n\n");
+    QCOMPARE(query.characteristics.condition, "ConcessionRef = 7 ");
+    QCOMPARE(query.notAttributes.condition, "AttributeValueRef = 9 OR AttributeValueRef = 10 ");
+
+    search.criteria.any = true;
+    query = ContactSearch_Build(search.criteria, today);
+    QCOMPARE(query.sql, QString(base % u" WHERE  Cust_Surname  LIKE 'A%' OR  Cust_City <> 2" % order));
+    QVERIFY(query.description.contains("York\"\nCharacteristic = C7\nCharacteristic <> C8\nAttribute"));
+
+    // Characteristics alone leave the statement bare, and the summary without its two empty lines.
+    search.criteria.fields = {};
+    query = ContactSearch_Build(search.criteria, today);
+    QCOMPARE(query.sql, QString(base % order));
+    QVERIFY(query.description.endsWith("Attribute <> C10\n"));
+    QCOMPARE(ContactSearch_Build({}, today).description, "Nothing selected, All records shown\n");
+    // Nothing but a lower age asks for nothing.
+    FakeSearch younger;
+    younger.Aged("30", "");
+    QCOMPARE(ContactSearch_Build(younger.criteria, today).sql, QString(base % order));
+}
+
+void TestContactSearch::Found_data()
+{
+    QTest::addColumn<Setter>("set");
+    QTest::addColumn<QString>("found");
+    using F = SearchField;
+    const auto row = [](const char *name, const Setter &set, const char *found) {
+        QTest::newRow(name) << set << QString::fromLatin1(found);
+    };
+    row(
+        "all with a name and a town", [](FakeSearch &) {}, "Adams, Ann;Adams, Ben;Baker, Cleo;Carter, Eve");
+    row("beginning of a name, in any case", Text(F::Surname, "ada"), "Adams, Ann;Adams, Ben");
+    row("not that beginning", Text(F::Surname, "Ada", true), "Baker, Cleo;Carter, Eve");
+    row("not a town includes no town", Choice(F::Town, 2, true), "Adams, Ben;Carter, Eve");
+    row("the organisation's town", Choice(F::OrgTown, 3), "Adams, Ann");
+    row("a birthday today counts", Ages("20", "20"), "Adams, Ann");
+    row("tomorrow it will", Ages("19", "19"), "");
+    row("up to sixteen", Ages("", "20"), "Adams, Ann;Adams, Ben");
+    row("outside of the ages", Ages("20", "60", true), "Adams, Ann;Adams, Ben;Baker, Cleo;Carter, Eve");
+}
+
+void TestContactSearch::Found()
+{
+    QFETCH(Setter, set);
+    QFETCH(QString, found);
+    FakeSearch search;
+    search.found.Add({"?4711", "of the search before"});
+    set(search);
+    const QString summary = Run(search);
+    QCOMPARE(Texts(search.found).join(';'), found);
+    QVERIFY(summary.endsWith(u"\nNumber of records found = " % QString::number(search.found.Count())));
+    QVERIFY(search.found.SelectedRows().empty());
+    if (found.contains("Ann"))
+        QCOMPARE(search.found.At(search.found.Find("?2")).subItems,
+                 QStringList({"1 High Street", "York", "PO1"}));
+}
+
+/// Ann has the characteristics 1 and 2, Ben has 1, Cleo 3, Eve none. The database chooses by surname first.
+void TestContactSearch::Characteristics_data()
+{
+    QTest::addColumn<TickCase>("ticks");
+    QTest::addColumn<QString>("surname");
+    QTest::addColumn<QString>("foundWithAnd");
+    QTest::addColumn<QString>("foundWithOr");
+    QTest::newRow("both") << TickCase{{1, 2}, {}} << ""
+                          << "Ann"
+                          << "Ann Ben";
+    QTest::newRow("one") << TickCase{{1}, {}} << ""
+                         << "Ann Ben"
+                         << "Ann Ben";
+    QTest::newRow("neither of two") << TickCase{{}, {1, 2}} << ""
+                                    << "Ben Cleo Eve"
+                                    << "Cleo Eve";
+    QTest::newRow("one and not another") << TickCase{{1}, {2}} << ""
+                                         << "Ben"
+                                         << "Ben";
+    QTest::newRow("nobody has both") << TickCase{{1, 3}, {}} << ""
+                                     << ""
+                                     << "Ann Ben Cleo";
+    QTest::newRow("the name filters with OR too") << TickCase{{3}, {}} << "Adams"
+                                                  << ""
+                                                  << "";
+    QTest::newRow("name and one") << TickCase{{2}, {}} << "Adams"
+                                  << "Ann"
+                                  << "Ann";
+}
+
+void TestContactSearch::Characteristics()
+{
+    QFETCH(TickCase, ticks);
+    QFETCH(QString, surname);
+    QFETCH(QString, foundWithAnd);
+    QFETCH(QString, foundWithOr);
+    const QList<std::pair<int, int>> held{{2, 1}, {2, 2}, {3, 1}, {4, 3}};
+    for (const auto &[contact, value] : held) {
+        const QString pair = QString::number(contact) % u',' % QString::number(value);
+        Sql(u"INSERT INTO ContactConcession (ContactRef,ConcessionRef) VALUES (" % pair % u')');
+        Sql(u"INSERT INTO AppliedAttributes (AppliesToRef,AttributeValueRef,RefSection) VALUES (" % pair %
+            u",1)");
+        // The same attributes of something that is no person.
+        Sql(u"INSERT INTO AppliedAttributes (AppliesToRef,AttributeValueRef,RefSection) VALUES (7," %
+            QString::number(value) % u",2)");
+    }
+    for (const bool any : {false, true}) {
+        for (const bool attributes : {false, true}) {
+            FakeSearch search;
+            search.Ask(SearchField::Surname, surname);
+            search.criteria.any = any;
+            (attributes ? search.criteria.attributes : search.criteria.characteristics) = Ticks(ticks);
+            Run(search);
+            QStringList forenames;
+            for (const QString &name : Texts(search.found))
+                forenames.append(name.section(u' ', 1));
+            QCOMPARE(forenames.join(' '), any ? foundWithOr : foundWithAnd);
+        }
+    }
+}
+
+void TestContactSearch::StatementsOfARow()
+{
+    Sql("INSERT INTO ContactConcession (ContactRef,ConcessionRef) VALUES (2,1)");
+    FakeSearch search;
+    search.Ask(SearchField::Surname, "Adams");
+    search.criteria.characteristics = Ticks({{1, 3}, {2}});
+    search.criteria.attributes = Ticks({{4}, {5}});
+    search.criteria.any = true;
+    const StatementLog log;
+    Run(search);
+    const QStringList expected{
+        base % u" WHERE  Cust_Surname  LIKE 'Adams%'" % order,
+        "SELECT * FROM ContactConcession WHERE ContactRef = 2 AND (ConcessionRef = 2 )",
+        "SELECT * FROM ContactConcession WHERE ContactRef = 2 AND (ConcessionRef = 1 OR ConcessionRef = 3 )",
+        "SELECT * FROM AppliedAttributes WHERE AppliesToRef = 2 AND RefSection = 1 AND (AttributeValueRef = "
+        "5 )",
+        "SELECT * FROM AppliedAttributes WHERE AppliesToRef = 2 AND RefSection = 1 AND (AttributeValueRef = "
+        "4 )",
+        "SELECT * FROM ContactConcession WHERE ContactRef = 3 AND (ConcessionRef = 2 )",
+        "SELECT * FROM ContactConcession WHERE ContactRef = 3 AND (ConcessionRef = 1 OR ConcessionRef = 3 )",
+    };
+    QCOMPARE(log.Statements(), expected);
+    QCOMPARE(search.looked, 2);
+}
+
+void TestContactSearch::TreeNodes()
+{
+    TreeModel tree;
+    const auto add = [&tree](const QString &parent, const QString &key, TreeTick tick) {
+        TreeNode node;
+        node.key = key;
+        node.text = key;
+        node.tick = tick;
+        tree.Add(parent, std::move(node));
+    };
+    add({}, "!6", TreeTick::None);
+    add("!6", "?12!6", TreeTick::On);
+    add("!6", "?13!6", TreeTick::Off);
+    add({}, "!7", TreeTick::Not);
+    const std::vector<SearchTick> ticks = SearchTicksOf(tree);
+    QCOMPARE(ticks.size(), size_t(2));
+    QCOMPARE(ticks[0].key, 12);
+    QVERIFY(!ticks[0].isNot);
+    QCOMPARE(ticks[1].key, 7);
+    QVERIFY(ticks[1].isNot);
+}
+
+/// A stop keeps what was found so far and tells it like any other end.
+void TestContactSearch::Stopped()
+{
+    FakeSearch search;
+    search.criteria.characteristics = Ticks({{}, {1}});
+    gConnection.ObserveStatements([](const QString &sql) {
+        if (sql.contains("ContactRef = 3 "))
+            gStop = true;
+    });
+    const QString summary = Run(search);
+    gConnection.ObserveStatements({});
+    QCOMPARE(Texts(search.found), QStringList({"Adams, Ann", "Adams, Ben"}));
+    QCOMPARE(summary, "Searching on the following fields:\n\n AND Characteristic <> C1\n\nNumber of records "
+                      "found = 2");
+}
+
+/// What is typed goes into the statement as it is, so that a name like O'Neil cannot be searched for.
+void TestContactSearch::ApostropheFails()
+{
+    FakeSearch search;
+    search.found.Add({"?4711", "of the search before"});
+    search.Ask(SearchField::Surname, "O'Neil");
+    QCOMPARE(ADO_Contact_Search(search), "Search Error!");
+    QCOMPARE(m_boxes.size(), 1);
+    QFile log(m_database->Directory() % u"/log.txt");
+    QVERIFY(log.open(QIODevice::ReadOnly) && log.readAll().contains("Located in:ADO_Contact_Search"));
+    QVERIFY(search.found.IsEmpty());
+}
+
+void TestContactSearch::StoredSelection()
+{
+    ListModel people;
+    people.Fill({{"?2", "Adams, Ann"}, {"!3", "no person"}, {"?7", "Carter, Eve"}});
+    Sql("INSERT INTO Ref (ContactRef) VALUES (4)");
+    const auto file = [this]() -> QString {
+        QFile text(m_database->Directory() % u"/temp/CurrentContactSelection.txt");
+        return text.open(QIODevice::ReadOnly) ? QString::fromLatin1(text.readAll()) : "none";
+    };
+    SaveContactSelection(people, "CurrentContactSelection.txt");
+    QCOMPARE(TestDatabase::Rows("SELECT ContactRef FROM Ref ORDER BY ContactRef"), QStringList({"2", "7"}));
+    QCOMPARE(file(), "2\n7\n");
+
+    // A statement that fails stops none of the steps behind it, and nobody is asked.
+    Sql("ALTER TABLE Ref RENAME TO Away");
+    people.Remove(0);
+    SaveContactSelection(people, "CurrentContactSelection.txt");
+    QCOMPARE(file(), "7\n");
+    Sql("ALTER TABLE Away RENAME TO Ref");
+
+    std::vector<ListItem> many;
+    for (int i = 1; i <= 20'000; ++i)
+        many.push_back({u'?' % QString::number(i), "Somebody"});
+    people.Fill(std::move(many));
+    SaveContactSelection(people, "CurrentContactSelection.txt");
+    QCOMPARE(Rows("Ref"), 20'000);
+}
+
+QTEST_GUILESS_MAIN(TestContactSearch)
+#include "test_contact_search.moc"
