@@ -1,7 +1,7 @@
 #include "Bench.h"
 
+#include "core/Progress.h"
 #include "core/Session.h"
-#include "exchange/CsvProgress.h"
 #include "exchange/ImportState.h"
 #include "platform/Dialogs.h"
 #include "support/TestDatabase.h"
@@ -72,7 +72,7 @@ double Import()
     Bench::Require(state.ChooseDataSet() && state.ChooseFile(name) && state.CheckMapping(), told);
     bool completed = false;
     const double took = Bench::Milliseconds([&] {
-        CsvProgress progress;
+        Progress progress;
         completed = state.Run(progress);
     });
     Bench::Require(completed && told.contains(QString::number(lines) + " Records where imported."), told);

@@ -7,13 +7,12 @@
 #include "database/GlobalCode.h"
 #include "database/Security.h"
 #include "enrolment/EnrolmentModule.h"
-#include "exchange/CsvProgress.h"
 #include "forms/FormBuilder.h"
+#include "forms/ProgressBar.h"
 #include "forms/SearchBox.h"
 #include "platform/Dialogs.h"
 
 #include <QMenu>
-#include <QProgressBar>
 
 #include <utility>
 
@@ -79,7 +78,7 @@ void frmSelectContacts::Build()
     m_selectedList->SetEmptyText(QStringLiteral("Nobody is selected."));
     m_selectedList->SetColumnChars({22, 18, 12, 9});
 
-    m_bar = new QProgressBar;
+    m_bar = new ProgressBar;
     form.Place(m_bar, QStringLiteral("ProgBar"));
     form.Beside();
     m_cancel = form.Button(QStringLiteral("CancelBtn"), QStringLiteral("&Cancel"));
@@ -246,10 +245,7 @@ bool frmSelectContacts::Enrol()
 {
     if (!Course_CheckLimit(m_selected.Count(), m_limit))
         return false;
-    CsvProgress progress([this](int done, int maximum) {
-        m_bar->setMaximum(maximum);
-        m_bar->setValue(done);
-    });
+    Progress progress = m_bar->NewRun();
     ShowRun(&progress);
     const bool enrolled = ADO_Course_EnrollStudents(m_courseRef, m_selected, progress);
     ShowRun(nullptr);
@@ -262,7 +258,7 @@ bool frmSelectContacts::Enrol()
 }
 
 /// While students are enrolled there is nothing to do but to watch and to cancel.
-void frmSelectContacts::ShowRun(CsvProgress *progress)
+void frmSelectContacts::ShowRun(Progress *progress)
 {
     m_run = progress;
     if (m_run) {

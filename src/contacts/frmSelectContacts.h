@@ -4,11 +4,11 @@
 #include "controls/ListModel.h"
 #include "forms/FormDialog.h"
 
-class CsvProgress;
 class ListView;
+class Progress;
+class ProgressBar;
 class QLineEdit;
 class QMenu;
-class QProgressBar;
 class QPushButton;
 class TreeModel;
 class UsedAvailable;
@@ -52,7 +52,7 @@ private:
     void HandOver();
     bool Deliver();
     bool Enrol();
-    void ShowRun(CsvProgress *progress);
+    void ShowRun(Progress *progress);
 
     Mode m_mode = Mode::AddToList;
     ListModel *m_target = nullptr;
@@ -76,10 +76,10 @@ private:
     QPushButton *m_find = nullptr;
     QPushButton *m_refresh = nullptr;
     QPushButton *m_exit = nullptr;
-    QProgressBar *m_bar = nullptr;
+    ProgressBar *m_bar = nullptr;
     QPushButton *m_cancel = nullptr;
     QMenu *m_menu = nullptr;
 
-    CsvProgress *m_run = nullptr; ///< of the enrolment that is under way
-    QWidgetList m_paused;         ///< what waits for its end
+    Progress *m_run = nullptr; ///< of the enrolment that is under way
+    QWidgetList m_paused;      ///< what waits for its end
 };

@@ -1,11 +1,11 @@
 #include "enrolment/EnrolmentODBC.h"
 
 #include "controls/ListModel.h"
+#include "core/Progress.h"
 #include "core/Session.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
 #include "database/System.h"
-#include "exchange/CsvProgress.h"
 #include "platform/Connection.h"
 #include "platform/Dialogs.h"
 
@@ -120,7 +120,7 @@ bool ADO_Course_EnrollStudent(int courseRef, int contactRef)
     });
 }
 
-bool ADO_Course_EnrollStudents(int courseRef, const ListModel &selected, CsvProgress &progress)
+bool ADO_Course_EnrollStudents(int courseRef, const ListModel &selected, Progress &progress)
 {
     return Reported("ADO_Course_EnrollStudents", false, [&] {
         if (selected.IsEmpty()) {

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-class CsvProgress;
+class Progress;
 class ListModel;
 
 /// Data functions of table `StudentsEnrolled`: one row for each contact on a course, with its own copy of
@@ -16,7 +16,7 @@ class ListModel;
 bool ADO_Course_EnrollStudent(int courseRef, int contactRef);
 /// Makes the course's students those of the list (keys "?" and the contact's reference). An empty list
 /// removes them all. An error or a cancel stops at that student, with the earlier ones enrolled; false then.
-bool ADO_Course_EnrollStudents(int courseRef, const ListModel &selected, CsvProgress &progress);
+bool ADO_Course_EnrollStudents(int courseRef, const ListModel &selected, Progress &progress);
 /// Removes the enrolment alone: payments, attendance and results of the student stay. False on an error.
 bool ADO_Course_RemoveStudent(int courseRef, int contactRef);
 bool ADO_Course_IsEnrolled(int courseRef, int contactRef);

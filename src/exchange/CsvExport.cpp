@@ -2,10 +2,10 @@
 
 #include "controls/ListModel.h"
 #include "core/ErrorHandler.h"
+#include "core/Progress.h"
 #include "database/DecodeDateFunc.h"
 #include "database/MiscODBC.h"
 #include "exchange/CsvFields.h"
-#include "exchange/CsvProgress.h"
 #include "exchange/ReportQuery.h"
 #include "platform/Dialogs.h"
 
@@ -66,7 +66,7 @@ ExportedFields FieldsToExport(const ListModel &fields, const Recordset &rows)
     return found;
 }
 
-Outcome WriteRows(QSaveFile &file, const Recordset &rows, const ExportedFields &fields, CsvProgress &progress)
+Outcome WriteRows(QSaveFile &file, const Recordset &rows, const ExportedFields &fields, Progress &progress)
 {
     const auto write = [&file](const QString &line) {
         const QByteArray bytes = line.mid(1).toUtf8() + "\r\n";
@@ -89,8 +89,7 @@ Outcome WriteRows(QSaveFile &file, const Recordset &rows, const ExportedFields &
 }
 } // namespace
 
-void Export_CSV_File(const QString &fileName, const ListModel &fields, const QString &sql,
-                     CsvProgress &progress)
+void Export_CSV_File(const QString &fileName, const ListModel &fields, const QString &sql, Progress &progress)
 {
     QSaveFile file(fileName);
     file.setDirectWriteFallback(true);

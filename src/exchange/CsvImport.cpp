@@ -2,10 +2,10 @@
 
 #include "controls/ListModel.h"
 #include "core/ErrorHandler.h"
+#include "core/Progress.h"
 #include "core/Session.h"
 #include "database/MiscODBC.h"
 #include "exchange/CsvFields.h"
-#include "exchange/CsvProgress.h"
 #include "exchange/CsvReader.h"
 #include "exchange/ImportColumn.h"
 #include "exchange/ImportNotes.h"
@@ -253,12 +253,12 @@ QString CountsText(const ImportCounts &counts)
 }
 
 /// "line 12 of 500", by the data lines of the file.
-QString Reached(const CsvProgress &progress)
+QString Reached(const Progress &progress)
 {
     return u"line " % QString::number(progress.Value()) % u" of " % QString::number(progress.Maximum());
 }
 
-void ImportLines(ImportRun &run, CsvReader &reader, WriteGroup &group, CsvProgress &progress)
+void ImportLines(ImportRun &run, CsvReader &reader, WriteGroup &group, Progress &progress)
 {
     CsvLine line;
     for (int done = 1; !progress.IsCancelled() && reader.Next(line); ++done) {
@@ -322,7 +322,7 @@ void TellNotes(const ImportNotes &notes, const CsvReader &reader, const QString 
 } // namespace
 
 bool Import_CSV_File(const QString &fileName, const ListModel &fields, const QString &sql,
-                     const QString &keyColumn, const QString &table, CsvProgress &progress)
+                     const QString &keyColumn, const QString &table, Progress &progress)
 {
     CsvReader reader;
     std::optional<ImportRun> run;

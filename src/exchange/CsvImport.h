@@ -2,7 +2,7 @@
 
 #include <QString>
 
-class CsvProgress;
+class Progress;
 class ListModel;
 
 /// Takes the data lines of a CSV file into `table`. The checked rows of `fields` are imported; their key is
@@ -16,4 +16,4 @@ class ListModel;
 /// failed run leaves the lines before it whole, and says how far it came. False if the run did not get to
 /// the end of the file.
 bool Import_CSV_File(const QString &fileName, const ListModel &fields, const QString &sql,
-                     const QString &keyColumn, const QString &table, CsvProgress &progress);
+                     const QString &keyColumn, const QString &table, Progress &progress);

@@ -6,9 +6,6 @@
 #include "platform/Dialogs.h"
 
 #include <QFileInfo>
-#include <QLabel>
-#include <QLocale>
-#include <QProgressBar>
 #include <QStandardPaths>
 
 ImportDataPage::ImportDataPage(QWidget *page, ImportState &state)
@@ -92,43 +89,4 @@ void ImportMapPage::ChangeMap()
     frmChangeMap form(m_state, row, ImportSel->window());
     if (form.exec() == QDialog::Accepted)
         m_state.SetTarget(row, form.Target());
-}
-
-ImportRunPage::ImportRunPage(QWidget *page, ImportState &state)
-    : QObject(page)
-    , m_state(state)
-    , m_progress([this](int done, int maximum) { Show(done, maximum); })
-{
-    FormBuilder form(page);
-    ProgBar = new QProgressBar(page);
-    form.Place(ProgBar, QStringLiteral("ProgBar"));
-    m_done = form.Line(QStringLiteral("ProgText"), QString());
-    form.Stretch();
-}
-
-void ImportRunPage::Show(int done, int maximum)
-{
-    const QLocale locale;
-    ProgBar->setMaximum(maximum);
-    ProgBar->setValue(done);
-    m_done->setText(u"Line " % locale.toString(done) % u" of " % locale.toString(maximum));
-}
-
-void ImportRunPage::Run()
-{
-    SetRunning(true);
-    m_state.Run(m_progress);
-    SetRunning(false);
-}
-
-void ImportRunPage::SetRunning(bool running)
-{
-    m_running = running;
-    emit RunningChanged();
-}
-
-void ImportRunPage::Cancel()
-{
-    m_progress.Cancel();
-    m_done->setText(QStringLiteral("Stopping ..."));
 }

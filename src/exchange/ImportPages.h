@@ -1,14 +1,10 @@
 #pragma once
 
-#include "exchange/CsvProgress.h"
-
 #include <QObject>
 
 class ImportState;
 class ListView;
-class QLabel;
 class QLineEdit;
-class QProgressBar;
 class QPushButton;
 
 // The pages of frmImportWiz. Each builds its fields into the widget that it is given and shows what
@@ -64,30 +60,4 @@ private:
     ImportState &m_state;
     ListView *ImportSel;
     QPushButton *MapBtn;
-};
-
-/// The run with its progress bar.
-class ImportRunPage final : public QObject
-{
-    Q_OBJECT
-
-public:
-    ImportRunPage(QWidget *page, ImportState &state);
-    /// Imports to the end or until Cancel.
-    void Run();
-    bool IsRunning() const { return m_running; }
-    void Cancel();
-
-signals:
-    void RunningChanged();
-
-private:
-    void SetRunning(bool running);
-    void Show(int done, int maximum);
-
-    ImportState &m_state;
-    CsvProgress m_progress;
-    bool m_running = false;
-    QLabel *m_done;
-    QProgressBar *ProgBar;
 };

@@ -130,7 +130,7 @@ bool ImportState::CheckMapping()
     return missing.isEmpty() || Complain(u"The following fields are required:\n" % missing);
 }
 
-bool ImportState::Run(CsvProgress &progress)
+bool ImportState::Run(Progress &progress)
 {
     return Import_CSV_File(m_fileName, ImportSel, m_query, m_keyColumn, m_table, progress);
 }

@@ -7,7 +7,7 @@
 
 #include <QString>
 
-class CsvProgress;
+class Progress;
 
 /// What the import wizard knows, without its widgets: the data sets, the target fields of the one chosen,
 /// and the mapping of the file's fields to them. A row of `ImportSel` that is mapped has as its key the tag
@@ -33,7 +33,7 @@ public:
     /// Step 2. False, with a message, if nothing or not every required field is to be imported.
     bool CheckMapping();
     /// Step 3. False if the import did not get to the end of the file.
-    bool Run(CsvProgress &progress);
+    bool Run(Progress &progress);
 
     const QString &FileName() const { return m_fileName; }
     /// The target of a row of ImportSel; nothing if the row is not mapped.

@@ -1,6 +1,7 @@
 #include "exchange/frmImportWiz.h"
 
 #include "exchange/ImportPages.h"
+#include "exchange/RunPage.h"
 #include "reports/SSWizardNavBar.h"
 
 frmImportWiz::frmImportWiz(QWidget *parent)
@@ -13,8 +14,8 @@ frmImportWiz::frmImportWiz(QWidget *parent)
     m_filePage = new ImportFilePage(m_pages->AddPage(QStringLiteral("Step1"), QStringLiteral("CSV Import")));
     m_mapPage = new ImportMapPage(m_pages->AddPage(QStringLiteral("Step2"), QStringLiteral("Field Mapping")),
                                   m_state);
-    m_runPage = new ImportRunPage(
-        m_pages->AddPage(QStringLiteral("Step3"), QStringLiteral("Importing Data...")), m_state);
+    m_runPage = new RunPage(m_pages->AddPage(QStringLiteral("Step3"), QStringLiteral("Importing Data...")),
+                            QStringLiteral("Line"));
     SSWizardNavBar1 = SSWizardNavBar::Below(m_pages, this);
 
     connect(SSWizardNavBar1, &SSWizardNavBar::Click, this, [this](int code) {
@@ -26,7 +27,7 @@ frmImportWiz::frmImportWiz(QWidget *parent)
     connect(SSWizardNavBar1, &SSWizardNavBar::PageShown, this, &frmImportWiz::OnPageShown);
     connect(m_dataPage, &ImportDataPage::Chosen, this, &frmImportWiz::OnNext);
     connect(m_filePage, &ImportFilePage::Changed, this, &frmImportWiz::ShowButtons);
-    connect(m_runPage, &ImportRunPage::RunningChanged, this, &frmImportWiz::ShowButtons);
+    connect(m_runPage, &RunPage::RunningChanged, this, &frmImportWiz::ShowButtons);
     OnPageShown(Data);
 }
 
@@ -76,7 +77,7 @@ void frmImportWiz::OnNext()
 void frmImportWiz::RunImport()
 {
     SSWizardNavBar1->GoNext();
-    m_runPage->Run();
+    m_runPage->Run([this](Progress &progress) { m_state.Run(progress); });
 }
 
 bool frmImportWiz::MayLeave()

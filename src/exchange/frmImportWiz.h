@@ -6,7 +6,7 @@
 class ImportDataPage;
 class ImportFilePage;
 class ImportMapPage;
-class ImportRunPage;
+class RunPage;
 class SSWizardNavBar;
 class WizardPages;
 
@@ -35,5 +35,5 @@ private:
     ImportDataPage *m_dataPage;
     ImportFilePage *m_filePage;
     ImportMapPage *m_mapPage;
-    ImportRunPage *m_runPage;
+    RunPage *m_runPage;
 };

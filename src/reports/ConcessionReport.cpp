@@ -1,12 +1,13 @@
 #include "reports/ConcessionReport.h"
 
+#include "core/Progress.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
 #include "reports/ContactHistory.h"
 #include "reports/HTMLscript.h"
 #include "reports/ReportFields.h"
 
-ReportResult Concession_Rep_HTML(const ReportProgress &progress)
+ReportResult Concession_Rep_HTML(Progress &progress)
 {
     return WriteReport("Concession_Rep_HTML", QStringLiteral("Characteristics & Discounts"),
                        [&]() -> std::optional<int> {

@@ -4,4 +4,4 @@
 
 /// Writes the characteristics with their discounts, in order of name. `held` counts them. Reads
 /// `Concessions`.
-ReportResult Concession_Rep_HTML(const ReportProgress &progress);
+ReportResult Concession_Rep_HTML(Progress &progress);

@@ -1,5 +1,6 @@
 #include "reports/ContactReport.h"
 
+#include "core/Progress.h"
 #include "database/DecodeDateFunc.h"
 #include "database/MiscODBC.h"
 #include "reports/ContactHistory.h"
@@ -118,7 +119,7 @@ std::optional<Recordset> OpenContacts(const ContactReport &report)
                          OrderBy(report.ordering));
 }
 
-ReportResult Contact_Rep_HTML(const ContactReport &report, const ReportProgress &progress)
+ReportResult Contact_Rep_HTML(const ContactReport &report, Progress &progress)
 {
     return WriteReport("Contact_Rep_HTML", BuildTitleString(report), [&]() -> std::optional<int> {
         const std::optional<Recordset> people = OpenContacts(report);

@@ -6,10 +6,10 @@
 
 /// Writes the people one item per line: a heading and a table of labels and values for each. `held` counts
 /// people. The empty person 1 is never written.
-ReportResult Contact_Rep_HTML(const ContactReport &report, const ReportProgress &progress);
+ReportResult Contact_Rep_HTML(const ContactReport &report, Progress &progress);
 /// Writes the people as one table, a column for each item. With an ordering a person stands under each of
 /// the characteristics or groups, and is counted once.
-ReportResult Contact_Rep_Tabular_HTML(const ContactReport &report, const ReportProgress &progress);
+ReportResult Contact_Rep_Tabular_HTML(const ContactReport &report, Progress &progress);
 
 /// A person's name in the form that the report asks for.
 QString ContactName(int nameOpt, const Recordset::Row &row);

@@ -1,3 +1,4 @@
+#include "core/Progress.h"
 #include "database/DecodeDateFunc.h"
 #include "reports/ContactHistory.h"
 #include "reports/ContactReport.h"
@@ -150,7 +151,7 @@ private:
 };
 } // namespace
 
-ReportResult Contact_Rep_Tabular_HTML(const ContactReport &report, const ReportProgress &progress)
+ReportResult Contact_Rep_Tabular_HTML(const ContactReport &report, Progress &progress)
 {
     return WriteReport("Contact_Rep_Tabular_HTML", BuildTitleString(report), [&]() -> std::optional<int> {
         const std::optional<Recordset> people = OpenContacts(report);

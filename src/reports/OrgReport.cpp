@@ -1,5 +1,6 @@
 #include "reports/OrgReport.h"
 
+#include "core/Progress.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
 #include "reports/ContactReportSql.h"
@@ -53,7 +54,7 @@ QString PeopleText(qint64 organRef)
 }
 
 /// Walks the organisations in order of their names; nothing when it was stopped.
-std::optional<int> ForEachOrganisation(const OrgFlags &flags, const ReportProgress &progress,
+std::optional<int> ForEachOrganisation(const OrgFlags &flags, Progress &progress,
                                        const std::function<void(const Recordset::Row &, qint64)> &write)
 {
     const Recordset organisations =
@@ -73,7 +74,7 @@ std::optional<int> ForEachOrganisation(const OrgFlags &flags, const ReportProgre
 }
 } // namespace
 
-ReportResult Org_Report_HTML(const OrgFlags &flags, const ReportProgress &progress)
+ReportResult Org_Report_HTML(const OrgFlags &flags, Progress &progress)
 {
     return WriteReport("Org_Report_HTML", QStringLiteral("Organisations"), [&] {
         HTML_Rule();
@@ -90,7 +91,7 @@ ReportResult Org_Report_HTML(const OrgFlags &flags, const ReportProgress &progre
     });
 }
 
-ReportResult Org_Report_Tabular_HTML(const OrgFlags &flags, const ReportProgress &progress)
+ReportResult Org_Report_Tabular_HTML(const OrgFlags &flags, Progress &progress)
 {
     return WriteReport("Org_Report_Tabular_HTML", QStringLiteral("Organisations"), [&] {
         const std::vector<ReportField> fields = OrgFields(flags);

@@ -5,8 +5,7 @@
 #include <functional>
 #include <optional>
 
-/// Told how many of how many records are written; false stops the report.
-using ReportProgress = std::function<bool(int done, int records)>;
+class Progress;
 
 /// How a report ended.
 struct ReportResult {

@@ -1,6 +1,7 @@
 #include "reports/TransactionsReport.h"
 
 #include "core/ErrorHandler.h"
+#include "core/Progress.h"
 #include "database/DecodeDateFunc.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
@@ -124,7 +125,7 @@ void WriteTotals(const std::vector<MoneyColumn> &columns)
 }
 
 /// False when the user stopped it.
-bool WriteTable(const Recordset &payments, const ReportProgress &progress)
+bool WriteTable(const Recordset &payments, Progress &progress)
 {
     std::vector<MoneyColumn> columns = MoneyColumns();
     HTML_Table();
@@ -141,7 +142,7 @@ bool WriteTable(const Recordset &payments, const ReportProgress &progress)
 }
 } // namespace
 
-bool Transactions_HTML(const ReportPeriod &period, const ReportProgress &progress)
+bool Transactions_HTML(const ReportPeriod &period, Progress &progress)
 {
     return Reported("Transactions_HTML", false, [&] {
         const Recordset payments = OpenRecordset(Statement(period));

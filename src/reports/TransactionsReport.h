@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reports/ReportRun.h"
+class Progress;
 
 /// Which payments a report looks at: those of the days `from` to `to` (date-ints, both included), or all.
 struct ReportPeriod {
@@ -13,4 +13,4 @@ struct ReportPeriod {
 /// kind without a name has none; the names are the present ones), and the totals. Reads `Transactions` with
 /// the tables of its contact and course. True if the file is there; a failure has been reported, and the
 /// report before it is still there.
-bool Transactions_HTML(const ReportPeriod &period, const ReportProgress &progress);
+bool Transactions_HTML(const ReportPeriod &period, Progress &progress);

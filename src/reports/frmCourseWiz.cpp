@@ -4,8 +4,8 @@
 #include "core/Session.h"
 #include "database/DecodeDateFunc.h"
 #include "forms/FormBuilder.h"
+#include "forms/ProgressBar.h"
 #include "platform/Clock.h"
-#include "platform/Dialogs.h"
 #include "reports/CourseSubset.h"
 #include "reports/HTMLscript.h"
 #include "reports/SSWizardNavBar.h"
@@ -14,7 +14,6 @@
 #include <QDir>
 #include <QFile>
 #include <QLocale>
-#include <QProgressBar>
 
 namespace
 {
@@ -85,7 +84,7 @@ void frmCourseWiz::BuildProgress(QWidget *page)
 {
     FormBuilder form(page);
     m_notice = form.Line(QStringLiteral("Notice"), {});
-    m_progress = new QProgressBar;
+    m_progress = new ProgressBar;
     form.Place(m_progress, QStringLiteral("ProgBar"));
 }
 
@@ -105,8 +104,9 @@ void frmCourseWiz::OnNavigation(int code)
 
 bool frmCourseWiz::MayLeave()
 {
-    m_stopped = m_running;
-    return !m_running;
+    if (m_run)
+        m_run->Cancel();
+    return !m_run;
 }
 
 void frmCourseWiz::RememberChoices() const
@@ -124,16 +124,14 @@ void frmCourseWiz::Finish()
     m_navigation->GoTo(ProgressPage);
     m_navigation->SetEnabled(SSWizardNavBar::Back, false);
     m_notice->setText(QStringLiteral("The report is being generated..."));
-    m_progress->setValue(0);
-    m_running = true;
-    m_stopped = false;
+    Progress run = m_progress->NewRun();
+    m_run = &run;
     const ReportPeriod period{m_noDates->isChecked(), DateToInt(m_dateFrom->date()),
                               DateToInt(m_dateTo->date())};
-    const bool written =
-        Transactions_HTML(period, [this](int done, int records) { return ShowProgress(done, records); });
-    m_running = false;
+    const bool written = Transactions_HTML(period, run);
+    m_run = nullptr;
 
-    if (m_stopped) {
+    if (run.IsCancelled() && !written) {
         m_navigation->GoBack();
     } else if (!written) {
         m_notice->setText(u"The report was not written: " % QDir::toNativeSeparators(HTML_OutputPath()));
@@ -142,17 +140,4 @@ void frmCourseWiz::Finish()
         accept();
         OpenDocument(HTML_OutputPath());
     }
-}
-
-bool frmCourseWiz::ShowProgress(int done, int records)
-{
-    // Some forty looks a second are enough for the eye; the window lives between them.
-    constexpr qint64 betweenLooks = 25;
-    if (done < records && m_sinceShown.isValid() && m_sinceShown.elapsed() < betweenLooks)
-        return true;
-    m_sinceShown.start();
-    m_progress->setMaximum(records);
-    m_progress->setValue(done);
-    Dialogs::ServeEvents();
-    return !m_stopped;
 }

@@ -3,13 +3,12 @@
 #include "controls/ListModel.h"
 #include "forms/FormDialog.h"
 
-#include <QElapsedTimer>
-
 class ListView;
+class Progress;
+class ProgressBar;
 class QCheckBox;
 class QDateEdit;
 class QLabel;
-class QProgressBar;
 class SSWizardNavBar;
 class WizardPages;
 
@@ -32,7 +31,6 @@ private:
     void OnNavigation(int code);
     void Finish();
     void RememberChoices() const;
-    bool ShowProgress(int done, int records);
 
     ListModel m_reports;
     WizardPages *m_pages;
@@ -43,9 +41,7 @@ private:
     QDateEdit *m_dateTo = nullptr;
     QCheckBox *m_noDates = nullptr;
     QLabel *m_notice = nullptr;
-    QProgressBar *m_progress = nullptr;
+    ProgressBar *m_progress = nullptr;
     QList<int> m_courseSubset;
-    QElapsedTimer m_sinceShown;
-    bool m_running = false;
-    bool m_stopped = false;
+    Progress *m_run = nullptr; ///< of the report that is being written
 };

@@ -1,8 +1,8 @@
 #include "controls/ListModel.h"
+#include "core/Progress.h"
 #include "enrolment/EnrolmentModule.h"
 #include "enrolment/School.h"
 #include "enrolment/TransactionODBC.h"
-#include "exchange/CsvProgress.h"
 #include "platform/Dialogs.h"
 #include "support/ScriptedDialogs.h"
 #include "support/StatementLog.h"
@@ -84,7 +84,7 @@ private slots:
 
 private:
     std::unique_ptr<TestDatabase> m_database;
-    CsvProgress m_progress;
+    Progress m_progress;
 };
 
 void TestEnrolment::init()
@@ -201,7 +201,7 @@ void TestEnrolment::StopsBehindAWholeStudent()
     const int course = School::AddCourse("Pottery", 100);
     ListModel list;
     Select(list, {2, 3, 4});
-    CsvProgress progress;
+    Progress progress;
     int inserts = 0;
     gConnection.ObserveStatements([&](const QString &sql) {
         if (sql.startsWith("INSERT") && ++inserts == 2)

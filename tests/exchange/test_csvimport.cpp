@@ -1,9 +1,9 @@
 #include "controls/ListModel.h"
+#include "core/Progress.h"
 #include "core/Session.h"
 #include "database/MiscODBC.h"
 #include "exchange/CsvExport.h"
 #include "exchange/CsvImport.h"
-#include "exchange/CsvProgress.h"
 #include "exchange/ImportColumn.h"
 #include "exchange/ImportState.h"
 #include "exchange/ReportQuery.h"
@@ -72,7 +72,7 @@ private:
 
     QTemporaryDir m_folder;
     int m_files = 0;
-    CsvProgress m_progress;
+    Progress m_progress;
     std::optional<TestDatabase> m_database;
     std::optional<ScriptedDialogs> m_user;
 };
@@ -81,7 +81,7 @@ void TestCsvImport::init()
 {
     m_database.emplace();
     m_user.emplace();
-    m_progress = CsvProgress();
+    m_progress = Progress();
 }
 
 void TestCsvImport::cleanup()

@@ -1,5 +1,5 @@
+#include "core/Progress.h"
 #include "core/Session.h"
-#include "exchange/CsvProgress.h"
 #include "exchange/ImportState.h"
 #include "platform/Dialogs.h"
 #include "support/TestDatabase.h"
@@ -40,7 +40,7 @@ int ImportAsChild(const QString &connectionText, const QString &file)
 {
     if (!gConnection.Open(connectionText))
         return 2;
-    CsvProgress progress;
+    Progress progress;
     int questions = 0;
     Dialogs::Installed().msgBox = [&](auto...) {
         Say("stored", progress.Value() - questions);
@@ -127,7 +127,7 @@ void TestImportCrash::KilledImportLeavesWholeRows()
         return Dialogs::Answer::No;
     };
     ImportState state(CsvMap(QStringLiteral(SYSTEM_DATA "/csvmap.dat")));
-    CsvProgress progress;
+    Progress progress;
     const bool completed = state.ChooseDataSet() && state.ChooseFile(file.fileName()) && state.Run(progress);
     Dialogs::Installed() = outer;
     QVERIFY2(completed, qPrintable(summary));

@@ -1,4 +1,5 @@
 #include "controls/ListModel.h"
+#include "core/Progress.h"
 #include "core/Session.h"
 #include "database/System.h"
 #include "reports/ConcessionReport.h"
@@ -48,7 +49,7 @@ private:
 
 namespace
 {
-const ReportProgress onward = [](int, int) { return true; };
+Progress onward;
 const QString failureTitle =
     QStringLiteral("A number of errors have been detected, please seek technical support.");
 
@@ -483,15 +484,23 @@ void test_contactreport::a_stopped_report_leaves_the_last_one()
     QVERIFY(Concession_Rep_HTML(onward).written);
     const QStringList before = ReportLines();
     QStringList looks;
-    const ReportProgress stop = [&looks](int done, int records) {
-        looks.append(QString::number(done) + '/' + QString::number(records));
-        return done < 2;
+    const auto stops = [&looks](const auto &report) {
+        Progress *run = nullptr;
+        Progress progress(
+            [&](int done, int records) {
+                looks.append(QString::number(done) + '/' + QString::number(records));
+                if (done == 2)
+                    run->Cancel();
+            },
+            0);
+        run = &progress;
+        return !report(progress).written;
     };
     const ContactReport report = Report(Everything<ContactFlags>());
-    QVERIFY(!Contact_Rep_HTML(report, stop).written);
-    QVERIFY(!Contact_Rep_Tabular_HTML(report, stop).written);
-    QVERIFY(!Org_Report_Tabular_HTML(Everything<OrgFlags>(), stop).written);
-    QVERIFY(!Concession_Rep_HTML(stop).written);
+    QVERIFY(stops([&](Progress &run) { return Contact_Rep_HTML(report, run); }));
+    QVERIFY(stops([&](Progress &run) { return Contact_Rep_Tabular_HTML(report, run); }));
+    QVERIFY(stops([](Progress &run) { return Org_Report_Tabular_HTML(Everything<OrgFlags>(), run); }));
+    QVERIFY(stops([](Progress &run) { return Concession_Rep_HTML(run); }));
     QCOMPARE(ReportLines(), before);
     QCOMPARE(looks, (QStringList{"1/3", "2/3", "1/3", "2/3", "1/2", "2/2", "1/2", "2/2"}));
 }

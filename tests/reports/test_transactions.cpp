@@ -1,3 +1,4 @@
+#include "core/Progress.h"
 #include "core/Session.h"
 #include "database/System.h"
 #include "enrolment/TransactionODBC.h"
@@ -31,7 +32,7 @@ private:
 
 namespace
 {
-const ReportProgress onward = [](int, int) { return true; };
+Progress onward;
 
 QString Output()
 {
@@ -144,12 +145,10 @@ void test_transactions::period_and_title()
     QFETCH(int, from);
     QFETCH(int, to);
     QFETCH(QString, title);
-    int records = 0;
     const StatementLog log;
-    QVERIFY(Transactions_HTML({noDates, from, to}, [&](int, int count) {
-        records = count;
-        return true;
-    }));
+    Progress progress;
+    QVERIFY(Transactions_HTML({noDates, from, to}, progress));
+    const int records = progress.Maximum();
     const QString dates = u" WHERE Transactions.DateTrn >= " % QString::number(from) %
                           u" AND Transactions.DateTrn <= " % QString::number(to);
     QCOMPARE(log.Statements().size(), 1);
@@ -164,7 +163,9 @@ void test_transactions::stopped_reports_leave_the_last_one()
 {
     QVERIFY(Transactions_HTML({true}, onward));
     const QString before = Output();
-    QVERIFY(!Transactions_HTML({false, 20260101, 20261231}, [](int done, int) { return done < 1; }));
+    Progress stopped;
+    stopped.Cancel();
+    QVERIFY(!Transactions_HTML({false, 20260101, 20261231}, stopped));
     QCOMPARE(Output(), before);
 }
 

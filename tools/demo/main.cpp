@@ -6,6 +6,7 @@
 #include "contacts/ContactModule.h"
 #include "controls/ListModel.h"
 #include "core/INIfile.h"
+#include "core/Progress.h"
 #include "core/Session.h"
 #include "courses/CourseModule.h"
 #include "courses/CourseRecordODBC.h"
@@ -13,7 +14,6 @@
 #include "database/ConnectDatabase.h"
 #include "database/System.h"
 #include "enrolment/EnrolmentODBC.h"
-#include "exchange/CsvProgress.h"
 #include "exchange/ImportState.h"
 #include "platform/Connection.h"
 #include "platform/Dialogs.h"
@@ -37,7 +37,7 @@ Dialogs::Answer TellOnConsole(const QString &text, const QString &title, Dialogs
 bool ImportPeople(const QString &csvFile)
 {
     ImportState import(CsvMap::Installed());
-    CsvProgress progress;
+    Progress progress;
     return import.ChooseDataSet() && import.ChooseFile(csvFile) && import.CheckMapping() &&
            import.Run(progress);
 }
