@@ -1,10 +1,18 @@
 #include "contacts/ContactBusinessPage.h"
 
 #include "contacts/ContactFields.h"
+#include "core/Session.h"
+#include "database/Security.h"
 #include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
+#include "organisations/frmAddOrg.h"
 
 #include <QLayout>
+
+namespace
+{
+constexpr int mayAddAndChange = 3;
+}
 
 ContactBusinessPage::ContactBusinessPage(QWidget *parent)
     : QWidget(parent)
@@ -15,14 +23,14 @@ ContactBusinessPage::ContactBusinessPage(QWidget *parent)
     m_organList = form.Typed(QStringLiteral("OrganList"), QStringLiteral("&Organisation:"), m_organisations);
     m_jobTitle = form.Text(QStringLiteral("JobTitle"), QStringLiteral("Position:"));
     ContactFields::FitChars(m_jobTitle, 20);
-    // The organisation's own screen does not stand yet.
     form.Beside();
-    form.Button(QStringLiteral("EditOrgBtn"), QStringLiteral("&Edit Organisation"))->setEnabled(false);
+    m_editOrgBtn = form.Button(QStringLiteral("EditOrgBtn"), QStringLiteral("&Edit Organisation"));
     BuildAddress(form);
     form.EndGroup();
 
     ContactFields::TakeTyped(m_organList, ContactSection::Organisations);
     connect(&m_organisations, &ComboModel::CurrentChanged, this, &ContactBusinessPage::ShowChosen);
+    connect(m_editOrgBtn, &QPushButton::clicked, this, &ContactBusinessPage::EditOrganisation);
 }
 
 QLineEdit *ContactBusinessPage::Text(QLineEdit *field, QString ContactOrganisation::*column)
@@ -92,6 +100,24 @@ void ContactBusinessPage::SetLocked(bool locked)
 {
     LockFields(m_organList, locked);
     LockFields(m_jobTitle, locked);
+    m_locked = locked;
+    EnableEdit();
+}
+
+void ContactBusinessPage::EnableEdit()
+{
+    const int right = ContactSectionOf(ContactSection::Organisations).right;
+    m_editOrgBtn->setEnabled(!m_locked && UserRight(right) >= mayAddAndChange &&
+                             m_organisations.CurrentData() > 1);
+}
+
+void ContactBusinessPage::EditOrganisation()
+{
+    const int organRef = m_organisations.CurrentData();
+    frmAddOrg::EditRecords({u'?' % QString::number(organRef)}, true, this);
+    gDialogResult = 0;
+    FillLists();
+    m_organisations.ChooseData(organRef);
 }
 
 QWidget *ContactBusinessPage::First() const
@@ -106,6 +132,7 @@ void ContactBusinessPage::ShowChosen()
         ADO_Organisation_ShowContactOrganisation(*this, organRef);
     else
         ShowOrganisation({});
+    EnableEdit();
 }
 
 void ContactBusinessPage::ShowOrganisation(const ContactOrganisation &organisation)

@@ -11,6 +11,7 @@
 class FormBuilder;
 class QGroupBox;
 class QLineEdit;
+class QPushButton;
 class TypedCombo;
 
 /// A person's organisation and position, with the organisation's address to read.
@@ -36,10 +37,14 @@ private:
     void BuildAddress(FormBuilder &form);
     void ShowOrganisation(const ContactOrganisation &organisation) override;
     void ShowChosen();
+    void EnableEdit();
+    void EditOrganisation();
 
     ComboModel m_organisations;
     QGroupBox *m_group;
     TypedCombo *m_organList;
     QLineEdit *m_jobTitle;
+    QPushButton *m_editOrgBtn;
+    bool m_locked = false;
     std::vector<std::pair<QLineEdit *, QString ContactOrganisation::*>> m_texts;
 };

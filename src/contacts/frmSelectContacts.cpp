@@ -1,5 +1,6 @@
 #include "contacts/frmSelectContacts.h"
 
+#include "contacts/ContactModule.h"
 #include "contacts/ContactSelection.h"
 #include "contacts/frmAddContact.h"
 #include "contacts/frmSearchContact.h"
@@ -10,6 +11,7 @@
 #include "forms/FormBuilder.h"
 #include "forms/ProgressBar.h"
 #include "forms/SearchBox.h"
+#include "organisations/OrganisationModule.h"
 #include "platform/Dialogs.h"
 
 #include <QMenu>
@@ -47,12 +49,20 @@ void frmSelectContacts::Configure(Mode mode, ListModel &target, int courseRef, i
         Contact_SelectStudents(m_courseRef, target, m_selected);
     else if (m_mode == Mode::ReplaceList)
         Contact_JoinSelection(target, m_selected);
+    else if (m_mode == Mode::OrganisationContacts)
+        FillSelected(target);
 }
 
 void frmSelectContacts::Configure(Mode mode, TreeModel &target)
 {
     m_mode = mode;
     m_tree = &target;
+}
+
+void frmSelectContacts::FillSelected(const ListModel &people)
+{
+    for (int row = 0; row < people.Count(); ++row)
+        Contact_FillInfo(KeyNumber(people.At(row).key), m_selected);
 }
 
 void frmSelectContacts::Build()
@@ -236,6 +246,9 @@ bool frmSelectContacts::Deliver()
         break;
     case Mode::AddToTree:
         Contact_JoinTree(m_selected, *m_tree);
+        break;
+    case Mode::OrganisationContacts:
+        Organisation_TakeContacts(m_selected, *m_target);
         break;
     }
     return true;

@@ -22,10 +22,11 @@ class frmSelectContacts final : public FormDialog
 
 public:
     enum class Mode {
-        AddToList = 1,     ///< joins the target list
-        EnrolOnCourse = 2, ///< becomes the students of a course, starting with the present ones
-        ReplaceList = 6,   ///< takes the place of the target list, starting with what that holds
-        AddToTree = 7      ///< joins the selected nodes of the target tree
+        AddToList = 1,            ///< joins the target list
+        EnrolOnCourse = 2,        ///< becomes the students of a course, starting with the present ones
+        OrganisationContacts = 5, ///< takes the place of an organisation's people, starting with these
+        ReplaceList = 6,          ///< takes the place of the target list, starting with what that holds
+        AddToTree = 7             ///< joins the selected nodes of the target tree
     };
 
     explicit frmSelectContacts(QWidget *parent = nullptr);
@@ -44,6 +45,7 @@ private:
     void Connect();
     void ShowMenu(ListView *list, const QPoint &position);
     void FillSubset();
+    void FillSelected(const ListModel &people);
     void Refresh();
     void OnSelection(ListView *list);
     void AddContact();

@@ -1,6 +1,7 @@
 #include "core/Screens.h"
 
 #include "contacts/frmContact.h"
+#include "contacts/frmContactMain.h"
 #include "core/Main.h"
 #include "core/frmAbout.h"
 #include "core/frmLocalOptions.h"
@@ -13,6 +14,8 @@
 #include "database/frmRegisterDB.h"
 #include "enrolment/frmPercent.h"
 #include "exchange/frmImportWiz.h"
+#include "organisations/frmAwardBoard.h"
+#include "organisations/frmOrganisations.h"
 #include "platform/Dialogs.h"
 #include "reports/frmCourseWiz.h"
 #include "users/frmUsers.h"
@@ -57,6 +60,8 @@ const QHash<QString, Screen> &Standing()
 {
     static const QHash<QString, Screen> screens{
         {QStringLiteral("ID_About"), Modal<frmAbout>()},
+        {QStringLiteral("ID_AwardBoard"), Modal<frmAwardBoard>()},
+        {QStringLiteral("ID_ContactMaintenance"), Modal<frmContactMain>()},
         {QStringLiteral("ID_ContactManager"), Child<frmContact>(QStringLiteral("frmContact"))},
         {QStringLiteral("ID_CourseManager"), Child<frmCourse>(QStringLiteral("frmCourse"))},
         {QStringLiteral("ID_CourseReports"), Modal<frmCourseWiz>()},
@@ -64,6 +69,7 @@ const QHash<QString, Screen> &Standing()
         {QStringLiteral("ID_DatabaseOptions"), Modal<frmDBOptions>()},
         {QStringLiteral("ID_Import"), Modal<frmImportWiz>()},
         {QStringLiteral("ID_LocalOptions"), Modal<frmLocalOptions>()},
+        {QStringLiteral("ID_Organisations"), Modal<frmOrganisations>()},
         {QStringLiteral("ID_RegisterDB"), Modal<frmRegisterDB>()},
         {QStringLiteral("ID_Users"), Child<frmUsers>(QStringLiteral("frmUsers"))},
     };

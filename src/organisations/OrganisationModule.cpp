@@ -115,6 +115,11 @@ int Organisation_Update(int organRef, const OrganisationRecord &record)
                          QStringLiteral("Update Organisation"));
 }
 
+bool Organisation_Check(int organRef)
+{
+    return ADO_Organisation_CheckOrganisation(organRef);
+}
+
 void Organisation_Show(OrganisationView &view, int organRef)
 {
     ADO_Organisation_ShowOrganisation(view, organRef);
@@ -143,6 +148,14 @@ bool Organisation_StoreLinks(int organRef, const OrganisationLinks &links)
         StoreOwned(group, organRef, venues, links.usedVenues, &links.availVenues);
         return true;
     });
+}
+
+void Organisation_TakeContacts(const ListModel &people, ListModel &contacts)
+{
+    contacts.Clear();
+    for (int row = 0; row < people.Count(); ++row)
+        contacts.Add({people.At(row).key, people.At(row).text});
+    Organisation_RefreshContacts(contacts);
 }
 
 void Organisation_RemoveContacts(ListModel &contacts)

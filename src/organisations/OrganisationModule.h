@@ -13,6 +13,7 @@ class OrganisationView;
 int Organisation_Add(const OrganisationRecord &record);
 /// Writes an organisation as typed; results as of Organisation_Add.
 int Organisation_Update(int organRef, const OrganisationRecord &record);
+bool Organisation_Check(int organRef);
 void Organisation_Show(OrganisationView &view, int organRef);
 bool Organisation_Delete(int organRef);
 
@@ -32,6 +33,9 @@ struct OrganisationLinks {
 /// stays, and the rest of the organisation's people, say, have none until the next save.
 bool Organisation_StoreLinks(int organRef, const OrganisationLinks &links);
 
+/// Makes `people` ("?" keys) the rows of a list of an organisation's people, with name and position as
+/// stored.
+void Organisation_TakeContacts(const ListModel &people, ListModel &contacts);
 /// Takes the selected people out of the list, each after a question; who is kept is no longer selected.
 void Organisation_RemoveContacts(ListModel &contacts);
 /// Gives the selected people a position, stored at once, after a question. False where nothing was stored.

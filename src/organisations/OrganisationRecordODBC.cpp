@@ -113,6 +113,13 @@ int ADO_Organisation_UpdateOrganisation(int organRef, const OrganisationRecord &
     });
 }
 
+bool ADO_Organisation_CheckOrganisation(int organRef)
+{
+    return Reported("ADO_Organisation_CheckOrganisation", false, [&] {
+        return HasRow(u"SELECT OrganRef FROM Organisations WHERE OrganRef = " % SqlNumber(organRef));
+    });
+}
+
 void ADO_Organisation_ShowOrganisation(OrganisationView &view, int organRef)
 {
     Reported("ADO_Organisation_ShowOrganisation", [&] {

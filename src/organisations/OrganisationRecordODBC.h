@@ -36,6 +36,8 @@ int ADO_Organisation_AddOrganisation(const OrganisationRecord &record);
 /// Writes all fields of an organisation. The texts come already safe for SQL. `organRef`, 0 where another
 /// row is the same organisation (nothing is written then), -1 on an error.
 int ADO_Organisation_UpdateOrganisation(int organRef, const OrganisationRecord &record);
+/// True if the organisation still exists; false on an error.
+bool ADO_Organisation_CheckOrganisation(int organRef);
 /// Shows an organisation with its characteristics, people, facilities and venues, and with the
 /// characteristics, facilities and venues that it can be given. A read that fails ends before ShowLoaded, so
 /// that lists which are not whole are never stored.

@@ -3,6 +3,7 @@
 #include "contacts/frmAddContact.h"
 #include "contacts/frmAddEditRoleTypes.h"
 #include "contacts/frmContact.h"
+#include "contacts/frmContactMain.h"
 #include "contacts/frmContactMainAddEdit.h"
 #include "contacts/frmGroupName.h"
 #include "contacts/frmSearchContact.h"
@@ -28,6 +29,9 @@
 #include "exchange/ImportState.h"
 #include "exchange/frmChangeMap.h"
 #include "exchange/frmImportWiz.h"
+#include "organisations/frmAddOrg.h"
+#include "organisations/frmAwardBoard.h"
+#include "organisations/frmOrganisations.h"
 #include "platform/Directories.h"
 #include "reports/frmCourseWiz.h"
 #include "support/TestDatabase.h"
@@ -43,6 +47,7 @@ namespace
 {
 int g_courseRef = 0;
 int g_contactRef = 0;
+int g_organRef = 0;
 ListModel *g_list = nullptr; ///< the list of a form's opener
 
 /// What narrows a list of people down changes nothing.
@@ -79,6 +84,13 @@ std::unique_ptr<QWidget> OpenCourse()
 {
     auto form = std::make_unique<frmAddCourse>();
     form->EditCourse(g_courseRef);
+    return form;
+}
+
+std::unique_ptr<QWidget> OpenOrganisation()
+{
+    auto form = std::make_unique<frmAddOrg>();
+    form->OpenRecords({u'?' % QString::number(g_organRef)}, true);
     return form;
 }
 
@@ -142,6 +154,8 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmAddCourse new"), OpenNewCourse, QStringLiteral("Title"), QStringList()},
         {QStringLiteral("frmAddCourse edit"), OpenCourse, QStringLiteral("Title"), QStringList()},
         {QStringLiteral("frmAddEditRoleTypes"), Open<frmAddEditRoleTypes>(), QStringLiteral("RoleName")},
+        {QStringLiteral("frmAddOrg new"), Open<frmAddOrg>(), QStringLiteral("OrgName")},
+        {QStringLiteral("frmAddOrg edit"), OpenOrganisation, QStringLiteral("OrgName"), QStringList()},
         {QStringLiteral("frmAddEditUser new"), Open<frmAddEditUser>(), QStringLiteral("UserName")},
         {QStringLiteral("frmAddEditUser update"),
          [] { return std::make_unique<frmAddEditUser>(std::vector<ListItem>{clerk}, false); },
@@ -150,6 +164,8 @@ const std::vector<FormEntry> &FormRegistry()
          QStringLiteral("U")},
         {QStringLiteral("frmChangeMap"), OpenChangeMap},
         {QStringLiteral("frmContact"), Open<frmContact>(), {}, searchOfPeople},
+        {QStringLiteral("frmAwardBoard"), Open<frmAwardBoard>()},
+        {QStringLiteral("frmContactMain"), Open<frmContactMain>()},
         {QStringLiteral("frmContactMainAddEdit"), OpenNewCharacteristic, QStringLiteral("CatName")},
         {QStringLiteral("frmCourse"), Open<frmCourse>(), {}, QStringList()},
         {QStringLiteral("frmCourseWiz"), Open<frmCourseWiz>()},
@@ -162,6 +178,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmLocalOptions"), Open<frmLocalOptions>()},
         {QStringLiteral("frmMain"), Open<frmMain>()},
         {QStringLiteral("frmODBCLogon"), Open<frmODBCLogon>()},
+        {QStringLiteral("frmOrganisations"), Open<frmOrganisations>()},
         {QStringLiteral("frmPercent"),
          Open<frmPercent>(QStringList{QStringLiteral("Welding"), QStringLiteral("Welding")})},
         {QStringLiteral("frmRegisterDB"), Open<frmRegisterDB>(), QStringLiteral("DSN")},
@@ -190,6 +207,11 @@ void FillForms()
         QStringLiteral("INSERT INTO System (Ref, SystemValue) VALUES (2,'£')"),
         QStringLiteral("INSERT INTO System (Ref, SystemValue) VALUES (10,'Luncheon')"),
     });
+    TestDatabase::Run(
+        {QStringLiteral("INSERT INTO Organisations (OrganName, ReferenceID) VALUES ('Acme','')")});
+    g_organRef =
+        TestDatabase::Value(QStringLiteral("SELECT OrganRef FROM Organisations WHERE OrganName = 'Acme'"))
+            .toInt();
     ADO_Users_AddUser(clerk.text, QStringLiteral("secret"), RightsBlank());
     g_courseRef = ADO_Course_AddCourse(QStringLiteral("Welding"), {}, 100, 10, {});
     g_contactRef =

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "contacts/ContactModule.h"
+#include "controls/ListModel.h"
+#include "forms/FormDialog.h"
+
+class ListView;
+class QPushButton;
+
+/// The vocabularies of the contact side: titles, towns, characteristics, groups, organisations and so on.
+class frmContactMain final : public FormDialog
+{
+    Q_OBJECT
+
+public:
+    explicit frmContactMain(QWidget *parent = nullptr);
+
+private:
+    void Build();
+    ContactSection Section() const;
+    int Level() const; ///< the user's level of the section's right
+    void ShowSection();
+    void Refresh();
+    void ApplyRights();
+    void SelectKey(const QString &key);
+
+    void AddItem();
+    void AddOrganisation();
+    void EditItem();
+    void DeleteItems();
+    /// Opens the section's dialog, not that of organisations, for a new row or for the one of `key`; the
+    /// texts of what was stored.
+    std::optional<RefLabel> OpenDialog(int key);
+
+    ListModel m_sections;
+    ListModel m_items;
+    ListView *m_list;
+    QPushButton *m_addBtn;
+    QPushButton *m_editBtn;
+    QPushButton *m_delBtn;
+};
