@@ -64,11 +64,10 @@ frmContactMain::frmContactMain(QWidget *parent)
 void frmContactMain::Build()
 {
     FormBuilder form(this);
-    form.BeginColumns();
+    form.BeginColumns(2);
     ListView *sections = form.List(QStringLiteral("SecList"), {}, m_sections);
     sections->setAccessibleName(QStringLiteral("Sections"));
-    sections->setMaximumWidth(fontMetrics().averageCharWidth() * 30);
-    form.NextColumn();
+    form.NextColumn(5);
     m_list = form.List(QStringLiteral("MainList"), {}, m_items, ListView::Choice::Multi);
     m_list->setAccessibleName(QStringLiteral("Items of the section"));
     m_list->SetEmptyText(QStringLiteral("Nothing in this section yet."));

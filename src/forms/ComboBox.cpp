@@ -2,7 +2,7 @@
 
 #include "controls/ComboModel.h"
 
-#include <QSignalBlocker>
+#include <QListView>
 
 ComboBox::ComboBox(ComboModel &model, QWidget *parent)
     : QComboBox(parent)
@@ -23,4 +23,12 @@ ComboBox::ComboBox(ComboModel &model, QWidget *parent)
         m_filling = false;
         setCurrentIndex(row);
     });
+}
+
+void ComboBox::showPopup()
+{
+    // Rows of one height need not be measured one by one.
+    if (auto *rows = qobject_cast<QListView *>(view()))
+        rows->setUniformItemSizes(true);
+    QComboBox::showPopup();
 }

@@ -14,6 +14,7 @@ public:
     explicit ComboBox(ComboModel &model, QWidget *parent = nullptr);
 
     ComboModel &Model() const { return m_list; }
+    void showPopup() override;
 
 private:
     ComboModel &m_list;

@@ -183,7 +183,7 @@ void FormBuilder::EndGroup()
         Top().grid->setRowStretch(Top().row, 1);
 }
 
-void FormBuilder::BeginColumns()
+void FormBuilder::BeginColumns(int weight)
 {
     NextRow();
     auto *columns = new QHBoxLayout;
@@ -191,15 +191,15 @@ void FormBuilder::BeginColumns()
     section.grid->addLayout(columns, section.row, 0, 1, -1);
     section.columns = columns;
     auto *grid = new QGridLayout;
-    columns->addLayout(grid, 1);
+    columns->addLayout(grid, weight);
     Push(section.parent, grid);
 }
 
-void FormBuilder::NextColumn()
+void FormBuilder::NextColumn(int weight)
 {
     Pop();
     auto *grid = new QGridLayout;
-    Top().columns->addLayout(grid, 1);
+    Top().columns->addLayout(grid, weight);
     Push(Top().parent, grid);
 }
 

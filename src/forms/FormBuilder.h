@@ -92,8 +92,9 @@ public:
     // Structure. Groups and columns nest.
     QGroupBox *BeginGroup(const QString &caption, const QString &name = {});
     void EndGroup();
-    void BeginColumns();
-    void NextColumn();
+    /// Columns share the width by their weights.
+    void BeginColumns(int weight = 1);
+    void NextColumn(int weight = 1);
     void EndColumns();
     /// A tab panel, to which AddTab adds pages; each page is built with a builder of its own.
     QTabWidget *Tabs(const QString &name);

@@ -6,6 +6,7 @@
 #include <QCompleter>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QListView>
 #include <QScopedValueRollback>
 
 TypedCombo::TypedCombo(ComboModel &model, QWidget *parent)
@@ -35,6 +36,9 @@ void TypedCombo::AllowTyping(bool allowed)
     // A popup and no inline completion: "York" must stay "York" where "Yorkshire" is known.
     completer()->setCompletionMode(QCompleter::PopupCompletion);
     completer()->setCaseSensitivity(Qt::CaseInsensitive);
+    // Rows of one height: measured one by one, 50,000 of them would hold up every key.
+    if (auto *list = qobject_cast<QListView *>(completer()->popup()))
+        list->setUniformItemSizes(true);
     // A long text shows its beginning. The line edit of a list that was locked since lives a little longer.
     QLineEdit *edit = lineEdit();
     connect(this, &QComboBox::currentIndexChanged, edit, [edit] { edit->setCursorPosition(0); });
