@@ -68,7 +68,7 @@ void frmContact::BuildLists(FormBuilder &form)
     m_moves = pair.moves;
     m_contactList->SetEmptyText(QStringLiteral("No contacts to show."));
     m_contactInfo->SetEmptyText(QStringLiteral("No contacts selected."));
-    m_contactInfo->SetColumnChars({24, 15, 11, 8});
+    m_contactInfo->SetColumnChars({20, 13, 10, 11});
     m_moves->SetActions(
         {[this] { AddSelected(); }, [this] { RemoveSelected(); }, [this] { ClearSelected(); }});
     BindSearchBox(search, m_contactList);
