@@ -8,11 +8,13 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 
 class test_lists final : public QObject
 {
@@ -26,6 +28,7 @@ private slots:
     void copies_the_selected_rows();
     void count_tells_rows_and_selection();
     void columns_share_the_width_until_the_user_sets_one();
+    void a_cut_text_is_the_tool_tip();
     void locked_check_boxes_stay();
     void search_moves_from_the_second_character_data();
     void search_moves_from_the_second_character();
@@ -195,6 +198,26 @@ void test_lists::locked_check_boxes_stay()
     view.SetLocked(true);
     QTest::keyClick(&view, Qt::Key_Space);
     QVERIFY(list.At(0).checked);
+}
+
+void test_lists::a_cut_text_is_the_tool_tip()
+{
+    ListModel list;
+    list.SetColumns({QStringLiteral("Location"), QStringLiteral("Paid")});
+    list.Fill({{QStringLiteral("?1"), QStringLiteral("/srv/<b>/college.mdb"), {QStringLiteral("No")}}});
+    ListView view(list);
+    view.header()->resizeSection(0, 30);
+    view.show();
+    const auto tipOf = [&view, &list](int column) {
+        const QPoint at = view.visualRect(list.index(0, column)).center();
+        QHelpEvent help(QEvent::ToolTip, at, view.viewport()->mapToGlobal(at));
+        QApplication::sendEvent(view.viewport(), &help);
+        return QToolTip::text();
+    };
+    QCOMPARE(tipOf(0), QStringLiteral("<span>/srv/&lt;b&gt;/college.mdb</span>"));
+    QToolTip::hideText();
+    view.header()->resizeSection(0, 300);
+    QTRY_COMPARE(tipOf(1), QString());
 }
 
 void test_lists::search_moves_from_the_second_character_data()
