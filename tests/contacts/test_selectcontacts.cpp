@@ -1,4 +1,5 @@
 #include "contacts/frmSelectContacts.h"
+#include "controls/TreeModel.h"
 #include "core/Session.h"
 #include "database/MiscODBC.h"
 #include "database/Security.h"
@@ -67,6 +68,8 @@ private slots:
     void NewAndViewedContacts();
     void SubsetsAndRefresh();
     void JoinsTheTarget();
+    void ReplacesTheTarget();
+    void JoinsTheBranchesOfATree();
     void EnrolsAndRemoves();
     void CancelsByEscape();
     void LimitOfACourse_data();
@@ -210,6 +213,47 @@ void TestSelectContacts::JoinsTheTarget()
     QCOMPARE(gDialogResult, 1);
     QCOMPARE(Texts(m_target), QStringList({u"as the caller has it"_qs, u"Adams, Ann"_qs}));
     QCOMPARE(m_target.At(1).key, u"?2"_qs);
+}
+
+/// It starts with what the list holds, and leaves names, addresses and towns there.
+void TestSelectContacts::ReplacesTheTarget()
+{
+    m_target.Fill({{u"?3"_qs, u"as the caller has it"_qs}, {u"?5"_qs, u"Smythe, Dora"_qs}});
+    frmSelectContacts form;
+    form.Configure(Mode::ReplaceList, m_target);
+    form.show();
+    QCOMPARE(Selected(form).Count(), 2);
+    Selected(form).SelectOnly(1);
+    Press(form, u"RemCBtn"_qs);
+    Choose(form, {u"Adams, Ann"_qs, u"O'Neil, Ben"_qs});
+    Press(form, u"AddCBtn"_qs);
+    Press(form, u"ExitBtn"_qs);
+    QCOMPARE(Texts(m_target),
+             QStringList({u"as the caller has it"_qs, u"Adams, Ann|1 High Street|Leeds"_qs}));
+}
+
+void TestSelectContacts::JoinsTheBranchesOfATree()
+{
+    TreeModel tree;
+    for (const auto *branch : {"E1", "E2", "E3"})
+        tree.Add({}, {QString::fromLatin1(branch), QString::fromLatin1(branch)});
+    tree.Add(u"E1"_qs, {u"E1A3"_qs, u"O'Neil, Ben"_qs});
+    for (const auto *branch : {"E1", "E3"})
+        tree.Selection()->select(tree.IndexOf(tree.Find(QString::fromLatin1(branch))),
+                                 QItemSelectionModel::Select);
+    frmSelectContacts form;
+    form.Configure(Mode::AddToTree, tree);
+    form.show();
+    Choose(form, {u"Adams, Ann"_qs, u"O'Neil, Ben"_qs});
+    Press(form, u"AddCBtn"_qs);
+    Press(form, u"ExitBtn"_qs);
+    QStringList nodes;
+    for (const TreeNode *node : tree.Nodes())
+        nodes.append(node->key % u'=' % node->text % u' ' % node->image);
+    QCOMPARE(nodes,
+             QStringList({u"E1=E1 "_qs, u"E1A3=O'Neil, Ben "_qs, u"E1A2=Adams, Ann [not enrolled] user"_qs,
+                          u"E2=E2 "_qs, u"E3=E3 "_qs, u"E3A2=Adams, Ann [not enrolled] user"_qs,
+                          u"E3A3=O'Neil, Ben [not enrolled] user"_qs}));
 }
 
 void TestSelectContacts::EnrolsAndRemoves()
