@@ -2,6 +2,7 @@
 
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
+#include "core/Progress.h"
 #include "core/Session.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
@@ -95,7 +96,7 @@ bool ADO_Contact_AddContactConcession(int contactRef, int concessionRef)
     });
 }
 
-void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list)
+void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list, Progress &progress)
 {
     Reported("ADO_Contact_AddConcessionList", [&] {
         const bool held =
@@ -107,11 +108,13 @@ void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list)
                                     Dialogs::Icon::Question, Dialogs::Answer::No) == Dialogs::Answer::Yes)
             ADO_Contact_ConcessionWipe(concessionRef);
 
+        progress.Begin(list.Count());
         WriteGroup group(gConnection);
-        for (int row = 0; row < list.Count(); ++row) {
+        for (int row = 0; row < list.Count() && !progress.IsCancelled(); ++row) {
             if (!ADO_Contact_AddContactConcession(KeyNumber(list.At(row).key), concessionRef))
                 return;
             EndRow(group);
+            progress.SetValue(row + 1);
         }
         EndRows(group);
     });

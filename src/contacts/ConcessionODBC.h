@@ -3,6 +3,7 @@
 #include <QString>
 
 class ListModel;
+class Progress;
 class TreeModel;
 
 /// Data functions of the characteristics of people and the discounts they earn; tables `Concessions` and
@@ -31,8 +32,8 @@ bool ADO_Contact_ConcessionWipe(int contactRef);
 bool ADO_Contact_AddContactConcession(int contactRef, int concessionRef);
 /// Gives the characteristic to everybody in `list`, whose keys hold the people's references. Where somebody
 /// has it already the user is asked whether to remove the earlier ones first; see the note inside. An error
-/// stops at that person, with the earlier ones served.
-void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list);
+/// stops at that person and a cancelled `progress` behind one, with the earlier ones served.
+void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list, Progress &progress);
 /// Fills `list` with the people who have a characteristic: key "?" + reference, "surname, forename" with
 /// the site's reference in front where that is shown.
 void ADO_Contact_Fill_Concession(int concessionRef, ListModel &list);

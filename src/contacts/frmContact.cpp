@@ -10,6 +10,7 @@
 #include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
 #include "forms/FormSize.h"
+#include "forms/ProgressBox.h"
 #include "forms/SearchBox.h"
 #include "platform/Dialogs.h"
 
@@ -257,7 +258,17 @@ void frmContact::ApplyCharacteristic()
     const int characteristic = m_characteristics.CurrentData();
     if (characteristic < 1)
         return;
-    ADO_Contact_AddConcessionList(characteristic, m_selected);
+    const QString title = QStringLiteral("Contact Update");
+    int done = 0;
+    const bool finished = ProgressBox::Run(this, title, [&](Progress &progress) {
+        ADO_Contact_AddConcessionList(characteristic, m_selected, progress);
+        done = progress.Value();
+    });
+    if (!finished)
+        Dialogs::MsgBox(u"Stopped after " % QString::number(done) % u" of " %
+                            QString::number(m_selected.Count()) %
+                            u" contacts. Those have the characteristic, the rest are as they were.",
+                        title, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
     if (m_subset.CurrentData() > 0)
         FillContacts();
 }

@@ -3,6 +3,7 @@
 #include "contacts/CourseHistoryText.h"
 #include "contacts/People.h"
 #include "controls/TreeModel.h"
+#include "core/Progress.h"
 #include "core/Session.h"
 #include "database/System.h"
 #include "organisations/OrganisationODBC.h"
@@ -135,7 +136,9 @@ void TestConcessions::ApplyToAList()
     list.Fill({{"?501", "a"}, {"!502", "b"}, {u'?' % SqlNumber(earlier), "c"}});
     if (held)
         m_dialogs->Expect("Contact Update", "Remove all previous contacts added to this type?", answer);
-    ADO_Contact_AddConcessionList(student, list);
+    Progress progress;
+    ADO_Contact_AddConcessionList(student, list, progress);
+    QCOMPARE(progress.Value(), 3);
     QVERIFY(Has(501, student) && Has(502, student) && Has(earlier, student));
     // Yes empties the person whose number is that of the characteristic, and nobody else.
     QCOMPARE(Has(numberedLikeIt, other), answer != Dialogs::Answer::Yes);

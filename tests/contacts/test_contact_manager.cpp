@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QMenu>
 #include <QTest>
+#include <QThread>
 
 namespace
 {
@@ -24,6 +25,7 @@ private slots:
     void PeopleWhoAreGone();
     void Deleting();
     void TypedCharacteristic();
+    void ApplyingCanBeStopped();
     void ViewingAndAdding();
     void OtherDatabase();
     void Rights_data();
@@ -125,6 +127,31 @@ void TestContactManager::TypedCharacteristic()
     QCOMPARE(Rows("Concessions WHERE Name = 'Member' AND ReferenceID = 'M' AND Percentage = 0"), 1);
     QVERIFY(list->Model().CurrentData() > 0);
     QVERIFY(Find<ComboBox>(form, "ConcessionList")->Model().Count() == 2);
+}
+
+void TestContactManager::ApplyingCanBeStopped()
+{
+    Concession_Add("Student", 20, 0, "");
+    frmContact form;
+    form.show();
+    List(form, "ContactList2").SelectAll();
+    Press(form, "AddCBtn");
+    Choose(form, "CharList", "Student");
+    Dialogs::Installed().serveEvents = [] { QApplication::processEvents(); };
+    gConnection.ObserveStatements([&form](const QString &sql) {
+        if (!sql.startsWith("INSERT"))
+            return;
+        QThread::msleep(400);
+        // Until the box stands there, the form is deaf: a second press must not start a second run.
+        QTest::mouseClick(Find<QPushButton>(form, "AddToConBtn"), Qt::LeftButton);
+    });
+    m->driver.Expect("ProgressBox", [](QDialog &box) { Press(box, "CancelBtn"); });
+    m->dialogs.Expect(
+        "Contact Update",
+        "Stopped after 1 of 2 contacts. Those have the characteristic, the rest are as they were.");
+    Press(form, "AddToConBtn");
+    gConnection.ObserveStatements({});
+    QCOMPARE(Rows("ContactConcession"), 1);
 }
 
 void TestContactManager::ViewingAndAdding()

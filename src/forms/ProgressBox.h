@@ -1,0 +1,33 @@
+#pragma once
+
+#include "core/Progress.h"
+
+#include <QDialog>
+
+#include <functional>
+
+class ProgressBar;
+
+/// Stands before a form while a long run of its own is under way: how far it is, and a button that stops it.
+/// A run that is over at once shows nothing.
+class ProgressBox final : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Runs `work`, which tells its progress and stops where that is cancelled. False if it was cancelled.
+    static bool Run(QWidget *form, const QString &title, const std::function<void(Progress &progress)> &work);
+
+    void reject() override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    ProgressBox(QWidget *form, const QString &title);
+    void ShowIfLong(int done, int maximum);
+
+    ProgressBar *m_bar;
+    Progress m_progress;
+    QElapsedTimer m_since;
+};
