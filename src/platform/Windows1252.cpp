@@ -35,17 +35,20 @@ QString FromWindows1252(const char *bytes, qsizetype size)
 
 void AppendWindows1252(QByteArray &bytes, QStringView text)
 {
-    bytes.reserve(bytes.size() + text.size());
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        char32_t c = text.at(i).unicode();
-        if (c < 0x80) {
-            bytes.append(static_cast<char>(c));
-            continue;
-        }
-        if (text.at(i).isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate()) {
-            c = QChar::surrogateToUcs4(text.at(i), text.at(i + 1));
+    // Nearly every text is ASCII as a whole.
+    const qsizetype before = bytes.size();
+    bytes.resize(before + text.size());
+    char *out = bytes.data() + before;
+    qsizetype i = 0;
+    for (; i < text.size() && text[i].unicode() < 0x80; ++i)
+        out[i] = static_cast<char>(text[i].unicode());
+    bytes.truncate(before + i);
+    for (; i < text.size(); ++i) {
+        char32_t c = text[i].unicode();
+        if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
+            c = QChar::surrogateToUcs4(text[i], text[i + 1]);
             ++i;
-        } else if (text.at(i).isSurrogate())
+        } else if (text[i].isSurrogate())
             c = QChar::ReplacementCharacter;
         const int byte = ByteOf(c);
         if (byte >= 0)

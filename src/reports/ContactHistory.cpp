@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace
 {
@@ -114,7 +115,11 @@ QString StaffedSql(QStringView columns, int contactRef)
 
 QString ContactHistory::Money(double amount)
 {
-    return SystemValue(SystemRef::CurrencySymbol) % Fees::MoneyText(amount);
+    // What binary fractions leave behind the cents of a running sum is no money.
+    constexpr double noise = 1e-7;
+    const double cents = std::round(amount * 100) / 100;
+    return SystemValue(SystemRef::CurrencySymbol) %
+           FormatNumber(std::abs(amount - cents) < noise ? cents : amount, 2);
 }
 
 QString ContactHistory::Notes(int contactRef)

@@ -51,11 +51,13 @@ void WriteCoursesStaffed(int contactRef)
 class PersonWriter final
 {
 public:
-    explicit PersonWriter(const ContactReport &report)
+    PersonWriter(const ContactReport &report, const Recordset &people)
         : m_report(report)
         , m_personal(PersonalFields(report.flags))
         , m_work(WorkFields(report.flags))
     {
+        FindFields(m_personal, people);
+        FindFields(m_work, people);
     }
 
     void Write(const Recordset::Row &row) const
@@ -125,7 +127,7 @@ ReportResult Contact_Rep_HTML(const ContactReport &report, Progress &progress)
         const std::optional<Recordset> people = OpenContacts(report);
         if (!people)
             return std::nullopt;
-        const PersonWriter writer(report);
+        const PersonWriter writer(report, *people);
         int held = 0;
         int done = 0;
         for (const auto &row : *people) {

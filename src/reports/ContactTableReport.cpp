@@ -91,12 +91,14 @@ void WriteRoleCells(int contactRef)
 class TableWriter final
 {
 public:
-    explicit TableWriter(const ContactReport &report)
+    TableWriter(const ContactReport &report, const Recordset &people)
         : m_report(report)
         , m_groups(report.ordering)
         , m_personal(PersonalFields(report.flags))
         , m_work(WorkFields(report.flags))
     {
+        FindFields(m_personal, people);
+        FindFields(m_work, people);
     }
 
     void WriteTitles() const
@@ -157,7 +159,7 @@ ReportResult Contact_Rep_Tabular_HTML(const ContactReport &report, Progress &pro
         const std::optional<Recordset> people = OpenContacts(report);
         if (!people)
             return std::nullopt;
-        TableWriter writer(report);
+        TableWriter writer(report, *people);
         HTML_Table();
         writer.WriteTitles();
         QSet<qint64> held;

@@ -42,37 +42,41 @@ mso-bidi-font-family:"Times; New Roman"}
 </head>
 <body lang=EN-GB style='tab-interval:36.0pt'>)");
 
-/// A report is over a hundred short lines a person: they are put together in one buffer, without a text of
-/// their own for each.
+/// What is written and not yet in the file. A report has hundreds of short lines for each person: they go
+/// out together.
+QByteArray g_buffer;
+
+void Flush()
+{
+    if (g_output && g_output->isOpen())
+        g_output->write(g_buffer);
+    g_buffer.resize(0);
+}
+
+/// A line of the output, ended when it goes.
 class Line final
 {
 public:
-    Line() { Buffer().resize(0); }
+    Line() = default;
     ~Line()
     {
-        Buffer().append('\n');
-        if (g_output && g_output->isOpen())
-            g_output->write(Buffer());
+        constexpr qsizetype enough = 1 << 16;
+        g_buffer.append('\n');
+        if (g_buffer.size() >= enough)
+            Flush();
     }
     Line(const Line &) = delete;
     Line &operator=(const Line &) = delete;
 
-    Line &operator<<(const char *ascii)
+    Line &operator<<(QByteArrayView ascii)
     {
-        Buffer().append(ascii);
+        g_buffer.append(ascii.data(), ascii.size());
         return *this;
     }
     Line &operator<<(QStringView text)
     {
-        AppendWindows1252(Buffer(), text);
+        AppendWindows1252(g_buffer, text);
         return *this;
-    }
-
-private:
-    static QByteArray &Buffer()
-    {
-        static QByteArray buffer;
-        return buffer;
     }
 };
 
@@ -87,9 +91,32 @@ const char *Word(const std::array<const char *, 5> &words, int code)
     return words[code >= 0 && code <= 4 ? static_cast<size_t>(code) : 0];
 }
 
-QString Link(QStringView scheme, const QString &value)
+void WriteCellStart(int colSpan, int hAlign, int vAlign, int width)
 {
-    return u"<a href=\"" % scheme % value % u"\">" % value % u"</a>";
+    static constexpr std::array across = {"left", "center", "right", "justify", "char"};
+    static constexpr std::array down = {"top", "middle", "bottom", "baseline", "top"};
+    const char *border = HTMLBorder == 1 ? "solid windowtext .5pt" : "none";
+    Line cell;
+    cell << "<td";
+    if (width >= 1)
+        cell << " width = " << QByteArray::number(width);
+    cell << " align = " << Word(across, hAlign) << "  valign = " << Word(down, vAlign) << " ";
+    // No blank behind the span: every report so far has it so.
+    if (colSpan >= 2)
+        cell << " colspan=" << QByteArray::number(colSpan);
+    cell << "style='border:" << border << ";border-left:none;mso-border-left-alt:" << border
+         << ";padding:2pt 2pt 2pt 2pt'>";
+}
+
+/// What `write` writes, taken out of the output again.
+template <typename Write>
+QByteArray Written(Write &&write)
+{
+    Flush();
+    write();
+    const QByteArray bytes = g_buffer;
+    g_buffer.resize(0);
+    return bytes;
 }
 } // namespace
 
@@ -110,8 +137,7 @@ bool HTML_Start(const QString &title)
     Line() << headLines;
     const ReportHeader header = ReadReportHeader(gHeaderFile);
     g_headerFault = header.fault;
-    if (isOpen)
-        g_output->write(header.bytes);
+    g_buffer.append(header.bytes);
     HTML_Text(1, 5, title);
     return isOpen;
 }
@@ -127,6 +153,7 @@ bool HTML_Finish(HtmlEnd end)
         return false;
     Line() << (end == HtmlEnd::Small ? "</body>" : "</BODY>");
     Line() << (end == HtmlEnd::Small ? "</html>" : "</HTML>");
+    Flush();
     const bool written = g_output->isOpen() && g_output->flush() && g_output->commit();
     if (!written) {
         const QString file = QDir::toNativeSeparators(HTML_OutputPath());
@@ -141,6 +168,7 @@ bool HTML_Finish(HtmlEnd end)
 
 void HTML_Discard()
 {
+    g_buffer.resize(0);
     g_output.reset();
 }
 
@@ -182,32 +210,34 @@ void HTML_Rule()
 
 void HTML_Cell(int colSpan, int mode, int hAlign, int vAlign, int size, int width, const QString &text)
 {
-    static constexpr std::array across = {"left", "center", "right", "justify", "char"};
-    static constexpr std::array down = {"top", "middle", "bottom", "baseline", "top"};
-    const char *border = HTMLBorder == 1 ? "solid windowtext .5pt" : "none";
-    {
-        Line cell;
-        cell << "<td";
-        if (width >= 1)
-            cell << " width = " << QString::number(width);
-        cell << " align = " << Word(across, hAlign) << "  valign = " << Word(down, vAlign) << " ";
-        // No blank behind the span: every report so far has it so.
-        if (colSpan >= 2)
-            cell << " colspan=" << QString::number(colSpan);
-        cell << "style='border:" << border << ";border-left:none;mso-border-left-alt:" << border
-             << ";padding:2pt 2pt 2pt 2pt'>";
-    }
+    WriteCellStart(colSpan, hAlign, vAlign, width);
     HTML_Text(mode, size, text);
     Line() << "</td>";
 }
 
 void HTML_LabelRow(const QString &label, const QString &value)
 {
-    HTML_RowStart();
-    HTML_Cell(0, 1, 0, 0, 0, 100, QStringLiteral("&nbsp;"));
-    HTML_Cell(0, 1, 0, 0, 0, 200, label);
-    HTML_Cell(0, 0, 0, 0, 0, 200, value);
-    HTML_RowEnd();
+    // The row that reports are made of: all of it that is always the same is put together once.
+    static int border = -1;
+    static QByteArray start;
+    static QByteArray between;
+    if (border != HTMLBorder) {
+        border = HTMLBorder;
+        start = Written([] {
+            HTML_RowStart();
+            HTML_Cell(0, 1, 0, 0, 0, 100, QStringLiteral("&nbsp;"));
+            WriteCellStart(0, 0, 0, 200);
+        });
+        between = Written([] {
+            Line() << "</td>";
+            WriteCellStart(0, 0, 0, 200);
+        });
+    }
+    g_buffer.append(start);
+    HTML_Text(1, 0, label);
+    g_buffer.append(between);
+    HTML_Text(0, 0, value);
+    Line() << "</td>\n</TR>";
 }
 
 void HTML_BlankRow()
@@ -219,12 +249,21 @@ void HTML_BlankRow()
 
 QString HTML_FieldText(const Recordset::Row &row, QStringView fieldName)
 {
-    const QString value = row.Text(fieldName);
-    if (value.isEmpty())
-        return value;
+    return HTML_LinkText(HTML_LinkScheme(fieldName), row.Text(fieldName));
+}
+
+QString HTML_LinkScheme(QStringView fieldName)
+{
     if (fieldName.contains(u"EMAIL", Qt::CaseInsensitive))
-        return Link(u"mailto:", value);
+        return QStringLiteral("mailto:");
     if (fieldName.contains(u"URL", Qt::CaseInsensitive) || fieldName.contains(u"WEB", Qt::CaseInsensitive))
-        return Link(u"http://", value);
-    return value;
+        return QStringLiteral("http://");
+    return {};
+}
+
+QString HTML_LinkText(const QString &scheme, const QString &value)
+{
+    if (scheme.isEmpty() || value.isEmpty())
+        return value;
+    return u"<a href=\"" % scheme % value % u"\">" % value % u"</a>";
 }

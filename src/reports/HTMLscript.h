@@ -40,3 +40,7 @@ void HTML_LabelRow(const QString &label, const QString &value);
 void HTML_BlankRow();
 /// The text of a field; the fields of addresses in the net become links by their names. "" for NULL.
 QString HTML_FieldText(const Recordset::Row &row, QStringView fieldName);
+/// What the name of a field says of its links: "mailto:", "http://", or "" for a plain text.
+QString HTML_LinkScheme(QStringView fieldName);
+/// A text as a link; as it is where there is no scheme or no text.
+QString HTML_LinkText(const QString &scheme, const QString &value);

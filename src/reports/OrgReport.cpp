@@ -53,12 +53,15 @@ QString PeopleText(qint64 organRef)
     return people.join(QStringLiteral("<br>"));
 }
 
-/// Walks the organisations in order of their names; nothing when it was stopped.
-std::optional<int> ForEachOrganisation(const OrgFlags &flags, Progress &progress,
+Recordset OpenOrganisations(const OrgFlags &flags)
+{
+    return OpenRecordset(BuildOrgSqlString(flags) % u" ORDER BY Organisations.OrganName ASC;");
+}
+
+/// Walks the organisations; nothing when it was stopped.
+std::optional<int> ForEachOrganisation(const Recordset &organisations, Progress &progress,
                                        const std::function<void(const Recordset::Row &, qint64)> &write)
 {
-    const Recordset organisations =
-        OpenRecordset(BuildOrgSqlString(flags) % u" ORDER BY Organisations.OrganName ASC;");
     int held = 0;
     int done = 0;
     for (const auto &row : organisations) {
@@ -78,8 +81,10 @@ ReportResult Org_Report_HTML(const OrgFlags &flags, Progress &progress)
 {
     return WriteReport("Org_Report_HTML", QStringLiteral("Organisations"), [&] {
         HTML_Rule();
-        const std::vector<ReportField> fields = OrgFields(flags);
-        return ForEachOrganisation(flags, progress, [&](const Recordset::Row &row, qint64 organRef) {
+        const Recordset organisations = OpenOrganisations(flags);
+        std::vector<ReportField> fields = OrgFields(flags);
+        FindFields(fields, organisations);
+        return ForEachOrganisation(organisations, progress, [&](const Recordset::Row &row, qint64 organRef) {
             HTML_Text(bold, headingSize, HTML_FieldText(row, u"OrganName"));
             HTML_Text(0, 0, QStringLiteral("<br>"));
             HTML_Table();
@@ -94,7 +99,9 @@ ReportResult Org_Report_HTML(const OrgFlags &flags, Progress &progress)
 ReportResult Org_Report_Tabular_HTML(const OrgFlags &flags, Progress &progress)
 {
     return WriteReport("Org_Report_Tabular_HTML", QStringLiteral("Organisations"), [&] {
-        const std::vector<ReportField> fields = OrgFields(flags);
+        const Recordset organisations = OpenOrganisations(flags);
+        std::vector<ReportField> fields = OrgFields(flags);
+        FindFields(fields, organisations);
         const bool withPeople = flags[OrgItem::Contacts] != 0;
         HTML_Table();
         HTML_RowStart();
@@ -104,7 +111,7 @@ ReportResult Org_Report_Tabular_HTML(const OrgFlags &flags, Progress &progress)
             WriteTitleCell(QStringLiteral("Contacts"), 300);
         HTML_RowEnd();
         const auto held =
-            ForEachOrganisation(flags, progress, [&](const Recordset::Row &row, qint64 organRef) {
+            ForEachOrganisation(organisations, progress, [&](const Recordset::Row &row, qint64 organRef) {
                 HTML_RowStart();
                 WriteValueCell(HTML_FieldText(row, u"OrganName"), 200);
                 WriteValueCells(fields, row);

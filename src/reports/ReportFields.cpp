@@ -122,22 +122,31 @@ std::vector<ReportField> OrgFields(const OrgFlags &flags)
     return Ticked(choices, flags);
 }
 
+void FindFields(std::vector<ReportField> &fields, const Recordset &rows)
+{
+    for (ReportField &field : fields) {
+        field.places.clear();
+        for (const QString &column : field.columns)
+            field.places.push_back({rows.ColumnIndex(column), HTML_LinkScheme(column)});
+    }
+}
+
 QString FieldValue(const ReportField &field, const Recordset::Row &row)
 {
     switch (field.kind) {
     case ReportField::Kind::Gender:
-        return GenderText(row.Long(field.columns.first()));
+        return GenderText(row.Long(field.places.front().column));
     case ReportField::Kind::Date: {
         // No date is nothing; the text of a date would read as today.
-        const auto date = static_cast<int>(row.Long(field.columns.first()));
+        const auto date = static_cast<int>(row.Long(field.places.front().column));
         return date == 0 ? QString() : IntToDateText(int(date));
     }
     case ReportField::Kind::Text:
         break;
     }
     QString value;
-    for (const QString &column : field.columns) {
-        const QString part = HTML_FieldText(row, column);
+    for (const ReportField::Place &place : field.places) {
+        const QString part = HTML_LinkText(place.scheme, row.Text(place.column));
         if (part.isEmpty())
             continue;
         if (!value.isEmpty())

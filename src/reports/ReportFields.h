@@ -17,7 +17,17 @@ struct ReportField {
     QStringList columns{};
     QString joint{}; ///< between the columns that hold something
     Kind kind = Kind::Text;
+
+    /// The columns in the recordset that is written, with the schemes of their links.
+    struct Place {
+        int column;
+        QString scheme;
+    };
+    std::vector<Place> places{};
 };
+
+/// Looks the fields up in the recordset whose rows are written next: once, not for every person.
+void FindFields(std::vector<ReportField> &fields, const Recordset &rows);
 
 /// The fields that the ticks ask for, in the order of the report: those of the person up to the notes, those
 /// of the person's work, those of an organisation.
@@ -25,7 +35,8 @@ std::vector<ReportField> PersonalFields(const ContactFlags &flags);
 std::vector<ReportField> WorkFields(const ContactFlags &flags);
 std::vector<ReportField> OrgFields(const OrgFlags &flags);
 
-/// The value in a row, with its links; "" where there is nothing.
+/// The value in a row of the recordset that the field was looked up in, with its links; "" where there is
+/// nothing.
 QString FieldValue(const ReportField &field, const Recordset::Row &row);
 
 /// Writes a row for each field that has a label and a value.
