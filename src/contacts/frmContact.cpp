@@ -13,12 +13,14 @@
 #include "forms/ProgressBox.h"
 #include "forms/SearchBox.h"
 #include "platform/Dialogs.h"
+#include "reports/frmContactWiz.h"
 
 #include <QMenu>
 #include <QScopedValueRollback>
 
 namespace
 {
+constexpr int rightReports = 22;
 constexpr int rightContacts = 23;
 constexpr int rightApply = 24;
 constexpr int mayAdd = 2;
@@ -97,8 +99,7 @@ void frmContact::BuildButtons(FormBuilder &form)
     m_delBtn = form.Button(QStringLiteral("DelCBtn"), QStringLiteral("Delete"));
     m_delBtn->setToolTip(QStringLiteral("Delete the people selected in the available contacts"));
     QPushButton *find = form.Button(QStringLiteral("FindBtn"), QStringLiteral("&Search"));
-    // The reports have no screen yet.
-    form.Button(QStringLiteral("RepBtn"), QStringLiteral("&Reports"))->setEnabled(false);
+    m_repBtn = form.Button(QStringLiteral("RepBtn"), QStringLiteral("&Reports"));
     m_refreshBtn = form.Button(QStringLiteral("RefBtn"), QStringLiteral("Refresh"));
     form.Gap();
     QPushButton *exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
@@ -108,6 +109,7 @@ void frmContact::BuildButtons(FormBuilder &form)
     connect(m_viewBtn, &QPushButton::clicked, this, &frmContact::ViewContacts);
     connect(m_delBtn, &QPushButton::clicked, this, &frmContact::DeleteSelected);
     connect(find, &QPushButton::clicked, this, &frmContact::Search);
+    connect(m_repBtn, &QPushButton::clicked, this, &frmContact::OpenReports);
     connect(m_refreshBtn, &QPushButton::clicked, this, &frmContact::Refresh);
     connect(exit, &QPushButton::clicked, this, [this] { (parentWidget() ? parentWidget() : this)->close(); });
 }
@@ -129,6 +131,7 @@ void frmContact::Form_Refresh()
 
 void frmContact::ApplyRights()
 {
+    m_repBtn->setEnabled(UserRight(rightReports) == fullAccess);
     m_addBtn->setEnabled(UserRight(rightContacts) >= mayAdd);
     m_charList->setEnabled(UserRight(rightApply) == fullAccess);
     m_charList->AllowTyping(UserRight(ContactSectionOf(ContactSection::Characteristics).right) >= mayAdd);
@@ -222,6 +225,12 @@ void frmContact::ViewContacts()
     form.OpenRecords(keys);
     form.exec();
     Refresh();
+}
+
+void frmContact::OpenReports()
+{
+    using Opener = frmContactWiz::Opener;
+    frmContactWiz(this, m_selected.IsEmpty() ? Opener::NothingSelected : Opener::PeopleSelected).exec();
 }
 
 void frmContact::Refresh()

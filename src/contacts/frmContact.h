@@ -41,6 +41,7 @@ private:
     void DeleteSelected();
     void NewContact();
     void ViewContacts();
+    void OpenReports();
     void Refresh();
     void Search();
     void ApplyCharacteristic();
@@ -63,5 +64,6 @@ private:
     QPushButton *m_delBtn;
     QPushButton *m_addBtn;
     QPushButton *m_viewBtn;
+    QPushButton *m_repBtn;
     QPushButton *m_refreshBtn;
 };

@@ -17,6 +17,7 @@
 #include "organisations/frmAwardBoard.h"
 #include "organisations/frmOrganisations.h"
 #include "platform/Dialogs.h"
+#include "reports/frmContactWiz.h"
 #include "reports/frmCourseWiz.h"
 #include "users/frmUsers.h"
 
@@ -63,6 +64,7 @@ const QHash<QString, Screen> &Standing()
         {QStringLiteral("ID_AwardBoard"), Modal<frmAwardBoard>()},
         {QStringLiteral("ID_ContactMaintenance"), Modal<frmContactMain>()},
         {QStringLiteral("ID_ContactManager"), Child<frmContact>(QStringLiteral("frmContact"))},
+        {QStringLiteral("ID_ContactReports"), Modal<frmContactWiz>()},
         {QStringLiteral("ID_CourseManager"), Child<frmCourse>(QStringLiteral("frmCourse"))},
         {QStringLiteral("ID_CourseReports"), Modal<frmCourseWiz>()},
         {QStringLiteral("ID_DBSecurity"), {.runModal = ChangeDatabasePassword}},

@@ -33,6 +33,7 @@
 #include "organisations/frmAwardBoard.h"
 #include "organisations/frmOrganisations.h"
 #include "platform/Directories.h"
+#include "reports/frmContactWiz.h"
 #include "reports/frmCourseWiz.h"
 #include "support/TestDatabase.h"
 #include "users/UsersODBC.h"
@@ -167,6 +168,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmAwardBoard"), Open<frmAwardBoard>()},
         {QStringLiteral("frmContactMain"), Open<frmContactMain>()},
         {QStringLiteral("frmContactMainAddEdit"), OpenNewCharacteristic, QStringLiteral("CatName")},
+        {QStringLiteral("frmContactWiz"), Open<frmContactWiz>()},
         {QStringLiteral("frmCourse"), Open<frmCourse>(), {}, QStringList()},
         {QStringLiteral("frmCourseWiz"), Open<frmCourseWiz>()},
         {QStringLiteral("frmDBLogon"), Open<frmDBLogon>()},

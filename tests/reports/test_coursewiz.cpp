@@ -3,6 +3,7 @@
 #include "platform/Directories.h"
 #include "reports/CourseSubset.h"
 #include "reports/HTMLscript.h"
+#include "reports/OwnDesktop.h"
 #include "reports/SSWizardNavBar.h"
 #include "reports/frmCourseWiz.h"
 #include "support/ModalDriver.h"
@@ -40,22 +41,6 @@ namespace
 {
 const QString next = QStringLiteral("cmdNav_2");
 const QString finish = QStringLiteral("cmdNav_3");
-
-/// Puts desktop tools of the test's own in front of the real ones; what they were asked to open is in
-/// the file "opened".
-void InstallDesktop(const QString &directory)
-{
-    const auto tool = [&](const QString &name, const QByteArray &body) {
-        QFile file(directory % u'/' % name);
-        if (file.open(QIODevice::WriteOnly))
-            file.write("#!/bin/sh\n" + body + '\n');
-        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    };
-    tool(QStringLiteral("xdg-mime"), "echo browser.desktop");
-    tool(QStringLiteral("xdg-open"), "echo \"$1\" > " + directory.toUtf8() + "/opened");
-    static const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", directory.toUtf8() + ':' + path);
-}
 
 QString TextOf(const QString &file)
 {
