@@ -40,6 +40,20 @@ QString ShortestDecimal(double value)
     return QString::number(value, 'f', QLocale::FloatingPointShortest);
 }
 
+/// The text of an amount of whole cents, as nearly all are, without the search for the shortest decimal; ""
+/// for any other.
+QString WholeCents(double size)
+{
+    constexpr double most = 1e12;
+    if (size >= most)
+        return {};
+    const qint64 cents = std::llround(size * 100);
+    if (static_cast<double>(cents) / 100 != size)
+        return {};
+    const QString digits = QString::number(cents).rightJustified(3, u'0');
+    return digits.left(digits.size() - 2) % u'.' % digits.right(2);
+}
+
 /// The locale's mark between groups of digits. The decimal sign is a point everywhere, because amounts are
 /// read back by it; where the locale has the point between groups, a comma takes that place.
 QString GroupSeparator()
@@ -126,7 +140,9 @@ QString FormatNumber(double value, int places)
 {
     if (!std::isfinite(value))
         value = 0;
-    const QString rounded = RoundedDecimal(ShortestDecimal(std::abs(value)), places);
+    QString rounded = places == 2 ? WholeCents(std::abs(value)) : QString();
+    if (rounded.isEmpty())
+        rounded = RoundedDecimal(ShortestDecimal(std::abs(value)), places);
     const qsizetype point = rounded.indexOf(u'.');
     const QString fraction = rounded.mid(point + 1);
     QString result = Grouped(rounded.left(point));

@@ -79,7 +79,7 @@ void AddMoney(const Recordset::Row &row, ContactHistory::Attended &course)
     double amount = fee;
     course.money.push_back({QStringLiteral("Course Fee:"), Money(fee)});
     if (discount > 0) {
-        amount = Fees::Rounded(fee - fee / 100 * discount);
+        amount = TextValue(FormatNumber(fee - fee / 100 * discount, 2));
         course.money.push_back({QStringLiteral("Discount %:"),
                                 SqlNumber(discount) % u"% (" % row.Text(u"ConcessionType") % u')'});
     }
