@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QMenu>
+#include <QRadioButton>
 #include <QTest>
 #include <QThread>
 
@@ -30,6 +31,7 @@ private slots:
     void OtherDatabase();
     void Rights_data();
     void Rights();
+    void ReportsOfTheSelection();
     void Menu();
 
 private:
@@ -199,6 +201,7 @@ void TestContactManager::Rights_data()
     QTest::addColumn<int>("right");
     QTest::addColumn<int>("level");
     QTest::addColumn<QString>("off");
+    QTest::newRow("reports, look") << 22 << 3 << u"RepBtn"_qs;
     QTest::newRow("contacts, look") << 23 << 1 << u"AddBtn DelCBtn"_qs;
     QTest::newRow("contacts, add") << 23 << 2 << u"DelCBtn"_qs;
     QTest::newRow("contacts, change") << 23 << 3 << u"DelCBtn"_qs;
@@ -220,10 +223,26 @@ void TestContactManager::Rights()
     Press(form, "AddCBtn");
     List(form, "ContactList2").SelectAll();
     Choose(form, "CharList", "Student");
-    for (const char *name : {"AddBtn", "DelCBtn", "AddToConBtn", "CharList"})
+    for (const char *name : {"AddBtn", "DelCBtn", "AddToConBtn", "CharList", "RepBtn"})
         QCOMPARE(Find<QWidget>(form, name)->isEnabled(), !off.split(' ').contains(name));
     QCOMPARE(Find<TypedCombo>(form, "CharList")->isEditable(), off != "typing");
-    QVERIFY(Find<QWidget>(form, "FindBtn")->isEnabled() && !Find<QWidget>(form, "RepBtn")->isEnabled());
+    QVERIFY(Find<QWidget>(form, "FindBtn")->isEnabled());
+}
+
+void TestContactManager::ReportsOfTheSelection()
+{
+    frmContact form;
+    for (const bool selected : {false, true}) {
+        if (selected) {
+            List(form, "ContactList2").SelectAll();
+            Press(form, "AddCBtn");
+        }
+        m->driver.Expect(u"frmContactWiz"_qs, [selected](QDialog &wizard) {
+            QCOMPARE(Find<QRadioButton>(wizard, u"ConOpt_1"_qs)->isChecked(), selected);
+            wizard.close();
+        });
+        Press(form, "RepBtn");
+    }
 }
 
 void TestContactManager::Menu()
