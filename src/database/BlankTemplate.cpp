@@ -2,6 +2,7 @@
 
 #include "platform/FileDatabase.h"
 
+#include <QFile>
 #include <QSaveFile>
 
 bool CopyOver(const QString &from, const QString &to)
