@@ -5,6 +5,8 @@
 #include "core/Session.h"
 #include "forms/FormBuilder.h"
 
+#include <QLabel>
+
 frmGroupName::frmGroupName(QWidget *parent)
     : FormDialog(QStringLiteral("frmGroupName"), QStringLiteral("Groups"), parent)
 {

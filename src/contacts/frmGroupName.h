@@ -6,6 +6,7 @@
 #include "forms/FormDialog.h"
 #include "forms/RequiredMarks.h"
 
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class TypedCombo;
