@@ -13,6 +13,7 @@
 #include "database/frmODBCLogon.h"
 #include "database/frmRegisterDB.h"
 #include "enrolment/frmPercent.h"
+#include "exchange/frmExportWiz.h"
 #include "exchange/frmImportWiz.h"
 #include "organisations/frmAwardBoard.h"
 #include "organisations/frmOrganisations.h"
@@ -69,6 +70,7 @@ const QHash<QString, Screen> &Standing()
         {QStringLiteral("ID_CourseReports"), Modal<frmCourseWiz>()},
         {QStringLiteral("ID_DBSecurity"), {.runModal = ChangeDatabasePassword}},
         {QStringLiteral("ID_DatabaseOptions"), Modal<frmDBOptions>()},
+        {QStringLiteral("ID_Export"), Modal<frmExportWiz>()},
         {QStringLiteral("ID_Import"), Modal<frmImportWiz>()},
         {QStringLiteral("ID_LocalOptions"), Modal<frmLocalOptions>()},
         {QStringLiteral("ID_Organisations"), Modal<frmOrganisations>()},

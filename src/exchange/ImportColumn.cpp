@@ -125,14 +125,22 @@ QString ImportColumn::Value(const QString &text) const
     case Kind::Date:
         return SqlNumber(DateToInt(ImportedDate(text)));
     case Kind::Lookup: {
-        const QString name = m_size > 0 ? text.left(m_size) : text;
-        const int key = Table_Fix(name, m_lookup->table, m_lookup->name, m_lookup->key, m_lookup->extra);
+        const int key =
+            Table_Fix(LookedUp(text), m_lookup->table, m_lookup->name, m_lookup->key, m_lookup->extra);
         return key < 0 ? QString() : SqlNumber(key);
     }
     case Kind::Text:
         break;
     }
     return u'\'' % CutSafeText(text, m_size) % u'\'';
+}
+
+QString ImportColumn::KnownValue(const QString &text) const
+{
+    if (m_kind != Kind::Lookup)
+        return Value(text);
+    const int key = Table_Find(LookedUp(text), m_lookup->table, m_lookup->name, m_lookup->key);
+    return key == 0 ? QString() : SqlNumber(key);
 }
 
 std::vector<ImportColumn> ImportColumns(const ListModel &fields, const Recordset &query, const QString &table)

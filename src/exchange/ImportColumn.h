@@ -38,11 +38,14 @@ public:
     /// The text as a value of SQL. Looks a reference up, and makes it where there is none; "" after an error
     /// in that, which was reported. Only inside Reported.
     QString Value(const QString &text) const;
+    /// The same without making anything: "" for a reference that is not there yet. Only inside Reported.
+    QString KnownValue(const QString &text) const;
 
 private:
     enum class Kind { Text, Whole, Number, Sex, Date, Lookup };
     struct Lookup;
     static const Lookup *LookupOf(const QString &table, const QString &column);
+    QString LookedUp(const QString &text) const { return m_size > 0 ? text.left(m_size) : text; }
     static Kind KindOf(ColumnType type);
 
     const Lookup *m_lookup;

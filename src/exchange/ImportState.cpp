@@ -134,3 +134,8 @@ bool ImportState::Run(Progress &progress)
 {
     return Import_CSV_File(m_fileName, ImportSel, m_query, m_keyColumn, m_table, progress);
 }
+
+std::optional<ImportCheck> ImportState::Check(Progress &progress) const
+{
+    return Check_CSV_File(m_fileName, ImportSel, m_query, m_keyColumn, m_table, progress);
+}

@@ -3,6 +3,7 @@
 #include "controls/ComboModel.h"
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
+#include "exchange/CsvCheck.h"
 #include "exchange/CsvMap.h"
 
 #include <QString>
@@ -32,6 +33,8 @@ public:
     bool ChooseFile(const QString &fileName);
     /// Step 2. False, with a message, if nothing or not every required field is to be imported.
     bool CheckMapping();
+    /// What step 3 would do, without doing it. Nothing if it cannot be told, with a message.
+    std::optional<ImportCheck> Check(Progress &progress) const;
     /// Step 3. False if the import did not get to the end of the file.
     bool Run(Progress &progress);
 

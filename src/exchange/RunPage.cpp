@@ -25,6 +25,8 @@ void RunPage::Run(const std::function<void(Progress &)> &work)
     Progress run = ProgBar->NewRun();
     SetRun(&run);
     work(run);
+    if (run.IsCancelled())
+        m_done->setText(QStringLiteral("Stopped."));
     SetRun(nullptr);
 }
 

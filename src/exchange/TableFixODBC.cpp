@@ -3,10 +3,18 @@
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
 
+namespace
+{
+QString SameName(const QString &value, const QString &table, const QString &field)
+{
+    return u"SELECT * FROM " % table % u" WHERE " % field % u"= '" % value % u"'";
+}
+} // namespace
+
 int ADO_Table_Fix(const QString &value, const QString &table, const QString &field, const QString &idField,
                   const QString &extra)
 {
-    const QString sameName = u"SELECT * FROM " % table % u" WHERE " % field % u"= '" % value % u"'";
+    const QString sameName = SameName(value, table, field);
     return Reported("ADO_Table_Fix", -1, [&] {
         const Recordset found = OpenRecordset(sameName);
         if (!found.IsEmpty())
@@ -24,4 +32,9 @@ int Table_Fix(const QString &value, const QString &table, const QString &field, 
               const QString &extra)
 {
     return ADO_Table_Fix(SqlSafeText(value), table, field, idField, extra);
+}
+
+int Table_Find(const QString &value, const QString &table, const QString &field, const QString &idField)
+{
+    return ReadKey(SameName(SqlSafeText(value), table, field), idField);
 }

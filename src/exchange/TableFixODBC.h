@@ -10,3 +10,5 @@ int ADO_Table_Fix(const QString &value, const QString &table, const QString &fie
 /// The same for a text as it was read.
 int Table_Fix(const QString &value, const QString &table, const QString &field, const QString &idField,
               const QString &extra);
+/// The key of that row; 0 where there is none. Writes nothing. Only inside Reported.
+int Table_Find(const QString &value, const QString &table, const QString &field, const QString &idField);

@@ -1,5 +1,6 @@
 #include "exchange/frmImportWiz.h"
 
+#include "exchange/CsvPages.h"
 #include "exchange/ImportPages.h"
 #include "exchange/RunPage.h"
 #include "reports/SSWizardNavBar.h"
@@ -9,9 +10,17 @@ frmImportWiz::frmImportWiz(QWidget *parent)
     , m_state(CsvMap::Installed())
 {
     m_pages = new WizardPages(this);
-    m_dataPage = new ImportDataPage(
-        m_pages->AddPage(QStringLiteral("Step0"), QStringLiteral("Welcome to the Import Wizard")), m_state);
-    m_filePage = new ImportFilePage(m_pages->AddPage(QStringLiteral("Step1"), QStringLiteral("CSV Import")));
+    m_dataPage = new DataSetPage(
+        m_pages->AddPage(QStringLiteral("Step0"), QStringLiteral("Welcome to the Import Wizard")),
+        {.types = QStringLiteral("ImportTypes"),
+         .list = QStringLiteral("ImportList"),
+         .listCaption = QStringLiteral("&Importing Data to:"),
+         .empty = QStringLiteral("The map of import fields (csvmap.dat) offers nothing.")},
+        m_state.ImportTypes, m_state.ImportList);
+    m_filePage = new FilePage(m_pages->AddPage(QStringLiteral("Step1"), QStringLiteral("CSV Import")),
+                              FilePage::Purpose::Open, QStringLiteral("Te&xt file:"),
+                              QStringLiteral("The first line of the file names its fields.\n"
+                                             "Dates are read as DD/MM/YYYY or YYYY-MM-DD."));
     m_mapPage = new ImportMapPage(m_pages->AddPage(QStringLiteral("Step2"), QStringLiteral("Field Mapping")),
                                   m_state);
     m_runPage = new RunPage(m_pages->AddPage(QStringLiteral("Step3"), QStringLiteral("Importing Data...")),
@@ -25,8 +34,8 @@ frmImportWiz::frmImportWiz(QWidget *parent)
             accept();
     });
     connect(SSWizardNavBar1, &SSWizardNavBar::PageShown, this, &frmImportWiz::OnPageShown);
-    connect(m_dataPage, &ImportDataPage::Chosen, this, &frmImportWiz::OnNext);
-    connect(m_filePage, &ImportFilePage::Changed, this, &frmImportWiz::ShowButtons);
+    connect(m_dataPage, &DataSetPage::Chosen, this, &frmImportWiz::OnNext);
+    connect(m_filePage, &FilePage::Changed, this, &frmImportWiz::ShowButtons);
     connect(m_runPage, &RunPage::RunningChanged, this, &frmImportWiz::ShowButtons);
     OnPageShown(Data);
 }

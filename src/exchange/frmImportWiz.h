@@ -3,8 +3,8 @@
 #include "exchange/ImportState.h"
 #include "forms/FormDialog.h"
 
-class ImportDataPage;
-class ImportFilePage;
+class DataSetPage;
+class FilePage;
 class ImportMapPage;
 class RunPage;
 class SSWizardNavBar;
@@ -32,8 +32,8 @@ private:
     ImportState m_state;
     WizardPages *m_pages;
     SSWizardNavBar *SSWizardNavBar1;
-    ImportDataPage *m_dataPage;
-    ImportFilePage *m_filePage;
+    DataSetPage *m_dataPage;
+    FilePage *m_filePage;
     ImportMapPage *m_mapPage;
     RunPage *m_runPage;
 };

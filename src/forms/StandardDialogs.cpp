@@ -24,6 +24,8 @@ QMessageBox::StandardButtons ButtonsOf(Buttons buttons)
         return QMessageBox::Yes | QMessageBox::No;
     case Buttons::YesNoCancel:
         return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case Buttons::YesNoAll:
+        return QMessageBox::Yes | QMessageBox::YesToAll | QMessageBox::No | QMessageBox::NoToAll;
     case Buttons::RetryCancel:
         return QMessageBox::Retry | QMessageBox::Cancel;
     case Buttons::Ok:
@@ -45,6 +47,10 @@ QMessageBox::StandardButton ButtonOf(Answer answer)
         return QMessageBox::Yes;
     case Answer::No:
         return QMessageBox::No;
+    case Answer::YesToAll:
+        return QMessageBox::YesToAll;
+    case Answer::NoToAll:
+        return QMessageBox::NoToAll;
     case Answer::None:
         break;
     }
@@ -53,7 +59,8 @@ QMessageBox::StandardButton ButtonOf(Answer answer)
 
 Answer AnswerOf(int button)
 {
-    for (const Answer answer : {Answer::Ok, Answer::Cancel, Answer::Retry, Answer::Yes, Answer::No}) {
+    for (const Answer answer : {Answer::Ok, Answer::Cancel, Answer::Retry, Answer::Yes, Answer::No,
+                                Answer::YesToAll, Answer::NoToAll}) {
         if (ButtonOf(answer) == button)
             return answer;
     }
@@ -65,6 +72,7 @@ Answer FirstAnswer(Buttons buttons)
     switch (buttons) {
     case Buttons::YesNo:
     case Buttons::YesNoCancel:
+    case Buttons::YesNoAll:
         return Answer::Yes;
     case Buttons::RetryCancel:
         return Answer::Retry;
@@ -111,6 +119,8 @@ Answer ShowMsgBox(const QString &text, const QString &title, Buttons buttons, Di
                     ButtonsOf(buttons), QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(ButtonOf(defaultAnswer == Answer::None ? FirstAnswer(buttons) : defaultAnswer));
+    if (buttons == Buttons::YesNoAll)
+        box.setEscapeButton(QMessageBox::No);
     ShowWholeTitle(box);
     return AnswerOf(box.exec());
 }

@@ -12,10 +12,11 @@
 /// script of expected ones.
 namespace Dialogs
 {
-enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, RetryCancel };
+/// YesNoAll: Yes and No, each also for all questions of its kind that follow in a run.
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, YesNoAll, RetryCancel };
 enum class Icon { None, Information, Question, Exclamation, Stop };
 /// The numbers are those that callers pass on: 4 means that the failed statement runs again.
-enum class Answer { None = 0, Ok = 1, Cancel = 2, Retry = 4, Yes = 6, No = 7 };
+enum class Answer { None = 0, Ok = 1, Cancel = 2, Retry = 4, Yes = 6, No = 7, YesToAll = 8, NoToAll = 9 };
 
 struct FileQuestion {
     QString title;

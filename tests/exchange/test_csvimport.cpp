@@ -2,7 +2,6 @@
 #include "core/Progress.h"
 #include "core/Session.h"
 #include "database/MiscODBC.h"
-#include "exchange/CsvExport.h"
 #include "exchange/CsvImport.h"
 #include "exchange/ImportColumn.h"
 #include "exchange/ImportState.h"
@@ -42,7 +41,7 @@ private slots:
     void init();
     void cleanup();
 
-    void SamplePeopleComeInAndGoOut();
+    void SamplePeopleComeIn();
     void StatementsOfOneLine();
     void CleanUpMendsWhatFilesLeftOut();
     void LinesAreCounted();
@@ -60,8 +59,6 @@ private slots:
     void FilesWithNothingToImport_data();
     void FilesWithNothingToImport();
     void HeaderThatChangedStopsTheImport();
-    void ExportWritesEachKindOfColumn();
-    void ExportComplains();
 
 private:
     QString File(const QByteArray &bytes);
@@ -110,7 +107,7 @@ int TestCsvImport::Count(const QString &table)
     return TestDatabase::Value(u"SELECT COUNT(*) FROM " % table).toInt();
 }
 
-void TestCsvImport::SamplePeopleComeInAndGoOut()
+void TestCsvImport::SamplePeopleComeIn()
 {
     m_user->Expect("CSV Import", Summary(500, 0, 0));
     QVERIFY(Import(QStringLiteral(DEMO_DATA "/people.csv")));
@@ -131,21 +128,6 @@ void TestCsvImport::SamplePeopleComeInAndGoOut()
     m_user->Expect("CSV Import", Summary(0, 0, 500));
     QVERIFY(Import(QStringLiteral(DEMO_DATA "/people.csv")));
     QCOMPARE(Count("Contacts"), 501);
-
-    // Out with the same fields and in again: nothing is new.
-    ImportState state(CsvMap(QStringLiteral(SYSTEM_DATA "/csvmap.dat")));
-    QVERIFY(state.ChooseDataSet() && state.ChooseFile(QStringLiteral(DEMO_DATA "/people.csv")));
-    ListModel fields;
-    for (int row = 0; row < state.ImportSel.Count(); ++row) {
-        const TreeNode *target = state.TargetOf(row);
-        fields.Add({.key = target->key.mid(1), .text = target->text, .checked = true});
-    }
-    const auto entries = CsvMap(QStringLiteral(SYSTEM_DATA "/csvmap.dat")).Entries("English", 1);
-    const QString out = m_folder.filePath("out.csv");
-    m_user->Expect("CSV Export", "Export complete:\n500 Records where exported.");
-    Export_CSV_File(out, fields, CsvMap::ValueOf(entries, u'$'), m_progress);
-    m_user->Expect("CSV Import", Summary(0, 0, 500));
-    QVERIFY(Import(out));
 }
 
 void TestCsvImport::StatementsOfOneLine()
@@ -407,11 +389,8 @@ void TestCsvImport::RefusesQueriesThatAreNoDataSet()
         m_user->Expect("CSV Import", programFailed);
         m_user->Expect("CSV Import", importFailed);
         QVERIFY(!Import_CSV_File(File("a\n1\n"), ListModel(), sql, "City_ID", "City", m_progress));
-        m_user->Expect("CSV Export", "No Records found in database.");
-        Export_CSV_File(m_folder.filePath("none.csv"), ListModel(), sql, m_progress);
     }
     QVERIFY(log.Statements().isEmpty());
-    QVERIFY(!QFile::exists(m_folder.filePath("none.csv")));
 }
 
 void TestCsvImport::FilesWithNothingToImport_data()
@@ -456,57 +435,6 @@ void TestCsvImport::HeaderThatChangedStopsTheImport()
                        u"file again.");
     QVERIFY(!state.Run(m_progress));
     QCOMPARE(Count("Contacts"), 1);
-}
-
-void TestCsvImport::ExportWritesEachKindOfColumn()
-{
-    for (const char *values :
-         {"'Ann', 'Ash \"A\"', 0, 19650322, 2", "'Ben', 'Birch, B', 1, 0, NULL", "'Cat', NULL, 2, NULL, 3"})
-        QVERIFY(gConnection.Execute(
-            "INSERT INTO Contacts (Cust_Forename, Cust_Surname, Cust_Sex, Cust_DOB, OrganRef) "
-            "VALUES (" +
-            QString(values) + ")"));
-    ListModel fields;
-    fields.Add({.key = "cust_surname", .text = "Last \"name\"", .checked = true});
-    fields.Add({.key = "Cust_Forename", .text = "First"});
-    fields.Add({.key = "NoSuchColumn", .text = "None", .checked = true});
-    fields.Add({.key = "Cust_Sex", .text = "Sex", .checked = true});
-    fields.Add({.key = "Cust_DOB", .text = "Born", .checked = true});
-    fields.Add({.key = "OrganRef", .text = "Works", .checked = true});
-    QFile file(m_folder.filePath("kinds.csv"));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("what was there before") > 0);
-    file.close();
-    m_user->Expect("CSV Export", "Export complete:\n3 Records where exported.");
-    Export_CSV_File(file.fileName(), fields,
-                    "SELECT * FROM Contacts WHERE ContactRef > 1 ORDER BY ContactRef", m_progress);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QString today = QDate::currentDate().toString("dd/MM/yyyy");
-    QCOMPARE(file.read(3), QByteArray("\xEF\xBB\xBF"));
-    QCOMPARE(QString::fromUtf8(file.readAll()), u"\"Last \"\"name\"\"\",\"Sex\",\"Born\",\"Works\"\r\n"
-                                                u"\"Ash \"\"A\"\"\",\"Not Specified\",\"22/03/1965\",2\r\n"
-                                                u"\"Birch, B\",\"Female\",\"" %
-                                                    today % u"\",0\r\n\"\",\"Male\",\"\",3\r\n");
-    QCOMPARE(m_progress.Value(), 3);
-}
-
-void TestCsvImport::ExportComplains()
-{
-    ListModel fields;
-    fields.Add({.key = "City", .text = "City", .checked = true});
-    const QString all = "SELECT * FROM City";
-    const QString file = m_folder.filePath("complains.csv");
-
-    m_user->Expect("CSV Export", "No Records found in database.");
-    Export_CSV_File(file, fields, "SELECT * FROM City WHERE City_ID = 0", m_progress);
-    m_user->Expect("Veltrane Connection", programFailed);
-    m_user->Expect("CSV Export", "Export failed, maybe an invalid SQL query was passed.");
-    Export_CSV_File(file, fields, "SELECT * FROM NoTable", m_progress);
-    m_user->Expect("CSV Export", programFailed);
-    m_user->Expect("CSV Export", "Export failed, maybe an invalid SQL query was passed.\n\nUnable to write "
-                                 "'/no/such/folder/x.csv': No such file or directory.");
-    Export_CSV_File("/no/such/folder/x.csv", fields, all, m_progress);
-    Export_CSV_File(file, ListModel(), all, m_progress); // nothing ticked: nothing to say
-    QVERIFY(!QFile::exists(file));
 }
 
 QTEST_GUILESS_MAIN(TestCsvImport)

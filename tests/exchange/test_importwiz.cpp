@@ -26,6 +26,7 @@ private slots:
     void cleanup();
     void ImportsByKeyboardAlone();
     void ChangesTheMapping();
+    void ChecksTheFile();
     void StaysWhereSomethingIsMissing();
     void CancelStopsTheRun();
 
@@ -142,6 +143,45 @@ void TestImportWiz::ChangesTheMapping()
     Press(form, "cmdNav_1");
     Press(form, "cmdNav_2");
     QCOMPARE(keys(), (QStringList{"?1", "*2-Cust_Surname", "*3-Cust_Addr1", "?4"}));
+}
+
+void TestImportWiz::ChecksTheFile()
+{
+    QFile file(m_folder.filePath("faults.csv"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("Forename,Surname,Address,Date of Birth\nAnn,Ash,1 High St,\nBen,Birch,2 Low St,soon\n");
+    file.close();
+    frmImportWiz form;
+    form.show();
+    Press(form, "cmdNav_2");
+    TypeInto(form, "Filename", file.fileName());
+    Press(form, "cmdNav_2");
+    Find<ListView>(form, "ImportSel")->Model().SetChecked(1, false);
+    m_user->Expect("CSV Import", "The following fields are required:\n    Surname\n");
+    Press(form, "CheckBtn");
+    Press(form, "cmdNav_1");
+    Press(form, "cmdNav_2");
+
+    ModalDriver hands;
+    const QString list = m_folder.filePath("list.csv");
+    hands.Expect("frmCheckFile", [&](QDialog &check) {
+        QTRY_VERIFY(IsEnabled(check, "SaveBtn"));
+        QCOMPARE(Find<QLabel>(check, "Notice")->text(),
+                 QStringLiteral("2 lines: 1 new, 0 changed, 0 the same, 1 faulty. An import skips the faulty "
+                                "ones."));
+        const ListModel &faults = Find<ListView>(check, "FaultList")->Model();
+        QCOMPARE(faults.Count(), 1);
+        QCOMPARE(faults.At(0).text, QStringLiteral("3"));
+        QCOMPARE(faults.At(0).subItems,
+                 (QStringList{"Date of Birth", "soon", "is no date as DD/MM/YYYY or YYYY-MM-DD"}));
+        m_user->ExpectFile("Save As", list);
+        Press(check, "SaveBtn");
+        Type(check, Qt::Key_Escape);
+    });
+    Press(form, "CheckBtn");
+    QVERIFY(QFile::exists(list));
+    QCOMPARE(TestDatabase::Value("SELECT COUNT(*) FROM Contacts"), QStringLiteral("1"));
+    QCOMPARE(Title(form), QStringLiteral("Field Mapping"));
 }
 
 void TestImportWiz::StaysWhereSomethingIsMissing()

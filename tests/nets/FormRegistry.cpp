@@ -28,6 +28,8 @@
 #include "enrolment/frmStudentInfo.h"
 #include "exchange/ImportState.h"
 #include "exchange/frmChangeMap.h"
+#include "exchange/frmCheckFile.h"
+#include "exchange/frmExportWiz.h"
 #include "exchange/frmImportWiz.h"
 #include "organisations/frmAddOrg.h"
 #include "organisations/frmAwardBoard.h"
@@ -116,8 +118,8 @@ std::unique_ptr<QWidget> OpenNewCharacteristic()
     return form;
 }
 
-/// The mapping of the first field of a file of people.
-std::unique_ptr<QWidget> OpenChangeMap()
+/// An import of a file of people, up to the mapping of its fields.
+const ImportState *ImportedPeople()
 {
     static ImportState state(CsvMap::Installed());
     state.ImportList.SelectFirst();
@@ -127,7 +129,14 @@ std::unique_ptr<QWidget> OpenChangeMap()
     people.close();
     if (!state.ChooseDataSet() || !state.ChooseFile(people.fileName()))
         return nullptr;
-    return std::make_unique<frmChangeMap>(state, 0);
+    return &state;
+}
+
+template <typename Form, typename... Arguments>
+std::unique_ptr<QWidget> OpenOnImport(Arguments... arguments)
+{
+    const ImportState *state = ImportedPeople();
+    return state ? std::make_unique<Form>(*state, arguments...) : nullptr;
 }
 
 std::unique_ptr<QWidget> OpenSplash()
@@ -163,7 +172,8 @@ const std::vector<FormEntry> &FormRegistry()
          {},
          std::nullopt,
          QStringLiteral("U")},
-        {QStringLiteral("frmChangeMap"), OpenChangeMap},
+        {QStringLiteral("frmChangeMap"), [] { return OpenOnImport<frmChangeMap>(0); }},
+        {QStringLiteral("frmCheckFile"), [] { return OpenOnImport<frmCheckFile>(); }},
         {QStringLiteral("frmContact"), Open<frmContact>(), {}, searchOfPeople},
         {QStringLiteral("frmAwardBoard"), Open<frmAwardBoard>()},
         {QStringLiteral("frmContactMain"), Open<frmContactMain>()},
@@ -176,6 +186,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmDBPass"), Open<frmDBPass>()},
         {QStringLiteral("frmDBProps"), Open<frmDBProps>(QStringLiteral("College"), true)},
         {QStringLiteral("frmGroupName"), Open<frmGroupName>(), QStringLiteral("GroupName")},
+        {QStringLiteral("frmExportWiz"), Open<frmExportWiz>()},
         {QStringLiteral("frmImportWiz"), Open<frmImportWiz>()},
         {QStringLiteral("frmLocalOptions"), Open<frmLocalOptions>()},
         {QStringLiteral("frmMain"), Open<frmMain>()},

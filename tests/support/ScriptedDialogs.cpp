@@ -17,12 +17,15 @@ bool Offers(Dialogs::Buttons buttons, Dialogs::Answer answer)
     case Answer::Ok:
         return buttons == Buttons::Ok || buttons == Buttons::OkCancel;
     case Answer::Cancel:
-        return buttons != Buttons::Ok && buttons != Buttons::YesNo;
+        return buttons != Buttons::Ok && buttons != Buttons::YesNo && buttons != Buttons::YesNoAll;
     case Answer::Retry:
         return buttons == Buttons::RetryCancel;
     case Answer::Yes:
     case Answer::No:
-        return buttons == Buttons::YesNo || buttons == Buttons::YesNoCancel;
+        return buttons == Buttons::YesNo || buttons == Buttons::YesNoCancel || buttons == Buttons::YesNoAll;
+    case Answer::YesToAll:
+    case Answer::NoToAll:
+        return buttons == Buttons::YesNoAll;
     case Answer::None:
         break;
     }

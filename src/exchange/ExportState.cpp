@@ -1,0 +1,125 @@
+#include "exchange/ExportState.h"
+
+#include "exchange/CsvExport.h"
+#include "exchange/TextLines.h"
+#include "platform/Dialogs.h"
+#include "platform/Directories.h"
+
+#include <QSaveFile>
+
+namespace
+{
+constexpr int bitsKept = 31;
+const QString language = QStringLiteral("English");
+
+QString MaskFile()
+{
+    return Directories::WrittenFile(QStringLiteral("export.tmp"));
+}
+
+bool Complain(const QString &text)
+{
+    Dialogs::MsgBox(text, QStringLiteral("CSV Export"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    return false;
+}
+} // namespace
+
+ExportState::ExportState(const CsvMap &map)
+    : m_map(map)
+{
+    ExportTypes.Add(QStringLiteral("Text File (Comma Separated Values)"));
+    ExportTypes.SetCurrent(0);
+    ExportSel.SetCheckable(true);
+    std::vector<ListItem> sets;
+    for (const CsvDataSet &set : m_map.DataSets(language))
+        sets.push_back({u'!' % QString::number(set.number), set.name});
+    m_masks.assign(sets.size(), notStored);
+    ExportList.Fill(std::move(sets));
+    ExportList.SelectFirst();
+    LoadMasks();
+}
+
+void ExportState::LoadMasks()
+{
+    TextLines lines;
+    if (!lines.Open(MaskFile()))
+        return;
+    QString line;
+    for (int &mask : m_masks) {
+        if (!lines.Next(line))
+            return;
+        bool isNumber = false;
+        const int stored = line.trimmed().toInt(&isNumber);
+        mask = isNumber && stored >= 0 ? stored : notStored;
+    }
+}
+
+void ExportState::SaveMasks() const
+{
+    QByteArray text;
+    for (const int mask : m_masks)
+        text += QByteArray::number(mask) + "\r\n";
+    QSaveFile file(MaskFile());
+    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size())
+        file.commit();
+}
+
+bool ExportState::ChooseDataSet()
+{
+    const std::vector<int> selected = ExportList.SelectedRows();
+    if (selected.empty())
+        return Complain(QStringLiteral("No selected/available items to export."));
+    const ListItem &set = ExportList.At(selected.front());
+    m_chosen = static_cast<size_t>(selected.front());
+    m_name = set.text;
+    const std::vector<CsvMapEntry> entries = m_map.Entries(language, KeyNumber(set.key));
+    m_query = CsvMap::ValueOf(entries, u'$');
+
+    std::vector<ListItem> fields;
+    for (const CsvMapEntry &entry : entries) {
+        if (entry.tag == u'*' || entry.tag == u'?')
+            fields.push_back({.key = entry.value, .text = entry.text, .bold = entry.tag == u'*'});
+    }
+    ExportSel.Fill(std::move(fields));
+    ExportSel.SelectFirst();
+
+    int &mask = m_masks[m_chosen];
+    if (mask == notStored) {
+        bool isNumber = false;
+        const int proposed = CsvMap::ValueOf(entries, u'&').toInt(&isNumber);
+        mask = isNumber ? proposed : notStored;
+    }
+    ShowMask(mask);
+    return true;
+}
+
+void ExportState::ShowMask(int mask)
+{
+    for (int row = 0; row < ExportSel.Count(); ++row)
+        ExportSel.SetChecked(row, mask == notStored || (row < bitsKept && (mask & (1 << row))));
+}
+
+void ExportState::TickAll(bool ticked)
+{
+    for (int row = 0; row < ExportSel.Count(); ++row)
+        ExportSel.SetChecked(row, ticked);
+}
+
+bool ExportState::ChooseFields()
+{
+    const std::vector<int> checked = ExportSel.CheckedRows();
+    if (checked.empty())
+        return Complain(QStringLiteral("You need at least one field to export."));
+    int &mask = m_masks[m_chosen];
+    mask = 0;
+    for (const int row : checked) {
+        if (row < bitsKept)
+            mask |= 1 << row;
+    }
+    return true;
+}
+
+bool ExportState::Run(const QString &fileName, Progress &progress) const
+{
+    return Export_CSV_File(fileName, ExportSel, m_query, progress);
+}

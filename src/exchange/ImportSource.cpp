@@ -1,0 +1,67 @@
+#include "exchange/ImportSource.h"
+
+#include "controls/ListModel.h"
+#include "core/ErrorHandler.h"
+#include "exchange/CsvFields.h"
+#include "exchange/ReportQuery.h"
+#include "platform/Dialogs.h"
+
+namespace
+{
+constexpr QChar delimiter = u',';
+
+ImportSource::Opened Say(const QString &text)
+{
+    Dialogs::MsgBox(text, QStringLiteral("CSV Import"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    return ImportSource::Opened::Told;
+}
+} // namespace
+
+ImportSource::Opened ImportSource::Open(const char *routineName, const QString &fileName,
+                                        const ListModel &fields, const QString &sql, const QString &table)
+{
+    const std::optional<Recordset> query = OpenReportQuery(sql);
+    if (!query) {
+        SetCurrentError({0, QStringLiteral("CSV Import"),
+                         QStringLiteral("The query of the data set does not read what can be imported."),
+                         QString()});
+        HandleError(QString::fromLatin1(routineName), 0);
+        return Opened::RefusedQuery;
+    }
+    if (!m_reader.Open(fileName))
+        return Say(u"Unable to open '" % fileName % u"'.\n" % m_reader.Problem());
+    CsvLine header;
+    m_lines = m_reader.Next(header) ? m_reader.CountRest() : 0;
+    if (m_lines == 0)
+        return Say(QStringLiteral("No Records found to import."));
+    m_header = header.text;
+    if (HeaderDiffers(fields))
+        return Say(u"The fields of '" % fileName %
+                   u"' are not any more what they were when you chose it. Please choose the file again.");
+    m_columns = ImportColumns(fields, *query, table);
+    return Opened::Yes;
+}
+
+/// The mapping was made on another header than the file has now.
+bool ImportSource::HeaderDiffers(const ListModel &fields) const
+{
+    for (const int row : fields.CheckedRows()) {
+        const ListItem &field = fields.At(row);
+        if (field.key.contains(u'-') && CsvGetField(m_header, delimiter, KeyNumber(field.key)) != field.text)
+            return true;
+    }
+    return false;
+}
+
+bool ImportSource::Next()
+{
+    if (!m_reader.Next(m_line))
+        return false;
+    m_texts = CsvGetFields(m_line.text, delimiter);
+    return true;
+}
+
+QString ImportSource::FieldName(const ImportColumn &column) const
+{
+    return CsvGetField(m_header, delimiter, column.Position());
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "exchange/CsvReader.h"
+#include "exchange/ImportColumn.h"
+
+#include <QStringList>
+
+#include <vector>
+
+class ListModel;
+
+/// The file of an import, line by line, with the columns that its fields go to.
+class ImportSource final
+{
+public:
+    enum class Opened { Yes, RefusedQuery, Told };
+    /// Told: there is nothing to import, and the user knows why. `routineName` is the one that a refused
+    /// query is reported under. Only inside Reported.
+    Opened Open(const char *routineName, const QString &fileName, const ListModel &fields, const QString &sql,
+                const QString &table);
+
+    int Lines() const { return m_lines; } ///< behind the header
+    /// Goes to the next line; false behind the last one.
+    bool Next();
+    const CsvLine &Line() const { return m_line; }
+    const std::vector<ImportColumn> &Columns() const { return m_columns; }
+    /// What the line has for a column.
+    QString Text(const ImportColumn &column) const { return m_texts.value(column.Position() - 1); }
+    /// The header's name of the field that a column is taken from.
+    QString FieldName(const ImportColumn &column) const;
+    bool FileChanged() const { return m_reader.FileChanged(); }
+
+private:
+    bool HeaderDiffers(const ListModel &fields) const;
+
+    CsvReader m_reader;
+    QString m_header;
+    std::vector<ImportColumn> m_columns;
+    int m_lines = 0;
+    CsvLine m_line;
+    QStringList m_texts;
+};

@@ -1,0 +1,116 @@
+#include "exchange/frmCheckFile.h"
+
+#include "database/GlobalCode.h"
+#include "exchange/ImportState.h"
+#include "forms/FormBuilder.h"
+#include "forms/ProgressBar.h"
+#include "platform/Dialogs.h"
+
+#include <QFileInfo>
+#include <QLabel>
+#include <QShowEvent>
+
+namespace
+{
+constexpr int shownOfValue = 200;
+
+QString Counted(int count)
+{
+    return FormatNumber(count, 0);
+}
+
+QString Summary(const ImportCheck &check)
+{
+    QString text = check.stopped ? QStringLiteral("Stopped. ") : QString();
+    text += Counted(check.lines) % (check.lines == 1 ? u" line: " : u" lines: ") % Counted(check.fresh) %
+            u" new, " % Counted(check.changed) % u" changed, " % Counted(check.same) % u" the same, " %
+            Counted(check.faulty) % u" faulty.";
+    if (check.faulty > 0)
+        text += QStringLiteral(" An import skips the faulty ones.");
+    if (check.cut > 0)
+        text += u'\n' % Counted(check.cut) %
+                (check.cut == 1 ? u" value is too long for its column and is cut."
+                                : u" values are too long for their columns and are cut.");
+    return text;
+}
+} // namespace
+
+frmCheckFile::frmCheckFile(const ImportState &state, QWidget *parent)
+    : FormDialog(QStringLiteral("frmCheckFile"), QStringLiteral("Check File"), parent)
+    , m_state(state)
+{
+    m_faults.SetColumns(
+        {QStringLiteral("Line"), QStringLiteral("Column"), QStringLiteral("Value"), QStringLiteral("Fault")});
+    FormBuilder form(this);
+    m_notice = form.Line(QStringLiteral("Notice"), u"Checking '" % QFileInfo(state.FileName()).fileName() %
+                                                       u"' without changing anything in the database.");
+    ProgBar = new ProgressBar(this);
+    form.Place(ProgBar, QStringLiteral("ProgBar"));
+    ListView *list = form.List(QStringLiteral("FaultList"), QStringLiteral("&Faults:"), m_faults);
+    list->SetColumnChars({8, 18, 24, 38});
+    list->SetEmptyText(QStringLiteral("No line with a fault."));
+    list->setMinimumSize(list->fontMetrics().averageCharWidth() * 92, list->fontMetrics().height() * 14);
+    form.BeginButtons();
+    SaveBtn = form.Button(QStringLiteral("SaveBtn"), QStringLiteral("&Save Faults..."));
+    ExitBtn = form.DefaultButton(QStringLiteral("ExitBtn"), QStringLiteral("&Close"));
+    form.EndButtons();
+    SaveBtn->setEnabled(false);
+    connect(SaveBtn, &QPushButton::clicked, this, &frmCheckFile::SaveFaults);
+    connect(ExitBtn, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmCheckFile::showEvent(QShowEvent *event)
+{
+    FormDialog::showEvent(event);
+    if (!std::exchange(m_started, true))
+        QMetaObject::invokeMethod(this, &frmCheckFile::Run, Qt::QueuedConnection);
+}
+
+void frmCheckFile::Run()
+{
+    Progress run = ProgBar->NewRun();
+    m_run = &run;
+    ExitBtn->setText(QStringLiteral("&Cancel"));
+    std::optional<ImportCheck> check = m_state.Check(run);
+    m_run = nullptr;
+    ExitBtn->setText(QStringLiteral("&Close"));
+    if (!check)
+        return reject();
+    m_check = std::move(*check);
+    ShowResult();
+}
+
+void frmCheckFile::ShowResult()
+{
+    std::vector<ListItem> rows;
+    rows.reserve(m_check.faults.size());
+    for (const ImportFault &fault : m_check.faults) {
+        const bool isLong = fault.value.size() > shownOfValue;
+        const QString value = isLong ? fault.value.left(shownOfValue) % u"..." : fault.value;
+        rows.push_back({u'?' % QString::number(rows.size()),
+                        QString::number(fault.line),
+                        {fault.field, FlattenLines(value), fault.why}});
+    }
+    m_faults.Fill(std::move(rows));
+    m_notice->setText(Summary(m_check));
+    ProgBar->hide();
+    SaveBtn->setEnabled(!m_check.faults.empty());
+    ExitBtn->setFocus();
+}
+
+void frmCheckFile::SaveFaults()
+{
+    const QFileInfo checked(m_state.FileName());
+    const QString file = Dialogs::SaveFile(
+        {QStringLiteral("Save As"), checked.path(), checked.completeBaseName() % u" faults.csv",
+         QStringLiteral("Comma Separated Values (*.csv);;All Files (*.*)"), QStringLiteral("csv")});
+    if (!file.isEmpty())
+        SaveImportFaults(file, m_check.faults);
+}
+
+bool frmCheckFile::MayLeave()
+{
+    if (m_run)
+        m_run->Cancel();
+    return !m_run;
+}

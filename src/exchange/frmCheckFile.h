@@ -1,0 +1,41 @@
+#pragma once
+
+#include "controls/ListModel.h"
+#include "exchange/CsvCheck.h"
+#include "forms/FormDialog.h"
+
+class ImportState;
+class Progress;
+class ProgressBar;
+class QLabel;
+class QPushButton;
+
+/// Goes over the file of an import without writing: how many lines are new, changed, the same and faulty,
+/// and what is wrong with the faulty ones. The check runs by itself once the form is shown.
+class frmCheckFile final : public FormDialog
+{
+    Q_OBJECT
+
+public:
+    explicit frmCheckFile(const ImportState &state, QWidget *parent = nullptr);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    /// The first press stops a running check, the second leaves.
+    bool MayLeave() override;
+
+private:
+    void Run();
+    void ShowResult();
+    void SaveFaults();
+
+    const ImportState &m_state;
+    ImportCheck m_check;
+    ListModel m_faults;
+    Progress *m_run = nullptr;
+    bool m_started = false;
+    QLabel *m_notice;
+    ProgressBar *ProgBar;
+    QPushButton *SaveBtn;
+    QPushButton *ExitBtn;
+};
