@@ -95,6 +95,14 @@ void TreeModel::SetTick(TreeNode *node, TreeTick tick)
     emit Changed();
 }
 
+void TreeModel::SetAllTicks(TreeTick tick)
+{
+    for (TreeNode *node : Nodes()) {
+        if (node->tick != TreeTick::None && node->tick != tick)
+            SetTick(node, tick);
+    }
+}
+
 void TreeModel::SetExpanded(TreeNode *node, bool expanded)
 {
     if (node->expanded == expanded)

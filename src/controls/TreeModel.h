@@ -46,6 +46,8 @@ public:
 
     void SetText(TreeNode *node, const QString &text);
     void SetTick(TreeNode *node, TreeTick tick);
+    /// Sets every node that has a tick.
+    void SetAllTicks(TreeTick tick);
     void SetExpanded(TreeNode *node, bool expanded);
 
     QItemSelectionModel *Selection() { return m_selection; }

@@ -1,5 +1,6 @@
 #include "core/Screens.h"
 
+#include "attributes/frmCustomAttributes.h"
 #include "contacts/frmContact.h"
 #include "contacts/frmContactMain.h"
 #include "core/Main.h"
@@ -68,6 +69,7 @@ const QHash<QString, Screen> &Standing()
         {QStringLiteral("ID_ContactReports"), Modal<frmContactWiz>()},
         {QStringLiteral("ID_CourseManager"), Child<frmCourse>(QStringLiteral("frmCourse"))},
         {QStringLiteral("ID_CourseReports"), Modal<frmCourseWiz>()},
+        {QStringLiteral("ID_CustomAttributes"), Modal<frmCustomAttributes>()},
         {QStringLiteral("ID_DBSecurity"), {.runModal = ChangeDatabasePassword}},
         {QStringLiteral("ID_DatabaseOptions"), Modal<frmDBOptions>()},
         {QStringLiteral("ID_Export"), Modal<frmExportWiz>()},

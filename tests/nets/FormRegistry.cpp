@@ -1,5 +1,9 @@
 #include "nets/FormRegistry.h"
 
+#include "attributes/CustomAttribModule.h"
+#include "attributes/frmAddAttribute.h"
+#include "attributes/frmAddAttributeVal.h"
+#include "attributes/frmCustomAttributes.h"
 #include "contacts/frmAddContact.h"
 #include "contacts/frmAddEditRoleTypes.h"
 #include "contacts/frmContact.h"
@@ -157,6 +161,9 @@ const std::vector<FormEntry> &FormRegistry()
 {
     static const std::vector<FormEntry> forms = {
         {QStringLiteral("frmAbout"), Open<frmAbout>()},
+        {QStringLiteral("frmAddAttribute"), Open<frmAddAttribute>(), QStringLiteral("AttribName")},
+        {QStringLiteral("frmAddAttributeVal"), Open<frmAddAttributeVal>(1, QStringLiteral("Diet")),
+         QStringLiteral("AttribName")},
         {QStringLiteral("frmAddContact new"), Open<frmAddContact>(), QStringLiteral("Surname")},
         {QStringLiteral("frmAddContact view"), OpenPerson, {}, QStringList()},
         {QStringLiteral("frmAddContact edit"), OpenPersonToEdit, QStringLiteral("Surname"), std::nullopt,
@@ -181,6 +188,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmContactWiz"), Open<frmContactWiz>()},
         {QStringLiteral("frmCourse"), Open<frmCourse>(), {}, QStringList()},
         {QStringLiteral("frmCourseWiz"), Open<frmCourseWiz>()},
+        {QStringLiteral("frmCustomAttributes"), Open<frmCustomAttributes>(), {}, QStringList()},
         {QStringLiteral("frmDBLogon"), Open<frmDBLogon>()},
         {QStringLiteral("frmDBOptions"), Open<frmDBOptions>(), {}, QStringList()},
         {QStringLiteral("frmDBPass"), Open<frmDBPass>()},
@@ -225,6 +233,8 @@ void FillForms()
     g_organRef =
         TestDatabase::Value(QStringLiteral("SELECT OrganRef FROM Organisations WHERE OrganName = 'Acme'"))
             .toInt();
+    CustomAttrib_AddAttribVal(QStringLiteral("Vegan"),
+                              CustomAttrib_AddAttrib({QStringLiteral("Diet"), AttribType::Multi}));
     ADO_Users_AddUser(clerk.text, QStringLiteral("secret"), RightsBlank());
     g_courseRef = ADO_Course_AddCourse(QStringLiteral("Welding"), {}, 100, 10, {});
     g_contactRef =

@@ -1,0 +1,189 @@
+#include "attributes/CustomAttribODBC.h"
+
+#include "controls/ListModel.h"
+#include "controls/TreeModel.h"
+#include "database/GlobalCode.h"
+#include "database/MiscODBC.h"
+
+#include <QSet>
+
+namespace
+{
+QString SameName(const QString &name)
+{
+    return u"SELECT AttributeRef FROM CustomAttributes WHERE AttributeName = '" % name % u"'";
+}
+
+QString SameValue(const QString &value, int attributeRef)
+{
+    return u"SELECT AttributeValueRef FROM CustomAttributeValues WHERE AttributeValue = '" % value %
+           u"' AND AttributeRef = " % SqlNumber(attributeRef);
+}
+
+QString ValueKey(const Recordset::Row &row)
+{
+    return u'?' % row.Text(u"AttributeValueRef") % u'!' % row.Text(u"AttributeRef");
+}
+
+void AddAttributes(TreeModel &tree, int section)
+{
+    const Recordset attributes = OpenRecordset(u"SELECT * FROM CustomAttributes WHERE AppliesTo = " %
+                                               SqlNumber(section) % u" ORDER BY AttributeName ASC");
+    for (const Recordset::Row row : attributes) {
+        const auto type = static_cast<AttribType>(row.Long(u"AttributeType"));
+        tree.Add({}, {u'!' % row.Text(u"AttributeRef"), row.Text(u"AttributeName"), AttribImage(type)});
+    }
+}
+
+void AddValues(TreeModel &tree)
+{
+    const Recordset values =
+        OpenRecordset(QStringLiteral("SELECT * FROM CustomAttributeValues ORDER BY AttributeValue ASC"));
+    for (const Recordset::Row row : values) {
+        TreeNode node{ValueKey(row), row.Text(u"AttributeValue")};
+        node.tick = TreeTick::Off;
+        tree.Add(u'!' % row.Text(u"AttributeRef"), std::move(node));
+    }
+}
+
+bool RunAll(const char *routineName, std::initializer_list<QStringView> statements, int key)
+{
+    return Reported(routineName, false, [&] {
+        for (const QStringView statement : statements)
+            Execute(statement % SqlNumber(key));
+        return true;
+    });
+}
+} // namespace
+
+QString AttribImage(AttribType type)
+{
+    return type == AttribType::Single ? QStringLiteral("tag") : QStringLiteral("view-pim-tasks");
+}
+
+bool ADO_CustomAttrib_Show(TreeModel &tree, int section)
+{
+    return Reported("ADO_CustomAttrib_Show", false, [&] {
+        QSet<QString> folded;
+        for (const TreeNode *node : tree.Nodes()) {
+            if (!node->children.empty() && !node->expanded)
+                folded.insert(node->key);
+        }
+        const QString selected = tree.Selected() ? tree.Selected()->key : QString();
+        tree.Clear();
+        AddAttributes(tree, section);
+        AddValues(tree);
+        for (TreeNode *node : tree.Nodes())
+            tree.SetExpanded(node, !node->children.empty() && !folded.contains(node->key));
+        tree.Select(tree.Find(selected));
+        return true;
+    });
+}
+
+bool ADO_CustomAttrib_Store(const TreeModel &tree, int recordRef, int section)
+{
+    return Reported("ADO_CustomAttrib_Store", false, [&] {
+        Execute(u"DELETE FROM AppliedAttributes WHERE AppliesToRef = " % SqlNumber(recordRef) %
+                u" AND RefSection = " % SqlNumber(section));
+        for (const TreeNode *node : tree.Nodes()) {
+            if (node->tick == TreeTick::On)
+                Execute(u"INSERT INTO AppliedAttributes "
+                        u"(AttributeRef,AttributeValueRef,AppliesToRef,RefSection) VALUES (" %
+                        SqlNumber(KeyNumber(node->parent->key)) % u',' % SqlNumber(KeyNumber(node->key)) %
+                        u',' % SqlNumber(recordRef) % u',' % SqlNumber(section) % u')');
+        }
+        return true;
+    });
+}
+
+bool ADO_CustomAttrib_Get(TreeModel &tree, int recordRef, int section)
+{
+    return Reported("ADO_CustomAttrib_Get", false, [&] {
+        const Recordset applied =
+            OpenRecordset(u"SELECT AttributeValueRef, AttributeRef FROM AppliedAttributes WHERE "
+                          u"AppliesToRef = " %
+                          SqlNumber(recordRef) % u" AND RefSection = " % SqlNumber(section));
+        for (const Recordset::Row row : applied) {
+            if (TreeNode *node = tree.Find(ValueKey(row)))
+                tree.SetTick(node, TreeTick::On);
+        }
+        return true;
+    });
+}
+
+void ADO_CustomAttrib_ShowAttrib(CustomAttribView &view, int key)
+{
+    Reported("ADO_CustomAttrib_ShowAttrib", [&] {
+        const Recordset attribute =
+            OpenRecordset(u"SELECT * FROM CustomAttributes WHERE AttributeRef = " % SqlNumber(key));
+        if (attribute.IsEmpty())
+            return;
+        const Recordset::Row row = attribute.First();
+        view.ShowAttrib(key, {row.Text(u"AttributeName"), static_cast<AttribType>(row.Long(u"AttributeType")),
+                              static_cast<int>(row.Long(u"AppliesTo"))});
+    });
+}
+
+int ADO_CustomAttrib_AddAttrib(const QString &name, AttribType type, int appliesTo)
+{
+    return Reported("ADO_CustomAttrib_AddAttrib", -1, [&] {
+        const QString sameName = SameName(name);
+        if (HasRow(sameName))
+            return 0;
+        Execute(u"INSERT INTO CustomAttributes (AttributeName, AttributeType, AppliesTo) VALUES ('" % name %
+                u"'," % SqlNumber(static_cast<int>(type)) % u',' % SqlNumber(appliesTo) % u')');
+        return ReadKey(sameName, u"AttributeRef");
+    });
+}
+
+int ADO_CustomAttrib_UpdateAttrib(int key, const QString &name, AttribType type, int appliesTo)
+{
+    return Reported("ADO_CustomAttrib_UpdateAttrib", -1, [&] {
+        if (HasRow(SameName(name) % u" AND AttributeRef <> " % SqlNumber(key)))
+            return 0;
+        Execute(u"UPDATE CustomAttributes SET AttributeName='" % name % u"', AttributeType = " %
+                SqlNumber(static_cast<int>(type)) % u", AppliesTo = " % SqlNumber(appliesTo) %
+                u" WHERE AttributeRef = " % SqlNumber(key));
+        return key;
+    });
+}
+
+int ADO_CustomAttrib_AddAttribVal(const QString &value, int attributeRef)
+{
+    return Reported("ADO_CustomAttrib_AddAttribVal", -1, [&] {
+        const QString sameValue = SameValue(value, attributeRef);
+        if (HasRow(sameValue))
+            return 0;
+        Execute(u"INSERT INTO CustomAttributeValues (AttributeValue,AttributeRef) VALUES ('" % value % u"'," %
+                SqlNumber(attributeRef) % u')');
+        return ReadKey(sameValue, u"AttributeValueRef");
+    });
+}
+
+int ADO_CustomAttrib_UpdateAttribVal(int key, const QString &value, int attributeRef)
+{
+    return Reported("ADO_CustomAttrib_UpdateAttribVal", -1, [&] {
+        if (HasRow(SameValue(value, attributeRef) % u" AND AttributeValueRef <> " % SqlNumber(key)))
+            return 0;
+        Execute(u"UPDATE CustomAttributeValues SET AttributeValue = '" % value %
+                u"' WHERE AttributeValueRef = " % SqlNumber(key));
+        return key;
+    });
+}
+
+bool ADO_CustomAttrib_DelAttrib(int key)
+{
+    return RunAll("ADO_CustomAttrib_DelAttrib",
+                  {u"DELETE FROM AppliedAttributes WHERE AttributeRef = ",
+                   u"DELETE FROM CustomAttributeValues WHERE AttributeRef = ",
+                   u"DELETE FROM CustomAttributes WHERE AttributeRef = "},
+                  key);
+}
+
+bool ADO_CustomAttrib_DelAttribVal(int key)
+{
+    return RunAll("ADO_CustomAttrib_DelAttribVal",
+                  {u"DELETE FROM AppliedAttributes WHERE AttributeValueRef = ",
+                   u"DELETE FROM CustomAttributeValues WHERE AttributeValueRef = "},
+                  key);
+}

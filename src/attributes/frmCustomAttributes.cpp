@@ -1,0 +1,159 @@
+#include "attributes/frmCustomAttributes.h"
+
+#include "attributes/CustomAttribModule.h"
+#include "attributes/frmAddAttribute.h"
+#include "attributes/frmAddAttributeVal.h"
+#include "controls/ListModel.h"
+#include "core/Session.h"
+#include "database/GlobalCode.h"
+#include "database/Security.h"
+#include "forms/FormBuilder.h"
+
+namespace
+{
+constexpr int rightAttributes = 120;
+constexpr int mayAdd = 2;
+constexpr int mayChange = 3;
+constexpr int mayDelete = 9;
+
+QString AttributeKey(int attributeRef)
+{
+    return u'!' % SqlNumber(attributeRef);
+}
+
+QString ValueKey(int valueRef, int attributeRef)
+{
+    return u'?' % SqlNumber(valueRef) % AttributeKey(attributeRef);
+}
+
+bool IsAttribute(const TreeNode &node)
+{
+    return node.key.startsWith(u'!');
+}
+} // namespace
+
+frmCustomAttributes::frmCustomAttributes(QWidget *parent)
+    : FormDialog(QStringLiteral("frmCustomAttributes"), QStringLiteral("Custom Attributes"), parent)
+{
+    FormBuilder form(this);
+    m_list = form.Tree(QStringLiteral("AttribList"), QStringLiteral("&Attributes and their values:"),
+                       m_attributes);
+    m_list->SetEmptyText(QStringLiteral("No custom attributes yet."));
+    BuildButtons(form);
+    connect(m_list, &TreeView::Opened, m_editBtn, &QPushButton::click);
+    connect(m_list, &TreeView::DeletePressed, m_delBtn, &QPushButton::click);
+    connect(m_attributes.Selection(), &QItemSelectionModel::selectionChanged, this,
+            &frmCustomAttributes::EnableButtons);
+    ShowAttributes();
+    resize(84 * fontMetrics().averageCharWidth(), 26 * fontMetrics().lineSpacing());
+    m_list->setFocus();
+}
+
+void frmCustomAttributes::BuildButtons(FormBuilder &form)
+{
+    form.BeginButtons(FormBuilder::Align::Start);
+    m_addAttribBtn = form.Button(QStringLiteral("AddAttribBtn"), QStringLiteral("&New Attribute"));
+    m_addValBtn = form.Button(QStringLiteral("AddValBtn"), QStringLiteral("New &Value"));
+    m_editBtn = form.Button(QStringLiteral("EditBtn"), QStringLiteral("&Edit"));
+    m_delBtn = form.Button(QStringLiteral("DelBtn"), QStringLiteral("&Delete"));
+    form.Gap();
+    QPushButton *refresh = form.Button(QStringLiteral("RefBtn"), QStringLiteral("&Refresh"));
+    QPushButton *exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
+    form.EndButtons();
+    connect(m_addAttribBtn, &QPushButton::clicked, this, &frmCustomAttributes::AddAttribute);
+    connect(m_addValBtn, &QPushButton::clicked, this, &frmCustomAttributes::AddValue);
+    connect(m_editBtn, &QPushButton::clicked, this, &frmCustomAttributes::EditSelected);
+    connect(m_delBtn, &QPushButton::clicked, this, &frmCustomAttributes::DeleteSelected);
+    connect(refresh, &QPushButton::clicked, this, &frmCustomAttributes::ShowAttributes);
+    connect(exit, &QPushButton::clicked, this, &frmCustomAttributes::reject);
+}
+
+void frmCustomAttributes::EnableButtons()
+{
+    const int level = UserRight(rightAttributes);
+    const bool isSelected = m_attributes.Selected();
+    m_addAttribBtn->setEnabled(level >= mayAdd);
+    m_addValBtn->setEnabled(level >= mayAdd && isSelected);
+    m_editBtn->setEnabled(level >= mayChange && isSelected);
+    m_editBtn->setText(level >= mayChange ? QStringLiteral("&Edit") : QStringLiteral("&View"));
+    m_delBtn->setEnabled(level >= mayDelete && isSelected);
+}
+
+void frmCustomAttributes::ShowAttributes()
+{
+    ADO_CustomAttrib_Show(m_attributes, AttribSection::contacts);
+    // Here values are kept, not given to anybody, so that they need no box to tick.
+    m_attributes.SetAllTicks(TreeTick::None);
+    if (!m_attributes.Selected())
+        m_attributes.SelectFirst();
+    EnableButtons();
+}
+
+void frmCustomAttributes::ShowSaved(const QString &key)
+{
+    const bool isSaved = gDialogResult > 0;
+    gDialogResult = 0;
+    ShowAttributes();
+    if (!isSaved)
+        return;
+    if (const TreeNode *node = m_attributes.Find(key)) {
+        m_attributes.Select(node);
+        m_list->ShowNode(node);
+        return;
+    }
+    Dialogs::MsgBox(QStringLiteral("Another user has deleted this item meanwhile."), windowTitle(),
+                    Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+}
+
+void frmCustomAttributes::AddAttribute()
+{
+    gDialogResult = 0;
+    frmAddAttribute(this).exec();
+    ShowSaved(AttributeKey(gDialogResult));
+}
+
+void frmCustomAttributes::AddValue()
+{
+    const TreeNode *node = m_attributes.Selected();
+    if (!node)
+        return;
+    const TreeNode *attribute = IsAttribute(*node) ? node : node->parent;
+    const int attributeRef = KeyNumber(attribute->key);
+    gDialogResult = 0;
+    frmAddAttributeVal(attributeRef, attribute->text, this).exec();
+    ShowSaved(ValueKey(gDialogResult, attributeRef));
+}
+
+void frmCustomAttributes::EditSelected()
+{
+    const TreeNode *node = m_attributes.Selected();
+    if (!node)
+        return;
+    const QString key = node->key;
+    gDialogResult = 0;
+    if (IsAttribute(*node)) {
+        frmAddAttribute form(this);
+        form.EditAttrib(KeyNumber(key));
+        form.exec();
+    } else {
+        frmAddAttributeVal form(KeyNumber(node->parent->key), node->parent->text, this);
+        form.EditValue(KeyNumber(key), node->text);
+        form.exec();
+    }
+    ShowSaved(key);
+}
+
+void frmCustomAttributes::DeleteSelected()
+{
+    const TreeNode *node = m_attributes.Selected();
+    if (!node)
+        return;
+    const auto answer =
+        Dialogs::MsgBox(u"Okay to delete item '" % node->text % u'\'', QStringLiteral("Confirm Deletion"),
+                        Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
+    if (answer != Dialogs::Answer::Yes || !CustomAttrib_Delete(*node))
+        return;
+    m_attributes.Remove(QString(node->key));
+    m_attributes.Select(m_attributes.NodeAt(m_attributes.Selection()->currentIndex()));
+    EnableButtons();
+}
