@@ -3,9 +3,8 @@
 #include "attributes/CustomAttribModule.h"
 #include "forms/FormBuilder.h"
 
-AttributesPage::AttributesPage(int section, QWidget *parent)
+AttributesPage::AttributesPage(QWidget *parent)
     : QWidget(parent)
-    , m_section(section)
 {
     FormBuilder form(this);
     m_list = form.Tree(QStringLiteral("AttribList"), QStringLiteral("Attri&butes:"), m_attributes);
@@ -17,12 +16,12 @@ AttributesPage::AttributesPage(int section, QWidget *parent)
 
 void AttributesPage::FillLists()
 {
-    ADO_CustomAttrib_Show(m_attributes, m_section);
+    ADO_CustomAttrib_Show(m_attributes, AttribSection::contacts);
 }
 
-bool AttributesPage::StoreAttributes(int recordRef) const
+bool AttributesPage::StoreAttributes(int contactRef) const
 {
-    return ADO_CustomAttrib_Store(m_attributes, recordRef, m_section);
+    return ADO_CustomAttrib_Store(m_attributes, contactRef, AttribSection::contacts);
 }
 
 void AttributesPage::Clear()

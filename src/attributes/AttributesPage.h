@@ -7,18 +7,17 @@
 class QPushButton;
 class TreeView;
 
-/// The "Custom Attributes" tab of a record: every attribute with its values, those of the record ticked.
+/// The "Custom Attributes" tab of a person: every attribute with its values, those of the person ticked.
 class AttributesPage final : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// `section` is the kind of the records.
-    explicit AttributesPage(int section, QWidget *parent = nullptr);
+    explicit AttributesPage(QWidget *parent = nullptr);
 
     void FillLists();
-    /// False if the record may have fewer values now than the page shows.
-    bool StoreAttributes(int recordRef) const;
+    /// False if the person may have fewer values now than the page shows.
+    bool StoreAttributes(int contactRef) const;
     void Clear();
     void SetLocked(bool locked);
 
@@ -27,7 +26,6 @@ public:
 private:
     void Toggle(TreeNode *node);
 
-    int m_section;
     bool m_locked = false;
     TreeModel m_attributes;
     TreeView *m_list;

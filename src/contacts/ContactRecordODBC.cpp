@@ -1,5 +1,6 @@
 #include "contacts/ContactRecordODBC.h"
 
+#include "attributes/CustomAttribODBC.h"
 #include "contacts/ContactListODBC.h"
 #include "contacts/GroupODBC.h"
 #include "contacts/RoleODBC.h"
@@ -107,6 +108,12 @@ bool ShowCharacteristics(ContactView &view, int contactRef)
     used.SelectFirst();
     return true;
 }
+
+bool ShowAttributes(TreeModel &tree, int contactRef)
+{
+    return ADO_CustomAttrib_Show(tree, AttribSection::contacts) &&
+           ADO_CustomAttrib_Get(tree, contactRef, AttribSection::contacts);
+}
 } // namespace
 
 int ADO_Contact_AddContact(const ContactRecord &record)
@@ -150,7 +157,8 @@ void ADO_Contact_ShowContact(ContactView &view, int contactRef)
         const ContactRecord record = ReadContact(contact.First());
         view.ShowRecord(record);
         // A save writes these anew: those that could not be read would be lost.
-        if (!ShowCharacteristics(view, contactRef) || !ADO_Contact_GetRoles(contactRef, view.RolesInfo()))
+        if (!ShowCharacteristics(view, contactRef) || !ShowAttributes(view.AttribList(), contactRef) ||
+            !ADO_Contact_GetRoles(contactRef, view.RolesInfo()))
             return;
         view.GroupList().Fill({{u'?' % SqlNumber(contactRef), record.surname % u", " % record.forename}});
         ADO_Contact_ShowGroup_Tree(contactRef, view.GroupTree());

@@ -22,6 +22,7 @@ public:
     virtual void ShowRecord(const ContactRecord &record) = 0;
     virtual ListModel &AvailCriteria() = 0;
     virtual ListModel &UsedCriteria() = 0;
+    virtual TreeModel &AttribList() = 0;
     virtual ListModel &RolesInfo() = 0;
     /// People about to be put in a group: the person shown comes first.
     virtual ListModel &GroupList() = 0;
@@ -38,8 +39,9 @@ int ADO_Contact_AddContact(const ContactRecord &record);
 int ADO_Contact_UpdateContact(int contactRef, const ContactRecord &record);
 /// True if the person still exists; false on an error.
 bool ADO_Contact_CheckContact(int contactRef);
-/// Shows a person with the characteristics held and those that can be given, the roles, and the groups; reads
-/// `Contacts`, `Concessions`, `ContactConcession` and the tables of roles and groups.
+/// Shows a person with the characteristics held and those that can be given, the custom attributes, the
+/// roles, and the groups; reads `Contacts`, `Concessions`, `ContactConcession` and the tables of attributes,
+/// roles and groups.
 void ADO_Contact_ShowContact(ContactView &view, int contactRef);
 /// Appends a person to a list of four columns (name, address, city, postcode) under the key "?" +
 /// reference and selects the new row; a key that is there already and a person who is gone add nothing.

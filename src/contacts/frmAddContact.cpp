@@ -1,5 +1,6 @@
 #include "contacts/frmAddContact.h"
 
+#include "attributes/AttributesPage.h"
 #include "contacts/ContactCoursesPage.h"
 #include "contacts/ContactDetailsPage.h"
 #include "contacts/ContactGroupsPage.h"
@@ -44,6 +45,8 @@ frmAddContact::frmAddContact(QWidget *parent)
     m_details = AddPage<ContactDetailsPage>(m_tabs, QStringLiteral("Details"), QStringLiteral("Details"));
     m_notes = AddPage<ContactNotesPage>(m_tabs, QStringLiteral("NotesAndCharacteristics"),
                                         QStringLiteral("Notes and Characteristics"));
+    m_attributes = AddPage<AttributesPage>(m_tabs, QStringLiteral("CustomAttributes"),
+                                           QStringLiteral("Custom Attributes"));
     m_roles = AddPage<ContactRolesPage>(m_tabs, QStringLiteral("Roles"), QStringLiteral("Roles"));
     m_groups = AddPage<ContactGroupsPage>(m_tabs, QStringLiteral("Groups"), QStringLiteral("Groups"));
     m_courses = AddPage<ContactCoursesPage>(m_tabs, QStringLiteral("Courses"), QStringLiteral("Courses"));
@@ -64,6 +67,7 @@ frmAddContact::frmAddContact(QWidget *parent)
 
     m_details->FillLists();
     m_notes->FillLists();
+    m_attributes->FillLists();
     m_roles->FillLists();
     m_groups->FillLists();
     SetState(State::NewRecord);
@@ -93,6 +97,7 @@ void frmAddContact::WatchChanges()
     m_modified->Watch(m_details);
     m_modified->Watch(m_notes);
     m_modified->Watch(m_notes->UsedCriteria());
+    m_modified->Watch(m_attributes->AttribList());
     // The fields of a role, and the choice of a group, are no part of the record before they are added.
     m_modified->Watch(m_roles->RolesInfo());
     connect(m_groups, &ContactGroupsPage::MembersChanged, m_modified, &ModifiedMark::Set);
@@ -156,6 +161,11 @@ ListModel &frmAddContact::UsedCriteria()
     return m_notes->UsedCriteria();
 }
 
+TreeModel &frmAddContact::AttribList()
+{
+    return m_attributes->AttribList();
+}
+
 ListModel &frmAddContact::RolesInfo()
 {
     return m_roles->RolesInfo();
@@ -185,6 +195,7 @@ void frmAddContact::SetState(State state)
     const bool editing = state != State::View;
     m_details->SetLocked(!editing);
     m_notes->SetLocked(!editing);
+    m_attributes->SetLocked(!editing);
     m_roles->SetLocked(!editing);
     m_groups->SetLocked(!editing);
     m_tabs->setEnabled(isNew || !m_gone);
@@ -248,7 +259,14 @@ bool frmAddContact::Save()
         SetState(State::Edit);
         return false;
     }
-    OfferOrganisationCharacteristics(record.organRef);
+    const bool isGiven = OfferOrganisationCharacteristics(record.organRef);
+    // They are stored before the record is shown anew, which ticks what is stored.
+    if (!m_attributes->StoreAttributes(saved)) {
+        SetState(State::Edit);
+        return false;
+    }
+    if (isGiven)
+        ShowContact(saved);
     m_modified->Clear();
     SetState(State::View);
     return true;
@@ -262,17 +280,17 @@ bool frmAddContact::StoreLists()
            m_roles->StoreRoles(m_contactRef);
 }
 
-void frmAddContact::OfferOrganisationCharacteristics(int organRef)
+bool frmAddContact::OfferOrganisationCharacteristics(int organRef)
 {
     if (organRef <= 1 || !ADO_Organisation_CheckCharswithContact(organRef, m_contactRef))
-        return;
+        return false;
     const Dialogs::Answer answer = Dialogs::MsgBox(
         QStringLiteral("Would you like to apply the Organisation Characteristics to this Contact?"),
         QStringLiteral("Organisation Characteristics"), Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
     if (answer != Dialogs::Answer::Yes)
-        return;
+        return false;
     ADO_Organisation_AddSingleContactConcession(organRef, m_contactRef);
-    ShowContact(m_contactRef);
+    return true;
 }
 
 bool frmAddContact::MayLeave()
@@ -311,6 +329,7 @@ void frmAddContact::ClearAll()
 {
     m_details->Clear();
     m_notes->Clear();
+    m_attributes->Clear();
     m_roles->ClearFields();
     m_groups->Clear();
 }

@@ -3,6 +3,7 @@
 #include "contacts/ContactRecordODBC.h"
 #include "forms/FormDialog.h"
 
+class AttributesPage;
 class ContactCoursesPage;
 class ContactDetailsPage;
 class ContactGroupsPage;
@@ -43,6 +44,7 @@ private:
     void ShowRecord(const ContactRecord &record) override;
     ListModel &AvailCriteria() override;
     ListModel &UsedCriteria() override;
+    TreeModel &AttribList() override;
     ListModel &RolesInfo() override;
     ListModel &GroupList() override;
     TreeModel &GroupTree() override;
@@ -56,7 +58,8 @@ private:
     void WatchChanges();
     bool Save();
     bool StoreLists();
-    void OfferOrganisationCharacteristics(int organRef);
+    /// True if the organisation's characteristics were given to the person.
+    bool OfferOrganisationCharacteristics(int organRef);
 
     void NewRecord();
     void ToggleEdit();
@@ -71,6 +74,7 @@ private:
     QTabWidget *m_tabs;
     ContactDetailsPage *m_details;
     ContactNotesPage *m_notes;
+    AttributesPage *m_attributes;
     ContactRolesPage *m_roles;
     ContactGroupsPage *m_groups;
     ContactCoursesPage *m_courses;

@@ -68,6 +68,7 @@ public:
     }
     ListModel &AvailCriteria() override { return available; }
     ListModel &UsedCriteria() override { return used; }
+    TreeModel &AttribList() override { return attributes; }
     ListModel &RolesInfo() override { return roles; }
     ListModel &GroupList() override { return groupList; }
     TreeModel &GroupTree() override { return groupTree; }
@@ -77,6 +78,7 @@ public:
     ContactRecord record;
     ListModel available;
     ListModel used;
+    TreeModel attributes;
     ListModel roles;
     ListModel groupList;
     TreeModel groupTree;
