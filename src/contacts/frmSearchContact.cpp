@@ -1,5 +1,6 @@
 #include "contacts/frmSearchContact.h"
 
+#include "attributes/CustomAttribODBC.h"
 #include "contacts/ConcessionODBC.h"
 #include "contacts/ContactSearchPage.h"
 #include "contacts/ContactSelection.h"
@@ -13,14 +14,6 @@
 
 namespace
 {
-void SetAll(TreeModel &tree, TreeTick tick)
-{
-    for (TreeNode *node : tree.Nodes()) {
-        if (node->tick != TreeTick::None)
-            tree.SetTick(node, tick);
-    }
-}
-
 /// Not used, must have, must not have, and around again.
 TreeTick Behind(TreeTick tick)
 {
@@ -43,6 +36,7 @@ frmSearchContact::frmSearchContact(ListModel &target, QWidget *parent)
     m_found.SetColumns({QStringLiteral("Contact"), QStringLiteral("Address"), QStringLiteral("City"),
                         QStringLiteral("Postcode")});
     ADO_Contact_ShowChar(m_characteristics);
+    ADO_CustomAttrib_Show(m_attributes, AttribSection::contacts);
     {
         FormBuilder form(this);
         BuildCriteria(form);
@@ -202,8 +196,8 @@ void frmSearchContact::Clear()
 {
     m_details->Clear();
     m_and->setChecked(true);
-    SetAll(m_characteristics, TreeTick::Off);
-    SetAll(m_attributes, TreeTick::Off);
+    m_characteristics.SetAllTicks(TreeTick::Off);
+    m_attributes.SetAllTicks(TreeTick::Off);
     m_found.Clear();
     m_looked->clear();
     EnableResult();

@@ -3,6 +3,7 @@
 #include "contacts/ContactForm.h"
 #include "contacts/Keyboard.h"
 #include "contacts/frmAddContact.h"
+#include "contacts/frmSearchContact.h"
 
 #include <QTest>
 
@@ -32,7 +33,7 @@ QStringList Ticked(const QStringList &seen)
 }
 } // namespace
 
-/// The attributes on the screen of a person.
+/// The attributes on the screens of people.
 class TestAttributesTab final : public QObject
 {
     Q_OBJECT
@@ -45,6 +46,7 @@ private slots:
     void OrganisationCharacteristicsKeepThem();
     void ChangedByAnotherWorkstation();
     void UnreadableIsLocked();
+    void PeopleAreFoundByThem();
 
 private:
     std::unique_ptr<ContactFixture> m;
@@ -174,6 +176,36 @@ void TestAttributesTab::UnreadableIsLocked()
     Sql("ALTER TABLE Away RENAME TO AppliedAttributes");
     Press(form, "MainRefBtn");
     QVERIFY(IsShown(form, "EditBtn"));
+}
+
+/// A search takes any mix of values, of single select attributes too.
+void TestAttributesTab::PeopleAreFoundByThem()
+{
+    const SiteAttributes site;
+    const int anna = Contact_Add(Person("Anna", "Bell"));
+    const int ben = Contact_Add(Person("Ben", "Carter"));
+    Give(anna, {"Red", "Vegan"});
+    Give(ben, {"Blue", "Vegan"});
+    ListModel target;
+    frmSearchContact form(target);
+    form.show();
+    Find<QTabWidget>(form, "SSActiveTabs1")->setCurrentWidget(Find<QWidget>(form, "AttribFrame"));
+    const auto finds = [&](const QString &asked, int contactRef) {
+        m->dialogs.Expect({}, u"Searching on the following fields:\n\n" % asked %
+                                  u"\nNumber of records found = 1");
+        Press(form, "FindBtn");
+        QCOMPARE(Keys(List(form, "ContactInfo")), QStringList(Key(contactRef)));
+    };
+    Click(form, "Vegan");
+    Click(form, "Red");
+    finds(" AND Attribute = Red\n AND Attribute = Vegan\n", anna);
+    Click(form, "Red");
+    finds(" AND Attribute <> Red\n AND Attribute = Vegan\n", ben);
+    Find<QRadioButton>(form, "Opt_AndOr_1")->click();
+    Click(form, "Blue");
+    finds("Attribute = Blue\nAttribute <> Red\nAttribute = Vegan\n", ben);
+    Press(form, "ClearBtn");
+    QCOMPARE(Seen(Tree(form)).filter("o ").size(), 4);
 }
 
 QTEST_MAIN(TestAttributesTab)
