@@ -10,6 +10,7 @@
 #include <QPrinter>
 #include <QProgressDialog>
 
+#include <algorithm>
 #include <numeric>
 
 namespace
@@ -84,11 +85,16 @@ void Pages::MeasureColumns()
             width = qMax(width, metrics.horizontalAdvance(Cell(m_rows[i], column)));
         m_widths.push_back(width + gap);
     }
-    const int needed = std::accumulate(m_widths.begin(), m_widths.end(), 0);
-    if (needed <= Paper().width())
-        return;
+    // Narrow columns keep what they need; one very long text must not squeeze them.
+    std::vector<int *> narrowFirst;
     for (int &width : m_widths)
-        width = static_cast<int>(static_cast<qint64>(width) * Paper().width() / needed);
+        narrowFirst.push_back(&width);
+    std::sort(narrowFirst.begin(), narrowFirst.end(), [](int *a, int *b) { return *a < *b; });
+    int room = Paper().width();
+    for (size_t i = 0; i < narrowFirst.size(); ++i) {
+        *narrowFirst[i] = qMin(*narrowFirst[i], room / static_cast<int>(narrowFirst.size() - i));
+        room -= *narrowFirst[i];
+    }
 }
 
 void Pages::PrintLine(int line, const std::function<QString(int column)> &text)
