@@ -8,6 +8,7 @@
 #include "organisations/frmAddOrg.h"
 
 #include <QLayout>
+#include <QSignalBlocker>
 
 namespace
 {
@@ -116,6 +117,12 @@ void ContactBusinessPage::EditOrganisation()
     const int organRef = m_organisations.CurrentData();
     frmAddOrg::EditRecords({u'?' % QString::number(organRef)}, true, this);
     gDialogResult = 0;
+    // The same organisation under another name is no change of the person.
+    std::vector<QSignalBlocker> quiet;
+    quiet.emplace_back(m_organList);
+    quiet.emplace_back(m_organList->lineEdit());
+    for (const auto &[field, column] : m_texts)
+        quiet.emplace_back(field);
     FillLists();
     m_organisations.ChooseData(organRef);
 }

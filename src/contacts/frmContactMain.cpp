@@ -170,7 +170,13 @@ void frmContactMain::EditItem()
         return;
     }
     const int row = m_items.SelectedRows().front();
-    if (const std::optional<RefLabel> stored = OpenDialog(KeyNumber(m_items.At(row).key)))
+    const int key = KeyNumber(m_items.At(row).key);
+    // What another workstation deleted meanwhile leaves the list.
+    if (Contact_ViewItem(Section(), key).name.isEmpty()) {
+        Refresh();
+        return;
+    }
+    if (const std::optional<RefLabel> stored = OpenDialog(key))
         m_items.SetText(row, FormatRefLabel(stored->reference, stored->name));
 }
 

@@ -279,6 +279,14 @@ void TestContactMaintenance::Deleting()
     Press(form, "DelBtn");
     QCOMPARE(Texts(Items(form)), QStringList("Acomb"));
 
+    // Where another workstation deleted one, changing it only shows that.
+    const int york = AddItem(ContactSection::Cities, "York");
+    Press(form, "RefBtn");
+    Items(form).SelectOnly(Items(form).Find(u'?' % SqlNumber(york)));
+    Contact_DeleteItem(ContactSection::Cities, york);
+    Press(form, "EditBtn");
+    QCOMPARE(Texts(Items(form)), QStringList("Acomb"));
+
     // A deletion that fails ends the walk.
     AddItem(ContactSection::Cities, "Dover");
     Press(form, "RefBtn");
