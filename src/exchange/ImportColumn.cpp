@@ -79,6 +79,7 @@ ImportColumn::ImportColumn(const QString &field, const RecordsetColumn &about, c
                            int position, Role role)
     : m_lookup(LookupOf(table.toUpper(), field.toUpper()))
     , m_target(m_lookup ? m_lookup->target : field)
+    , m_assignment(m_target % u" = ")
     , m_kind(m_lookup ? Kind::Lookup : KindOf(about.type))
     , m_size(about.definedSize)
     , m_position(position)

@@ -28,7 +28,8 @@ public:
 
     int Position() const { return m_position; } ///< in the file from 1; 0 = in no field of it
     Role ColumnRole() const { return m_role; }
-    const QString &Target() const { return m_target; } ///< the column of the table
+    const QString &Target() const { return m_target; }         ///< the column of the table
+    const QString &Assignment() const { return m_assignment; } ///< "Target = ", to go before a value
 
     /// Why the column does not take the text, as the end of a sentence; "" if it does.
     QString Objection(const QString &text) const;
@@ -50,6 +51,7 @@ private:
 
     const Lookup *m_lookup;
     QString m_target;
+    QString m_assignment;
     Kind m_kind;
     int m_size;
     int m_position;

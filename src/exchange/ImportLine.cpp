@@ -14,7 +14,7 @@ void LineValues::AddValue(QString &text, const Cell &cell)
 
 void LineValues::AddPair(QString &text, const Cell &cell)
 {
-    text.append(cell.column->Target()).append(QStringView(u" = ")).append(cell.value);
+    text.append(cell.column->Assignment()).append(cell.value);
 }
 
 QString LineValues::Joined(QStringView separator, void (*add)(QString &, const Cell &),

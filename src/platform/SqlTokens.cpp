@@ -2,26 +2,40 @@
 
 #include <QList>
 
+#include <array>
+
 namespace
 {
+/// What a character can be part of. Every statement is read by these, so that ASCII is looked up.
+enum CharClass : quint8 { Space = 1, Digit = 2, WordStart = 4, WordPart = 8 };
+
+constexpr auto asciiClasses = [] {
+    std::array<quint8, 128> classes{};
+    for (char16_t c = 0; c < classes.size(); ++c) {
+        const bool isLetter = (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_';
+        if (c <= u' ')
+            classes[c] = Space;
+        else if (c >= u'0' && c <= u'9')
+            classes[c] = Digit | WordPart;
+        else if (isLetter)
+            classes[c] = WordStart | WordPart;
+        else if (c == u'$' || c == u'#' || c == u'@')
+            classes[c] = WordPart;
+    }
+    return classes;
+}();
+
+bool Is(char16_t c, CharClass wanted)
+{
+    constexpr char16_t hardSpace = 0xA0;
+    if (c < asciiClasses.size())
+        return (asciiClasses[c] & wanted) != 0;
+    return c == hardSpace ? wanted == Space : c > hardSpace && (wanted == WordStart || wanted == WordPart);
+}
+
 bool IsDigit(char16_t c)
 {
-    return c >= u'0' && c <= u'9';
-}
-
-bool StartsWord(char16_t c)
-{
-    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || c >= 0xA1;
-}
-
-bool ContinuesWord(char16_t c)
-{
-    return StartsWord(c) || IsDigit(c) || c == u'$' || c == u'#' || c == u'@';
-}
-
-bool IsSpace(char16_t c)
-{
-    return c <= u' ' || c == 0xA0;
+    return Is(c, Digit);
 }
 
 /// Walks a statement. Each End... gives the place behind the token that begins at `at`.
@@ -51,7 +65,7 @@ public:
 
     qsizetype EndOfWord(qsizetype at) const
     {
-        while (at < m_size && ContinuesWord(m_text[at]))
+        while (at < m_size && Is(m_text[at], WordPart))
             ++at;
         return at;
     }
@@ -101,7 +115,7 @@ SqlFault SqlTokens::Read(QStringView sql)
     bool finished = false;
     for (qsizetype at = 0; at < sql.size();) {
         const char16_t c = cursor.At(at);
-        if (IsSpace(c)) {
+        if (Is(c, Space)) {
             ++at;
             continue;
         }
@@ -124,7 +138,7 @@ SqlFault SqlTokens::Read(QStringView sql)
             end = cursor.EndOfQuoted(at, c == u'[' ? u']' : c);
             if (end < 0)
                 return SqlFault::OpenName;
-        } else if (StartsWord(c)) {
+        } else if (Is(c, WordStart)) {
             kind = SqlKind::Word;
             end = cursor.EndOfWord(at);
         } else if (IsDigit(c) || (c == u'.' && IsDigit(cursor.At(at + 1)))) {
