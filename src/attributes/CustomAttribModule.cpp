@@ -3,7 +3,6 @@
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
 #include "database/GlobalCode.h"
-#include "platform/Dialogs.h"
 
 #include <array>
 
@@ -12,12 +11,6 @@ namespace
 const QString attribExists = QStringLiteral("Attribute already exists in database.");
 const QString valueExists = QStringLiteral("Attribute Value already exists for this Attribute.");
 
-int TellDuplicate(int result, const QString &text, const QString &title)
-{
-    if (result == 0)
-        Dialogs::MsgBox(text, title, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
-    return result;
-}
 } // namespace
 
 std::span<const AttribSectionInfo> AttribSections()

@@ -5,19 +5,11 @@
 #include "contacts/ContactRecordODBC.h"
 #include "contacts/GroupODBC.h"
 #include "controls/ComboModel.h"
-#include "platform/Dialogs.h"
 
 #include <array>
 
 namespace
 {
-int TellDuplicate(int result, const QString &text, const QString &title)
-{
-    if (result == 0)
-        Dialogs::MsgBox(text, title, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
-    return result;
-}
-
 ContactRecord Safe(ContactRecord record)
 {
     QString *const texts[] = {

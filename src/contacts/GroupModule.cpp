@@ -8,13 +8,7 @@
 
 namespace
 {
-int TellDuplicate(int result, const QString &title)
-{
-    if (result == 0)
-        Dialogs::MsgBox(QStringLiteral("Group name already exists in database."), title, Dialogs::Buttons::Ok,
-                        Dialogs::Icon::Information);
-    return result;
-}
+const QString groupExists = QStringLiteral("Group name already exists in database.");
 
 bool Refuse(const QString &text)
 {
@@ -26,14 +20,14 @@ bool Refuse(const QString &text)
 int GroupName_Add(const QString &name, const QString &referenceId, int linkRef)
 {
     return TellDuplicate(ADO_Contact_AddGroupName(SqlSafeText(name), SqlSafeText(referenceId), linkRef),
-                         QStringLiteral("Add Group Name"));
+                         groupExists, QStringLiteral("Add Group Name"));
 }
 
 int GroupName_Update(int groupRef, const QString &name, const QString &referenceId, int linkRef)
 {
     return TellDuplicate(
         ADO_Contact_UpdateGroupName(groupRef, SqlSafeText(name), SqlSafeText(referenceId), linkRef),
-        QStringLiteral("Update Group Name"));
+        groupExists, QStringLiteral("Update Group Name"));
 }
 
 void GroupName_TakeTyped(int linkRef, ComboModel &list, const QString &typed)

@@ -10,13 +10,7 @@ namespace
 {
 enum SubItem { Rate, StartDate, EndDate };
 
-int TellDuplicate(int result, const QString &title)
-{
-    if (result == 0)
-        Dialogs::MsgBox(QStringLiteral("Role already exists in database."), title, Dialogs::Buttons::Ok,
-                        Dialogs::Icon::Information);
-    return result;
-}
+const QString roleExists = QStringLiteral("Role already exists in database.");
 
 RoleType Safe(RoleType role)
 {
@@ -67,12 +61,13 @@ bool MayRemove(int contactRef, ListModel &roles, int row)
 
 int RoleType_Add(const RoleType &role)
 {
-    return TellDuplicate(ADO_Contact_AddRoleType(Safe(role)), QStringLiteral("Add Role"));
+    return TellDuplicate(ADO_Contact_AddRoleType(Safe(role)), roleExists, QStringLiteral("Add Role"));
 }
 
 int RoleType_Update(int roleTypeRef, const RoleType &role)
 {
-    return TellDuplicate(ADO_Contact_UpdateRoleType(roleTypeRef, Safe(role)), QStringLiteral("Update Role"));
+    return TellDuplicate(ADO_Contact_UpdateRoleType(roleTypeRef, Safe(role)), roleExists,
+                         QStringLiteral("Update Role"));
 }
 
 bool RoleType_MayDelete(int roleTypeRef, const QString &text)

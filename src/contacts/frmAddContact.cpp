@@ -24,15 +24,6 @@ bool MayWithContacts(int level)
 {
     return UserRight(ContactSectionOf(ContactSection::Contacts).right) >= level;
 }
-
-template <typename Page>
-Page *AddPage(QTabWidget *tabs, const QString &name, const QString &caption)
-{
-    auto *page = new Page;
-    page->setObjectName(name);
-    tabs->addTab(page, caption);
-    return page;
-}
 } // namespace
 
 frmAddContact::frmAddContact(QWidget *parent)
@@ -42,14 +33,18 @@ frmAddContact::frmAddContact(QWidget *parent)
     m_warn = form.Line(QStringLiteral("Warn"), QString());
     m_warn->hide();
     m_tabs = form.Tabs(QStringLiteral("SSActiveTabs1"));
-    m_details = AddPage<ContactDetailsPage>(m_tabs, QStringLiteral("Details"), QStringLiteral("Details"));
-    m_notes = AddPage<ContactNotesPage>(m_tabs, QStringLiteral("NotesAndCharacteristics"),
-                                        QStringLiteral("Notes and Characteristics"));
-    m_attributes = AddPage<AttributesPage>(m_tabs, QStringLiteral("CustomAttributes"),
-                                           QStringLiteral("Custom Attributes"));
-    m_roles = AddPage<ContactRolesPage>(m_tabs, QStringLiteral("Roles"), QStringLiteral("Roles"));
-    m_groups = AddPage<ContactGroupsPage>(m_tabs, QStringLiteral("Groups"), QStringLiteral("Groups"));
-    m_courses = AddPage<ContactCoursesPage>(m_tabs, QStringLiteral("Courses"), QStringLiteral("Courses"));
+    m_details = FormBuilder::AddTab(m_tabs, new ContactDetailsPage, QStringLiteral("Details"),
+                                    QStringLiteral("Details"));
+    m_notes = FormBuilder::AddTab(m_tabs, new ContactNotesPage, QStringLiteral("NotesAndCharacteristics"),
+                                  QStringLiteral("Notes and Characteristics"));
+    m_attributes = FormBuilder::AddTab(m_tabs, new AttributesPage, QStringLiteral("CustomAttributes"),
+                                       QStringLiteral("Custom Attributes"));
+    m_roles =
+        FormBuilder::AddTab(m_tabs, new ContactRolesPage, QStringLiteral("Roles"), QStringLiteral("Roles"));
+    m_groups = FormBuilder::AddTab(m_tabs, new ContactGroupsPage, QStringLiteral("Groups"),
+                                   QStringLiteral("Groups"));
+    m_courses = FormBuilder::AddTab(m_tabs, new ContactCoursesPage, QStringLiteral("Courses"),
+                                    QStringLiteral("Courses"));
     BuildButtons(form);
 
     WatchChanges();

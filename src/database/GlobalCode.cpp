@@ -1,6 +1,7 @@
 #include "database/GlobalCode.h"
 
 #include "core/Session.h"
+#include "platform/Dialogs.h"
 #include "platform/Numbers.h"
 
 #include <QLocale>
@@ -101,6 +102,13 @@ QString SqlNumber(double value)
 QString SqlNumber(qint64 value)
 {
     return QString::number(value);
+}
+
+int TellDuplicate(int key, const QString &text, const QString &title)
+{
+    if (key == 0)
+        Dialogs::MsgBox(text, title, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    return key;
 }
 
 double ParseNumber(const QString &text)

@@ -18,6 +18,10 @@ inline QString SqlNumber(int value)
     return SqlNumber(static_cast<qint64>(value));
 }
 
+/// Tells the user of a duplicate: a box with `text` where `key`, what a data function added or updated, is 0.
+/// Gives `key` on, -1 after an error included.
+int TellDuplicate(int key, const QString &text, const QString &title);
+
 /// The digits and the first point of `text` as a number; all else is dropped, and nothing left gives 0.
 double ParseNumber(const QString &text);
 /// The number that an amount field's text holds, grouped ("1,234.50") or not, rounded to `places` half

@@ -219,10 +219,7 @@ QTabWidget *FormBuilder::Tabs(const QString &name)
 
 QWidget *FormBuilder::AddTab(QTabWidget *tabs, const QString &name, const QString &caption)
 {
-    auto *page = new QWidget;
-    page->setObjectName(name);
-    tabs->addTab(page, caption);
-    return page;
+    return AddTab(tabs, new QWidget, name, caption);
 }
 
 FormBuilder::Pair FormBuilder::UsedAvailablePair(const PairNames &names, ListModel &available,

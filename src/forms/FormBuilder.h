@@ -99,6 +99,14 @@ public:
     /// A tab panel, to which AddTab adds pages; each page is built with a builder of its own.
     QTabWidget *Tabs(const QString &name);
     static QWidget *AddTab(QTabWidget *tabs, const QString &name, const QString &caption);
+    /// The same with a page of a class of its own.
+    template <typename Page>
+    static Page *AddTab(QTabWidget *tabs, Page *page, const QString &name, const QString &caption)
+    {
+        page->setObjectName(name);
+        tabs->addTab(page, caption);
+        return page;
+    }
 
     struct PairNames {
         QString available;

@@ -26,13 +26,7 @@ OrganisationRecord Safe(OrganisationRecord record)
     return record;
 }
 
-int TellDuplicate(int result, const QString &title)
-{
-    if (result == 0)
-        Dialogs::MsgBox(QStringLiteral("Organisation already exists in database."), title,
-                        Dialogs::Buttons::Ok, Dialogs::Icon::Information);
-    return result;
-}
+const QString organisationExists = QStringLiteral("Organisation already exists in database.");
 
 bool Agrees(const QString &question, const QString &title)
 {
@@ -106,12 +100,13 @@ void OfferCharacteristics(WriteGroup &group, int organRef, const ListModel &cont
 
 int Organisation_Add(const OrganisationRecord &record)
 {
-    return TellDuplicate(ADO_Organisation_AddOrganisation(Safe(record)), QStringLiteral("Add Organisation"));
+    return TellDuplicate(ADO_Organisation_AddOrganisation(Safe(record)), organisationExists,
+                         QStringLiteral("Add Organisation"));
 }
 
 int Organisation_Update(int organRef, const OrganisationRecord &record)
 {
-    return TellDuplicate(ADO_Organisation_UpdateOrganisation(organRef, Safe(record)),
+    return TellDuplicate(ADO_Organisation_UpdateOrganisation(organRef, Safe(record)), organisationExists,
                          QStringLiteral("Update Organisation"));
 }
 

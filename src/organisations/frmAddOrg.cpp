@@ -22,14 +22,6 @@ bool MayWithOrganisations(int level)
 {
     return UserRight(ContactSectionOf(ContactSection::Organisations).right) >= level;
 }
-
-template <typename Page>
-Page *AddPage(QTabWidget *tabs, Page *page, const QString &name, const QString &caption)
-{
-    page->setObjectName(name);
-    tabs->addTab(page, caption);
-    return page;
-}
 } // namespace
 
 frmAddOrg::frmAddOrg(QWidget *parent)
@@ -39,16 +31,17 @@ frmAddOrg::frmAddOrg(QWidget *parent)
     m_warn = form.Line(QStringLiteral("Warn"), QString());
     m_warn->hide();
     m_tabs = form.Tabs(QStringLiteral("SSActiveTabs1"));
-    m_details =
-        AddPage(m_tabs, new OrganisationDetailsPage, QStringLiteral("Details"), QStringLiteral("Details"));
-    m_notes = AddPage(m_tabs,
-                      new NotesPage({QStringLiteral("Additonal notes about this organisation."),
-                                     QStringLiteral("App&lied to this organisation:"), QString()}),
-                      QStringLiteral("NotesCharacteristics"), QStringLiteral("Notes/Characteristics"));
-    m_contacts =
-        AddPage(m_tabs, new OrganisationContactsPage, QStringLiteral("Contacts"), QStringLiteral("Contacts"));
-    m_places = AddPage(m_tabs, new OrganisationPlacesPage, QStringLiteral("FacilitiesVenues"),
-                       QStringLiteral("Facilities/Venues"));
+    m_details = FormBuilder::AddTab(m_tabs, new OrganisationDetailsPage, QStringLiteral("Details"),
+                                    QStringLiteral("Details"));
+    m_notes =
+        FormBuilder::AddTab(m_tabs,
+                            new NotesPage({QStringLiteral("Additonal notes about this organisation."),
+                                           QStringLiteral("App&lied to this organisation:"), QString()}),
+                            QStringLiteral("NotesCharacteristics"), QStringLiteral("Notes/Characteristics"));
+    m_contacts = FormBuilder::AddTab(m_tabs, new OrganisationContactsPage, QStringLiteral("Contacts"),
+                                     QStringLiteral("Contacts"));
+    m_places = FormBuilder::AddTab(m_tabs, new OrganisationPlacesPage, QStringLiteral("FacilitiesVenues"),
+                                   QStringLiteral("Facilities/Venues"));
     BuildButtons(form);
     WatchChanges();
 

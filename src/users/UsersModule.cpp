@@ -23,11 +23,8 @@ void Users_Fill(ComboModel &combo)
 
 int Users_Add(const QString &name, const QString &password, const QString &rights)
 {
-    const int id = ADO_Users_AddUser(SqlSafeText(name), SqlSafeText(password), rights);
-    if (id == 0)
-        Dialogs::MsgBox(QStringLiteral("User already exists in database."), QStringLiteral("Add User"),
-                        Dialogs::Buttons::Ok, Dialogs::Icon::Information);
-    return id;
+    return TellDuplicate(ADO_Users_AddUser(SqlSafeText(name), SqlSafeText(password), rights),
+                         QStringLiteral("User already exists in database."), QStringLiteral("Add User"));
 }
 
 bool Users_UpdateSecurity(int id, const QString &rights)
