@@ -13,9 +13,7 @@
 
 namespace
 {
-constexpr int mayAdd = 2;
 constexpr int mayChange = 3;
-constexpr int fullAccess = 9;
 
 /// Shows a section's dialog, on the row of `key` where that is not 0; the texts of what was stored.
 template <typename Form>
@@ -72,22 +70,13 @@ void frmContactMain::Build()
     m_list->setAccessibleName(QStringLiteral("Items of the section"));
     m_list->SetEmptyText(QStringLiteral("Nothing in this section yet."));
     form.EndColumns();
-    form.BeginButtons(FormBuilder::Align::Start);
-    m_addBtn = form.Button(QStringLiteral("AddBtn"), QStringLiteral("&Add"));
-    m_editBtn = form.Button(QStringLiteral("EditBtn"), QStringLiteral("&Edit"));
-    m_delBtn = form.Button(QStringLiteral("DelBtn"), QStringLiteral("&Delete"));
-    QPushButton *refresh = form.Button(QStringLiteral("RefBtn"), QStringLiteral("&Refresh"));
-    form.Gap();
-    QPushButton *exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
-    form.EndButtons();
+    m_buttons.emplace(form, m_list);
 
-    connect(m_addBtn, &QPushButton::clicked, this, &frmContactMain::AddItem);
-    connect(m_editBtn, &QPushButton::clicked, this, &frmContactMain::EditItem);
-    connect(m_delBtn, &QPushButton::clicked, this, &frmContactMain::DeleteItems);
-    connect(refresh, &QPushButton::clicked, this, &frmContactMain::Refresh);
-    connect(exit, &QPushButton::clicked, this, &frmContactMain::reject);
-    connect(m_list, &ListView::Opened, m_editBtn, &QPushButton::click);
-    connect(m_list, &ListView::DeletePressed, m_delBtn, &QPushButton::click);
+    connect(m_buttons->add, &QPushButton::clicked, this, &frmContactMain::AddItem);
+    connect(m_buttons->edit, &QPushButton::clicked, this, &frmContactMain::EditItem);
+    connect(m_buttons->del, &QPushButton::clicked, this, &frmContactMain::DeleteItems);
+    connect(m_buttons->refresh, &QPushButton::clicked, this, &frmContactMain::Refresh);
+    connect(m_buttons->exit, &QPushButton::clicked, this, &frmContactMain::reject);
     connect(sections, &ListView::Opened, this, [this] { m_list->setFocus(); });
 }
 
@@ -130,10 +119,8 @@ void frmContactMain::ApplyRights()
 {
     const int level = Level();
     const bool chosen = m_items.Selection()->hasSelection();
-    m_addBtn->setEnabled(level >= mayAdd);
-    m_editBtn->setText(level >= mayChange ? QStringLiteral("&Edit") : QStringLiteral("&View"));
-    m_editBtn->setEnabled(level >= mayChange && chosen);
-    m_delBtn->setEnabled(level == fullAccess && chosen);
+    m_buttons->Apply(level, chosen);
+    m_buttons->edit->setEnabled(level >= mayChange && chosen);
 }
 
 void frmContactMain::AddItem()

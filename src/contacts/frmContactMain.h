@@ -3,9 +3,11 @@
 #include "contacts/ContactModule.h"
 #include "controls/ListModel.h"
 #include "forms/FormDialog.h"
+#include "forms/ListButtons.h"
+
+#include <optional>
 
 class ListView;
-class QPushButton;
 
 /// The vocabularies of the contact side: titles, towns, characteristics, groups, organisations and so on.
 class frmContactMain final : public FormDialog
@@ -35,7 +37,5 @@ private:
     ListModel m_sections;
     ListModel m_items;
     ListView *m_list;
-    QPushButton *m_addBtn;
-    QPushButton *m_editBtn;
-    QPushButton *m_delBtn;
+    std::optional<ListButtons> m_buttons;
 };

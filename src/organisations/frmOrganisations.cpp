@@ -10,9 +10,7 @@
 
 namespace
 {
-constexpr int mayAdd = 2;
 constexpr int mayChange = 3;
-constexpr int fullAccess = 9;
 
 int Level()
 {
@@ -28,22 +26,13 @@ frmOrganisations::frmOrganisations(QWidget *parent)
     m_list = form.List(QStringLiteral("MainList"), {}, m_organisations, ListView::Choice::Multi);
     m_list->setAccessibleName(QStringLiteral("Organisations"));
     m_list->SetEmptyText(QStringLiteral("No organisations yet."));
-    form.BeginButtons(FormBuilder::Align::Start);
-    m_addBtn = form.Button(QStringLiteral("AddBtn"), QStringLiteral("&Add"));
-    m_editBtn = form.Button(QStringLiteral("EditBtn"), QStringLiteral("&Edit"));
-    m_delBtn = form.Button(QStringLiteral("DelBtn"), QStringLiteral("&Delete"));
-    QPushButton *refresh = form.Button(QStringLiteral("RefBtn"), QStringLiteral("&Refresh"));
-    form.Gap();
-    QPushButton *exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
-    form.EndButtons();
+    m_buttons.emplace(form, m_list);
 
-    connect(m_addBtn, &QPushButton::clicked, this, &frmOrganisations::AddOrganisation);
-    connect(m_editBtn, &QPushButton::clicked, this, &frmOrganisations::EditOrganisations);
-    connect(m_delBtn, &QPushButton::clicked, this, &frmOrganisations::DeleteOrganisations);
-    connect(refresh, &QPushButton::clicked, this, &frmOrganisations::Refresh);
-    connect(exit, &QPushButton::clicked, this, &frmOrganisations::reject);
-    connect(m_list, &ListView::Opened, m_editBtn, &QPushButton::click);
-    connect(m_list, &ListView::DeletePressed, m_delBtn, &QPushButton::click);
+    connect(m_buttons->add, &QPushButton::clicked, this, &frmOrganisations::AddOrganisation);
+    connect(m_buttons->edit, &QPushButton::clicked, this, &frmOrganisations::EditOrganisations);
+    connect(m_buttons->del, &QPushButton::clicked, this, &frmOrganisations::DeleteOrganisations);
+    connect(m_buttons->refresh, &QPushButton::clicked, this, &frmOrganisations::Refresh);
+    connect(m_buttons->exit, &QPushButton::clicked, this, &frmOrganisations::reject);
     connect(m_organisations.Selection(), &QItemSelectionModel::selectionChanged, this,
             &frmOrganisations::ApplyRights);
     Refresh();
@@ -64,12 +53,7 @@ void frmOrganisations::Refresh()
 
 void frmOrganisations::ApplyRights()
 {
-    const int level = Level();
-    const bool chosen = m_organisations.Selection()->hasSelection();
-    m_addBtn->setEnabled(level >= mayAdd);
-    m_editBtn->setText(level >= mayChange ? QStringLiteral("&Edit") : QStringLiteral("&View"));
-    m_editBtn->setEnabled(chosen);
-    m_delBtn->setEnabled(level == fullAccess && chosen);
+    m_buttons->Apply(Level(), m_organisations.Selection()->hasSelection());
 }
 
 void frmOrganisations::AddOrganisation()

@@ -2,9 +2,11 @@
 
 #include "controls/ListModel.h"
 #include "forms/FormDialog.h"
+#include "forms/ListButtons.h"
+
+#include <optional>
 
 class ListView;
-class QPushButton;
 
 /// The list of all organisations.
 class frmOrganisations final : public FormDialog
@@ -23,7 +25,5 @@ private:
 
     ListModel m_organisations;
     ListView *m_list;
-    QPushButton *m_addBtn;
-    QPushButton *m_editBtn;
-    QPushButton *m_delBtn;
+    std::optional<ListButtons> m_buttons;
 };
