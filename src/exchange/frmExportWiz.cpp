@@ -1,15 +1,13 @@
 #include "exchange/frmExportWiz.h"
 
 #include "exchange/CsvPages.h"
-#include "exchange/RunPage.h"
 #include "forms/FormBuilder.h"
-#include "reports/SSWizardNavBar.h"
+#include "reports/WizardRunPage.h"
 
 frmExportWiz::frmExportWiz(QWidget *parent)
-    : FormDialog(QStringLiteral("frmExportWiz"), QStringLiteral("Export Wizard"), parent)
+    : WizardForm(QStringLiteral("frmExportWiz"), QStringLiteral("Export Wizard"), parent)
     , m_state(CsvMap::Installed())
 {
-    m_pages = new WizardPages(this);
     m_dataPage = new DataSetPage(
         m_pages->AddPage(QStringLiteral("Step0"), QStringLiteral("Welcome to the Export Wizard")),
         {.types = QStringLiteral("ExportTypes"),
@@ -21,22 +19,14 @@ frmExportWiz::frmExportWiz(QWidget *parent)
     m_filePage = new FilePage(m_pages->AddPage(QStringLiteral("Step2"), QStringLiteral("CSV Export")),
                               FilePage::Purpose::Save, QStringLiteral("Save &exported file as:"),
                               QStringLiteral("A file of this name is replaced once the export is complete."));
-    m_runPage = new RunPage(m_pages->AddPage(QStringLiteral("Step3"), QStringLiteral("Exporting Data...")),
-                            QStringLiteral("Record"));
-    SSWizardNavBar1 = SSWizardNavBar::Below(m_pages, this);
+    m_runPage =
+        new WizardRunPage(m_pages->AddPage(QStringLiteral("Step3"), QStringLiteral("Exporting Data...")),
+                          QStringLiteral("Record"));
 
-    connect(SSWizardNavBar1, &SSWizardNavBar::Click, this, [this](int code) {
-        if (code == SSWizardNavBar::Next)
-            OnNext();
-        else if (code == SSWizardNavBar::Finish)
-            accept();
-    });
-    connect(SSWizardNavBar1, &SSWizardNavBar::PageShown, this, &frmExportWiz::OnPageShown);
     connect(m_dataPage, &DataSetPage::Chosen, this, &frmExportWiz::OnNext);
-    connect(m_filePage, &FilePage::Changed, this, &frmExportWiz::ShowButtons);
-    connect(m_runPage, &RunPage::RunningChanged, this, &frmExportWiz::ShowButtons);
+    connect(m_filePage, &FilePage::Changed, this, &frmExportWiz::ShowOffer);
     connect(this, &QDialog::finished, this, [this] { m_state.SaveMasks(); });
-    OnPageShown(Data);
+    Start(m_runPage);
 }
 
 void frmExportWiz::BuildFields(QWidget *page)
@@ -52,10 +42,24 @@ void frmExportWiz::BuildFields(QWidget *page)
     QPushButton *none = form.Button(QStringLiteral("NoneBtn"), QStringLiteral("Select N&one"));
     form.EndButtons();
     connect(all, &QPushButton::clicked, this, [this] { m_state.TickAll(true); });
+    // As in the mapping of an import, Enter and a double click act on the row.
+    connect(ExportSel, &ListView::Opened, this,
+            [this](int row) { m_state.ExportSel.SetChecked(row, !m_state.ExportSel.At(row).checked); });
     connect(none, &QPushButton::clicked, this, [this] { m_state.TickAll(false); });
 }
 
-void frmExportWiz::OnPageShown(int step)
+WizardForm::Offer frmExportWiz::Offered(int step) const
+{
+    const bool isOver = step == Exporting;
+    const bool hasFile = !m_filePage->FileName().isEmpty();
+    // Where no file came of it, another may be named.
+    return {.back = !isOver || !m_exported,
+            .next = step == Data || step == Fields || (step == File && hasFile),
+            .finish = isOver,
+            .cancel = !isOver};
+}
+
+void frmExportWiz::Enter(int step)
 {
     if (step == Data)
         m_dataPage->Enter();
@@ -63,21 +67,6 @@ void frmExportWiz::OnPageShown(int step)
         ExportSel->setFocus();
     else if (step == File)
         m_filePage->Enter();
-    ShowButtons();
-}
-
-void frmExportWiz::ShowButtons()
-{
-    const int step = m_pages->currentIndex();
-    const bool hasFile = !m_filePage->FileName().isEmpty();
-    const bool isRunning = m_runPage->IsRunning();
-    SSWizardNavBar1->SetEnabled(SSWizardNavBar::Next,
-                                step == Data || step == Fields || (step == File && hasFile));
-    SSWizardNavBar1->SetEnabled(SSWizardNavBar::Finish, step == Exporting && !isRunning);
-    SSWizardNavBar1->SetEnabled(SSWizardNavBar::Cancel, step != Exporting || isRunning);
-    // Where no file came of it, another may be named.
-    if (step == Exporting)
-        SSWizardNavBar1->SetEnabled(SSWizardNavBar::Back, !isRunning && !m_exported);
 }
 
 void frmExportWiz::OnNext()
@@ -105,13 +94,5 @@ void frmExportWiz::RunExport()
 {
     SSWizardNavBar1->GoNext();
     m_runPage->Run(
-        [this](Progress &progress) { m_exported = m_state.Run(m_filePage->FileName(), progress); });
-}
-
-bool frmExportWiz::MayLeave()
-{
-    if (!m_runPage->IsRunning())
-        return true;
-    m_runPage->Cancel();
-    return false;
+        {}, [this](Progress &progress) { m_exported = m_state.Run(m_filePage->FileName(), progress); });
 }

@@ -1,17 +1,14 @@
 #pragma once
 
 #include "exchange/ExportState.h"
-#include "forms/FormDialog.h"
+#include "reports/WizardForm.h"
 
 class DataSetPage;
 class FilePage;
 class ListView;
-class RunPage;
-class SSWizardNavBar;
-class WizardPages;
 
 /// Writes a data set to a CSV file, in four steps: what, which fields, to which file, run.
-class frmExportWiz final : public FormDialog
+class frmExportWiz final : public WizardForm
 {
     Q_OBJECT
 
@@ -19,23 +16,19 @@ public:
     explicit frmExportWiz(QWidget *parent = nullptr);
 
 protected:
-    /// Cancel stops a running export; the form closes when the user has seen what became of it.
-    bool MayLeave() override;
+    Offer Offered(int step) const override;
+    void Enter(int step) override;
+    void OnNext() override;
 
 private:
     enum Step { Data, Fields, File, Exporting };
     void BuildFields(QWidget *page);
-    void OnNext();
-    void OnPageShown(int step);
-    void ShowButtons();
     void RunExport();
 
     ExportState m_state;
     bool m_exported = false;
-    WizardPages *m_pages;
-    SSWizardNavBar *SSWizardNavBar1;
     DataSetPage *m_dataPage;
     ListView *ExportSel;
     FilePage *m_filePage;
-    RunPage *m_runPage;
+    WizardRunPage *m_runPage;
 };

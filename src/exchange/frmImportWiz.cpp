@@ -1,15 +1,14 @@
 #include "exchange/frmImportWiz.h"
 
+#include "core/Progress.h"
 #include "exchange/CsvPages.h"
 #include "exchange/ImportPages.h"
-#include "exchange/RunPage.h"
-#include "reports/SSWizardNavBar.h"
+#include "reports/WizardRunPage.h"
 
 frmImportWiz::frmImportWiz(QWidget *parent)
-    : FormDialog(QStringLiteral("frmImportWiz"), QStringLiteral("Import Wizard"), parent)
+    : WizardForm(QStringLiteral("frmImportWiz"), QStringLiteral("Import Wizard"), parent)
     , m_state(CsvMap::Installed())
 {
-    m_pages = new WizardPages(this);
     m_dataPage = new DataSetPage(
         m_pages->AddPage(QStringLiteral("Step0"), QStringLiteral("Welcome to the Import Wizard")),
         {.types = QStringLiteral("ImportTypes"),
@@ -23,24 +22,26 @@ frmImportWiz::frmImportWiz(QWidget *parent)
                                              "Dates are read as DD/MM/YYYY or YYYY-MM-DD."));
     m_mapPage = new ImportMapPage(m_pages->AddPage(QStringLiteral("Step2"), QStringLiteral("Field Mapping")),
                                   m_state);
-    m_runPage = new RunPage(m_pages->AddPage(QStringLiteral("Step3"), QStringLiteral("Importing Data...")),
-                            QStringLiteral("Line"));
-    SSWizardNavBar1 = SSWizardNavBar::Below(m_pages, this);
+    m_runPage =
+        new WizardRunPage(m_pages->AddPage(QStringLiteral("Step3"), QStringLiteral("Importing Data...")),
+                          QStringLiteral("Line"));
 
-    connect(SSWizardNavBar1, &SSWizardNavBar::Click, this, [this](int code) {
-        if (code == SSWizardNavBar::Next)
-            OnNext();
-        else if (code == SSWizardNavBar::Finish)
-            accept();
-    });
-    connect(SSWizardNavBar1, &SSWizardNavBar::PageShown, this, &frmImportWiz::OnPageShown);
     connect(m_dataPage, &DataSetPage::Chosen, this, &frmImportWiz::OnNext);
-    connect(m_filePage, &FilePage::Changed, this, &frmImportWiz::ShowButtons);
-    connect(m_runPage, &RunPage::RunningChanged, this, &frmImportWiz::ShowButtons);
-    OnPageShown(Data);
+    connect(m_filePage, &FilePage::Changed, this, &frmImportWiz::ShowOffer);
+    Start(m_runPage);
 }
 
-void frmImportWiz::OnPageShown(int step)
+WizardForm::Offer frmImportWiz::Offered(int step) const
+{
+    const bool isOver = step == Importing;
+    const bool hasFile = !m_filePage->FileName().isEmpty();
+    return {.back = !isOver || !m_hasBegun,
+            .next = step == Data || step == Mapping || (step == File && hasFile),
+            .finish = isOver,
+            .cancel = !isOver};
+}
+
+void frmImportWiz::Enter(int step)
 {
     if (step == Data)
         m_dataPage->Enter();
@@ -48,19 +49,6 @@ void frmImportWiz::OnPageShown(int step)
         m_filePage->Enter();
     else if (step == Mapping)
         m_mapPage->Enter();
-    ShowButtons();
-}
-
-void frmImportWiz::ShowButtons()
-{
-    const int step = m_pages->currentIndex();
-    const bool hasFile = !m_filePage->FileName().isEmpty();
-    SSWizardNavBar1->SetEnabled(SSWizardNavBar::Next,
-                                step == Data || step == Mapping || (step == File && hasFile));
-    SSWizardNavBar1->SetEnabled(SSWizardNavBar::Finish, step == Importing && !m_runPage->IsRunning());
-    SSWizardNavBar1->SetEnabled(SSWizardNavBar::Cancel, step != Importing || m_runPage->IsRunning());
-    if (step == Importing)
-        SSWizardNavBar1->SetEnabled(SSWizardNavBar::Back, false);
 }
 
 void frmImportWiz::OnNext()
@@ -86,13 +74,8 @@ void frmImportWiz::OnNext()
 void frmImportWiz::RunImport()
 {
     SSWizardNavBar1->GoNext();
-    m_runPage->Run([this](Progress &progress) { m_state.Run(progress); });
-}
-
-bool frmImportWiz::MayLeave()
-{
-    if (!m_runPage->IsRunning())
-        return true;
-    m_runPage->Cancel();
-    return false;
+    m_runPage->Run({}, [this](Progress &progress) {
+        m_state.Run(progress);
+        m_hasBegun = progress.Maximum() > 0;
+    });
 }

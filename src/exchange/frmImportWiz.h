@@ -1,17 +1,14 @@
 #pragma once
 
 #include "exchange/ImportState.h"
-#include "forms/FormDialog.h"
+#include "reports/WizardForm.h"
 
 class DataSetPage;
 class FilePage;
 class ImportMapPage;
-class RunPage;
-class SSWizardNavBar;
-class WizardPages;
 
 /// Takes a CSV file into the database, in four steps: what, from which file, which field goes where, run.
-class frmImportWiz final : public FormDialog
+class frmImportWiz final : public WizardForm
 {
     Q_OBJECT
 
@@ -19,21 +16,18 @@ public:
     explicit frmImportWiz(QWidget *parent = nullptr);
 
 protected:
-    /// Cancel stops a running import; the form closes when the user has seen what it did.
-    bool MayLeave() override;
+    Offer Offered(int step) const override;
+    void Enter(int step) override;
+    void OnNext() override;
 
 private:
     enum Step { Data, File, Mapping, Importing };
-    void OnNext();
-    void OnPageShown(int step);
-    void ShowButtons();
     void RunImport();
 
     ImportState m_state;
-    WizardPages *m_pages;
-    SSWizardNavBar *SSWizardNavBar1;
+    bool m_hasBegun = false; ///< the import; it may have changed the database
     DataSetPage *m_dataPage;
     FilePage *m_filePage;
     ImportMapPage *m_mapPage;
-    RunPage *m_runPage;
+    WizardRunPage *m_runPage;
 };

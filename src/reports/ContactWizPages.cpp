@@ -1,7 +1,6 @@
 #include "reports/ContactWizPages.h"
 
 #include "forms/FormBuilder.h"
-#include "forms/ProgressBar.h"
 #include "reports/HTMLscript.h"
 
 #include <QLabel>
@@ -174,41 +173,6 @@ OrgFlags ContactWizOrgPage::Choices()
 bool ContactWizOrgPage::Tabular() const
 {
     return LayOpt[1]->isChecked();
-}
-
-ContactWizProgressPage::ContactWizProgressPage(QWidget *page)
-    : QObject(page)
-{
-    FormBuilder form(page);
-    m_notice = form.Line(QStringLiteral("Notice"), {});
-    ProgBar = new ProgressBar;
-    form.Place(ProgBar, QStringLiteral("ProgBar"));
-    form.Stretch();
-}
-
-bool ContactWizProgressPage::Run(const QString &notice, const std::function<void(Progress &)> &work)
-{
-    Tell(notice);
-    ProgBar->setVisible(true);
-    Progress run = ProgBar->NewRun();
-    m_run = &run;
-    // The query of a large report takes a moment before its first record.
-    run.Begin(0);
-    work(run);
-    m_run = nullptr;
-    ProgBar->setVisible(false);
-    return run.IsCancelled();
-}
-
-void ContactWizProgressPage::Stop()
-{
-    if (m_run)
-        m_run->Cancel();
-}
-
-void ContactWizProgressPage::Tell(const QString &notice)
-{
-    m_notice->setText(notice);
 }
 
 ContactWizDonePage::ContactWizDonePage(QWidget *page)

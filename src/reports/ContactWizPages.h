@@ -6,11 +6,8 @@
 #include <QObject>
 
 #include <array>
-#include <functional>
 
 class ListView;
-class Progress;
-class ProgressBar;
 class QCheckBox;
 class QLabel;
 class QPushButton;
@@ -91,26 +88,6 @@ private:
     ListModel m_items;
     ListView *OrgDetails;
     std::array<QRadioButton *, 2> LayOpt{};
-};
-
-/// The bar of a report that is being written.
-class ContactWizProgressPage final : public QObject
-{
-    Q_OBJECT
-
-public:
-    explicit ContactWizProgressPage(QWidget *page);
-
-    /// Shows how far `work` is while it runs; true if it was stopped.
-    bool Run(const QString &notice, const std::function<void(Progress &)> &work);
-    bool IsRunning() const { return m_run != nullptr; }
-    void Stop();
-    void Tell(const QString &notice);
-
-private:
-    QLabel *m_notice;
-    ProgressBar *ProgBar;
-    Progress *m_run = nullptr;
 };
 
 /// What the finished report holds, and what may be done with it.

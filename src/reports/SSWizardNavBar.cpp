@@ -52,24 +52,19 @@ SSWizardNavBar::SSWizardNavBar(WizardPages *pages, QWidget *parent)
             row->addStretch();
         cmdNav[static_cast<size_t>(code)] = button;
     }
-    cmdNav[Next]->setDefault(true);
-    SetEnabled(Back, false);
+    setObjectName(QStringLiteral("SSWizardNavBar1"));
     SetEnabled(Finish, false);
 }
 
-SSWizardNavBar *SSWizardNavBar::Below(WizardPages *pages, QWidget *form)
+void SSWizardNavBar::LayOutBelowPages()
 {
-    auto *bar = new SSWizardNavBar(pages, form);
-    bar->setObjectName(QStringLiteral("SSWizardNavBar1"));
-    auto *column = new QVBoxLayout(form);
+    auto *column = new QVBoxLayout(parentWidget());
     // The fields of a page bring their margins along; the strip keeps to the same edges.
     column->setContentsMargins(0, column->contentsMargins().top(), 0, column->contentsMargins().bottom());
-    const QStyle *style = bar->style();
-    bar->layout()->setContentsMargins(style->pixelMetric(QStyle::PM_LayoutLeftMargin), 0,
-                                      style->pixelMetric(QStyle::PM_LayoutRightMargin), 0);
-    column->addWidget(pages, 1);
-    column->addWidget(bar);
-    return bar;
+    layout()->setContentsMargins(style()->pixelMetric(QStyle::PM_LayoutLeftMargin), 0,
+                                 style()->pixelMetric(QStyle::PM_LayoutRightMargin), 0);
+    column->addWidget(m_pages, 1);
+    column->addWidget(this);
 }
 
 void SSWizardNavBar::SetEnabled(Code button, bool enabled)
@@ -118,7 +113,6 @@ void SSWizardNavBar::GoBack()
 void SSWizardNavBar::Show(int page)
 {
     m_pages->setCurrentIndex(page);
-    SetEnabled(Back, !m_visited.empty());
     emit PageShown(page);
 }
 

@@ -36,15 +36,15 @@ public:
     enum Code { Help, Back, Next, Finish, Cancel };
 
     explicit SSWizardNavBar(WizardPages *pages, QWidget *parent = nullptr);
-    /// The strip of a wizard, laid out in `form` below its pages.
-    static SSWizardNavBar *Below(WizardPages *pages, QWidget *form);
+    /// Makes the layout of the form: the pages and, at the same edges, the strip below them.
+    void LayOutBelowPages();
 
-    /// Back follows the way taken by itself; what is set here holds until the next page.
     void SetEnabled(Code button, bool enabled);
     void GoNext(); ///< to the next available page; nothing if there is none
     void GoTo(int page);
     void GoBack();
     bool HasNext() const { return NextPage() >= 0; }
+    bool HasBack() const { return !m_visited.empty(); }
 
 signals:
     void Click(int code);

@@ -9,7 +9,7 @@
 #include "reports/HTMLscript.h"
 #include "reports/OrgReport.h"
 #include "reports/ReportPdf.h"
-#include "reports/SSWizardNavBar.h"
+#include "reports/WizardRunPage.h"
 
 #include <QDir>
 #include <QFile>
@@ -48,10 +48,8 @@ QString CountText(int held, Report::Report report)
 } // namespace
 
 frmContactWiz::frmContactWiz(QWidget *parent, Opener opener)
-    : FormDialog(QStringLiteral("frmContactWiz"), QStringLiteral("Report Wizard"), parent)
-    , m_pages(new WizardPages(this))
+    : WizardForm(QStringLiteral("frmContactWiz"), QStringLiteral("Report Wizard"), parent)
 {
-    m_pages->setObjectName(QStringLiteral("SSActiveTabs1"));
     const auto page = [this](const QString &name, const QString &title) {
         return m_pages->AddPage(name, title);
     };
@@ -60,24 +58,23 @@ frmContactWiz::frmContactWiz(QWidget *parent, Opener opener)
     m_choice = new ContactWizChoicePage(page(QStringLiteral("Choice"), QStringLiteral("Contact Report")));
     m_organisations = new ContactWizOrgPage(
         page(QStringLiteral("Organisations"), QStringLiteral("Selecting Relevant Information")));
-    m_progress =
-        new ContactWizProgressPage(page(QStringLiteral("Progress"), QStringLiteral("Processing Report")));
+    m_progress = new WizardRunPage(page(QStringLiteral("Progress"), QStringLiteral("Processing Report")));
     m_done = new ContactWizDonePage(page(QStringLiteral("Done"), QStringLiteral("Report Finished")));
     // Neither is walked to: the report itself goes there.
     m_pages->SetAvailable(ProgressPage, false);
     m_pages->SetAvailable(DonePage, false);
     m_choice->OfferSelected(opener != Opener::MainWindow, opener == Opener::PeopleSelected);
-    m_navigation = SSWizardNavBar::Below(m_pages, this);
 
-    connect(m_navigation, &SSWizardNavBar::Click, this, &frmContactWiz::OnNavigation);
-    connect(m_navigation, &SSWizardNavBar::PageShown, this, &frmContactWiz::OnPageShown);
     connect(m_welcome, &ContactWizWelcomePage::Changed, this, &frmContactWiz::OnReportChanged);
     connect(m_welcome, &ContactWizWelcomePage::Chosen, this, [this] {
-        OnNavigation(m_navigation->HasNext() ? SSWizardNavBar::Next : SSWizardNavBar::Finish);
+        if (SSWizardNavBar1->HasNext())
+            OnNext();
+        else
+            OnFinish();
     });
     connect(m_done, &ContactWizDonePage::Open, this, [] { OpenDocument(HTML_OutputPath()); });
     connect(m_done, &ContactWizDonePage::SavePdf, this, &frmContactWiz::SavePdf);
-    OnPageShown(WelcomePage);
+    Start(m_progress);
 }
 
 /// The pages that the report needs; the list of characteristics needs none.
@@ -86,57 +83,43 @@ void frmContactWiz::OnReportChanged()
     const Report::Report report = m_welcome->Selected();
     m_pages->SetAvailable(OrgPage, report == Report::Organisations);
     m_pages->SetAvailable(ChoicePage, report != Report::Organisations && report != Report::Characteristics);
-    m_navigation->SetEnabled(SSWizardNavBar::Next, m_navigation->HasNext());
-    m_navigation->SetEnabled(SSWizardNavBar::Finish, !m_navigation->HasNext());
+    ShowOffer();
 }
 
-void frmContactWiz::OnPageShown(int page)
+WizardForm::Offer frmContactWiz::Offered(int page) const
+{
+    if (page == WelcomePage)
+        return {.next = SSWizardNavBar1->HasNext(), .finish = !SSWizardNavBar1->HasNext()};
+    return {.finish = page != ProgressPage};
+}
+
+void frmContactWiz::Enter(int page)
 {
     if (page == WelcomePage) {
         OnReportChanged();
         m_welcome->Enter();
-        return;
-    }
-    if (page == ChoicePage)
+    } else if (page == ChoicePage) {
         m_choice->Enter(OrderingOf(m_welcome->Selected()) != ContactOrdering::None);
-    else if (page == OrgPage)
+    } else if (page == OrgPage) {
         m_organisations->Enter();
-    else if (page == ProgressPage)
-        m_navigation->SetEnabled(SSWizardNavBar::Back, false);
-    m_navigation->SetEnabled(SSWizardNavBar::Next, false);
-    m_navigation->SetEnabled(SSWizardNavBar::Finish, page != ProgressPage);
+    }
 }
 
-void frmContactWiz::OnNavigation(int code)
+void frmContactWiz::OnFinish()
 {
-    if (code == SSWizardNavBar::Next)
-        m_navigation->GoNext();
-    else if (code == SSWizardNavBar::Finish && m_pages->currentIndex() == DonePage)
-        accept();
-    else if (code == SSWizardNavBar::Finish)
-        Finish();
-}
-
-bool frmContactWiz::MayLeave()
-{
-    m_progress->Stop();
-    return !m_progress->IsRunning();
-}
-
-void frmContactWiz::Finish()
-{
+    if (m_pages->currentIndex() == DonePage)
+        return accept();
     HTMLBorder = m_welcome->TableBorder() ? 1 : 0;
-    m_navigation->GoTo(ProgressPage);
+    SSWizardNavBar1->GoTo(ProgressPage);
     ReportResult result;
     const bool stopped = m_progress->Run(QStringLiteral("The report is being generated..."),
                                          [&](Progress &progress) { result = Write(progress); });
     if (result.written) {
         ShowResult(result);
     } else if (stopped) {
-        m_navigation->GoBack();
+        SSWizardNavBar1->GoBack();
     } else {
         m_progress->Tell(u"The report was not written: " % QDir::toNativeSeparators(HTML_OutputPath()));
-        m_navigation->SetEnabled(SSWizardNavBar::Back, true);
     }
 }
 
@@ -163,7 +146,7 @@ ReportResult frmContactWiz::Write(Progress &progress)
 
 void frmContactWiz::ShowResult(const ReportResult &result)
 {
-    m_navigation->GoTo(DonePage);
+    SSWizardNavBar1->GoTo(DonePage);
     m_done->Enter(u"The report \"" % m_title % u"\" holds " % CountText(result.held, m_welcome->Selected()) %
                       u'.',
                   HTML_HeaderFault());
@@ -178,14 +161,14 @@ void frmContactWiz::SavePdf()
                            QStringLiteral("PDF Documents (*.pdf);;All Files (*.*)"), QStringLiteral("pdf")});
     if (pdf.isEmpty())
         return;
-    m_navigation->GoTo(ProgressPage);
+    SSWizardNavBar1->GoTo(ProgressPage);
     QString fault;
     bool saved = false;
     m_progress->Run(QStringLiteral("The report is being saved as PDF..."), [&](Progress &progress) {
         saved = SaveReportAsPdf(HTML_OutputPath(), pdf, progress, fault);
     });
     m_pages->SetAvailable(DonePage, true);
-    m_navigation->GoBack();
+    SSWizardNavBar1->GoBack();
     m_pages->SetAvailable(DonePage, false);
     if (saved)
         m_done->Tell(u"Saved as " % QDir::toNativeSeparators(pdf));

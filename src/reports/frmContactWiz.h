@@ -1,20 +1,18 @@
 #pragma once
 
-#include "forms/FormDialog.h"
 #include "reports/ReportRun.h"
+#include "reports/WizardForm.h"
 
 class ContactWizChoicePage;
 class ContactWizDonePage;
 class ContactWizOrgPage;
-class ContactWizProgressPage;
 class ContactWizWelcomePage;
 class Progress;
-class SSWizardNavBar;
-class WizardPages;
+class WizardRunPage;
 
 /// The report wizard of the contacts: picks one of seven reports and what it holds, writes it, opens it, and
 /// saves it as PDF.
-class frmContactWiz final : public FormDialog
+class frmContactWiz final : public WizardForm
 {
     Q_OBJECT
 
@@ -26,23 +24,20 @@ public:
     explicit frmContactWiz(QWidget *parent = nullptr, Opener opener = Opener::MainWindow);
 
 protected:
-    bool MayLeave() override;
+    Offer Offered(int page) const override;
+    void Enter(int page) override;
+    void OnFinish() override;
 
 private:
-    void OnPageShown(int page);
     void OnReportChanged();
-    void OnNavigation(int code);
-    void Finish();
     ReportResult Write(Progress &progress);
     void ShowResult(const ReportResult &result);
     void SavePdf();
 
-    WizardPages *m_pages;
-    SSWizardNavBar *m_navigation;
     ContactWizWelcomePage *m_welcome;
     ContactWizChoicePage *m_choice;
     ContactWizOrgPage *m_organisations;
-    ContactWizProgressPage *m_progress;
+    WizardRunPage *m_progress;
     ContactWizDonePage *m_done;
     QString m_title; ///< of the report written last
 };

@@ -4,12 +4,11 @@
 #include "core/Session.h"
 #include "database/DecodeDateFunc.h"
 #include "forms/FormBuilder.h"
-#include "forms/ProgressBar.h"
 #include "platform/Clock.h"
 #include "reports/CourseSubset.h"
 #include "reports/HTMLscript.h"
-#include "reports/SSWizardNavBar.h"
 #include "reports/TransactionsReport.h"
+#include "reports/WizardRunPage.h"
 
 #include <QDir>
 #include <QFile>
@@ -31,21 +30,15 @@ QDate DateOf(const QString &text)
 } // namespace
 
 frmCourseWiz::frmCourseWiz(QWidget *parent)
-    : FormDialog(QStringLiteral("frmCourseWiz"), QStringLiteral("Report Wizard"), parent)
-    , m_pages(new WizardPages(this))
+    : WizardForm(QStringLiteral("frmCourseWiz"), QStringLiteral("Report Wizard"), parent)
     , m_courseSubset(CourseSubset::Load())
 {
-    m_pages->setObjectName(QStringLiteral("SSActiveTabs1"));
     BuildWelcome(
         m_pages->AddPage(QStringLiteral("Welcome"), QStringLiteral("Welcome to the Course Report Wizard")));
     BuildDates(m_pages->AddPage(QStringLiteral("Dates"), QStringLiteral("Selecting Date Period")));
-    BuildProgress(m_pages->AddPage(QStringLiteral("Progress"), QStringLiteral("Processing Report")));
-    m_navigation = SSWizardNavBar::Below(m_pages, this);
-
-    connect(m_navigation, &SSWizardNavBar::Click, this, &frmCourseWiz::OnNavigation);
-    connect(m_navigation, &SSWizardNavBar::PageShown, this, &frmCourseWiz::OnPageShown);
-    OnPageShown(WelcomePage);
-    m_reportList->setFocus();
+    m_progress =
+        new WizardRunPage(m_pages->AddPage(QStringLiteral("Progress"), QStringLiteral("Processing Report")));
+    Start(m_progress);
 }
 
 void frmCourseWiz::BuildWelcome(QWidget *page)
@@ -56,7 +49,7 @@ void frmCourseWiz::BuildWelcome(QWidget *page)
     m_reportList = form.List(QStringLiteral("RepList"), QStringLiteral("&Select the report:"), m_reports);
     m_tableBorder = form.Check(QStringLiteral("HTMLopt"), QStringLiteral("Use &Table Border.."));
     m_tableBorder->setChecked(HTMLBorder == 1);
-    connect(m_reportList, &ListView::Opened, this, [this] { OnNavigation(SSWizardNavBar::Next); });
+    connect(m_reportList, &ListView::Opened, this, &frmCourseWiz::OnNext);
 }
 
 void frmCourseWiz::BuildDates(QWidget *page)
@@ -80,33 +73,21 @@ void frmCourseWiz::BuildDates(QWidget *page)
     });
 }
 
-void frmCourseWiz::BuildProgress(QWidget *page)
+WizardForm::Offer frmCourseWiz::Offered(int page) const
 {
-    FormBuilder form(page);
-    m_notice = form.Line(QStringLiteral("Notice"), {});
-    m_progress = new ProgressBar;
-    form.Place(m_progress, QStringLiteral("ProgBar"));
+    return {.next = page == WelcomePage, .finish = page == DatesPage};
 }
 
-void frmCourseWiz::OnPageShown(int page)
+void frmCourseWiz::Enter(int page)
 {
-    m_navigation->SetEnabled(SSWizardNavBar::Next, page == WelcomePage);
-    m_navigation->SetEnabled(SSWizardNavBar::Finish, page == DatesPage);
+    if (page == WelcomePage)
+        m_reportList->setFocus();
 }
 
-void frmCourseWiz::OnNavigation(int code)
+void frmCourseWiz::OnNext()
 {
-    if (code == SSWizardNavBar::Next && !m_reports.SelectedRows().empty())
-        m_navigation->GoNext();
-    else if (code == SSWizardNavBar::Finish)
-        Finish();
-}
-
-bool frmCourseWiz::MayLeave()
-{
-    if (m_run)
-        m_run->Cancel();
-    return !m_run;
+    if (!m_reports.SelectedRows().empty())
+        SSWizardNavBar1->GoNext();
 }
 
 void frmCourseWiz::RememberChoices() const
@@ -118,24 +99,20 @@ void frmCourseWiz::RememberChoices() const
     CourseSubset::Save(m_courseSubset);
 }
 
-void frmCourseWiz::Finish()
+void frmCourseWiz::OnFinish()
 {
     RememberChoices();
-    m_navigation->GoTo(ProgressPage);
-    m_navigation->SetEnabled(SSWizardNavBar::Back, false);
-    m_notice->setText(QStringLiteral("The report is being generated..."));
-    Progress run = m_progress->NewRun();
-    m_run = &run;
+    SSWizardNavBar1->GoTo(ProgressPage);
     const ReportPeriod period{m_noDates->isChecked(), DateToInt(m_dateFrom->date()),
                               DateToInt(m_dateTo->date())};
-    const bool written = Transactions_HTML(period, run);
-    m_run = nullptr;
-
-    if (run.IsCancelled() && !written) {
-        m_navigation->GoBack();
+    bool written = false;
+    const bool stopped =
+        m_progress->Run(QStringLiteral("The report is being generated..."),
+                        [&](Progress &progress) { written = Transactions_HTML(period, progress); });
+    if (stopped && !written) {
+        SSWizardNavBar1->GoBack();
     } else if (!written) {
-        m_notice->setText(u"The report was not written: " % QDir::toNativeSeparators(HTML_OutputPath()));
-        m_navigation->SetEnabled(SSWizardNavBar::Back, true);
+        m_progress->Tell(u"The report was not written: " % QDir::toNativeSeparators(HTML_OutputPath()));
     } else if (QFile::exists(HTML_OutputPath())) {
         accept();
         OpenDocument(HTML_OutputPath());
