@@ -441,6 +441,7 @@ INSERT INTO ExamName (ExamNameRef, Name, ReferenceID) VALUES (1, '', '');
 INSERT INTO ExamType (ExamTypeRef, Type, ReferenceID) VALUES (1, '', '');
 INSERT INTO Version (DBVersion) VALUES (3);
 CREATE INDEX IX_Contacts_Cust_Surname_Cust_Forename ON Contacts USING hash (Cust_Surname);
+CREATE INDEX IX_Contacts_Cust_Email ON Contacts USING hash (Cust_Email);
 CREATE INDEX IX_Contacts_Cust_City ON Contacts (Cust_City);
 CREATE INDEX IX_Contacts_Cust_County ON Contacts (Cust_County);
 CREATE INDEX IX_Contacts_Cust_Country ON Contacts (Cust_Country);

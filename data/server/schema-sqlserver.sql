@@ -23,7 +23,7 @@ CREATE TABLE [Contacts] (
     [Cust_TelEve] NVARCHAR(MAX) NULL,
     [Cust_TelExt] NVARCHAR(MAX) NULL,
     [Cust_Fax] NVARCHAR(MAX) NULL,
-    [Cust_Email] NVARCHAR(MAX) NULL,
+    [Cust_Email] NVARCHAR(255) NULL,
     [Cust_URL] NVARCHAR(MAX) NULL,
     [Cust_Designation] INT NULL,
     [Cust_Ethnicgroup] INT NULL,
@@ -531,6 +531,8 @@ GO
 INSERT INTO [Version] ([DBVersion]) VALUES (3);
 GO
 CREATE INDEX [IX_Contacts_Cust_Surname] ON [Contacts] ([Cust_Surname]) INCLUDE ([Cust_Forename]);
+GO
+CREATE INDEX [IX_Contacts_Cust_Email] ON [Contacts] ([Cust_Email]);
 GO
 CREATE INDEX [IX_Contacts_Cust_City] ON [Contacts] ([Cust_City]);
 GO

@@ -34,7 +34,7 @@ CREATE TABLE Contacts (
     Cust_TelEve text,
     Cust_TelExt text,
     Cust_Fax text,
-    Cust_Email text,
+    Cust_Email text(255),
     Cust_URL text,
     Cust_Designation long,
     Cust_Ethnicgroup long,
@@ -51,6 +51,7 @@ CREATE TABLE Contacts (
     AltRef4 text
 );
 CREATE INDEX ON Contacts (Cust_Surname, Cust_Forename);
+CREATE INDEX ON Contacts (Cust_Email);
 CREATE INDEX ON Contacts (Cust_City);
 CREATE INDEX ON Contacts (Cust_County);
 CREATE INDEX ON Contacts (Cust_Country);

@@ -80,14 +80,14 @@ void ContactBusinessPage::FillLists()
 
 void ContactBusinessPage::Load(const ContactRecord &record)
 {
-    m_organisations.ChooseData(record.organRef);
+    ContactFields::ChooseStored(ContactSection::Organisations, m_organisations, record.organRef);
     ContactFields::Show(m_jobTitle, record.jobTitle);
 }
 
 void ContactBusinessPage::Store(ContactRecord &record) const
 {
     m_organList->Leave();
-    record.organRef = qMax(1, m_organisations.CurrentData());
+    record.organRef = OrganRef();
     record.jobTitle = m_jobTitle->text();
 }
 
@@ -125,6 +125,11 @@ void ContactBusinessPage::EditOrganisation()
         quiet.emplace_back(field);
     FillLists();
     m_organisations.ChooseData(organRef);
+}
+
+int ContactBusinessPage::OrganRef() const
+{
+    return qMax(1, m_organisations.CurrentData());
 }
 
 QWidget *ContactBusinessPage::First() const

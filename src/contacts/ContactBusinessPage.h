@@ -30,6 +30,7 @@ public:
 
     QGroupBox *Group() const { return m_group; }
     QWidget *First() const;
+    int OrganRef() const; ///< 1 = none
 
 private:
     /// Ties a field to what it shows of the organisation.

@@ -43,11 +43,6 @@ ContactDetailsPage::ContactDetailsPage(QWidget *parent)
     }
     setTabOrder(findChild<QWidget *>(QStringLiteral("GoBtn")), m_business->First());
 
-    ContactFields::TakeTyped(m_desList, ContactSection::Titles);
-    ContactFields::TakeTyped(m_ethnicList, ContactSection::EthnicTypes);
-    ContactFields::TakeTyped(m_cityList, ContactSection::Cities);
-    ContactFields::TakeTyped(m_countyList, ContactSection::Counties);
-    ContactFields::TakeTyped(m_countryList, ContactSection::Countries);
     m_contactList->SetEnterHandler([this] { AddEmergencyContact(); });
     connect(&m_titles, &ComboModel::CurrentChanged, this, &ContactDetailsPage::GenderFromTitle);
 }
@@ -59,18 +54,22 @@ QLineEdit *ContactDetailsPage::Text(QLineEdit *field, QString ContactRecord::*co
     return field;
 }
 
-TypedCombo *ContactDetailsPage::Choice(TypedCombo *field, int ContactRecord::*column)
+TypedCombo *ContactDetailsPage::AddChoice(TypedCombo *field, int ContactRecord::*column,
+                                          ContactSection section)
 {
-    m_choices.emplace_back(field, column);
+    m_choices.push_back({field, column, section});
     m_personal << field;
+    // People are added by a record of their own.
+    if (section != ContactSection::Contacts)
+        ContactFields::TakeTyped(field, section);
     return field;
 }
 
 QGroupBox *ContactDetailsPage::BuildPerson(FormBuilder &form)
 {
     QGroupBox *group = form.BeginGroup(QStringLiteral("Person"));
-    m_desList = Choice(form.Typed(QStringLiteral("DesList"), QStringLiteral("&Title:"), m_titles),
-                       &ContactRecord::designation);
+    AddChoice(form.Typed(QStringLiteral("DesList"), QStringLiteral("&Title:"), m_titles),
+              &ContactRecord::designation, ContactSection::Titles);
     m_forename =
         Text(form.Text(QStringLiteral("Forname"), QStringLiteral("&Forename:")), &ContactRecord::forename);
     m_required.Add(form.Label(QStringLiteral("Label_1")), m_forename);
@@ -80,12 +79,11 @@ QGroupBox *ContactDetailsPage::BuildPerson(FormBuilder &form)
     m_dob = form.Date(QStringLiteral("Dob"), QStringLiteral("Date of &birth:"));
     form.Beside();
     ComboBox *sexList = form.Combo(QStringLiteral("SexList"), QStringLiteral("&Gender:"), m_genders);
-    m_ethnicList =
-        Choice(form.Typed(QStringLiteral("EthnicList"), QStringLiteral("Et&hnicity:"), m_ethnicTypes),
-               &ContactRecord::ethnicGroup);
-    m_contactList = Choice(
+    AddChoice(form.Typed(QStringLiteral("EthnicList"), QStringLiteral("Et&hnicity:"), m_ethnicTypes),
+              &ContactRecord::ethnicGroup, ContactSection::EthnicTypes);
+    m_contactList = AddChoice(
         form.Typed(QStringLiteral("ContactList"), QStringLiteral("E&mergency Contact:"), m_emergencyContacts),
-        &ContactRecord::contactContactRef);
+        &ContactRecord::contactContactRef, ContactSection::Contacts);
     form.EndGroup();
     m_personal << m_dob << sexList;
     return group;
@@ -100,15 +98,13 @@ QGroupBox *ContactDetailsPage::BuildAddress(FormBuilder &form)
     Text(lines[1], &ContactRecord::addr2);
     Text(lines[2], &ContactRecord::addr3);
     Text(lines[3], &ContactRecord::addr4);
-    m_cityList = Choice(form.Typed(QStringLiteral("CityList"), QStringLiteral("To&wn/City:"), m_cities),
-                        &ContactRecord::city);
-    m_countyList =
-        Choice(form.Typed(QStringLiteral("CountyList"), QStringLiteral("State/County:"), m_counties),
-               &ContactRecord::county);
+    AddChoice(form.Typed(QStringLiteral("CityList"), QStringLiteral("To&wn/City:"), m_cities),
+              &ContactRecord::city, ContactSection::Cities);
+    AddChoice(form.Typed(QStringLiteral("CountyList"), QStringLiteral("State/County:"), m_counties),
+              &ContactRecord::county, ContactSection::Counties);
     Text(form.Text(QStringLiteral("Postcode"), QStringLiteral("&ZIP/Postcode:")), &ContactRecord::postcode);
-    m_countryList =
-        Choice(form.Typed(QStringLiteral("CountryList"), QStringLiteral("Countr&y:"), m_countries),
-               &ContactRecord::country);
+    AddChoice(form.Typed(QStringLiteral("CountryList"), QStringLiteral("Countr&y:"), m_countries),
+              &ContactRecord::country, ContactSection::Countries);
     form.EndGroup();
     return group;
 }
@@ -148,9 +144,8 @@ QGroupBox *ContactDetailsPage::BuildReach(FormBuilder &form)
     Text(form.Text(QStringLiteral("Fax"), QStringLiteral("Fax:")), &ContactRecord::fax);
     for (QLineEdit *number : {day, evening})
         ContactFields::FitChars(number, 15);
-    QLineEdit *email =
-        Text(form.Text(QStringLiteral("email"), QStringLiteral("E-mail:")), &ContactRecord::email);
-    ContactFields::MailButton(form, QStringLiteral("EBtn"), email);
+    m_email = Text(form.Text(QStringLiteral("email"), QStringLiteral("E-mail:")), &ContactRecord::email);
+    ContactFields::MailButton(form, QStringLiteral("EBtn"), m_email);
     QLineEdit *url = Text(form.Text(QStringLiteral("URL"), QStringLiteral("Website:")), &ContactRecord::url);
     ContactFields::WebButton(form, QStringLiteral("GoBtn"), url);
     form.EndGroup();
@@ -160,11 +155,10 @@ QGroupBox *ContactDetailsPage::BuildReach(FormBuilder &form)
 void ContactDetailsPage::FillLists()
 {
     const QScopedValueRollback<bool> loading(m_loading, true);
-    Contact_FillList(ContactSection::Titles, m_titles, true);
-    Contact_FillList(ContactSection::EthnicTypes, m_ethnicTypes, true);
-    Contact_FillList(ContactSection::Cities, m_cities, true);
-    Contact_FillList(ContactSection::Counties, m_counties, true);
-    Contact_FillList(ContactSection::Countries, m_countries, true);
+    for (const Choice &choice : m_choices) {
+        if (choice.section != ContactSection::Contacts)
+            Contact_FillList(choice.section, choice.field->Model(), true);
+    }
     FillEmergencyContacts(QStringLiteral(" [ Press ENTER to add a new Contact ] "));
     m_business->FillLists();
 }
@@ -176,8 +170,10 @@ void ContactDetailsPage::Load(const ContactRecord &record)
         ContactFields::Show(field, record.*column);
     for (size_t i = 0; i < record.altRef.size(); ++i)
         ContactFields::Show(m_altRef[i], record.altRef[i]);
-    for (const auto &[field, column] : m_choices)
-        field->Model().ChooseData(record.*column);
+    for (const Choice &choice : m_choices)
+        ContactFields::ChooseStored(choice.section, choice.field->Model(), record.*choice.column);
+    if (m_emergencyContacts.FindData(0) < 0)
+        m_emergencyContacts.Add(QStringLiteral(" [ New Contact ] "), 0);
     m_genders.ChooseData(record.sex);
     // A number that is no date must not leave the birthday of the person shown before.
     const QDate dob = IntToDate(record.dob);
@@ -187,9 +183,9 @@ void ContactDetailsPage::Load(const ContactRecord &record)
 
 void ContactDetailsPage::Store(ContactRecord &record) const
 {
-    for (const auto &[field, column] : m_choices) {
-        field->Leave();
-        record.*column = qMax(1, field->Model().CurrentData());
+    for (const Choice &choice : m_choices) {
+        choice.field->Leave();
+        record.*choice.column = qMax(1, choice.field->Model().CurrentData());
     }
     for (const auto &[field, column] : m_texts)
         record.*column = field->text();
@@ -207,8 +203,8 @@ void ContactDetailsPage::Clear()
         field->clear();
     for (QLineEdit *field : m_altRef)
         field->clear();
-    for (const auto &[field, column] : m_choices)
-        field->Model().SetCurrent(0);
+    for (const Choice &choice : m_choices)
+        choice.field->Model().SetCurrent(0);
     m_genders.SetCurrent(0);
     m_dob->setDate(Clock::Today());
     m_business->Clear();
@@ -235,6 +231,11 @@ void ContactDetailsPage::MarkForename(const QString &text)
 QString ContactDetailsPage::Name() const
 {
     return m_surname->text() % u", " % m_forename->text();
+}
+
+int ContactDetailsPage::OrganRef() const
+{
+    return m_business->OrganRef();
 }
 
 void ContactDetailsPage::GenderFromTitle()

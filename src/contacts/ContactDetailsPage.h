@@ -1,5 +1,7 @@
 #pragma once
 
+#include "contacts/ContactHint.h"
+#include "contacts/ContactModule.h"
 #include "contacts/ContactRecord.h"
 #include "controls/ComboModel.h"
 #include "forms/RequiredMarks.h"
@@ -36,11 +38,18 @@ public:
     const RequiredMarks &Required() const { return m_required; }
     /// "Surname, Forename" as the fields have it.
     QString Name() const;
+    ContactHint::Fields Typed() const { return {m_forename, m_surname, m_email}; }
+    int OrganRef() const; ///< 1 = none
 
 private:
+    struct Choice {
+        TypedCombo *field;
+        int ContactRecord::*column;
+        ContactSection section;
+    };
     /// Ties a field to the column that it shows.
     QLineEdit *Text(QLineEdit *field, QString ContactRecord::*column);
-    TypedCombo *Choice(TypedCombo *field, int ContactRecord::*column);
+    TypedCombo *AddChoice(TypedCombo *field, int ContactRecord::*column, ContactSection section);
     QGroupBox *BuildPerson(FormBuilder &form);
     QGroupBox *BuildAddress(FormBuilder &form);
     QGroupBox *BuildReach(FormBuilder &form);
@@ -59,18 +68,14 @@ private:
     RequiredMarks m_required;
     bool m_loading = false;
 
-    TypedCombo *m_desList;
     QLineEdit *m_forename;
     QLineEdit *m_surname;
+    QLineEdit *m_email;
     QDateEdit *m_dob;
-    TypedCombo *m_ethnicList;
     TypedCombo *m_contactList;
-    TypedCombo *m_cityList;
-    TypedCombo *m_countyList;
-    TypedCombo *m_countryList;
     std::array<QLineEdit *, 4> m_altRef;
     ContactBusinessPage *m_business;
     std::vector<std::pair<QLineEdit *, QString ContactRecord::*>> m_texts;
-    std::vector<std::pair<TypedCombo *, int ContactRecord::*>> m_choices;
+    std::vector<Choice> m_choices;
     QWidgetList m_personal; ///< every field of the person's own, to lock
 };

@@ -1,5 +1,6 @@
 #include "contacts/ContactFields.h"
 
+#include "controls/ComboModel.h"
 #include "core/File_Tools.h"
 #include "core/Icons.h"
 #include "database/Security.h"
@@ -94,6 +95,13 @@ void ContactFields::AlignCaptions(const QList<QGroupBox *> &groups)
     }
     for (QGroupBox *group : groups)
         qobject_cast<QGridLayout *>(group->layout())->setColumnMinimumWidth(0, first);
+}
+
+void ContactFields::ChooseStored(ContactSection code, ComboModel &list, int reference)
+{
+    if (reference > 1 && list.FindData(reference) < 0)
+        Contact_FillList(code, list, true);
+    list.ChooseData(reference);
 }
 
 void ContactFields::TakeTyped(TypedCombo *list, ContactSection code)

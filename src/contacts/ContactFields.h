@@ -26,6 +26,9 @@ void FitChars(QLineEdit *field, int chars);
 /// Makes the captions of several groups, which stand in one column, as wide as the widest, and likewise the
 /// captions behind them in a row, so that the fields line up.
 void AlignCaptions(const QList<QGroupBox *> &groups);
+/// Chooses what is stored. Where another workstation added it since the list was filled, that is filled anew
+/// with its select row.
+void ChooseStored(ContactSection code, ComboModel &list, int reference);
 /// Lets new text typed in the list go to its vocabulary, if the user may add and change there.
 void TakeTyped(TypedCombo *list, ContactSection code);
 } // namespace ContactFields

@@ -160,6 +160,21 @@ bool ADO_Contact_FillList2(ListModel &list, const QString &nameColumn, const QSt
     });
 }
 
+bool ShowCharacteristics(ListModel &available, ListModel &used, const QString &held)
+{
+    used.Clear();
+    if (!ADO_Contact_FillList2(available, QStringLiteral("Name"), QStringLiteral("ConcessionRef"),
+                               QStringLiteral("Concessions")))
+        return false;
+    QStringList keys;
+    for (const Recordset::Row row : OpenRecordset(held))
+        keys.append(u'?' % row.Text(u"ConcessionRef"));
+    available.MoveKeys(keys, used);
+    available.SelectFirst();
+    used.SelectFirst();
+    return true;
+}
+
 int ADO_Contact_AddItem(const QString &name, const QString &table, const QString &nameColumn,
                         const QString &keyColumn, const QString &referenceId, const QString &extra)
 {

@@ -25,6 +25,11 @@ void ADO_Contact_FillList(ComboModel &list, const QString &nameColumn, const QSt
 bool ADO_Contact_FillList2(ListModel &list, const QString &nameColumn, const QString &keyColumn,
                            const QString &table);
 
+/// Fills `available` with all characteristics, then moves those that `held`, a query of `ConcessionRef`,
+/// gives to `used`, which is emptied first; the first row of each is selected. False where the lists are not
+/// whole; only inside Reported. Reads `Concessions`.
+bool ShowCharacteristics(ListModel &available, ListModel &used, const QString &held);
+
 /// Adds a row to a vocabulary. Texts come already safe for SQL. `extra` names one more column, which gets
 /// "Not Known"; "" = none. The new key, 0 where name and reference stand there already, -1 on an error.
 int ADO_Contact_AddItem(const QString &name, const QString &table, const QString &nameColumn,

@@ -1,6 +1,7 @@
 #include "contacts/ContactModule.h"
 
 #include "contacts/ConcessionODBC.h"
+#include "contacts/ContactHintODBC.h"
 #include "contacts/ContactListODBC.h"
 #include "contacts/ContactRecordODBC.h"
 #include "contacts/GroupODBC.h"
@@ -85,12 +86,20 @@ void Contact_Show(ContactView &view, int contactRef)
 
 bool Contact_Check(int contactRef)
 {
-    return ADO_Contact_CheckContact(contactRef);
+    return ADO_Contact_CheckContact(contactRef).value_or(false);
 }
 
 void Contact_FillInfo(int contactRef, ListModel &list)
 {
     ADO_Contact_FillContactInfo(contactRef, list);
+}
+
+std::vector<ListItem> Contact_FindSimilar(const QString &forename, const QString &surname,
+                                          const QString &email)
+{
+    constexpr int most = 4;
+    return ADO_Contact_FindSimilar(forename.trimmed(), SqlSafeText(surname.trimmed()),
+                                   SqlSafeText(email.trimmed()), most);
 }
 
 void Contact_FillList(ContactSection code, ComboModel &list, bool withSelectRow)

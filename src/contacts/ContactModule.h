@@ -1,14 +1,15 @@
 #pragma once
 
 #include "contacts/ContactRecord.h"
+#include "controls/ListModel.h"
 #include "database/GlobalCode.h"
 
 #include <functional>
 #include <span>
+#include <vector>
 
 class ComboModel;
 class ContactView;
-class ListModel;
 
 /// The logic of people and of the vocabularies beside them: makes texts safe for SQL, and tells the user
 /// when a record exists already.
@@ -49,6 +50,9 @@ int Contact_Update(int contactRef, const ContactRecord &record);
 void Contact_Show(ContactView &view, int contactRef);
 bool Contact_Check(int contactRef);
 void Contact_FillInfo(int contactRef, ListModel &list);
+/// A few of the people on file who may be the one that is typed, as of ADO_Contact_FindSimilar.
+std::vector<ListItem> Contact_FindSimilar(const QString &forename, const QString &surname,
+                                          const QString &email);
 
 /// Fills a drop-down list with a vocabulary or with the people; `withSelectRow` offers the sentinel.
 void Contact_FillList(ContactSection code, ComboModel &list, bool withSelectRow);

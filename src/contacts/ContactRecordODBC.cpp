@@ -89,26 +89,6 @@ ContactRecord ReadContact(const Recordset::Row &row)
     return record;
 }
 
-/// False where the lists are not whole: they must not be stored then.
-bool ShowCharacteristics(ContactView &view, int contactRef)
-{
-    ListModel &available = view.AvailCriteria();
-    ListModel &used = view.UsedCriteria();
-    used.Clear();
-    if (!ADO_Contact_FillList2(available, QStringLiteral("Name"), QStringLiteral("ConcessionRef"),
-                               QStringLiteral("Concessions")))
-        return false;
-    const Recordset held = OpenRecordset(u"SELECT ConcessionRef FROM ContactConcession WHERE ContactRef = " %
-                                         SqlNumber(contactRef));
-    QStringList keys;
-    for (const Recordset::Row row : held)
-        keys.append(u'?' % row.Text(u"ConcessionRef"));
-    available.MoveKeys(keys, used);
-    available.SelectFirst();
-    used.SelectFirst();
-    return true;
-}
-
 bool ShowAttributes(TreeModel &tree, int contactRef)
 {
     return ADO_CustomAttrib_Show(tree, AttribSection::contacts) &&
@@ -137,9 +117,9 @@ int ADO_Contact_UpdateContact(int contactRef, const ContactRecord &record)
     });
 }
 
-bool ADO_Contact_CheckContact(int contactRef)
+std::optional<bool> ADO_Contact_CheckContact(int contactRef)
 {
-    return Reported("ADO_Contact_CheckContact", false, [&] {
+    return Reported("ADO_Contact_CheckContact", std::optional<bool>(), [&] {
         return HasRow(u"SELECT ContactRef FROM Contacts WHERE ContactRef = " % SqlNumber(contactRef));
     });
 }
@@ -157,7 +137,10 @@ void ADO_Contact_ShowContact(ContactView &view, int contactRef)
         const ContactRecord record = ReadContact(contact.First());
         view.ShowRecord(record);
         // A save writes these anew: those that could not be read would be lost.
-        if (!ShowCharacteristics(view, contactRef) || !ShowAttributes(view.AttribList(), contactRef) ||
+        if (!ShowCharacteristics(view.AvailCriteria(), view.UsedCriteria(),
+                                 u"SELECT ConcessionRef FROM ContactConcession WHERE ContactRef = " %
+                                     SqlNumber(contactRef)) ||
+            !ShowAttributes(view.AttribList(), contactRef) ||
             !ADO_Contact_GetRoles(contactRef, view.RolesInfo()))
             return;
         view.GroupList().Fill({{u'?' % SqlNumber(contactRef), record.surname % u", " % record.forename}});

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "contacts/ContactRecord.h"
+#include "controls/RecordView.h"
+
+#include <optional>
 
 class ListModel;
 class TreeModel;
@@ -9,14 +12,9 @@ class TreeModel;
 /// first address line and ReferenceID are equal; nothing else counts.
 
 /// What ADO_Contact_ShowContact fills. The calls come in the order they are declared in.
-class ContactView
+class ContactView : public virtual RecordView
 {
 public:
-    virtual ~ContactView() = default;
-    /// The record is being read: nothing can be edited, and `notice` stands on the form.
-    virtual void ShowLoading(const QString &notice) = 0;
-    /// There is no such person any more: `placeholder` takes the place of the name. Nothing follows.
-    virtual void ShowDeleted(const QString &placeholder) = 0;
     /// The columns as stored; a reference that is NULL comes as -1, and the date of birth as a date-int,
     /// today's where none is stored.
     virtual void ShowRecord(const ContactRecord &record) = 0;
@@ -27,8 +25,6 @@ public:
     /// People about to be put in a group: the person shown comes first.
     virtual ListModel &GroupList() = 0;
     virtual TreeModel &GroupTree() = 0;
-    /// Everything is read: the record can be worked on.
-    virtual void ShowLoaded() = 0;
 };
 
 /// Adds a person. The texts come already safe for SQL. The new ContactRef, 0 where the person exists,
@@ -37,8 +33,8 @@ int ADO_Contact_AddContact(const ContactRecord &record);
 /// Writes all fields of a person. The texts come already safe for SQL. `contactRef`, 0 where another row
 /// is the same person (nothing is written then), -1 on an error.
 int ADO_Contact_UpdateContact(int contactRef, const ContactRecord &record);
-/// True if the person still exists; false on an error.
-bool ADO_Contact_CheckContact(int contactRef);
+/// Whether the person still exists; nothing on an error.
+std::optional<bool> ADO_Contact_CheckContact(int contactRef);
 /// Shows a person with the characteristics held and those that can be given, the custom attributes, the
 /// roles, and the groups; reads `Contacts`, `Concessions`, `ContactConcession` and the tables of attributes,
 /// roles and groups.

@@ -4,139 +4,93 @@
 #include "contacts/ContactCoursesPage.h"
 #include "contacts/ContactDetailsPage.h"
 #include "contacts/ContactGroupsPage.h"
+#include "contacts/ContactHint.h"
 #include "contacts/ContactModule.h"
 #include "contacts/ContactNotesPage.h"
 #include "contacts/ContactRolesPage.h"
 #include "controls/ListModel.h"
 #include "core/Session.h"
-#include "database/Security.h"
 #include "forms/FormBuilder.h"
-#include "forms/RecordNavigator.h"
 #include "organisations/OrganisationODBC.h"
 #include "platform/Dialogs.h"
 
-namespace
-{
-constexpr int mayAdd = 2;
-constexpr int mayChange = 3;
-
-bool MayWithContacts(int level)
-{
-    return UserRight(ContactSectionOf(ContactSection::Contacts).right) >= level;
-}
-} // namespace
-
 frmAddContact::frmAddContact(QWidget *parent)
-    : FormDialog(QStringLiteral("frmAddContact"), QStringLiteral("New Record"), parent)
+    : RecordForm({.form = QStringLiteral("frmAddContact"),
+                  .okBtn = QStringLiteral("OKBtn"),
+                  .newCaption = QStringLiteral("New &Contact"),
+                  .word = QStringLiteral("contact"),
+                  .right = ContactSectionOf(ContactSection::Contacts).right,
+                  .canRefresh = true},
+                 parent)
 {
-    FormBuilder form(this);
-    m_warn = form.Line(QStringLiteral("Warn"), QString());
-    m_warn->hide();
-    m_tabs = form.Tabs(QStringLiteral("SSActiveTabs1"));
-    m_details = FormBuilder::AddTab(m_tabs, new ContactDetailsPage, QStringLiteral("Details"),
-                                    QStringLiteral("Details"));
-    m_notes = FormBuilder::AddTab(m_tabs, new ContactNotesPage, QStringLiteral("NotesAndCharacteristics"),
-                                  QStringLiteral("Notes and Characteristics"));
-    m_attributes = FormBuilder::AddTab(m_tabs, new AttributesPage, QStringLiteral("CustomAttributes"),
-                                       QStringLiteral("Custom Attributes"));
-    m_roles =
-        FormBuilder::AddTab(m_tabs, new ContactRolesPage, QStringLiteral("Roles"), QStringLiteral("Roles"));
-    m_groups = FormBuilder::AddTab(m_tabs, new ContactGroupsPage, QStringLiteral("Groups"),
-                                   QStringLiteral("Groups"));
-    m_courses = FormBuilder::AddTab(m_tabs, new ContactCoursesPage, QStringLiteral("Courses"),
-                                    QStringLiteral("Courses"));
-    BuildButtons(form);
-
+    BuildPages();
+    BuildButtons();
     WatchChanges();
-    m_navigator = new RecordNavigator(
-        m_prevBtn, m_nextBtn, *m_modified, [this] { Save(); },
-        [this](const QString &key) { ShowContact(KeyNumber(key)); }, this);
-
-    connect(m_okBtn, &QPushButton::clicked, this, &frmAddContact::Save);
-    connect(m_newBtn, &QPushButton::clicked, this, &frmAddContact::NewRecord);
-    connect(m_editBtn, &QPushButton::clicked, this, &frmAddContact::ToggleEdit);
-    connect(m_clearBtn, &QPushButton::clicked, this, &frmAddContact::ClearAll);
-    connect(m_refreshBtn, &QPushButton::clicked, this, &frmAddContact::Refresh);
-    connect(m_exitBtn, &QPushButton::clicked, this, &frmAddContact::reject);
-    connect(m_tabs, &QTabWidget::currentChanged, this, &frmAddContact::ShowTab);
+    connect(Tabs(), &QTabWidget::currentChanged, this, &frmAddContact::ShowTab);
 
     m_details->FillLists();
     m_notes->FillLists();
     m_attributes->FillLists();
     m_roles->FillLists();
     m_groups->FillLists();
-    SetState(State::NewRecord);
-    ClearAll();
-    m_modified->Clear();
+    StartRecord();
     resize(140 * fontMetrics().averageCharWidth(), sizeHint().height());
 }
 
-void frmAddContact::BuildButtons(FormBuilder &form)
+void frmAddContact::BuildPages()
 {
-    form.BeginButtons(FormBuilder::Align::Start);
-    m_okBtn = form.DefaultButton(QStringLiteral("OKBtn"), QStringLiteral("&Add Record"));
-    m_newBtn = form.Button(QStringLiteral("NewBtn"), QStringLiteral("New &Contact"));
-    m_editBtn = form.Button(QStringLiteral("EditBtn"), QStringLiteral("&Edit"));
-    m_prevBtn = form.Button(QStringLiteral("PrevBtn"), QStringLiteral("<< &Prev"));
-    m_nextBtn = form.Button(QStringLiteral("NextBtn"), QStringLiteral("&Next >>"));
-    m_clearBtn = form.Button(QStringLiteral("ClearBtn"), QStringLiteral("&Clear All"));
-    m_refreshBtn = form.Button(QStringLiteral("MainRefBtn"), QStringLiteral("&Refresh"));
-    form.Gap();
-    m_exitBtn = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
-    form.EndButtons();
+    m_details = FormBuilder::AddTab(Tabs(), new ContactDetailsPage, QStringLiteral("Details"),
+                                    QStringLiteral("Details"));
+    m_notes = FormBuilder::AddTab(Tabs(), new ContactNotesPage, QStringLiteral("NotesAndCharacteristics"),
+                                  QStringLiteral("Notes and Characteristics"));
+    m_attributes = FormBuilder::AddTab(Tabs(), new AttributesPage, QStringLiteral("CustomAttributes"),
+                                       QStringLiteral("Custom Attributes"));
+    m_roles =
+        FormBuilder::AddTab(Tabs(), new ContactRolesPage, QStringLiteral("Roles"), QStringLiteral("Roles"));
+    m_groups = FormBuilder::AddTab(Tabs(), new ContactGroupsPage, QStringLiteral("Groups"),
+                                   QStringLiteral("Groups"));
+    m_courses = FormBuilder::AddTab(Tabs(), new ContactCoursesPage, QStringLiteral("Courses"),
+                                    QStringLiteral("Courses"));
+    m_hint = new ContactHint(m_details->Typed(), this);
+    Builder().Place(m_hint, QStringLiteral("SimilarHint"));
+    connect(m_hint, &ContactHint::Opened, this, [this](const QStringList &keys) {
+        frmAddContact record(this);
+        record.OpenRecords(keys);
+        record.exec();
+        gDialogResult = 0;
+    });
 }
 
 void frmAddContact::WatchChanges()
 {
-    m_modified = new ModifiedMark(m_okBtn, this);
-    m_modified->Watch(m_details);
-    m_modified->Watch(m_notes);
-    m_modified->Watch(m_notes->UsedCriteria());
-    m_modified->Watch(m_attributes->AttribList());
+    ModifiedMark &modified = Modified();
+    modified.Watch(m_details);
+    modified.Watch(m_notes);
+    modified.Watch(m_notes->UsedCriteria());
+    modified.Watch(m_attributes->AttribList());
     // The fields of a role, and the choice of a group, are no part of the record before they are added.
-    m_modified->Watch(m_roles->RolesInfo());
-    connect(m_groups, &ContactGroupsPage::MembersChanged, m_modified, &ModifiedMark::Set);
+    modified.Watch(m_roles->RolesInfo());
+    connect(m_groups, &ContactGroupsPage::MembersChanged, &modified, &ModifiedMark::Set);
     // Typing in the list of group types marks the forename by its own text: as it always was.
     connect(m_groups, &ContactGroupsPage::TypeEdited, m_details, &ContactDetailsPage::MarkForename);
 }
 
-int frmAddContact::AddRecord(QWidget *parent)
+bool frmAddContact::Exists(int key)
 {
-    gDialogResult = 0;
-    frmAddContact form(parent);
-    form.exec();
-    return gDialogResult;
+    return ADO_Contact_CheckContact(key).value_or(true);
 }
 
-void frmAddContact::OpenRecords(const QStringList &keys, int index)
+void frmAddContact::ReadRecord(int key)
 {
-    m_navigator->SetKeys(keys, index);
-    ShowContact(KeyNumber(m_navigator->Key()));
+    // What the next one has not must not be that of the one before.
+    m_details->Clear();
+    Contact_Show(*this, key);
+    ShowTab(Tabs()->currentIndex());
 }
 
-void frmAddContact::ShowContact(int contactRef)
+void frmAddContact::ShowPlaceholder(const QString &text)
 {
-    m_contactRef = contactRef;
-    m_gone = true;
-    Contact_Show(*this, contactRef);
-    // A read that failed leaves the record locked, with the way to try again.
-    SetState(State::View);
-    m_warn->hide();
-    m_modified->Clear();
-    ShowTab(m_tabs->currentIndex());
-}
-
-void frmAddContact::ShowLoading(const QString &notice)
-{
-    m_tabs->setEnabled(false);
-    m_editBtn->hide();
-    m_warn->setText(notice);
-    m_warn->show();
-}
-
-void frmAddContact::ShowDeleted(const QString &placeholder)
-{
-    m_details->ShowPlaceholder(placeholder);
+    m_details->ShowPlaceholder(text);
 }
 
 void frmAddContact::ShowRecord(const ContactRecord &record)
@@ -178,149 +132,82 @@ TreeModel &frmAddContact::GroupTree()
 
 void frmAddContact::ShowLoaded()
 {
-    m_roles->SetContact(m_contactRef);
-    m_groups->SetContact(m_contactRef, m_details->Name());
-    m_gone = false;
+    RecordForm::ShowLoaded();
+    TellPages(Key());
 }
 
-void frmAddContact::SetState(State state)
+void frmAddContact::TellPages(int contactRef)
 {
-    m_state = state;
+    m_roles->SetContact(contactRef);
+    m_groups->SetContact(contactRef, contactRef > 0 ? m_details->Name() : QString());
+}
+
+void frmAddContact::ApplyState(State state)
+{
     const bool isNew = state == State::NewRecord;
-    const bool editing = state != State::View;
-    m_details->SetLocked(!editing);
-    m_notes->SetLocked(!editing);
-    m_attributes->SetLocked(!editing);
-    m_roles->SetLocked(!editing);
-    m_groups->SetLocked(!editing);
-    m_tabs->setEnabled(isNew || !m_gone);
-    for (int tab = 1; tab < m_tabs->count(); ++tab)
-        m_tabs->setTabEnabled(tab, !isNew);
-
-    m_okBtn->setText(isNew ? QStringLiteral("&Add Record") : QStringLiteral("&Update Record"));
-    m_okBtn->setEnabled(editing);
-    m_clearBtn->setEnabled(editing);
-    m_newBtn->setVisible(MayWithContacts(mayAdd));
-    m_newBtn->setEnabled(!isNew);
-    m_editBtn->setVisible(!isNew && !m_gone && MayWithContacts(mayChange));
-    m_editBtn->setText(editing ? QStringLiteral("&View") : QStringLiteral("&Edit"));
-    m_prevBtn->setVisible(!isNew && m_navigator->Count() > 0);
-    m_nextBtn->setVisible(!isNew && m_navigator->Count() > 0);
-    m_refreshBtn->setVisible(!isNew);
-    ShowCaption();
-}
-
-void frmAddContact::ShowCaption()
-{
-    switch (m_state) {
-    case State::NewRecord:
-        setWindowTitle(QStringLiteral("New Record"));
-        break;
-    case State::View:
-        setWindowTitle(m_details->Name() % m_navigator->Position());
-        break;
-    case State::Edit:
-        setWindowTitle(u"Editing " % m_details->Name());
-        break;
-    }
+    const bool locked = state == State::View;
+    m_details->SetLocked(locked);
+    m_notes->SetLocked(locked);
+    m_attributes->SetLocked(locked);
+    m_roles->SetLocked(locked);
+    m_groups->SetLocked(locked);
+    for (int tab = 1; tab < Tabs()->count(); ++tab)
+        Tabs()->setTabEnabled(tab, !isNew);
+    m_hint->Watch(isNew);
 }
 
 void frmAddContact::ShowTab(int tab)
 {
-    if (m_tabs->widget(tab) == m_courses)
-        m_courses->ShowHistory(m_gone ? 0 : m_contactRef);
+    if (Tabs()->widget(tab) == m_courses)
+        m_courses->ShowHistory(IsGone() ? 0 : Key());
 }
 
-bool frmAddContact::Save()
+const RequiredMarks &frmAddContact::Required() const
 {
-    if (!m_details->Required().MissingList().isEmpty())
-        m_tabs->setCurrentIndex(0);
-    if (!m_details->Required().Complete())
-        return false;
+    return m_details->Required();
+}
 
+QString frmAddContact::RecordName() const
+{
+    return m_details->Name();
+}
+
+int frmAddContact::StoreRecord(int key)
+{
     ContactRecord record;
     m_details->Store(record);
     m_notes->Store(record);
-    const int saved =
-        m_state == State::NewRecord ? Contact_Add(record) : Contact_Update(m_contactRef, record);
-    if (saved <= 0)
-        return false;
-    m_contactRef = saved;
-    m_gone = false;
-    gDialogResult = saved;
+    return key > 0 ? Contact_Update(key, record) : Contact_Add(record);
+}
 
-    if (!StoreLists()) {
-        // The person stands; what the pages show is still to be stored.
-        SetState(State::Edit);
-        return false;
-    }
-    const bool isGiven = OfferOrganisationCharacteristics(record.organRef);
-    // They are stored before the record is shown anew, which ticks what is stored.
-    if (!m_attributes->StoreAttributes(saved)) {
-        SetState(State::Edit);
-        return false;
-    }
+RecordForm::Stored frmAddContact::StoreLists(int key)
+{
+    TellPages(key);
+    if (!m_groups->StoreGroup() || !m_notes->StoreCharacteristics(key) || !m_roles->StoreRoles(key))
+        return Stored::Failed;
+    const int organRef = m_details->OrganRef();
+    const bool isGiven = WantsOrganisationCharacteristics(organRef, key);
+    // Another workstation may have deleted the person while the question stood.
+    if (isGiven && !Exists(key))
+        return Stored::ReadAgain;
     if (isGiven)
-        ShowContact(saved);
-    m_modified->Clear();
-    SetState(State::View);
-    return true;
+        ADO_Organisation_AddSingleContactConcession(organRef, key);
+    // They are stored before the record is shown anew, which ticks what is stored.
+    if (!m_attributes->StoreAttributes(key))
+        return Stored::Failed;
+    return isGiven ? Stored::ReadAgain : Stored::Done;
 }
 
-bool frmAddContact::StoreLists()
+bool frmAddContact::WantsOrganisationCharacteristics(int organRef, int contactRef) const
 {
-    m_roles->SetContact(m_contactRef);
-    m_groups->SetContact(m_contactRef, m_details->Name());
-    return m_groups->StoreGroup() && m_notes->StoreCharacteristics(m_contactRef) &&
-           m_roles->StoreRoles(m_contactRef);
+    return organRef > 1 && ADO_Organisation_CheckCharswithContact(organRef, contactRef) &&
+           Dialogs::MsgBox(
+               QStringLiteral("Would you like to apply the Organisation Characteristics to this Contact?"),
+               QStringLiteral("Organisation Characteristics"), Dialogs::Buttons::YesNo,
+               Dialogs::Icon::Question) == Dialogs::Answer::Yes;
 }
 
-bool frmAddContact::OfferOrganisationCharacteristics(int organRef)
-{
-    if (organRef <= 1 || !ADO_Organisation_CheckCharswithContact(organRef, m_contactRef))
-        return false;
-    const Dialogs::Answer answer = Dialogs::MsgBox(
-        QStringLiteral("Would you like to apply the Organisation Characteristics to this Contact?"),
-        QStringLiteral("Organisation Characteristics"), Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
-    if (answer != Dialogs::Answer::Yes)
-        return false;
-    ADO_Organisation_AddSingleContactConcession(organRef, m_contactRef);
-    return true;
-}
-
-bool frmAddContact::MayLeave()
-{
-    return m_modified->AskToSave([this] { Save(); });
-}
-
-void frmAddContact::done(int result)
-{
-    gDialogResult = m_contactRef;
-    FormDialog::done(result);
-}
-
-void frmAddContact::NewRecord()
-{
-    if (!MayLeave())
-        return;
-    m_contactRef = 0;
-    m_gone = false;
-    m_roles->SetContact(0);
-    m_roles->RolesInfo().Clear();
-    m_groups->SetContact(0, {});
-    m_navigator->SetKeys({});
-    m_tabs->setCurrentIndex(0);
-    SetState(State::NewRecord);
-    ClearAll();
-    m_modified->Clear();
-}
-
-void frmAddContact::ToggleEdit()
-{
-    SetState(m_state == State::Edit ? State::View : State::Edit);
-}
-
-void frmAddContact::ClearAll()
+void frmAddContact::ClearPages()
 {
     m_details->Clear();
     m_notes->Clear();
@@ -329,8 +216,15 @@ void frmAddContact::ClearAll()
     m_groups->Clear();
 }
 
-void frmAddContact::Refresh()
+void frmAddContact::EmptyPages()
 {
-    if (MayLeave())
-        ShowContact(m_contactRef);
+    TellPages(0);
+    m_roles->RolesInfo().Clear();
+    ClearPages();
+}
+
+void frmAddContact::DetachPages()
+{
+    m_groups->ForgetGroup();
+    TellPages(0);
 }

@@ -43,8 +43,12 @@ void RecordNavigator::Go(int step)
         const Dialogs::Answer answer =
             Dialogs::MsgBox(QStringLiteral("Okay to update record?"), QStringLiteral("Record Changed"),
                             Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
-        if (answer == Dialogs::Answer::Yes)
+        if (answer == Dialogs::Answer::Yes) {
             m_save();
+            // A save may make a new record of it, which stands on no list.
+            if (m_keys.isEmpty())
+                return;
+        }
         m_modified.Clear();
     }
     m_index = target;

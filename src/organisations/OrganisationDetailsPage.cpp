@@ -22,9 +22,11 @@ QLineEdit *OrganisationDetailsPage::Text(QLineEdit *field, QString OrganisationR
     return field;
 }
 
-void OrganisationDetailsPage::Choice(TypedCombo *field, int OrganisationRecord::*column)
+void OrganisationDetailsPage::AddChoice(TypedCombo *field, int OrganisationRecord::*column,
+                                        ContactSection section)
 {
-    m_choices.emplace_back(field, column);
+    ContactFields::TakeTyped(field, section);
+    m_choices.push_back({field, column, section});
 }
 
 QGroupBox *OrganisationDetailsPage::BuildName(FormBuilder &form)
@@ -57,12 +59,9 @@ QGroupBox *OrganisationDetailsPage::BuildAddress(FormBuilder &form)
          &OrganisationRecord::postcode);
     TypedCombo *country = form.Typed(QStringLiteral("CountryList"), QStringLiteral("Country:"), m_countries);
     form.EndGroup();
-    Choice(city, &OrganisationRecord::city);
-    Choice(county, &OrganisationRecord::county);
-    Choice(country, &OrganisationRecord::country);
-    ContactFields::TakeTyped(city, ContactSection::Cities);
-    ContactFields::TakeTyped(county, ContactSection::Counties);
-    ContactFields::TakeTyped(country, ContactSection::Countries);
+    AddChoice(city, &OrganisationRecord::city, ContactSection::Cities);
+    AddChoice(county, &OrganisationRecord::county, ContactSection::Counties);
+    AddChoice(country, &OrganisationRecord::country, ContactSection::Countries);
     return group;
 }
 
@@ -84,32 +83,35 @@ QGroupBox *OrganisationDetailsPage::BuildReach(FormBuilder &form)
 
 void OrganisationDetailsPage::FillLists()
 {
-    Contact_FillList(ContactSection::Cities, m_cities, true);
-    Contact_FillList(ContactSection::Counties, m_counties, true);
-    Contact_FillList(ContactSection::Countries, m_countries, true);
+    for (const Choice &choice : m_choices)
+        Contact_FillList(choice.section, choice.field->Model(), true);
 }
 
 void OrganisationDetailsPage::Load(const OrganisationRecord &record)
 {
     for (const auto &[field, column] : m_texts)
         ContactFields::Show(field, record.*column);
-    for (const auto &[field, column] : m_choices) {
-        // Where an organisation was made of a name alone, the town of the one shown before must not stay.
-        field->Model().SetCurrent(0);
-        field->Model().ChooseData(record.*column);
-    }
+    for (const Choice &choice : m_choices)
+        ContactFields::ChooseStored(choice.section, choice.field->Model(), record.*choice.column);
     m_board->setChecked(record.board);
 }
 
 void OrganisationDetailsPage::Store(OrganisationRecord &record) const
 {
-    for (const auto &[field, column] : m_choices) {
-        field->Leave();
-        record.*column = qMax(1, field->Model().CurrentData());
+    for (const Choice &choice : m_choices) {
+        choice.field->Leave();
+        record.*choice.column = qMax(1, choice.field->Model().CurrentData());
     }
     for (const auto &[field, column] : m_texts)
         record.*column = field->text();
     record.board = m_board->isChecked();
+}
+
+void OrganisationDetailsPage::Clear()
+{
+    Load({});
+    for (const Choice &choice : m_choices)
+        choice.field->Model().SetCurrent(0);
 }
 
 void OrganisationDetailsPage::SetLocked(bool locked)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contacts/ContactModule.h"
 #include "controls/ComboModel.h"
 #include "forms/RequiredMarks.h"
 #include "organisations/OrganisationRecord.h"
@@ -25,7 +26,7 @@ public:
     void FillLists();
     void Load(const OrganisationRecord &record);
     void Store(OrganisationRecord &record) const;
-    void Clear() { Load({}); }
+    void Clear();
     void SetLocked(bool locked);
     /// Stands in for the name of an organisation that is no more.
     void ShowPlaceholder(const QString &text);
@@ -34,9 +35,14 @@ public:
     QString Name() const;
 
 private:
+    struct Choice {
+        TypedCombo *field;
+        int OrganisationRecord::*column;
+        ContactSection section;
+    };
     /// Ties a field to the column that it shows.
     QLineEdit *Text(QLineEdit *field, QString OrganisationRecord::*column);
-    void Choice(TypedCombo *field, int OrganisationRecord::*column);
+    void AddChoice(TypedCombo *field, int OrganisationRecord::*column, ContactSection section);
     QGroupBox *BuildName(FormBuilder &form);
     QGroupBox *BuildAddress(FormBuilder &form);
     QGroupBox *BuildReach(FormBuilder &form);
@@ -48,5 +54,5 @@ private:
     QLineEdit *m_name;
     QCheckBox *m_board;
     std::vector<std::pair<QLineEdit *, QString OrganisationRecord::*>> m_texts;
-    std::vector<std::pair<TypedCombo *, int OrganisationRecord::*>> m_choices;
+    std::vector<Choice> m_choices;
 };

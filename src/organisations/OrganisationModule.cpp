@@ -2,6 +2,7 @@
 
 #include "contacts/ContactRecordODBC.h"
 #include "controls/ListModel.h"
+#include "core/Progress.h"
 #include "core/Session.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
@@ -34,6 +35,27 @@ bool Agrees(const QString &question, const QString &title)
            Dialogs::Answer::Yes;
 }
 
+/// A question that one save may ask of thousands: from the second time on it can be answered for all.
+class RepeatedQuestion final
+{
+public:
+    bool Agrees(const QString &question, const QString &title)
+    {
+        using Dialogs::Answer;
+        if (m_toAll != Answer::None)
+            return m_toAll == Answer::YesToAll;
+        const Answer answer = Dialogs::MsgBox(question, title, m_buttons, Dialogs::Icon::Question);
+        m_buttons = Dialogs::Buttons::YesNoAll;
+        if (answer == Answer::YesToAll || answer == Answer::NoToAll)
+            m_toAll = answer;
+        return answer == Answer::Yes || answer == Answer::YesToAll;
+    }
+
+private:
+    Dialogs::Buttons m_buttons = Dialogs::Buttons::YesNo;
+    Dialogs::Answer m_toAll = Dialogs::Answer::None;
+};
+
 /// What people, facilities and venues differ in when they are stored.
 struct LinkKind {
     QString word;
@@ -42,59 +64,119 @@ struct LinkKind {
     bool (*add)(int key, int organRef);
 };
 
+/// Stores the lists of an organisation. A step that fails or is stopped throws StatementGivenUp.
+class LinkSave final
+{
+public:
+    LinkSave(int organRef, const OrganisationLinks &links, Progress &progress)
+        : m_organRef(organRef)
+        , m_links(links)
+        , m_progress(progress)
+    {
+    }
+    void Run();
+
+private:
+    static void Demand(bool done)
+    {
+        if (!done)
+            throw StatementGivenUp{};
+    }
+    /// Behind every row: what was done of it stays, and the user may stop the run here.
+    void EndStep()
+    {
+        EndRow(m_group);
+        m_progress.SetValue(++m_done);
+        Demand(!m_progress.IsCancelled());
+    }
+    bool Asks(RepeatedQuestion &question, const QString &text, const QString &title);
+    void StoreOwned(const LinkKind &kind, ListModel &list, ListModel *refused);
+    void StoreCharacteristics();
+    void OfferCharacteristics();
+
+    int m_organRef;
+    const OrganisationLinks &m_links;
+    Progress &m_progress;
+    int m_done = 0;
+    WriteGroup m_group{gConnection};
+};
+
+/// While a question stands, another workstation may delete the organisation: nothing is to hang on it then.
+bool LinkSave::Asks(RepeatedQuestion &question, const QString &text, const QString &title)
+{
+    const bool agrees = question.Agrees(text, title);
+    Demand(ADO_Organisation_CheckOrganisation(m_organRef).value_or(false));
+    return agrees;
+}
+
 /// Stores a list of what belongs to the organisation. What the user leaves to another one goes from the list
 /// to `refused`, or nowhere.
-void StoreOwned(WriteGroup &group, int organRef, const LinkKind &kind, ListModel &list, ListModel *refused)
+void LinkSave::StoreOwned(const LinkKind &kind, ListModel &list, ListModel *refused)
 {
-    if (!kind.wipe(organRef))
-        throw StatementGivenUp{};
-    for (int row = 0; row < list.Count();) {
+    Demand(kind.wipe(m_organRef));
+    RepeatedQuestion question;
+    for (int row = 0; row < list.Count(); EndStep()) {
         const ListItem &item = list.At(row);
         const int key = KeyNumber(item.key);
         // The organisation's own were just wiped, so that whoever has it now is another one.
         const QString owner = kind.check(key);
-        if (!owner.isEmpty() &&
-            !Agrees(kind.word % u" '" % item.text % u"' is already in Organisation '" % owner %
-                        u"'\nWould you like to remove from '" % owner % u"' and add to this Organisation?",
-                    u"Change " % kind.word % u" Organisation")) {
-            std::vector<ListItem> left = list.Take({row});
-            if (refused) {
-                refused->AddAll(std::move(left));
-                refused->sort(0, Qt::AscendingOrder);
-            }
+        if (owner.isEmpty() ||
+            Asks(question,
+                 kind.word % u" '" % item.text % u"' is already in Organisation '" % owner %
+                     u"'\nWould you like to remove from '" % owner % u"' and add to this Organisation?",
+                 u"Change " % kind.word % u" Organisation")) {
+            Demand(kind.add(key, m_organRef));
+            ++row;
             continue;
         }
-        if (!kind.add(key, organRef))
-            throw StatementGivenUp{};
-        EndRow(group);
-        ++row;
+        std::vector<ListItem> left = list.Take({row});
+        if (refused) {
+            refused->AddAll(std::move(left));
+            refused->sort(0, Qt::AscendingOrder);
+        }
     }
-    EndRows(group);
+    EndRows(m_group);
 }
 
-void StoreCharacteristics(int organRef, const ListModel &used)
+void LinkSave::StoreCharacteristics()
 {
-    bool stored = ADO_Organisation_ConcessionWipe(organRef);
-    for (int row = 0; stored && row < used.Count(); ++row)
-        stored = ADO_Organisation_AddConcession(organRef, KeyNumber(used.At(row).key));
-    if (!stored)
-        throw StatementGivenUp{};
+    Demand(ADO_Organisation_ConcessionWipe(m_organRef));
+    for (int row = 0; row < m_links.usedCriteria.Count(); ++row)
+        Demand(ADO_Organisation_AddConcession(m_organRef, KeyNumber(m_links.usedCriteria.At(row).key)));
+    EndRows(m_group);
 }
 
-void OfferCharacteristics(WriteGroup &group, int organRef, const ListModel &contacts)
+void LinkSave::OfferCharacteristics()
 {
-    for (int row = 0; row < contacts.Count(); ++row) {
-        const int contactRef = KeyNumber(contacts.At(row).key);
-        if (!ADO_Organisation_CheckCharswithContact(organRef, contactRef) ||
-            !Agrees(u"Would you like to apply the Organisation Characteristics to contact '" %
-                        contacts.At(row).text % u"'?",
-                    QStringLiteral("Organisation Characteristics")))
-            continue;
-        if (!ADO_Organisation_AddSingleContactConcession(organRef, contactRef))
-            throw StatementGivenUp{};
-        EndRow(group);
+    RepeatedQuestion question;
+    for (int row = 0; row < m_links.contacts.Count(); ++row, EndStep()) {
+        const ListItem &contact = m_links.contacts.At(row);
+        const int contactRef = KeyNumber(contact.key);
+        if (ADO_Organisation_CheckCharswithContact(m_organRef, contactRef) &&
+            Asks(question,
+                 u"Would you like to apply the Organisation Characteristics to contact '" % contact.text %
+                     u"'?",
+                 QStringLiteral("Organisation Characteristics")) &&
+            ADO_Contact_CheckContact(contactRef).value_or(false))
+            Demand(ADO_Organisation_AddSingleContactConcession(m_organRef, contactRef));
     }
-    EndRows(group);
+    EndRows(m_group);
+}
+
+void LinkSave::Run()
+{
+    static const LinkKind contacts{QStringLiteral("Contact"), ADO_Organisation_WipeContacts,
+                                   ADO_Organisation_CheckContact, ADO_Organisation_AddContact};
+    static const LinkKind facilities{QStringLiteral("Facility"), ADO_Organisation_WipeFacility,
+                                     ADO_Organisation_CheckFacility, ADO_Organisation_AddFacility};
+    static const LinkKind venues{QStringLiteral("Venue"), ADO_Organisation_WipeVenue,
+                                 ADO_Organisation_CheckVenue, ADO_Organisation_AddVenue};
+    m_progress.Begin(2 * m_links.contacts.Count() + m_links.usedFac.Count() + m_links.usedVenues.Count());
+    StoreOwned(contacts, m_links.contacts, nullptr);
+    StoreCharacteristics();
+    OfferCharacteristics();
+    StoreOwned(facilities, m_links.usedFac, &m_links.availFac);
+    StoreOwned(venues, m_links.usedVenues, &m_links.availVenues);
 }
 } // namespace
 
@@ -110,11 +192,6 @@ int Organisation_Update(int organRef, const OrganisationRecord &record)
                          QStringLiteral("Update Organisation"));
 }
 
-bool Organisation_Check(int organRef)
-{
-    return ADO_Organisation_CheckOrganisation(organRef);
-}
-
 void Organisation_Show(OrganisationView &view, int organRef)
 {
     ADO_Organisation_ShowOrganisation(view, organRef);
@@ -125,22 +202,10 @@ bool Organisation_Delete(int organRef)
     return ADO_Organisation_Delete(organRef);
 }
 
-bool Organisation_StoreLinks(int organRef, const OrganisationLinks &links)
+bool Organisation_StoreLinks(int organRef, const OrganisationLinks &links, Progress &progress)
 {
-    static const LinkKind contacts{QStringLiteral("Contact"), ADO_Organisation_WipeContacts,
-                                   ADO_Organisation_CheckContact, ADO_Organisation_AddContact};
-    static const LinkKind facilities{QStringLiteral("Facility"), ADO_Organisation_WipeFacility,
-                                     ADO_Organisation_CheckFacility, ADO_Organisation_AddFacility};
-    static const LinkKind venues{QStringLiteral("Venue"), ADO_Organisation_WipeVenue,
-                                 ADO_Organisation_CheckVenue, ADO_Organisation_AddVenue};
     return Reported("Organisation_StoreLinks", false, [&] {
-        WriteGroup group(gConnection);
-        StoreOwned(group, organRef, contacts, links.contacts, nullptr);
-        StoreCharacteristics(organRef, links.usedCriteria);
-        EndRows(group);
-        OfferCharacteristics(group, organRef, links.contacts);
-        StoreOwned(group, organRef, facilities, links.usedFac, &links.availFac);
-        StoreOwned(group, organRef, venues, links.usedVenues, &links.availVenues);
+        LinkSave(organRef, links, progress).Run();
         return true;
     });
 }
@@ -171,10 +236,14 @@ bool Organisation_UpdateJobTitles(ListModel &contacts, const QString &title)
     if (!Agrees(u"Okay to update Contact(s) to Job Title '" % title % u"'?",
                 QStringLiteral("Update Job Title(s)")))
         return false;
-    for (const int row : contacts.SelectedRows()) {
-        if (!ADO_Contact_UpdateJobTitle(KeyNumber(contacts.At(row).key), SqlSafeText(title)))
+    for (const QString &key : contacts.SelectedKeys()) {
+        const int row = contacts.Find(key);
+        const int contactRef = KeyNumber(key);
+        if (!ADO_Contact_UpdateJobTitle(contactRef, SqlSafeText(title)))
             return false;
-        contacts.SetSubItem(row, 0, title);
+        // It shows what is stored: somebody who is no more leaves the list instead.
+        if (!ADO_Organisation_UpdateContact(contactRef, contacts, row))
+            contacts.Remove(row);
     }
     return true;
 }

@@ -4,6 +4,7 @@
 
 class ListModel;
 class OrganisationView;
+class Progress;
 
 /// The logic of organisations: makes texts safe for SQL, tells the user when a record exists already, and
 /// asks before something that belongs to another organisation is taken from it.
@@ -13,7 +14,6 @@ class OrganisationView;
 int Organisation_Add(const OrganisationRecord &record);
 /// Writes an organisation as typed; results as of Organisation_Add.
 int Organisation_Update(int organRef, const OrganisationRecord &record);
-bool Organisation_Check(int organRef);
 void Organisation_Show(OrganisationView &view, int organRef);
 bool Organisation_Delete(int organRef);
 
@@ -29,9 +29,11 @@ struct OrganisationLinks {
 
 /// Stores the people, characteristics, facilities and venues of an organisation in place of those it had. The
 /// user is asked about each that belongs to another one: what stays there leaves the list. Then each person
-/// who lacks a characteristic of the organisation is offered them. False on an error: what was written before
-/// stays, and the rest of the organisation's people, say, have none until the next save.
-bool Organisation_StoreLinks(int organRef, const OrganisationLinks &links);
+/// who lacks a characteristic of the organisation is offered them. A question that comes again can be
+/// answered for all the rest. False on an error, where `progress` is cancelled, and where the organisation is
+/// deleted meanwhile: what was written before stays, and the rest of the organisation's people, say, have
+/// none until the next save.
+bool Organisation_StoreLinks(int organRef, const OrganisationLinks &links, Progress &progress);
 
 /// Makes `people` ("?" keys) the rows of a list of an organisation's people, with name and position as
 /// stored.

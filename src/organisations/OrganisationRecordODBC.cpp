@@ -73,19 +73,6 @@ bool FillVenues(ListModel &available)
     return ADO_Course_FillList2(available, QStringLiteral("Description"), QStringLiteral("VenueRef"),
                                 QStringLiteral("Venues"));
 }
-
-void ShowCharacteristics(OrganisationView &view, int organRef)
-{
-    const Recordset held =
-        OpenRecordset(u"SELECT ConcessionRef FROM OrganChars WHERE OrganRef = " % SqlNumber(organRef));
-    QStringList keys;
-    for (const Recordset::Row row : held)
-        keys.append(u'?' % row.Text(u"ConcessionRef"));
-    view.UsedCriteria().Clear();
-    view.AvailCriteria().MoveKeys(keys, view.UsedCriteria());
-    view.AvailCriteria().SelectFirst();
-    view.UsedCriteria().SelectFirst();
-}
 } // namespace
 
 int ADO_Organisation_AddOrganisation(const OrganisationRecord &record)
@@ -113,9 +100,9 @@ int ADO_Organisation_UpdateOrganisation(int organRef, const OrganisationRecord &
     });
 }
 
-bool ADO_Organisation_CheckOrganisation(int organRef)
+std::optional<bool> ADO_Organisation_CheckOrganisation(int organRef)
 {
-    return Reported("ADO_Organisation_CheckOrganisation", false, [&] {
+    return Reported("ADO_Organisation_CheckOrganisation", std::optional<bool>(), [&] {
         return HasRow(u"SELECT OrganRef FROM Organisations WHERE OrganRef = " % SqlNumber(organRef));
     });
 }
@@ -131,10 +118,10 @@ void ADO_Organisation_ShowOrganisation(OrganisationView &view, int organRef)
             return;
         }
         view.ShowRecord(ReadOrganisation(organisation.First()));
-        if (!FillCharacteristics(view.AvailCriteria()))
-            return;
-        ShowCharacteristics(view, organRef);
-        if (ADO_Organisation_ShowContacts(organRef, view.ContactInfo()) && FillFacilities(view.AvailFac()) &&
+        if (ShowCharacteristics(view.AvailCriteria(), view.UsedCriteria(),
+                                u"SELECT ConcessionRef FROM OrganChars WHERE OrganRef = " %
+                                    SqlNumber(organRef)) &&
+            ADO_Organisation_ShowContacts(organRef, view.ContactInfo()) && FillFacilities(view.AvailFac()) &&
             ADO_Organisation_ShowFacilities(view.AvailFac(), view.UsedFac(), organRef) &&
             FillVenues(view.AvailVenues()) &&
             ADO_Organisation_ShowVenues(view.AvailVenues(), view.UsedVenues(), organRef))

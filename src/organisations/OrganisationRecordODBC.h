@@ -1,6 +1,9 @@
 #pragma once
 
+#include "controls/RecordView.h"
 #include "organisations/OrganisationRecord.h"
+
+#include <optional>
 
 class ListModel;
 
@@ -8,14 +11,9 @@ class ListModel;
 /// ReferenceID are equal.
 
 /// What ADO_Organisation_ShowOrganisation fills. The calls come in the order they are declared in.
-class OrganisationView
+class OrganisationView : public virtual RecordView
 {
 public:
-    virtual ~OrganisationView() = default;
-    /// The record is being read: nothing can be edited, and `notice` stands on the form.
-    virtual void ShowLoading(const QString &notice) = 0;
-    /// There is no such organisation any more: `placeholder` takes the place of the name. Nothing follows.
-    virtual void ShowDeleted(const QString &placeholder) = 0;
     /// The columns as stored; a reference that is NULL comes as -1.
     virtual void ShowRecord(const OrganisationRecord &record) = 0;
     virtual ListModel &AvailCriteria() = 0;
@@ -25,8 +23,6 @@ public:
     virtual ListModel &UsedFac() = 0;
     virtual ListModel &AvailVenues() = 0;
     virtual ListModel &UsedVenues() = 0;
-    /// Everything is read: the record can be worked on.
-    virtual void ShowLoaded() = 0;
 };
 
 /// Adds an organisation. The texts come already safe for SQL. The new OrganRef, 0 where the organisation
@@ -36,8 +32,8 @@ int ADO_Organisation_AddOrganisation(const OrganisationRecord &record);
 /// Writes all fields of an organisation. The texts come already safe for SQL. `organRef`, 0 where another
 /// row is the same organisation (nothing is written then), -1 on an error.
 int ADO_Organisation_UpdateOrganisation(int organRef, const OrganisationRecord &record);
-/// True if the organisation still exists; false on an error.
-bool ADO_Organisation_CheckOrganisation(int organRef);
+/// Whether the organisation still exists; nothing on an error.
+std::optional<bool> ADO_Organisation_CheckOrganisation(int organRef);
 /// Shows an organisation with its characteristics, people, facilities and venues, and with the
 /// characteristics, facilities and venues that it can be given. A read that fails ends before ShowLoaded, so
 /// that lists which are not whole are never stored.

@@ -3,142 +3,81 @@
 #include "contacts/ContactModule.h"
 #include "contacts/NotesPage.h"
 #include "controls/ListModel.h"
-#include "core/Session.h"
-#include "database/Security.h"
 #include "forms/FormBuilder.h"
-#include "forms/RecordNavigator.h"
+#include "forms/ProgressBox.h"
 #include "organisations/OrganisationContactsPage.h"
 #include "organisations/OrganisationDetailsPage.h"
 #include "organisations/OrganisationModule.h"
 #include "organisations/OrganisationPlacesPage.h"
 #include "platform/Dialogs.h"
 
-namespace
-{
-constexpr int mayAdd = 2;
-constexpr int mayChange = 3;
-
-bool MayWithOrganisations(int level)
-{
-    return UserRight(ContactSectionOf(ContactSection::Organisations).right) >= level;
-}
-} // namespace
-
 frmAddOrg::frmAddOrg(QWidget *parent)
-    : FormDialog(QStringLiteral("frmAddOrg"), QStringLiteral("New Record"), parent)
+    : RecordForm({.form = QStringLiteral("frmAddOrg"),
+                  .okBtn = QStringLiteral("OkBtn"),
+                  .newCaption = QStringLiteral("New &Org"),
+                  .word = QStringLiteral("organisation"),
+                  .right = ContactSectionOf(ContactSection::Organisations).right},
+                 parent)
 {
-    FormBuilder form(this);
-    m_warn = form.Line(QStringLiteral("Warn"), QString());
-    m_warn->hide();
-    m_tabs = form.Tabs(QStringLiteral("SSActiveTabs1"));
-    m_details = FormBuilder::AddTab(m_tabs, new OrganisationDetailsPage, QStringLiteral("Details"),
-                                    QStringLiteral("Details"));
-    m_notes =
-        FormBuilder::AddTab(m_tabs,
-                            new NotesPage({QStringLiteral("Additonal notes about this organisation."),
-                                           QStringLiteral("App&lied to this organisation:"), QString()}),
-                            QStringLiteral("NotesCharacteristics"), QStringLiteral("Notes/Characteristics"));
-    m_contacts = FormBuilder::AddTab(m_tabs, new OrganisationContactsPage, QStringLiteral("Contacts"),
-                                     QStringLiteral("Contacts"));
-    m_places = FormBuilder::AddTab(m_tabs, new OrganisationPlacesPage, QStringLiteral("FacilitiesVenues"),
-                                   QStringLiteral("Facilities/Venues"));
-    BuildButtons(form);
+    BuildPages();
+    BuildButtons();
     WatchChanges();
-
-    connect(m_okBtn, &QPushButton::clicked, this, &frmAddOrg::Save);
-    connect(m_newBtn, &QPushButton::clicked, this, [this] {
-        if (Dialogs::MsgBox(QStringLiteral("Clear forms?"), QStringLiteral("New Record"),
-                            Dialogs::Buttons::YesNo, Dialogs::Icon::Question) == Dialogs::Answer::Yes)
-            NewRecord();
-    });
-    connect(m_editBtn, &QPushButton::clicked, this, &frmAddOrg::ToggleEdit);
-    connect(m_clearBtn, &QPushButton::clicked, this, &frmAddOrg::ClearAll);
-    connect(m_exitBtn, &QPushButton::clicked, this, &frmAddOrg::reject);
-
     m_details->FillLists();
-    NewRecord();
+    StartRecord();
     resize(120 * fontMetrics().averageCharWidth(), sizeHint().height());
 }
 
-void frmAddOrg::BuildButtons(FormBuilder &form)
+void frmAddOrg::BuildPages()
 {
-    form.BeginButtons(FormBuilder::Align::Start);
-    m_okBtn = form.DefaultButton(QStringLiteral("OkBtn"), QStringLiteral("&Add Record"));
-    m_newBtn = form.Button(QStringLiteral("NewBtn"), QStringLiteral("New &Org"));
-    m_editBtn = form.Button(QStringLiteral("EditBtn"), QStringLiteral("&Edit"));
-    m_prevBtn = form.Button(QStringLiteral("PrevBtn"), QStringLiteral("<< &Prev"));
-    m_nextBtn = form.Button(QStringLiteral("NextBtn"), QStringLiteral("&Next >>"));
-    m_clearBtn = form.Button(QStringLiteral("ClearBtn"), QStringLiteral("&Clear All"));
-    form.Gap();
-    m_exitBtn = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
-    form.EndButtons();
+    m_details = FormBuilder::AddTab(Tabs(), new OrganisationDetailsPage, QStringLiteral("Details"),
+                                    QStringLiteral("Details"));
+    m_notes =
+        FormBuilder::AddTab(Tabs(),
+                            new NotesPage({QStringLiteral("Additonal notes about this organisation."),
+                                           QStringLiteral("App&lied to this organisation:"), QString()}),
+                            QStringLiteral("NotesCharacteristics"), QStringLiteral("Notes/Characteristics"));
+    m_contacts = FormBuilder::AddTab(Tabs(), new OrganisationContactsPage, QStringLiteral("Contacts"),
+                                     QStringLiteral("Contacts"));
+    m_places = FormBuilder::AddTab(Tabs(), new OrganisationPlacesPage, QStringLiteral("FacilitiesVenues"),
+                                   QStringLiteral("Facilities/Venues"));
 }
 
 void frmAddOrg::WatchChanges()
 {
-    m_modified = new ModifiedMark(m_okBtn, this);
-    m_modified->Watch(m_details);
-    m_modified->Watch(m_notes);
-    m_modified->Watch(UsedCriteria());
-    m_modified->Watch(UsedFac());
-    m_modified->Watch(UsedVenues());
+    ModifiedMark &modified = Modified();
+    modified.Watch(m_details);
+    modified.Watch(m_notes);
+    modified.Watch(UsedCriteria());
+    modified.Watch(UsedFac());
+    modified.Watch(UsedVenues());
     // Of the people only who they are belongs to the record; names and positions are stored elsewhere.
-    connect(&ContactInfo(), &ListModel::rowsInserted, m_modified, &ModifiedMark::Set);
-    connect(&ContactInfo(), &ListModel::rowsRemoved, m_modified, &ModifiedMark::Set);
-    connect(&ContactInfo(), &ListModel::modelReset, m_modified, &ModifiedMark::Set);
-    m_navigator = new RecordNavigator(
-        m_prevBtn, m_nextBtn, *m_modified, [this] { Save(); },
-        [this](const QString &key) { ShowOrganisation(KeyNumber(key)); }, this);
-}
-
-int frmAddOrg::AddRecord(QWidget *parent)
-{
-    gDialogResult = 0;
-    frmAddOrg form(parent);
-    form.exec();
-    return gDialogResult;
+    connect(&ContactInfo(), &ListModel::rowsInserted, &modified, &ModifiedMark::Set);
+    connect(&ContactInfo(), &ListModel::rowsRemoved, &modified, &ModifiedMark::Set);
+    connect(&ContactInfo(), &ListModel::modelReset, &modified, &ModifiedMark::Set);
 }
 
 void frmAddOrg::EditRecords(const QStringList &keys, bool edit, QWidget *parent)
 {
     frmAddOrg form(parent);
-    form.OpenRecords(keys, edit);
+    form.OpenRecords(keys, edit ? Open::Edit : Open::View);
     form.exec();
 }
 
-void frmAddOrg::OpenRecords(const QStringList &keys, bool edit)
+bool frmAddOrg::Exists(int key)
 {
-    m_navigator->SetKeys(keys);
-    ShowOrganisation(KeyNumber(m_navigator->Key()));
-    if (edit && !m_gone && MayWithOrganisations(mayChange))
-        SetState(State::Edit);
+    return ADO_Organisation_CheckOrganisation(key).value_or(true);
 }
 
-void frmAddOrg::ShowOrganisation(int organRef)
+void frmAddOrg::ReadRecord(int key)
 {
-    m_organRef = organRef;
-    m_gone = true;
-    Organisation_Show(*this, organRef);
-    // A read that failed leaves the record locked.
-    SetState(State::View);
-    m_warn->hide();
-    m_modified->Clear();
+    // What the next one has not must not be that of the one before.
+    m_details->Clear();
+    Organisation_Show(*this, key);
 }
 
-void frmAddOrg::ShowLoading(const QString &notice)
+void frmAddOrg::ShowPlaceholder(const QString &text)
 {
-    m_tabs->setEnabled(false);
-    m_editBtn->hide();
-    m_warn->setText(notice);
-    m_warn->show();
-}
-
-void frmAddOrg::ShowDeleted(const QString &placeholder)
-{
-    m_details->ShowPlaceholder(placeholder);
-    m_notes->SetNotes({});
-    for (ListModel *list : {&UsedCriteria(), &ContactInfo(), &UsedFac(), &UsedVenues()})
-        list->Clear();
+    m_details->ShowPlaceholder(text);
 }
 
 void frmAddOrg::ShowRecord(const OrganisationRecord &record)
@@ -182,118 +121,71 @@ ListModel &frmAddOrg::UsedVenues()
     return m_places->UsedVenues();
 }
 
-void frmAddOrg::ShowLoaded()
+void frmAddOrg::ApplyState(State state)
 {
-    m_gone = false;
+    const bool locked = state == State::View;
+    m_details->SetLocked(locked);
+    m_notes->SetLocked(locked);
+    m_contacts->SetLocked(locked);
+    m_places->SetLocked(locked);
+    if (state == State::NewRecord)
+        NewBtn()->hide();
 }
 
-void frmAddOrg::SetState(State state)
+const RequiredMarks &frmAddOrg::Required() const
 {
-    m_state = state;
-    const bool isNew = state == State::NewRecord;
-    const bool editing = state != State::View;
-    m_details->SetLocked(!editing);
-    m_notes->SetLocked(!editing);
-    m_contacts->SetLocked(!editing);
-    m_places->SetLocked(!editing);
-    m_tabs->setEnabled(isNew || !m_gone);
-
-    m_okBtn->setText(isNew ? QStringLiteral("&Add Record") : QStringLiteral("&Update Record"));
-    m_okBtn->setEnabled(editing);
-    m_clearBtn->setEnabled(editing);
-    m_newBtn->setVisible(!isNew && MayWithOrganisations(mayAdd));
-    m_editBtn->setVisible(!isNew && !m_gone && MayWithOrganisations(mayChange));
-    m_editBtn->setText(editing ? QStringLiteral("&View") : QStringLiteral("&Edit"));
-    m_prevBtn->setVisible(!isNew && m_navigator->Count() > 0);
-    m_nextBtn->setVisible(!isNew && m_navigator->Count() > 0);
-    ShowCaption();
+    return m_details->Required();
 }
 
-void frmAddOrg::ShowCaption()
+QString frmAddOrg::RecordName() const
 {
-    switch (m_state) {
-    case State::NewRecord:
-        setWindowTitle(QStringLiteral("New Record"));
-        break;
-    case State::View:
-        setWindowTitle(m_details->Name() % m_navigator->Position());
-        break;
-    case State::Edit:
-        setWindowTitle(u"Editing " % m_details->Name());
-        break;
-    }
+    return m_details->Name();
 }
 
-bool frmAddOrg::IsDeleted()
+bool frmAddOrg::MayStartNew()
 {
-    if (m_state == State::NewRecord || Organisation_Check(m_organRef))
-        return false;
-    ShowOrganisation(m_organRef);
-    return true;
+    return Dialogs::MsgBox(QStringLiteral("Clear forms?"), QStringLiteral("New Record"),
+                           Dialogs::Buttons::YesNo, Dialogs::Icon::Question) == Dialogs::Answer::Yes;
 }
 
-bool frmAddOrg::Save()
+int frmAddOrg::StoreRecord(int key)
 {
-    if (!m_details->Required().MissingList().isEmpty())
-        m_tabs->setCurrentIndex(0);
-    // People must not be given to an organisation that is no more.
-    if (!m_details->Required().Complete() || IsDeleted())
-        return false;
-
     OrganisationRecord record;
     m_details->Store(record);
     record.notes = m_notes->Notes();
-    const int saved =
-        m_state == State::NewRecord ? Organisation_Add(record) : Organisation_Update(m_organRef, record);
-    if (saved <= 0)
-        return false;
-    m_organRef = saved;
-    m_gone = false;
-    gDialogResult = saved;
-    if (!Organisation_StoreLinks(
-            saved, {ContactInfo(), UsedCriteria(), AvailFac(), UsedFac(), AvailVenues(), UsedVenues()})) {
-        // The organisation stands; what the lists show is still to be stored.
-        SetState(State::Edit);
-        m_modified->Set();
-        return false;
-    }
-    ShowOrganisation(saved);
-    return true;
+    return key > 0 ? Organisation_Update(key, record) : Organisation_Add(record);
 }
 
-bool frmAddOrg::MayLeave()
+RecordForm::Stored frmAddOrg::StoreLists(int key)
 {
-    return m_modified->AskToSave([this] { Save(); });
+    const QString title = QStringLiteral("Update Organisation");
+    bool stored = false;
+    QString reached;
+    const bool finished = ProgressBox::Run(this, title, [&](Progress &progress) {
+        stored = Organisation_StoreLinks(
+            key, {ContactInfo(), UsedCriteria(), AvailFac(), UsedFac(), AvailVenues(), UsedVenues()},
+            progress);
+        reached = QString::number(progress.Value()) % u" of " % QString::number(progress.Maximum());
+    });
+    if (!finished && !stored)
+        Dialogs::MsgBox(u"Stopped after " % reached %
+                            u" steps. People, facilities and venues that were not reached may belong to no "
+                            u"organisation until this one is updated again.",
+                        title, Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
+    return stored ? Stored::ReadAgain : Stored::Failed;
 }
 
-void frmAddOrg::done(int result)
-{
-    gDialogResult = m_organRef;
-    FormDialog::done(result);
-}
-
-void frmAddOrg::NewRecord()
-{
-    m_organRef = 0;
-    m_gone = false;
-    m_navigator->SetKeys({});
-    m_tabs->setCurrentIndex(0);
-    ADO_Organisation_ShowAvailable(*this);
-    m_details->Clear();
-    m_notes->SetNotes({});
-    SetState(State::NewRecord);
-    m_modified->Clear();
-}
-
-void frmAddOrg::ToggleEdit()
-{
-    SetState(m_state == State::Edit ? State::View : State::Edit);
-}
-
-void frmAddOrg::ClearAll()
+void frmAddOrg::ClearPages()
 {
     m_details->Clear();
     m_notes->Clear();
     m_places->Clear();
     ContactInfo().Clear();
+}
+
+void frmAddOrg::EmptyPages()
+{
+    m_details->Clear();
+    m_notes->SetNotes({});
+    ADO_Organisation_ShowAvailable(*this);
 }

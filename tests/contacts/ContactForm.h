@@ -29,11 +29,6 @@ struct ContactFixture {
     ModalDriver driver;
 };
 
-inline QString Key(int contactRef)
-{
-    return u'?' % QString::number(contactRef);
-}
-
 inline QString Caption(QWidget &form, const QString &button)
 {
     return Find<QPushButton>(form, button)->text();

@@ -84,6 +84,11 @@ public:
     TreeModel groupTree;
 };
 
+inline QString Key(int reference)
+{
+    return u'?' % QString::number(reference);
+}
+
 inline QStringList Texts(const ListModel &list)
 {
     QStringList texts;

@@ -1,3 +1,4 @@
+#include "contacts/ConcessionODBC.h"
 #include "contacts/ContactForm.h"
 #include "contacts/frmAddContact.h"
 #include "platform/Clock.h"
@@ -12,124 +13,64 @@ class TestContactForm final : public QObject
 private slots:
     void init() { m = std::make_unique<ContactFixture>(); }
     void cleanup() { m.reset(); }
-    void AddEditAgain();
-    void Walking();
-    void Rights_data();
-    void Rights();
+    void PersonBefore();
+    void StrayMark();
+    void ButtonsOfTheTabs();
     void AltReferences();
     void Addresses();
     void EveryFieldTakesAnyText();
+    void CharacteristicsThatFail();
+    void Hint();
+    void HintIsQuiet();
 
 private:
     std::unique_ptr<ContactFixture> m;
 };
 
-void TestContactForm::AddEditAgain()
+/// What the record before had must not show, nor be stored, where a person has nothing.
+void TestContactForm::PersonBefore()
 {
-    Clock::StopAt(QDateTime(QDate(2026, 3, 9), QTime(12, 0)));
-    int key = 0;
-    {
-        frmAddContact form;
-        QCOMPARE(form.windowTitle(), u"New Record"_qs);
-        QCOMPARE(Find<QDateEdit>(form, "Dob")->date(), QDate(2026, 3, 9));
-        QVERIFY(!Find<QTabWidget>(form, "SSActiveTabs1")->isTabEnabled(1));
-        TypeName(form, "Anna", "O'Neil");
-        TypeInto(form, "Addr1", "1 Mill Lane");
-        Press(form, "OKBtn");
-        QCOMPARE(form.windowTitle(), u"O'Neil, Anna"_qs);
-        QCOMPARE(Caption(form, "OKBtn"), u"&Update Record"_qs);
-        QVERIFY(IsReadOnly(form, "Surname"));
-        QVERIFY(Find<QTabWidget>(form, "SSActiveTabs1")->isTabEnabled(1));
-
-        Press(form, "EditBtn");
-        QCOMPARE(form.windowTitle(), u"Editing O'Neil, Anna"_qs);
-        QCOMPARE(Caption(form, "EditBtn"), u"&View"_qs);
-        TypeInto(form, "Surname", "Bell");
-        Press(form, "OKBtn");
-        QCOMPARE(form.windowTitle(), u"Bell, Anna"_qs);
-        Press(form, "ExitBtn");
-        key = gDialogResult;
-    }
-    Clock::StopAt({});
-    QCOMPARE(Stored(key).surname, u"Bell"_qs);
-    QCOMPARE(Stored(key).dob, 20260309);
-    QCOMPARE(Rows("Contacts WHERE ContactRef > 1"), 1);
-}
-
-void TestContactForm::Walking()
-{
-    const int anna = Contact_Add(Person("Anna", "Bell"));
+    ContactRecord first = Person("Anna", "Bell");
+    first.notes = "Anna's notes";
+    const int anna = Contact_Add(first);
     ContactRecord second = Person("Ben", "Carter");
     second.dob = 20051332;
     const int ben = Contact_Add(second);
     frmAddContact form;
     form.OpenRecords({Key(anna), Key(ben), "?4711"});
-    QCOMPARE(form.windowTitle(), u"Bell, Anna (RECORD 1 OF 3)"_qs);
-    QVERIFY(!Find<QPushButton>(form, "PrevBtn")->isEnabled());
-
-    Press(form, "EditBtn");
-    TypeName(form, "Ben", "Carter");
-    m->dialogs.Expect("Record Changed", "Okay to update record?", Dialogs::Answer::Yes);
-    m->dialogs.Expect("Update Contact", "Contact already exists in database.");
+    // Another workstation adds a town that these lists do not have yet.
+    const int leeds = Contact_AddItem(ContactSection::Cities, "Leeds", "");
+    Sql(u"UPDATE Contacts SET Cust_City = " % SqlNumber(leeds) % u" WHERE ContactRef = " % SqlNumber(ben));
     Press(form, "NextBtn");
-    QCOMPARE(form.windowTitle(), u"Carter, Ben (RECORD 2 OF 3)"_qs);
-    QVERIFY(IsReadOnly(form, "Surname"));
-    QCOMPARE(Stored(anna).forename, u"Anna"_qs);
-    // A birthday that is no date must not show that of the person before.
     QCOMPARE(Find<QDateEdit>(form, "Dob")->date(), Clock::Today());
-
-    Press(form, "EditBtn");
-    TypeInto(form, "Addr2", "dropped");
-    m->dialogs.Expect("Record Changed", "Okay to update record?", Dialogs::Answer::No);
+    QCOMPARE(Chosen(form, "CityList"), u"Leeds"_qs);
     Press(form, "NextBtn");
-    QCOMPARE(Stored(ben).addr2, QString());
-    QCOMPARE(Find<QLineEdit>(form, "Forname")->text(), u"#Contact Deleted#"_qs);
-    QVERIFY(!Find<QTabWidget>(form, "SSActiveTabs1")->isEnabled());
-    QVERIFY(!Find<QPushButton>(form, "NextBtn")->isEnabled());
-    QVERIFY(!IsShown(form, "EditBtn"));
-    Press(form, "PrevBtn");
-    QCOMPARE(Find<QLineEdit>(form, "Surname")->text(), u"Carter"_qs);
-    QVERIFY(Find<QTabWidget>(form, "SSActiveTabs1")->isEnabled());
-
-    Press(form, "NewBtn");
-    QCOMPARE(form.windowTitle(), u"New Record"_qs);
-    for (const char *button : {"PrevBtn", "NextBtn", "EditBtn", "MainRefBtn"})
-        QVERIFY2(!IsShown(form, button), button);
-    QCOMPARE(Find<QLineEdit>(form, "Surname")->text(), QString());
+    QCOMPARE(Find<QPlainTextEdit>(form, "Notes")->toPlainText(), QString());
+    QCOMPARE(Chosen(form, "CityList"), u" Select or Type New "_qs);
 }
 
-void TestContactForm::Rights_data()
+/// Emptying the list of group types marks the forename, as it always did, until that is changed itself.
+void TestContactForm::StrayMark()
 {
-    QTest::addColumn<int>("level");
-    QTest::addColumn<bool>("mayAdd");
-    QTest::addColumn<bool>("mayEdit");
-    QTest::newRow("look") << 1 << false << false;
-    QTest::newRow("add") << 2 << true << false;
-    QTest::newRow("change") << 3 << true << true;
-    QTest::newRow("all") << 9 << true << true;
-}
-
-void TestContactForm::Rights()
-{
-    QFETCH(int, level);
-    QFETCH(bool, mayAdd);
-    QFETCH(bool, mayEdit);
-    const int anna = Contact_Add(Person("Anna", "Bell"));
-    gUserRights[23] = QChar(u'0' + level);
-    gUserRights[27] = QChar(u'0' + level);
-    gUserRights[31] = QChar(u'0' + level);
     frmAddContact form;
-    QCOMPARE(Find<TypedCombo>(form, "CityList")->isEditable(), mayEdit);
-    QVERIFY(Find<TypedCombo>(form, "CountyList")->isEditable());
-    form.OpenRecords({Key(anna)});
-    QCOMPARE(IsShown(form, "NewBtn"), mayAdd);
-    QCOMPARE(IsShown(form, "EditBtn"), mayEdit);
-    QVERIFY(!Find<QPushButton>(form, "OKBtn")->isEnabled());
-    QVERIFY(!Find<QPushButton>(form, "NewCBtn")->isEnabled());
-    QVERIFY(IsReadOnly(form, "Surname") && !Find<QWidget>(form, "CountyList")->isEnabled());
-    if (mayEdit) {
+    TypeName(form, "Anna", "Bell");
+    const auto *label = Find<CaptionLabel>(form, "Label_1");
+    emit Find<TypedCombo>(form, "LinkList")->lineEdit()->textEdited("");
+    QVERIFY(label->IsMissing());
+    TypeInto(form, "Forname", "Ann");
+    QVERIFY(!label->IsMissing());
+}
+
+void TestContactForm::ButtonsOfTheTabs()
+{
+    const int anna = Contact_Add(Person("Anna", "Bell"));
+    for (const int level : {2, 3}) {
+        gUserRights[31] = QChar(u'0' + level);
+        frmAddContact form;
+        form.OpenRecords({Key(anna)});
+        QVERIFY(!Find<QPushButton>(form, "NewCBtn")->isEnabled());
         Press(form, "EditBtn");
-        QVERIFY(Find<QPushButton>(form, "NewCBtn")->isEnabled());
+        QCOMPARE(Find<QPushButton>(form, "NewCBtn")->isEnabled(), level == 3);
     }
 }
 
@@ -203,6 +144,74 @@ void TestContactForm::EveryFieldTakesAnyText()
         Press(form, "EditBtn");
     }
     QCOMPARE(Rows("Contacts WHERE ContactRef > 1"), 1);
+}
+
+/// The person is stored, the characteristics are not: they stay on the screen, to be saved again.
+void TestContactForm::CharacteristicsThatFail()
+{
+    Concession_Add("Student", 20, 0, "");
+    const int anna = Contact_Add(Person("Anna", "Bell"));
+    frmAddContact form;
+    form.OpenRecords({Key(anna)});
+    Press(form, "EditBtn");
+    Find<QTabWidget>(form, "SSActiveTabs1")->setCurrentIndex(1);
+    Press(form, "AddCBtn");
+    Sql("ALTER TABLE ContactConcession RENAME TO Away");
+    gConnection.OpenRecordset("SELECT * FROM ContactConcession");
+    const QString source = gConnection.Errors().first().source;
+    m->dialogs.Expect(source, "A number of errors have been detected, please seek technical support.");
+    Press(form, "OKBtn");
+    Sql("ALTER TABLE Away RENAME TO ContactConcession");
+    QCOMPARE(Caption(form, "EditBtn"), u"&View"_qs);
+    m->dialogs.Expect("Warning", "Some of the data has changed.\nOkay to update before exiting?",
+                      Dialogs::Answer::Yes);
+    form.reject();
+    QCOMPARE(Rows("ContactConcession"), 1);
+}
+
+/// Who may be the one that is typed shows after a pause; the button opens them all to walk through.
+void TestContactForm::Hint()
+{
+    ContactRecord known = Person("Anna", "Bell");
+    known.email = "a.bell@example.org";
+    const int anna = Contact_Add(known);
+    const int alan = Contact_Add(Person("Alan", "bell"));
+    Contact_Add(Person("Ben", "Bell"));
+    frmAddContact form;
+    form.show();
+    const auto *line = Find<QLabel>(form, "SimilarLine");
+    TypeName(form, "Amy", "Bell");
+    QCOMPARE(line->toolTip(), QString()); // not while keys come
+    QTRY_COMPARE(line->toolTip(), u"On file already: bell, Alan (1 Mill Lane); Bell, Anna (1 Mill Lane)"_qs);
+    m->driver.Expect("frmAddContact", [&](QDialog &record) {
+        QCOMPARE(record.windowTitle(), u"bell, Alan (RECORD 1 OF 2)"_qs);
+        QVERIFY(!IsShown(record, "SimilarHint"));
+        Press(record, "ExitBtn");
+    });
+    Press(form, "SimilarBtn");
+    QCOMPARE(gDialogResult, 0);
+    QCOMPARE(Find<QLineEdit>(form, "Forname")->text(), u"Amy"_qs);
+
+    TypeName(form, "Zoe", "Zimmer");
+    TypeInto(form, "email", "A.Bell@example.org");
+    QTRY_COMPARE(line->toolTip(), u"On file already: Bell, Anna (1 Mill Lane)"_qs);
+    Q_UNUSED(anna);
+    Q_UNUSED(alan);
+    Press(form, "OKBtn");
+    QVERIFY(!IsShown(form, "SimilarHint"));
+}
+
+/// A hint that cannot be read is none, and asks nothing of whoever is typing.
+void TestContactForm::HintIsQuiet()
+{
+    for (int i = 0; i < 5; ++i)
+        Contact_Add(Person(u"A" % QString::number(i), "O'Neil"));
+    QCOMPARE(Contact_FindSimilar(" a ", " O'neil ", "").size(), size_t(4));
+    for (const char *forename : {"", "%", "_", "1", "'"})
+        QVERIFY(Contact_FindSimilar(forename, "O'Neil", "").empty());
+    QVERIFY(Contact_FindSimilar("", "", " ").empty());
+    Sql("ALTER TABLE Contacts RENAME TO ContactsAway");
+    QVERIFY(Contact_FindSimilar("A", "O'Neil", "a@example.org").empty());
 }
 
 QTEST_MAIN(TestContactForm)

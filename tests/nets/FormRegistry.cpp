@@ -97,7 +97,7 @@ std::unique_ptr<QWidget> OpenCourse()
 std::unique_ptr<QWidget> OpenOrganisation()
 {
     auto form = std::make_unique<frmAddOrg>();
-    form->OpenRecords({u'?' % QString::number(g_organRef)}, true);
+    form->OpenRecords({u'?' % QString::number(g_organRef)}, RecordForm::Open::Edit);
     return form;
 }
 

@@ -43,11 +43,6 @@ inline int Facility(const QString &name, int organRef)
     return TestDatabase::Value(u"SELECT FacilityRef FROM Facilities WHERE Name = '" % name % u"'").toInt();
 }
 
-inline QString Key(int contactRef)
-{
-    return u'?' % SqlNumber(contactRef);
-}
-
 inline QString PlaceKey(int reference)
 {
     return u'!' % SqlNumber(reference);

@@ -1,26 +1,16 @@
 #include "contacts/ConcessionODBC.h"
+#include "contacts/ContactForm.h"
 #include "contacts/frmAddContact.h"
-#include "core/Session.h"
-#include "database/Security.h"
-#include "database/System.h"
-#include "forms/CaptionLabel.h"
-#include "forms/ListView.h"
-#include "forms/TypedCombo.h"
 #include "organisations/Companies.h"
 #include "organisations/OrganisationModule.h"
+#include "organisations/OrganisationODBC.h"
 #include "organisations/frmAddOrg.h"
 #include "organisations/frmAwardBoard.h"
 #include "organisations/frmOrganisations.h"
-#include "support/ModalDriver.h"
 #include "support/RightsTable.h"
-#include "support/ScriptedDialogs.h"
 
-#include <QCheckBox>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTabWidget>
 #include <QTest>
+#include <QThread>
 
 using Dialogs::Answer;
 
@@ -28,24 +18,9 @@ namespace
 {
 const QString changed = QStringLiteral("Some of the data has changed.\nOkay to update before exiting?");
 
-ListModel &List(QWidget &form, const QString &name)
-{
-    return Find<ListView>(form, name)->Model();
-}
-
 QString Text(QWidget &form, const QString &field)
 {
     return Find<QLineEdit>(form, field)->text();
-}
-
-QString Caption(QWidget &form, const QString &button)
-{
-    return Find<QPushButton>(form, button)->text();
-}
-
-bool IsShown(QWidget &form, const QString &name)
-{
-    return Find<QWidget>(form, name)->isVisibleTo(&form);
 }
 
 void ShowTab(QWidget &form, int tab)
@@ -59,173 +34,23 @@ class TestOrganisationForms : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void AddEditAgain();
-    void NameIsRequired();
-    void CollisionKeepsTheData();
-    void WalkingAndLeaving();
-    void NewFromTheScreen();
-    void DeletedElsewhere();
+    void init() { m = std::make_unique<ContactFixture>(); }
+    void cleanup() { m.reset(); }
     void TownOfTheOneBefore();
+    void EveryFieldIsStored();
     void PeoplePickedAndKept();
+    void SavingCanBeStopped();
+    void PeopleDeletedElsewhere();
     void ViewingPeople();
     void PlacesAndCharacteristics();
-    void RightsOnTheRecord();
     void RightsOnTheList();
     void TheList();
     void AwardBoards();
     void FromAPersonsRecord();
 
 private:
-    std::unique_ptr<TestDatabase> m_database;
-    std::unique_ptr<ScriptedDialogs> m_dialogs;
-    std::unique_ptr<ModalDriver> m_driver;
+    std::unique_ptr<ContactFixture> m;
 };
-
-void TestOrganisationForms::init()
-{
-    m_database = std::make_unique<TestDatabase>();
-    m_dialogs = std::make_unique<ScriptedDialogs>();
-    m_driver = std::make_unique<ModalDriver>();
-    gUserRights = RightsBlank();
-    gShowIDs = 0;
-    gDialogResult = 0;
-    LoadSystemValues();
-}
-
-void TestOrganisationForms::cleanup()
-{
-    m_driver.reset();
-    m_dialogs.reset();
-    m_database.reset();
-}
-
-void TestOrganisationForms::AddEditAgain()
-{
-    const int york = Contact_AddItem(ContactSection::Cities, "York", "");
-    int key = 0;
-    {
-        frmAddOrg form;
-        QCOMPARE(form.windowTitle(), QStringLiteral("New Record"));
-        QVERIFY(!IsShown(form, "NewBtn") && !IsShown(form, "NextBtn"));
-        TypeInto(form, "OrgName", "O'Neil & Co");
-        TypeInto(form, "Addr1", "1 Mill Lane");
-        TypeInto(form, "CityList", "york");
-        Find<TypedCombo>(form, "CityList")->Leave();
-        Find<QCheckBox>(form, "AwardBoardChk")->setChecked(true);
-        TypeInto(form, "Notes", "Closed in August.");
-        Press(form, "OkBtn");
-        QCOMPARE(form.windowTitle(), QStringLiteral("O'Neil & Co"));
-        QCOMPARE(Caption(form, "OkBtn"), QStringLiteral("&Update Record"));
-        QVERIFY(IsShown(form, "NewBtn"));
-        Press(form, "EditBtn");
-        QCOMPARE(form.windowTitle(), QStringLiteral("Editing O'Neil & Co"));
-        TypeInto(form, "Telout", "01904");
-        Press(form, "OkBtn");
-        Press(form, "ExitBtn");
-        key = gDialogResult;
-    }
-    QCOMPARE(Rows(u"Organisations WHERE OrganName = 'O''Neil & Co' AND TelOut = '01904' AND City = " %
-                  SqlNumber(york) % u" AND Board = 1 AND OrganRef = " % SqlNumber(key)),
-             1);
-    frmAddOrg form;
-    form.OpenRecords({Key(key)}, false);
-    QCOMPARE(Find<QPlainTextEdit>(form, "Notes")->toPlainText(), QStringLiteral("Closed in August."));
-    QCOMPARE(Find<TypedCombo>(form, "CityList")->currentText(), QStringLiteral("York"));
-    QVERIFY(Find<QLineEdit>(form, "OrgName")->isReadOnly());
-}
-
-void TestOrganisationForms::NameIsRequired()
-{
-    frmAddOrg form;
-    QVERIFY(Find<CaptionLabel>(form, "Label_0")->IsMissing());
-    ShowTab(form, 1);
-    m_dialogs->Expect("Form not complete", "The followings fields must be completed:\n    Name\n");
-    Press(form, "OkBtn");
-    QCOMPARE(Find<QTabWidget>(form, "SSActiveTabs1")->currentIndex(), 0);
-    QCOMPARE(Rows("Organisations"), 1);
-}
-
-void TestOrganisationForms::CollisionKeepsTheData()
-{
-    Organisation_Add(Company("Acme"));
-    const int beta = Organisation_Add(Company("Beta"));
-    const int anna = Employee("Anna", "Bell", beta);
-    frmAddOrg form;
-    form.OpenRecords({Key(beta)}, true);
-    TypeInto(form, "OrgName", "Acme");
-    TypeInto(form, "Fax", "123");
-    m_dialogs->Expect("Update Organisation", "Organisation already exists in database.");
-    Press(form, "OkBtn");
-    QCOMPARE(Text(form, "Fax"), QStringLiteral("123"));
-    QCOMPARE(OrganisationOf(anna), beta);
-    TypeInto(form, "RefName", "2nd");
-    Press(form, "OkBtn");
-    QCOMPARE(Rows("Organisations WHERE OrganName = 'Acme' AND ReferenceID = '2nd' AND Fax = '123'"), 1);
-}
-
-void TestOrganisationForms::WalkingAndLeaving()
-{
-    const int acme = Organisation_Add(Company("Acme"));
-    const int beta = Organisation_Add(Company("Beta"));
-    frmAddOrg form;
-    form.show();
-    form.OpenRecords({Key(acme), Key(beta)}, false);
-    QCOMPARE(form.windowTitle(), QStringLiteral("Acme (RECORD 1 OF 2)"));
-    Press(form, "EditBtn");
-    TypeInto(form, "Fax", "1");
-    m_dialogs->Expect("Record Changed", "Okay to update record?", Answer::Yes);
-    Press(form, "NextBtn");
-    QCOMPARE(form.windowTitle(), QStringLiteral("Beta (RECORD 2 OF 2)"));
-    QCOMPARE(Rows("Organisations WHERE OrganName = 'Acme' AND Fax = '1'"), 1);
-    Press(form, "EditBtn");
-    TypeInto(form, "Fax", "2");
-    m_dialogs->Expect("Warning", changed, Answer::Cancel);
-    QTest::keyClick(&form, Qt::Key_Escape);
-    QVERIFY(form.isVisible());
-    m_dialogs->Expect("Warning", changed, Answer::No);
-    QTest::keyClick(&form, Qt::Key_Escape);
-    QVERIFY(!form.isVisible());
-    QCOMPARE(gDialogResult, beta);
-    QCOMPARE(Rows("Organisations WHERE Fax = '2'"), 0);
-}
-
-void TestOrganisationForms::NewFromTheScreen()
-{
-    const int acme = Organisation_Add(Company("Acme"));
-    Employee("Anna", "Bell", acme);
-    frmAddOrg form;
-    form.OpenRecords({Key(acme)}, false);
-    m_dialogs->Expect("New Record", "Clear forms?", Answer::No);
-    Press(form, "NewBtn");
-    QCOMPARE(Text(form, "OrgName"), QStringLiteral("Acme"));
-    m_dialogs->Expect("New Record", "Clear forms?", Answer::Yes);
-    Press(form, "NewBtn");
-    QCOMPARE(form.windowTitle(), QStringLiteral("New Record"));
-    QCOMPARE(Text(form, "OrgName"), QString());
-    QCOMPARE(Caption(form, "OkBtn"), QStringLiteral("&Add Record"));
-    QVERIFY(!IsShown(form, "PrevBtn") && List(form, "ContactInfo").IsEmpty());
-}
-
-void TestOrganisationForms::DeletedElsewhere()
-{
-    const int acme = Organisation_Add(Company("Acme"));
-    const int beta = Organisation_Add(Company("Beta"));
-    const int anna = Employee("Anna", "Bell", acme);
-    frmAddOrg form;
-    form.OpenRecords({Key(acme), Key(beta)}, true);
-    TypeInto(form, "Fax", "1");
-    Organisation_Delete(acme);
-    Press(form, "OkBtn");
-    QCOMPARE(Text(form, "OrgName"), QStringLiteral("#Organisation Deleted#"));
-    QVERIFY(!Find<QTabWidget>(form, "SSActiveTabs1")->isEnabled() && !IsShown(form, "EditBtn"));
-    QVERIFY(!Find<QPushButton>(form, "OkBtn")->isEnabled());
-    QCOMPARE(OrganisationOf(anna), 1);
-    Press(form, "NextBtn");
-    QCOMPARE(Text(form, "OrgName"), QStringLiteral("Beta"));
-    QVERIFY(Find<QTabWidget>(form, "SSActiveTabs1")->isEnabled());
-}
 
 void TestOrganisationForms::TownOfTheOneBefore()
 {
@@ -234,11 +59,88 @@ void TestOrganisationForms::TownOfTheOneBefore()
     const int acme = Organisation_Add(inYork);
     const int typed = Contact_AddItem(ContactSection::Organisations, "Typed", "");
     frmAddOrg form;
-    form.OpenRecords({Key(acme), Key(typed)}, false);
+    form.OpenRecords({Key(acme), Key(typed)});
     Press(form, "NextBtn");
     Press(form, "EditBtn");
     Press(form, "OkBtn");
     QCOMPARE(Rows("Organisations WHERE OrganName = 'Typed' AND City = 1 AND County = 1 AND Country = 1"), 1);
+}
+
+void TestOrganisationForms::EveryFieldIsStored()
+{
+    const int york = Contact_AddItem(ContactSection::Cities, "York", "");
+    frmAddOrg form;
+    TypeInto(form, "CityList", "york");
+    Find<TypedCombo>(form, "CityList")->Leave();
+    const QStringList fields{"OrgName",  "RefName", "Addr1",  "Addr2", "Addr3", "Addr4",
+                             "Postcode", "Telday",  "Telout", "Fax",   "email", "URL"};
+    for (const QString &field : fields)
+        TypeInto(form, field, field);
+    Find<QCheckBox>(form, "AwardBoardChk")->setChecked(true);
+    TypeInto(form, "Notes", "Closed in August.");
+    Press(form, "OkBtn");
+    QCOMPARE(
+        TestDatabase::Rows("SELECT OrganName, ReferenceID, Addr1, Addr2, Addr3, Addr4, Postcode, TelDay, "
+                           "TelOut, Fax, Email, URL, Notes, City, County, Country, Board FROM Organisations "
+                           "WHERE OrganRef > 1"),
+        QStringList(fields.join('|') % u"|Closed in August.|" % SqlNumber(york) % u"|1|1|1"));
+    QCOMPARE(Chosen(form, "CityList"), u"York"_qs);
+    QVERIFY(Find<QCheckBox>(form, "AwardBoardChk")->isChecked());
+}
+
+/// A save that is stopped tells who was reached, and asks for another before the form goes.
+void TestOrganisationForms::SavingCanBeStopped()
+{
+    const int acme = Organisation_Add(Company("Acme"));
+    const int anna = Employee("Anna", "Bell", acme);
+    const int ben = Employee("Ben", "Carter", acme);
+    frmAddOrg form;
+    form.show();
+    form.OpenRecords({Key(acme)}, RecordForm::Open::Edit);
+    Dialogs::Installed().serveEvents = [] { QApplication::processEvents(); };
+    const QString gives = u"UPDATE Contacts SET OrganRef = " % SqlNumber(acme);
+    gConnection.ObserveStatements([&](const QString &sql) {
+        if (sql.startsWith(gives))
+            QThread::msleep(400);
+    });
+    m->driver.Expect("ProgressBox", [](QDialog &box) { Press(box, "CancelBtn"); });
+    m->dialogs.Expect("Update Organisation",
+                      "Stopped after 1 of 4 steps. People, facilities and venues that were not reached may "
+                      "belong to no organisation until this one is updated again.");
+    Press(form, "OkBtn");
+    gConnection.ObserveStatements({});
+    QCOMPARE(OrganisationOf(anna), acme);
+    QCOMPARE(OrganisationOf(ben), 1);
+    m->dialogs.Expect("Warning", changed, Answer::Yes);
+    Press(form, "ExitBtn");
+    QCOMPARE(OrganisationOf(ben), acme);
+}
+
+/// Somebody whom another workstation deleted is given nothing, and shows no position that is not stored.
+void TestOrganisationForms::PeopleDeletedElsewhere()
+{
+    const int acme = Organisation_Add(Company("Acme"));
+    const int anna = Employee("Anna", "Bell", acme);
+    ADO_Organisation_AddConcession(acme, Concession_Add("Member", 0, 0, ""));
+    frmAddOrg form;
+    form.OpenRecords({Key(acme)}, RecordForm::Open::Edit);
+    ShowTab(form, 2);
+    ADO_Contact_Delete(anna);
+    m->dialogs.Expect("Organisation Characteristics",
+                      "Would you like to apply the Organisation Characteristics to contact 'Bell, Anna'?",
+                      Answer::Yes);
+    Press(form, "OkBtn");
+    QCOMPARE(Rows("ContactConcession"), 0);
+    QVERIFY(List(form, "ContactInfo").IsEmpty());
+
+    const int ben = Employee("Ben", "Carter", acme);
+    form.OpenRecords({Key(acme)}, RecordForm::Open::Edit);
+    ADO_Contact_Delete(ben);
+    List(form, "ContactInfo").SelectFirst();
+    TypeInto(form, "JobTitle", "Head");
+    m->dialogs.Expect("Update Job Title(s)", "Okay to update Contact(s) to Job Title 'Head'?", Answer::Yes);
+    Press(form, "UpdateJTitleBtn");
+    QVERIFY(List(form, "ContactInfo").IsEmpty());
 }
 
 void TestOrganisationForms::PeoplePickedAndKept()
@@ -248,14 +150,14 @@ void TestOrganisationForms::PeoplePickedAndKept()
     const int anna = Employee("Anna", "Bell", acme);
     const int ben = Employee("Ben", "Carter", beta);
     frmAddOrg form;
-    form.OpenRecords({Key(acme)}, true);
+    form.OpenRecords({Key(acme)}, RecordForm::Open::Edit);
     ShowTab(form, 2);
-    m_driver->Expect("frmSelectContacts", [&](QDialog &picker) {
+    m->driver.Expect("frmSelectContacts", [&](QDialog &picker) {
         QVERIFY(List(picker, "SelectedList").Contains(Key(anna)));
         Press(picker, "ExitBtn");
     });
     Press(form, "AddContactBtn");
-    m_driver->Expect("frmSelectContacts", [&](QDialog &picker) {
+    m->driver.Expect("frmSelectContacts", [&](QDialog &picker) {
         ListModel &people = List(picker, "ContactList");
         people.SelectOnly(people.Find(Key(ben)));
         Press(picker, "AddCBtn");
@@ -264,7 +166,7 @@ void TestOrganisationForms::PeoplePickedAndKept()
     Press(form, "AddContactBtn");
     QCOMPARE(Texts(List(form, "ContactInfo")), QStringList({"Bell, Anna", "Carter, Ben"}));
     QCOMPARE(OrganisationOf(ben), beta); // until the save
-    m_dialogs->Expect(
+    m->dialogs.Expect(
         "Change Contact Organisation",
         "Contact 'Carter, Ben' is already in Organisation 'Beta'\nWould you like to remove from "
         "'Beta' and add to this Organisation?",
@@ -276,7 +178,7 @@ void TestOrganisationForms::PeoplePickedAndKept()
     Press(form, "EditBtn");
     List(form, "ContactInfo").SelectOnly(List(form, "ContactInfo").Find(Key(ben)));
     TypeInto(form, "JobTitle", "Head");
-    m_dialogs->Expect("Update Job Title(s)", "Okay to update Contact(s) to Job Title 'Head'?", Answer::Yes);
+    m->dialogs.Expect("Update Job Title(s)", "Okay to update Contact(s) to Job Title 'Head'?", Answer::Yes);
     Press(form, "UpdateJTitleBtn");
     QCOMPARE(Rows("Contacts WHERE JobTitle = 'Head'"), 1);
     Press(form, "ExitBtn");
@@ -288,9 +190,9 @@ void TestOrganisationForms::ViewingPeople()
     const int anna = Employee("Anna", "Bell", acme);
     Employee("Ben", "Carter", acme);
     frmAddOrg form;
-    form.OpenRecords({Key(acme)}, false);
+    form.OpenRecords({Key(acme)});
     ShowTab(form, 2);
-    m_driver->Expect("frmAddContact", [&](QDialog &record) {
+    m->driver.Expect("frmAddContact", [&](QDialog &record) {
         QCOMPARE(record.windowTitle(), QStringLiteral("Bell, Anna (RECORD 1 OF 2)"));
         Sql(u"UPDATE Contacts SET Cust_Surname = 'Ash' WHERE ContactRef = " % SqlNumber(anna));
         Press(record, "ExitBtn");
@@ -307,7 +209,7 @@ void TestOrganisationForms::PlacesAndCharacteristics()
     const int lathe = Facility("Lathe", 1);
     Concession_Add("Member", 0, 0, "");
     frmAddOrg form;
-    form.OpenRecords({Key(acme)}, true);
+    form.OpenRecords({Key(acme)}, RecordForm::Open::Edit);
     const struct {
         int tab;
         const char *list;
@@ -330,30 +232,8 @@ void TestOrganisationForms::PlacesAndCharacteristics()
     QVERIFY(List(form, "UsedVenues").IsEmpty() && List(form, "UsedCriteria").IsEmpty());
     QCOMPARE(Texts(List(form, "AvailFac")), QStringList("Lathe"));
     QCOMPARE(Text(form, "OrgName"), QString());
-    m_dialogs->Expect("Warning", changed, Answer::No);
+    m->dialogs.Expect("Warning", changed, Answer::No);
     Press(form, "ExitBtn");
-}
-
-void TestOrganisationForms::RightsOnTheRecord()
-{
-    const int acme = Organisation_Add(Company("Acme"));
-    const auto open = [acme]() -> std::unique_ptr<QWidget> {
-        auto form = std::make_unique<frmAddOrg>();
-        form->OpenRecords({Key(acme)}, true);
-        return form;
-    };
-    CheckRights(open, {{25, 1, "NewBtn", Left::Hidden},
-                       {25, 1, "EditBtn", Left::Hidden},
-                       {25, 1, "OrgName", Left::Locked},
-                       {25, 1, "OkBtn", Left::Disabled},
-                       {25, 2, "NewBtn", Left::Enabled},
-                       {25, 2, "EditBtn", Left::Hidden},
-                       {25, 3, "EditBtn", Left::Enabled},
-                       {25, 3, "OrgName", Left::Editable}});
-    gUserRights = RightsWith(27, 2);
-    frmAddOrg form;
-    QVERIFY(!Find<TypedCombo>(form, "CityList")->isEditable());
-    QVERIFY(Find<TypedCombo>(form, "CountyList")->isEditable());
 }
 
 void TestOrganisationForms::RightsOnTheList()
@@ -379,14 +259,14 @@ void TestOrganisationForms::TheList()
     const int anna = Employee("Anna", "Bell", acme);
     frmOrganisations form;
     QCOMPARE(Texts(List(form, "MainList")), QStringList({"Acme", "Beta"}));
-    m_driver->Expect("frmAddOrg", [](QDialog &record) {
+    m->driver.Expect("frmAddOrg", [](QDialog &record) {
         TypeInto(record, "OrgName", "Gamma");
         Press(record, "OkBtn");
         Press(record, "ExitBtn");
     });
     Press(form, "AddBtn");
     QCOMPARE(Texts(List(form, "MainList")), QStringList({"Acme", "Beta", "Gamma"}));
-    m_driver->Expect("frmAddOrg", [](QDialog &record) {
+    m->driver.Expect("frmAddOrg", [](QDialog &record) {
         QCOMPARE(record.windowTitle(), QStringLiteral("Editing Gamma"));
         TypeInto(record, "OrgName", "Delta");
         Press(record, "OkBtn");
@@ -396,9 +276,9 @@ void TestOrganisationForms::TheList()
     QCOMPARE(Texts(List(form, "MainList")), QStringList({"Acme", "Beta", "Delta"}));
 
     List(form, "MainList").SelectAll();
-    m_dialogs->Expect("Confirm Deletion", "Okay to delete item 'Acme'", Answer::Yes);
-    m_dialogs->Expect("Confirm Deletion", "Okay to delete item 'Beta'", Answer::No);
-    m_dialogs->Expect("Confirm Deletion", "Okay to delete item 'Delta'", Answer::Yes);
+    m->dialogs.Expect("Confirm Deletion", "Okay to delete item 'Acme'", Answer::Yes);
+    m->dialogs.Expect("Confirm Deletion", "Okay to delete item 'Beta'", Answer::No);
+    m->dialogs.Expect("Confirm Deletion", "Okay to delete item 'Delta'", Answer::Yes);
     Press(form, "DelBtn");
     QCOMPARE(Texts(List(form, "MainList")), QStringList("Beta"));
     QVERIFY(List(form, "MainList").SelectedRows().empty());
@@ -418,7 +298,7 @@ void TestOrganisationForms::AwardBoards()
     list->Model().SelectOnly(0);
     QTest::keyClick(list, Qt::Key_Space);
     QVERIFY(list->Model().At(0).checked);
-    m_dialogs->Expect("Warning", changed, Answer::Cancel);
+    m->dialogs.Expect("Warning", changed, Answer::Cancel);
     QTest::keyClick(&form, Qt::Key_Escape);
     QVERIFY(form.isVisible());
     Press(form, "UpdateBtn");
@@ -434,7 +314,7 @@ void TestOrganisationForms::FromAPersonsRecord()
     form.OpenRecords({Key(anna)});
     QVERIFY(!Find<QPushButton>(form, "EditOrgBtn")->isEnabled());
     Press(form, "EditBtn");
-    m_driver->Expect("frmAddOrg", [](QDialog &record) {
+    m->driver.Expect("frmAddOrg", [](QDialog &record) {
         TypeInto(record, "OrgName", "Beta");
         TypeInto(record, "Telday", "01904");
         Press(record, "OkBtn");

@@ -1,5 +1,6 @@
 #include "contacts/ConcessionODBC.h"
 #include "controls/ComboModel.h"
+#include "core/Progress.h"
 #include "core/Session.h"
 #include "organisations/AwardBoardODBC.h"
 #include "organisations/Companies.h"
@@ -71,8 +72,11 @@ public:
     }
     bool Store()
     {
-        return Organisation_StoreLinks(m_organRef, {view.contacts, view.usedCriteria, view.availFac,
-                                                    view.usedFac, view.availVenues, view.usedVenues});
+        Progress progress;
+        return Organisation_StoreLinks(m_organRef,
+                                       {view.contacts, view.usedCriteria, view.availFac, view.usedFac,
+                                        view.availVenues, view.usedVenues},
+                                       progress);
     }
     FakeOrganisationView view;
 
@@ -109,6 +113,8 @@ private slots:
     void EmptiedList();
     void OrderOfASave();
     void CharacteristicsSpread();
+    void AnsweredForAll();
+    void DeletedWhileAsked();
     void HalfDoneSave();
     void RemovingAndTitles();
     void AwardBoards();
@@ -420,6 +426,42 @@ void TestOrganisations::CharacteristicsSpread()
     QVERIFY(holds(anna));
     QVERIFY(lists.Store());
     QCOMPARE(Rows("OrganChars"), 1);
+}
+
+/// The first question is asked for one; from the second on it can be answered for all the rest.
+void TestOrganisations::AnsweredForAll()
+{
+    const int beta = Organisation_Add(Company("Beta"));
+    for (const char *name : {"A", "B", "C", "D"})
+        Employee("Ann", name, beta);
+    for (const auto &[answer, moved] : {std::pair(Answer::NoToAll, 1), std::pair(Answer::YesToAll, 3)}) {
+        const int acme = Organisation_Add(Company(u"Acme " % QString::number(moved)));
+        Lists lists(acme);
+        ADO_Organisation_ShowContacts(beta, lists.view.contacts);
+        m_dialogs->Expect("Change Contact Organisation",
+                          Question("Contact", lists.view.contacts.At(0).text, "Beta"), Answer::Yes);
+        m_dialogs->Expect("Change Contact Organisation",
+                          Question("Contact", lists.view.contacts.At(1).text, "Beta"), answer);
+        QVERIFY(lists.Store());
+        QCOMPARE(lists.view.contacts.Count(), moved);
+        QCOMPARE(Rows(u"Contacts WHERE OrganRef = " % SqlNumber(acme)), moved);
+    }
+}
+
+/// Nobody is given to an organisation that another workstation deletes while a question stands.
+void TestOrganisations::DeletedWhileAsked()
+{
+    const int acme = Organisation_Add(Company("Acme"));
+    const int beta = Organisation_Add(Company("Beta"));
+    const int theirs = Employee("Cy", "Dodd", beta);
+    Lists lists(acme);
+    lists.view.contacts.Add({Key(theirs), "Dodd, Cy"});
+    Dialogs::Installed().msgBox = [acme](auto &&...) {
+        Organisation_Delete(acme);
+        return Answer::Yes;
+    };
+    QVERIFY(!lists.Store());
+    QCOMPARE(OrganisationOf(theirs), beta);
 }
 
 void TestOrganisations::HalfDoneSave()
