@@ -120,14 +120,18 @@ void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list, Pro
     });
 }
 
-void ADO_Contact_Fill_Concession(int concessionRef, ListModel &list)
+void ADO_Contact_Fill_Concession(int concessionRef, ListModel &list, Progress &progress)
 {
     Reported("ADO_Contact_Fill_Concession", [&] {
         list.Clear();
         const Recordset holders = OpenRecordset(
             u"SELECT ContactRef FROM ContactConcession WHERE ConcessionRef = " % SqlNumber(concessionRef));
         std::vector<ListItem> items;
+        progress.Begin(holders.RowCount());
         for (const Recordset::Row holder : holders) {
+            if (progress.IsCancelled())
+                break;
+            progress.SetValue(progress.Value() + 1);
             const QString contactRef = holder.Text(u"ContactRef");
             const Recordset contact = OpenRecordset(
                 u"SELECT Cust_Surname, Cust_Forename, ReferenceID FROM Contacts WHERE ContactRef = " %

@@ -35,7 +35,7 @@ bool ADO_Contact_AddContactConcession(int contactRef, int concessionRef);
 /// stops at that person and a cancelled `progress` behind one, with the earlier ones served.
 void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list, Progress &progress);
 /// Fills `list` with the people who have a characteristic: key "?" + reference, "surname, forename" with
-/// the site's reference in front where that is shown.
-void ADO_Contact_Fill_Concession(int concessionRef, ListModel &list);
+/// the site's reference in front where that is shown. A cancelled `progress` ends it behind a person.
+void ADO_Contact_Fill_Concession(int concessionRef, ListModel &list, Progress &progress);
 /// Fills the criterion tree with all characteristics, none of them used: key "!" + reference.
 void ADO_Contact_ShowChar(TreeModel &tree);

@@ -48,6 +48,7 @@ int Contact_Add(const ContactRecord &record);
 /// Writes a person as typed; results as of Contact_Add.
 int Contact_Update(int contactRef, const ContactRecord &record);
 void Contact_Show(ContactView &view, int contactRef);
+/// True if the person still exists; false on an error.
 bool Contact_Check(int contactRef);
 void Contact_FillInfo(int contactRef, ListModel &list);
 /// A few of the people on file who may be the one that is typed, as of ADO_Contact_FindSimilar.

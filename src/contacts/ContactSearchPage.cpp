@@ -32,44 +32,56 @@ ContactSearchPage::ContactSearchPage(QWidget *parent)
 void ContactSearchPage::BuildPerson(FormBuilder &form)
 {
     form.BeginGroup(QStringLiteral("Person"), QStringLiteral("PersonFrame"));
-    List(form, SearchField::Title, QStringLiteral("SearchDesList"), QStringLiteral("Titl&e:"),
-         ContactSection::Titles);
-    Text(form, SearchField::Forename, QStringLiteral("SearchForename"), QStringLiteral("&Forename:"));
-    Text(form, SearchField::Surname, QStringLiteral("SearchSurname"), QStringLiteral("Su&rname:"));
+    Add(form, {{SearchField::Title, "SearchDesList", "Titl&e:", ContactSection::Titles},
+               {SearchField::Forename, "SearchForename", "&Forename:"},
+               {SearchField::Surname, "SearchSurname", "Su&rname:"}});
     Gender(form);
     Age(form);
-    List(form, SearchField::EthnicOrigin, QStringLiteral("SearchEthnicList"),
-         QStringLiteral("Eth&nic origin:"), ContactSection::EthnicTypes);
+    Add(form,
+        {{SearchField::EthnicOrigin, "SearchEthnicList", "Eth&nic origin:", ContactSection::EthnicTypes}});
     form.EndGroup();
 }
 
 void ContactSearchPage::BuildAddress(FormBuilder &form)
 {
     form.BeginGroup(QStringLiteral("Address"), QStringLiteral("AddressFrame"));
-    Text(form, SearchField::Address, QStringLiteral("SearchAddr1"), QStringLiteral("A&ddress:"));
-    List(form, SearchField::Town, QStringLiteral("SearchCityList"), QStringLiteral("T&own/City:"),
-         ContactSection::Cities);
-    List(form, SearchField::County, QStringLiteral("SearchCountyList"), QStringLiteral("State/Co&unty:"),
-         ContactSection::Counties);
-    List(form, SearchField::Country, QStringLiteral("SearchCountryList"), QStringLiteral("Countr&y:"),
-         ContactSection::Countries);
-    Text(form, SearchField::Postcode, QStringLiteral("SearchPostcode"), QStringLiteral("&ZIP/Postcode:"));
+    Add(form, {{SearchField::Address, "SearchAddr1", "A&ddress:"},
+               {SearchField::Town, "SearchCityList", "T&own/City:", ContactSection::Cities},
+               {SearchField::County, "SearchCountyList", "State/Co&unty:", ContactSection::Counties},
+               {SearchField::Country, "SearchCountryList", "Countr&y:", ContactSection::Countries},
+               {SearchField::Postcode, "SearchPostcode", "&ZIP/Postcode:"}});
     form.EndGroup();
 }
 
 void ContactSearchPage::BuildOrganisation(FormBuilder &form)
 {
     form.BeginGroup(QStringLiteral("Organisation"), QStringLiteral("OrganisationFrame"));
-    Text(form, SearchField::OrgAddress, QStringLiteral("SearchOrgAddr1"), QStringLiteral("Address:"));
-    List(form, SearchField::OrgTown, QStringLiteral("SearchOrgCityList"), QStringLiteral("Town/City:"),
-         ContactSection::Cities);
-    List(form, SearchField::OrgCounty, QStringLiteral("SearchOrgCountyList"), QStringLiteral("State/County:"),
-         ContactSection::Counties);
-    List(form, SearchField::OrgCountry, QStringLiteral("SearchOrgCountryList"), QStringLiteral("Country:"),
-         ContactSection::Countries);
-    Text(form, SearchField::OrgPostcode, QStringLiteral("SearchOrgPostcode"),
-         QStringLiteral("ZIP/Postcode:"));
+    Add(form, {{SearchField::OrgAddress, "SearchOrgAddr1", "Address:"},
+               {SearchField::OrgTown, "SearchOrgCityList", "Town/City:", ContactSection::Cities},
+               {SearchField::OrgCounty, "SearchOrgCountyList", "State/County:", ContactSection::Counties},
+               {SearchField::OrgCountry, "SearchOrgCountryList", "Country:", ContactSection::Countries},
+               {SearchField::OrgPostcode, "SearchOrgPostcode", "ZIP/Postcode:"}});
     form.EndGroup();
+}
+
+void ContactSearchPage::Add(FormBuilder &form, std::initializer_list<Field> fields)
+{
+    for (const Field &field : fields) {
+        CaptionLabel *label = Equals(form, field.field, field.caption);
+        if (field.vocabulary) {
+            label->setBuddy(List(form, field.field, field.name));
+            m_vocabularies.emplace_back(field.field, *field.vocabulary);
+        } else {
+            label->setBuddy(m_texts[Place(field.field)] = form.Text(field.name, {}, 255));
+        }
+    }
+}
+
+ComboBox *ContactSearchPage::List(FormBuilder &form, SearchField field, const QString &name)
+{
+    ComboBox *list = form.Combo(name, {}, m_lists[Place(field)]);
+    list->setMinimumContentsLength(shortList);
+    return list;
 }
 
 CaptionLabel *ContactSearchPage::Equals(FormBuilder &form, SearchField field, const QString &caption)
@@ -93,24 +105,6 @@ CaptionLabel *ContactSearchPage::Equals(FormBuilder &form, SearchField field, co
     return label;
 }
 
-void ContactSearchPage::Text(FormBuilder &form, SearchField field, const QString &name,
-                             const QString &caption)
-{
-    CaptionLabel *label = Equals(form, field, caption);
-    m_texts[Place(field)] = form.Text(name, {}, 255);
-    label->setBuddy(m_texts[Place(field)]);
-}
-
-void ContactSearchPage::List(FormBuilder &form, SearchField field, const QString &name,
-                             const QString &caption, ContactSection vocabulary)
-{
-    CaptionLabel *label = Equals(form, field, caption);
-    ComboBox *list = form.Combo(name, {}, m_lists[Place(field)]);
-    list->setMinimumContentsLength(shortList);
-    label->setBuddy(list);
-    m_vocabularies.emplace_back(field, vocabulary);
-}
-
 /// It is always asked for as it is.
 void ContactSearchPage::Gender(FormBuilder &form)
 {
@@ -120,9 +114,7 @@ void ContactSearchPage::Gender(FormBuilder &form)
     form.Place(equals, QStringLiteral("SexEquals"), QStringLiteral("&Gender:"));
     CaptionLabel *label = form.Label();
     form.Beside();
-    ComboBox *list = form.Combo(QStringLiteral("SearchSexList"), {}, m_lists[Place(SearchField::Gender)]);
-    list->setMinimumContentsLength(shortList);
-    label->setBuddy(list);
+    label->setBuddy(List(form, SearchField::Gender, QStringLiteral("SearchSexList")));
 }
 
 void ContactSearchPage::Age(FormBuilder &form)

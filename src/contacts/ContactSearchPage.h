@@ -6,7 +6,10 @@
 
 #include <QWidget>
 
+#include <optional>
+
 class CaptionLabel;
+class ComboBox;
 class FormBuilder;
 class MoneyField;
 class QLineEdit;
@@ -28,6 +31,14 @@ public:
     QWidget *First() const;
 
 private:
+    /// A criterion with an "=" of its own: a list where it has a vocabulary, else a text.
+    struct Field {
+        SearchField field;
+        QString name;
+        QString caption;
+        std::optional<ContactSection> vocabulary{};
+    };
+
     static constexpr size_t Place(SearchField field) { return static_cast<size_t>(field); }
 
     void BuildPerson(FormBuilder &form);
@@ -35,9 +46,8 @@ private:
     void BuildOrganisation(FormBuilder &form);
     /// The caption and the "=" of a criterion, before its field.
     CaptionLabel *Equals(FormBuilder &form, SearchField field, const QString &caption);
-    void Text(FormBuilder &form, SearchField field, const QString &name, const QString &caption);
-    void List(FormBuilder &form, SearchField field, const QString &name, const QString &caption,
-              ContactSection vocabulary);
+    void Add(FormBuilder &form, std::initializer_list<Field> fields);
+    ComboBox *List(FormBuilder &form, SearchField field, const QString &name);
     void Gender(FormBuilder &form);
     void Age(FormBuilder &form);
     void LeaveAgeTo();

@@ -3,9 +3,11 @@
 #include "contacts/ConcessionODBC.h"
 #include "contacts/ContactListODBC.h"
 #include "contacts/ContactModule.h"
+#include "contacts/ContactRecordODBC.h"
 #include "controls/ComboModel.h"
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
+#include "core/Progress.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
 #include "enrolment/EnrolmentODBC.h"
@@ -15,38 +17,75 @@
 
 namespace
 {
-/// Reads people one by one into a list of their own: thousands are picked at a time, and a list on the
-/// screen works out its buttons and counts at every row and selection.
+/// Looks people up one by one and apart from the lists on the screen, which work out their buttons and
+/// counts at every row and selection.
 class PeopleReader final
 {
 public:
+    PeopleReader(Progress &progress, int people)
+        : m_progress(progress)
+    {
+        m_progress.Begin(people);
+    }
+
+    /// False once the run is cancelled or a read failed.
+    bool GoesOn() const { return !m_failed && !m_progress.IsCancelled(); }
+    bool Failed() const { return m_failed; }
+
+    /// Whether somebody exists; true where that could not be read.
+    bool Exists(const ListItem &person)
+    {
+        const std::optional<bool> exists = ADO_Contact_CheckContact(KeyNumber(person.key));
+        m_failed = !exists;
+        m_progress.SetValue(m_progress.Value() + 1);
+        return exists.value_or(true);
+    }
+
     /// The row of a person with address and town; nothing if the person does not exist any more. Who lives
     /// in a town that is missing from its table is found by nobody that way, and has the name alone: to
     /// drop a student here would end the enrolment.
     std::optional<ListItem> Read(const ListItem &person)
     {
-        const int contactRef = KeyNumber(person.key);
-        if (!Contact_Check(contactRef))
+        if (!Exists(person))
             return std::nullopt;
+        if (m_failed)
+            return person;
         m_row.Clear();
-        Contact_FillInfo(contactRef, m_row);
+        Contact_FillInfo(KeyNumber(person.key), m_row);
         return m_row.IsEmpty() ? ListItem{person.key, person.text} : m_row.At(0);
     }
 
-    /// The rows of all of `people` who still exist.
-    std::vector<ListItem> ReadAll(const ListModel &people)
-    {
-        std::vector<ListItem> items;
-        for (int row = 0; row < people.Count(); ++row) {
-            if (auto person = Read(people.At(row)))
-                items.push_back(*std::move(person));
-        }
-        return items;
-    }
-
 private:
+    Progress &m_progress;
+    bool m_failed = false;
     ListModel m_row;
 };
+
+/// The rows of those of `people` who still exist.
+std::vector<ListItem> ReadAll(const ListModel &people, Progress &progress)
+{
+    PeopleReader reader(progress, people.Count());
+    std::vector<ListItem> items;
+    for (int row = 0; row < people.Count(); ++row) {
+        if (!reader.GoesOn())
+            items.push_back(people.At(row));
+        else if (auto person = reader.Read(people.At(row)))
+            items.push_back(*std::move(person));
+    }
+    return items;
+}
+
+/// Takes the rows of those keys out of a list.
+void RemoveKeys(const QStringList &keys, ListModel &list)
+{
+    std::vector<int> rows;
+    for (const QString &key : keys) {
+        if (const int row = list.Find(key); row >= 0)
+            rows.push_back(row);
+    }
+    std::sort(rows.begin(), rows.end());
+    list.Take(rows);
+}
 
 /// Adds those who are not in the list yet, with as many of their sub-items.
 void Join(const ListModel &people, ListModel &selected, int subItems)
@@ -61,42 +100,56 @@ void Join(const ListModel &people, ListModel &selected, int subItems)
 }
 } // namespace
 
-void Contact_SelectChosen(ListModel &available, ListModel &selected)
+void Contact_SelectChosen(ListModel &available, ListModel &selected, Progress &progress)
 {
-    PeopleReader reader;
+    const QStringList chosen = available.SelectedKeys();
+    PeopleReader reader(progress, static_cast<int>(chosen.size()));
     QStringList gone;
     std::vector<ListItem> joining;
-    for (const int row : available.SelectedRows()) {
-        const ListItem &chosen = available.At(row);
-        std::optional<ListItem> person = reader.Read(chosen);
+    qsizetype done = 0;
+    for (; done < chosen.size() && reader.GoesOn(); ++done) {
+        const ListItem &row = available.At(available.Find(chosen.at(done)));
+        std::optional<ListItem> person = reader.Read(row);
+        if (reader.Failed())
+            break;
         if (!person)
-            gone.append(chosen.key);
-        else if (!selected.Contains(chosen.key))
+            gone.append(row.key);
+        else if (!selected.Contains(row.key))
             joining.push_back(*std::move(person));
     }
-    available.ClearSelection();
-    for (const QString &key : gone) {
-        available.RemoveKey(key);
-        selected.RemoveKey(key);
-    }
-    const int first = selected.Count();
+    available.SelectKeys(chosen.mid(done));
+    RemoveKeys(gone, available);
+    RemoveKeys(gone, selected);
+    QStringList joined;
+    for (const ListItem &person : joining)
+        joined.append(person.key);
     selected.AddAll(std::move(joining));
-    if (selected.Count() > first)
-        selected.Selection()->select({selected.index(first, 0), selected.index(selected.Count() - 1, 0)},
-                                     QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    selected.SelectKeys(selected.SelectedKeys() + joined);
 }
 
-void Contact_RefreshSelected(ListModel &selected)
+void Contact_RefreshSelected(ListModel &selected, Progress &progress)
 {
-    selected.Fill(PeopleReader().ReadAll(selected));
+    selected.Fill(ReadAll(selected, progress));
 }
 
-void Contact_FillSubset(int concessionRef, ListModel &available)
+bool Contact_DropDeleted(ListModel &selected, Progress &progress)
+{
+    PeopleReader reader(progress, selected.Count());
+    QStringList gone;
+    for (int row = 0; row < selected.Count() && reader.GoesOn(); ++row) {
+        if (!reader.Exists(selected.At(row)))
+            gone.append(selected.At(row).key);
+    }
+    RemoveKeys(gone, selected);
+    return reader.GoesOn();
+}
+
+void Contact_FillSubset(int concessionRef, ListModel &available, Progress &progress)
 {
     if (concessionRef == 0)
         ADO_Contact_Fill(available);
     else
-        ADO_Contact_Fill_Concession(concessionRef, available);
+        ADO_Contact_Fill_Concession(concessionRef, available, progress);
 }
 
 void Contact_FillSubsetList(ComboModel &subsets)
@@ -111,12 +164,16 @@ void Contact_FillSubsetList(ComboModel &subsets)
     subsets.SetCurrent(std::max(0, subsets.FindData(chosen)));
 }
 
-void Contact_SelectStudents(int courseRef, const ListModel &shown, ListModel &selected)
+void Contact_SelectStudents(int courseRef, const ListModel &shown, ListModel &selected, Progress &progress)
 {
     ListModel enrolled;
     ADO_Course_ShowEnrolledStudents(courseRef, enrolled);
+    std::vector<ListItem> names;
     const ListModel &students = enrolled.IsEmpty() ? shown : enrolled;
-    selected.Fill(PeopleReader().ReadAll(students));
+    for (int row = 0; row < students.Count(); ++row)
+        names.push_back({students.At(row).key, students.At(row).text});
+    enrolled.Fill(std::move(names));
+    selected.Fill(ReadAll(enrolled, progress));
 }
 
 void Contact_JoinSelection(const ListModel &people, ListModel &selected)
@@ -138,12 +195,14 @@ void Contact_ReplaceSelection(const ListModel &people, ListModel &selected)
 void Contact_JoinTree(const ListModel &people, TreeModel &tree)
 {
     QStringList branches;
-    for (const QModelIndex &selected : tree.Selection()->selectedIndexes())
-        branches.append(tree.NodeAt(selected)->key);
+    for (const QModelIndex &selected : tree.Selection()->selectedIndexes()) {
+        const TreeNode *node = tree.NodeAt(selected);
+        branches.append(node->key.contains(u';') ? node->parent->key : node->key);
+    }
     for (const QString &branch : branches) {
         for (int row = 0; row < people.Count(); ++row) {
             TreeNode node;
-            node.key = branch % u'A' % SqlNumber(KeyNumber(people.At(row).key));
+            node.key = u'A' % SqlNumber(KeyNumber(people.At(row).key)) % u';' % SqlNumber(KeyNumber(branch));
             node.text = people.At(row).text % u" [not enrolled]";
             node.image = QStringLiteral("user");
             tree.Add(branch, std::move(node));
@@ -151,7 +210,7 @@ void Contact_JoinTree(const ListModel &people, TreeModel &tree)
     }
 }
 
-void SaveContactSelection(const ListModel &selection, const QString &fileName)
+void SaveContactSelection(const ListModel &selection, const QString &fileName, Progress &progress)
 {
-    FillRefTable(selection, fileName);
+    FillRefTable(selection, fileName, progress);
 }

@@ -3,6 +3,7 @@
 #include "contacts/ConcessionODBC.h"
 #include "contacts/ContactModule.h"
 #include "contacts/ContactSelection.h"
+#include "contacts/PeopleRun.h"
 #include "contacts/frmAddContact.h"
 #include "contacts/frmSearchContact.h"
 #include "core/Session.h"
@@ -10,7 +11,6 @@
 #include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
 #include "forms/FormSize.h"
-#include "forms/ProgressBox.h"
 #include "forms/SearchBox.h"
 #include "platform/Dialogs.h"
 #include "reports/frmContactWiz.h"
@@ -155,18 +155,30 @@ void frmContact::FillCharacteristics()
 
 void frmContact::FillContacts()
 {
-    Contact_FillSubset(m_subset.CurrentData(), m_contacts);
+    PeopleRun::FillSubset(this, m_subset.CurrentData(), m_contacts);
     EnableButtons();
 }
 
-void frmContact::StoreSelection()
+bool frmContact::StoreSelection()
 {
-    SaveContactSelection(m_selected, QStringLiteral("CurrentContactSelection.txt"));
+    return m_published = PeopleRun::Publish(this, m_selected);
+}
+
+/// False where not everybody selected was looked up.
+bool frmContact::DropDeleted(const QString &title)
+{
+    const int before = m_selected.Count();
+    const bool allLookedUp = PeopleRun::DropDeleted(this, title, m_selected);
+    if (m_selected.Count() != before)
+        StoreSelection();
+    return allLookedUp;
 }
 
 void frmContact::AddSelected()
 {
-    Contact_SelectChosen(m_contacts, m_selected);
+    PeopleRun::Run(this, QStringLiteral("Selected Contacts"),
+                   QStringLiteral("Those are selected, the rest are not."),
+                   [this](Progress &progress) { Contact_SelectChosen(m_contacts, m_selected, progress); });
     StoreSelection();
 }
 
@@ -229,6 +241,8 @@ void frmContact::ViewContacts()
 
 void frmContact::OpenReports()
 {
+    if (!m_published && !StoreSelection())
+        return;
     using Opener = frmContactWiz::Opener;
     frmContactWiz(this, m_selected.IsEmpty() ? Opener::NothingSelected : Opener::PeopleSelected).exec();
 }
@@ -243,7 +257,8 @@ void frmContact::Refresh()
 void frmContact::Search()
 {
     frmSearchContact form(m_selected, this);
-    form.exec();
+    if (form.exec() == QDialog::Accepted)
+        m_published = gDialogResult > 0;
     gDialogResult = 0;
     Refresh();
 }
@@ -252,11 +267,10 @@ void frmContact::RereadSelection()
 {
     const QStringList chosen = m_selected.SelectedKeys();
     const int before = m_selected.Count();
-    Contact_RefreshSelected(m_selected);
-    for (const QString &key : chosen) {
-        if (const int row = m_selected.Find(key); row >= 0)
-            m_selected.Select(row);
-    }
+    PeopleRun::Run(this, QStringLiteral("Selected Contacts"),
+                   QStringLiteral("Those are up to date, the rest are as they were."),
+                   [this](Progress &progress) { Contact_RefreshSelected(m_selected, progress); });
+    m_selected.SelectKeys(chosen);
     if (m_selected.Count() != before)
         StoreSelection();
 }
@@ -268,16 +282,11 @@ void frmContact::ApplyCharacteristic()
     if (characteristic < 1)
         return;
     const QString title = QStringLiteral("Contact Update");
-    int done = 0;
-    const bool finished = ProgressBox::Run(this, title, [&](Progress &progress) {
-        ADO_Contact_AddConcessionList(characteristic, m_selected, progress);
-        done = progress.Value();
-    });
-    if (!finished)
-        Dialogs::MsgBox(u"Stopped after " % QString::number(done) % u" of " %
-                            QString::number(m_selected.Count()) %
-                            u" contacts. Those have the characteristic, the rest are as they were.",
-                        title, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    if (!DropDeleted(title))
+        return;
+    PeopleRun::Run(
+        this, title, QStringLiteral("Those have the characteristic, the rest are as they were."),
+        [&](Progress &progress) { ADO_Contact_AddConcessionList(characteristic, m_selected, progress); });
     if (m_subset.CurrentData() > 0)
         FillContacts();
 }

@@ -33,7 +33,8 @@ private:
     void FillCharacteristics();
     void FillContacts();
     void RereadSelection();
-    void StoreSelection();
+    bool StoreSelection();
+    bool DropDeleted(const QString &title);
 
     void AddSelected();
     void RemoveSelected();
@@ -53,6 +54,7 @@ private:
     ComboModel m_subset;
     ComboModel m_characteristics;
     bool m_filling = false;
+    bool m_published = true; ///< reports and merges know of everybody selected
 
     ListView *m_contactList;
     ListView *m_contactInfo;

@@ -4,6 +4,7 @@
 #include "contacts/ConcessionODBC.h"
 #include "contacts/ContactSearchPage.h"
 #include "contacts/ContactSelection.h"
+#include "contacts/PeopleRun.h"
 #include "contacts/frmAddContact.h"
 #include "core/Session.h"
 #include "forms/FormBuilder.h"
@@ -226,8 +227,7 @@ void frmSearchContact::HandOver()
                         Dialogs::Buttons::YesNo, Dialogs::Icon::Question) == Dialogs::Answer::Yes)
         m_target.Clear();
     Contact_JoinSelection(m_found, m_target);
-    SaveContactSelection(m_target, QStringLiteral("CurrentContactSelection.txt"));
-    gDialogResult = 1;
+    gDialogResult = PeopleRun::Publish(this, m_target) ? 1 : 0;
     accept();
 }
 

@@ -22,7 +22,8 @@ class frmSearchContact final : public FormDialog, private ContactSearchView
     Q_OBJECT
 
 public:
-    /// `target` is the list of selected people that SelectBtn hands the result to.
+    /// `target` is the list of selected people that SelectBtn hands the result to. gDialogResult is 1 where
+    /// they were also published for reports, all of them.
     explicit frmSearchContact(ListModel &target, QWidget *parent = nullptr);
 
 protected:

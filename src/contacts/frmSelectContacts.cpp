@@ -2,6 +2,7 @@
 
 #include "contacts/ContactModule.h"
 #include "contacts/ContactSelection.h"
+#include "contacts/PeopleRun.h"
 #include "contacts/frmAddContact.h"
 #include "contacts/frmSearchContact.h"
 #include "core/Session.h"
@@ -9,14 +10,10 @@
 #include "database/Security.h"
 #include "enrolment/EnrolmentModule.h"
 #include "forms/FormBuilder.h"
-#include "forms/ProgressBar.h"
 #include "forms/SearchBox.h"
 #include "organisations/OrganisationModule.h"
-#include "platform/Dialogs.h"
 
 #include <QMenu>
-
-#include <utility>
 
 namespace
 {
@@ -45,24 +42,31 @@ void frmSelectContacts::Configure(Mode mode, ListModel &target, int courseRef, i
     m_target = &target;
     m_courseRef = courseRef;
     m_limit = limit;
-    if (m_mode == Mode::EnrolOnCourse)
-        Contact_SelectStudents(m_courseRef, target, m_selected);
-    else if (m_mode == Mode::ReplaceList)
+    if (m_mode == Mode::ReplaceList)
         Contact_JoinSelection(target, m_selected);
-    else if (m_mode == Mode::OrganisationContacts)
-        FillSelected(target);
+    else if (m_mode != Mode::AddToList)
+        StartWith(target);
+}
+
+/// Those who are there already, with their addresses.
+void frmSelectContacts::StartWith(const ListModel &people)
+{
+    PeopleRun::Run(this, QStringLiteral("Selected Contacts"),
+                   QStringLiteral("The rest are selected too, and shown by their names."),
+                   [&](Progress &progress) {
+                       if (m_mode == Mode::EnrolOnCourse) {
+                           Contact_SelectStudents(m_courseRef, people, m_selected, progress);
+                       } else {
+                           Contact_JoinNames(people, m_selected);
+                           Contact_RefreshSelected(m_selected, progress);
+                       }
+                   });
 }
 
 void frmSelectContacts::Configure(Mode mode, TreeModel &target)
 {
     m_mode = mode;
     m_tree = &target;
-}
-
-void frmSelectContacts::FillSelected(const ListModel &people)
-{
-    for (int row = 0; row < people.Count(); ++row)
-        Contact_FillInfo(KeyNumber(people.At(row).key), m_selected);
 }
 
 void frmSelectContacts::Build()
@@ -88,12 +92,6 @@ void frmSelectContacts::Build()
     m_selectedList->SetEmptyText(QStringLiteral("Nobody is selected."));
     m_selectedList->SetColumnChars({22, 18, 12, 9});
 
-    m_bar = new ProgressBar;
-    form.Place(m_bar, QStringLiteral("ProgBar"));
-    form.Beside();
-    m_cancel = form.Button(QStringLiteral("CancelBtn"), QStringLiteral("&Cancel"));
-    m_bar->hide();
-    m_cancel->hide();
     form.BeginButtons(FormBuilder::Align::Start);
     m_new = form.Button(QStringLiteral("AddBtn"), QStringLiteral("&New Contact"));
     m_view = form.Button(QStringLiteral("ViewBtn"), QStringLiteral("&View Contact"));
@@ -141,7 +139,7 @@ void frmSelectContacts::Connect()
         if (row >= 0 && m_subsets.CurrentData() != m_shownSubset)
             FillSubset();
     });
-    m_moves->SetActions({.add = [this] { Contact_SelectChosen(m_available, m_selected); },
+    m_moves->SetActions({.add = [this] { AddChosen(); },
                          .remove = [this] { m_selected.Take(m_selected.SelectedRows()); },
                          .clear = [this] { m_selected.Clear(); }});
     connect(m_new, &QPushButton::clicked, this, &frmSelectContacts::AddContact);
@@ -149,7 +147,6 @@ void frmSelectContacts::Connect()
     connect(m_find, &QPushButton::clicked, this, &frmSelectContacts::Search);
     connect(m_refresh, &QPushButton::clicked, this, &frmSelectContacts::Refresh);
     connect(m_exit, &QPushButton::clicked, this, &frmSelectContacts::HandOver);
-    connect(m_cancel, &QPushButton::clicked, this, &frmSelectContacts::reject);
     for (ListView *list : {m_availableList, m_selectedList}) {
         list->setContextMenuPolicy(Qt::CustomContextMenu);
         connect(list, &ListView::customContextMenuRequested, this,
@@ -184,14 +181,23 @@ void frmSelectContacts::ShowMenu(ListView *list, const QPoint &position)
 void frmSelectContacts::FillSubset()
 {
     m_shownSubset = m_subsets.CurrentData();
-    Contact_FillSubset(m_shownSubset, m_available);
+    PeopleRun::FillSubset(this, m_shownSubset, m_available);
+}
+
+void frmSelectContacts::AddChosen()
+{
+    PeopleRun::Run(this, QStringLiteral("Selected Contacts"),
+                   QStringLiteral("Those are selected, the rest are not."),
+                   [this](Progress &progress) { Contact_SelectChosen(m_available, m_selected, progress); });
 }
 
 void frmSelectContacts::Refresh()
 {
     Contact_FillSubsetList(m_subsets);
     FillSubset();
-    Contact_RefreshSelected(m_selected);
+    PeopleRun::Run(this, QStringLiteral("Selected Contacts"),
+                   QStringLiteral("Those are up to date, the rest are as they were."),
+                   [this](Progress &progress) { Contact_RefreshSelected(m_selected, progress); });
 }
 
 void frmSelectContacts::AddContact()
@@ -227,7 +233,7 @@ void frmSelectContacts::Search()
 
 void frmSelectContacts::HandOver()
 {
-    if (!Deliver())
+    if (!PeopleRun::DropDeleted(this, windowTitle(), m_selected) || !Deliver())
         return;
     gDialogResult = 1;
     accept();
@@ -248,7 +254,9 @@ bool frmSelectContacts::Deliver()
         Contact_JoinTree(m_selected, *m_tree);
         break;
     case Mode::OrganisationContacts:
-        Organisation_TakeContacts(m_selected, *m_target);
+        PeopleRun::Run(
+            this, windowTitle(), QStringLiteral("The rest are there too, without their positions."),
+            [this](Progress &progress) { Organisation_TakeContacts(m_selected, *m_target, progress); });
         break;
     }
     return true;
@@ -258,42 +266,9 @@ bool frmSelectContacts::Enrol()
 {
     if (!Course_CheckLimit(m_selected.Count(), m_limit))
         return false;
-    Progress progress = m_bar->NewRun();
-    ShowRun(&progress);
-    const bool enrolled = ADO_Course_EnrollStudents(m_courseRef, m_selected, progress);
-    ShowRun(nullptr);
-    if (progress.IsCancelled() && !enrolled)
-        Dialogs::MsgBox(
-            u"Stopped after " % QString::number(progress.Value()) % u" of " %
-                QString::number(progress.Maximum()) % u" contacts. Those are enrolled, the rest are not.",
-            QStringLiteral("Course Enrollment"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    bool enrolled = false;
+    PeopleRun::Run(
+        this, QStringLiteral("Course Enrollment"), QStringLiteral("Those are enrolled, the rest are not."),
+        [&](Progress &progress) { enrolled = ADO_Course_EnrollStudents(m_courseRef, m_selected, progress); });
     return enrolled;
-}
-
-/// While students are enrolled there is nothing to do but to watch and to cancel.
-void frmSelectContacts::ShowRun(Progress *progress)
-{
-    m_run = progress;
-    if (m_run) {
-        for (QWidget *widget : findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
-            if (widget != m_bar && widget != m_cancel && widget->isEnabled()) {
-                widget->setEnabled(false);
-                m_paused.append(widget);
-            }
-        }
-    } else {
-        for (QWidget *widget : std::exchange(m_paused, {}))
-            widget->setEnabled(true);
-    }
-    m_bar->setVisible(m_run);
-    m_cancel->setVisible(m_run);
-    (m_run ? m_cancel : m_exit)->setFocus();
-}
-
-bool frmSelectContacts::MayLeave()
-{
-    if (!m_run)
-        return true;
-    m_run->Cancel();
-    return false;
 }

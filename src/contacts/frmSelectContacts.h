@@ -5,17 +5,14 @@
 #include "forms/FormDialog.h"
 
 class ListView;
-class Progress;
-class ProgressBar;
 class QLineEdit;
 class QMenu;
 class QPushButton;
 class TreeModel;
 class UsedAvailable;
 
-/// The picker of people. `ExitBtn` hands the selected people over; Escape and the window's close button
-/// leave without it, and while students are enrolled they stop that. gDialogResult is 1 when they were handed
-/// over.
+/// The picker of people. `ExitBtn` hands the selected people over, but those who were deleted meanwhile;
+/// Escape and the window's close button leave without it. gDialogResult is 1 when they were handed over.
 class frmSelectContacts final : public FormDialog
 {
     Q_OBJECT
@@ -26,7 +23,7 @@ public:
         EnrolOnCourse = 2,        ///< becomes the students of a course, starting with the present ones
         OrganisationContacts = 5, ///< takes the place of an organisation's people, starting with these
         ReplaceList = 6,          ///< takes the place of the target list, starting with what that holds
-        AddToTree = 7             ///< joins the selected nodes of the target tree
+        AddToTree = 7             ///< joins the selected attendance branches of a course's tree
     };
 
     explicit frmSelectContacts(QWidget *parent = nullptr);
@@ -36,16 +33,14 @@ public:
     /// For the mode that fills a tree.
     void Configure(Mode mode, TreeModel &target);
 
-protected:
-    bool MayLeave() override;
-
 private:
     void Build();
     void BuildMenu();
     void Connect();
+    void StartWith(const ListModel &people);
     void ShowMenu(ListView *list, const QPoint &position);
     void FillSubset();
-    void FillSelected(const ListModel &people);
+    void AddChosen();
     void Refresh();
     void OnSelection(ListView *list);
     void AddContact();
@@ -54,7 +49,6 @@ private:
     void HandOver();
     bool Deliver();
     bool Enrol();
-    void ShowRun(Progress *progress);
 
     Mode m_mode = Mode::AddToList;
     ListModel *m_target = nullptr;
@@ -78,10 +72,5 @@ private:
     QPushButton *m_find = nullptr;
     QPushButton *m_refresh = nullptr;
     QPushButton *m_exit = nullptr;
-    ProgressBar *m_bar = nullptr;
-    QPushButton *m_cancel = nullptr;
     QMenu *m_menu = nullptr;
-
-    Progress *m_run = nullptr; ///< of the enrolment that is under way
-    QWidgetList m_paused;      ///< what waits for its end
 };

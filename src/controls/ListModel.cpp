@@ -12,6 +12,8 @@
 
 namespace
 {
+constexpr size_t scatteredRuns = 100;
+
 /// What an amount ("1,234.50") or a day ("9/3/2026") sorts by, nothing at all coming first; none for a text.
 std::optional<double> SortNumber(const QString &cell)
 {
@@ -116,8 +118,29 @@ void ListModel::AddAll(std::vector<ListItem> items)
     emit Changed();
 }
 
+/// Takes rows that stand far apart in one reset: removed run by run, views and the selection would look at
+/// all of what is left each time.
+std::vector<ListItem> ListModel::TakeScattered(const std::vector<int> &rows)
+{
+    std::vector<ListItem> taken;
+    std::vector<ListItem> left;
+    const QStringList selected = SelectedKeys();
+    for (int row = 0; row < Count(); ++row) {
+        const bool goes = taken.size() < rows.size() && rows[taken.size()] == row;
+        (goes ? taken : left).push_back(std::move(m_items[static_cast<size_t>(row)]));
+    }
+    Fill(std::move(left));
+    SelectKeys(selected);
+    return taken;
+}
+
 std::vector<ListItem> ListModel::Take(const std::vector<int> &rows)
 {
+    size_t runs = 0;
+    for (size_t i = 0; i < rows.size(); ++i)
+        runs += i == 0 || rows[i] != rows[i - 1] + 1 ? 1 : 0;
+    if (runs > scatteredRuns)
+        return TakeScattered(rows);
     std::vector<ListItem> taken(rows.size());
     size_t end = rows.size();
     while (end > 0) {
@@ -251,6 +274,24 @@ void ListModel::SelectAll()
     if (!IsEmpty())
         m_selection->select({index(0, 0), index(Count() - 1, columnCount() - 1)},
                             QItemSelectionModel::Select);
+}
+
+void ListModel::SelectKeys(const QStringList &keys)
+{
+    std::vector<int> rows;
+    for (const QString &key : keys) {
+        if (const int row = Find(key); row >= 0)
+            rows.push_back(row);
+    }
+    std::sort(rows.begin(), rows.end());
+    // A range a run of rows: Qt looks at every range of a selection whenever a row is painted.
+    QItemSelection selection;
+    for (size_t first = 0, end = 0; first < rows.size(); first = end) {
+        for (end = first + 1; end < rows.size() && rows[end] <= rows[end - 1] + 1;)
+            ++end;
+        selection.append({index(rows[first], 0), index(rows[end - 1], columnCount() - 1)});
+    }
+    m_selection->select(selection, QItemSelectionModel::ClearAndSelect);
 }
 
 void ListModel::ClearSelection()

@@ -51,7 +51,7 @@ public:
     /// Adds rows at the end, in one step.
     void AddAll(std::vector<ListItem> items);
     void Remove(int row);
-    /// Takes rows (ascending) out of the list, in one step a run of rows.
+    /// Takes rows (ascending) out of the list, in one step a run of rows, or all where there are many runs.
     std::vector<ListItem> Take(const std::vector<int> &rows);
     void RemoveKey(const QString &key);
     /// Moves the rows of those keys to the end of `to`, in the order of the keys; unknown keys are passed
@@ -74,6 +74,8 @@ public:
             SelectOnly(0);
     }
     void SelectAll();
+    /// Makes the rows of those keys the selected ones, in one step; unknown keys are passed over.
+    void SelectKeys(const QStringList &keys);
     void ClearSelection();
     bool IsSelected(int row) const;
     std::vector<int> SelectedRows() const; ///< ascending
@@ -94,6 +96,7 @@ signals:
     void Checked(int row);
 
 private:
+    std::vector<ListItem> TakeScattered(const std::vector<int> &rows);
     void Reindex() const;
     void CellChanged(int row);
 

@@ -2,6 +2,7 @@
 
 #include "controls/ListModel.h"
 #include "core/ErrorHandler.h"
+#include "core/Progress.h"
 #include "core/Session.h"
 #include "database/GlobalCode.h"
 #include "platform/Connection.h"
@@ -103,20 +104,22 @@ double GetDBVersion()
     return rows && !rows->IsEmpty() ? rows->First().Double(u"DBVersion") : 0;
 }
 
-void FillRefTable(const ListModel &selection, const QString &fileName)
+void FillRefTable(const ListModel &selection, const QString &fileName, Progress &progress)
 {
     QFile file(Directories::WrittenFile(u"temp/" % fileName));
     file.remove();
     file.open(QIODevice::WriteOnly | QIODevice::Text);
     WriteGroup group(gConnection);
     TryExecute(QStringLiteral("DELETE FROM Ref"));
-    for (int row = 0; row < selection.Count(); ++row) {
+    progress.Begin(selection.Count());
+    for (int row = 0; row < selection.Count() && !progress.IsCancelled(); ++row) {
         const QString &key = selection.At(row).key;
-        if (!key.startsWith(u'?'))
-            continue;
-        const QString reference = key.mid(1);
-        TryExecute(u"INSERT INTO Ref (ContactRef) VALUES (" % reference % u")");
-        file.write(reference.toLatin1() + '\n');
-        group.Tick(); // a commit that fails is passed by like a statement
+        if (key.startsWith(u'?')) {
+            const QString reference = key.mid(1);
+            TryExecute(u"INSERT INTO Ref (ContactRef) VALUES (" % reference % u")");
+            file.write(reference.toLatin1() + '\n');
+            group.Tick(); // a commit that fails is passed by like a statement
+        }
+        progress.SetValue(row + 1);
     }
 }

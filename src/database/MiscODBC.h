@@ -8,6 +8,7 @@
 #include <utility>
 
 class ListModel;
+class Progress;
 
 /// How every data function reaches the database: complete SQL text with inline values on the session
 /// connection. A function wraps its steps in Reported, the one error handler of the data layer.
@@ -79,5 +80,6 @@ std::optional<Recordset> TryOpenRecordset(const QString &sql);
 double GetDBVersion();
 
 /// Publishes the current contact selection: the references behind the "?" keys of `selection`, in table
-/// `Ref` (emptied first) and one a line in the file `fileName` of the folder `temp`. Errors are ignored.
-void FillRefTable(const ListModel &selection, const QString &fileName);
+/// `Ref` (emptied first) and one a line in the file `fileName` of the folder `temp`. Errors are ignored. A
+/// cancelled `progress` ends it behind a person, with the rest in neither.
+void FillRefTable(const ListModel &selection, const QString &fileName, Progress &progress);

@@ -75,16 +75,17 @@ double Amount(const Recordset::Row &row, QStringView column)
 }
 
 /// Ends the enrolments of those who are not selected.
-void RemoveOthers(int courseRef, const ListModel &selected, WriteGroup &group)
+void RemoveOthers(int courseRef, const ListModel &selected, WriteGroup &group, Progress &progress)
 {
     const Recordset enrolled =
         OpenRecordset(u"SELECT ContactRef FROM StudentsEnrolled" % OfCourse(courseRef));
     for (const auto &row : enrolled) {
         const QString contactRef = row.Text(u"ContactRef");
-        if (selected.Contains(u'?' % contactRef))
+        if (progress.IsCancelled() || selected.Contains(u'?' % contactRef))
             continue;
         RemoveStudent(courseRef, contactRef.toInt());
         EndRow(group);
+        progress.SetValue(0); // they do not count as enrolled
     }
 }
 } // namespace
@@ -129,7 +130,7 @@ bool ADO_Course_EnrollStudents(int courseRef, const ListModel &selected, Progres
         }
         progress.Begin(selected.Count());
         WriteGroup group(gConnection);
-        RemoveOthers(courseRef, selected, group);
+        RemoveOthers(courseRef, selected, group, progress);
         int done = 0;
         while (done < selected.Count() && !progress.IsCancelled()) {
             if (!ADO_Course_EnrollStudent(courseRef, KeyNumber(selected.At(done).key)))

@@ -2,13 +2,13 @@
 
 #include "controls/ListModel.h"
 #include "forms/ListView.h"
+#include "forms/ProgressBox.h"
 #include "platform/Dialogs.h"
 
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QProgressDialog>
 
 #include <algorithm>
 #include <numeric>
@@ -157,21 +157,14 @@ void ListPrint::Ask(const ListModel &list, ListView *view)
     if (printer.printRange() == QPrinter::Selection)
         rows = selected;
 
-    QProgressDialog progress(QStringLiteral("Printing…"), QStringLiteral("&Cancel"), 0, 0, view);
-    progress.setWindowModality(Qt::WindowModal);
-    progress.setMinimumDuration(500);
-    const bool printed = Print(list, rows, title, printer, [&](int page, int pages) {
-        progress.setMaximum(pages);
-        progress.setValue(page);
-        return !progress.wasCanceled();
-    });
-    if (printed)
-        return;
-    const bool wasStopped = progress.wasCanceled();
-    progress.reset();
-    if (wasStopped)
+    bool printed = false;
+    const bool finished =
+        ProgressBox::Run(view->window(), QStringLiteral("Printing"), [&](Progress &progress) {
+            printed = Print(list, rows, title, printer, std::ref(progress));
+        });
+    if (!finished)
         printer.abort();
-    else
+    else if (!printed)
         Dialogs::MsgBox(QStringLiteral("The list could not be printed."), title, Dialogs::Buttons::Ok,
                         Dialogs::Icon::Exclamation);
 }

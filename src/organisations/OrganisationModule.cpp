@@ -210,12 +210,19 @@ bool Organisation_StoreLinks(int organRef, const OrganisationLinks &links, Progr
     });
 }
 
-void Organisation_TakeContacts(const ListModel &people, ListModel &contacts)
+void Organisation_TakeContacts(const ListModel &people, ListModel &contacts, Progress &progress)
 {
     contacts.Clear();
-    for (int row = 0; row < people.Count(); ++row)
-        contacts.Add({people.At(row).key, people.At(row).text});
-    Organisation_RefreshContacts(contacts);
+    progress.Begin(people.Count());
+    for (int row = 0; row < people.Count(); ++row) {
+        const ListItem &person = people.At(row);
+        const int added = contacts.Add({person.key, person.text});
+        if (progress.IsCancelled())
+            continue;
+        if (!ADO_Organisation_UpdateContact(KeyNumber(person.key), contacts, added))
+            contacts.Remove(added);
+        progress.SetValue(row + 1);
+    }
 }
 
 void Organisation_RemoveContacts(ListModel &contacts)

@@ -36,8 +36,8 @@ struct OrganisationLinks {
 bool Organisation_StoreLinks(int organRef, const OrganisationLinks &links, Progress &progress);
 
 /// Makes `people` ("?" keys) the rows of a list of an organisation's people, with name and position as
-/// stored.
-void Organisation_TakeContacts(const ListModel &people, ListModel &contacts);
+/// stored. Behind a cancelled `progress` they join as they are.
+void Organisation_TakeContacts(const ListModel &people, ListModel &contacts, Progress &progress);
 /// Takes the selected people out of the list, each after a question; who is kept is no longer selected.
 void Organisation_RemoveContacts(ListModel &contacts);
 /// Gives the selected people a position, stored at once, after a question. False where nothing was stored.

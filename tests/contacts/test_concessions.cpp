@@ -105,7 +105,8 @@ void TestConcessions::WhoHasIt()
     for (const int who : {zoe, anna, 4711})
         ADO_Contact_AddContactConcession(who, student);
     ListModel list;
-    ADO_Contact_Fill_Concession(student, list);
+    Progress progress;
+    ADO_Contact_Fill_Concession(student, list, progress);
     // The order is that in which the characteristic was given; somebody who is gone does not show.
     QCOMPARE(Texts(list), QStringList({"Young, Zoe", "Bell, Anna"}));
     QCOMPARE(Keys(list), QStringList({u'?' % SqlNumber(zoe), u'?' % SqlNumber(anna)}));

@@ -2,6 +2,7 @@
 #include "contacts/ContactSelection.h"
 #include "contacts/People.h"
 #include "controls/TreeModel.h"
+#include "core/Progress.h"
 #include "core/Session.h"
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
@@ -106,6 +107,7 @@ private:
     QString Run(FakeSearch &search);
 
     std::unique_ptr<TestDatabase> m_database;
+    Progress m_progress;
     Dialogs::Hooks m_outer;
     QStringList m_boxes; ///< title and text of each
 };
@@ -427,14 +429,14 @@ void TestContactSearch::StoredSelection()
         QFile text(m_database->Directory() % u"/temp/CurrentContactSelection.txt");
         return text.open(QIODevice::ReadOnly) ? QString::fromLatin1(text.readAll()) : "none";
     };
-    SaveContactSelection(people, "CurrentContactSelection.txt");
+    SaveContactSelection(people, "CurrentContactSelection.txt", m_progress);
     QCOMPARE(TestDatabase::Rows("SELECT ContactRef FROM Ref ORDER BY ContactRef"), QStringList({"2", "7"}));
     QCOMPARE(file(), "2\n7\n");
 
     // A statement that fails stops none of the steps behind it, and nobody is asked.
     Sql("ALTER TABLE Ref RENAME TO Away");
     people.Remove(0);
-    SaveContactSelection(people, "CurrentContactSelection.txt");
+    SaveContactSelection(people, "CurrentContactSelection.txt", m_progress);
     QCOMPARE(file(), "7\n");
     Sql("ALTER TABLE Away RENAME TO Ref");
 
@@ -442,7 +444,7 @@ void TestContactSearch::StoredSelection()
     for (int i = 1; i <= 20'000; ++i)
         many.push_back({u'?' % QString::number(i), "Somebody"});
     people.Fill(std::move(many));
-    SaveContactSelection(people, "CurrentContactSelection.txt");
+    SaveContactSelection(people, "CurrentContactSelection.txt", m_progress);
     QCOMPARE(Rows("Ref"), 20'000);
 }
 

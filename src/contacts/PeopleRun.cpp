@@ -1,0 +1,47 @@
+#include "contacts/PeopleRun.h"
+
+#include "contacts/ContactSelection.h"
+#include "core/Progress.h"
+#include "forms/ProgressBox.h"
+#include "platform/Dialogs.h"
+
+bool PeopleRun::Run(QWidget *form, const QString &title, const QString &stopped,
+                    const std::function<void(Progress &progress)> &work)
+{
+    int done = 0;
+    int people = 0;
+    const bool finished = ProgressBox::Run(form, title, [&](Progress &progress) {
+        work(progress);
+        done = progress.Value();
+        people = progress.Maximum();
+    });
+    if (finished || done == people)
+        return true;
+    Dialogs::MsgBox(u"Stopped after " % QString::number(done) % u" of " % QString::number(people) %
+                        u" contacts. " % stopped,
+                    title, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    return false;
+}
+
+void PeopleRun::FillSubset(QWidget *form, int concessionRef, ListModel &available)
+{
+    Run(form, QStringLiteral("Available Contacts"), QStringLiteral("Those are listed, the rest are not."),
+        [&](Progress &progress) { Contact_FillSubset(concessionRef, available, progress); });
+}
+
+bool PeopleRun::Publish(QWidget *form, const ListModel &selection)
+{
+    return Run(form, QStringLiteral("Selected Contacts"),
+               QStringLiteral("Reports and merges know of those, the rest are missing there."),
+               [&](Progress &progress) {
+                   SaveContactSelection(selection, QStringLiteral("CurrentContactSelection.txt"), progress);
+               });
+}
+
+bool PeopleRun::DropDeleted(QWidget *form, const QString &title, ListModel &selection)
+{
+    bool allLookedUp = false;
+    Run(form, title, QStringLiteral("Nothing has been changed."),
+        [&](Progress &progress) { allLookedUp = Contact_DropDeleted(selection, progress); });
+    return allLookedUp;
+}

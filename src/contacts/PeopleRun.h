@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+class ListModel;
+class Progress;
+class QWidget;
+
+/// What the screens do with people of whom there may be thousands runs under a box of progress.
+namespace PeopleRun
+{
+/// Runs `work`. Where it is cancelled the user is told how far it came, and what that means: "Stopped after 3
+/// of 10 contacts. " and `stopped`. False then.
+bool Run(QWidget *form, const QString &title, const QString &stopped,
+         const std::function<void(Progress &progress)> &work);
+/// Fills `available` with the people of a characteristic, or with everybody where it is 0.
+void FillSubset(QWidget *form, int concessionRef, ListModel &available);
+/// Publishes a selection for reports and merges. False where it was cancelled, and reports would miss some.
+bool Publish(QWidget *form, const ListModel &selection);
+/// Takes those out of a selection who were deleted since; something is about to be done to all of it. False
+/// where that was cancelled, or a read failed.
+bool DropDeleted(QWidget *form, const QString &title, ListModel &selection);
+} // namespace PeopleRun
