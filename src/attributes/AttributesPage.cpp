@@ -19,9 +19,9 @@ void AttributesPage::FillLists()
     ADO_CustomAttrib_Show(m_attributes, AttribSection::contacts);
 }
 
-bool AttributesPage::StoreAttributes(int contactRef) const
+bool AttributesPage::StoreAttributes(int contactRef)
 {
-    return ADO_CustomAttrib_Store(m_attributes, contactRef, AttribSection::contacts);
+    return CustomAttrib_Store(m_attributes, contactRef, AttribSection::contacts);
 }
 
 void AttributesPage::Clear()

@@ -17,7 +17,7 @@ public:
 
     void FillLists();
     /// False if the person may have fewer values now than the page shows.
-    bool StoreAttributes(int contactRef) const;
+    bool StoreAttributes(int contactRef);
     void Clear();
     void SetLocked(bool locked);
 

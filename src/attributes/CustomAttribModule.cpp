@@ -1,7 +1,7 @@
 #include "attributes/CustomAttribModule.h"
 
-#include "controls/ListModel.h"
 #include "controls/TreeModel.h"
+#include "database/DeletedMeanwhile.h"
 #include "database/GlobalCode.h"
 
 #include <array>
@@ -10,7 +10,36 @@ namespace
 {
 const QString attribExists = QStringLiteral("Attribute already exists in database.");
 const QString valueExists = QStringLiteral("Attribute Value already exists for this Attribute.");
+const QString values = QStringLiteral("CustomAttributeValues");
+const QString valueKey = QStringLiteral("AttributeValueRef");
 
+int LivingAttrib(int key, const QString &title)
+{
+    return LivingKey(QStringLiteral("CustomAttributes"), QStringLiteral("AttributeRef"), key,
+                     QStringLiteral("attribute"), title);
+}
+
+/// Takes the ticked values out of the tree that were deleted, and tells them. False on an error.
+bool LeaveOutDeletedValues(TreeModel &tree)
+{
+    QSet<int> ticked;
+    for (const TreeNode *node : tree.Nodes()) {
+        if (node->tick == TreeTick::On)
+            ticked.insert(KeyNumber(node->key));
+    }
+    const std::optional<QSet<int>> living = ADO_LivingKeys(values, valueKey, ticked);
+    if (!living)
+        return false;
+    QStringList names;
+    for (const TreeNode *node : tree.Nodes()) {
+        if (node->tick != TreeTick::On || living->contains(KeyNumber(node->key)))
+            continue;
+        names.append(node->parent->text % u": " % node->text);
+        tree.Remove(QString(node->key));
+    }
+    TellLeftOut(names, QStringLiteral("Custom Attributes"));
+    return true;
+}
 } // namespace
 
 std::span<const AttribSectionInfo> AttribSections()
@@ -28,21 +57,36 @@ int CustomAttrib_AddAttrib(const CustomAttrib &attrib)
 
 int CustomAttrib_UpdateAttrib(int key, const CustomAttrib &attrib)
 {
+    const QString title = QStringLiteral("Update Attribute");
+    const int living = LivingAttrib(key, title);
+    if (living < 1)
+        return living;
     return TellDuplicate(
         ADO_CustomAttrib_UpdateAttrib(key, SqlSafeText(attrib.name), attrib.type, attrib.appliesTo),
-        attribExists, QStringLiteral("Update Attribute"));
+        attribExists, title);
 }
 
 int CustomAttrib_AddAttribVal(const QString &value, int attributeRef)
 {
-    return TellDuplicate(ADO_CustomAttrib_AddAttribVal(SqlSafeText(value), attributeRef), valueExists,
-                         QStringLiteral("Add Attribute Value"));
+    const QString title = QStringLiteral("Add Attribute Value");
+    const int living = LivingAttrib(attributeRef, title);
+    return living < 1 ? living
+                      : TellDuplicate(ADO_CustomAttrib_AddAttribVal(SqlSafeText(value), attributeRef),
+                                      valueExists, title);
 }
 
 int CustomAttrib_UpdateAttribVal(int key, const QString &value, int attributeRef)
 {
-    return TellDuplicate(ADO_CustomAttrib_UpdateAttribVal(key, SqlSafeText(value), attributeRef), valueExists,
-                         QStringLiteral("Update Attribute Value"));
+    const QString title = QStringLiteral("Update Attribute Value");
+    const int living = LivingKey(values, valueKey, key, QStringLiteral("value"), title);
+    return living < 1 ? living
+                      : TellDuplicate(ADO_CustomAttrib_UpdateAttribVal(key, SqlSafeText(value), attributeRef),
+                                      valueExists, title);
+}
+
+bool CustomAttrib_Store(TreeModel &tree, int recordRef, int section)
+{
+    return LeaveOutDeletedValues(tree) && ADO_CustomAttrib_Store(tree, recordRef, section);
 }
 
 bool CustomAttrib_Delete(const TreeNode &node)
@@ -60,8 +104,10 @@ void CustomAttrib_Toggle(TreeModel &tree, TreeNode *node)
         return;
     }
     if (node->parent->image == AttribImage(AttribType::Single)) {
-        for (const auto &sibling : node->parent->children)
-            tree.SetTick(sibling.get(), TreeTick::Off);
+        for (const auto &sibling : node->parent->children) {
+            if (sibling->tick != TreeTick::Off)
+                tree.SetTick(sibling.get(), TreeTick::Off);
+        }
     }
     tree.SetTick(node, TreeTick::On);
 }

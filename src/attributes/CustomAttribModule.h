@@ -19,12 +19,16 @@ std::span<const AttribSectionInfo> AttribSections();
 
 /// The new AttributeRef; 0, after telling the user, where the name is taken; -1 on an error.
 int CustomAttrib_AddAttrib(const CustomAttrib &attrib);
-/// `key`; 0 and -1 as above.
+/// `key`; 0 and -1 as above, 0 as well where the attribute was deleted.
 int CustomAttrib_UpdateAttrib(int key, const CustomAttrib &attrib);
-/// The new AttributeValueRef; 0, after telling the user, where the attribute has the value; -1 on an error.
+/// The new AttributeValueRef; 0, after telling the user, where the attribute has the value or was deleted; -1
+/// on an error.
 int CustomAttrib_AddAttribVal(const QString &value, int attributeRef);
-/// `key`; 0 and -1 as above.
+/// `key`; 0 and -1 as above, 0 as well where the value was deleted.
 int CustomAttrib_UpdateAttribVal(int key, const QString &value, int attributeRef);
+/// Makes what is applied to a record the ticked values of the tree, without those that were deleted, which
+/// the user is told. False on an error: the record may have fewer values now than the tree shows.
+bool CustomAttrib_Store(TreeModel &tree, int recordRef, int section);
 /// Deletes what a node stands for: an attribute with its values, or one value. False on an error.
 bool CustomAttrib_Delete(const TreeNode &node);
 

@@ -2,8 +2,10 @@
 
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
+#include "core/Session.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
+#include "platform/Connection.h"
 
 #include <QSet>
 
@@ -83,6 +85,8 @@ bool ADO_CustomAttrib_Show(TreeModel &tree, int section)
 bool ADO_CustomAttrib_Store(const TreeModel &tree, int recordRef, int section)
 {
     return Reported("ADO_CustomAttrib_Store", false, [&] {
+        // In one piece: a crash behind the delete would lose what the record had.
+        WriteGroup group(gConnection);
         Execute(u"DELETE FROM AppliedAttributes WHERE AppliesToRef = " % SqlNumber(recordRef) %
                 u" AND RefSection = " % SqlNumber(section));
         for (const TreeNode *node : tree.Nodes()) {
@@ -92,6 +96,7 @@ bool ADO_CustomAttrib_Store(const TreeModel &tree, int recordRef, int section)
                         SqlNumber(KeyNumber(node->parent->key)) % u',' % SqlNumber(KeyNumber(node->key)) %
                         u',' % SqlNumber(recordRef) % u',' % SqlNumber(section) % u')');
         }
+        EndRows(group);
         return true;
     });
 }

@@ -9,12 +9,14 @@
 #include "database/Security.h"
 #include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
+#include "forms/ProgressBox.h"
 #include "platform/Dialogs.h"
 
 namespace
 {
 constexpr int mayAddAndChange = 3;
-}
+const QString groupings = QStringLiteral("Groupings");
+} // namespace
 
 ContactGroupsPage::ContactGroupsPage(QWidget *parent)
     : QWidget(parent)
@@ -123,10 +125,7 @@ void ContactGroupsPage::SetContact(int contactRef, const QString &name)
 
 void ContactGroupsPage::ForgetGroup()
 {
-    m_groupRef = 0;
-    m_groupName.clear();
-    m_changed = false;
-    m_names.SetCurrent(-1);
+    ForgetChoice();
     m_members.Clear();
 }
 
@@ -162,7 +161,10 @@ void ContactGroupsPage::ShowType()
     }
     m_typeRef = typeRef;
     ADO_Contact_FillGroupNames(typeRef, m_names);
-    ForgetGroup();
+    ForgetChoice();
+    // Beside a type without groups the members shown last stay to be read.
+    if (m_names.Count() > 0)
+        m_members.Clear();
 }
 
 void ContactGroupsPage::ShowGroup()
@@ -177,9 +179,20 @@ void ContactGroupsPage::ShowGroup()
     m_groupRef = groupRef;
     m_groupName = m_names.CurrentText();
     m_changed = false;
+    const int living = Group_Check(groupRef);
+    if (living == 0)
+        ADO_Contact_FillGroupNames(m_typeRef, m_names);
     // Members that could not be read would be lost by the next write.
-    if (!ADO_Contact_ShowGroup(groupRef, m_members))
+    if (living < 1 || !ADO_Contact_ShowGroup(groupRef, m_members))
         ForgetGroup();
+}
+
+void ContactGroupsPage::ForgetChoice()
+{
+    m_groupRef = 0;
+    m_groupName.clear();
+    m_changed = false;
+    m_names.SetCurrent(-1);
 }
 
 /// False if the members were to be written and could not be.
@@ -188,16 +201,29 @@ bool ContactGroupsPage::OfferToStore()
     if (m_groupRef < 1 || !m_changed)
         return true;
     const Dialogs::Answer answer =
-        Dialogs::MsgBox(u"Okay to update relationships for group '" % m_groupName % u"' ?",
-                        QStringLiteral("Groupings"), Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
+        Dialogs::MsgBox(u"Okay to update relationships for group '" % m_groupName % u"' ?", groupings,
+                        Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
     return answer != Dialogs::Answer::Yes || StoreMembers(m_groupRef);
 }
 
 bool ContactGroupsPage::StoreMembers(int groupRef)
 {
-    if (!Group_Update(groupRef, m_members))
+    int stored = 0;
+    const bool finished = ProgressBox::Run(
+        this, groupings, [&](Progress &progress) { stored = Group_Update(groupRef, m_members, progress); });
+    if (stored < 0) {
+        if (!finished)
+            Dialogs::MsgBox(
+                QStringLiteral(
+                    "Stopped. The group keeps the members that it had; those shown are not stored."),
+                groupings, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
         return false;
+    }
     m_changed = false;
+    if (stored == 0 && m_names.CurrentData() == groupRef) {
+        ADO_Contact_FillGroupNames(m_typeRef, m_names);
+        ForgetGroup();
+    }
     ADO_Contact_ShowGroup_Tree(KeyNumber(m_contact.key), m_tree);
     return true;
 }

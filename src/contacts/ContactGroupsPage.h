@@ -47,6 +47,7 @@ private:
     void Connect();
     void ShowType();
     void ShowGroup();
+    void ForgetChoice();
     bool OfferToStore();
     bool StoreMembers(int groupRef);
     void SetChanged();

@@ -6,6 +6,9 @@
 #include "contacts/ContactRecordODBC.h"
 #include "contacts/GroupODBC.h"
 #include "controls/ComboModel.h"
+#include "core/Session.h"
+#include "database/DeletedMeanwhile.h"
+#include "database/MiscODBC.h"
 
 #include <array>
 
@@ -56,6 +59,13 @@ int RowOfName(const ComboModel &list, const QString &name)
 const QString personExists = QStringLiteral("Contact already exists in database.");
 const QString itemExists = QStringLiteral("Item already exists in database.");
 const QString concessionExists = QStringLiteral("Concession already exists in database.");
+
+int LivingConcession(int concessionRef, const QString &title)
+{
+    const ContactSectionInfo &section = ContactSectionOf(ContactSection::Characteristics);
+    return LivingKey(section.table, section.keyColumn, concessionRef, QStringLiteral("characteristic"),
+                     title);
+}
 } // namespace
 
 const ContactSectionInfo &ContactSectionOf(ContactSection code)
@@ -133,9 +143,13 @@ int Contact_AddItem(ContactSection code, const QString &name, const QString &ref
 int Contact_UpdateItem(ContactSection code, int key, const QString &name, const QString &referenceId)
 {
     const ContactSectionInfo &section = ContactSectionOf(code);
+    const QString title = QStringLiteral("Update Item");
+    const int living = LivingKey(section.table, section.keyColumn, key, QStringLiteral("item"), title);
+    if (living < 1)
+        return living;
     return TellDuplicate(ADO_Contact_UpdateItem(key, SqlSafeText(name), section.table, section.nameColumn,
                                                 section.keyColumn, SqlSafeText(referenceId)),
-                         itemExists, QStringLiteral("Update Item"));
+                         itemExists, title);
 }
 
 void Contact_TakeTyped(ComboModel &list, const QString &typed,
@@ -204,7 +218,27 @@ int Concession_Add(const QString &name, double percentage, double hardDiscount, 
 int Concession_Update(int concessionRef, const QString &name, double percentage, double hardDiscount,
                       const QString &referenceId)
 {
+    const QString title = QStringLiteral("Update Concession");
+    const int living = LivingConcession(concessionRef, title);
+    if (living < 1)
+        return living;
     return TellDuplicate(ADO_Contact_UpdateConcession(concessionRef, SqlSafeText(name), percentage,
                                                       hardDiscount, SqlSafeText(referenceId)),
-                         concessionExists, QStringLiteral("Update Concession"));
+                         concessionExists, title);
+}
+
+bool Concession_Store(int contactRef, ListModel &used)
+{
+    const ContactSectionInfo &section = ContactSectionOf(ContactSection::Characteristics);
+    if (!LeaveOutDeleted(used, section.table, section.keyColumn, section.caption))
+        return false;
+    return Reported("Concession_Store", false, [&] {
+        // In one piece: a crash behind the wipe would lose the characteristics.
+        WriteGroup group(gConnection);
+        bool stored = ADO_Contact_ConcessionWipe(contactRef);
+        for (int row = 0; stored && row < used.Count(); ++row)
+            stored = ADO_Contact_AddContactConcession(contactRef, KeyNumber(used.At(row).key));
+        EndRows(group);
+        return stored;
+    });
 }

@@ -62,7 +62,7 @@ void Contact_FillListView(ContactSection code, ListModel &list);
 /// Adds a name as typed to a vocabulary, not to the characteristics, which have Concession_Add. The new
 /// key; 0, after telling the user, where name and reference exist; -1 on an error.
 int Contact_AddItem(ContactSection code, const QString &name, const QString &referenceId);
-/// Writes a row of a vocabulary as typed; results as of Contact_AddItem.
+/// Writes a row of a vocabulary as typed; results as of Contact_AddItem, 0 as well where it was deleted.
 int Contact_UpdateItem(ContactSection code, int key, const QString &name, const QString &referenceId);
 /// The name and reference of a row of a vocabulary.
 RefLabel Contact_ViewItem(ContactSection code, int key);
@@ -80,6 +80,9 @@ bool Contact_DeleteItem(ContactSection code, int key);
 /// Adds a characteristic as typed: percent of the fee, and an amount in currency units. The new
 /// ConcessionRef; 0, after telling the user, where name and reference exist; -1 on an error.
 int Concession_Add(const QString &name, double percentage, double hardDiscount, const QString &referenceId);
-/// Writes a characteristic as typed; results as of Concession_Add.
+/// Writes a characteristic as typed; results as of Concession_Add, 0 as well where it was deleted.
 int Concession_Update(int concessionRef, const QString &name, double percentage, double hardDiscount,
                       const QString &referenceId);
+/// Makes the characteristics of a person those of the list, without those that were deleted, which the user
+/// is told. False if the person may have fewer of them now.
+bool Concession_Store(int contactRef, ListModel &used);

@@ -1,6 +1,5 @@
 #include "contacts/ContactNotesPage.h"
 
-#include "contacts/ConcessionODBC.h"
 #include "contacts/ContactModule.h"
 #include "contacts/frmContactMainAddEdit.h"
 #include "core/Session.h"
@@ -31,12 +30,9 @@ void ContactNotesPage::Store(ContactRecord &record) const
     record.notes = Notes();
 }
 
-bool ContactNotesPage::StoreCharacteristics(int contactRef) const
+bool ContactNotesPage::StoreCharacteristics(int contactRef)
 {
-    bool stored = ADO_Contact_ConcessionWipe(contactRef);
-    for (int row = 0; stored && row < m_used.Count(); ++row)
-        stored = ADO_Contact_AddContactConcession(contactRef, KeyNumber(m_used.At(row).key));
-    return stored;
+    return Concession_Store(contactRef, m_used);
 }
 
 void ContactNotesPage::NewCharacteristic()

@@ -15,7 +15,7 @@ public:
     void Load(const ContactRecord &record);
     void Store(ContactRecord &record) const;
     /// False if the person may have fewer of them now than the page shows.
-    bool StoreCharacteristics(int contactRef) const;
+    bool StoreCharacteristics(int contactRef);
 
 private:
     void NewCharacteristic();

@@ -55,7 +55,7 @@ void ContactRolesPage::FillLists()
     ADO_Contact_FillRoleTypeList(m_types, false);
 }
 
-bool ContactRolesPage::StoreRoles(int contactRef) const
+bool ContactRolesPage::StoreRoles(int contactRef)
 {
     return Role_Store(contactRef, m_roles);
 }

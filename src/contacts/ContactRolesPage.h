@@ -24,7 +24,7 @@ public:
     /// Whose roles are shown; 0 for a new person.
     void SetContact(int contactRef) { m_contactRef = contactRef; }
     /// False if the person may have fewer of them now than the page shows.
-    bool StoreRoles(int contactRef) const;
+    bool StoreRoles(int contactRef);
     /// Resets the fields of one role; the list of them stays.
     void ClearFields();
     void SetLocked(bool locked);

@@ -3,12 +3,35 @@
 #include "contacts/ContactModule.h"
 #include "contacts/GroupODBC.h"
 #include "controls/ComboModel.h"
-#include "controls/ListModel.h"
+#include "database/DeletedMeanwhile.h"
 #include "platform/Dialogs.h"
 
 namespace
 {
 const QString groupExists = QStringLiteral("Group name already exists in database.");
+const QString groupings = QStringLiteral("Groupings");
+
+int LivingGroup(int groupRef, const QString &title)
+{
+    return LivingKey(QStringLiteral("GroupNames"), QStringLiteral("GroupRef"), groupRef,
+                     QStringLiteral("group"), title);
+}
+
+int LivingType(int linkRef, const QString &title)
+{
+    return LivingKey(QStringLiteral("LinkNames"), QStringLiteral("LinkRef"), linkRef,
+                     QStringLiteral("group type"), title);
+}
+
+/// False on an error.
+bool LeaveOutDeletedMembers(ListModel &members)
+{
+    return LeaveOutDeleted(members, QStringLiteral("Contacts"), QStringLiteral("ContactRef"), groupings) &&
+           LeaveOutDeleted(
+               members, QStringLiteral("LinkNames"), QStringLiteral("LinkRef"), groupings,
+               [](const ListItem &member) { return MemberLink(member.key); },
+               [](const ListItem &member) { return member.subItems.value(0); });
+}
 
 bool Refuse(const QString &text)
 {
@@ -19,15 +42,24 @@ bool Refuse(const QString &text)
 
 int GroupName_Add(const QString &name, const QString &referenceId, int linkRef)
 {
+    const QString title = QStringLiteral("Add Group Name");
+    const int type = LivingType(linkRef, title);
+    if (type < 1)
+        return type;
     return TellDuplicate(ADO_Contact_AddGroupName(SqlSafeText(name), SqlSafeText(referenceId), linkRef),
-                         groupExists, QStringLiteral("Add Group Name"));
+                         groupExists, title);
 }
 
 int GroupName_Update(int groupRef, const QString &name, const QString &referenceId, int linkRef)
 {
+    const QString title = QStringLiteral("Update Group Name");
+    const int group = LivingGroup(groupRef, title);
+    const int living = group < 1 ? group : LivingType(linkRef, title);
+    if (living < 1)
+        return living;
     return TellDuplicate(
         ADO_Contact_UpdateGroupName(groupRef, SqlSafeText(name), SqlSafeText(referenceId), linkRef),
-        groupExists, QStringLiteral("Update Group Name"));
+        groupExists, title);
 }
 
 void GroupName_TakeTyped(int linkRef, ComboModel &list, const QString &typed)
@@ -62,7 +94,19 @@ bool Group_AddMembers(const ComboModel &types, const ComboModel &groups, const L
     return true;
 }
 
-bool Group_Update(int groupRef, ListModel &members)
+int Group_Check(int groupRef)
 {
-    return groupRef <= 0 || ADO_Contact_UpdateGroup(groupRef, members);
+    return LivingGroup(groupRef, groupings);
+}
+
+int Group_Update(int groupRef, ListModel &members, Progress &progress)
+{
+    if (groupRef <= 0)
+        return groupRef;
+    const int group = Group_Check(groupRef);
+    if (group < 1)
+        return group;
+    const bool stored =
+        LeaveOutDeletedMembers(members) && ADO_Contact_UpdateGroup(groupRef, members, progress);
+    return stored ? groupRef : -1;
 }

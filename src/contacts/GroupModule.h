@@ -4,13 +4,14 @@
 
 class ComboModel;
 class ListModel;
+class Progress;
 
 /// The logic of groups: makes texts safe for SQL, and speaks to the user.
 
 /// Adds a group as typed to a type. The new GroupRef; 0, after telling the user, where a group of any type
-/// has name and reference; -1 on an error.
+/// has name and reference or where the type was deleted; -1 on an error.
 int GroupName_Add(const QString &name, const QString &referenceId, int linkRef);
-/// Writes a group as typed; results as of GroupName_Add.
+/// Writes a group as typed; results as of GroupName_Add, 0 as well where the group itself was deleted.
 int GroupName_Update(int groupRef, const QString &name, const QString &referenceId, int linkRef);
 /// Takes a name that somebody typed in the list of a type's groups and that is none of them ("[reference]
 /// name" or a bare name): adds the group to the type, fills `list` anew and chooses the new group; where
@@ -21,5 +22,9 @@ void GroupName_TakeTyped(int linkRef, ComboModel &list, const QString &typed);
 /// telling the user, where no type or no group is chosen or nobody stands in `people`.
 bool Group_AddMembers(const ComboModel &types, const ComboModel &groups, const ListModel &people,
                       ListModel &members);
-/// Stores the members of a group; nothing where `groupRef` is none. False on an error.
-bool Group_Update(int groupRef, ListModel &members);
+/// `groupRef`; 0, after telling the user, where the group was deleted; -1 on an error.
+int Group_Check(int groupRef);
+/// Stores the members of a group, without those who were deleted, or whose type was, which the user is told;
+/// nothing where `groupRef` is none. Results as of Group_Check, -1 as well where `progress` was cancelled:
+/// the group has the members of before then.
+int Group_Update(int groupRef, ListModel &members, Progress &progress);

@@ -3,6 +3,7 @@
 #include "controls/ComboModel.h"
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
+#include "core/Progress.h"
 #include "core/Session.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
@@ -52,6 +53,11 @@ bool RunWithKey(const char *routineName, std::initializer_list<QStringView> stat
     });
 }
 } // namespace
+
+int MemberLink(const QString &key)
+{
+    return key.section(u'!', 1).toInt();
+}
 
 int ADO_Contact_AddGroupName(const QString &name, const QString &referenceId, int linkRef)
 {
@@ -128,22 +134,32 @@ bool ADO_Contact_ShowGroup(int groupRef, ListModel &list)
     });
 }
 
-bool ADO_Contact_UpdateGroup(int groupRef, ListModel &list)
+bool ADO_Contact_UpdateGroup(int groupRef, ListModel &list, Progress &progress)
 {
-    return Reported("ADO_Contact_UpdateGroup", false, [&] {
+    int stored = 0;
+    const bool done = Reported("ADO_Contact_UpdateGroup", false, [&] {
+        progress.Begin(list.Count());
+        // No row ends on its own: the members are written in one piece.
         WriteGroup group(gConnection);
         Execute(u"DELETE FROM Groups WHERE GroupRef = " % SqlNumber(groupRef));
-        for (int row = 0; row < list.Count(); ++row) {
-            const QString &key = list.At(row).key;
+        while (stored < list.Count() && !progress.IsCancelled()) {
+            const QString &key = list.At(stored).key;
             Execute(u"INSERT INTO Groups (ContactRef, LinkRef, GroupRef) VALUES (" %
-                    SqlNumber(KeyNumber(key)) % u',' % key.section(u'!', 1) % u',' % SqlNumber(groupRef) %
-                    u')');
-            list.SetBold(row, false);
-            EndRow(group);
+                    SqlNumber(KeyNumber(key)) % u',' % SqlNumber(MemberLink(key)) % u',' %
+                    SqlNumber(groupRef) % u')');
+            progress.SetValue(++stored);
         }
-        EndRows(group);
-        return true;
+        if (stored == list.Count()) {
+            EndRows(group);
+            return true;
+        }
+        group.Undo();
+        stored = 0;
+        return false;
     });
+    for (int row = 0; row < stored; ++row)
+        list.SetBold(row, false);
+    return done;
 }
 
 void ADO_Contact_ShowGroup_Tree(int contactRef, TreeModel &tree)

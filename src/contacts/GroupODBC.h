@@ -4,6 +4,7 @@
 
 class ComboModel;
 class ListModel;
+class Progress;
 class TreeModel;
 
 /// Data functions of the groups that people belong to; tables `GroupNames`, `LinkNames` (the types) and
@@ -29,6 +30,9 @@ public:
     virtual void ShowLoaded() = 0;
 };
 
+/// The type in the key of a member, as ADO_Contact_ShowGroup makes it.
+int MemberLink(const QString &key);
+
 /// Adds a group to a type. Texts come already safe for SQL. The new GroupRef, 0 where a group of any type
 /// has name and reference already, -1 on an error.
 int ADO_Contact_AddGroupName(const QString &name, const QString &referenceId, int linkRef);
@@ -44,8 +48,10 @@ void ADO_Contact_FillGroupNames(int linkRef, ComboModel &list);
 /// and the name of the type. False on an error: the list may lack members then.
 bool ADO_Contact_ShowGroup(int groupRef, ListModel &list);
 /// Makes the members of a group those of `list`, keys as of ADO_Contact_ShowGroup; what is stored loses its
-/// bold mark. False on an error: the group has the members up to there.
-bool ADO_Contact_UpdateGroup(int groupRef, ListModel &list);
+/// bold mark. Other workstations, and whoever comes after a crash, see the members of before or all of the
+/// new ones. False where `progress` was cancelled: the group keeps the members of before; and on an error: it
+/// has the members up to there.
+bool ADO_Contact_UpdateGroup(int groupRef, ListModel &list, Progress &progress);
 /// Fills `tree` with all relations of a person: the type, the group under it, and under that the person and
 /// the other members of the group under that type. Leaves begin with "?" + ContactRef.
 void ADO_Contact_ShowGroup_Tree(int contactRef, TreeModel &tree);

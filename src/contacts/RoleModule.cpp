@@ -1,8 +1,10 @@
 #include "contacts/RoleModule.h"
 
-#include "controls/ListModel.h"
+#include "core/Session.h"
 #include "database/DecodeDateFunc.h"
+#include "database/DeletedMeanwhile.h"
 #include "database/GlobalCode.h"
+#include "database/MiscODBC.h"
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 
@@ -10,6 +12,8 @@ namespace
 {
 enum SubItem { Rate, StartDate, EndDate };
 
+const QString roleTypes = QStringLiteral("RoleTypes");
+const QString roleTypeKey = QStringLiteral("RoleTypeRef");
 const QString roleExists = QStringLiteral("Role already exists in database.");
 
 RoleType Safe(RoleType role)
@@ -66,8 +70,10 @@ int RoleType_Add(const RoleType &role)
 
 int RoleType_Update(int roleTypeRef, const RoleType &role)
 {
-    return TellDuplicate(ADO_Contact_UpdateRoleType(roleTypeRef, Safe(role)), roleExists,
-                         QStringLiteral("Update Role"));
+    const QString title = QStringLiteral("Update Role");
+    const int living = LivingKey(roleTypes, roleTypeKey, roleTypeRef, QStringLiteral("role"), title);
+    return living < 1 ? living
+                      : TellDuplicate(ADO_Contact_UpdateRoleType(roleTypeRef, Safe(role)), roleExists, title);
 }
 
 bool RoleType_MayDelete(int roleTypeRef, const QString &text)
@@ -114,13 +120,20 @@ void Role_RemoveSelected(int contactRef, ListModel &roles)
     }
 }
 
-bool Role_Store(int contactRef, const ListModel &roles)
+bool Role_Store(int contactRef, ListModel &roles)
 {
-    bool stored = ADO_Contact_RolesWipe(contactRef);
-    for (int row = 0; stored && row < roles.Count(); ++row) {
-        const ContactRole role = Role_Of(roles, row);
-        stored = ADO_Contact_AddContactRole(contactRef, role.roleTypeRef, role.chargeRate, role.startDate,
-                                            role.endDate);
-    }
-    return stored;
+    if (!LeaveOutDeleted(roles, roleTypes, roleTypeKey, QStringLiteral("Roles")))
+        return false;
+    return Reported("Role_Store", false, [&] {
+        // In one piece: a crash behind the wipe would lose the roles.
+        WriteGroup group(gConnection);
+        bool stored = ADO_Contact_RolesWipe(contactRef);
+        for (int row = 0; stored && row < roles.Count(); ++row) {
+            const ContactRole role = Role_Of(roles, row);
+            stored = ADO_Contact_AddContactRole(contactRef, role.roleTypeRef, role.chargeRate, role.startDate,
+                                                role.endDate);
+        }
+        EndRows(group);
+        return stored;
+    });
 }

@@ -8,7 +8,7 @@
 /// Adds a role as typed. The new RoleTypeRef; 0, after telling the user, where name and reference exist; -1
 /// on an error.
 int RoleType_Add(const RoleType &role);
-/// Writes a role as typed; results as of RoleType_Add.
+/// Writes a role as typed; results as of RoleType_Add, 0 as well where the role was deleted.
 int RoleType_Update(int roleTypeRef, const RoleType &role);
 /// False, after telling the user, where somebody is booked for the role, which `text` names.
 bool RoleType_MayDelete(int roleTypeRef, const QString &text);
@@ -28,5 +28,6 @@ void Role_AddToList(const ContactRole &role, ListModel &roles);
 /// Takes the selected roles out of the list, each after a question. One that the person is booked for
 /// stays; the user may have it end today.
 void Role_RemoveSelected(int contactRef, ListModel &roles);
-/// Makes the roles of a person those of the list. False if the person may have fewer of them now.
-bool Role_Store(int contactRef, const ListModel &roles);
+/// Makes the roles of a person those of the list, without those that were deleted, which the user is told.
+/// False if the person may have fewer of them now.
+bool Role_Store(int contactRef, ListModel &roles);

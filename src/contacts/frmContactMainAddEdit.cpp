@@ -8,6 +8,7 @@
 #include "enrolment/EnrolmentModule.h"
 #include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
+#include "forms/ProgressBox.h"
 
 namespace
 {
@@ -113,6 +114,8 @@ int frmContactMainAddEdit::SaveCharacteristic()
         return Concession_Add(item.name, percentage, amount, item.reference);
     const int key = Concession_Update(m_key, item.name, percentage, amount, item.reference);
     if (key > 0 && (percentage != m_loadedPercentage || amount != m_loadedAmount))
-        Course_ChangePercentage(item.name, percentage, amount);
+        ProgressBox::Run(this, QStringLiteral("Concession Update"), [&](Progress &progress) {
+            Course_ChangePercentage(item.name, percentage, amount, progress);
+        });
     return key;
 }

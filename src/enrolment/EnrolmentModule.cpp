@@ -21,9 +21,10 @@ bool Course_LogTransaction(int courseRef, int contactRef, QDate date, const QStr
                                       creditCardRef);
 }
 
-void Course_ChangePercentage(const QString &concessionName, double percentage, double hardDiscount)
+void Course_ChangePercentage(const QString &concessionName, double percentage, double hardDiscount,
+                             Progress &progress)
 {
-    ADO_Course_ChangePercentage(SqlSafeText(concessionName), percentage, hardDiscount);
+    ADO_Course_ChangePercentage(SqlSafeText(concessionName), percentage, hardDiscount, progress);
 }
 
 bool Course_CheckLimit(int selected, int limit)

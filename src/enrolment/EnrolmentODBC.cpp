@@ -88,6 +88,38 @@ void RemoveOthers(int courseRef, const ListModel &selected, WriteGroup &group, P
         progress.SetValue(0); // they do not count as enrolled
     }
 }
+bool WantsNewValue(int courses, const QString &title)
+{
+    return Dialogs::MsgBox(QString::number(courses) %
+                               u" Course(s) have Students on this concession.\n"
+                               u"Would you like to update them to the new conecession value?",
+                           title, Dialogs::Buttons::YesNo, Dialogs::Icon::Question) == Dialogs::Answer::Yes;
+}
+
+QStringList TitlesOf(const Recordset &courses)
+{
+    QStringList titles;
+    for (const auto &row : courses)
+        titles += row.Text(u"Title");
+    return titles;
+}
+
+/// Gives the students of one course the discount, and gives the percentage on as the amount raised it.
+double ChangeCourse(int courseRef, const QString &concessionName, double percentage, double hardDiscount,
+                    WriteGroup &group)
+{
+    const Recordset students =
+        OpenRecordset(u"SELECT ContactRef,BasicFee FROM StudentsEnrolled WHERE ConcessionType = '" %
+                      concessionName % u"' AND CourseRef = " % SqlNumber(courseRef));
+    if (!students.IsEmpty())
+        percentage = Fees::RaisedByAmount(percentage, students.First().Double(u"BasicFee"), hardDiscount);
+    for (const auto &row : students) {
+        Execute(u"UPDATE StudentsEnrolled SET Discount = " % SqlNumber(percentage) %
+                OfStudent(courseRef, static_cast<int>(row.Long(u"ContactRef"))));
+        EndRow(group);
+    }
+    return percentage;
+}
 } // namespace
 
 StudentRecord EnrolmentOf(const Recordset::Row &row)
@@ -223,7 +255,8 @@ bool ADO_Course_UpdateStudent(int courseRef, int contactRef, const StudentUpdate
     });
 }
 
-void ADO_Course_ChangePercentage(const QString &concessionName, double percentage, double hardDiscount)
+void ADO_Course_ChangePercentage(const QString &concessionName, double percentage, double hardDiscount,
+                                 Progress &progress)
 {
     const QString title = QStringLiteral("Concession Update");
     Reported("ADO_Course_ChangePercentage", [&] {
@@ -231,35 +264,22 @@ void ADO_Course_ChangePercentage(const QString &concessionName, double percentag
             u"SELECT Courses.CourseRef, Courses.Title FROM Courses INNER JOIN StudentsEnrolled ON "
             u"Courses.CourseRef = StudentsEnrolled.CourseRef WHERE StudentsEnrolled.ConcessionType = '" %
             concessionName % u"' ORDER BY Courses.Title ASC");
-        if (courses.IsEmpty())
+        if (courses.IsEmpty() || !WantsNewValue(courses.RowCount(), title))
             return;
-        const auto answer =
-            Dialogs::MsgBox(QString::number(courses.RowCount()) %
-                                u" Course(s) have Students on this concession.\n"
-                                u"Would you like to update them to the new conecession value?",
-                            title, Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
-        if (answer != Dialogs::Answer::Yes)
-            return;
-
-        QStringList titles;
-        for (const auto &row : courses)
-            titles += row.Text(u"Title");
-        const QList<int> selected = Dialogs::Installed().selectCourses(titles);
+        const QList<int> selected = Dialogs::Installed().selectCourses(TitlesOf(courses));
         if (selected.isEmpty())
             return;
-        for (const int position : selected) {
-            const int courseRef = static_cast<int>(courses.At(position).Long(u"CourseRef"));
-            const Recordset students =
-                OpenRecordset(u"SELECT ContactRef,BasicFee FROM StudentsEnrolled WHERE ConcessionType = '" %
-                              concessionName % u"' AND CourseRef = " % SqlNumber(courseRef));
-            if (!students.IsEmpty())
-                percentage =
-                    Fees::RaisedByAmount(percentage, students.First().Double(u"BasicFee"), hardDiscount);
-            for (const auto &row : students)
-                Execute(u"UPDATE StudentsEnrolled SET Discount = " % SqlNumber(percentage) %
-                        OfStudent(courseRef, static_cast<int>(row.Long(u"ContactRef"))));
+
+        progress.Begin(static_cast<int>(selected.size()));
+        WriteGroup group(gConnection);
+        int done = 0;
+        while (done < selected.size() && !progress.IsCancelled()) {
+            const int courseRef = static_cast<int>(courses.At(selected.at(done)).Long(u"CourseRef"));
+            percentage = ChangeCourse(courseRef, concessionName, percentage, hardDiscount, group);
+            progress.SetValue(++done);
         }
-        Dialogs::MsgBox(QString::number(selected.size()) % u" Course(s) where updated.", title,
-                        Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+        EndRows(group);
+        Dialogs::MsgBox(QString::number(done) % u" Course(s) where updated.", title, Dialogs::Buttons::Ok,
+                        Dialogs::Icon::Information);
     });
 }

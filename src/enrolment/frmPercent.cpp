@@ -4,6 +4,8 @@
 
 #include <QApplication>
 
+#include <algorithm>
+
 frmPercent::frmPercent(const QStringList &titles, QWidget *parent)
     : FormDialog(QStringLiteral("frmPercent"), QStringLiteral("Discount Change"), parent)
 {

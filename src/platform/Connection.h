@@ -85,6 +85,9 @@ public:
     bool Tick();
     /// Commits what the group holds. False on a failure, as with Tick.
     bool Finish();
+    /// Takes back what the group did since its last commit, for work that is stopped and must not stay half
+    /// done: of a group that never ticks that is all. False on a failure, as with Tick.
+    bool Undo();
     /// Commits what the running group holds. Called before every question to the user.
     static bool CommitRunning();
 

@@ -12,6 +12,8 @@ public:
     virtual bool ReadInPieces(const QString &sql, const TakeRows &take, EngineErrors &errors) = 0;
     virtual bool Begin(EngineErrors &errors) = 0;
     virtual bool Commit(EngineErrors &errors) = 0;
+    /// Takes back what was done since Begin; nothing where the transaction has ended already.
+    virtual bool Rollback(EngineErrors &errors) = 0;
     /// False once a transaction has ended, by a commit or by a failure that undid it.
     virtual bool IsInTransaction() const = 0;
     virtual DatabaseKind Kind() const = 0;

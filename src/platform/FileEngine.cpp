@@ -185,6 +185,11 @@ bool FileEngine::Commit(EngineErrors &errors)
     return false;
 }
 
+bool FileEngine::Rollback(EngineErrors &errors)
+{
+    return !IsInTransaction() || Run("ROLLBACK", errors);
+}
+
 bool FileEngine::IsInTransaction() const
 {
     return sqlite3_get_autocommit(m_handle) == 0;

@@ -24,6 +24,7 @@ public:
     bool ReadInPieces(const QString &sql, const TakeRows &take, EngineErrors &errors) override;
     bool Begin(EngineErrors &errors) override;
     bool Commit(EngineErrors &errors) override;
+    bool Rollback(EngineErrors &errors) override;
     bool IsInTransaction() const override;
     DatabaseKind Kind() const override { return DatabaseKind::File; }
     QString ConnectionText() const override { return m_request.connectionText; }

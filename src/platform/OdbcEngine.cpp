@@ -200,6 +200,16 @@ bool OdbcEngine::Commit(EngineErrors &errors)
     return m_database.commit() || Fail(m_database.lastError(), errors);
 }
 
+bool OdbcEngine::Rollback(EngineErrors &errors)
+{
+    if (!m_isInTransaction)
+        return true;
+    m_isInTransaction = false;
+    if (m_kind == DatabaseKind::SqlServer)
+        return Run(QStringLiteral("ROLLBACK TRANSACTION"), errors);
+    return m_database.rollback() || Fail(m_database.lastError(), errors);
+}
+
 bool OdbcEngine::Run(const QString &engineSql, EngineErrors &errors)
 {
     QSqlQuery query(m_database);

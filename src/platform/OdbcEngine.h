@@ -23,6 +23,7 @@ public:
     bool ReadInPieces(const QString &sql, const TakeRows &take, EngineErrors &errors) override;
     bool Begin(EngineErrors &errors) override;
     bool Commit(EngineErrors &errors) override;
+    bool Rollback(EngineErrors &errors) override;
     bool IsInTransaction() const override { return m_isInTransaction; }
     DatabaseKind Kind() const override { return m_kind; }
     QString ConnectionText() const override { return m_text; }

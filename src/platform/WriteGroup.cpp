@@ -44,6 +44,16 @@ bool WriteGroup::Finish()
     return !m_open || Commit();
 }
 
+bool WriteGroup::Undo()
+{
+    if (!m_open)
+        return true;
+    EngineErrors errors;
+    const bool done = m_connection->m_engine->Rollback(errors);
+    m_open = m_connection->m_engine->IsInTransaction();
+    return done || m_connection->Fail(errors);
+}
+
 bool WriteGroup::CommitRunning()
 {
     return !g_running || g_running->Finish();

@@ -6,9 +6,8 @@
 
 #include <QStringList>
 
-/// A tree as it is seen: attributes as "one of" or "any of", their values ticked ("x"), crossed out ("!"),
-/// open
-/// ("o") or without a box ("-").
+/// A tree as it is seen: attributes as "one of" or "any of", their values ticked ("x"), not ticked ("o") or
+/// without a box ("-").
 inline QStringList Seen(const TreeModel &tree)
 {
     QStringList lines;
@@ -18,10 +17,7 @@ inline QStringList Seen(const TreeModel &tree)
             lines.append((single ? "one of " : "any of ") + node->text);
             continue;
         }
-        const QString tick = node->tick == TreeTick::On    ? "x "
-                             : node->tick == TreeTick::Off ? "o "
-                             : node->tick == TreeTick::Not ? "! "
-                                                           : "- ";
+        const QString tick = node->tick == TreeTick::On ? "x " : node->tick == TreeTick::Off ? "o " : "- ";
         lines.append(tick + node->text);
     }
     return lines;

@@ -4,9 +4,29 @@
 #include "contacts/ContactRecordODBC.h"
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
+#include "core/Session.h"
+#include "support/ScriptedDialogs.h"
 #include "support/TestDatabase.h"
 
 #include <QStringList>
+
+/// What a test of the logic starts with: an empty database and a script of boxes.
+struct LogicFixture {
+    LogicFixture() { gShowIDs = 0; }
+
+    TestDatabase database;
+    ScriptedDialogs dialogs;
+};
+
+const QString engineFailure =
+    QStringLiteral("A number of errors have been detected, please seek technical support.");
+
+/// The title under which this engine tells of a failure.
+inline QString FailureTitle()
+{
+    gConnection.OpenRecordset("SELECT no_such_thing FROM Contacts");
+    return gConnection.Errors().first().source;
+}
 
 /// A valid person; a test changes what matters to it.
 inline ContactRecord Person(const QString &forename, const QString &surname)

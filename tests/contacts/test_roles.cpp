@@ -1,9 +1,11 @@
-#include "contacts/People.h"
+#include "contacts/ContactForm.h"
+#include "contacts/Keyboard.h"
 #include "contacts/RoleModule.h"
-#include "controls/ComboModel.h"
+#include "contacts/frmAddContact.h"
+#include "contacts/frmAddEditRoleTypes.h"
 #include "database/GlobalCode.h"
 #include "platform/Clock.h"
-#include "support/ScriptedDialogs.h"
+#include "support/RightsTable.h"
 #include "support/StatementLog.h"
 
 #include <QTest>
@@ -11,11 +13,17 @@
 namespace
 {
 const QString exists = QStringLiteral("Role already exists in database.");
-constexpr int anna = 7;
+const QString removeRole = QStringLiteral("Remove Role");
+const QString bookedAsk = QStringLiteral(
+    "Contact has been appointed todo this Role!\nWould you like to sent the End Role Date to today?");
 
-RoleType Role(const QString &name, double rate = 0, RoleStatus status = RoleStatus::Active)
+/// The rows of a list with their sub-items, one text each.
+QStringList Lines(const ListModel &list)
 {
-    return {name, QString(), rate, status, QString()};
+    QStringList lines;
+    for (int row = 0; row < list.Count(); ++row)
+        lines.append(QString(list.At(row).text % u'|' % list.At(row).subItems.join(u'|')));
+    return lines;
 }
 
 QStringList Names(const ComboModel &list)
@@ -25,185 +33,214 @@ QStringList Names(const ComboModel &list)
         names.append(list.At(row).text);
     return names;
 }
-
-/// The rows of a person's roles, one text each.
-QStringList Lines(const ListModel &roles)
-{
-    QStringList lines;
-    for (int row = 0; row < roles.Count(); ++row)
-        lines.append(QString(roles.At(row).text % u'|' % roles.At(row).subItems.join(u'|')));
-    return lines;
-}
-
-QStringList Stored()
-{
-    return TestDatabase::Rows(
-        QStringLiteral("SELECT RoleTypeRef, ChargeRate, StartDate, EndDate FROM ContactRoles "
-                       "WHERE ContactRef = 7 ORDER BY RoleTypeRef"));
-}
-
-void Book(int contactRef, int roleTypeRef)
-{
-    Sql(u"INSERT INTO CourseStaff (CourseRef, ContactRef, RoleTypeRef) VALUES (1," % SqlNumber(contactRef) %
-        u',' % SqlNumber(roleTypeRef) % u')');
-}
 } // namespace
 
-class TestRoles : public QObject
+class TestRoles final : public QObject
 {
     Q_OBJECT
 
 private slots:
     void init();
     void cleanup();
-    void AddChangeGive();
-    void NameAndReference();
-    void ActiveOnes();
-    void AddToList_data();
+    void RolesWithDatesByKeys();
+    void RoleTypes();
+    void InactiveOnesAreOfferedToNobody();
     void AddToList();
-    void Remove_data();
-    void Remove();
+    void EndOfABookedRoleIsTodayWithoutPadding_data();
+    void EndOfABookedRoleIsTodayWithoutPadding();
     void StoresWhatItShows();
-    void InUse();
-    void DeleteRole();
+    void BookingsAloneMakeARoleUsed();
+    void OneRowFillsTheFields();
+    void UnreadableListsLockTheRecord();
+    void RightOfTheRate();
+    void RoleDialog();
+    void DeletedMeanwhile();
 
 private:
-    std::unique_ptr<TestDatabase> m_database;
-    std::unique_ptr<ScriptedDialogs> m_dialogs;
+    std::unique_ptr<frmAddContact> Editing() const;
+    QStringList Held() const;
+    void Give(int roleTypeRef, int endDate = 20260304) const;
+    void Book(int contactRef, int roleTypeRef) const;
+
+    std::unique_ptr<ContactFixture> m;
+    int m_anna = 0;
+    int m_driver = 0;
+    int m_tutor = 0;
+    int m_cook = 0; ///< not active
 };
 
 void TestRoles::init()
 {
-    m_database = std::make_unique<TestDatabase>();
-    m_dialogs = std::make_unique<ScriptedDialogs>();
+    m = std::make_unique<ContactFixture>();
     Clock::StopAt(QDateTime(QDate(2026, 3, 9), QTime(12, 0)));
+    m_anna = Contact_Add(Person("Anna", "Bell"));
+    m_driver = RoleType_Add({"Driver", "", 12.5, RoleStatus::Active, ""});
+    m_tutor = RoleType_Add({"Tutor", "", 1500, RoleStatus::Active, ""});
+    m_cook = RoleType_Add({"Cook", "", 9, RoleStatus::NotActive, ""});
 }
 
 void TestRoles::cleanup()
 {
     Clock::StopAt({});
-    m_dialogs.reset();
-    m_database.reset();
+    m.reset();
 }
 
-void TestRoles::AddChangeGive()
+/// Anna's record, free to be changed, with the roles in front.
+std::unique_ptr<frmAddContact> TestRoles::Editing() const
 {
-    const int tutor = RoleType_Add({"Tutor's", "takes it's class", 1234.56, RoleStatus::NotActive, "T"});
-    QVERIFY(tutor > 0);
-    QCOMPARE(ADO_Contact_GetRoleChargeRate(tutor), 1234.56);
+    auto form = std::make_unique<frmAddContact>();
+    form->OpenRecords({Key(m_anna)});
+    Press(*form, "EditBtn");
+    auto *tabs = Find<QTabWidget>(*form, "SSActiveTabs1");
+    tabs->setCurrentWidget(Find<QWidget>(*form, "Roles"));
+    form->show();
+    return form;
+}
+
+/// Anna's roles as they are stored.
+QStringList TestRoles::Held() const
+{
+    return TestDatabase::Rows(
+        u"SELECT RoleTypes.Name, ContactRoles.ChargeRate, StartDate, EndDate FROM ContactRoles INNER JOIN "
+        u"RoleTypes ON ContactRoles.RoleTypeRef = RoleTypes.RoleTypeRef WHERE ContactRef = " %
+        QString::number(m_anna) % u" ORDER BY RoleTypes.Name");
+}
+
+void TestRoles::Give(int roleTypeRef, int endDate) const
+{
+    ADO_Contact_AddContactRole(m_anna, roleTypeRef, 7.25, 20260102, endDate);
+}
+
+void TestRoles::Book(int contactRef, int roleTypeRef) const
+{
+    Sql(u"INSERT INTO CourseStaff (CourseRef, ContactRef, RoleTypeRef) VALUES (1," % SqlNumber(contactRef) %
+        u',' % SqlNumber(roleTypeRef) % u')');
+}
+
+/// Without a mouse: two roles, one for a time, one at a rate of its own; then one is taken away again.
+void TestRoles::RolesWithDatesByKeys()
+{
+    frmAddContact form;
+    form.OpenRecords({Key(m_anna)});
+    const Keyboard keys(form);
+    keys.Alt(Qt::Key_E);
+    for (int tab = 0; tab < 3; ++tab)
+        keys.Press(Qt::Key_Tab, Qt::ControlModifier);
+    keys.TypeAt("RoleList", "t");
+    QCOMPARE(Find<QLineEdit>(form, "Rate")->text(), u"1,500.00"_qs);
+    keys.TypeAt("EndDate", "31012027");
+    const auto add = [&keys] {
+        keys.TabTo("AddRoleBtn");
+        keys.Press(Qt::Key_Space);
+    };
+    add();
+    keys.TabTo("RoleList");
+    keys.Press(Qt::Key_Home);
+    // Another role starts today again.
+    QCOMPARE(Chosen(form, "RoleList"), u"Driver"_qs);
+    QCOMPARE(Find<QDateEdit>(form, "EndDate")->date(), QDate(2026, 3, 9));
+    keys.TypeAt("Rate", "13");
+    add();
+    QCOMPARE(Held(), QStringList());
+    keys.Alt(Qt::Key_U);
+    QCOMPARE(Held(), QStringList({"Driver|13|20260309|20260309", "Tutor|1500|20260309|20270131"}));
+
+    keys.Alt(Qt::Key_E);
+    keys.TabTo("RolesInfo");
+    keys.Press(Qt::Key_Space);
+    m->dialogs.Expect(removeRole, "Remove Role Tutor from this Contact?", Dialogs::Answer::Yes);
+    keys.Press(Qt::Key_Delete);
+    m->dialogs.Expect("Warning", "Some of the data has changed.\nOkay to update before exiting?",
+                      Dialogs::Answer::Yes);
+    keys.Press(Qt::Key_Escape);
+    QCOMPARE(Held(), QStringList("Driver|13|20260309|20260309"));
+}
+
+void TestRoles::RoleTypes()
+{
+    m->dialogs.Expect("Add Role", exists);
+    QCOMPARE(RoleType_Add({"TUTOR", "", 5, RoleStatus::Active, ""}), 0);
+    const int evening = RoleType_Add({"Tutor", "", 5, RoleStatus::Active, "E"});
+    QVERIFY(evening > m_cook);
+    m->dialogs.Expect("Update Role", exists);
+    QCOMPARE(RoleType_Update(evening, {"Tutor", "", 30, RoleStatus::Active, ""}), 0);
+    const QString name = QString(245, 'x') % "100% [O'N]";
+    QCOMPARE(RoleType_Update(evening, {name, "it's", 1234.56, RoleStatus::NotActive, "U"}), evening);
+    QCOMPARE(TestDatabase::Rows(u"SELECT Name, Description, ChargeRate, Status, ReferenceID FROM RoleTypes "
+                                u"WHERE RoleTypeRef = " %
+                                SqlNumber(evening)),
+             QStringList(QString(name % "|it's|1234.56|2|U")));
+    QCOMPARE(ADO_Contact_GetRoleChargeRate(evening), 1234.56);
     QCOMPARE(ADO_Contact_GetRoleChargeRate(4711), 0.0);
-    QCOMPARE(RoleType_Update(tutor, {"Tutor", "d", 20.5, RoleStatus::Active, "U"}), tutor);
-    QCOMPARE(TestDatabase::Rows("SELECT Name, Description, ChargeRate, Status, ReferenceID FROM RoleTypes"),
-             QStringList("Tutor|d|20.5|1|U"));
-
-    QVERIFY(ADO_Contact_AddContactRole(anna, tutor, 1234.5, 20260301, 0));
-    ListModel roles;
-    QVERIFY(ADO_Contact_GetRoles(anna, roles));
-    // A day that is not stored shows as today.
-    QCOMPARE(Lines(roles), QStringList("Tutor|1,234.50|01/03/2026|09/03/2026"));
-    QCOMPARE(roles.At(0).key, QString(u'?' % SqlNumber(tutor)));
-    QVERIFY(roles.SelectedRows().empty());
 }
 
-void TestRoles::NameAndReference()
+void TestRoles::InactiveOnesAreOfferedToNobody()
 {
-    const int plain = RoleType_Add(Role("Tutor"));
-    m_dialogs->Expect("Add Role", exists);
-    QCOMPARE(RoleType_Add(Role("Tutor", 5)), 0);
-    RoleType evening = Role("Tutor");
-    evening.referenceId = "E";
-    const int other = RoleType_Add(evening);
-    QVERIFY(other > plain);
-    m_dialogs->Expect("Update Role", exists);
-    QCOMPARE(RoleType_Update(other, Role("Tutor", 30)), 0);
-    QCOMPARE(ADO_Contact_GetRoleChargeRate(other), 0.0);
-}
-
-void TestRoles::ActiveOnes()
-{
-    RoleType_Add(Role("Tutor"));
-    const int driver = RoleType_Add(Role("Driver", 0, RoleStatus::NotActive));
-    RoleType_Add(Role("Assessor"));
     ComboModel list;
     ADO_Contact_FillRoleTypeList(list, false);
-    QCOMPARE(Names(list), QStringList({"Assessor", "Tutor"}));
+    QCOMPARE(Names(list), QStringList({"Driver", "Tutor"}));
     QCOMPARE(list.Current(), 0);
     ADO_Contact_FillRoleTypeList(list, true);
-    QCOMPARE(Names(list), QStringList({"Assessor", "Driver", "Tutor"}));
-    QCOMPARE(list.At(1).data, driver);
-    // Who held it keeps it.
-    ADO_Contact_AddContactRole(anna, driver, 1, 20260101, 20260102);
+    QCOMPARE(Names(list), QStringList({"Cook", "Driver", "Tutor"}));
+    // Who held it keeps it. A day that is not stored shows as today.
+    Give(m_cook, 0);
     ListModel roles;
-    ADO_Contact_GetRoles(anna, roles);
-    QCOMPARE(Texts(roles), QStringList("Driver"));
-}
-
-void TestRoles::AddToList_data()
-{
-    QTest::addColumn<int>("roleTypeRef");
-    QTest::addColumn<Dialogs::Answer>("answer");
-    QTest::addColumn<QStringList>("lines");
-    const QString before = QStringLiteral("Tutor|10.00|01/01/2026|31/01/2026");
-    QTest::newRow("new") << 2 << Dialogs::Answer::None
-                         << QStringList({before, "Driver|1,500.00|01/03/2026|09/03/2026"});
-    QTest::newRow("held, No") << 1 << Dialogs::Answer::No << QStringList(before);
-    QTest::newRow("held, Yes") << 1 << Dialogs::Answer::Yes
-                               << QStringList("Tutor|1,500.00|01/03/2026|09/03/2026");
+    ADO_Contact_GetRoles(m_anna, roles);
+    QCOMPARE(Lines(roles), QStringList("Cook|7.25|02/01/2026|09/03/2026"));
+    QVERIFY(roles.SelectedRows().empty());
 }
 
 void TestRoles::AddToList()
 {
-    QFETCH(int, roleTypeRef);
-    QFETCH(Dialogs::Answer, answer);
-    QFETCH(QStringList, lines);
-    ListModel roles;
-    roles.Fill({{"?1", "Tutor", {"10.00", "01/01/2026", "31/01/2026"}}});
-    if (answer != Dialogs::Answer::None)
-        m_dialogs->Expect("Update Role", "Contact already on this role, Do you want to update?", answer);
-    Role_AddToList({roleTypeRef, "Driver", 1500, 20260301, 20260309}, roles);
-    QCOMPARE(Lines(roles), lines);
+    const QString before = "Tutor|10.00|01/01/2026|31/01/2026";
+    const QString added = "|1,500.00|01/03/2026|09/03/2026";
+    for (const auto &[roleTypeRef, answer, lines] :
+         {std::tuple(2, Dialogs::Answer::None, QStringList({before, "Driver" + added})),
+          {1, Dialogs::Answer::No, {before}},
+          {1, Dialogs::Answer::Yes, {"Tutor" + added}}}) {
+        ListModel roles;
+        roles.Fill({{"?1", "Tutor", {"10.00", "01/01/2026", "31/01/2026"}}});
+        if (answer != Dialogs::Answer::None)
+            m->dialogs.Expect("Update Role", "Contact already on this role, Do you want to update?", answer);
+        Role_AddToList({roleTypeRef, "Driver", 1500, 20260301, 20260309}, roles);
+        QCOMPARE(Lines(roles), lines);
+    }
 }
 
-void TestRoles::Remove_data()
+void TestRoles::EndOfABookedRoleIsTodayWithoutPadding_data()
 {
     QTest::addColumn<Dialogs::Answer>("remove");
-    QTest::addColumn<bool>("booked");
-    QTest::addColumn<Dialogs::Answer>("endToday");
-    QTest::addColumn<QString>("tutor"); ///< the row that is left of it
-    const QString before = QStringLiteral("Tutor|10.00|01/01/2026|31/12/2026");
-    QTest::newRow("No") << Dialogs::Answer::No << false << Dialogs::Answer::None << before;
-    QTest::newRow("free") << Dialogs::Answer::Yes << false << Dialogs::Answer::None << QString();
-    QTest::newRow("booked, stays") << Dialogs::Answer::Yes << true << Dialogs::Answer::No << before;
-    // The day and month of the end are not padded.
+    QTest::addColumn<Dialogs::Answer>("endToday"); ///< none where the person is not booked
+    QTest::addColumn<QString>("tutor");            ///< the row that is left of it
+    const QString before = "Tutor|10.00|01/01/2026|31/12/2026";
+    const auto none = Dialogs::Answer::None;
+    QTest::newRow("not removed") << Dialogs::Answer::No << none << before;
+    QTest::newRow("removed") << Dialogs::Answer::Yes << none << QString();
+    QTest::newRow("booked, stays") << Dialogs::Answer::Yes << Dialogs::Answer::No << before;
     QTest::newRow("booked, ends today")
-        << Dialogs::Answer::Yes << true << Dialogs::Answer::Yes << "Tutor|10.00|01/01/2026|9/3/2026";
+        << Dialogs::Answer::Yes << Dialogs::Answer::Yes << QString("Tutor|10.00|01/01/2026|9/3/2026");
 }
 
-void TestRoles::Remove()
+void TestRoles::EndOfABookedRoleIsTodayWithoutPadding()
 {
     QFETCH(Dialogs::Answer, remove);
-    QFETCH(bool, booked);
     QFETCH(Dialogs::Answer, endToday);
     QFETCH(QString, tutor);
+    const QStringList days{"01/01/2026", "31/12/2026"};
     ListModel roles;
-    roles.Fill({{"?1", "Tutor", {"10.00", "01/01/2026", "31/12/2026"}},
-                {"?2", "Driver", {"5.00", "01/01/2026", "31/12/2026"}},
-                {"?3", "Cook", {"7.00", "01/01/2026", "31/12/2026"}}});
+    roles.Fill({{"?1", "Tutor", QStringList("10.00") + days},
+                {"?2", "Driver", QStringList("5.00") + days},
+                {"?3", "Cook", QStringList("7.00") + days}});
     roles.Select(0);
     roles.Select(1);
-    // Somebody else's booking does not count.
-    Book(anna + 1, 2);
-    if (booked)
-        Book(anna, 1);
-    m_dialogs->Expect("Remove Role", "Remove Role Tutor from this Contact?", remove);
-    if (booked)
-        m_dialogs->Expect(
-            "Remove Role",
-            "Contact has been appointed todo this Role!\nWould you like to sent the End Role Date "
-            "to today?",
-            endToday);
-    m_dialogs->Expect("Remove Role", "Remove Role Driver from this Contact?", Dialogs::Answer::Yes);
-    Role_RemoveSelected(anna, roles);
+    Book(m_anna + 1, 2); // somebody else's does not count
+    m->dialogs.Expect(removeRole, "Remove Role Tutor from this Contact?", remove);
+    if (endToday != Dialogs::Answer::None) {
+        Book(m_anna, 1);
+        m->dialogs.Expect(removeRole, bookedAsk, endToday);
+    }
+    m->dialogs.Expect(removeRole, "Remove Role Driver from this Contact?", Dialogs::Answer::Yes);
+    Role_RemoveSelected(m_anna, roles);
     QStringList left("Cook|7.00|01/01/2026|31/12/2026");
     if (!tutor.isEmpty())
         left.prepend(tutor);
@@ -211,52 +248,156 @@ void TestRoles::Remove()
     QVERIFY(roles.SelectedRows().empty());
 }
 
+/// What is no date as well, and an end without padding.
 void TestRoles::StoresWhatItShows()
 {
-    const int tutor = RoleType_Add(Role("Tutor"));
-    const int driver = RoleType_Add(Role("Driver"));
-    ADO_Contact_AddContactRole(anna, tutor, 1234.5, 20260301, 20051332);
-    ADO_Contact_AddContactRole(anna + 1, tutor, 1, 20260301, 20260302);
+    Give(m_tutor, 20051332);
+    ADO_Contact_AddContactRole(m_anna + 1, m_tutor, 1, 20260301, 20260302);
     ListModel roles;
-    ADO_Contact_GetRoles(anna, roles);
-    roles.Add({u'?' % SqlNumber(driver), "Driver", {"0.10", "9/3/2026", "10/12/2026"}});
-    StatementLog log;
-    QVERIFY(Role_Store(anna, roles));
-    QCOMPARE(log.Statements().first(), QStringLiteral("DELETE FROM ContactRoles WHERE ContactRef = 7"));
-    QCOMPARE(Stored(), QStringList({SqlNumber(tutor) % "|1234.5|20260301|20051332",
-                                    SqlNumber(driver) % "|0.1|20260309|20261210"}));
+    ADO_Contact_GetRoles(m_anna, roles);
+    roles.Add({u'?' % SqlNumber(m_driver), "Driver", {"1,000.10", "9/3/2026", "10/12/2026"}});
+    QVERIFY(Role_Store(m_anna, roles));
+    QCOMPARE(Held(), QStringList({"Driver|1000.1|20260309|20261210", "Tutor|7.25|20260102|20051332"}));
     QCOMPARE(Rows("ContactRoles"), 3);
-    roles.Clear();
-    QVERIFY(Role_Store(anna, roles));
-    QCOMPARE(Stored(), QStringList());
 }
 
-void TestRoles::InUse()
+void TestRoles::BookingsAloneMakeARoleUsed()
 {
-    Book(anna, 3);
-    ADO_Contact_AddContactRole(anna, 4, 1, 20260301, 20260302);
-    QVERIFY(ADO_Contact_GetRoleInUse(3, anna));
-    QVERIFY(ADO_Contact_GetRoleInUse(3, 0));
-    QVERIFY(!ADO_Contact_GetRoleInUse(3, anna + 1));
-    // Bookings make a role used, not its being held.
-    QVERIFY(!ADO_Contact_GetRoleInUse(4, anna));
-    QVERIFY(!ADO_Contact_GetRoleInUse(4, 0));
+    Give(m_driver);
+    Book(m_anna, m_tutor);
+    QVERIFY(ADO_Contact_GetRoleInUse(m_tutor, m_anna));
+    QVERIFY(!ADO_Contact_GetRoleInUse(m_tutor, m_anna + 1));
+    m->dialogs.Expect("Role Deletion", "Unable to delete Role 'Tutor' already in use!");
+    QVERIFY(!RoleType_MayDelete(m_tutor, "Tutor"));
+    QVERIFY(RoleType_MayDelete(m_driver, "Driver"));
+    StatementLog log;
+    QVERIFY(ADO_Contact_DeleteRole(m_driver));
+    QCOMPARE(log.Statements().size(), 2);
+    QVERIFY(log.Statements().first().startsWith("DELETE FROM ContactRoles"));
+    QCOMPARE(Rows("ContactRoles") + Rows("RoleTypes"), 2);
 }
 
-void TestRoles::DeleteRole()
+void TestRoles::OneRowFillsTheFields()
 {
-    const int tutor = RoleType_Add(Role("Tutor"));
-    const int driver = RoleType_Add(Role("Driver"));
-    ADO_Contact_AddContactRole(anna, tutor, 1, 20260301, 20260302);
-    ADO_Contact_AddContactRole(anna, driver, 1, 20260301, 20260302);
-    Book(anna, tutor);
-    m_dialogs->Expect("Role Deletion", "Unable to delete Role 'Tutor' already in use!");
-    QVERIFY(!RoleType_MayDelete(tutor, "Tutor"));
-    QVERIFY(RoleType_MayDelete(driver, "Driver"));
-    QVERIFY(ADO_Contact_DeleteRole(driver));
-    QCOMPARE(Stored(), QStringList(QString(SqlNumber(tutor) % "|1|20260301|20260302")));
-    QCOMPARE(TestDatabase::Rows("SELECT Name FROM RoleTypes"), QStringList("Tutor"));
+    for (const int role : {m_driver, m_cook})
+        Give(role);
+    const auto form = Editing();
+    ListModel &roles = List(*form, "RolesInfo");
+    roles.SelectOnly(roles.Find(u'?' % QString::number(m_driver)));
+    QCOMPARE(Chosen(*form, "RoleList"), u"Driver"_qs);
+    QCOMPARE(Find<QLineEdit>(*form, "Rate")->text(), u"7.25"_qs);
+    QCOMPARE(Find<QDateEdit>(*form, "StartDate")->date(), QDate(2026, 1, 2));
+    QCOMPARE(Find<QDateEdit>(*form, "EndDate")->date(), QDate(2026, 3, 4));
+    // A role out of use shows, and is offered no more.
+    roles.SelectOnly(roles.Find(u'?' % QString::number(m_cook)));
+    QCOMPARE(Chosen(*form, "RoleList"), QString());
+    QVERIFY(!Find<QPushButton>(*form, "AddRoleBtn")->isEnabled());
+    // Two rows at once say nothing about one role.
+    Choose(*form, "RoleList", "Tutor");
+    roles.SelectAll();
+    QCOMPARE(Chosen(*form, "RoleList"), u"Tutor"_qs);
+
+    // A new person has none of them.
+    Press(*form, "NewBtn");
+    TypeName(*form, "Carl", "Moor");
+    Press(*form, "OKBtn");
+    QCOMPARE(Rows("ContactRoles"), 2);
+    QVERIFY(roles.IsEmpty());
 }
 
-QTEST_GUILESS_MAIN(TestRoles)
+/// A save writes roles and attributes anew: a record where they could not be read must not be saved.
+void TestRoles::UnreadableListsLockTheRecord()
+{
+    Give(m_driver);
+    for (const QString &table : {u"ContactRoles"_qs, u"AppliedAttributes"_qs}) {
+        m->dialogs.Expect(FailureTitle(), engineFailure);
+        Sql(u"ALTER TABLE " % table % u" RENAME TO Away");
+        frmAddContact form;
+        form.OpenRecords({Key(m_anna)});
+        QVERIFY(!IsShown(form, "EditBtn"));
+        QVERIFY(!Find<QPushButton>(form, "OKBtn")->isEnabled());
+        Sql(u"ALTER TABLE Away RENAME TO " % table);
+        Press(form, "MainRefBtn");
+        QCOMPARE(List(form, "RolesInfo").Count(), 1);
+        QVERIFY(IsShown(form, "EditBtn"));
+    }
+}
+
+void TestRoles::RightOfTheRate()
+{
+    CheckRights([this] { return Editing(); },
+                {{36, 0, "Rate", Left::Locked}, {36, 9, "Rate", Left::Editable}});
+    const auto changing = [this] {
+        auto type = std::make_unique<frmAddEditRoleTypes>();
+        type->EditItem(m_tutor);
+        return type;
+    };
+    CheckRights(changing, {{36, 0, "Rate", Left::Locked},
+                           {36, 0, "RoleName", Left::Editable},
+                           {36, 9, "Rate", Left::Editable}});
+    frmAddContact looking;
+    looking.OpenRecords({Key(m_anna)});
+    for (const char *field : {"RoleList", "StartDate", "EndDate", "AddRoleBtn"})
+        QVERIFY2(!Find<QWidget>(looking, field)->isEnabled(), field);
+    QVERIFY(IsReadOnly(looking, "Rate"));
+}
+
+void TestRoles::RoleDialog()
+{
+    {
+        frmAddEditRoleTypes form;
+        form.show();
+        QCOMPARE(Find<QLineEdit>(form, "Rate")->text(), u"0.00"_qs);
+        QCOMPARE(Chosen(form, "ActiveList"), u"Yes"_qs);
+        m->dialogs.Expect("Form not complete", "The followings fields must be completed:\n    Role Name\n");
+        Press(form, "AddBtn");
+        for (const auto &[typed, shown] : {std::pair("free", "0.00"), {"", "0.00"}, {"7.255", "7.26"}}) {
+            TypeInto(form, "Rate", typed);
+            Find<MoneyField>(form, "Rate")->Leave();
+            QCOMPARE(Find<QLineEdit>(form, "Rate")->text(), QString(shown));
+        }
+        TypeInto(form, "RoleName", "Tutor");
+        m->dialogs.Expect("Add Role", exists);
+        Press(form, "AddBtn");
+        QVERIFY(form.isVisible());
+        TypeInto(form, "RefName", "E");
+        Press(form, "AddBtn");
+        QVERIFY(gDialogResult > m_cook);
+        QCOMPARE(ADO_Contact_GetRoleChargeRate(gDialogResult), 7.26);
+    }
+    frmAddEditRoleTypes form;
+    form.EditItem(m_cook);
+    form.show();
+    QCOMPARE(Caption(form, "AddBtn"), u"&Update"_qs);
+    QCOMPARE(Chosen(form, "ActiveList"), u"No"_qs);
+    Choose(form, "ActiveList", "Yes");
+    Press(form, "AddBtn");
+    QCOMPARE(gDialogResult, m_cook);
+    QCOMPARE(Rows("RoleTypes WHERE Name = 'Cook' AND Status = 1"), 1);
+}
+
+/// On the screen of the person, in the dialog, and before it opens.
+void TestRoles::DeletedMeanwhile()
+{
+    Give(m_driver);
+    Give(m_tutor);
+    const auto form = Editing();
+    frmAddEditRoleTypes dialog;
+    dialog.EditItem(m_tutor);
+    dialog.show();
+    ADO_Contact_DeleteRole(m_tutor);
+    Find<QDateEdit>(*form, "EndDate")->setDate(QDate(2027, 1, 31));
+    m->dialogs.Expect("Roles", "Another user has deleted these meanwhile, and they are left out:\n    Tutor");
+    Press(*form, "OKBtn");
+    QCOMPARE(Lines(List(*form, "RolesInfo")).size(), 1);
+    QCOMPARE(Rows("ContactRoles"), 1);
+    m->dialogs.Expect("Update Role", "Another user has deleted this role meanwhile.");
+    Press(dialog, "AddBtn");
+    QVERIFY(dialog.isVisible());
+    dialog.EditItem(m_tutor);
+    QVERIFY(!Find<QPushButton>(dialog, "AddBtn")->isEnabled());
+    QVERIFY(IsShown(dialog, "Warn"));
+}
+
+QTEST_MAIN(TestRoles)
 #include "test_roles.moc"

@@ -58,6 +58,15 @@ QString ErrorSource()
 }
 
 const QString errorText = "A number of errors have been detected, please seek technical support.";
+
+/// Every enrolment's discount, by course.
+QString Discounts()
+{
+    return TestDatabase::Rows("SELECT Courses.Title, StudentsEnrolled.Discount FROM Courses INNER JOIN "
+                              "StudentsEnrolled ON Courses.CourseRef = StudentsEnrolled.CourseRef ORDER BY "
+                              "Courses.Title")
+        .join(u' ');
+}
 } // namespace
 
 class TestEnrolment final : public QObject
@@ -80,7 +89,7 @@ private slots:
     void ShowsRoundedBoxes();
     void WritesBackInOneStatement();
     void LogsThePayment();
-    void ChangesThePercentage();
+    void RaisedPercentageCarriesOnToTheNextCourse();
 
 private:
     std::unique_ptr<TestDatabase> m_database;
@@ -332,8 +341,9 @@ void TestEnrolment::LogsThePayment()
              QStringList({"R'1|Learner's Card", "R'1|Gift"}));
 }
 
-/// The cheapest course raises the percentage of the courses behind it, and by the first row's fee.
-void TestEnrolment::ChangesThePercentage()
+/// The percentage that the amount raised carries on: the cheapest course gives its discount to the dearer
+/// ones behind it. All students of a course go by the fee of the first.
+void TestEnrolment::RaisedPercentageCarriesOnToTheNextCourse()
 {
     const int ada = School::AddPerson("Ada", "Lovelace");
     const int bob = School::AddPerson("Bob", "Jones");
@@ -346,12 +356,14 @@ void TestEnrolment::ChangesThePercentage()
     TestDatabase::Run({"UPDATE StudentsEnrolled SET ConcessionType = 'Member''s'"});
 
     ScriptedDialogs dialogs;
-    Course_ChangePercentage("Nobody's", 10, 30);
+    Progress progress;
+    Progress *running = nullptr;
+    Course_ChangePercentage("Nobody's", 10, 30, progress);
     const QString question =
         "8 Course(s) have Students on this concession.\nWould you like to update them to "
         "the new conecession value?";
     dialogs.Expect("Concession Update", question, Dialogs::Answer::No);
-    Course_ChangePercentage("Member's", 10, 30);
+    Course_ChangePercentage("Member's", 10, 30, progress);
     dialogs.Expect("Concession Update", question, Dialogs::Answer::Yes);
     dialogs.Expect("Concession Update", "3 Course(s) where updated.");
     QStringList offered;
@@ -359,13 +371,18 @@ void TestEnrolment::ChangesThePercentage()
         offered = titles;
         return QList<int>{0, 3, 5}; // one of A, one of B, one of C
     };
-    Course_ChangePercentage("Member's", 10, 30);
+    Course_ChangePercentage("Member's", 10, 30, progress);
     QCOMPARE(offered.join(u' '), u"A A B B C C D D"_qs);
-    QCOMPARE(TestDatabase::Rows(
-                 "SELECT Courses.Title, StudentsEnrolled.Discount FROM Courses INNER JOIN StudentsEnrolled "
-                 "ON Courses.CourseRef = StudentsEnrolled.CourseRef ORDER BY Courses.Title")
-                 .join(u' '),
-             u"A|10 A|10 B|30 B|30 C|30 C|30 D|0 D|0"_qs);
+    QCOMPARE(Discounts(), u"A|10 A|10 B|30 B|30 C|30 C|30 D|0 D|0"_qs);
+
+    // Stopped behind the first course of two.
+    Progress stopped([&](int done, int) { done > 0 ? running->Cancel() : void(); }, 0);
+    running = &stopped;
+    dialogs.Expect("Concession Update", question, Dialogs::Answer::Yes);
+    dialogs.Expect("Concession Update", "1 Course(s) where updated.");
+    Dialogs::Installed().selectCourses = [](const QStringList &) { return QList<int>{0, 7}; };
+    Course_ChangePercentage("Member's", 5, 0, stopped);
+    QCOMPARE(Discounts(), u"A|5 A|5 B|30 B|30 C|30 C|30 D|0 D|0"_qs);
 }
 
 QTEST_GUILESS_MAIN(TestEnrolment)

@@ -345,6 +345,13 @@ void TestDatabases::groupCommitsInTime()
     QVERIFY(Execute(InsertCity(QStringLiteral("three"))));
     QVERIFY(group.Finish());
     QVERIFY(seen(QStringLiteral("three")));
+    QVERIFY(Execute(InsertCity(QStringLiteral("four"))));
+    QVERIFY(group.Undo());
+    QVERIFY(group.Undo()); // nothing is left to take back
+    QVERIFY(Execute(InsertCity(QStringLiteral("five"))));
+    QVERIFY(group.Finish());
+    QVERIFY(!seen(QStringLiteral("four")));
+    QVERIFY(seen(QStringLiteral("five")));
 }
 
 /// An older database, brought up by the statements of both engines' forms; a second run changes nothing.
