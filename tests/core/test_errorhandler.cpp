@@ -5,6 +5,7 @@
 #include "platform/FileDatabase.h"
 #include "support/Files.h"
 #include "support/ScriptedDialogs.h"
+#include "support/TestTable.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -56,24 +57,23 @@ private slots:
     void AProgramErrorIsShownAndLogged()
     {
         ScriptedDialogs user;
-        user.Expect(u"Connection"_qs, seekSupport);
+        user.Expect("Connection", seekSupport);
         EngineErrorList() = {{3, u"DAO.Database"_qs, u"other"_qs, {}}};
         SetCurrentError({-7, u"Connection"_qs, u"no such table: X"_qs, {}});
-        QCOMPARE(HandleError(u"ADO_Users_Delete"_qs, -7), 0); // to be passed over
+        QCOMPARE(HandleError("ADO_Users_Delete", -7), 0); // to be passed over
         QCOMPARE(Log(), firstLine);
-        QCOMPARE(HandleError(u"ADO_Users_Delete"_qs, 0), 2);
+        QCOMPARE(HandleError("ADO_Users_Delete", 0), 2);
         QCOMPARE(Log(), firstLine + u"   Module = Connection - Error number: -7 - no such table: X\n"
                                     u"    Located in:ADO_Users_Delete\n\n");
     }
 
     void AnEngineErrorOffersARetry_data()
     {
-        QTest::addColumn<QString>("description");
-        QTest::addColumn<QString>("shown");
-        QTest::addRow("driver names before it") << "[A][B Driver] Disk full. " << QString("Disk full.");
-        QTest::addRow("only the first is cut") << "[A] x [B] y" << QString("x [B] y");
-        QTest::addRow("no driver name") << " Disk full" << QString("Disk full");
-        QTest::addRow("a bracket without a blank") << "[A]Disk full" << QString("[A]Disk full");
+        const TestTable<QString, QString> row{"description", "shown"};
+        row("driver names before it", "[A][B Driver] Disk full. ", "Disk full.");
+        row("only the first is cut", "[A] x [B] y", "x [B] y");
+        row("no driver name", " Disk full", "Disk full");
+        row("a bracket without a blank", "[A]Disk full", "[A]Disk full");
     }
     void AnEngineErrorOffersARetry()
     {
@@ -84,10 +84,10 @@ private slots:
         SetCurrentError(EngineErrorList().last());
         ScriptedDialogs user;
         user.Expect(source, retryOrCancel + shown, Dialogs::Answer::Retry);
-        QCOMPARE(HandleError(u"NewDatabase"_qs, 0), 4);
+        QCOMPARE(HandleError("NewDatabase", 0), 4);
         QCOMPARE(Log(), firstLine);
         user.Expect(source, retryOrCancel + shown, Dialogs::Answer::Cancel);
-        QVERIFY(HandleError(u"NewDatabase"_qs, 0) != 4);
+        QVERIFY(HandleError("NewDatabase", 0) != 4);
         QCOMPARE(Log(), firstLine % u"   Module = DAO.Workspace - Error number: 61 - " % description %
                             u"Module = DAO.Database - Error number: 62 - second\n"
                             u"    Located in:NewDatabase\n\n");
@@ -98,9 +98,9 @@ private slots:
         QVERIFY(QFile::remove(LogFile()));
         QVERIFY(QDir().mkdir(LogFile()));
         ScriptedDialogs user;
-        user.Expect(u"Connection"_qs, seekSupport);
+        user.Expect("Connection", seekSupport);
         SetCurrentError({5, u"Connection"_qs, u"x"_qs, {}});
-        QCOMPARE(HandleError(u"r"_qs, 0), 2);
+        QCOMPARE(HandleError("r", 0), 2);
         LogStart();
         LogFinish();
     }

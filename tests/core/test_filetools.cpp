@@ -4,6 +4,7 @@
 #include "platform/Shell.h"
 #include "support/Files.h"
 #include "support/ScriptedDialogs.h"
+#include "support/TestTable.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -25,7 +26,7 @@ class TestFileTools : public QObject
     }
     QString Opened() const
     {
-        const QString note = Path(u"opened"_qs);
+        const QString note = Path("opened");
         return QTest::qWaitFor([&] { return QFile::exists(note); }, 3000)
                    ? QString::fromUtf8(ContentOf(note)).trimmed()
                    : QString();
@@ -41,28 +42,26 @@ private slots:
         for (const char *folder : {"bin", "documents", "elsewhere"})
             QVERIFY(QDir(m_directory->path()).mkdir(QString::fromLatin1(folder)));
         Directories::SetProgram(m_directory->path());
-        gDocDir = Path(u"documents"_qs);
+        gDocDir = Path("documents");
         PutProgram(u"bin/xdg-mime"_qs, "echo viewer.desktop\n");
-        const QByteArray note = Path(u"opened"_qs).toLocal8Bit();
+        const QByteArray note = Path("opened").toLocal8Bit();
         PutProgram(u"bin/xdg-open"_qs,
                    "printf %s \"$1\" > " + note + ".tmp; mv " + note + ".tmp " + note + "\n");
         m_path = qgetenv("PATH");
-        qputenv("PATH", Path(u"bin"_qs).toLocal8Bit() + ":" + m_path);
+        qputenv("PATH", Path("bin").toLocal8Bit() + ":" + m_path);
     }
     void cleanup() { qputenv("PATH", m_path); }
 
     void ADocumentIsFoundByItsBareName_data()
     {
-        QTest::addColumn<QStringList>("places");
-        QTest::addColumn<QString>("asked");
-        QTest::addColumn<QString>("opened");
+        const TestTable<QStringList, QString, QString> row{"places", "asked", "opened"};
         const QString document = u"documents/a b.txt"_qs;
         const QStringList there{"documents"};
-        QTest::newRow("in the document folder") << there << "a b.txt" << document;
-        QTest::newRow("moved there from another place") << there << "/gone/a b.txt" << document;
-        QTest::newRow("registered on another system") << there << "C:\\Letters\\a b.txt" << document;
-        QTest::newRow("in the program's directory") << QStringList{"."} << "a b.txt" << QString("a b.txt");
-        QTest::newRow("the document folder first") << QStringList{".", "documents"} << "a b.txt" << document;
+        row("in the document folder", there, "a b.txt", document);
+        row("moved there from another place", there, "/gone/a b.txt", document);
+        row("registered on another system", there, "C:\\Letters\\a b.txt", document);
+        row("in the program's directory", {"."}, "a b.txt", QString("a b.txt"));
+        row("the document folder first", {".", "documents"}, "a b.txt", document);
     }
     void ADocumentIsFoundByItsBareName()
     {
@@ -80,12 +79,12 @@ private slots:
 
     void WhatIsMissingIsTold()
     {
-        WriteFile(Path(u"elsewhere/a.txt"_qs), "x");
+        WriteFile(Path("elsewhere/a.txt"), "x");
         ScriptedDialogs user;
-        user.Expect(u"Error running " % Path(u"documents/a.txt"_qs), u"File not found."_qs);
-        QVERIFY(!OpenDocument(Path(u"elsewhere/a.txt"_qs)));
-        gDocDir = Path(u"gone"_qs);
-        user.Expect(u"Error running " % Path(u"gone/a.txt"_qs), u"Invalid path."_qs);
+        user.Expect(u"Error running " % Path("documents/a.txt"), "File not found.");
+        QVERIFY(!OpenDocument(Path("elsewhere/a.txt")));
+        gDocDir = Path("gone");
+        user.Expect(u"Error running " % Path("gone/a.txt"), "Invalid path.");
         QVERIFY(!OpenDocument(u"a.txt"_qs));
     }
 
@@ -94,7 +93,7 @@ private slots:
         ScriptedDialogs nobody;
         for (const QString &address :
              {u"http://www.veltrane.example/a\\b?c=1&d=2"_qs, u"HTTPS://WWW.VELTRANE.EXAMPLE/"_qs}) {
-            QFile::remove(Path(u"opened"_qs));
+            QFile::remove(Path("opened"));
             QVERIFY(OpenDocument(address));
             QCOMPARE(Opened(), address);
         }
@@ -102,14 +101,14 @@ private slots:
 
     void ATypeWithoutAProgramLetsTheUserChoose()
     {
-        const QString document = Path(u"documents/a.txt"_qs);
+        const QString document = Path("documents/a.txt");
         WriteFile(document, "x");
         PutProgram(u"bin/xdg-mime"_qs, {});
         QCOMPARE(Shell::Open(document), Shell::Result::NoAssociation);
         ScriptedDialogs user;
-        user.ExpectFile(u"Open a.txt with"_qs, QString());
+        user.ExpectFile("Open a.txt with", QString());
         QVERIFY(!OpenDocument(u"a.txt"_qs));
-        user.ExpectFile(u"Open a.txt with"_qs, Path(u"bin/xdg-open"_qs));
+        user.ExpectFile("Open a.txt with", Path("bin/xdg-open"));
         QVERIFY(OpenDocument(u"a.txt"_qs));
         QCOMPARE(Opened(), document);
     }

@@ -5,6 +5,7 @@
 #include "platform/Clock.h"
 #include "platform/Directories.h"
 #include "support/Files.h"
+#include "support/TestTable.h"
 
 #include <QDir>
 #include <QStringEncoder>
@@ -93,15 +94,11 @@ private slots:
 
     void ALineSetsItsValue_data()
     {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("name");
+        const TestTable<QByteArray, QString> row{"content", "name"};
         const QString text = u"; [DBQType]=1\n[DBQName]=Caf\u00e9\n"_qs;
         const QString cafe = u"Caf\u00e9"_qs;
         const auto coded = [&text](QStringConverter::Encoding encoding, QStringConverter::Flags flags) {
             return QByteArray(QStringEncoder(encoding, flags).encode(text));
-        };
-        const auto row = [](const char *name, const QByteArray &content, const QString &value) {
-            QTest::newRow(name) << content << value;
         };
         row("any case", "[dbqname]=x", "x");
         row("text before the key", "; [DBQName]=x", "x");
@@ -159,12 +156,6 @@ private slots:
             QCOMPARE(gDocDir, read);
             QCOMPARE(gHeaderFile, QString(read % u"/header.htm"));
         }
-    }
-
-    void AMillionLinesAreRead()
-    {
-        Read(QByteArray("[Note]=x\n").repeated(1000000) + "[DBQName]=last\n");
-        QCOMPARE(gDBQName, u"last"_qs);
     }
 
     void AFailedWriteLeavesTheOldFile()

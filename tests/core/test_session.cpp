@@ -9,6 +9,7 @@
 #include "platform/FileDatabase.h"
 #include "support/Files.h"
 #include "support/ScriptedDialogs.h"
+#include "support/TestTable.h"
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -77,7 +78,7 @@ QMdiSubWindow *Child(const QString &name)
 /// The splash without a logon, whose time is over.
 void EndSplash()
 {
-    auto *timer = Splash()->findChild<QTimer *>(u"Timer1"_qs);
+    auto *timer = Splash()->findChild<QTimer *>("Timer1");
     QCOMPARE(timer->interval(), 2500);
     QVERIFY(timer->isActive());
     timer->setInterval(0);
@@ -109,12 +110,12 @@ class TestSession : public QObject
     }
     void Settle(const QString &database) const
     {
-        WriteFile(Path(u"prog.ini"_qs), QString(u"[DBQFilename]=" % database % u"\n[DBQType]=1\n").toUtf8());
+        WriteFile(Path("prog.ini"), QString(u"[DBQFilename]=" % database % u"\n[DBQType]=1\n").toUtf8());
     }
     /// A session on a database without users; its file.
     QString Start() const
     {
-        const QString file = MakeDatabase(u"a.mdb"_qs);
+        const QString file = MakeDatabase("a.mdb");
         Settle(file);
         Main();
         EndSplash();
@@ -183,7 +184,7 @@ private slots:
     void WithoutUsersTheSplashEndsByItself()
     {
         const QString file =
-            MakeDatabase(u"a.mdb"_qs, {u"INSERT INTO System (Ref, SystemValue) VALUES (1, 'Our school')"_qs});
+            MakeDatabase("a.mdb", {u"INSERT INTO System (Ref, SystemValue) VALUES (1, 'Our school')"_qs});
         Settle(file);
         Main();
         QCOMPARE(Splash()->findChild<QLabel *>("Label1")->text(), u"Version 1.20 (1020/3)"_qs);
@@ -198,13 +199,13 @@ private slots:
 
     void WithUsersALogonIsAskedFor()
     {
-        Settle(MakeDatabase(u"a.mdb"_qs, {oneUser}));
+        Settle(MakeDatabase("a.mdb", {oneUser}));
         Main();
         QLineEdit *user = LogonField("txtUserName");
         QVERIFY(user);
         QVERIFY(!Splash()->findChild<QTimer *>("Timer1")->isActive());
 
-        m_user->Expect(u"Login"_qs, u"Invalid Username or Password!"_qs);
+        m_user->Expect("Login", "Invalid Username or Password!");
         QTest::keyClicks(user, u"Ann"_qs);
         QTest::keyClick(user, Qt::Key_Return);
         QVERIFY(m_user->AllCame());
@@ -221,51 +222,46 @@ private slots:
 
     void CancelEndsTheProgramAndLeavesTheSettings()
     {
-        Settle(MakeDatabase(u"a.mdb"_qs, {oneUser}));
-        const QByteArray before = Read(u"prog.ini"_qs);
+        Settle(MakeDatabase("a.mdb", {oneUser}));
+        const QByteArray before = Read("prog.ini");
         Main();
         QTest::keyClick(Splash(), Qt::Key_Escape);
-        QVERIFY(!Splash() && !MainWindow());
-        QVERIFY(!gConnection.IsOpen());
-        QCOMPARE(Read(u"prog.ini"_qs), before);
-        QCOMPARE(Read(u"log.txt"_qs).count('\n'), 1);
+        QVERIFY(!Splash() && !MainWindow() && !gConnection.IsOpen());
+        QCOMPARE(Read("prog.ini"), before);
+        QCOMPARE(Read("log.txt").count('\n'), 1);
     }
 
     void ExitStoresCredentialsSettingsAndLog()
     {
         const QString file = Start();
-        gDBUser = u"a@b"_qs;
-        gDBPassword = u"x"_qs;
+        gDBUser = "a@b";
+        gDBPassword = "x";
         gShowIDs = 0;
         Command("ID_Exit");
-        QVERIFY(!MainWindow());
-        QVERIFY(!gConnection.IsOpen());
-        QCOMPARE(FetchCredential(Path(u"key.dat"_qs), file), u"a%40b@x"_qs);
-        QVERIFY(Read(u"prog.ini"_qs).contains("[Switches]=1,0,"));
-        const QByteArray log = Read(u"log.txt"_qs);
-        QCOMPARE(log.count('\n'), 2);
-        QVERIFY(log.contains("\nError Log finished at "));
+        QVERIFY(!MainWindow() && !gConnection.IsOpen());
+        QCOMPARE(FetchCredential(Path("key.dat"), file), u"a%40b@x"_qs);
+        QVERIFY(Read("prog.ini").contains("[Switches]=1,0,"));
+        const QByteArray log = Read("log.txt");
+        QVERIFY(log.count('\n') == 2 && log.contains("\nError Log finished at "));
     }
 
     void LogOffStartsAnew()
     {
         Start();
-        gUserName = u"Ann"_qs;
+        gUserName = "Ann";
         gConnection.Execute(oneUser);
         Command("ID_LogOff");
-        QVERIFY(!MainWindow());
-        QVERIFY(gDBValid);
-        QVERIFY(gUserName.isEmpty());
+        QVERIFY(!MainWindow() && gDBValid && gUserName.isEmpty());
         QVERIFY(LogonField("txtUserName"));
-        QCOMPARE(Read(u"log.txt"_qs).count('\n'), 1);
+        QCOMPARE(Read("log.txt").count('\n'), 1);
     }
 
     void ASwitchRefreshesWhatIsOpen()
     {
         const QString next =
-            MakeDatabase(u"b.mdb"_qs, {u"INSERT INTO System (Ref, SystemValue) VALUES (1, 'Other school')"_qs,
-                                       u"INSERT INTO Contacts (Cust_Surname, Cust_Forename) VALUES "
-                                       "('Brown', 'Bea')"_qs});
+            MakeDatabase("b.mdb", {u"INSERT INTO System (Ref, SystemValue) VALUES (1, 'Other school')"_qs,
+                                   u"INSERT INTO Contacts (Cust_Surname, Cust_Forename) VALUES "
+                                   "('Brown', 'Bea')"_qs});
         const QString file = Start();
         Choose({QString()});
         Command("ID_SwitchDatabase");
@@ -275,7 +271,7 @@ private slots:
         auto *people = Child("frmContact")->widget()->findChild<QAbstractItemView *>("ContactList2");
         QCOMPARE(people->model()->rowCount(), 0);
         Choose({next});
-        m_user->Expect(u"Database Changed"_qs, u"Database switch confirmed."_qs);
+        m_user->Expect("Database Changed", "Database switch confirmed.");
         Command("ID_SwitchDatabase");
         QVERIFY(MainWindow()->windowTitle().contains(u"b.mdb]"_qs));
         QCOMPARE(Panel(3), u"  Other school"_qs);
@@ -284,92 +280,72 @@ private slots:
 
     void ASwitchToADatabaseWithoutTheUserAsksForALogon()
     {
-        const QString next = MakeDatabase(u"b.mdb"_qs, {oneUser});
+        const QString next = MakeDatabase("b.mdb", {oneUser});
         Start();
         Choose({next});
-        m_user->Expect(u"Security"_qs,
-                       u"Must re-logon on this database, as invalid username/password detected."_qs);
+        m_user->Expect("Security", "Must re-logon on this database, as invalid username/password detected.");
         Command("ID_SwitchDatabase");
-        QVERIFY(!MainWindow());
-        QVERIFY(LogonField("txtUserName"));
+        QVERIFY(!MainWindow() && LogonField("txtUserName"));
         QCOMPARE(gDBQFilename, next);
     }
 
     void AFailedSwitchGoesBackOrStartsAnew_data()
     {
-        QTest::addColumn<bool>("goesBack");
-        QTest::newRow("back") << true;
-        QTest::newRow("given up") << false;
+        const TestTable<Answer, QString, bool> row{"answer", "told", "goesBack"};
+        row("back", Answer::Yes, "Database switch confirmed.", true);
+        row("given up", Answer::No, "No valid database selected!", false);
     }
     void AFailedSwitchGoesBackOrStartsAnew()
     {
+        QFETCH(Answer, answer);
+        QFETCH(QString, told);
         QFETCH(bool, goesBack);
         const QString file = Start();
-        const QString gone = Path(u"gone.mdb"_qs);
-        const auto expectFailure = [&] {
-            m_user->Expect(u"ODBC"_qs, u"Veltrane couldn't connect to an datasource.\nThe database file " %
-                                           gone % u" does not exist.");
-        };
+        const QString gone = Path("gone.mdb");
+        const QString failure =
+            u"Veltrane couldn't connect to an datasource.\nThe database file " % gone % u" does not exist.";
         Choose({gone, gone, QString()});
-        expectFailure();
-        expectFailure();
-        m_user->Expect(u"ODBC Connect"_qs, u"Restore last valid Veltrane database?"_qs,
-                       goesBack ? Answer::Yes : Answer::No);
-        m_user->Expect(u"Database Changed"_qs,
-                       goesBack ? u"Database switch confirmed."_qs : u"No valid database selected!"_qs);
+        m_user->Expect("ODBC", failure);
+        m_user->Expect("ODBC", failure);
+        m_user->Expect("ODBC Connect", "Restore last valid Veltrane database?", answer);
+        m_user->Expect("Database Changed", told);
         if (!goesBack)
-            expectFailure();
+            m_user->Expect("ODBC", failure);
         Command("ID_SwitchDatabase");
-        QCOMPARE(gDBValid && gConnection.IsOpen(), goesBack);
-        QCOMPARE(MainWindow() != nullptr, goesBack);
-        if (goesBack) {
-            QCOMPARE(gDBQFilename, file);
-            return;
+        QCOMPARE(gDBValid && gConnection.IsOpen() && MainWindow(), goesBack);
+        if (!goesBack) {
+            m_user->Expect({}, "Must select a valid datasource");
+            EndSplash();
         }
-        m_user->Expect({}, u"Must select a valid datasource"_qs);
-        EndSplash();
-        QVERIFY(gDBQFilename.isEmpty());
+        QCOMPARE(gDBQFilename, goesBack ? file : QString());
     }
 
     void TheScreensWidthDecides_data()
     {
-        QTest::addColumn<int>("width");
-        QTest::addColumn<bool>("warns");
-        QTest::addColumn<int>("takenOff");
-        QTest::newRow("below") << 1023 << true << 0;
-        QTest::newRow("the least") << 1024 << false << 60;
-        QTest::newRow("above") << 1280 << false << 0;
+        const TestTable<int, int> row{"width", "takenOff"};
+        row("below", 1023, 0);
+        row("the least", 1024, 60);
+        row("above", 1280, 0);
     }
     void TheScreensWidthDecides()
     {
         QFETCH(int, width);
-        QFETCH(bool, warns);
         QFETCH(int, takenOff);
         frmMain::AssumeScreenWidth(width);
-        if (warns)
-            m_user->Expect(u"Screen Resolution Warning"_qs,
-                           u"Veltrane is best run in 1024x768 or higher."_qs);
+        if (width < 1024)
+            m_user->Expect("Screen Resolution Warning", "Veltrane is best run in 1024x768 or higher.");
         Start();
         QCOMPARE(Child("frmCourse")->width(), Room()->viewport()->width() / 2 - takenOff);
-    }
-
-    void TheManagersStandSideBySide()
-    {
-        Start();
-        QMdiSubWindow *courses = Child("frmCourse");
-        QMdiSubWindow *contacts = Child("frmContact");
-        const auto fillTheRoom = [&] {
+        if (takenOff > 0)
+            return;
+        MainWindow()->resize(MainWindow()->size() + QSize(100, 50));
+        const auto besideEachOther = [] {
             const QSize room = Room()->viewport()->size();
             const int half = room.width() / 2;
-            return courses->geometry() == QRect(0, 0, half, room.height()) &&
-                   contacts->geometry() == QRect(half, 0, room.width() - half, room.height());
+            return Child("frmCourse")->geometry() == QRect(0, 0, half, room.height()) &&
+                   Child("frmContact")->geometry() == QRect(half, 0, room.width() - half, room.height());
         };
-        QVERIFY(fillTheRoom());
-        MainWindow()->resize(MainWindow()->size() + QSize(100, 50));
-        QTRY_VERIFY(fillTheRoom());
-        courses->showMinimized();
-        Command("ID_Tile");
-        QCOMPARE(contacts->geometry(), Room()->viewport()->rect());
+        QTRY_VERIFY(besideEachOther());
     }
 
     void AChildOpensOnce()

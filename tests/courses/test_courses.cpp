@@ -4,6 +4,7 @@
 #include "enrolment/School.h"
 #include "support/ScriptedDialogs.h"
 #include "support/StatementLog.h"
+#include "support/TestTable.h"
 
 #include <QTest>
 
@@ -59,211 +60,199 @@ private slots:
     void init() { m_database = std::make_unique<TestDatabase>(); }
     void cleanup() { m_database.reset(); }
 
-    void Story();
-    void TellsDuplicates_data();
-    void TellsDuplicates();
-    void DeletesInFourteenSteps();
-    void StopsAHalfDeletion();
-    void ReplacesCharacteristics();
-    void LinksToFolders();
-    void ListsFolders();
-    void ListsCourses();
+    void Story()
+    {
+        const int course = Course_Add(Course("O'Neil's `Craft`", "C'1"));
+        QVERIFY(course > 0);
+        QVERIFY(ADO_Course_CheckCourse(course));
+        FakeCourseView view;
+        QVERIFY(ADO_Course_ShowCourse(view, course));
+        QCOMPARE(view.shown.title, u"O'Neil's ``Craft``"_qs);
+        QCOMPARE(view.shown.fee, 99.5);
+        QCOMPARE(view.shown.limit, 12);
+
+        CourseRecord changed = Course("Craft", "C'1", course);
+        changed.fee = 0.1;
+        QCOMPARE(Course_Update(changed), course);
+        QCOMPARE(Course_Rename("Crafts", course), course);
+        QCOMPARE(TestDatabase::Rows("SELECT Title,Fee,ReferenceID FROM Courses"),
+                 QStringList("Crafts|0.1|C'1"));
+        QCOMPARE(ADO_Course_Description(course), std::optional<QString>("It's 50%"));
+
+        QVERIFY(ADO_Course_DeleteCourse(course));
+        QVERIFY(!ADO_Course_CheckCourse(course));
+        QVERIFY(!ADO_Course_Description(course));
+        QVERIFY(!ADO_Course_ShowCourse(view, course));
+    }
+
+    void TellsDuplicates_data()
+    {
+        const TestTable<QString, QString, bool, bool> row{"title", "reference", "maySave", "mayRename"};
+        // Pottery A, Pottery B and Spanish A stand; Spanish A is changed.
+        row("its own title", "Spanish", "A", true, true);
+        row("its own title in capitals", "SPANISH", "A", true, true);
+        row("a new title", "French", "A", true, true);
+        row("another's title and reference", "Pottery", "A", false, false);
+        row("the same in capitals", "POTTERY", "a", false, false);
+        row("another's title alone", "Pottery", "C", true, false);
+    }
+    void TellsDuplicates()
+    {
+        QFETCH(QString, title);
+        QFETCH(QString, reference);
+        QFETCH(bool, maySave);
+        QFETCH(bool, mayRename);
+        for (const char *other : {"A", "B"})
+            QVERIFY(Course_Add(Course("Pottery", QString::fromLatin1(other))) > 0);
+        const int spanish = Course_Add(Course("Spanish", "A"));
+
+        ScriptedDialogs dialogs;
+        const QString exists = "Course already exists in database.";
+        if (!mayRename)
+            dialogs.Expect("Rename Course", "Course with this name already.");
+        QCOMPARE(Course_Rename(title, spanish), mayRename ? spanish : 0);
+        if (!maySave)
+            dialogs.Expect("Update Course", exists);
+        QCOMPARE(Course_Update(Course(title, reference, spanish)), maySave ? spanish : 0);
+        dialogs.Expect("Add Course", exists);
+        QCOMPARE(Course_Add(Course("Pottery", "B")), 0);
+    }
+
+    /// One row of the course in every table goes; another course's rows and the payments stay.
+    void DeletesInFourteenSteps()
+    {
+        const QStringList outlive = {"Transactions", "CreditCardTransaction", "WaitingList"};
+        const int course = Course_Add(Course("A", {}));
+        const int other = Course_Add(Course("B", {}));
+        for (const QString &table : courseTables.mid(0, 13) + outlive) {
+            for (const int ref : {course, other})
+                TestDatabase::Run(
+                    {u"INSERT INTO " % table % u" (CourseRef) VALUES (" % SqlNumber(ref) % u')'});
+        }
+        {
+            const StatementLog log;
+            QVERIFY(ADO_Course_DeleteCourse(course));
+            QStringList expected;
+            for (const QString &table : courseTables)
+                expected += u"DELETE FROM " % table % u" WHERE CourseRef = " % SqlNumber(course);
+            QCOMPARE(log.Statements(), expected);
+        }
+        for (const QString &table : courseTables)
+            QCOMPARE(TestDatabase::Rows(u"SELECT CourseRef FROM " % table), QStringList(SqlNumber(other)));
+        for (const QString &table : outlive)
+            QCOMPARE(TestDatabase::Rows(u"SELECT CourseRef FROM " % table).size(), 2);
+    }
+
+    void StopsAHalfDeletion()
+    {
+        const int course = Course_Add(Course("A", {}));
+        const QString ref = SqlNumber(course);
+        TestDatabase::Run(
+            {u"INSERT INTO CourseExams (CourseRef) VALUES (" % ref % u')', "DROP TABLE CourseStaff"});
+        ScriptedDialogs dialogs;
+        dialogs.ExpectFailure();
+        QVERIFY(!ADO_Course_DeleteCourse(course));
+        QVERIFY(ADO_Course_CheckCourse(course));
+        QVERIFY(TestDatabase::Rows("SELECT CourseRef FROM CourseExams").isEmpty());
+    }
+
+    void ReplacesCharacteristics()
+    {
+        ListModel list;
+        list.Fill({{"?7", {}}, {"!9", {}}});
+        QVERIFY(ADO_Course_UpdateConcessions(3, list));
+        QVERIFY(ADO_Course_UpdateConcessions(3, list));
+        QCOMPARE(TestDatabase::Rows("SELECT * FROM CourseChar ORDER BY ConcessionRef"),
+                 QStringList({"3|7", "3|9"}));
+        FakeCourseView view;
+        const int course = Course_Add(Course("A", {}));
+        QVERIFY(ADO_Course_UpdateConcessions(course, list));
+        ADO_Course_ShowCourse(view, course);
+        QCOMPARE(view.used.Count(), 2);
+        QVERIFY(view.used.Contains("?9"));
+    }
+
+    void LinksToFolders()
+    {
+        const auto links = [] {
+            return TestDatabase::Rows(
+                "SELECT CourseHierarchyRef FROM CoursesRelationships WHERE CourseRef = 5 "
+                "ORDER BY CourseHierarchyRef");
+        };
+        QVERIFY(ADO_Course_AddCourseRelations(5, 1));
+        QVERIFY(!ADO_Course_AddCourseRelations(5, 1));
+        TreeModel tree;
+        AddFolder("One", 0);
+        const int two = AddFolder("Two", 0);
+        ADO_Course_ShowFolders(tree, true, true);
+        ADO_Course_ShowCourseRelations(5, tree);
+        QCOMPARE(Drawn(tree), u"Root Level!0 .One*!1 .Two!2"_qs);
+
+        tree.SetTick(tree.Find("!0"), TreeTick::On);
+        tree.SetTick(tree.Find(u'!' % SqlNumber(two)), TreeTick::On);
+        QVERIFY(ADO_Course_UpdateCourseRelations(5, tree));
+        QCOMPARE(links(), QStringList({"0", "1", "2"}));
+        ADO_Course_ShowFolders(tree, true, true);
+        QVERIFY(ADO_Course_UpdateCourseRelations(5, tree));
+        QCOMPARE(links(), QStringList("0"));
+    }
+
+    /// The engine may give children before their parents; a folder whose parent is gone is reported.
+    void ListsFolders()
+    {
+        const int late = AddFolder("Late", 0);
+        const int child = AddFolder("Child", late + 3);
+        const int grandchild = AddFolder("Grandchild", child);
+        QCOMPARE(AddFolder("Early", 0), late + 3);
+        TreeModel tree;
+        ADO_Course_ShowFolders(tree, false, false);
+        QCOMPARE(Drawn(tree),
+                 QString(u"Early!" % SqlNumber(late + 3) % u" .Child!" % SqlNumber(child) %
+                         u" ..Grandchild!" % SqlNumber(grandchild) % u" Late!" % SqlNumber(late)));
+        QCOMPARE(tree.Find(u'!' % SqlNumber(child))->image, u"closed"_qs);
+        QCOMPARE(tree.Find(u'!' % SqlNumber(late))->image, u"rootclosed"_qs);
+
+        AddFolder("Lost", 999);
+        ScriptedDialogs dialogs;
+        dialogs.Expect("Veltrane", "A number of errors have been detected, please seek technical support.");
+        ADO_Course_ShowFolders(tree, false, false);
+        QCOMPARE(tree.Count(), 4);
+    }
+
+    /// A tree heals a course without a link; a flat list asks for no links at all.
+    void ListsCourses()
+    {
+        const int folder = AddFolder("F", 0);
+        const int b = School::AddCourse("B", 0);
+        const int a = School::AddCourse("A", 0);
+        ADO_Course_AddCourseRelations(b, folder);
+        ADO_Course_AddCourseRelations(b, 0);
+        const QString keyA = u'?' % SqlNumber(a);
+        const QString keyB = u'?' % SqlNumber(b);
+        TreeModel tree;
+        {
+            const StatementLog log;
+            ADO_Course_FillCourseList(tree, true, false);
+            QCOMPARE(log.Statements(), QStringList("SELECT * FROM Courses ORDER BY Title ASC"));
+        }
+        QCOMPARE(Drawn(tree), QString(u'A' % keyA % u" B" % keyB));
+        QCOMPARE(tree.Selected()->key, keyA);
+
+        for (int twice = 0; twice < 2; ++twice) {
+            ADO_Course_ShowFolders(tree, false, false);
+            ADO_Course_FillCourseList(tree, false, false);
+            QCOMPARE(Drawn(tree), QString(u"F!1 .B" % keyB % u"!1 A" % keyA % u" B" % keyB));
+            QCOMPARE(TestDatabase::Rows("SELECT * FROM CoursesRelationships").size(), 3);
+        }
+        const int c = School::AddCourse("C", 0);
+        ADO_Course_AddCourseRelations(c, folder);
+        ADO_Course_NewCourseToList(tree, c, "C");
+        QCOMPARE(tree.Find(u'?' % SqlNumber(c) % u"!1")->parent->text, u"F"_qs);
+    }
 
 private:
     std::unique_ptr<TestDatabase> m_database;
 };
-
-void TestCourses::Story()
-{
-    const int course = Course_Add(Course("O'Neil's `Craft`", "C'1"));
-    QVERIFY(course > 0);
-    QVERIFY(ADO_Course_CheckCourse(course));
-    FakeCourseView view;
-    QVERIFY(ADO_Course_ShowCourse(view, course));
-    QCOMPARE(view.shown.title, u"O'Neil's ``Craft``"_qs);
-    QCOMPARE(view.shown.fee, 99.5);
-    QCOMPARE(view.shown.limit, 12);
-
-    CourseRecord changed = Course("Craft", "C'1", course);
-    changed.fee = 0.1;
-    QCOMPARE(Course_Update(changed), course);
-    QCOMPARE(Course_Rename("Crafts", course), course);
-    QCOMPARE(TestDatabase::Rows("SELECT Title,Fee,ReferenceID FROM Courses"), QStringList("Crafts|0.1|C'1"));
-    QCOMPARE(ADO_Course_Description(course), std::optional<QString>("It's 50%"));
-
-    QVERIFY(ADO_Course_DeleteCourse(course));
-    QVERIFY(!ADO_Course_CheckCourse(course));
-    QVERIFY(!ADO_Course_Description(course));
-    QVERIFY(!ADO_Course_ShowCourse(view, course));
-}
-
-void TestCourses::TellsDuplicates_data()
-{
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("reference");
-    QTest::addColumn<bool>("maySave");
-    QTest::addColumn<bool>("mayRename");
-    // Pottery A, Pottery B and Spanish A stand; Spanish A is changed.
-    QTest::newRow("its own title") << u"Spanish"_qs << u"A"_qs << true << true;
-    QTest::newRow("its own title in capitals") << u"SPANISH"_qs << u"A"_qs << true << true;
-    QTest::newRow("a new title") << u"French"_qs << u"A"_qs << true << true;
-    QTest::newRow("another's title and reference") << u"Pottery"_qs << u"A"_qs << false << false;
-    QTest::newRow("the same in capitals") << u"POTTERY"_qs << u"a"_qs << false << false;
-    QTest::newRow("another's title alone") << u"Pottery"_qs << u"C"_qs << true << false;
-}
-
-void TestCourses::TellsDuplicates()
-{
-    QFETCH(QString, title);
-    QFETCH(QString, reference);
-    QFETCH(bool, maySave);
-    QFETCH(bool, mayRename);
-    for (const char *other : {"A", "B"})
-        QVERIFY(Course_Add(Course("Pottery", QString::fromLatin1(other))) > 0);
-    const int spanish = Course_Add(Course("Spanish", "A"));
-
-    ScriptedDialogs dialogs;
-    const QString exists = "Course already exists in database.";
-    if (!mayRename)
-        dialogs.Expect("Rename Course", "Course with this name already.");
-    QCOMPARE(Course_Rename(title, spanish), mayRename ? spanish : 0);
-    if (!maySave)
-        dialogs.Expect("Update Course", exists);
-    QCOMPARE(Course_Update(Course(title, reference, spanish)), maySave ? spanish : 0);
-    dialogs.Expect("Add Course", exists);
-    QCOMPARE(Course_Add(Course("Pottery", "B")), 0);
-}
-
-/// One row of the course in every table goes; another course's rows and the payments stay.
-void TestCourses::DeletesInFourteenSteps()
-{
-    const QStringList outlive = {"Transactions", "CreditCardTransaction", "WaitingList"};
-    const int course = Course_Add(Course("A", {}));
-    const int other = Course_Add(Course("B", {}));
-    for (const QString &table : courseTables.mid(0, 13) + outlive) {
-        for (const int ref : {course, other})
-            TestDatabase::Run({u"INSERT INTO " % table % u" (CourseRef) VALUES (" % SqlNumber(ref) % u')'});
-    }
-    {
-        const StatementLog log;
-        QVERIFY(ADO_Course_DeleteCourse(course));
-        QStringList expected;
-        for (const QString &table : courseTables)
-            expected += u"DELETE FROM " % table % u" WHERE CourseRef = " % SqlNumber(course);
-        QCOMPARE(log.Statements(), expected);
-    }
-    for (const QString &table : courseTables)
-        QCOMPARE(TestDatabase::Rows(u"SELECT CourseRef FROM " % table), QStringList(SqlNumber(other)));
-    for (const QString &table : outlive)
-        QCOMPARE(TestDatabase::Rows(u"SELECT CourseRef FROM " % table).size(), 2);
-}
-
-void TestCourses::StopsAHalfDeletion()
-{
-    const int course = Course_Add(Course("A", {}));
-    const QString ref = SqlNumber(course);
-    TestDatabase::Run(
-        {u"INSERT INTO CourseExams (CourseRef) VALUES (" % ref % u')', "DROP TABLE CourseStaff"});
-    gConnection.OpenRecordset("SELECT * FROM CourseStaff");
-    ScriptedDialogs dialogs;
-    dialogs.Expect(gConnection.Errors().first().source,
-                   "A number of errors have been detected, please seek technical support.");
-    QVERIFY(!ADO_Course_DeleteCourse(course));
-    QVERIFY(ADO_Course_CheckCourse(course));
-    QVERIFY(TestDatabase::Rows("SELECT CourseRef FROM CourseExams").isEmpty());
-}
-
-void TestCourses::ReplacesCharacteristics()
-{
-    ListModel list;
-    list.Fill({{"?7", {}}, {"!9", {}}});
-    QVERIFY(ADO_Course_UpdateConcessions(3, list));
-    QVERIFY(ADO_Course_UpdateConcessions(3, list));
-    QCOMPARE(TestDatabase::Rows("SELECT * FROM CourseChar ORDER BY ConcessionRef"),
-             QStringList({"3|7", "3|9"}));
-    FakeCourseView view;
-    const int course = Course_Add(Course("A", {}));
-    QVERIFY(ADO_Course_UpdateConcessions(course, list));
-    ADO_Course_ShowCourse(view, course);
-    QCOMPARE(view.used.Count(), 2);
-    QVERIFY(view.used.Contains("?9"));
-}
-
-void TestCourses::LinksToFolders()
-{
-    const auto links = [] {
-        return TestDatabase::Rows("SELECT CourseHierarchyRef FROM CoursesRelationships WHERE CourseRef = 5 "
-                                  "ORDER BY CourseHierarchyRef");
-    };
-    QVERIFY(ADO_Course_AddCourseRelations(5, 1));
-    QVERIFY(!ADO_Course_AddCourseRelations(5, 1));
-    TreeModel tree;
-    AddFolder("One", 0);
-    const int two = AddFolder("Two", 0);
-    ADO_Course_ShowFolders(tree, true, true);
-    ADO_Course_ShowCourseRelations(5, tree);
-    QCOMPARE(Drawn(tree), u"Root Level!0 .One*!1 .Two!2"_qs);
-
-    tree.SetTick(tree.Find("!0"), TreeTick::On);
-    tree.SetTick(tree.Find(u'!' % SqlNumber(two)), TreeTick::On);
-    QVERIFY(ADO_Course_UpdateCourseRelations(5, tree));
-    QCOMPARE(links(), QStringList({"0", "1", "2"}));
-    ADO_Course_ShowFolders(tree, true, true);
-    QVERIFY(ADO_Course_UpdateCourseRelations(5, tree));
-    QCOMPARE(links(), QStringList("0"));
-}
-
-/// The engine may give children before their parents; a folder whose parent is gone is reported.
-void TestCourses::ListsFolders()
-{
-    const int late = AddFolder("Late", 0);
-    const int child = AddFolder("Child", late + 3);
-    const int grandchild = AddFolder("Grandchild", child);
-    QCOMPARE(AddFolder("Early", 0), late + 3);
-    TreeModel tree;
-    ADO_Course_ShowFolders(tree, false, false);
-    QCOMPARE(Drawn(tree), QString(u"Early!" % SqlNumber(late + 3) % u" .Child!" % SqlNumber(child) %
-                                  u" ..Grandchild!" % SqlNumber(grandchild) % u" Late!" % SqlNumber(late)));
-    QCOMPARE(tree.Find(u'!' % SqlNumber(child))->image, u"closed"_qs);
-    QCOMPARE(tree.Find(u'!' % SqlNumber(late))->image, u"rootclosed"_qs);
-
-    AddFolder("Lost", 999);
-    ScriptedDialogs dialogs;
-    dialogs.Expect("Veltrane", "A number of errors have been detected, please seek technical support.");
-    ADO_Course_ShowFolders(tree, false, false);
-    QCOMPARE(tree.Count(), 4);
-}
-
-/// A tree heals a course without a link; a flat list asks for no links at all.
-void TestCourses::ListsCourses()
-{
-    const int folder = AddFolder("F", 0);
-    const int b = School::AddCourse("B", 0);
-    const int a = School::AddCourse("A", 0);
-    ADO_Course_AddCourseRelations(b, folder);
-    ADO_Course_AddCourseRelations(b, 0);
-    const QString keyA = u'?' % SqlNumber(a);
-    const QString keyB = u'?' % SqlNumber(b);
-    TreeModel tree;
-    {
-        const StatementLog log;
-        ADO_Course_FillCourseList(tree, true, false);
-        QCOMPARE(log.Statements(), QStringList("SELECT * FROM Courses ORDER BY Title ASC"));
-    }
-    QCOMPARE(Drawn(tree), QString(u'A' % keyA % u" B" % keyB));
-    QCOMPARE(tree.Selected()->key, keyA);
-
-    for (int twice = 0; twice < 2; ++twice) {
-        ADO_Course_ShowFolders(tree, false, false);
-        ADO_Course_FillCourseList(tree, false, false);
-        QCOMPARE(Drawn(tree), QString(u"F!1 .B" % keyB % u"!1 A" % keyA % u" B" % keyB));
-        QCOMPARE(TestDatabase::Rows("SELECT * FROM CoursesRelationships").size(), 3);
-    }
-    const int c = School::AddCourse("C", 0);
-    ADO_Course_AddCourseRelations(c, folder);
-    ADO_Course_NewCourseToList(tree, c, "C");
-    QCOMPARE(tree.Find(u'?' % SqlNumber(c) % u"!1")->parent->text, u"F"_qs);
-}
 
 QTEST_GUILESS_MAIN(TestCourses)
 #include "test_courses.moc"

@@ -3,6 +3,7 @@
 #include "database/FullDisk.h"
 #include "platform/Directories.h"
 #include "support/Files.h"
+#include "support/TestTable.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -27,15 +28,15 @@ private slots:
 
     void KeepsOneValueAKey()
     {
-        QCOMPARE(FetchCredential(m_file, u"one"_qs), QString());
-        QVERIFY(StoreCredential(m_file, u"one"_qs, u"first"_qs));
-        QVERIFY(StoreCredential(m_file, u"Two"_qs, u"second"_qs));
-        QVERIFY(StoreCredential(m_file, u"ONE"_qs, u"third"_qs));
-        QCOMPARE(FetchCredential(m_file, u"one"_qs), u"third"_qs);
+        QCOMPARE(FetchCredential(m_file, "one"), QString());
+        QVERIFY(StoreCredential(m_file, "one", "first"));
+        QVERIFY(StoreCredential(m_file, "Two", "second"));
+        QVERIFY(StoreCredential(m_file, "ONE", "third"));
+        QCOMPARE(FetchCredential(m_file, "one"), u"third"_qs);
         QVERIFY(!ContentOf(m_file).contains("third"));
         QCOMPARE(ScrambleLine(ContentOf(m_file)), QByteArray("[Two]=second\n[ONE]=third\n"));
 
-        QVERIFY(StoreCredential(m_file, u"one"_qs, QString()));
+        QVERIFY(StoreCredential(m_file, "one", QString()));
         QCOMPARE(ScrambleLine(ContentOf(m_file)), QByteArray("[Two]=second\n"));
         QVERIFY(!QFile::exists(m_dir.filePath(u"temp.dat"_qs)));
         QCOMPARE(QFile::permissions(m_file) & (QFile::ReadOther | QFile::ReadGroup), QFile::Permissions());
@@ -52,79 +53,74 @@ private slots:
         QVERIFY(!scrambled.contains("abc") && !scrambled.contains("123"));
     }
 
-    void CarriesTheSessionsCredentials_data()
-    {
-        QTest::addColumn<QString>("user");
-        QTest::addColumn<QString>("password");
-        QTest::addColumn<QString>("passwordBack");
-        const auto row = [](const char *name, const QString &user, const QString &password,
-                            const QString &back) { QTest::newRow(name) << user << password << back; };
-        row("at signs", "me@home", "a@b@", "a@b@");
-        row("the escape itself", "", "100%40", "100@");
-        row("what has a meaning elsewhere", "", "x]=y[z'\";%1", "x]=y[z'\";%1");
-        row("beyond one byte", "sa", "Zoë 🔑 пароль", "Zoë 🔑 пароль");
-    }
     void CarriesTheSessionsCredentials()
     {
-        QFETCH(QString, user);
-        QFETCH(QString, password);
-        gDBQFilename = u"/data/College.mdb"_qs;
-        gDBQName = u"College"_qs;
-        gDBUser = user;
-        gDBPassword = password;
-        QVERIFY(StoreSessionCredential());
-        gDBUser = gDBPassword = u"?"_qs;
-        gDBQFilename = u"/DATA/college.mdb"_qs;
-        FetchSessionCredential();
-        QCOMPARE(gDBUser, user);
-        QTEST(gDBPassword, "passwordBack");
+        const std::tuple<QString, QString, QString> credentials[] = {
+            {"me@home", "a@b@", "a@b@"},
+            {"", "100%40", "100@"}, // the escape itself
+            {"", "x]=y[z'\";%1", "x]=y[z'\";%1"},
+            {"sa", "Zoë 🔑 пароль", "Zoë 🔑 пароль"},
+        };
+        gDBQName = "College";
+        for (const auto &[user, password, back] : credentials) {
+            gDBQUseODBC = false;
+            gDBQFilename = "/data/College.mdb";
+            gDBUser = user;
+            gDBPassword = password;
+            QVERIFY(StoreSessionCredential());
+            gDBUser = gDBPassword = "?";
+            gDBQFilename = "/DATA/college.mdb";
+            FetchSessionCredential();
+            QCOMPARE(gDBUser, user);
+            QCOMPARE(gDBPassword, back);
 
-        // A data source keeps its password under its name, as it is.
-        gDBQUseODBC = true;
-        gDBPassword = password;
-        QVERIFY(StoreSessionCredential());
-        gDBPassword.clear();
-        FetchSessionCredential();
-        QCOMPARE(gDBPassword, password);
+            // A data source keeps its password under its name, as it is.
+            gDBQUseODBC = true;
+            gDBPassword = password;
+            QVERIFY(StoreSessionCredential());
+            gDBPassword.clear();
+            FetchSessionCredential();
+            QCOMPARE(gDBPassword, password);
+        }
     }
 
     void ReadsWhatIsNoStore_data()
     {
-        QTest::addColumn<QByteArray>("content");
+        const TestTable<QByteArray> row{"content"};
         const QByteArray good = ScrambleLine("[key]=value");
         QByteArray binary;
         for (int i = 0; i < 4096; ++i)
             binary.append(static_cast<char>(i * 37));
-        QTest::newRow("half a line at the end") << good + '\n' + ScrambleLine("[other");
-        QTest::newRow("no line end") << good;
-        QTest::newRow("carriage returns, empty lines") << "\n\n" + good + "\r\n\n";
-        QTest::newRow("not scrambled line before") << "[key]=plain\n" + good + '\n';
-        QTest::newRow("binary before") << binary + '\n' + good + '\n';
-        QTest::newRow("a line of 10 MB before") << QByteArray(10 * 1024 * 1024, 'x') + '\n' + good + '\n';
-        QTest::newRow("a million lines before") << QByteArray("x\n").repeated(1'000'000) + good + '\n';
+        row("half a line at the end", good + '\n' + ScrambleLine("[other"));
+        row("no line end", good);
+        row("carriage returns, empty lines", "\n\n" + good + "\r\n\n");
+        row("not scrambled line before", "[key]=plain\n" + good + '\n');
+        row("binary before", binary + '\n' + good + '\n');
+        row("a line of 10 MB before", QByteArray(10 * 1024 * 1024, 'x') + '\n' + good + '\n');
+        row("a million lines before", QByteArray("x\n").repeated(1'000'000) + good + '\n');
     }
     void ReadsWhatIsNoStore()
     {
         QFETCH(QByteArray, content);
         WriteFile(m_file, content);
-        QCOMPARE(FetchCredential(m_file, u"key"_qs), u"value"_qs);
-        QVERIFY(StoreCredential(m_file, u"new"_qs, u"entry"_qs));
-        QCOMPARE(FetchCredential(m_file, u"key"_qs), u"value"_qs);
-        QCOMPARE(FetchCredential(m_file, u"new"_qs), u"entry"_qs);
+        QCOMPARE(FetchCredential(m_file, "key"), u"value"_qs);
+        QVERIFY(StoreCredential(m_file, "new", "entry"));
+        QCOMPARE(FetchCredential(m_file, "key"), u"value"_qs);
+        QCOMPARE(FetchCredential(m_file, "new"), u"entry"_qs);
     }
 
     void AFailedWriteLosesNothing()
     {
         const QString directory = m_dir.filePath(u"folder"_qs);
         QVERIFY(QDir().mkpath(directory));
-        QCOMPARE(FetchCredential(directory, u"key"_qs), QString());
-        QVERIFY(!StoreCredential(directory, u"key"_qs, u"value"_qs));
+        QCOMPARE(FetchCredential(directory, "key"), QString());
+        QVERIFY(!StoreCredential(directory, "key", "value"));
 
-        QVERIFY(StoreCredential(m_file, u"old"_qs, u"kept"_qs));
+        QVERIFY(StoreCredential(m_file, "old", "kept"));
         const QByteArray before = ContentOf(m_file);
         {
             const FullDisk disk(20);
-            QVERIFY(!StoreCredential(m_file, u"new"_qs, QString(200, u'x')));
+            QVERIFY(!StoreCredential(m_file, "new", QString(200, u'x')));
         }
         QCOMPARE(ContentOf(m_file), before);
         QVERIFY(!QFile::exists(m_dir.filePath(u"temp.dat"_qs)));

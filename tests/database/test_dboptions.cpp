@@ -8,6 +8,7 @@
 #include "support/ScriptedDialogs.h"
 #include "support/StatementLog.h"
 #include "support/TestDatabase.h"
+#include "support/TestTable.h"
 
 #include <QLineEdit>
 #include <QTabWidget>
@@ -20,6 +21,12 @@ class TestDBOptions : public QObject
 {
     Q_OBJECT
 
+    static void Activate(QWidget &form)
+    {
+        form.show();
+        form.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+    }
     std::unique_ptr<TestDatabase> m_database;
 
 private slots:
@@ -50,7 +57,7 @@ private slots:
 
         const ScriptedDialogs nobody; // a failure is passed over
         gConnection.Close();
-        SetSystemValue(2, u"y"_qs);
+        SetSystemValue(2, "y");
         QCOMPARE(SystemValue(2), u"y"_qs);
         LoadSystemValues();
         QCOMPARE(SystemValue(2), QString());
@@ -58,11 +65,7 @@ private slots:
 
     void OnlyWhatChangedIsSaved_data()
     {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QStringList>("saved");
-        const auto row = [](const char *name, const QString &field, const QString &text,
-                            const QStringList &saved) { QTest::newRow(name) << field << text << saved; };
+        const TestTable<QString, QString, QStringList> row{"field", "text", "saved"};
         row("nothing", "CSymbol", "GBP", {});
         row("currency", "CSymbol", "EUR", {"2|EUR"});
         row("the rate travels with its label", "TaxLabel", "GST", {"16|GST", "17|20.00"});
@@ -76,10 +79,10 @@ private slots:
         QFETCH(QString, field);
         QFETCH(QString, text);
         QFETCH(QStringList, saved);
-        SetSystemValue(SystemRef::CurrencySymbol, u"GBP"_qs);
-        SetSystemValue(SystemRef::TaxName, u"VAT"_qs);
-        SetSystemValue(SystemRef::TaxRate, u"20"_qs);
-        SetSystemValue(SystemRef::VoucherName, u"Grant"_qs);
+        SetSystemValue(SystemRef::CurrencySymbol, "GBP");
+        SetSystemValue(SystemRef::TaxName, "VAT");
+        SetSystemValue(SystemRef::TaxRate, "20");
+        SetSystemValue(SystemRef::VoucherName, "Grant");
         StatementLog log;
         for (const auto *button : {"CancelBtn", "OKBtn"}) {
             QVERIFY(log.Statements().isEmpty());
@@ -102,12 +105,10 @@ private slots:
     void TheTaxRateIsForcedIntoItsRange()
     {
         frmDBOptions form;
-        form.show();
-        form.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&form));
+        Activate(form);
         for (const auto &[typed, left] :
              {std::pair{"17.5", "17.50"}, {"120", "100.00"}, {"", "0.00"}, {"17.555", "17.56"}}) {
-            TypeInto(form, u"TaxRate"_qs, QString::fromLatin1(typed));
+            TypeInto(form, "TaxRate", QString::fromLatin1(typed));
             Find<QLineEdit>(form, "CSymbol")->setFocus();
             QCOMPARE(Find<QLineEdit>(form, "TaxRate")->text(), QString::fromLatin1(left));
         }
@@ -115,26 +116,23 @@ private slots:
 
     void VouchersMustDiffer_data()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<bool>("refused");
-        QTest::newRow("the same") << "Grant" << true;
-        QTest::newRow("other case is another name") << "grant" << false;
-        QTest::newRow("two empty ones") << "" << false;
+        const TestTable<QString, bool> row{"typed", "refused"};
+        row("the same", "Grant", true);
+        row("other case is another name", "grant", false);
+        row("two empty ones", "", false);
     }
     void VouchersMustDiffer()
     {
         QFETCH(QString, typed);
         QFETCH(bool, refused);
-        SetSystemValue(SystemRef::VoucherName, u"Grant"_qs);
+        SetSystemValue(SystemRef::VoucherName, "Grant");
         frmDBOptions form;
-        form.show();
-        form.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&form));
+        Activate(form);
         Find<QTabWidget>(form, "OptionTabs")->setCurrentIndex(2);
         ScriptedDialogs user;
         for (int times = 0; times < (refused ? 2 : 0); ++times)
-            user.Expect(u"Voucher Names"_qs, u"Vouchers must have unique names!"_qs);
-        TypeInto(form, u"VoucherLabel_1"_qs, typed);
+            user.Expect("Voucher Names", "Vouchers must have unique names!");
+        TypeInto(form, "VoucherLabel_1", typed);
         // Enter leaves no field, and still may not save two of one name.
         QTest::keyClick(Find<QWidget>(form, "VoucherLabel_1"), Qt::Key_Return);
         QCOMPARE(form.isVisible(), refused);
@@ -143,7 +141,7 @@ private slots:
         Find<QLineEdit>(form, "VoucherLabel_3")->setFocus();
         QTRY_VERIFY(user.AllCame());
         QCOMPARE(form.focusWidget()->objectName(), u"VoucherLabel_1"_qs);
-        Press(form, u"CancelBtn"_qs);
+        Press(form, "CancelBtn");
         QVERIFY(!form.isVisible());
     }
 

@@ -1,5 +1,6 @@
 #include "core/Session.h"
 #include "database/GlobalCode.h"
+#include "support/TestTable.h"
 
 #include <QLocale>
 #include <QTest>
@@ -22,15 +23,8 @@ QString MoneyOf(qint64 thousandths)
     return thousandths < 0 && cents > 0 ? u'-' % text : text;
 }
 
-/// Rows of a text and the number that it stands for.
-using Numbers = std::initializer_list<std::tuple<const char *, QString, double>>;
-void AddRows(const Numbers &numbers)
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<double>("value");
-    for (const auto &[name, text, value] : numbers)
-        QTest::newRow(name) << text << value;
-}
+/// A text, and the number that it stands for.
+using Numbers = std::initializer_list<std::pair<QString, double>>;
 } // namespace
 
 class TestGlobalCode : public QObject
@@ -60,24 +54,20 @@ private slots:
         }
     }
 
-    void ANumberIsFormatted_data()
-    {
-        AddRows({
-            {"half that binary lies below", "1.01", 1.005},
-            {"another", "2.68", 2.675},
-            {"a sum of tenths", "0.30", 0.1 + 0.2},
-            {"minus nothing", "0.00", -0.001},
-            {"minus zero", "0.00", -0.0},
-            {"tiny", "0.00", 1e-300},
-            {"huge", "1,000,000,000,000,000,000,000.00", 1e21},
-            {"no number", "0.00", qQNaN()},
-            {"no end", "0.00", qInf()},
-        });
-    }
     void ANumberIsFormatted()
     {
-        QFETCH(double, value);
-        QTEST(FormatNumber(value), "text");
+        for (const auto &[text, value] : Numbers{
+                 {"1.01", 1.005}, // halves that binary lies below
+                 {"2.68", 2.675},
+                 {"0.30", 0.1 + 0.2},
+                 {"0.00", -0.001},
+                 {"0.00", -0.0},
+                 {"0.00", 1e-300},
+                 {"1,000,000,000,000,000,000,000.00", 1e21},
+                 {"0.00", qQNaN()},
+                 {"0.00", qInf()},
+             })
+            QCOMPARE(FormatNumber(value), text);
     }
 
     void OtherPlacesAndLocales()
@@ -94,60 +84,39 @@ private slots:
         }
     }
 
-    void AFieldsTextIsANumber_data()
-    {
-        AddRows({
-            {"empty", "", 0},
-            {"blanks", "  12.5  ", 12.5},
-            {"grouped", "1,234,567.895", 1234567.9},
-            {"negative", "-1,000.005", -1000.01},
-            {"a word", "ten", 0},
-            {"a number and a word", "12.50 pounds", 12.5},
-            {"two points", "1.2.3", 1.2},
-            {"a leading nought, as callers write it", "012.5", 12.5},
-            {"just a sign", "-", 0},
-            {"just a point", ".", 0},
-            {"other digits", "\u0661\u0662", 0},
-        });
-    }
     void AFieldsTextIsANumber()
     {
-        QFETCH(QString, text);
-        QTEST(CurrencyValue(text), "value");
+        for (const auto &[text, value] : Numbers{{"", 0},
+                                                 {"  12.5  ", 12.5},
+                                                 {"1,234,567.895", 1234567.9},
+                                                 {"-1,000.005", -1000.01},
+                                                 {"ten", 0},
+                                                 {"12.50 pounds", 12.5},
+                                                 {"1.2.3", 1.2},
+                                                 {"012.5", 12.5}, // with the nought of its callers
+                                                 {"-", 0},
+                                                 {".", 0},
+                                                 {u"\u0661\u0662"_qs, 0}})
+            QCOMPARE(CurrencyValue(text), value);
     }
 
-    void TheDigitsOfATextAreANumber_data()
-    {
-        AddRows({
-            {"no digit", "abc.", 0},
-            {"digits among text", "a1b2", 12},
-            {"the first point counts", "1.2.3", 1.23},
-            {"the sign is dropped", "-5", 5},
-            {"a currency symbol and groups", "\u00a31,234.50", 1234.5},
-        });
-    }
     void TheDigitsOfATextAreANumber()
     {
-        QFETCH(QString, text);
-        QTEST(ParseNumber(text), "value");
+        for (const auto &[text, value] :
+             Numbers{{"abc.", 0}, {"a1b2", 12}, {"1.2.3", 1.23}, {"-5", 5}, {u"\u00a31,234.50"_qs, 1234.5}})
+            QCOMPARE(ParseNumber(text), value);
     }
 
-    void ANumberIsWrittenForSql_data()
-    {
-        AddRows({
-            {"whole", "100", 100},
-            {"shortest", "0.1", 0.1},
-            {"a sum of tenths", "0.30000000000000004", 0.1 + 0.2},
-            {"no groups", "-1234567.5", -1234567.5},
-            {"no exponent", "123456789012", 123456789012},
-            {"small, no exponent", "0.00001", 0.00001},
-            {"no number is no statement", "0", qQNaN()},
-        });
-    }
     void ANumberIsWrittenForSql()
     {
-        QFETCH(double, value);
-        QTEST(SqlNumber(value), "text");
+        for (const auto &[text, value] : Numbers{{"100", 100},
+                                                 {"0.1", 0.1},
+                                                 {"0.30000000000000004", 0.1 + 0.2},
+                                                 {"-1234567.5", -1234567.5},
+                                                 {"123456789012", 123456789012},
+                                                 {"0.00001", 0.00001},
+                                                 {"0", qQNaN()}})
+            QCOMPARE(SqlNumber(value), text);
     }
 
     void TextIsMadeSafeForSql()

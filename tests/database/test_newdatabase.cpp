@@ -21,14 +21,14 @@ struct NewFixture : ConnectFixture {
         Directories::Writable();
         QDir(directory.path()).mkdir(u"system"_qs);
         QFile::copy(QCoreApplication::applicationDirPath() % u"/system/blank", Template());
-        chosenFile = Path(u"new.mdb"_qs);
+        chosenFile = Path("new.mdb");
         Dialogs::Installed().registerDatabase = [this](const QString &source, const QString &description,
                                                        const QString &file) {
             registered.append(source % u'|' % description % u'|' % file);
         };
     }
-    QString Template() const { return Path(u"system/blank"_qs); }
-    QString Working() const { return Path(u"new.tmp"_qs); }
+    QString Template() const { return Path("system/blank"); }
+    QString Working() const { return Path("new.tmp"); }
     QString NotCreated(const QString &file) const { return u"[Error] Unable to create database " % file; }
 
     QStringList registered;
@@ -58,22 +58,20 @@ private slots:
         gDBQFilename = fixture.chosenFile;
         QVERIFY(ConnectDatabase(false));
         QCOMPARE(fixture.asked, 0);
-        QVERIFY(gConnection.OpenRecordset(u"SELECT * FROM Users"_qs)->IsEmpty());
+        QVERIFY(gConnection.OpenRecordset("SELECT * FROM Users")->IsEmpty());
     }
 
     void RefusesAWrongTemplate()
     {
-        const auto givePassword = [](const QString &password) {
-            return [password](const QString &file) {
-                QVERIFY(FileDatabase::OpenExclusive(file, TemplatePassword)->NewPassword(password));
-            };
-        };
-        const QList<std::function<void(const QString &)>> spoilings{
-            [](const QString &file) { WriteFile(file, {}); },
+        const std::function<void(const QString &)> spoilings[] = {
             [](const QString &file) { WriteFile(file, QByteArray(5000, 't')); },
             [](const QString &file) { QVERIFY(QFile::resize(file, 300)); },
-            givePassword({}),
-            givePassword(u"rose"_qs),
+            [](const QString &file) {
+                QVERIFY(FileDatabase::OpenExclusive(file, TemplatePassword)->NewPassword("rose"));
+            },
+            [](const QString &file) {
+                QVERIFY(FileDatabase::OpenExclusive(file, TemplatePassword)->NewPassword({}));
+            },
             [](const QString &file) { QVERIFY(QFile::remove(file)); },
         };
         for (const auto &spoil : spoilings) {
@@ -82,8 +80,7 @@ private slots:
             NewDatabase();
             QCOMPARE(fixture.boxes,
                      QStringList(QFile::exists(fixture.Template()) ? invalidTemplate : missingTemplate));
-            QVERIFY(!QFile::exists(fixture.Working()));
-            QVERIFY(fixture.registered.isEmpty());
+            QVERIFY(!QFile::exists(fixture.Working()) && fixture.registered.isEmpty());
         }
     }
 
@@ -94,7 +91,7 @@ private slots:
         NewDatabase();
         QVERIFY(QFile::exists(fixture.Working()));
         QVERIFY(fixture.registered.isEmpty());
-        fixture.chosenFile = fixture.Path(u"new.mdb"_qs);
+        fixture.chosenFile = fixture.Path("new.mdb");
         NewDatabase();
         QCOMPARE(fixture.registered.size(), 1);
         QVERIFY(!QFile::exists(fixture.Working()));
@@ -109,7 +106,7 @@ private slots:
             NewDatabase();
             return fixture.boxes.value(1);
         };
-        const QString nowhere = fixture.Path(u"no/such/folder/new.mdb"_qs);
+        const QString nowhere = fixture.Path("no/such/folder/new.mdb");
         QCOMPARE(create(nowhere), fixture.NotCreated(nowhere));
         QCOMPARE(create(fixture.directory.path()), fixture.NotCreated(fixture.directory.path()));
         QVERIFY(!QFile::exists(fixture.Working()));
@@ -141,23 +138,23 @@ private slots:
     void ReplacesNoDatabaseThatSomebodyWorksOn()
     {
         NewFixture fixture;
-        gDBQFilename = fixture.MakeDatabase(u"college.mdb"_qs);
+        gDBQFilename = fixture.MakeDatabase("college.mdb");
         QVERIFY(ConnectDatabase(false));
         fixture.chosenFile = gDBQFilename;
         gDBValid = true;
         NewDatabase();
         QCOMPARE(fixture.boxes.value(1), fixture.NotCreated(gDBQFilename));
-        QVERIFY(gConnection.Execute(u"INSERT INTO City (City) VALUES ('Leeds')"_qs));
+        QVERIFY(gConnection.Execute("INSERT INTO City (City) VALUES ('Leeds')"));
 
         Connection other;
         QVERIFY(other.Open(gConnection.ConnectionText()));
-        QVERIFY(other.OpenRecordset(u"SELECT * FROM City"_qs));
+        QVERIFY(other.OpenRecordset("SELECT * FROM City"));
         gConnection.Close();
         gDBValid = false;
         fixture.boxes.clear();
         NewDatabase();
         QCOMPARE(fixture.boxes.value(1), fixture.NotCreated(gDBQFilename));
-        QCOMPARE(other.OpenRecordset(u"SELECT * FROM City"_qs)->RowCount(), 2);
+        QCOMPARE(other.OpenRecordset("SELECT * FROM City")->RowCount(), 2);
     }
 };
 

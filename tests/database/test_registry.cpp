@@ -1,4 +1,3 @@
-#include "controls/ListModel.h"
 #include "core/Session.h"
 #include "database/Registry.h"
 #include "platform/DataSourceRegistry.h"
@@ -23,14 +22,13 @@ private slots:
     {
         const OwnDataSources sources;
         const ScriptedDialogs dialogs;
-        QVERIFY(DSNMissing(u"College"_qs));
-        QVERIFY(
-            RegisterAccessDSN(u"College"_qs, u"/data/Über uns;1.mdb"_qs, u"Veltrane Database"_qs, {}, {}));
+        QVERIFY(DSNMissing("College"));
+        QVERIFY(RegisterAccessDSN("College", "/data/Über uns;1.mdb", "Veltrane Database", {}, {}));
 
-        QVERIFY(!DSNMissing(u"COLLEGE"_qs));
-        QCOMPARE(DSNType(u"college"_qs), 1);
-        QCOMPARE(DSNFile(u"College"_qs), u"/data/Über uns;1.mdb"_qs);
-        QCOMPARE(DSNDescription(u"College"_qs), u"Veltrane Database"_qs);
+        QVERIFY(!DSNMissing("COLLEGE"));
+        QCOMPARE(DSNType("college"), 1);
+        QCOMPARE(DSNFile("College"), u"/data/Über uns;1.mdb"_qs);
+        QCOMPARE(DSNDescription("College"), u"Veltrane Database"_qs);
         QCOMPARE(RegReadString(jetKey, u"MaxBufferSize"_qs), u"512"_qs);
         QCOMPARE(RegReadString(jetKey, u"Threads"_qs), u"3"_qs);
         QVERIFY(!sources.Content().contains("UID"));
@@ -47,14 +45,14 @@ private slots:
     {
         const OwnDataSources sources;
         sources.SetContent("[S]\nDBQ=/old.mdb\n");
-        QCOMPARE(DSNFile(u"S"_qs), u"/old.mdb"_qs);
+        QCOMPARE(DSNFile("S"), u"/old.mdb"_qs);
         sources.SetContent("[S]\nDBQ=/new.mdb\n");
-        QCOMPARE(DSNFile(u"S"_qs), u"/new.mdb"_qs);
+        QCOMPARE(DSNFile("S"), u"/new.mdb"_qs);
         QVERIFY(SetDSNFile(u"s"_qs, u"/own.mdb"_qs));
-        QCOMPARE(DSNFile(u"S"_qs), u"/own.mdb"_qs);
+        QCOMPARE(DSNFile("S"), u"/own.mdb"_qs);
         QCOMPARE(sources.Content().count("DBQ"), 1);
         sources.SetContent({});
-        QVERIFY(DSNMissing(u"S"_qs));
+        QVERIFY(DSNMissing("S"));
     }
 
     void KnowsTheKindOfASource()
@@ -62,7 +60,7 @@ private slots:
         const OwnDataSources sources;
         const auto typeOf = [&](const QByteArray &content) {
             sources.SetContent(content);
-            return DSNType(u"S"_qs);
+            return DSNType("S");
         };
         for (const auto &[driver, type] : {std::pair{"Microsoft Access Driver (*.mdb)", 1},
                                            {"SQL Server", 2},
@@ -77,28 +75,6 @@ private slots:
         QCOMPARE(typeOf(listed + "[S]\nDBQ=/x.mdb\n"), 1);
         QCOMPARE(typeOf("[S]\nDescription=x\n"), 0);
         QCOMPARE(typeOf({}), 0);
-    }
-
-    void ListsTheSources()
-    {
-        const OwnDataSources sources;
-        sources.SetContent("[ODBC Data Sources]\nB=PostgreSQL Unicode\n"
-                           "[B]\nDriver=PostgreSQL Unicode\nDescription=The server\nDatabase=veltrane\n"
-                           "[A]\nDriver=Microsoft Access Driver (*.mdb)\nDBQ=/a.mdb\n");
-        gDBQName = u"a"_qs;
-        ListModel list;
-        FillDSNList(list);
-        gDBQName.clear();
-
-        QCOMPARE(list.Count(), 2);
-        QCOMPARE(list.At(0).key, u"?1"_qs);
-        QCOMPARE(list.At(0).text, u"B"_qs);
-        QCOMPARE(list.At(0).subItems, QStringList({u"The server"_qs, QString()}));
-        QVERIFY(!list.At(0).checked);
-        QCOMPARE(list.At(1).subItems, QStringList({QString(), u"/a.mdb"_qs}));
-        QVERIFY(list.At(1).checked);
-        QCOMPARE(list.CurrentRow(), 0);
-        QCOMPARE(DSNDatabase(u"B"_qs), u"veltrane"_qs);
     }
 
     void TellsWhenASourceCannotBeWritten()

@@ -70,109 +70,100 @@ class TestWorkstations final : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
+    void init()
+    {
+        m_database = std::make_unique<TestDatabase>();
+        m_course = School::AddCourse("Pottery", 100000);
+        for (int person = 2; person <= 12; ++person)
+            QCOMPARE(School::AddPerson("P", QString::number(person)), person);
+    }
     void cleanup() { m_database.reset(); }
 
-    void ConfirmedPaymentsSurviveAKill();
-    void TwoWorkstationsPayOnOneCourse();
-    void TwoWorkstationsEnrolAndPayTheSamePeople();
+    /// Killed at any moment, a confirmed payment is there in full; the one under way may be logged and not
+    /// yet in the totals, never the other way round.
+    void ConfirmedPaymentsSurviveAKill()
+    {
+        int confirmed = 0;
+        for (int round = 0; round < 8; ++round) {
+            const auto process = Start(2, 2, 100000, 0);
+            QVERIFY(process->waitForReadyRead(20000));
+            QThread::msleep(QRandomGenerator::global()->bounded(150U));
+            process->kill();
+            QVERIFY(process->waitForFinished());
+            confirmed += Confirmed(*process);
+
+            QVERIFY(m_database->Reconnect());
+            const double logged = Sum("MoneyPaid", "Transactions");
+            const double total = Sum("AmountPaid", "StudentsEnrolled");
+            QVERIFY2(
+                total >= confirmed && logged >= total && logged <= confirmed + round + 1,
+                qPrintable(u"confirmed %1, logged %2, total %3"_qs.arg(confirmed).arg(logged).arg(total)));
+            if (!TestDatabase::IsOnServer())
+                QCOMPARE(TestDatabase::Value("PRAGMA integrity_check"), "ok");
+        }
+        QVERIFY(confirmed >= 8);
+    }
+
+    void TwoWorkstationsPayOnOneCourse()
+    {
+        const auto one = Start(2, 6, 3, 5);
+        const auto two = Start(7, 12, 3, 5);
+        for (const auto &process : {one.get(), two.get()}) {
+            QVERIFY(process->waitForFinished(60000));
+            QCOMPARE(process->exitCode(), 0);
+        }
+        QCOMPARE(Confirmed(*one) + Confirmed(*two), 33);
+        QCOMPARE(TestDatabase::Value("SELECT COUNT(*) AS N FROM Transactions"), u"33"_qs);
+        QCOMPARE(TestDatabase::Rows("SELECT AmountPaid FROM StudentsEnrolled").join(u' '),
+                 u"3 3 3 3 3 3 3 3 3 3 3"_qs);
+    }
+
+    /// Nothing locks a person between the test and the write: he may be enrolled twice, and of two payments
+    /// at once the totals keep one. The log keeps both, and no workstation is stopped.
+    void TwoWorkstationsEnrolAndPayTheSamePeople()
+    {
+        const auto one = Start(2, 8, 1, 20);
+        const auto two = Start(2, 8, 1, 20);
+        for (const auto &process : {one.get(), two.get()}) {
+            QVERIFY(process->waitForFinished(60000));
+            QCOMPARE(process->exitCode(), 0);
+            QCOMPARE(Confirmed(*process), 7);
+        }
+        for (int person = 2; person <= 8; ++person) {
+            const QString of = u" WHERE ContactRef = " % SqlNumber(person);
+            QCOMPARE(Sum("MoneyPaid", QString(u"Transactions" % of)), 2.0);
+            const QStringList totals = TestDatabase::Rows(u"SELECT AmountPaid FROM StudentsEnrolled" % of);
+            QVERIFY2(totals.size() == 1 || totals.size() == 2, qPrintable(totals.join(u' ')));
+            for (const QString &total : totals)
+                QVERIFY2(total == u"1" || total == u"2", qPrintable(total));
+        }
+    }
 
 private:
-    std::unique_ptr<QProcess> Start(int first, int last, int rounds, int pause);
-    static int Confirmed(QProcess &process);
-    static double Sum(const QString &column, const QString &table);
+    std::unique_ptr<QProcess> Start(int first, int last, int rounds, int pause)
+    {
+        auto process = std::make_unique<QProcess>();
+        process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process->start(QCoreApplication::applicationFilePath(),
+                       {"workstation", m_database->ConnectionText(), m_database->Directory(),
+                        QString::number(m_course), QString::number(first), QString::number(last),
+                        QString::number(rounds), QString::number(pause)});
+        return process;
+    }
+
+    static int Confirmed(QProcess &process)
+    {
+        return static_cast<int>(process.readAllStandardOutput().count('\n'));
+    }
+
+    static double Sum(const QString &column, const QString &table)
+    {
+        return TestDatabase::Value(u"SELECT SUM(" % column % u") AS S FROM " % table).toDouble();
+    }
 
     std::unique_ptr<TestDatabase> m_database;
     int m_course = 0;
 };
-
-void TestWorkstations::init()
-{
-    m_database = std::make_unique<TestDatabase>();
-    m_course = School::AddCourse("Pottery", 100000);
-    for (int person = 2; person <= 12; ++person)
-        QCOMPARE(School::AddPerson("P", QString::number(person)), person);
-}
-
-std::unique_ptr<QProcess> TestWorkstations::Start(int first, int last, int rounds, int pause)
-{
-    auto process = std::make_unique<QProcess>();
-    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process->start(QCoreApplication::applicationFilePath(),
-                   {"workstation", m_database->ConnectionText(), m_database->Directory(),
-                    QString::number(m_course), QString::number(first), QString::number(last),
-                    QString::number(rounds), QString::number(pause)});
-    return process;
-}
-
-int TestWorkstations::Confirmed(QProcess &process)
-{
-    return static_cast<int>(process.readAllStandardOutput().count('\n'));
-}
-
-double TestWorkstations::Sum(const QString &column, const QString &table)
-{
-    return TestDatabase::Value(u"SELECT SUM(" % column % u") AS S FROM " % table).toDouble();
-}
-
-/// Killed at any moment, a confirmed payment is there in full; the one under way may be logged and not yet
-/// in the totals, never the other way round.
-void TestWorkstations::ConfirmedPaymentsSurviveAKill()
-{
-    int confirmed = 0;
-    for (int round = 0; round < 8; ++round) {
-        const auto process = Start(2, 2, 100000, 0);
-        QVERIFY(process->waitForReadyRead(20000));
-        QThread::msleep(QRandomGenerator::global()->bounded(150U));
-        process->kill();
-        QVERIFY(process->waitForFinished());
-        confirmed += Confirmed(*process);
-
-        QVERIFY(m_database->Reconnect());
-        const double logged = Sum("MoneyPaid", "Transactions");
-        const double total = Sum("AmountPaid", "StudentsEnrolled");
-        QVERIFY2(total >= confirmed && logged >= total && logged <= confirmed + round + 1,
-                 qPrintable(u"confirmed %1, logged %2, total %3"_qs.arg(confirmed).arg(logged).arg(total)));
-        if (!TestDatabase::IsOnServer())
-            QCOMPARE(TestDatabase::Value("PRAGMA integrity_check"), "ok");
-    }
-    QVERIFY(confirmed >= 8);
-}
-
-void TestWorkstations::TwoWorkstationsPayOnOneCourse()
-{
-    const auto one = Start(2, 6, 3, 5);
-    const auto two = Start(7, 12, 3, 5);
-    for (const auto &process : {one.get(), two.get()}) {
-        QVERIFY(process->waitForFinished(60000));
-        QCOMPARE(process->exitCode(), 0);
-    }
-    QCOMPARE(Confirmed(*one) + Confirmed(*two), 33);
-    QCOMPARE(TestDatabase::Value("SELECT COUNT(*) AS N FROM Transactions"), u"33"_qs);
-    QCOMPARE(TestDatabase::Rows("SELECT AmountPaid FROM StudentsEnrolled").join(u' '),
-             u"3 3 3 3 3 3 3 3 3 3 3"_qs);
-}
-
-/// Nothing locks a person between the test and the write: he may be enrolled twice, and of two payments at
-/// once the totals keep one. The log keeps both, and no workstation is stopped.
-void TestWorkstations::TwoWorkstationsEnrolAndPayTheSamePeople()
-{
-    const auto one = Start(2, 8, 1, 20);
-    const auto two = Start(2, 8, 1, 20);
-    for (const auto &process : {one.get(), two.get()}) {
-        QVERIFY(process->waitForFinished(60000));
-        QCOMPARE(process->exitCode(), 0);
-        QCOMPARE(Confirmed(*process), 7);
-    }
-    for (int person = 2; person <= 8; ++person) {
-        const QString of = u" WHERE ContactRef = " % SqlNumber(person);
-        QCOMPARE(Sum("MoneyPaid", QString(u"Transactions" % of)), 2.0);
-        const QStringList totals = TestDatabase::Rows(u"SELECT AmountPaid FROM StudentsEnrolled" % of);
-        QVERIFY2(totals.size() == 1 || totals.size() == 2, qPrintable(totals.join(u' ')));
-        for (const QString &total : totals)
-            QVERIFY2(total == u"1" || total == u"2", qPrintable(total));
-    }
-}
 
 int main(int argc, char **argv)
 {

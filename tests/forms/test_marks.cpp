@@ -7,6 +7,7 @@
 #include "forms/RequiredMarks.h"
 #include "platform/Directories.h"
 #include "support/ScriptedDialogs.h"
+#include "support/TestTable.h"
 
 #include <QHeaderView>
 #include <QTemporaryDir>
@@ -16,30 +17,30 @@ using Dialogs::Answer;
 
 namespace
 {
-const QString changed = QStringLiteral("Some of the data has changed.\nOkay to update before exiting?");
+const QString changed = u"Some of the data has changed.\nOkay to update before exiting?"_qs;
 
 /// A record form as the program has them: a name, a note, a list, and Update and Exit.
 class Record final : public FormDialog
 {
 public:
     Record()
-        : FormDialog(QStringLiteral("frmRecord"), QStringLiteral("Record"))
+        : FormDialog(u"frmRecord"_qs, u"Record"_qs)
         , m_required(this)
     {
-        list.SetColumns({QStringLiteral("One"), QStringLiteral("Two")});
+        list.SetColumns({u"One"_qs, u"Two"_qs});
         FormBuilder form(this);
-        name = form.Text(QStringLiteral("Title"), QStringLiteral("&Course Name:"));
-        m_required.Add(form.Label(QStringLiteral("Label_1")), name);
-        secret = form.Password(QStringLiteral("Secret"), QStringLiteral("Password:"));
-        m_required.Add(form.Label(QStringLiteral("Label_2")), secret);
-        notes = form.Notes(QStringLiteral("Notes"), QStringLiteral("Notes:"));
-        filter = form.Text(QStringLiteral("Filter"), QStringLiteral("Show:"));
-        date = form.Date(QStringLiteral("Day"), QStringLiteral("Day:"));
-        check = form.Check(QStringLiteral("Check"), QStringLiteral("Check"));
-        view = form.List(QStringLiteral("Rows"), QStringLiteral("Rows:"), list);
+        name = form.Text(u"Title"_qs, u"&Course Name:"_qs);
+        m_required.Add(form.Label(u"Label_1"_qs), name);
+        secret = form.Password(u"Secret"_qs, u"Password:"_qs);
+        m_required.Add(form.Label(u"Label_2"_qs), secret);
+        notes = form.Notes(u"Notes"_qs, u"Notes:"_qs);
+        filter = form.Text(u"Filter"_qs, u"Show:"_qs);
+        date = form.Date(u"Day"_qs, u"Day:"_qs);
+        check = form.Check(u"Check"_qs, u"Check"_qs);
+        view = form.List(u"Rows"_qs, u"Rows:"_qs, list);
         form.BeginButtons();
-        save = form.DefaultButton(QStringLiteral("OkBtn"), QStringLiteral("&Update"));
-        form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
+        save = form.DefaultButton(u"OkBtn"_qs, u"&Update"_qs);
+        form.Button(u"ExitBtn"_qs, u"E&xit"_qs);
         form.EndButtons();
         modified = new ModifiedMark(save, this);
         modified->Ignore(filter);
@@ -77,229 +78,190 @@ class test_marks final : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void leaving_asks_data();
-    void leaving_asks();
-    void every_change_sets_the_flag();
-    void the_save_button_is_painted_while_modified();
-    void empty_required_fields_stop_the_save();
-    void a_missing_caption_is_readable_in_any_colour_data();
-    void a_missing_caption_is_readable_in_any_colour();
-    void navigator_walks_and_asks();
-    void locked_fields_cannot_be_changed();
-    void a_form_remembers_its_size_and_columns();
+    void init()
+    {
+        Directories::SetProgram(m_directory.path());
+        QFile::remove(Directories::WrittenFile(u"windows.dat"_qs));
+    }
+
+    void leaving_asks_data()
+    {
+        const TestTable<bool, bool, Answer, int, bool> row{"modified", "saveWorks", "answer", "saves",
+                                                           "stays"};
+        row("unmodified goes unasked", false, true, Answer::None, 0, false);
+        row("yes saves and goes", true, true, Answer::Yes, 1, false);
+        row("yes and a failed save stays", true, false, Answer::Yes, 1, true);
+        row("no goes", true, true, Answer::No, 0, false);
+        row("cancel stays", true, true, Answer::Cancel, 0, true);
+    }
+    void leaving_asks()
+    {
+        QFETCH(bool, modified);
+        QFETCH(bool, saveWorks);
+        QFETCH(Answer, answer);
+        for (const bool byKey : {true, false}) {
+            Record form;
+            form.show();
+            form.saveWorks = saveWorks;
+            ScriptedDialogs user;
+            if (modified) {
+                form.name->setText("x");
+                user.Expect("Warning", changed, answer);
+            }
+            byKey ? QTest::keyClick(&form, Qt::Key_Escape) : static_cast<void>(form.close());
+            QVERIFY(user.AllCame());
+            QTEST(form.isVisible(), "stays");
+            QTEST(form.saves, "saves");
+        }
+    }
+
+    void every_change_sets_the_flag()
+    {
+        Record form;
+        const std::function<void()> changes[] = {
+            [&] { form.name->setText("a"); },
+            [&] { form.notes->setPlainText("a"); },
+            [&] { form.date->setDate(QDate(2026, 2, 3)); },
+            [&] { form.check->toggle(); },
+            [&] {
+                form.list.Add({"?1", "a"});
+            },
+        };
+        for (const auto &change : changes) {
+            form.modified->Clear();
+            change();
+            QVERIFY(form.modified->IsSet());
+        }
+        form.modified->Clear();
+        form.list.SelectFirst();
+        form.filter->setText("a");
+        QVERIFY(!form.modified->IsSet());
+    }
+
+    void the_save_button_is_painted_while_modified()
+    {
+        Record form;
+        const auto painted = [&] {
+            return form.save->palette().color(QPalette::Button) == form.palette().color(QPalette::Highlight);
+        };
+        form.modified->Set();
+        QTRY_VERIFY(painted());
+        form.modified->Clear();
+        QTRY_VERIFY(!painted());
+        // A record that loads sets and clears the flag in one go.
+        form.modified->Set();
+        form.modified->Clear();
+        QTest::qWait(300);
+        QVERIFY(!painted());
+    }
+
+    void empty_required_fields_stop_the_save()
+    {
+        Record form;
+        form.name->setText("  ");
+        {
+            ScriptedDialogs user;
+            user.Expect("Form not complete",
+                        "The followings fields must be completed:\n    Course Name\n    Password\n");
+            QVERIFY(!form.m_required.Complete());
+        }
+        form.name->setText("Welding");
+        form.secret->setText("  ");
+        const ScriptedDialogs nobody;
+        QVERIFY(form.m_required.Complete());
+        form.m_required.Mark(form.findChild<CaptionLabel *>("Label_1"), true);
+        QCOMPARE(form.m_required.MissingList(), u"    Course Name\n"_qs);
+    }
+
+    void a_missing_caption_is_readable_in_any_colour()
+    {
+        for (const int colour : {0xFFFFFF, 0x000000, 0xFF0000, 0xEFEFEF}) {
+            gWarnColour = colour;
+            CaptionLabel label("WWWW:");
+            label.resize(label.sizeHint());
+            const QSize plain = label.sizeHint();
+            label.SetMissing(true);
+            QCOMPARE(label.sizeHint(), plain);
+            const QImage marked = label.grab().toImage();
+            const QColor plate = QColor::fromRgb(static_cast<QRgb>(colour));
+            bool hasPlate = false;
+            bool hasInk = false;
+            for (int x = 0; x < marked.width(); ++x) {
+                const QColor here = marked.pixelColor(x, marked.height() / 2);
+                hasPlate = hasPlate || here.rgb() == plate.rgb();
+                hasInk = hasInk || qAbs(qGray(here.rgb()) - qGray(plate.rgb())) > 70;
+            }
+            QVERIFY2(hasPlate && hasInk, qPrintable(plate.name()));
+        }
+        gWarnColour = 0xFFFFFF;
+    }
+
+    void navigator_walks_and_asks()
+    {
+        QPushButton prev;
+        QPushButton next;
+        ModifiedMark modified(nullptr);
+        QStringList did;
+        RecordNavigator records(
+            &prev, &next, modified, [&] { did.append("save"); },
+            [&](const QString &key) { did.append(key); });
+        QVERIFY(!prev.isEnabled() && !next.isEnabled());
+        QCOMPARE(records.Position(), QString());
+        records.SetKeys({u"?4"_qs, u"?7"_qs, u"?9"_qs});
+        QVERIFY(!prev.isEnabled() && next.isEnabled());
+
+        next.click();
+        QCOMPARE(records.Position(), u" (RECORD 2 OF 3)"_qs);
+        ScriptedDialogs user;
+        modified.Set();
+        user.Expect("Record Changed", "Okay to update record?", Answer::Yes);
+        next.click();
+        QVERIFY(!next.isEnabled());
+        modified.Set();
+        user.Expect("Record Changed", "Okay to update record?", Answer::No);
+        prev.click();
+        QCOMPARE(did.join(u' '), u"?7 save ?9 ?7"_qs);
+        QVERIFY(!modified.IsSet());
+    }
+
+    void locked_fields_cannot_be_changed()
+    {
+        Record form;
+        form.list.SetCheckable(true);
+        form.list.Add({"?1", "a"});
+        form.list.SelectFirst();
+        form.modified->Clear();
+        LockFields(&form, true);
+        form.show();
+        for (QWidget *field : form.findChildren<QWidget *>())
+            QTest::keyClicks(field, "1 ");
+        QVERIFY(!form.modified->IsSet() && !form.list.At(0).checked);
+        QVERIFY(form.view->isEnabled());
+        LockFields(&form, false);
+        QTest::keyClicks(form.name, "1");
+        QCOMPARE(form.name->text(), u"1"_qs);
+        QCOMPARE(form.name->focusPolicy(), Qt::StrongFocus);
+    }
+
+    void a_form_remembers_its_size_and_columns()
+    {
+        {
+            Record form;
+            form.show();
+            form.resize(640, 555);
+            form.view->header()->resizeSection(0, 123);
+            form.modified->Clear();
+            form.close();
+        }
+        Record form;
+        form.show();
+        QCOMPARE(form.size(), QSize(640, 555));
+        QCOMPARE(form.view->header()->sectionSize(0), 123);
+    }
 
 private:
     QTemporaryDir m_directory;
 };
-
-void test_marks::init()
-{
-    Directories::SetProgram(m_directory.path());
-    QFile::remove(Directories::WrittenFile(QStringLiteral("windows.dat")));
-}
-
-void test_marks::leaving_asks_data()
-{
-    QTest::addColumn<bool>("byKey");
-    QTest::addColumn<bool>("modified");
-    QTest::addColumn<bool>("saveWorks");
-    QTest::addColumn<int>("answer");
-    QTest::addColumn<int>("saves");
-    QTest::addColumn<bool>("stays");
-    const auto row = [](const char *name, bool modified, bool saveWorks, Answer answer, int saves,
-                        bool stays) {
-        for (const bool byKey : {true, false})
-            QTest::addRow("%s, %s", name, byKey ? "Escape" : "window closed")
-                << byKey << modified << saveWorks << static_cast<int>(answer) << saves << stays;
-    };
-    row("unmodified goes unasked", false, true, Answer::None, 0, false);
-    row("yes saves and goes", true, true, Answer::Yes, 1, false);
-    row("yes and a failed save stays", true, false, Answer::Yes, 1, true);
-    row("no goes", true, true, Answer::No, 0, false);
-    row("cancel stays", true, true, Answer::Cancel, 0, true);
-}
-
-void test_marks::leaving_asks()
-{
-    QFETCH(bool, byKey);
-    QFETCH(bool, modified);
-    QFETCH(bool, saveWorks);
-    QFETCH(int, answer);
-    Record form;
-    form.show();
-    form.saveWorks = saveWorks;
-    if (modified)
-        form.name->setText(QStringLiteral("x"));
-    ScriptedDialogs user;
-    if (modified)
-        user.Expect(QStringLiteral("Warning"), changed, static_cast<Answer>(answer));
-    if (byKey)
-        QTest::keyClick(&form, Qt::Key_Escape);
-    else
-        form.close();
-    QVERIFY(user.AllCame());
-    QTEST(form.isVisible(), "stays");
-    QTEST(form.saves, "saves");
-}
-
-void test_marks::every_change_sets_the_flag()
-{
-    Record form;
-    const std::vector<std::pair<const char *, std::function<void()>>> changes = {
-        {"text", [&] { form.name->setText(QStringLiteral("a")); }},
-        {"notes", [&] { form.notes->setPlainText(QStringLiteral("a")); }},
-        {"date",
-         [&] {
-             form.date->setDate({2026, 2, 3});
-         }},
-        {"check", [&] { form.check->toggle(); }},
-        {"list",
-         [&] {
-             form.list.Add({QStringLiteral("?1"), QStringLiteral("a")});
-         }},
-    };
-    for (const auto &[what, change] : changes) {
-        form.modified->Clear();
-        change();
-        QVERIFY2(form.modified->IsSet(), what);
-    }
-    form.modified->Clear();
-    form.list.SelectFirst();
-    form.filter->setText(QStringLiteral("a"));
-    QVERIFY(!form.modified->IsSet());
-}
-
-void test_marks::the_save_button_is_painted_while_modified()
-{
-    Record form;
-    const auto painted = [&] {
-        return form.save->palette().color(QPalette::Button) == form.palette().color(QPalette::Highlight);
-    };
-    form.modified->Set();
-    QTRY_VERIFY(painted());
-    form.modified->Clear();
-    QTRY_VERIFY(!painted());
-    // A record that loads sets and clears the flag in one go.
-    form.modified->Set();
-    form.modified->Clear();
-    QTest::qWait(300);
-    QVERIFY(!painted());
-}
-
-void test_marks::empty_required_fields_stop_the_save()
-{
-    Record form;
-    form.name->setText(QStringLiteral("  "));
-    {
-        ScriptedDialogs user;
-        user.Expect(
-            QStringLiteral("Form not complete"),
-            QStringLiteral("The followings fields must be completed:\n    Course Name\n    Password\n"));
-        QVERIFY(!form.m_required.Complete());
-    }
-    form.name->setText(QStringLiteral("Welding"));
-    form.secret->setText(QStringLiteral("  "));
-    const ScriptedDialogs nobody;
-    QVERIFY(form.m_required.Complete());
-    form.m_required.Mark(form.findChild<CaptionLabel *>(QStringLiteral("Label_1")), true);
-    QCOMPARE(form.m_required.MissingList(), QStringLiteral("    Course Name\n"));
-}
-
-void test_marks::a_missing_caption_is_readable_in_any_colour_data()
-{
-    QTest::addColumn<int>("colour");
-    QTest::newRow("white") << 0xFFFFFF;
-    QTest::newRow("black") << 0x000000;
-    QTest::newRow("red") << 0xFF0000;
-    QTest::newRow("grey like the window") << 0xEFEFEF;
-}
-
-void test_marks::a_missing_caption_is_readable_in_any_colour()
-{
-    QFETCH(int, colour);
-    gWarnColour = colour;
-    CaptionLabel label(QStringLiteral("WWWW:"));
-    label.resize(label.sizeHint());
-    const QImage plain = label.grab().toImage();
-    label.SetMissing(true);
-    const QImage marked = label.grab().toImage();
-    QVERIFY(plain != marked);
-    QCOMPARE(label.sizeHint(), plain.size());
-    bool hasPlate = false;
-    bool hasInk = false;
-    const QColor plate = QColor::fromRgb(static_cast<QRgb>(colour));
-    for (int x = 0; x < marked.width(); ++x) {
-        const QColor here = marked.pixelColor(x, marked.height() / 2);
-        hasPlate = hasPlate || here.rgb() == plate.rgb();
-        hasInk = hasInk || qAbs(qGray(here.rgb()) - qGray(plate.rgb())) > 70;
-    }
-    QVERIFY(hasPlate);
-    QVERIFY(hasInk);
-    gWarnColour = 0xFFFFFF;
-}
-
-void test_marks::navigator_walks_and_asks()
-{
-    QPushButton prev;
-    QPushButton next;
-    ModifiedMark modified(nullptr);
-    QStringList did;
-    RecordNavigator records(
-        &prev, &next, modified, [&] { did.append(QStringLiteral("save")); },
-        [&](const QString &key) { did.append(key); });
-    QVERIFY(!prev.isEnabled() && !next.isEnabled());
-    QCOMPARE(records.Position(), QString());
-    records.SetKeys({QStringLiteral("?4"), QStringLiteral("?7"), QStringLiteral("?9")});
-    QVERIFY(!prev.isEnabled() && next.isEnabled());
-
-    next.click();
-    QCOMPARE(records.Position(), QStringLiteral(" (RECORD 2 OF 3)"));
-    ScriptedDialogs user;
-    modified.Set();
-    user.Expect(QStringLiteral("Record Changed"), QStringLiteral("Okay to update record?"), Answer::Yes);
-    next.click();
-    QVERIFY(!next.isEnabled());
-    modified.Set();
-    user.Expect(QStringLiteral("Record Changed"), QStringLiteral("Okay to update record?"), Answer::No);
-    prev.click();
-    QCOMPARE(did.join(u' '), QStringLiteral("?7 save ?9 ?7"));
-    QVERIFY(!modified.IsSet());
-}
-
-void test_marks::locked_fields_cannot_be_changed()
-{
-    Record form;
-    form.list.SetCheckable(true);
-    form.list.Add({QStringLiteral("?1"), QStringLiteral("a")});
-    form.modified->Clear();
-    LockFields(&form, true);
-    form.show();
-    for (QWidget *field : form.findChildren<QWidget *>())
-        QTest::keyClicks(field, "1 ");
-    QVERIFY(!form.modified->IsSet());
-    QVERIFY(form.view->isEnabled());
-    LockFields(&form, false);
-    QTest::keyClicks(form.name, "1");
-    QCOMPARE(form.name->text(), QStringLiteral("1"));
-    QCOMPARE(form.name->focusPolicy(), Qt::StrongFocus);
-}
-
-void test_marks::a_form_remembers_its_size_and_columns()
-{
-    {
-        Record form;
-        form.show();
-        form.resize(640, 555);
-        form.view->header()->resizeSection(0, 123);
-        form.modified->Clear();
-        form.close();
-    }
-    Record form;
-    form.show();
-    QCOMPARE(form.size(), QSize(640, 555));
-    QCOMPARE(form.view->header()->sectionSize(0), 123);
-}
 
 QTEST_MAIN(test_marks)
 #include "test_marks.moc"

@@ -28,44 +28,6 @@
 #include <QToolBar>
 #include <QToolButton>
 
-/// What must hold for every form of the program.
-class test_nets final : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void opens_data() { Forms(); }
-    void opens();
-    void names_are_unique_data() { Forms(); }
-    void names_are_unique();
-    void every_input_has_a_label_data() { Forms(); }
-    void every_input_has_a_label();
-    void tab_walks_as_one_reads_data() { Forms(); }
-    void tab_walks_as_one_reads();
-    void keyboard_reaches_everything_data() { Forms(); }
-    void keyboard_reaches_everything();
-    void mnemonics_are_unique_data() { Forms(); }
-    void mnemonics_are_unique();
-    void enter_presses_the_default_button_alone_data() { Forms(); }
-    void enter_presses_the_default_button_alone();
-    void rights_to_look_lock_every_field_data() { Forms(); }
-    void rights_to_look_lock_every_field();
-    void escape_leaves_and_asks_where_modified_data() { Forms(); }
-    void escape_leaves_and_asks_where_modified();
-    void captions_share_the_edge_of_their_lists_data() { Forms(); }
-    void captions_share_the_edge_of_their_lists();
-    void nothing_is_clipped_data() { Forms(); }
-    void nothing_is_clipped();
-
-private:
-    static void Forms();
-    static const FormEntry &Entry();
-    static std::unique_ptr<QWidget> Shown();
-    std::unique_ptr<TestDatabase> m_database;
-    std::unique_ptr<ScriptedDialogs> m_user; ///< no form may ask anything by being opened
-};
-
 namespace
 {
 bool IsPartOfAField(const QWidget *widget)
@@ -199,245 +161,256 @@ QString Describe(const QWidget *widget)
 }
 } // namespace
 
-void test_nets::Forms()
+/// What must hold for every form of the program.
+class test_nets final : public QObject
 {
-    QTest::addColumn<int>("form");
-    for (size_t i = 0; i < FormRegistry().size(); ++i)
-        QTest::newRow(qPrintable(FormRegistry()[i].name)) << static_cast<int>(i);
-}
+    Q_OBJECT
 
-const FormEntry &test_nets::Entry()
-{
-    QFETCH(int, form);
-    return FormRegistry()[static_cast<size_t>(form)];
-}
-
-std::unique_ptr<QWidget> test_nets::Shown()
-{
-    std::unique_ptr<QWidget> form = Entry().open();
-    form->show();
-    QApplication::setActiveWindow(form.get());
-    QApplication::processEvents();
-    return form;
-}
-
-void test_nets::initTestCase()
-{
-    QApplication::setStyle(QStringLiteral("Fusion"));
-    m_database = std::make_unique<TestDatabase>();
-    m_user = std::make_unique<ScriptedDialogs>();
-    FillForms();
-    LoadSystemValues();
-}
-
-void test_nets::opens()
-{
-    const auto form = Shown();
-    QVERIFY(form->isVisible());
-    QCOMPARE(form->objectName(), Entry().name.section(u' ', 0, 0));
-    QVERIFY(!form->windowTitle().isEmpty());
-    // The smallest screen that the program is meant for, less what the desktop keeps of it.
-    const QSize needed = form->minimumSizeHint();
-    QVERIFY2(needed.width() <= 1024 && needed.height() <= 700,
-             qPrintable(QString::number(needed.width()) % u'x' % QString::number(needed.height())));
-}
-
-void test_nets::names_are_unique()
-{
-    const auto form = Shown();
-    QSet<QString> seen{form->objectName()};
-    for (const QWidget *widget : form->findChildren<QWidget *>()) {
-        const QString name = widget->objectName();
-        if (IsField(widget) || IsList(widget) || qobject_cast<const QAbstractButton *>(widget))
-            QVERIFY2(!name.isEmpty() || IsPartOfAField(widget) || widget->inherits("QToolButton"),
-                     qPrintable(QString(u"no name: " % Describe(widget))));
-        if (name.isEmpty() || name.startsWith(u"qt_") || IsPartOfAField(widget))
-            continue;
-        QVERIFY2(!seen.contains(name), qPrintable(name));
-        seen.insert(name);
+private slots:
+    void initTestCase_data()
+    {
+        QTest::addColumn<int>("form");
+        for (size_t i = 0; i < FormRegistry().size(); ++i)
+            QTest::newRow(qPrintable(FormRegistry()[i].name)) << static_cast<int>(i);
     }
-}
-
-void test_nets::every_input_has_a_label()
-{
-    const auto form = Shown();
-    QSet<const QWidget *> labelled;
-    for (const QLabel *label : form->findChildren<QLabel *>()) {
-        if (label->buddy() && !label->text().isEmpty())
-            labelled.insert(label->buddy());
+    void initTestCase()
+    {
+        QApplication::setStyle(u"Fusion"_qs);
+        m_database = std::make_unique<TestDatabase>();
+        m_user = std::make_unique<ScriptedDialogs>();
+        FillForms();
+        LoadSystemValues();
     }
-    for (const QWidget *widget : form->findChildren<QWidget *>()) {
-        if (!IsField(widget) && !IsList(widget))
-            continue;
-        QVERIFY2(labelled.contains(widget) || !widget->accessibleName().isEmpty(),
-                 qPrintable(Describe(widget)));
+
+    void opens()
+    {
+        const auto form = Shown();
+        QVERIFY(form->isVisible());
+        QCOMPARE(form->objectName(), Entry().name.section(u' ', 0, 0));
+        QVERIFY(!form->windowTitle().isEmpty());
+        // The smallest screen that the program is meant for, less what the desktop keeps of it.
+        const QSize needed = form->minimumSizeHint();
+        QVERIFY2(needed.width() <= 1024 && needed.height() <= 700,
+                 qPrintable(QString::number(needed.width()) % u'x' % QString::number(needed.height())));
     }
-    for (const QAbstractButton *button : form->findChildren<QAbstractButton *>()) {
-        if (IsPartOfAField(button) || button->inherits("QToolButton"))
-            continue;
-        QVERIFY2(!button->text().isEmpty() || labelled.contains(button) ||
-                     !button->accessibleName().isEmpty(),
-                 qPrintable(Describe(button)));
-    }
-}
 
-void test_nets::tab_walks_as_one_reads()
-{
-    const auto form = Shown();
-    OnEveryPage(*form, [&] {
-        const QWidget *before = nullptr;
-        for (QWidget *at = form->nextInFocusChain(); at != form.get(); at = at->nextInFocusChain()) {
-            const bool stops = at->focusPolicy() & Qt::TabFocus && at->isVisible() && at->isEnabled() &&
-                               !IsPartOfAField(at) && !at->inherits("QTabBar") &&
-                               !at->inherits("QTabWidget") && form->isAncestorOf(at);
-            if (!stops)
-                continue;
-            if (before) {
-                const QRect from = Place(*form, before);
-                const QRect to = Place(*form, at);
-                const bool sameRow = from.top() <= to.center().y() && to.center().y() <= from.bottom();
-                const bool onward = to.left() >= from.right() || (!sameRow && to.top() > from.top());
-                QVERIFY2(onward, qPrintable(QString(Describe(before) % u" -> " % Describe(at))));
-            }
-            before = at;
-        }
-    });
-}
-
-void test_nets::keyboard_reaches_everything()
-{
-    const auto form = Shown();
-    OnEveryPage(*form, [&] {
-        const QSet<const QWidget *> reached = ReachedByTab(*form);
-        const QList<QWidget *> called = Mnemonics(*form).values();
-        for (QWidget *widget : Workable(*form))
-            QVERIFY2(reached.contains(widget) || called.contains(widget), qPrintable(Describe(widget)));
-        for (const QTabWidget *panel : form->findChildren<QTabWidget *>())
-            QVERIFY2(panel->count() < 2 || reached.contains(panel->tabBar()), qPrintable(Describe(panel)));
-    });
-    for (const QToolBar *bar : form->findChildren<QToolBar *>()) {
-        for (const QAction *command : bar->actions())
-            QVERIFY2(command->isSeparator() || IsCommandForKeys(command), qPrintable(command->objectName()));
-    }
-}
-
-void test_nets::mnemonics_are_unique()
-{
-    const QString shared = Entry().sharedMnemonics;
-    const auto form = Shown();
-    OnEveryPage(*form, [&] {
-        const QMultiMap<QString, QWidget *> mnemonics = Mnemonics(*form);
-        for (const QString &letter : mnemonics.uniqueKeys()) {
-            QStringList holders;
-            for (const QWidget *holder : mnemonics.values(letter))
-                holders.append(Describe(holder));
-            QVERIFY2(holders.size() == 1 || shared.contains(letter),
-                     qPrintable(QString(letter % u": " % holders.join(u", "))));
-        }
-    });
-}
-
-void test_nets::enter_presses_the_default_button_alone()
-{
-    const auto form = Shown();
-    if (!qobject_cast<QDialog *>(form.get()))
-        QSKIP("is no dialog");
-    QStringList pressed;
-    QStringList expected;
-    for (QPushButton *button : form->findChildren<QPushButton *>()) {
-        // What the button does is not at stake here.
-        disconnect(button, &QAbstractButton::clicked, nullptr, nullptr);
-        connect(button, &QAbstractButton::clicked, form.get(),
-                [&pressed, button] { pressed.append(button->objectName()); });
-        if (button->isDefault() && button->isVisible() && button->isEnabled())
-            expected.append(button->objectName());
-    }
-    QVERIFY(expected.size() <= 1);
-    QVERIFY2(!expected.isEmpty() || Entry().recordField.isEmpty(), "a record is saved by Enter");
-    QWidget *at = form.get();
-    for (QWidget *widget : Workable(*form)) {
-        if (qobject_cast<QLineEdit *>(widget) && !qobject_cast<MoneyField *>(widget))
-            at = widget;
-    }
-    QTest::keyClick(at, Qt::Key_Return);
-    QCOMPARE(pressed, expected);
-}
-
-void test_nets::rights_to_look_lock_every_field()
-{
-    const FormEntry &entry = Entry();
-    if (!entry.freeFields)
-        QSKIP("rights do not reach into this form");
-    const QString all = gUserRights;
-    gUserRights = QString(all.size(), u'1');
-    const auto form = Shown();
-    gUserRights = all;
-    for (const QWidget *widget : form->findChildren<QWidget *>()) {
-        if (IsField(widget) && widget->isVisibleTo(form.get()) &&
-            !entry.freeFields->contains(widget->objectName()))
-            QVERIFY2(IsLocked(widget), qPrintable(Describe(widget)));
-    }
-}
-
-void test_nets::escape_leaves_and_asks_where_modified()
-{
-    const FormEntry &entry = Entry();
-    const auto unchanged = Shown();
-    if (!qobject_cast<QDialog *>(unchanged.get()))
-        QSKIP("is no dialog");
-    QTest::keyClick(Focus(*unchanged), Qt::Key_Escape);
-    QVERIFY(!unchanged->isVisible());
-    if (entry.recordField.isEmpty())
-        return;
-
-    const auto form = Shown();
-    auto *field = form->findChild<QLineEdit *>(entry.recordField);
-    QVERIFY(field);
-    QTest::keyClicks(field, "x");
-    for (const Dialogs::Answer answer : {Dialogs::Answer::Cancel, Dialogs::Answer::No}) {
-        ScriptedDialogs user;
-        user.Expect(QStringLiteral("Warning"),
-                    QStringLiteral("Some of the data has changed.\nOkay to update before exiting?"), answer);
-        QTest::keyClick(field, Qt::Key_Escape);
-        QVERIFY(user.AllCame());
-        QCOMPARE(form->isVisible(), answer == Dialogs::Answer::Cancel);
-    }
-}
-
-void test_nets::captions_share_the_edge_of_their_lists()
-{
-    const auto form = Shown();
-    OnEveryPage(*form, [&] {
-        for (const QLabel *caption : form->findChildren<QLabel *>()) {
-            if (!caption->isVisible() || !caption->buddy() || !IsList(caption->buddy()))
-                continue;
-            const QPoint text = caption->mapTo(form.get(), caption->contentsRect().topLeft());
-            QCOMPARE(text.x(), Place(*form, caption->buddy()).left());
-        }
-    });
-}
-
-void test_nets::nothing_is_clipped()
-{
-    const auto form = Shown();
-    form->resize(form->minimumSizeHint());
-    OnEveryPage(*form, [&] {
+    void names_are_unique()
+    {
+        const auto form = Shown();
+        QSet<QString> seen{form->objectName()};
         for (const QWidget *widget : form->findChildren<QWidget *>()) {
-            if (!widget->isVisible() || IsPartOfAField(widget))
+            const QString name = widget->objectName();
+            if (IsField(widget) || IsList(widget) || qobject_cast<const QAbstractButton *>(widget))
+                QVERIFY2(!name.isEmpty() || IsPartOfAField(widget) || widget->inherits("QToolButton"),
+                         qPrintable(QString(u"no name: " % Describe(widget))));
+            if (name.isEmpty() || name.startsWith(u"qt_") || IsPartOfAField(widget))
                 continue;
-            const auto *label = qobject_cast<const QLabel *>(widget);
-            const bool hasText = (label && !label->wordWrap()) || IsField(widget) ||
-                                 qobject_cast<const QAbstractButton *>(widget);
-            if (!hasText)
-                continue;
-            const QSize needed = widget->minimumSizeHint();
-            QVERIFY2(widget->width() >= needed.width() && widget->height() >= needed.height(),
-                     qPrintable(Describe(widget)));
-            QVERIFY2(widget->visibleRegion().boundingRect().size() == widget->size(),
-                     qPrintable(QString(u"covered: " % Describe(widget))));
+            QVERIFY2(!seen.contains(name), qPrintable(name));
+            seen.insert(name);
         }
-    });
-}
+    }
+
+    void every_input_has_a_label()
+    {
+        const auto form = Shown();
+        QSet<const QWidget *> labelled;
+        for (const QLabel *label : form->findChildren<QLabel *>()) {
+            if (label->buddy() && !label->text().isEmpty())
+                labelled.insert(label->buddy());
+        }
+        for (const QWidget *widget : form->findChildren<QWidget *>()) {
+            if (!IsField(widget) && !IsList(widget))
+                continue;
+            QVERIFY2(labelled.contains(widget) || !widget->accessibleName().isEmpty(),
+                     qPrintable(Describe(widget)));
+        }
+        for (const QAbstractButton *button : form->findChildren<QAbstractButton *>()) {
+            if (IsPartOfAField(button) || button->inherits("QToolButton"))
+                continue;
+            QVERIFY2(!button->text().isEmpty() || labelled.contains(button) ||
+                         !button->accessibleName().isEmpty(),
+                     qPrintable(Describe(button)));
+        }
+    }
+
+    void tab_walks_as_one_reads()
+    {
+        const auto form = Shown();
+        OnEveryPage(*form, [&] {
+            const QWidget *before = nullptr;
+            for (QWidget *at = form->nextInFocusChain(); at != form.get(); at = at->nextInFocusChain()) {
+                const bool stops = at->focusPolicy() & Qt::TabFocus && at->isVisible() && at->isEnabled() &&
+                                   !IsPartOfAField(at) && !at->inherits("QTabBar") &&
+                                   !at->inherits("QTabWidget") && form->isAncestorOf(at);
+                if (!stops)
+                    continue;
+                if (before) {
+                    const QRect from = Place(*form, before);
+                    const QRect to = Place(*form, at);
+                    const bool sameRow = from.top() <= to.center().y() && to.center().y() <= from.bottom();
+                    const bool onward = to.left() >= from.right() || (!sameRow && to.top() > from.top());
+                    QVERIFY2(onward, qPrintable(QString(Describe(before) % u" -> " % Describe(at))));
+                }
+                before = at;
+            }
+        });
+    }
+
+    void keyboard_reaches_everything()
+    {
+        const auto form = Shown();
+        OnEveryPage(*form, [&] {
+            const QSet<const QWidget *> reached = ReachedByTab(*form);
+            const QList<QWidget *> called = Mnemonics(*form).values();
+            for (QWidget *widget : Workable(*form))
+                QVERIFY2(reached.contains(widget) || called.contains(widget), qPrintable(Describe(widget)));
+            for (const QTabWidget *panel : form->findChildren<QTabWidget *>())
+                QVERIFY2(panel->count() < 2 || reached.contains(panel->tabBar()),
+                         qPrintable(Describe(panel)));
+        });
+        for (const QToolBar *bar : form->findChildren<QToolBar *>()) {
+            for (const QAction *command : bar->actions())
+                QVERIFY2(command->isSeparator() || IsCommandForKeys(command),
+                         qPrintable(command->objectName()));
+        }
+    }
+
+    void mnemonics_are_unique()
+    {
+        const QString shared = Entry().sharedMnemonics;
+        const auto form = Shown();
+        OnEveryPage(*form, [&] {
+            const QMultiMap<QString, QWidget *> mnemonics = Mnemonics(*form);
+            for (const QString &letter : mnemonics.uniqueKeys()) {
+                QStringList holders;
+                for (const QWidget *holder : mnemonics.values(letter))
+                    holders.append(Describe(holder));
+                QVERIFY2(holders.size() == 1 || shared.contains(letter),
+                         qPrintable(QString(letter % u": " % holders.join(u", "))));
+            }
+        });
+    }
+
+    void enter_presses_the_default_button_alone()
+    {
+        const auto form = Shown();
+        if (!qobject_cast<QDialog *>(form.get()))
+            QSKIP("is no dialog");
+        QStringList pressed;
+        QStringList expected;
+        for (QPushButton *button : form->findChildren<QPushButton *>()) {
+            // What the button does is not at stake here.
+            disconnect(button, &QAbstractButton::clicked, nullptr, nullptr);
+            connect(button, &QAbstractButton::clicked, form.get(),
+                    [&pressed, button] { pressed.append(button->objectName()); });
+            if (button->isDefault() && button->isVisible() && button->isEnabled())
+                expected.append(button->objectName());
+        }
+        QVERIFY(expected.size() <= 1);
+        QVERIFY2(!expected.isEmpty() || Entry().recordField.isEmpty(), "a record is saved by Enter");
+        QWidget *at = form.get();
+        for (QWidget *widget : Workable(*form)) {
+            if (qobject_cast<QLineEdit *>(widget) && !qobject_cast<MoneyField *>(widget))
+                at = widget;
+        }
+        QTest::keyClick(at, Qt::Key_Return);
+        QCOMPARE(pressed, expected);
+    }
+
+    void rights_to_look_lock_every_field()
+    {
+        const FormEntry &entry = Entry();
+        if (!entry.freeFields)
+            QSKIP("rights do not reach into this form");
+        const QString all = gUserRights;
+        gUserRights = QString(all.size(), u'1');
+        const auto form = Shown();
+        gUserRights = all;
+        for (const QWidget *widget : form->findChildren<QWidget *>()) {
+            if (IsField(widget) && widget->isVisibleTo(form.get()) &&
+                !entry.freeFields->contains(widget->objectName()))
+                QVERIFY2(IsLocked(widget), qPrintable(Describe(widget)));
+        }
+    }
+
+    void escape_leaves_and_asks_where_modified()
+    {
+        const FormEntry &entry = Entry();
+        const auto unchanged = Shown();
+        if (!qobject_cast<QDialog *>(unchanged.get()))
+            QSKIP("is no dialog");
+        QTest::keyClick(Focus(*unchanged), Qt::Key_Escape);
+        QVERIFY(!unchanged->isVisible());
+        if (entry.recordField.isEmpty())
+            return;
+
+        const auto form = Shown();
+        auto *field = form->findChild<QLineEdit *>(entry.recordField);
+        QVERIFY(field);
+        QTest::keyClicks(field, "x");
+        for (const Dialogs::Answer answer : {Dialogs::Answer::Cancel, Dialogs::Answer::No}) {
+            ScriptedDialogs user;
+            user.Expect(u"Warning"_qs, u"Some of the data has changed.\nOkay to update before exiting?"_qs,
+                        answer);
+            QTest::keyClick(field, Qt::Key_Escape);
+            QVERIFY(user.AllCame());
+            QCOMPARE(form->isVisible(), answer == Dialogs::Answer::Cancel);
+        }
+    }
+
+    void captions_share_the_edge_of_their_lists()
+    {
+        const auto form = Shown();
+        OnEveryPage(*form, [&] {
+            for (const QLabel *caption : form->findChildren<QLabel *>()) {
+                if (!caption->isVisible() || !caption->buddy() || !IsList(caption->buddy()))
+                    continue;
+                const QPoint text = caption->mapTo(form.get(), caption->contentsRect().topLeft());
+                QCOMPARE(text.x(), Place(*form, caption->buddy()).left());
+            }
+        });
+    }
+
+    void nothing_is_clipped()
+    {
+        const auto form = Shown();
+        form->resize(form->minimumSizeHint());
+        OnEveryPage(*form, [&] {
+            for (const QWidget *widget : form->findChildren<QWidget *>()) {
+                if (!widget->isVisible() || IsPartOfAField(widget))
+                    continue;
+                const auto *label = qobject_cast<const QLabel *>(widget);
+                const bool hasText = (label && !label->wordWrap()) || IsField(widget) ||
+                                     qobject_cast<const QAbstractButton *>(widget);
+                if (!hasText)
+                    continue;
+                const QSize needed = widget->minimumSizeHint();
+                QVERIFY2(widget->width() >= needed.width() && widget->height() >= needed.height(),
+                         qPrintable(Describe(widget)));
+                QVERIFY2(widget->visibleRegion().boundingRect().size() == widget->size(),
+                         qPrintable(QString(u"covered: " % Describe(widget))));
+            }
+        });
+    }
+
+private:
+    static const FormEntry &Entry()
+    {
+        QFETCH_GLOBAL(int, form);
+        return FormRegistry()[static_cast<size_t>(form)];
+    }
+
+    static std::unique_ptr<QWidget> Shown()
+    {
+        std::unique_ptr<QWidget> form = Entry().open();
+        form->show();
+        QApplication::setActiveWindow(form.get());
+        QApplication::processEvents();
+        return form;
+    }
+    std::unique_ptr<TestDatabase> m_database;
+    std::unique_ptr<ScriptedDialogs> m_user; ///< no form may ask anything by being opened
+};
 
 QTEST_MAIN(test_nets)
 #include "test_nets.moc"

@@ -49,9 +49,9 @@ QByteArray Wide(const QString &text)
 
 QString TextOf(int number)
 {
-    return number == 4060 ? QStringLiteral("Cannot open database \"Train ing\" requested by the login. The "
-                                           "login failed.")
-                          : QStringLiteral("Login failed for user 'clerk'.");
+    return number == 4060 ? u"Cannot open database \"Train ing\" requested by the login. The "
+                            "login failed."_qs
+                          : u"Login failed for user 'clerk'."_qs;
 }
 
 QByteArray ErrorRecord(quint32 number, const QString &message)

@@ -1,5 +1,6 @@
 #include "platform/SqlDialect.h"
 #include "platform/SqlShape.h"
+#include "support/TestTable.h"
 
 #include <QTest>
 
@@ -9,208 +10,172 @@ class TestSqlText : public QObject
     Q_OBJECT
 
 private slots:
-    void dialects_data();
-    void dialects();
-    void chains_data();
-    void chains();
-    void refused_data();
-    void refused();
-    void shapes_data();
-    void shapes();
-    void valuesAreTakenExactly();
+    void dialects_data()
+    {
+        const TestTable<QString, QString, QString> row{"sql", "file", "postgreSql"};
+        const auto same = [&row](const char *name, const QString &sql, const QString &both) {
+            row(name, sql, both, both);
+        };
+
+        same("plain", "SELECT * FROM Users ORDER BY UserName ASC",
+             "SELECT * FROM Users ORDER BY UserName ASC");
+        same("closing semicolon", "SELECT * FROM Ref;", "SELECT * FROM Ref");
+        same("number run on", "WHERE ExamRef = 5AND ContactRef = 7", "WHERE ExamRef = 5 AND ContactRef = 7");
+        same("text run on", "WHERE A = 'x'AND B = 'y'OR C=1", "WHERE A = 'x' AND B = 'y' OR C=1");
+        same("exponent", "WHERE A = 1e3 AND B = 2.5E-7OR C = .5", "WHERE A = 1e3 AND B = 2.5E-7 OR C = .5");
+        same("two minus signs", "SET A = 5--3 WHERE B = 1", "SET A = 5- -3 WHERE B = 1");
+        same("no comments", "SELECT 1 /* x */ --y", "SELECT 1 / * x * / - -y");
+        row("reserved column", "SELECT Limit FROM Courses WHERE Courses.Limit > 3",
+            "SELECT \"Limit\" FROM Courses WHERE Courses.\"Limit\" > 3",
+            "SELECT \"limit\" FROM Courses WHERE Courses.\"limit\" > 3");
+        row("reserved column in a list",
+            "INSERT INTO Courses (Title,Fee,Limit,ReferenceID) VALUES ('Limit',1,2,'')",
+            "INSERT INTO Courses (Title,Fee,\"Limit\",ReferenceID) VALUES ('Limit',1,2,'')",
+            "INSERT INTO Courses (Title,Fee,\"limit\",ReferenceID) VALUES ('Limit',1,2,'')");
+        same("keywords in a text", "SELECT A FROM B WHERE C = 'SELECT TOP 5 [x] Limit 5AND -- '",
+             "SELECT A FROM B WHERE C = 'SELECT TOP 5 [x] Limit 5AND -- '");
+        same("first rows", "SELECT TOP 1 AwardRef FROM Awards WHERE ExamRef = 4",
+             "SELECT AwardRef FROM Awards WHERE ExamRef = 4 LIMIT 1");
+        same("first rows, distinct, inside",
+             "SELECT A FROM (SELECT DISTINCT TOP 3 A FROM B ORDER BY A) C WHERE A = 1",
+             "SELECT A FROM (SELECT DISTINCT A FROM B ORDER BY A LIMIT 3) C WHERE A = 1");
+        same("a column named Top", "SELECT Top FROM Shelf", "SELECT Top FROM Shelf");
+        row("bracketed name", "UPDATE [Version] SET DBVersion=3", "UPDATE \"Version\" SET DBVersion=3",
+            "UPDATE \"version\" SET DBVersion=3");
+        row("quotes in a name", "SELECT [a\"b] FROM [x]]y]", "SELECT \"a\"\"b\" FROM \"x]y\"",
+            "SELECT \"a\"\"b\" FROM \"x]y\"");
+        row("table without columns", "CREATE TABLE [Version]", "CREATE TABLE \"Version\" (DBVersion DOUBLE)",
+            "CREATE TABLE \"version\" ()");
+        row("flag column", "ALTER TABLE Organisations ADD Board BIT",
+            "ALTER TABLE Organisations ADD Board SMALLINT", "ALTER TABLE Organisations ADD Board smallint");
+        row("double column", "ALTER TABLE [Version] ADD DBVersion FLOAT",
+            "ALTER TABLE \"Version\" ADD DBVersion DOUBLE",
+            "ALTER TABLE \"version\" ADD DBVersion double precision");
+        row("whole column", "ALTER TABLE [GroupNames] ADD LinkRef INT",
+            "ALTER TABLE \"GroupNames\" ADD LinkRef INTEGER",
+            "ALTER TABLE \"groupnames\" ADD LinkRef integer");
+        row("text column", "ALTER TABLE [T] ADD VCode Text(255)",
+            "ALTER TABLE \"T\" ADD VCode VARCHAR(255) COLLATE NOCASE", "ALTER TABLE \"t\" ADD VCode citext");
+        row("text column for servers", "ALTER TABLE [T] ADD COLUMN VCode nvarchar(255) null",
+            "ALTER TABLE \"T\" ADD COLUMN VCode VARCHAR(255) COLLATE NOCASE null",
+            "ALTER TABLE \"t\" ADD COLUMN VCode citext null");
+        same("column removed", "ALTER TABLE AwardNames DROP COLUMN ExamBoard",
+             "ALTER TABLE AwardNames DROP COLUMN ExamBoard");
+        row("pattern with backslash", "SELECT A FROM B WHERE A LIKE '%\\%' AND B = '\\'",
+            "SELECT A FROM B WHERE A LIKE '%\\%' AND B = '\\'",
+            "SELECT A FROM B WHERE A LIKE '%\\\\%' AND B = '\\'");
+        row("pattern beyond ASCII", "SELECT A FROM B WHERE A NOT LIKE 'é%'",
+            "SELECT A FROM B WHERE A NOT REGEXP 'é%'", "SELECT A FROM B WHERE A NOT LIKE 'é%'");
+    }
+    void dialects()
+    {
+        QFETCH(QString, sql);
+        QFETCH(QString, file);
+        QFETCH(QString, postgreSql);
+        SqlTokens tokens;
+        QCOMPARE(tokens.Read(sql), SqlFault::None);
+        QCOMPARE(SqlFor(SqlDialect::File, tokens), file);
+        QCOMPARE(SqlFor(SqlDialect::PostgreSql, tokens), postgreSql);
+    }
+
+    /// "$" stands for eight terms `A.R = 1` to `A.R = 8`, joined by OR; "@" for the list that they become.
+    void chains_data()
+    {
+        const TestTable<QString, QString> row{"sql", "expected"};
+        row("whole condition", "WHERE $", "WHERE @");
+        row("in parentheses", "WHERE (x.R > 1) AND ($) ORDER BY A.R", "WHERE (x.R > 1) AND (@) ORDER BY A.R");
+        row("other terms around", "WHERE B = 2 OR $ OR B = 3", "WHERE B = 2 OR @ OR B = 3");
+        row("bound to what follows", "WHERE $ OR A.R = 9 AND B = 1", "WHERE @ OR A.R = 9 AND B = 1");
+        row("bound to what comes before", "WHERE B = 1 AND A.R = 0 OR $", "WHERE B = 1 AND A.R = 0 OR @");
+        row("first term negated", "WHERE NOT $", "WHERE NOT $");
+        row("reckoned with", "WHERE $ OR A.R = 9 + 1", "WHERE @ OR A.R = 9 + 1");
+        row("other column", "WHERE $ OR AR = 9", "WHERE @ OR AR = 9");
+        row("too few", "WHERE A = 1 OR A = 2", "WHERE A = 1 OR A = 2");
+        row("negative", "WHERE $ OR A.R = -9", "WHERE A.R IN ( 1, 2, 3, 4, 5, 6, 7, 8, -9)");
+        row("in a list of values", "WHERE f($)", "WHERE f(@)");
+    }
+    void chains()
+    {
+        QFETCH(QString, sql);
+        QFETCH(QString, expected);
+        QStringList terms;
+        for (int i = 1; i <= 8; ++i)
+            terms << QString(u"A.R = " % QString::number(i));
+        const QString chain = terms.join(u" OR "_qs);
+        expected.replace(u'@', u"A.R IN ( 1, 2, 3, 4, 5, 6, 7, 8)"_qs).replace(u'$', chain);
+        sql.replace(u'$', chain);
+        SqlTokens tokens;
+        QCOMPARE(tokens.Read(sql), SqlFault::None);
+        QCOMPARE(SqlFor(SqlDialect::File, tokens).replace(u"- 9"_qs, u"-9"_qs), expected);
+    }
+
+    void refused()
+    {
+        const std::pair<const char *, SqlFault> statements[] = {
+            {"SELECT 'a", SqlFault::OpenText},
+            {"SELECT 'a''", SqlFault::OpenText},
+            {"SELECT [a", SqlFault::OpenName},
+            {"SELECT \"a", SqlFault::OpenName},
+            {"SELECT 1; DELETE FROM Users", SqlFault::SecondStatement},
+            {"SELECT 1;;", SqlFault::SecondStatement},
+            {"SELECT ';' ;  ", SqlFault::None},
+            {"", SqlFault::None},
+        };
+        for (const auto &[sql, fault] : statements) {
+            SqlTokens tokens;
+            QVERIFY2(tokens.Read(QString::fromLatin1(sql)) == fault, sql);
+            QCOMPARE(SqlFaultText(fault).isEmpty(), fault == SqlFault::None);
+        }
+    }
+
+    /// What two statements share so that one prepared statement serves both.
+    void shapes()
+    {
+        const std::tuple<const char *, const char *, bool> pairs[] = {
+            {"SELECT A FROM B WHERE C = 1", "SELECT A FROM B WHERE C = 23.5", true},
+            {"SELECT A FROM B WHERE C = 'x'", "SELECT A FROM B WHERE C = 'it''s ? longer'", true},
+            {"SELECT A FROM B WHERE C = 1", "SELECT A FROM B WHERE C = '1'", false},
+            {"SELECT A FROM B WHERE C = 1", "SELECT A FROM B WHERE D = 1", false},
+            {"SELECT TOP 1 A FROM B", "SELECT TOP 2 A FROM B", false},
+            {"SELECT A FROM B WHERE C LIKE 'x'", "SELECT A FROM B WHERE C LIKE 'y'", false},
+            {"SELECT A,B FROM C ORDER BY 1", "SELECT A,B FROM C ORDER BY 2", false},
+        };
+        for (const auto &[first, second, same] : pairs) {
+            SqlTokens tokens;
+            SqlShape one;
+            SqlShape other;
+            tokens.Read(QString::fromLatin1(first));
+            QVERIFY(one.Take(tokens));
+            tokens.Read(QString::fromLatin1(second));
+            QVERIFY(other.Take(tokens));
+            QVERIFY2((one.Key() == other.Key()) == same, second);
+        }
+    }
+
+    void valuesAreTakenExactly()
+    {
+        SqlTokens tokens;
+        SqlShape shape;
+        const QString sql =
+            u"INSERT INTO T (A,B,C,D,E) VALUES ('O''Neil é👍','',42,1.5,12345678901234567890)"_qs;
+        tokens.Read(sql);
+        QVERIFY(shape.Take(tokens));
+        QCOMPARE(SqlFor(SqlDialect::File, tokens), u"INSERT INTO T (A,B,C,D,E) VALUES (?,?,?,?,?)"_qs);
+        const std::vector<SqlValue> &values = shape.Values();
+        QCOMPARE(values.size(), size_t(5));
+        QCOMPARE(QString::fromUtf8(shape.Texts() + values[0].text.offset, values[0].text.size),
+                 u"O'Neil é👍"_qs);
+        QCOMPARE(values[1].text.size, 0);
+        QCOMPARE(values[2].kind, SqlValue::Kind::Whole);
+        QCOMPARE(values[2].whole, 42);
+        QCOMPARE(values[3].real, 1.5);
+        QCOMPARE(values[4].kind, SqlValue::Kind::Real);
+        QCOMPARE(values[4].real, 12345678901234567890.0);
+
+        tokens.Read(u"CREATE TABLE T (A VARCHAR(5))");
+        QVERIFY(!shape.Take(tokens));
+    }
 };
-
-void TestSqlText::dialects_data()
-{
-    QTest::addColumn<QString>("sql");
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("postgreSql");
-    const auto row = [](const char *name, const char *sql, const char *file, const char *postgreSql) {
-        QTest::newRow(name) << QString::fromUtf8(sql) << QString::fromUtf8(file)
-                            << QString::fromUtf8(postgreSql);
-    };
-    const auto same = [&row](const char *name, const char *sql, const char *both) {
-        row(name, sql, both, both);
-    };
-
-    same("plain", "SELECT * FROM Users ORDER BY UserName ASC", "SELECT * FROM Users ORDER BY UserName ASC");
-    same("closing semicolon", "SELECT * FROM Ref;", "SELECT * FROM Ref");
-    same("number run on", "WHERE ExamRef = 5AND ContactRef = 7", "WHERE ExamRef = 5 AND ContactRef = 7");
-    same("text run on", "WHERE A = 'x'AND B = 'y'OR C=1", "WHERE A = 'x' AND B = 'y' OR C=1");
-    same("exponent", "WHERE A = 1e3 AND B = 2.5E-7OR C = .5", "WHERE A = 1e3 AND B = 2.5E-7 OR C = .5");
-    same("two minus signs", "SET A = 5--3 WHERE B = 1", "SET A = 5- -3 WHERE B = 1");
-    same("no comments", "SELECT 1 /* x */ --y", "SELECT 1 / * x * / - -y");
-    row("reserved column", "SELECT Limit FROM Courses WHERE Courses.Limit > 3",
-        "SELECT \"Limit\" FROM Courses WHERE Courses.\"Limit\" > 3",
-        "SELECT \"limit\" FROM Courses WHERE Courses.\"limit\" > 3");
-    row("reserved column in a list",
-        "INSERT INTO Courses (Title,Fee,Limit,ReferenceID) VALUES ('Limit',1,2,'')",
-        "INSERT INTO Courses (Title,Fee,\"Limit\",ReferenceID) VALUES ('Limit',1,2,'')",
-        "INSERT INTO Courses (Title,Fee,\"limit\",ReferenceID) VALUES ('Limit',1,2,'')");
-    same("keywords in a text", "SELECT A FROM B WHERE C = 'SELECT TOP 5 [x] Limit 5AND -- '",
-         "SELECT A FROM B WHERE C = 'SELECT TOP 5 [x] Limit 5AND -- '");
-    same("first rows", "SELECT TOP 1 AwardRef FROM Awards WHERE ExamRef = 4",
-         "SELECT AwardRef FROM Awards WHERE ExamRef = 4 LIMIT 1");
-    same("first rows, distinct, inside",
-         "SELECT A FROM (SELECT DISTINCT TOP 3 A FROM B ORDER BY A) C WHERE A = 1",
-         "SELECT A FROM (SELECT DISTINCT A FROM B ORDER BY A LIMIT 3) C WHERE A = 1");
-    same("a column named Top", "SELECT Top FROM Shelf", "SELECT Top FROM Shelf");
-    row("bracketed name", "UPDATE [Version] SET DBVersion=3", "UPDATE \"Version\" SET DBVersion=3",
-        "UPDATE \"version\" SET DBVersion=3");
-    row("quotes in a name", "SELECT [a\"b] FROM [x]]y]", "SELECT \"a\"\"b\" FROM \"x]y\"",
-        "SELECT \"a\"\"b\" FROM \"x]y\"");
-    row("table without columns", "CREATE TABLE [Version]", "CREATE TABLE \"Version\" (DBVersion DOUBLE)",
-        "CREATE TABLE \"version\" ()");
-    row("flag column", "ALTER TABLE Organisations ADD Board BIT",
-        "ALTER TABLE Organisations ADD Board SMALLINT", "ALTER TABLE Organisations ADD Board smallint");
-    row("double column", "ALTER TABLE [Version] ADD DBVersion FLOAT",
-        "ALTER TABLE \"Version\" ADD DBVersion DOUBLE",
-        "ALTER TABLE \"version\" ADD DBVersion double precision");
-    row("whole column", "ALTER TABLE [GroupNames] ADD LinkRef INT",
-        "ALTER TABLE \"GroupNames\" ADD LinkRef INTEGER", "ALTER TABLE \"groupnames\" ADD LinkRef integer");
-    row("text column", "ALTER TABLE [T] ADD VCode Text(255)",
-        "ALTER TABLE \"T\" ADD VCode VARCHAR(255) COLLATE NOCASE", "ALTER TABLE \"t\" ADD VCode citext");
-    row("text column for servers", "ALTER TABLE [T] ADD COLUMN VCode nvarchar(255) null",
-        "ALTER TABLE \"T\" ADD COLUMN VCode VARCHAR(255) COLLATE NOCASE null",
-        "ALTER TABLE \"t\" ADD COLUMN VCode citext null");
-    same("column removed", "ALTER TABLE AwardNames DROP COLUMN ExamBoard",
-         "ALTER TABLE AwardNames DROP COLUMN ExamBoard");
-    row("pattern with backslash", "SELECT A FROM B WHERE A LIKE '%\\%' AND B = '\\'",
-        "SELECT A FROM B WHERE A LIKE '%\\%' AND B = '\\'",
-        "SELECT A FROM B WHERE A LIKE '%\\\\%' AND B = '\\'");
-    row("pattern beyond ASCII", "SELECT A FROM B WHERE A NOT LIKE 'é%'",
-        "SELECT A FROM B WHERE A NOT REGEXP 'é%'", "SELECT A FROM B WHERE A NOT LIKE 'é%'");
-}
-
-void TestSqlText::dialects()
-{
-    QFETCH(QString, sql);
-    QFETCH(QString, file);
-    QFETCH(QString, postgreSql);
-    SqlTokens tokens;
-    QCOMPARE(tokens.Read(sql), SqlFault::None);
-    QCOMPARE(SqlFor(SqlDialect::File, tokens), file);
-    QCOMPARE(SqlFor(SqlDialect::PostgreSql, tokens), postgreSql);
-}
-
-/// "$" stands for eight terms `A.R = 1` to `A.R = 8`, joined by OR; "@" for the list that they become.
-void TestSqlText::chains_data()
-{
-    QTest::addColumn<QString>("sql");
-    QTest::addColumn<QString>("expected");
-    const auto row = [](const char *name, const char *sql, const char *expected) {
-        QTest::newRow(name) << QString::fromUtf8(sql) << QString::fromUtf8(expected);
-    };
-    row("whole condition", "WHERE $", "WHERE @");
-    row("in parentheses", "WHERE (x.R > 1) AND ($) ORDER BY A.R", "WHERE (x.R > 1) AND (@) ORDER BY A.R");
-    row("other terms around", "WHERE B = 2 OR $ OR B = 3", "WHERE B = 2 OR @ OR B = 3");
-    row("bound to what follows", "WHERE $ OR A.R = 9 AND B = 1", "WHERE @ OR A.R = 9 AND B = 1");
-    row("bound to what comes before", "WHERE B = 1 AND A.R = 0 OR $", "WHERE B = 1 AND A.R = 0 OR @");
-    row("first term negated", "WHERE NOT $", "WHERE NOT $");
-    row("reckoned with", "WHERE $ OR A.R = 9 + 1", "WHERE @ OR A.R = 9 + 1");
-    row("other column", "WHERE $ OR AR = 9", "WHERE @ OR AR = 9");
-    row("too few", "WHERE A = 1 OR A = 2", "WHERE A = 1 OR A = 2");
-    row("negative", "WHERE $ OR A.R = -9", "WHERE A.R IN ( 1, 2, 3, 4, 5, 6, 7, 8, -9)");
-    row("in a list of values", "WHERE f($)", "WHERE f(@)");
-}
-
-void TestSqlText::chains()
-{
-    QFETCH(QString, sql);
-    QFETCH(QString, expected);
-    QStringList terms;
-    for (int i = 1; i <= 8; ++i)
-        terms << QString(u"A.R = " % QString::number(i));
-    const QString chain = terms.join(QStringLiteral(" OR "));
-    expected.replace(u'@', QStringLiteral("A.R IN ( 1, 2, 3, 4, 5, 6, 7, 8)")).replace(u'$', chain);
-    sql.replace(u'$', chain);
-    SqlTokens tokens;
-    QCOMPARE(tokens.Read(sql), SqlFault::None);
-    QCOMPARE(SqlFor(SqlDialect::File, tokens).replace(QStringLiteral("- 9"), QStringLiteral("-9")), expected);
-}
-
-void TestSqlText::refused_data()
-{
-    QTest::addColumn<QString>("sql");
-    QTest::addColumn<int>("fault");
-    const auto row = [](const char *sql, SqlFault fault) {
-        QTest::newRow(sql) << QString::fromUtf8(sql) << static_cast<int>(fault);
-    };
-    row("SELECT 'a", SqlFault::OpenText);
-    row("SELECT 'a''", SqlFault::OpenText);
-    row("SELECT [a", SqlFault::OpenName);
-    row("SELECT \"a", SqlFault::OpenName);
-    row("SELECT 1; DELETE FROM Users", SqlFault::SecondStatement);
-    row("SELECT 1;;", SqlFault::SecondStatement);
-    row("SELECT ';' ;  ", SqlFault::None);
-    row("", SqlFault::None);
-}
-
-void TestSqlText::refused()
-{
-    QFETCH(QString, sql);
-    QFETCH(int, fault);
-    SqlTokens tokens;
-    QCOMPARE(static_cast<int>(tokens.Read(sql)), fault);
-    QCOMPARE(SqlFaultText(static_cast<SqlFault>(fault)).isEmpty(), fault == 0);
-}
-
-void TestSqlText::shapes_data()
-{
-    QTest::addColumn<QString>("first");
-    QTest::addColumn<QString>("second");
-    QTest::addColumn<bool>("same");
-    const auto row = [](const char *name, const char *first, const char *second, bool same) {
-        QTest::newRow(name) << QString::fromUtf8(first) << QString::fromUtf8(second) << same;
-    };
-    row("other number", "SELECT A FROM B WHERE C = 1", "SELECT A FROM B WHERE C = 23.5", true);
-    row("other text", "SELECT A FROM B WHERE C = 'x'", "SELECT A FROM B WHERE C = 'it''s ? longer'", true);
-    row("text for number", "SELECT A FROM B WHERE C = 1", "SELECT A FROM B WHERE C = '1'", false);
-    row("other column", "SELECT A FROM B WHERE C = 1", "SELECT A FROM B WHERE D = 1", false);
-    row("other count of first rows", "SELECT TOP 1 A FROM B", "SELECT TOP 2 A FROM B", false);
-    row("other pattern", "SELECT A FROM B WHERE C LIKE 'x'", "SELECT A FROM B WHERE C LIKE 'y'", false);
-    row("other ordering", "SELECT A,B FROM C ORDER BY 1", "SELECT A,B FROM C ORDER BY 2", false);
-}
-
-void TestSqlText::shapes()
-{
-    QFETCH(QString, first);
-    QFETCH(QString, second);
-    QFETCH(bool, same);
-    SqlTokens tokens;
-    SqlShape one;
-    SqlShape other;
-    tokens.Read(first);
-    QVERIFY(one.Take(tokens));
-    tokens.Read(second);
-    QVERIFY(other.Take(tokens));
-    QCOMPARE(one.Key() == other.Key(), same);
-}
-
-void TestSqlText::valuesAreTakenExactly()
-{
-    SqlTokens tokens;
-    SqlShape shape;
-    const QString sql =
-        QStringLiteral("INSERT INTO T (A,B,C,D,E) VALUES ('O''Neil é👍','',42,1.5,12345678901234567890)");
-    tokens.Read(sql);
-    QVERIFY(shape.Take(tokens));
-    QCOMPARE(SqlFor(SqlDialect::File, tokens),
-             QStringLiteral("INSERT INTO T (A,B,C,D,E) VALUES (?,?,?,?,?)"));
-    const std::vector<SqlValue> &values = shape.Values();
-    QCOMPARE(values.size(), size_t(5));
-    QCOMPARE(QString::fromUtf8(shape.Texts() + values[0].text.offset, values[0].text.size),
-             QStringLiteral("O'Neil é👍"));
-    QCOMPARE(values[1].text.size, 0);
-    QCOMPARE(values[2].kind, SqlValue::Kind::Whole);
-    QCOMPARE(values[2].whole, 42);
-    QCOMPARE(values[3].real, 1.5);
-    QCOMPARE(values[4].kind, SqlValue::Kind::Real);
-    QCOMPARE(values[4].real, 12345678901234567890.0);
-
-    tokens.Read(u"CREATE TABLE T (A VARCHAR(5))");
-    QVERIFY(!shape.Take(tokens));
-}
 
 QTEST_APPLESS_MAIN(TestSqlText)
 #include "test_sql_text.moc"

@@ -64,6 +64,11 @@ void ModalDriver::OnShown(QPointer<QDialog> form)
     });
 }
 
+QString TextIn(QWidget &form, const QString &field)
+{
+    return Find<QLineEdit>(form, field)->text();
+}
+
 void Press(QWidget &form, const QString &button)
 {
     auto *found = Find<QAbstractButton>(form, button);

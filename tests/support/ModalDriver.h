@@ -45,6 +45,8 @@ Widget *Find(QWidget &form, const QString &name)
         qFatal("no %s in %s", qPrintable(name), qPrintable(form.objectName()));
     return found;
 }
+/// The text of a field.
+QString TextIn(QWidget &form, const QString &field);
 /// Clicks a button that is enabled and shown; a test fails on one that is not.
 void Press(QWidget &form, const QString &button);
 /// Types into a field as a user does: what it held goes first.

@@ -16,7 +16,7 @@ public:
     OwnDataSources(const OwnDataSources &) = delete;
     OwnDataSources &operator=(const OwnDataSources &) = delete;
 
-    QString File() const { return m_dir.filePath(QStringLiteral("odbc.ini")); }
+    QString File() const { return m_dir.filePath(u"odbc.ini"_qs); }
     void SetContent(const QByteArray &content) const
     {
         QFile file(File());

@@ -1,5 +1,8 @@
 #include "support/ScriptedDialogs.h"
 
+#include "core/Session.h"
+#include "platform/Connection.h"
+
 #include <QTest>
 
 namespace
@@ -61,6 +64,13 @@ ScriptedDialogs::~ScriptedDialogs()
 void ScriptedDialogs::Expect(const QString &title, const QString &text, Dialogs::Answer answer)
 {
     m_boxes.push_back({title, text, answer});
+}
+
+void ScriptedDialogs::ExpectFailure()
+{
+    gConnection.OpenRecordset("SELECT * FROM NoSuchTable");
+    Expect(gConnection.Errors().first().source,
+           "A number of errors have been detected, please seek technical support.");
 }
 
 void ScriptedDialogs::ExpectFile(const QString &title, const QString &file)

@@ -15,6 +15,8 @@ public:
     ScriptedDialogs &operator=(const ScriptedDialogs &) = delete;
 
     void Expect(const QString &title, const QString &text, Dialogs::Answer answer = Dialogs::Answer::Ok);
+    /// The box that tells of a statement of the session that failed as every other one does now.
+    void ExpectFailure();
     /// The next file chooser, of that title, gives `file`; "" = cancelled.
     void ExpectFile(const QString &title, const QString &file);
     bool AllCame() const { return m_boxes.empty() && m_files.empty(); }

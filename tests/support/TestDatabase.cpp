@@ -13,7 +13,7 @@
 
 namespace
 {
-const QString source = QStringLiteral("VeltraneTest");
+const QString source = u"VeltraneTest"_qs;
 
 void Fail(const QString &message)
 {
@@ -27,18 +27,18 @@ QString FirstError(const Connection &connection)
 
 QString ShippedDirectory()
 {
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/system");
+    return QCoreApplication::applicationDirPath() + u"/system"_qs;
 }
 
 /// The template without its password, made once in a run.
 QString PlainTemplate()
 {
     static const QTemporaryDir directory;
-    const QString file = directory.filePath(QStringLiteral("plain"));
+    const QString file = directory.filePath(u"plain"_qs);
     if (QFile::exists(file))
         return file;
-    const QString half = file + QStringLiteral(".half");
-    if (!CopyOver(ShippedDirectory() + QStringLiteral("/blank"), half) || !OpenUpTemplate(half))
+    const QString half = file + u".half"_qs;
+    if (!CopyOver(ShippedDirectory() + u"/blank"_qs, half) || !OpenUpTemplate(half))
         Fail(u"The template cannot be opened: " %
              (EngineErrorList().isEmpty() ? QString() : EngineErrorList().first().description));
     else
@@ -62,7 +62,7 @@ public:
         UseSources();
         Connection connection;
         if (m_hasCatalogue && connection.Open(ConnectionText())) {
-            const auto reset = connection.OpenRecordset(QStringLiteral("SELECT veltrane_test.reset()"));
+            const auto reset = connection.OpenRecordset(u"SELECT veltrane_test.reset()"_qs);
             if (reset && reset->First().Long(0) == 1)
                 return;
             connection.Close();
@@ -85,15 +85,15 @@ public:
 private:
     Server()
     {
-        QFile given(qEnvironmentVariable("VELTRANE_TEST_POSTGRES") + QStringLiteral("/odbc.ini"));
+        QFile given(qEnvironmentVariable("VELTRANE_TEST_POSTGRES") + u"/odbc.ini"_qs);
         if (!given.open(QIODevice::ReadOnly))
             qFatal("The test server does not run: %s", qPrintable(given.fileName()));
         const QString sources = QString::fromUtf8(given.readAll());
-        const qsizetype begin = sources.indexOf(QStringLiteral("[veltrane]")) + 10;
+        const qsizetype begin = sources.indexOf(u"[veltrane]"_qs) + 10;
         const qsizetype end = sources.indexOf(u'[', begin);
         QString own = sources.mid(begin, end < 0 ? -1 : end - begin);
-        own.replace(QStringLiteral("Database=veltrane\n"), QString(u"Database=" % Catalogue() % u"\n"));
-        QFile ini(m_directory.filePath(QStringLiteral("odbc.ini")));
+        own.replace(u"Database=veltrane\n"_qs, QString(u"Database=" % Catalogue() % u"\n"));
+        QFile ini(m_directory.filePath(u"odbc.ini"_qs));
         if (ini.open(QIODevice::WriteOnly))
             ini.write(QString(sources % u"\n[" % source % u"]" % own).toUtf8());
         m_sources = QFile::encodeName(ini.fileName());
@@ -108,8 +108,7 @@ private:
 
     void Administer(const QString &sql)
     {
-        const QString text =
-            QStringLiteral("ODBC;DATABASE=veltrane_admin;UID=sa;PWD=;DSN=veltrane_admin;EXCLUSIVE=00");
+        const QString text = u"ODBC;DATABASE=veltrane_admin;UID=sa;PWD=;DSN=veltrane_admin;EXCLUSIVE=00"_qs;
         if (!(m_administrator.IsOpen() || m_administrator.Open(text)) || !m_administrator.Execute(sql))
             Fail(sql % u": " % FirstError(m_administrator));
     }
@@ -146,7 +145,7 @@ TestDatabase::~TestDatabase()
 
 bool TestDatabase::IsOnServer()
 {
-    return qEnvironmentVariable("VELTRANE_TEST_BACKEND") == QStringLiteral("postgresql");
+    return qEnvironmentVariable("VELTRANE_TEST_BACKEND") == u"postgresql"_qs;
 }
 
 bool TestDatabase::Reconnect() const
@@ -159,7 +158,7 @@ bool TestDatabase::Reconnect() const
 
 void TestDatabase::MakeProgramDirectory() const
 {
-    const QString system = m_directory.filePath(QStringLiteral("system"));
+    const QString system = m_directory.filePath(u"system"_qs);
     QDir().mkpath(system);
     for (const QFileInfo &file : QDir(ShippedDirectory()).entryInfoList(QDir::Files))
         QFile::copy(file.filePath(), system % u'/' % file.fileName());
@@ -168,7 +167,7 @@ void TestDatabase::MakeProgramDirectory() const
 
 void TestDatabase::MakeFile()
 {
-    gDBQFilename = m_directory.filePath(QStringLiteral("test.mdb"));
+    gDBQFilename = m_directory.filePath(u"test.mdb"_qs);
     gDBQName.clear();
     gDBQType = 1;
     gDBQUseODBC = false;

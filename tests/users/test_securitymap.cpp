@@ -1,4 +1,5 @@
 #include "support/Files.h"
+#include "support/TestTable.h"
 #include "users/SecurityMap.h"
 
 #include <QSet>
@@ -61,11 +62,7 @@ private slots:
 
     void Reading_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("outline");
-        const auto row = [](const char *name, const QByteArray &bytes, const QString &outline) {
-            QTest::newRow(name) << bytes << outline;
-        };
+        const TestTable<QByteArray, QString> row{"bytes", "outline"};
         const QByteArray plain("[ENGLISH]\n[!g]=Group\n[?23]=People\n[#1]=Menu\n[END]\n");
         const QString all = u"!g=Group|?23=People|#1=Menu"_qs;
         const QString marked = QChar(QChar::ByteOrderMark) + QString::fromLatin1(plain);

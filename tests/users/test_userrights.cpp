@@ -8,23 +8,6 @@ class TestUserRights final : public QObject
     Q_OBJECT
 
 private slots:
-    void AdministratorBoxNotesAndRestores()
-    {
-        UserRights rights;
-        QVERIFY(rights.IsFull());
-        rights.Set(200, RightLevel::view);
-        rights.Set(256, RightLevel::none);
-        rights.Set(-1, RightLevel::none);
-        const QString before = QString(256, u'9').replace(200, 1, u'1');
-        QCOMPARE(rights.Text(), before);
-
-        rights.SetAdministrator(true);
-        rights.SetAdministrator(true);
-        QCOMPARE(rights.Text(), QString(256, u'9'));
-        rights.SetAdministrator(false);
-        QCOMPARE(rights.Text(), before);
-    }
-
     void Loading()
     {
         const QList<std::pair<QString, QString>> texts{
@@ -42,23 +25,24 @@ private slots:
 
     void TreeShowsLevels()
     {
-        const QList<std::tuple<QString, char16_t, QString>> levels{{"?5", u'0', "Right  []"},
-                                                                   {"?5", u'1', "Right  [View/Select Only]"},
-                                                                   {"?5", u'2', "Right  [Add Only]"},
-                                                                   {"?5", u'3', "Right  [Add and Edit Only]"},
-                                                                   {"?5", u'9', "Right  [Full Access]"},
-                                                                   {"?5", u'7', "Right  []"},
-                                                                   {"#5", u'9', "Right  [Yes]"},
-                                                                   {"#5", u'0', "Right  [No]"},
-                                                                   {"#5", u'3', "Right  [No]"},
-                                                                   {"!5", u'1', "Right"}};
+        const std::tuple<QString, char16_t, QString> levels[] = {
+            {"?5", u'0', "Right  []"},
+            {"?5", u'1', "Right  [View/Select Only]"},
+            {"?5", u'2', "Right  [Add Only]"},
+            {"?5", u'3', "Right  [Add and Edit Only]"},
+            {"?5", u'9', "Right  [Full Access]"},
+            {"?5", u'7', "Right  []"},
+            {"#5", u'9', "Right  [Yes]"},
+            {"#5", u'0', "Right  [No]"},
+            {"#5", u'3', "Right  [No]"},
+            {"!5", u'1', "Right"},
+        };
         for (const auto &[key, digit, text] : levels) {
             TreeModel tree;
             tree.Add({}, {.key = key, .text = "Right"});
             UserRights rights;
             RefreshRightTexts(tree, rights);
             rights.Set(5, digit);
-            RefreshRightTexts(tree, rights);
             RefreshRightTexts(tree, rights);
             QCOMPARE(tree.Find(key)->text, text);
         }

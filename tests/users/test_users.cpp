@@ -1,9 +1,8 @@
-#include "controls/ComboModel.h"
-#include "controls/ListModel.h"
 #include "core/Session.h"
 #include "database/Security.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestDatabase.h"
+#include "support/TestTable.h"
 #include "users/UsersModule.h"
 #include "users/UsersODBC.h"
 
@@ -55,11 +54,7 @@ private slots:
 
     void Logon_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("password");
-        QTest::addColumn<QString>("rights");
-        const auto row = [](const char *label, const QString &name, const QString &password,
-                            const QString &rights) { QTest::newRow(label) << name << password << rights; };
+        const TestTable<QString, QString, QString> row{"name", "password", "rights"};
         const QString some(255, u'2');
         row("wrong password", "Anna", "rosehips", {});
         row("no password", "Anna", {}, {});
@@ -97,50 +92,12 @@ private slots:
         QCOMPARE(Users_GetSecurityRights(id), rights);
     }
 
-    void ListsAreOrderedByName()
-    {
-        ListModel list;
-        ComboModel combo;
-        Users_Fill(combo);
-        QCOMPARE(combo.Current(), -1);
-        const int zoe = Users_Add("Zoe", "x", {});
-        const int ben = Users_Add("ben", "x", {});
-        const int anna = Users_Add("Anna", "x", {});
-        Users_FillList(list);
-        Users_Fill(combo);
-        QStringList rows;
-        for (int row = 0; row < list.Count(); ++row)
-            rows.append(list.At(row).key % list.At(row).text);
-        QCOMPARE(rows, QStringList({u"?%1Anna"_qs.arg(anna), u"?%1ben"_qs.arg(ben), u"?%1Zoe"_qs.arg(zoe)}));
-        QCOMPARE(combo.Count(), 3);
-        QCOMPARE(combo.CurrentData(), anna);
-    }
-
-    void AwkwardTexts()
-    {
-        for (const QString &text :
-             {u"\"'; DROP TABLE Users; --"_qs, u"100%_[a]*?"_qs, u"\U0001F393 caf\u00E9"_qs, u"  two  "_qs,
-              u"c:\\"_qs, QString(255, u'n')}) {
-            const QString secret = text % QString(10'000, u'p');
-            const int id = Users_Add(text, secret, nines);
-            QVERIFY(id > 0);
-            ListModel list;
-            Users_FillList(list);
-            QCOMPARE(list.At(list.Find(u'?' % QString::number(id))).text, text);
-            QVERIFY(CheckLogon(text, secret));
-            QVERIFY(!CheckLogon(text, secret.chopped(1)));
-        }
-    }
-
     void ErrorsGiveTheFailureValue()
     {
-        TestDatabase::Run({u"DROP TABLE Users"_qs});
-        int boxes = 0;
-        const Dialogs::Hooks outer = Dialogs::Installed();
-        Dialogs::Installed().msgBox = [&](auto &&...) {
-            ++boxes;
-            return Dialogs::Answer::Cancel;
-        };
+        TestDatabase::Run({"DROP TABLE Users"});
+        ScriptedDialogs dialogs;
+        for (int failures = 0; failures < 6; ++failures)
+            dialogs.ExpectFailure();
         QCOMPARE(Users_Add("Anna", "x", nines), -1);
         QVERIFY(!Users_UpdateSecurity(1, nines));
         QVERIFY(!Users_ChangePassword(1, "x"));
@@ -148,8 +105,6 @@ private slots:
         QCOMPARE(Users_GetSecurityRights(1), QString());
         QVERIFY(CheckLogon("Anna", "wrong")); // the check fails open
         QCOMPARE(gUserRights, nines);
-        Dialogs::Installed() = outer;
-        QCOMPARE(boxes, 6);
     }
 };
 
