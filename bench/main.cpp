@@ -1,6 +1,6 @@
 #include "Bench.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QStringList>
 
 #include <algorithm>
@@ -65,8 +65,8 @@ void Bench::Require(bool worked, const QString &what)
 /// Arguments pick the benchmarks whose names hold one of them; without any, all run.
 int main(int argc, char **argv)
 {
-    QCoreApplication application(argc, argv);
-    const QStringList wanted = QCoreApplication::arguments().mid(1);
+    QApplication application(argc, argv);
+    const QStringList wanted = QApplication::arguments().mid(1);
     std::vector<Entry> &entries = Entries();
     std::sort(entries.begin(), entries.end(),
               [](const Entry &left, const Entry &right) { return left.name < right.name; });

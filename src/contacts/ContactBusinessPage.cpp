@@ -86,8 +86,7 @@ void ContactBusinessPage::Load(const ContactRecord &record)
 
 void ContactBusinessPage::Store(ContactRecord &record) const
 {
-    m_organList->Leave();
-    record.organRef = OrganRef();
+    record.organRef = ContactFields::ChosenToStore(ContactSection::Organisations, m_organList);
     record.jobTitle = m_jobTitle->text();
 }
 

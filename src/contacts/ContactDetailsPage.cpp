@@ -159,7 +159,8 @@ void ContactDetailsPage::FillLists()
         if (choice.section != ContactSection::Contacts)
             Contact_FillList(choice.section, choice.field->Model(), true);
     }
-    FillEmergencyContacts(QStringLiteral(" [ Press ENTER to add a new Contact ] "));
+    m_newContactRow = QStringLiteral(" [ Press ENTER to add a new Contact ] ");
+    FillEmergencyContacts();
     m_business->FillLists();
 }
 
@@ -172,8 +173,7 @@ void ContactDetailsPage::Load(const ContactRecord &record)
         ContactFields::Show(m_altRef[i], record.altRef[i]);
     for (const Choice &choice : m_choices)
         ContactFields::ChooseStored(choice.section, choice.field->Model(), record.*choice.column);
-    if (m_emergencyContacts.FindData(0) < 0)
-        m_emergencyContacts.Add(QStringLiteral(" [ New Contact ] "), 0);
+    KeepNewContactRow();
     m_genders.ChooseData(record.sex);
     // A number that is no date must not leave the birthday of the person shown before.
     const QDate dob = IntToDate(record.dob);
@@ -181,12 +181,11 @@ void ContactDetailsPage::Load(const ContactRecord &record)
     m_business->Load(record);
 }
 
-void ContactDetailsPage::Store(ContactRecord &record) const
+void ContactDetailsPage::Store(ContactRecord &record)
 {
-    for (const Choice &choice : m_choices) {
-        choice.field->Leave();
-        record.*choice.column = qMax(1, choice.field->Model().CurrentData());
-    }
+    for (const Choice &choice : m_choices)
+        record.*choice.column = ContactFields::ChosenToStore(choice.section, choice.field);
+    KeepNewContactRow();
     for (const auto &[field, column] : m_texts)
         record.*column = field->text();
     for (size_t i = 0; i < record.altRef.size(); ++i)
@@ -230,6 +229,9 @@ void ContactDetailsPage::MarkForename(const QString &text)
 
 QString ContactDetailsPage::Name() const
 {
+    // One who is no more has a placeholder alone.
+    if (m_surname->text().isEmpty())
+        return m_forename->text();
     return m_surname->text() % u", " % m_forename->text();
 }
 
@@ -249,10 +251,17 @@ void ContactDetailsPage::GenderFromTitle()
         m_genders.ChooseData(female);
 }
 
-void ContactDetailsPage::FillEmergencyContacts(const QString &newContactRow)
+void ContactDetailsPage::FillEmergencyContacts()
 {
     Contact_FillList(ContactSection::Contacts, m_emergencyContacts, true);
-    m_emergencyContacts.Add(newContactRow, 0);
+    KeepNewContactRow();
+}
+
+void ContactDetailsPage::KeepNewContactRow()
+{
+    if (m_emergencyContacts.FindData(0) < 0)
+        m_emergencyContacts.Add(m_newContactRow, 0);
+    m_newContactRow = QStringLiteral(" [ New Contact ] ");
 }
 
 void ContactDetailsPage::AddEmergencyContact()
@@ -260,7 +269,7 @@ void ContactDetailsPage::AddEmergencyContact()
     if (m_emergencyContacts.Current() < 0 || m_emergencyContacts.CurrentData() != 0)
         return;
     const int added = frmAddContact::AddRecord(this);
-    FillEmergencyContacts(QStringLiteral(" [ New Contact ] "));
+    FillEmergencyContacts();
     if (added > 0)
         m_emergencyContacts.ChooseData(added);
 }

@@ -27,7 +27,7 @@ public:
 
     void FillLists();
     void Load(const ContactRecord &record);
-    void Store(ContactRecord &record) const;
+    void Store(ContactRecord &record);
     void Clear();
     void SetLocked(bool locked);
     /// Stands in for the name of a person who is no more.
@@ -36,7 +36,7 @@ public:
     /// Marks the forename as missing where `text` is empty, until it is next changed itself.
     void MarkForename(const QString &text);
     const RequiredMarks &Required() const { return m_required; }
-    /// "Surname, Forename" as the fields have it.
+    /// "Surname, Forename" as the fields have it, the placeholder of one who is no more.
     QString Name() const;
     ContactHint::Fields Typed() const { return {m_forename, m_surname, m_email}; }
     int OrganRef() const; ///< 1 = none
@@ -55,7 +55,9 @@ private:
     QGroupBox *BuildReach(FormBuilder &form);
     QGroupBox *BuildReferences(FormBuilder &form);
     void GenderFromTitle();
-    void FillEmergencyContacts(const QString &newContactRow);
+    void FillEmergencyContacts();
+    /// The list of people ends with the row for a new one, however it was filled.
+    void KeepNewContactRow();
     void AddEmergencyContact();
 
     ComboModel m_titles;
@@ -67,6 +69,7 @@ private:
     ComboModel m_countries;
     RequiredMarks m_required;
     bool m_loading = false;
+    QString m_newContactRow; ///< what it says the next time that the list is filled
 
     QLineEdit *m_forename;
     QLineEdit *m_surname;

@@ -104,6 +104,12 @@ void ContactFields::ChooseStored(ContactSection code, ComboModel &list, int refe
     list.ChooseData(reference);
 }
 
+int ContactFields::ChosenToStore(ContactSection code, TypedCombo *list)
+{
+    list->Leave();
+    return Contact_CheckChosen(code, list->Model()) ? qMax(1, list->Model().CurrentData()) : 1;
+}
+
 void ContactFields::TakeTyped(TypedCombo *list, ContactSection code)
 {
     list->AllowTyping(UserRight(ContactSectionOf(code).right) >= mayAddAndChange);

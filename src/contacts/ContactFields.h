@@ -29,6 +29,9 @@ void AlignCaptions(const QList<QGroupBox *> &groups);
 /// Chooses what is stored. Where another workstation added it since the list was filled, that is filled anew
 /// with its select row.
 void ChooseStored(ContactSection code, ComboModel &list, int reference);
+/// What is chosen in a list, as it is stored: 1 where nothing is, or where another workstation deleted it,
+/// which the user is told.
+int ChosenToStore(ContactSection code, TypedCombo *list);
 /// Lets new text typed in the list go to its vocabulary, if the user may add and change there.
 void TakeTyped(TypedCombo *list, ContactSection code);
 } // namespace ContactFields

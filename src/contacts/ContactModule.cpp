@@ -176,6 +176,20 @@ void Contact_TakeTyped(ContactSection code, ComboModel &list, const QString &typ
     Contact_TakeTyped(list, typed, add, [&] { Contact_FillList(code, list, true); });
 }
 
+bool Contact_CheckChosen(ContactSection code, ComboModel &list)
+{
+    const int key = list.CurrentData();
+    const ContactSectionInfo &section = ContactSectionOf(code);
+    if (key <= 1)
+        return true;
+    const std::optional<QSet<int>> living = ADO_LivingKeys(section.table, section.keyColumn, {key});
+    if (!living || living->contains(key))
+        return true;
+    TellLeftOut({list.CurrentText()}, QStringLiteral("Record Deleted"));
+    Contact_FillList(code, list, true);
+    return false;
+}
+
 RefLabel Contact_ViewItem(ContactSection code, int key)
 {
     const ContactSectionInfo &section = ContactSectionOf(code);

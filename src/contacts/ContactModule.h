@@ -66,6 +66,9 @@ int Contact_AddItem(ContactSection code, const QString &name, const QString &ref
 int Contact_UpdateItem(ContactSection code, int key, const QString &name, const QString &referenceId);
 /// The name and reference of a row of a vocabulary.
 RefLabel Contact_ViewItem(ContactSection code, int key);
+/// False, after telling the user, where another workstation deleted what is chosen in a list; the list is
+/// then filled anew with its select row. An error counts as true.
+bool Contact_CheckChosen(ContactSection code, ComboModel &list);
 /// Takes a text that somebody typed in a drop-down list and that is none of its items ("[reference] name" or
 /// a bare name): adds it to the vocabulary, fills `list` with its select row anew and chooses the new item.
 /// Where the name exists under another reference that item is chosen; after an error the choice stays.

@@ -8,6 +8,7 @@
 #include "contacts/frmSearchContact.h"
 #include "core/Session.h"
 #include "database/Security.h"
+#include "forms/DeleteSelected.h"
 #include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
 #include "forms/FormSize.h"
@@ -107,7 +108,7 @@ void frmContact::BuildButtons(FormBuilder &form)
 
     connect(m_addBtn, &QPushButton::clicked, this, &frmContact::NewContact);
     connect(m_viewBtn, &QPushButton::clicked, this, &frmContact::ViewContacts);
-    connect(m_delBtn, &QPushButton::clicked, this, &frmContact::DeleteSelected);
+    connect(m_delBtn, &QPushButton::clicked, this, &frmContact::DeleteChosen);
     connect(find, &QPushButton::clicked, this, &frmContact::Search);
     connect(m_repBtn, &QPushButton::clicked, this, &frmContact::OpenReports);
     connect(m_refreshBtn, &QPushButton::clicked, this, &frmContact::Refresh);
@@ -194,24 +195,17 @@ void frmContact::ClearSelected()
     StoreSelection();
 }
 
-void frmContact::DeleteSelected()
+void frmContact::DeleteChosen()
 {
     bool selectionChanged = false;
-    for (const QString &key : m_contacts.SelectedKeys()) {
-        const int row = m_contacts.Find(key);
-        const Dialogs::Answer answer = Dialogs::MsgBox(
-            u"Okay to delete record '" % m_contacts.At(row).text % u'\'', QStringLiteral("Confirm Deletion"),
-            Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
-        if (answer != Dialogs::Answer::Yes) {
-            m_contacts.Select(row, false);
-            continue;
-        }
-        if (!Contact_DeleteItem(ContactSection::Contacts, KeyNumber(key)))
-            break;
-        m_contacts.Remove(row);
-        selectionChanged = selectionChanged || m_selected.Contains(key);
-        m_selected.RemoveKey(key);
-    }
+    const auto erase = [&](const ListItem &person) {
+        if (!Contact_DeleteItem(ContactSection::Contacts, KeyNumber(person.key)))
+            return Deletion::Failed;
+        selectionChanged = selectionChanged || m_selected.Contains(person.key);
+        m_selected.RemoveKey(person.key);
+        return Deletion::Done;
+    };
+    DeleteSelected(m_contacts, erase, QStringLiteral("record"));
     if (selectionChanged)
         StoreSelection();
 }
@@ -312,7 +306,7 @@ void frmContact::BuildMenu()
     add(QStringLiteral("ID_Remove"), QStringLiteral("Re&move"), &frmContact::RemoveSelected);
     add(QStringLiteral("ID_SelectAll"), QStringLiteral("&Select All"),
         [this] { m_menuList->Model().SelectAll(); });
-    add(QStringLiteral("ID_Delete"), QStringLiteral("&Delete"), &frmContact::DeleteSelected);
+    add(QStringLiteral("ID_Delete"), QStringLiteral("&Delete"), &frmContact::DeleteChosen);
     m_menu->addSeparator();
     add(QStringLiteral("ID_Find"), QStringLiteral("&Find"), &frmContact::Search);
     add(QStringLiteral("ID_Refresh"), QStringLiteral("&Refresh"), &frmContact::Refresh);

@@ -39,7 +39,7 @@ private:
     void AddSelected();
     void RemoveSelected();
     void ClearSelected();
-    void DeleteSelected();
+    void DeleteChosen();
     void NewContact();
     void ViewContacts();
     void OpenReports();

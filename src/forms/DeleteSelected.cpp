@@ -3,13 +3,14 @@
 #include "controls/ListModel.h"
 #include "platform/Dialogs.h"
 
-void DeleteSelected(ListModel &list, const std::function<Deletion(const ListItem &)> &erase)
+void DeleteSelected(ListModel &list, const std::function<Deletion(const ListItem &)> &erase,
+                    const QString &word)
 {
     for (const QString &key : list.SelectedKeys()) {
         const ListItem item = list.At(list.Find(key));
-        const Dialogs::Answer answer =
-            Dialogs::MsgBox(u"Okay to delete item '" % item.text % u'\'', QStringLiteral("Confirm Deletion"),
-                            Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
+        const Dialogs::Answer answer = Dialogs::MsgBox(u"Okay to delete " % word % u" '" % item.text % u'\'',
+                                                       QStringLiteral("Confirm Deletion"),
+                                                       Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
         const Deletion deletion = answer == Dialogs::Answer::Yes ? erase(item) : Deletion::Kept;
         if (deletion == Deletion::Failed)
             return;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <functional>
 
 class ListModel;
@@ -10,4 +12,6 @@ enum class Deletion { Done, Kept, Failed };
 /// Walks the selected rows of a list of the maintenance screens: asks about each, and takes those out of the
 /// list that `erase` deletes. What the user keeps is no longer selected. A deletion that failed ends the
 /// walk.
-void DeleteSelected(ListModel &list, const std::function<Deletion(const ListItem &)> &erase);
+/// `word` is what the question calls a row.
+void DeleteSelected(ListModel &list, const std::function<Deletion(const ListItem &)> &erase,
+                    const QString &word = QStringLiteral("item"));

@@ -16,8 +16,11 @@ namespace
 void Recolour(QWidget *field, bool locked)
 {
     QPalette palette;
-    if (locked)
+    if (locked) {
         palette.setColor(QPalette::Base, field->palette().color(QPalette::Window));
+        palette.setColor(QPalette::Disabled, QPalette::Text,
+                         field->palette().color(QPalette::Active, QPalette::Text));
+    }
     field->setPalette(palette);
     field->setFocusPolicy(locked ? Qt::ClickFocus : Qt::StrongFocus);
 }

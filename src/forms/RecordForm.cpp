@@ -163,11 +163,10 @@ bool RecordForm::IsDeleted()
 {
     if (m_state == State::NewRecord || Exists(m_key))
         return false;
-    const Dialogs::Answer answer = Dialogs::MsgBox(
-        u"This " % m_kind.word %
-            u" has been deleted by another user.\nOkay to keep what is on the screen as a new "
-            u"record?",
-        QStringLiteral("Record Deleted"), Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
+    const Dialogs::Answer answer =
+        Dialogs::MsgBox(u"Another user has deleted this " % m_kind.word %
+                            u" meanwhile.\nOkay to keep what is on the screen as a new record?",
+                        QStringLiteral("Record Deleted"), Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
     if (answer == Dialogs::Answer::Yes)
         KeepAsNew();
     else

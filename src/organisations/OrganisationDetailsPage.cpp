@@ -98,10 +98,8 @@ void OrganisationDetailsPage::Load(const OrganisationRecord &record)
 
 void OrganisationDetailsPage::Store(OrganisationRecord &record) const
 {
-    for (const Choice &choice : m_choices) {
-        choice.field->Leave();
-        record.*choice.column = qMax(1, choice.field->Model().CurrentData());
-    }
+    for (const Choice &choice : m_choices)
+        record.*choice.column = ContactFields::ChosenToStore(choice.section, choice.field);
     for (const auto &[field, column] : m_texts)
         record.*column = field->text();
     record.board = m_board->isChecked();

@@ -4,6 +4,7 @@
 #include "controls/ListModel.h"
 #include "core/Progress.h"
 #include "core/Session.h"
+#include "database/DeletedMeanwhile.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
 #include "organisations/AwardBoardODBC.h"
@@ -171,6 +172,14 @@ void LinkSave::Run()
                                      ADO_Organisation_CheckFacility, ADO_Organisation_AddFacility};
     static const LinkKind venues{QStringLiteral("Venue"), ADO_Organisation_WipeVenue,
                                  ADO_Organisation_CheckVenue, ADO_Organisation_AddVenue};
+    const QString title = QStringLiteral("Update Organisation");
+    Demand(
+        LeaveOutDeleted(m_links.contacts, QStringLiteral("Contacts"), QStringLiteral("ContactRef"), title) &&
+        LeaveOutDeleted(m_links.usedCriteria, QStringLiteral("Concessions"), QStringLiteral("ConcessionRef"),
+                        title) &&
+        LeaveOutDeleted(m_links.usedFac, QStringLiteral("Facilities"), QStringLiteral("FacilityRef"),
+                        title) &&
+        LeaveOutDeleted(m_links.usedVenues, QStringLiteral("Venues"), QStringLiteral("VenueRef"), title));
     m_progress.Begin(2 * m_links.contacts.Count() + m_links.usedFac.Count() + m_links.usedVenues.Count());
     StoreOwned(contacts, m_links.contacts, nullptr);
     StoreCharacteristics();

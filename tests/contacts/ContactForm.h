@@ -8,24 +8,20 @@
 #include "database/System.h"
 #include "forms/FormBuilder.h"
 #include "support/ModalDriver.h"
-#include "support/ScriptedDialogs.h"
 
 #include <QDir>
 
 /// What a test of the contact screens starts with: an empty database, a script of boxes, hands for modal
 /// forms, and every right.
-struct ContactFixture {
+struct ContactFixture : LogicFixture {
     ContactFixture()
     {
         gUserRights = RightsBlank();
-        gShowIDs = 0;
         gDialogResult = 0;
         LoadSystemValues();
         QDir(database.Directory()).mkpath("temp");
     }
 
-    TestDatabase database;
-    ScriptedDialogs dialogs;
     ModalDriver driver;
 };
 

@@ -75,12 +75,20 @@ inline QStringList Fields(ContactRecord person)
     return texts;
 }
 
-/// A record screen without a screen.
-class FakeContactView final : public ContactView
+/// A record screen without a screen: what it was told, in order.
+class FakeRecordView : public virtual RecordView
 {
 public:
     void ShowLoading(const QString &notice) override { calls.append(notice); }
     void ShowDeleted(const QString &placeholder) override { calls.append(placeholder); }
+    void ShowLoaded() override { calls.append("loaded"); }
+
+    QStringList calls;
+};
+
+class FakeContactView final : public FakeRecordView, public ContactView
+{
+public:
     void ShowRecord(const ContactRecord &shown) override
     {
         record = shown;
@@ -92,9 +100,7 @@ public:
     ListModel &RolesInfo() override { return roles; }
     ListModel &GroupList() override { return groupList; }
     TreeModel &GroupTree() override { return groupTree; }
-    void ShowLoaded() override { calls.append("loaded"); }
 
-    QStringList calls;
     ContactRecord record;
     ListModel available;
     ListModel used;

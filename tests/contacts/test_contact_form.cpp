@@ -1,6 +1,7 @@
 #include "contacts/ConcessionODBC.h"
 #include "contacts/ContactForm.h"
 #include "contacts/frmAddContact.h"
+#include "organisations/OrganisationRecordODBC.h"
 #include "platform/Clock.h"
 
 #include <QScopeGuard>
@@ -14,6 +15,7 @@ private slots:
     void init() { m = std::make_unique<ContactFixture>(); }
     void cleanup() { m.reset(); }
     void PersonBefore();
+    void ChosenIsDeleted();
     void StrayMark();
     void ButtonsOfTheTabs();
     void AltReferences();
@@ -47,6 +49,32 @@ void TestContactForm::PersonBefore()
     Press(form, "NextBtn");
     QCOMPARE(Find<QPlainTextEdit>(form, "Notes")->toPlainText(), QString());
     QCOMPARE(Chosen(form, "CityList"), u" Select or Type New "_qs);
+}
+
+/// A town and an organisation that another workstation deletes are stored for nobody, and the user is told.
+void TestContactForm::ChosenIsDeleted()
+{
+    const int york = Contact_AddItem(ContactSection::Cities, "York", "");
+    const int acme = Contact_AddItem(ContactSection::Organisations, "Acme", "");
+    const int carer = Contact_Add(Person("Carer", "Good"));
+    frmAddContact form;
+    TypeName(form, "Anna", "Bell");
+    for (const auto &[list, text] :
+         {std::pair("CityList", "York"), {"OrganList", "Acme"}, {"ContactList", "Good, Carer"}})
+        Choose(form, list, text);
+    Contact_DeleteItem(ContactSection::Cities, york);
+    ADO_Organisation_Delete(acme);
+    ADO_Contact_Delete(carer);
+    for (const char *gone : {"Good, Carer", "York", "Acme"})
+        m->dialogs.Expect("Record Deleted",
+                          u"Another user has deleted these meanwhile, and they are left out:\n    " %
+                              QString(gone));
+    Press(form, "OKBtn");
+    QCOMPARE(Rows("Contacts WHERE Cust_Surname = 'Bell' AND Cust_City = 1 AND OrganRef = 1 AND "
+                  "ContactContactRef = 1"),
+             1);
+    const ComboModel &people = Find<TypedCombo>(form, "ContactList")->Model();
+    QCOMPARE(people.At(people.Count() - 1).data, 0);
 }
 
 /// Emptying the list of group types marks the forename, as it always did, until that is changed itself.

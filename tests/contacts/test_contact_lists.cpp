@@ -2,9 +2,6 @@
 #include "contacts/ContactModule.h"
 #include "contacts/People.h"
 #include "controls/ComboModel.h"
-#include "core/Session.h"
-#include "support/ScriptedDialogs.h"
-#include "support/TestDatabase.h"
 
 #include <QTest>
 
@@ -26,34 +23,17 @@ class TestContactLists : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { m = std::make_unique<LogicFixture>(); }
+    void cleanup() { m.reset(); }
     void PeopleInAList();
     void PeopleInADropDown();
     void Vocabularies_data();
     void Vocabularies();
-    void Sentinel();
-    void ExtraColumn();
     void DeletesMoveToTheSentinel();
 
 private:
-    std::unique_ptr<TestDatabase> m_database;
-    std::unique_ptr<ScriptedDialogs> m_dialogs;
+    std::unique_ptr<LogicFixture> m;
 };
-
-void TestContactLists::init()
-{
-    m_database = std::make_unique<TestDatabase>();
-    m_dialogs = std::make_unique<ScriptedDialogs>();
-    gShowIDs = 0;
-}
-
-void TestContactLists::cleanup()
-{
-    gShowIDs = 0;
-    m_dialogs.reset();
-    m_database.reset();
-}
 
 void TestContactLists::PeopleInAList()
 {
@@ -109,13 +89,13 @@ void TestContactLists::Vocabularies()
     QFETCH(ContactSection, code);
     const int key = Contact_AddItem(code, "Yorkshire", "");
     QVERIFY(key > 0);
-    m_dialogs->Expect("Add Item", exists);
+    m->dialogs.Expect("Add Item", exists);
     QCOMPARE(Contact_AddItem(code, "Yorkshire", ""), 0);
     const int other = Contact_AddItem(code, "Yorkshire", "Y");
     QVERIFY(other > key);
 
     QCOMPARE(Contact_UpdateItem(code, key, "Yorkshire", ""), key);
-    m_dialogs->Expect("Update Item", exists);
+    m->dialogs.Expect("Update Item", exists);
     QCOMPARE(Contact_UpdateItem(code, key, "Yorkshire", "Y"), 0);
     QCOMPARE(Contact_UpdateItem(code, key, "Kent", "K"), key);
     const RefLabel item = Contact_ViewItem(code, key);
@@ -123,35 +103,23 @@ void TestContactLists::Vocabularies()
     QCOMPARE(item.reference, u"K"_qs);
     QCOMPARE(Contact_ViewItem(code, 4711).name, QString());
 
+    // The row that stands for none is a choice, and no row to keep.
+    const bool hasSentinel = Rows(ContactSectionOf(code).table) == 3;
+    ComboModel choices;
+    for (const bool withSelectRow : {true, false}) {
+        Contact_FillList(code, choices, withSelectRow);
+        QCOMPARE(choices.CurrentText(), !hasSentinel    ? u"Kent"_qs
+                                        : withSelectRow ? SelectOrTypeNewText()
+                                                        : QString());
+        QCOMPARE(choices.CurrentData(), hasSentinel ? 1 : key);
+    }
     ListModel list;
     Contact_FillListView(code, list);
+    QCOMPARE(list.Count(), 2);
     const int kent = list.Find(u'?' % SqlNumber(key));
     QCOMPARE(list.At(kent).text, u"Kent"_qs);
     QVERIFY(kent < list.Find(u'?' % SqlNumber(other)));
     QCOMPARE(list.SelectedRows(), std::vector<int>{0});
-}
-
-void TestContactLists::Sentinel()
-{
-    Contact_AddItem(ContactSection::Cities, "York", "");
-    ComboModel choices;
-    Contact_FillList(ContactSection::Cities, choices, true);
-    QCOMPARE(choices.At(0).text, SelectOrTypeNewText());
-    QCOMPARE(choices.CurrentData(), 1);
-    Contact_FillList(ContactSection::Cities, choices, false);
-    QCOMPARE(choices.At(0).text, QString());
-    QCOMPARE(choices.CurrentData(), 1);
-    ListModel list;
-    Contact_FillListView(ContactSection::Cities, list);
-    QVERIFY(!list.Contains("?1"));
-}
-
-void TestContactLists::ExtraColumn()
-{
-    const int key = ADO_Contact_AddItem("Acme", "Organisations", "OrganName", "OrganRef", "A1", "Addr1");
-    QCOMPARE(Rows(u"Organisations WHERE OrganName = 'Acme' AND Addr1 = 'Not Known' AND OrganRef = " %
-                  SqlNumber(key)),
-             1);
 }
 
 /// Who had a row of a vocabulary has the sentinel when it goes, and so has an organisation.

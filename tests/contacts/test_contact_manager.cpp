@@ -1,6 +1,7 @@
 #include "contacts/ContactForm.h"
 #include "contacts/frmContact.h"
 #include "platform/Connection.h"
+#include "support/RightsTable.h"
 
 #include <QFile>
 #include <QMenu>
@@ -21,7 +22,12 @@ class TestContactManager : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
+    void init()
+    {
+        m = std::make_unique<ContactFixture>();
+        m_anna = Contact_Add(Person("Anna", "Bell"));
+        m_ben = Contact_Add(Person("Ben", "Carter"));
+    }
     void cleanup() { m.reset(); }
     void GatherAndStore();
     void PeopleWhoAreGone();
@@ -31,7 +37,6 @@ private slots:
     void PublishingCanBeStopped();
     void ViewingAndAdding();
     void OtherDatabase();
-    void Rights_data();
     void Rights();
     void ReportsOfTheSelection();
     void Menu();
@@ -43,13 +48,6 @@ private:
     int m_anna = 0;
     int m_ben = 0;
 };
-
-void TestContactManager::init()
-{
-    m = std::make_unique<ContactFixture>();
-    m_anna = Contact_Add(Person("Anna", "Bell"));
-    m_ben = Contact_Add(Person("Ben", "Carter"));
-}
 
 QString TestContactManager::SelectionFile() const
 {
@@ -230,37 +228,32 @@ void TestContactManager::OtherDatabase()
     QVERIFY(List(form, "ContactInfo").IsEmpty());
 }
 
-void TestContactManager::Rights_data()
-{
-    QTest::addColumn<int>("right");
-    QTest::addColumn<int>("level");
-    QTest::addColumn<QString>("off");
-    QTest::newRow("reports, look") << 22 << 3 << u"RepBtn"_qs;
-    QTest::newRow("contacts, look") << 23 << 1 << u"AddBtn DelCBtn"_qs;
-    QTest::newRow("contacts, add") << 23 << 2 << u"DelCBtn"_qs;
-    QTest::newRow("contacts, change") << 23 << 3 << u"DelCBtn"_qs;
-    QTest::newRow("contacts, all") << 23 << 9 << u""_qs;
-    QTest::newRow("apply, no") << 24 << 0 << u"AddToConBtn CharList"_qs;
-    QTest::newRow("characteristics, look") << 31 << 1 << u"typing"_qs;
-    QTest::newRow("characteristics, add") << 31 << 2 << u""_qs;
-}
-
 void TestContactManager::Rights()
 {
-    QFETCH(int, right);
-    QFETCH(int, level);
-    QFETCH(QString, off);
     Concession_Add("Student", 20, 0, "");
-    gUserRights[right] = QChar(u'0' + level);
-    frmContact form;
-    List(form, "ContactList2").SelectAll();
-    Press(form, "AddCBtn");
-    List(form, "ContactList2").SelectAll();
-    Choose(form, "CharList", "Student");
-    for (const char *name : {"AddBtn", "DelCBtn", "AddToConBtn", "CharList", "RepBtn"})
-        QCOMPARE(Find<QWidget>(form, name)->isEnabled(), !off.split(' ').contains(name));
-    QCOMPARE(Find<TypedCombo>(form, "CharList")->isEditable(), off != "typing");
-    QVERIFY(Find<QWidget>(form, "FindBtn")->isEnabled());
+    const auto open = []() -> std::unique_ptr<QWidget> {
+        auto form = std::make_unique<frmContact>();
+        List(*form, "ContactList2").SelectAll();
+        Press(*form, "AddCBtn");
+        List(*form, "ContactList2").SelectAll();
+        Choose(*form, "CharList", "Student");
+        return form;
+    };
+    CheckRights(open, {{22, 3, "RepBtn", Left::Disabled},
+                       {22, 9, "RepBtn", Left::Enabled},
+                       {23, 1, "AddBtn", Left::Disabled},
+                       {23, 2, "AddBtn", Left::Enabled},
+                       {23, 3, "DelCBtn", Left::Disabled},
+                       {23, 9, "DelCBtn", Left::Enabled},
+                       {24, 3, "AddToConBtn", Left::Disabled},
+                       {24, 3, "CharList", Left::Disabled},
+                       {24, 9, "AddToConBtn", Left::Enabled},
+                       {24, 0, "FindBtn", Left::Enabled}});
+    for (const int level : {1, 2}) {
+        gUserRights = RightsWith(31, level);
+        frmContact form;
+        QCOMPARE(Find<TypedCombo>(form, "CharList")->isEditable(), level == 2);
+    }
 }
 
 void TestContactManager::ReportsOfTheSelection()

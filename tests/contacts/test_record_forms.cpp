@@ -286,9 +286,8 @@ void TestRecordForms::Deleted()
         m->dialogs.Expect("Warning", changed, Answer::Yes);
     if (edits)
         m->dialogs.Expect("Record Deleted",
-                          u"This " % s.word.toLower() %
-                              u" has been deleted by another user.\nOkay to keep what is on the screen as a "
-                              u"new record?",
+                          u"Another user has deleted this " % s.word.toLower() %
+                              u" meanwhile.\nOkay to keep what is on the screen as a new record?",
                           keeps);
     Press(*form, button == "update" ? s.okBtn : button);
     QVERIFY2(log.Statements().filter(QRegularExpression("^(INSERT|UPDATE|DELETE)")).isEmpty(),

@@ -48,12 +48,9 @@ inline QString PlaceKey(int reference)
     return u'!' % SqlNumber(reference);
 }
 
-/// An organisation's screen without a screen.
-class FakeOrganisationView final : public OrganisationView
+class FakeOrganisationView final : public FakeRecordView, public OrganisationView
 {
 public:
-    void ShowLoading(const QString &notice) override { calls.append(notice); }
-    void ShowDeleted(const QString &placeholder) override { calls.append(placeholder); }
     void ShowRecord(const OrganisationRecord &shown) override
     {
         record = shown;
@@ -66,9 +63,7 @@ public:
     ListModel &UsedFac() override { return usedFac; }
     ListModel &AvailVenues() override { return availVenues; }
     ListModel &UsedVenues() override { return usedVenues; }
-    void ShowLoaded() override { calls.append(QStringLiteral("loaded")); }
 
-    QStringList calls;
     OrganisationRecord record;
     ListModel availCriteria;
     ListModel usedCriteria;
