@@ -46,7 +46,7 @@ frmSearchContact::frmSearchContact(ListModel &target, QWidget *parent)
     }
     ShowRunning(false);
     EnableResult();
-    resize(fontMetrics().averageCharWidth() * 150, fontMetrics().lineSpacing() * 38);
+    resize(fontMetrics().averageCharWidth() * 150, fontMetrics().lineSpacing() * 46);
     m_details->First()->setFocus();
 }
 

@@ -1,11 +1,13 @@
 #include "contacts/frmSelectContacts.h"
 
+#include "assessments/CandidateODBC.h"
 #include "contacts/ContactModule.h"
 #include "contacts/ContactSelection.h"
 #include "contacts/PeopleRun.h"
 #include "contacts/frmAddContact.h"
 #include "contacts/frmSearchContact.h"
 #include "core/Session.h"
+#include "courses/AttendanceODBC.h"
 #include "database/GlobalCode.h"
 #include "database/Security.h"
 #include "enrolment/EnrolmentModule.h"
@@ -36,12 +38,13 @@ frmSelectContacts::frmSelectContacts(QWidget *parent)
     m_search->setFocus();
 }
 
-void frmSelectContacts::Configure(Mode mode, ListModel &target, int courseRef, int limit)
+void frmSelectContacts::Configure(Mode mode, ListModel &target, int courseRef, int limit, int extra)
 {
     m_mode = mode;
     m_target = &target;
     m_courseRef = courseRef;
     m_limit = limit;
+    m_extra = extra;
     if (m_mode == Mode::ReplaceList)
         Contact_JoinSelection(target, m_selected);
     else if (m_mode != Mode::AddToList)
@@ -243,7 +246,19 @@ bool frmSelectContacts::Deliver()
 {
     switch (m_mode) {
     case Mode::EnrolOnCourse:
-        return Enrol();
+        return Course_CheckLimit(m_selected.Count(), m_limit) &&
+               Store(QStringLiteral("Course Enrollment"), QStringLiteral("enrolled"),
+                     [this](Progress &progress) {
+                         return ADO_Course_EnrollStudents(m_courseRef, m_selected, progress);
+                     });
+    case Mode::Attendance:
+        return Store(windowTitle(), QStringLiteral("attendees"), [this](Progress &progress) {
+            return ADO_Course_Attended(m_courseRef, m_extra, m_selected, progress);
+        });
+    case Mode::Candidates:
+        return Store(windowTitle(), QStringLiteral("candidates"), [this](Progress &progress) {
+            return ADO_Course_AddStudentsExam(m_courseRef, m_extra, m_selected, progress);
+        });
     case Mode::AddToList:
         Contact_JoinNames(m_selected, *m_target);
         break;
@@ -262,13 +277,11 @@ bool frmSelectContacts::Deliver()
     return true;
 }
 
-bool frmSelectContacts::Enrol()
+bool frmSelectContacts::Store(const QString &title, const QString &stored,
+                              const std::function<bool(Progress &progress)> &work)
 {
-    if (!Course_CheckLimit(m_selected.Count(), m_limit))
-        return false;
-    bool enrolled = false;
-    PeopleRun::Run(
-        this, QStringLiteral("Course Enrollment"), QStringLiteral("Those are enrolled, the rest are not."),
-        [&](Progress &progress) { enrolled = ADO_Course_EnrollStudents(m_courseRef, m_selected, progress); });
-    return enrolled;
+    bool done = false;
+    PeopleRun::Run(this, title, u"Those are " % stored % u", the rest are not.",
+                   [&](Progress &progress) { done = work(progress); });
+    return done;
 }

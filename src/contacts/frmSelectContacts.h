@@ -5,6 +5,7 @@
 #include "forms/FormDialog.h"
 
 class ListView;
+class Progress;
 class QLineEdit;
 class QMenu;
 class QPushButton;
@@ -21,6 +22,8 @@ public:
     enum class Mode {
         AddToList = 1,            ///< joins the target list
         EnrolOnCourse = 2,        ///< becomes the students of a course, starting with the present ones
+        Attendance = 3,           ///< becomes those who attended an event, starting with the target list
+        Candidates = 4,           ///< becomes the candidates of an assessment, starting with the target list
         OrganisationContacts = 5, ///< takes the place of an organisation's people, starting with these
         ReplaceList = 6,          ///< takes the place of the target list, starting with what that holds
         AddToTree = 7             ///< joins the selected attendance branches of a course's tree
@@ -28,8 +31,9 @@ public:
 
     explicit frmSelectContacts(QWidget *parent = nullptr);
 
-    /// `target` is the caller's list, `limit` the most students that the course takes, 0 = no limit.
-    void Configure(Mode mode, ListModel &target, int courseRef = 0, int limit = 0);
+    /// `target` is the caller's list, `limit` the most students that the course takes, 0 = no limit, and
+    /// `extra` an event or an assessment.
+    void Configure(Mode mode, ListModel &target, int courseRef = 0, int limit = 0, int extra = 0);
     /// For the mode that fills a tree.
     void Configure(Mode mode, TreeModel &target);
 
@@ -48,13 +52,16 @@ private:
     void Search();
     void HandOver();
     bool Deliver();
-    bool Enrol();
+    /// Stores the people of a course; `stored` says what becomes of those that a stopped run came to.
+    bool Store(const QString &title, const QString &stored,
+               const std::function<bool(Progress &progress)> &work);
 
     Mode m_mode = Mode::AddToList;
     ListModel *m_target = nullptr;
     TreeModel *m_tree = nullptr;
     int m_courseRef = 0;
     int m_limit = 0;
+    int m_extra = 0;
     int m_shownSubset = 0; ///< the characteristic whose people are listed; 0 = everybody
 
     ComboModel m_subsets;

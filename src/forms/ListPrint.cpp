@@ -58,6 +58,12 @@ private:
         return column == 0 ? item.text : item.subItems.value(column - 1);
     }
 
+    QString Title(int column) const
+    {
+        return m_list.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+    }
+
+    void SetBold(bool bold);
     void MeasureColumns();
     void PrintPage(int page, int linesOnPage);
     void PrintLine(int line, const std::function<QString(int column)> &text);
@@ -72,18 +78,28 @@ private:
     std::vector<int> m_widths;
 };
 
+void Pages::SetBold(bool bold)
+{
+    QFont font = m_painter.font();
+    font.setBold(bold);
+    m_painter.setFont(font);
+}
+
 /// Columns share the paper by what stands in them; a thousand rows tell enough of a list of very many.
 void Pages::MeasureColumns()
 {
+    SetBold(true);
+    for (int column = 0; column < m_list.columnCount(); ++column)
+        m_widths.push_back(m_painter.fontMetrics().horizontalAdvance(Title(column)));
+    SetBold(false);
     const QFontMetrics metrics = m_painter.fontMetrics();
     const size_t step = m_rows.size() / 1000 + 1;
     const int gap = metrics.averageCharWidth() * 2;
     for (int column = 0; column < m_list.columnCount(); ++column) {
-        int width =
-            metrics.horizontalAdvance(m_list.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+        int &width = m_widths[static_cast<size_t>(column)];
         for (size_t i = 0; i < m_rows.size(); i += step)
             width = qMax(width, metrics.horizontalAdvance(Cell(m_rows[i], column)));
-        m_widths.push_back(width + gap);
+        width += gap;
     }
     // Narrow columns keep what they need; one very long text must not squeeze them.
     std::vector<int *> narrowFirst;
@@ -112,15 +128,10 @@ void Pages::PrintLine(int line, const std::function<QString(int column)> &text)
 
 void Pages::PrintPage(int page, int linesOnPage)
 {
-    QFont font = m_painter.font();
-    font.setBold(true);
-    m_painter.setFont(font);
+    SetBold(true);
     m_painter.drawText(QRect(0, 0, Paper().width(), m_lineHeight), Qt::AlignLeft, m_title);
-    PrintLine(2, [this](int column) {
-        return m_list.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
-    });
-    font.setBold(false);
-    m_painter.setFont(font);
+    PrintLine(2, [this](int column) { return Title(column); });
+    SetBold(false);
     m_painter.drawLine(0, 3 * m_lineHeight, Paper().width(), 3 * m_lineHeight);
     const size_t first = static_cast<size_t>(page) * static_cast<size_t>(linesOnPage);
     const size_t end = qMin(m_rows.size(), first + static_cast<size_t>(linesOnPage));

@@ -43,7 +43,7 @@ public:
     /// Runs a query and reads every row. Nothing on a failure.
     std::optional<Recordset> OpenRecordset(const QString &sql);
     /// Runs a query of very many rows and hands them over as they come, so that the first are there at once.
-    /// Other statements may run in between. Where a result must be read whole first, as on a server, `take`
+    /// Other statements may run in between. Where a result must be read whole first, as on SQL Server, `take`
     /// gets empty pieces meanwhile, and in those no statement may run. False on a failure.
     bool ReadInPieces(const QString &sql, const TakeRows &take);
 

@@ -6,6 +6,7 @@
 #include "platform/SqlDialect.h"
 
 #include <QCoreApplication>
+#include <QScopeGuard>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
@@ -131,30 +132,59 @@ bool OdbcEngine::Execute(const QString &sql, EngineErrors &errors)
 
 bool OdbcEngine::OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors)
 {
-    return Read(
-        sql, result, [] { return true; }, errors);
+    QString engineSql;
+    return Translate(sql, engineSql, errors) && Revive(errors) &&
+           Read(
+               engineSql, result, [] { return true; }, errors);
 }
 
-/// One result can be open on a connection, so that all rows are read before the first is handed over.
+/// SQL Server has one open result on a connection, so that all rows are read before the first is handed over.
 bool OdbcEngine::ReadInPieces(const QString &sql, const TakeRows &take, EngineErrors &errors)
 {
+    QString engineSql;
+    if (!Translate(sql, engineSql, errors) || !Revive(errors))
+        return false;
+    if (m_kind == DatabaseKind::PostgreSql)
+        return FetchInPieces(engineSql, take, errors);
     Recordset rows;
     bool isWanted = true;
     const auto goesOn = [&] { return isWanted = take({}, 0); };
-    if (!Read(sql, rows, goesOn, errors))
+    if (!Read(engineSql, rows, goesOn, errors))
         return false;
     if (isWanted)
         take(rows, 0);
     return true;
 }
 
-bool OdbcEngine::Read(const QString &sql, Recordset &result, const std::function<bool()> &goesOn,
+/// PostgreSQL keeps the result under a name: read in one, its driver takes all rows before it gives the
+/// first.
+bool OdbcEngine::FetchInPieces(const QString &engineSql, const TakeRows &take, EngineErrors &errors)
+{
+    constexpr int firstPiece = 32;
+    constexpr int laterPieces = 512;
+    const QString name = u"pieces" % QString::number(++m_cursors);
+    if (!Run(u"DECLARE " % name % u" NO SCROLL CURSOR WITH HOLD FOR " % engineSql, errors))
+        return false;
+    const auto close = qScopeGuard([&] {
+        EngineErrors ignored;
+        Run(u"CLOSE " % name, ignored);
+    });
+    int given = 0;
+    for (int wanted = firstPiece;; wanted = laterPieces) {
+        Recordset rows;
+        if (!Read(
+                u"FETCH " % QString::number(wanted) % u" FROM " % name, rows, [] { return true; }, errors))
+            return false;
+        if (!take(rows, given) || rows.RowCount() < wanted)
+            return true;
+        given += rows.RowCount();
+    }
+}
+
+bool OdbcEngine::Read(const QString &engineSql, Recordset &result, const std::function<bool()> &goesOn,
                       EngineErrors &errors)
 {
     constexpr int askedEvery = 256;
-    QString engineSql;
-    if (!Translate(sql, engineSql, errors) || !Revive(errors))
-        return false;
     QSqlQuery query(m_database);
     query.setForwardOnly(true);
     if (!query.exec(engineSql))

@@ -33,8 +33,10 @@ private:
     bool Connect(EngineErrors &errors);
     bool Revive(EngineErrors &errors);
     bool Run(const QString &engineSql, EngineErrors &errors);
-    bool Read(const QString &sql, Recordset &result, const std::function<bool()> &goesOn,
+    /// `goesOn` is asked now and then while the rows come; false ends it without a result.
+    bool Read(const QString &engineSql, Recordset &result, const std::function<bool()> &goesOn,
               EngineErrors &errors);
+    bool FetchInPieces(const QString &engineSql, const TakeRows &take, EngineErrors &errors);
     bool Fail(const QSqlError &error, EngineErrors &errors);
     bool Fail(QSqlQuery &query, EngineErrors &errors);
     bool Translate(const QString &sql, QString &engineSql, EngineErrors &errors);
@@ -46,5 +48,6 @@ private:
     DatabaseKind m_kind = DatabaseKind::SqlServer;
     bool m_isLost = false; ///< the server no longer answers; the next statement connects anew
     bool m_isInTransaction = false;
+    int m_cursors = 0; ///< opened so far
     SqlTokens m_tokens;
 };

@@ -3,6 +3,7 @@
 #include "database/MiscODBC.h"
 #include "platform/Connection.h"
 #include "support/RightsTable.h"
+#include "support/StatementLog.h"
 
 #include <QAction>
 #include <QElapsedTimer>
@@ -69,6 +70,8 @@ private slots:
     void HandsOver_data();
     void HandsOver();
     void JoinsTheBranchesOfATree();
+    void AttendanceAndCandidates_data();
+    void AttendanceAndCandidates();
     void EnrolsAndRemoves();
     void EnrollingCanBeStopped();
     void LimitOfACourse_data();
@@ -257,6 +260,57 @@ void TestSelectContacts::JoinsTheBranchesOfATree()
              QStringList({"A1=A1 ", "A3;1=O'Neil, Ben ", "A2;1=Adams, Ann [not enrolled] user", "A2=A2 ",
                           "A3=A3 ", "A5;3=Smythe, Dora ", "A2;3=Adams, Ann [not enrolled] user",
                           "A3;3=O'Neil, Ben [not enrolled] user"}));
+}
+
+/// Ann and Ben are stored, with a result; the picker leaves Ben and Carl.
+void TestSelectContacts::AttendanceAndCandidates_data()
+{
+    QTest::addColumn<Mode>("mode");
+    QTest::addColumn<QString>("setUp");
+    QTest::addColumn<QStringList>("statements");
+    QTest::addColumn<QString>("stored");
+    QTest::newRow("attendance")
+        << Mode::Attendance << "INSERT INTO AttendanceRecord (CourseRef,EventNo,ContactRef) VALUES (1,7,"
+        << QStringList({"SELECT ContactRef FROM AttendanceRecord WHERE CourseRef = 1 AND EventNo = 7",
+                        "DELETE FROM AttendanceRecord WHERE CourseRef = 1 AND EventNo = 7 AND ContactRef = 2",
+                        "INSERT INTO AttendanceRecord (CourseRef,ContactRef,EventNo) VALUES (1,4,7)"})
+        << "AttendanceRecord WHERE EventNo = 7 AND ContactRef IN (3, 4)";
+    QTest::newRow("candidates")
+        << Mode::Candidates
+        << "INSERT INTO StudentExams (CourseRef,ExamRef,ExamResult,ResultFormat,ContactRef) VALUES "
+           "(1,7,60,'%',"
+        << QStringList({"SELECT ContactRef FROM StudentExams WHERE CourseRef = 1 AND ExamRef = 7",
+                        "DELETE FROM StudentExams WHERE ExamRef = 7 AND CourseRef = 1 AND ContactRef = 2",
+                        "SELECT ResultFormat FROM Exam WHERE ExamRef = 7",
+                        "INSERT INTO StudentExams (CourseRef,ExamRef,ContactRef,ExamResult,EstimatedResult,"
+                        "ResultFormat,Notes) VALUES (1,7,4,0,0,'%''s','')"})
+        << "StudentExams WHERE ExamRef = 7 AND (ContactRef = 3 AND ExamResult = 60 OR ContactRef = 4 AND "
+           "ExamResult = 0 AND ResultFormat = '%''s')";
+}
+
+void TestSelectContacts::AttendanceAndCandidates()
+{
+    QFETCH(const Mode, mode);
+    QFETCH(const QString, setUp);
+    QFETCH(const QString, stored);
+    for (const char *person : {"2)", "3)"})
+        Sql(setUp % QLatin1String(person));
+    Sql("INSERT INTO Exam (ExamRef,ExamName,ResultFormat) VALUES (7,'Welding','%''s')");
+    m_target.Fill({{"?2", "Adams, Ann"}, {"?3", "O'Neil, Ben"}});
+    frmSelectContacts form;
+    form.Configure(mode, m_target, 1, 0, 7);
+    form.show();
+    QCOMPARE(Keys(List(form, "SelectedList")), QStringList({"?2", "?3"}));
+    List(form, "SelectedList").SelectKeys({"?2"});
+    Press(form, "RemCBtn");
+    Pick(form, {"?4"});
+    const StatementLog log;
+    Press(form, "ExitBtn");
+    QStringList statements = log.Statements();
+    statements.removeIf([](const QString &sql) { return sql.contains("FROM Contacts"); });
+    QTEST(statements, "statements");
+    QCOMPARE(Rows(stored), 2);
+    QCOMPARE(Rows(stored.section(u' ', 0, 0)), 2);
 }
 
 void TestSelectContacts::EnrolsAndRemoves()
