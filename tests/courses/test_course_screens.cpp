@@ -1,4 +1,3 @@
-#include "contacts/Keyboard.h"
 #include "controls/ListModel.h"
 #include "core/Session.h"
 #include "courses/frmAddCourse.h"
@@ -119,44 +118,6 @@ private slots:
         QCOMPARE(Titles(manager), QStringList({"Anatomy", "Ceramics"}));
         QCOMPARE(TestDatabase::Rows("SELECT CourseHierarchyRef FROM CoursesRelationships ORDER BY 1"),
                  QStringList({"0", "1"}));
-    }
-
-    /// A course in a folder, a student and a payment, without a mouse.
-    void KeyboardAlone()
-    {
-        TestDatabase::Run({"INSERT INTO CoursesHierarchy (Label,Parent,Description) VALUES ('Arts',0,'')"});
-        School::AddPerson("Ada", "Lovelace");
-        ModalDriver driver;
-        driver.Expect("frmSelectContacts", [](QDialog &picker) {
-            const Keyboard keys(picker);
-            keys.TypeAt("SearchBox", "love");
-            keys.Press(Qt::Key_Return);
-            keys.Alt(Qt::Key_X);
-        });
-        driver.Expect("frmStudentInfo", [](QDialog &payment) {
-            const Keyboard keys(payment);
-            keys.TypeAt("Payment", "80");
-            keys.Alt(Qt::Key_U);
-        });
-        frmAddCourse form;
-        form.NewCourse("!0");
-        const Keyboard keys(form);
-        keys.TypeAt("Title", "Pottery");
-        keys.TypeAt("Fee", "80");
-        keys.TabTo("CatList");
-        keys.Press(Qt::Key_Home);
-        keys.Press(Qt::Key_Space);
-        keys.Press(Qt::Key_Down);
-        keys.Press(Qt::Key_Space);
-        keys.Alt(Qt::Key_A);
-        QCOMPARE(TestDatabase::Rows("SELECT CourseHierarchyRef FROM CoursesRelationships"), QStringList("1"));
-        keys.Press(Qt::Key_Tab, Qt::ControlModifier);
-        keys.Alt(Qt::Key_S);
-        keys.TabTo("Students");
-        keys.Press(Qt::Key_Return);
-        QCOMPARE(TestDatabase::Rows("SELECT MoneyPaid FROM Transactions"), QStringList("80"));
-        keys.Press(Qt::Key_Escape);
-        QVERIFY(!form.isVisible());
     }
 
     void RulesFeeAndLimit_data()

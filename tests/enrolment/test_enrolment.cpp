@@ -195,23 +195,6 @@ private slots:
         QCOMPARE(words, expected);
     }
 
-    /// 33.335 shows as 33.34, and so does the discount that is left.
-    void ShowsRoundedBoxes()
-    {
-        const int course = School::AddCourse("Pottery", 66.67);
-        const int person = School::AddPerson("Ada", "Lovelace");
-        ADO_Course_EnrollStudent(course, person);
-        TestDatabase::Run({"UPDATE StudentsEnrolled SET Discount = 50, TaxRate = 17.5, ReceiptNo = NULL, "
-                           "AmountPaid = 0.1, ChequePaid = 0.2, Vouchers5 = 1000"});
-        const StudentRecord record = Shown(course, person);
-        QCOMPARE(record.netFee, 33.34);
-        QCOMPARE(record.hardDiscount, 33.33);
-        QCOMPARE(record.totalDue, 39.17);
-        QCOMPARE(record.paid, 1000.3);
-        QCOMPARE(record.owed, -961.13);
-        QCOMPARE(record.receipt, QString());
-    }
-
     void WritesBackInOneStatement()
     {
         const int course = School::AddCourse("Pottery", 100);
@@ -229,29 +212,22 @@ private slots:
                         u"ReceiptNo = '0''1' ,Notes = 'a''b``c %1;' ,TaxName = 'VAT' ,TaxRate = 17.5 WHERE "
                         u"CourseRef = " %
                         SqlNumber(course) % u" AND ContactRef = " % SqlNumber(person)));
-        QCOMPARE(Shown(course, person).payments.vouchers.back(), 8.0);
+        QCOMPARE(Shown(course, person).payments.Total(), 1234600.75);
     }
 
     /// Each act is a row of its own with the voucher names of its day; a kind without a name has its column.
     void LogsThePayment()
     {
         SetSystemValue(SystemRef::VoucherName, "Learner's Card");
-        const Fees::Payments act{1.5, 2, 0, {4, 0, 0, 0, 0.25}};
-        {
-            const StatementLog log;
-            QVERIFY(Course_LogTransaction(7, 9, QDate(2026, 11, 22), "R'1", act, 3));
-            QCOMPARE(log.Statements(),
-                     QStringList(
-                         "INSERT INTO Transactions "
-                         "(CourseRef,ContactRef,DateTrn,ReceiptNo,MoneyPaid,ChequePaid,CCardPaid,"
-                         "CreditCardRef,VouchersPaid,Vouchers2Paid,Vouchers3Paid,Vouchers4Paid,Vouchers5Paid,"
-                         "Vouchers1Label,Vouchers2Label,Vouchers3Label,Vouchers4Label,Vouchers5Label) VALUES "
-                         "(7,9,20261122,'R''1',1.5,2,0,3,4,0,0,0,0.25,'Learner''s Card','','','','')"));
-        }
-        SetSystemValue(SystemRef::VoucherName, "Gift");
-        QVERIFY(Course_LogTransaction(7, 9, QDate(2026, 11, 22), "R'1", act, 3));
-        QCOMPARE(TestDatabase::Rows("SELECT ReceiptNo,Vouchers1Label FROM Transactions"),
-                 QStringList({"R'1|Learner's Card", "R'1|Gift"}));
+        const StatementLog log;
+        QVERIFY(Course_LogTransaction(7, 9, QDate(2026, 11, 22), "R'1", {1.5, 2, 0, {4, 0, 0, 0, 0.25}}, 3));
+        QCOMPARE(
+            log.Statements(),
+            QStringList("INSERT INTO Transactions "
+                        "(CourseRef,ContactRef,DateTrn,ReceiptNo,MoneyPaid,ChequePaid,CCardPaid,"
+                        "CreditCardRef,VouchersPaid,Vouchers2Paid,Vouchers3Paid,Vouchers4Paid,Vouchers5Paid,"
+                        "Vouchers1Label,Vouchers2Label,Vouchers3Label,Vouchers4Label,Vouchers5Label) VALUES "
+                        "(7,9,20261122,'R''1',1.5,2,0,3,4,0,0,0,0.25,'Learner''s Card','','','','')"));
     }
 
     /// The percentage that the amount raised carries on: the cheapest course gives its discount to the dearer

@@ -1,21 +1,29 @@
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
+#include "forms/ListPrint.h"
 #include "forms/ListView.h"
 #include "forms/SearchBox.h"
 #include "forms/TreeView.h"
 #include "forms/UsedAvailable.h"
+#include "support/ModalDriver.h"
 #include "support/TestTable.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QClipboard>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QPdfWriter>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QToolTip>
+
+#include <numeric>
 
 namespace
 {
@@ -31,6 +39,16 @@ void FillPeople(ListModel &list)
 {
     list.SetColumns({"Contact", "City"});
     list.Fill({{"?1", "Moss", {"York"}}, {"?2", "adams", {"Leeds"}}, {"?3", "Zed", {"Bath"}}});
+}
+
+/// A list of 500 people with long addresses.
+void FillPages(ListModel &list)
+{
+    list.SetColumns({"Contact", "Address"});
+    std::vector<ListItem> items;
+    for (int i = 0; i < 500; ++i)
+        items.push_back({u'?' % QString::number(i), "Somebody", {QString(400, u'w')}});
+    list.Fill(std::move(items));
 }
 
 void ClickTitle(const ListView &list, int column)
@@ -273,11 +291,14 @@ private slots:
         tree.Select(tree.Find("b"));
         QTest::keyClick(&view, Qt::Key_Space);
         QCOMPARE(asked.count(), 0);
+        tree.Select(tree.Find("a"));
+        QTest::keyClick(&view, Qt::Key_Space);
+        QCOMPARE(asked.count(), 1);
         const QRect row = view.visualRect(at("a"));
         QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, {row.left() + 6, row.center().y()});
-        QCOMPARE(asked.count(), 1);
+        QCOMPARE(asked.count(), 2);
         QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, {row.right() - 2, row.center().y()});
-        QCOMPARE(asked.count(), 1);
+        QCOMPARE(asked.count(), 2);
     }
 
     void empty_ones_say_so()
@@ -291,6 +312,63 @@ private slots:
         QVERIFY(say("Nobody here.") != say({}));
         FillPeople(people.list);
         QCOMPARE(say("Nobody here."), say({}));
+    }
+
+    void prints_pages_data()
+    {
+        const TestTable<int, int, int, int> row{"rows", "until", "least", "most"};
+        row("none", 0, 99, 1, 1);
+        row("one", 1, 99, 1, 1);
+        row("five hundred", 500, 99, 6, 19);
+        row("stopped", 500, 2, 2, 2);
+    }
+    void prints_pages()
+    {
+        QFETCH(int, rows);
+        QFETCH(int, until);
+        QFETCH(int, least);
+        QFETCH(int, most);
+        ListModel list;
+        FillPages(list);
+        std::vector<int> printed(static_cast<size_t>(rows));
+        std::iota(printed.begin(), printed.end(), 0);
+        QBuffer pdf;
+        pdf.open(QIODevice::WriteOnly);
+        int expected = 0;
+        {
+            QPdfWriter writer(&pdf);
+            const auto shown = [&](int page, int pages) {
+                expected = std::min(pages, until);
+                return page < until;
+            };
+            QCOMPARE(ListPrint::Print(list, printed, "Contacts", writer, shown), until == 99);
+        }
+        QCOMPARE(pdf.data().count("/Type /Page\n"), expected);
+        QVERIFY2(expected >= least && expected <= most, qPrintable(QString::number(expected)));
+    }
+
+    void asks_to_print_by_key_and_menu()
+    {
+        ModalDriver driver;
+        People people;
+        ListView &view = people.view;
+        driver.Expect("PrintDialog", [](QDialog &chooser) { chooser.reject(); });
+        QTest::keyClick(&view, Qt::Key_P, Qt::ControlModifier);
+
+        driver.Expect("PrintDialog", [](QDialog &chooser) { chooser.reject(); });
+        QTimer::singleShot(0, &view, [&view] {
+            auto *menu = Find<QMenu>(view, "ListMenu");
+            QCOMPARE(menu->actions().size(), 3);
+            QVERIFY(!menu->actions().first()->isEnabled());
+            menu->actions().last()->trigger();
+            menu->close();
+        });
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(5, 5), view.mapToGlobal(QPoint(5, 5)));
+        QApplication::sendEvent(view.viewport(), &event);
+
+        // An empty list asks for nothing.
+        people.list.Clear();
+        QTest::keyClick(&view, Qt::Key_P, Qt::ControlModifier);
     }
 };
 

@@ -158,16 +158,13 @@ private slots:
     void empty_required_fields_stop_the_save()
     {
         Record form;
+        ScriptedDialogs user;
         form.name->setText("  ");
-        {
-            ScriptedDialogs user;
-            user.Expect("Form not complete",
-                        "The followings fields must be completed:\n    Course Name\n    Password\n");
-            QVERIFY(!form.m_required.Complete());
-        }
+        user.Expect("Form not complete",
+                    "The followings fields must be completed:\n    Course Name\n    Password\n");
+        QVERIFY(!form.m_required.Complete());
         form.name->setText("Welding");
         form.secret->setText("  ");
-        const ScriptedDialogs nobody;
         QVERIFY(form.m_required.Complete());
         form.m_required.Mark(form.findChild<CaptionLabel *>("Label_1"), true);
         QCOMPARE(form.m_required.MissingList(), u"    Course Name\n"_qs);
@@ -205,11 +202,9 @@ private slots:
         RecordNavigator records(
             &prev, &next, modified, [&] { did.append("save"); },
             [&](const QString &key) { did.append(key); });
-        QVERIFY(!prev.isEnabled() && !next.isEnabled());
-        QCOMPARE(records.Position(), QString());
-        records.SetKeys({u"?4"_qs, u"?7"_qs, u"?9"_qs});
+        QVERIFY(records.Position().isEmpty() && !next.isEnabled());
+        records.SetKeys({"?4", "?7", "?9"});
         QVERIFY(!prev.isEnabled() && next.isEnabled());
-
         next.click();
         QCOMPARE(records.Position(), u" (RECORD 2 OF 3)"_qs);
         ScriptedDialogs user;

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QFile>
+#include "support/Files.h"
+
 #include <QTemporaryDir>
 
 /// A registry of data sources of the test's own: unixODBC's user sources in a file that goes with the test.
@@ -17,17 +18,8 @@ public:
     OwnDataSources &operator=(const OwnDataSources &) = delete;
 
     QString File() const { return m_dir.filePath(u"odbc.ini"_qs); }
-    void SetContent(const QByteArray &content) const
-    {
-        QFile file(File());
-        if (file.open(QIODevice::WriteOnly))
-            file.write(content);
-    }
-    QByteArray Content() const
-    {
-        QFile file(File());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    void SetContent(const QByteArray &content) const { WriteFile(File(), content); }
+    QByteArray Content() const { return ContentOf(File()); }
 
 private:
     QTemporaryDir m_dir;

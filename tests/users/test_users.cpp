@@ -1,18 +1,81 @@
+#include "controls/TreeModel.h"
 #include "core/Session.h"
 #include "database/Security.h"
+#include "forms/ListView.h"
+#include "forms/TreeView.h"
+#include "support/ModalDriver.h"
+#include "support/RightsTable.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestDatabase.h"
 #include "support/TestTable.h"
 #include "users/UsersModule.h"
-#include "users/UsersODBC.h"
+#include "users/frmAddEditUser.h"
+#include "users/frmUsers.h"
+#include "users/frmUsersPassword.h"
 
+#include <QCheckBox>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
 #include <QTest>
 
-#include <memory>
+using Dialogs::Answer;
 
 namespace
 {
 const QString nines = RightsBlank();
+const QString incomplete = u"Form not complete"_qs;
+const QString missing = u"The followings fields must be completed:\n"_qs;
+const QString mismatch = u"Password doesn't match Confirm Password!"_qs;
+
+/// The rights of a clerk: the first digits as given, "1" behind them.
+QString Clerk(const QString &start)
+{
+    return start.leftJustified(256, u'1');
+}
+
+ListModel &Rows(QWidget &form)
+{
+    return Find<ListView>(form, "MainList")->Model();
+}
+
+TreeModel &Tree(QWidget &form)
+{
+    return Find<TreeView>(form, "SecurityList")->Model();
+}
+
+/// Chooses an entry of the pop-up menu of a right, which a key has opened.
+void ChooseRight(QWidget &form, const QString &key, const QString &entry)
+{
+    auto *view = Find<TreeView>(form, "SecurityList");
+    view->Model().Select(view->Model().Find(key));
+    QTest::keyClick(view, Qt::Key_Space);
+    auto *menu = Find<QMenu>(form, key.startsWith(u'?') ? "ID_SecurityMenu" : "ID_YesNo");
+    QVERIFY2(menu->isVisible(), qPrintable(key));
+    Find<QAction>(*menu, entry)->trigger();
+    menu->close();
+}
+
+/// Fills in a new user.
+void TypeUser(QWidget &form, const QString &name, const QString &first, const QString &second)
+{
+    TypeInto(form, "UserName", name);
+    TypeInto(form, "NewPass1", first);
+    TypeInto(form, "NewPass2", second);
+}
+
+/// A row of the list of users.
+ListItem RowOf(int id, const QString &name)
+{
+    return {u'?' % QString::number(id), name};
+}
+
+QString StoredRights(const QString &name)
+{
+    return TestDatabase::Value(u"SELECT SecurityRights FROM Users WHERE UserName = '" % name % u'\'');
+}
 } // namespace
 
 class TestUsers final : public QObject
@@ -22,33 +85,62 @@ class TestUsers final : public QObject
     std::unique_ptr<TestDatabase> m_database;
 
 private slots:
-    void init() { m_database = std::make_unique<TestDatabase>(); }
+    void init()
+    {
+        m_database = std::make_unique<TestDatabase>();
+        gUserRights = nines;
+    }
     void cleanup() { m_database.reset(); }
 
-    void FromOpenAccessToUsersAndBack()
+    void AUserFromFirstToLast()
     {
         ScriptedDialogs dialogs;
-        QVERIFY(CheckLogon("anybody", "anything"));
-        QCOMPARE(gUserRights, nines);
+        ModalDriver driver;
+        frmUsers users;
+        users.show();
+        QVERIFY(Rows(users).IsEmpty() && CheckLogon("anybody", "anything"));
 
-        const int anna = Users_Add("Anna", "first", nines);
-        QVERIFY(anna > 0);
-        dialogs.Expect("Add User", "User already exists in database.");
-        QCOMPARE(Users_Add("Anna", "other", nines), 0);
-        QVERIFY(!CheckLogon("anybody", "anything"));
-        QCOMPARE(gUserRights, QString());
-        QVERIFY(CheckLogon("Anna", "first"));
+        driver.Expect("frmAddEditUser", [](QDialog &form) {
+            QVERIFY(!Find<QCheckBox>(form, "CopyFromChk")->isVisible());
+            TypeUser(form, "O'Neil", "it's", "it's");
+            ChooseRight(form, "?15", "ID_Add");
+            ChooseRight(form, "#17", "ID_No");
+            Press(form, "AddBtn");
+        });
+        Press(users, "AddBtn");
+        QCOMPARE(gDialogResult, 1);
+        QCOMPARE(Rows(users).At(0).key % Rows(users).At(0).text, u"!1O'Neil"_qs);
+        QVERIFY(Rows(users).IsSelected(0));
+        QVERIFY(!CheckLogon("anybody", "anything") && gUserRights.isEmpty());
+        QVERIFY(CheckLogon("O'Neil", "it's"));
+        QCOMPARE(UserRight(15), 2);
+        QCOMPARE(UserRight(17), 0);
+        QCOMPARE(UserRight(16), 9);
+        gUserRights = nines;
 
-        QVERIFY(Users_ChangePassword(anna, "second"));
-        QVERIFY(!CheckLogon("Anna", "first"));
-        QVERIFY(Users_UpdateSecurity(anna, QString(256, u'1')));
-        QVERIFY(CheckLogon("Anna", "second"));
-        QCOMPARE(UserRight(15), 1);
-        QCOMPARE(Users_GetSecurityRights(anna), QString(256, u'1'));
-        QCOMPARE(Users_GetSecurityRights(anna + 1), QString());
+        driver.Expect("frmAddEditUser", [](QDialog &form) {
+            QCOMPARE(Find<QPushButton>(form, "AddBtn")->text(), u"&Update"_qs);
+            QCOMPARE(Find<ListView>(form, "EditList")->Model().At(0).text, u"O'Neil"_qs);
+            QVERIFY(Tree(form).Find("?15")->text.endsWith(u"  [Add Only]"));
+            ChooseRight(form, "?15", "ID_FullAccess");
+            Press(form, "AddBtn");
+        });
+        QTest::keyClick(Find<ListView>(users, "MainList"), Qt::Key_Return);
+        QCOMPARE(StoredRights("O''Neil").size(), 256);
+        QCOMPARE(StoredRights("O''Neil").at(15), u'9');
 
-        QVERIFY(Users_Delete(anna));
-        QVERIFY(CheckLogon({}, {}));
+        driver.Expect("frmUsersPassword", [](QDialog &form) {
+            QCOMPARE(Find<QLineEdit>(form, "UserName")->text(), u"O'Neil"_qs);
+            TypeInto(form, "NewPass1", "`new`");
+            TypeInto(form, "NewPass2", "`new`");
+            Press(form, "AddBtn");
+        });
+        Press(users, "SetPassBtn");
+        QVERIFY(CheckLogon("O'Neil", "`new`") && !CheckLogon("O'Neil", "it's"));
+
+        dialogs.Expect("Confirm Deletion", "Okay to delete user 'O'Neil'", Answer::Yes);
+        QTest::keyClick(Find<ListView>(users, "MainList"), Qt::Key_Delete);
+        QVERIFY(Rows(users).IsEmpty() && CheckLogon({}, {}));
         QCOMPARE(gUserRights, nines);
     }
 
@@ -81,17 +173,6 @@ private slots:
         QCOMPARE(passed, !gUserRights.isEmpty());
     }
 
-    void AnInsertKeeps255Rights()
-    {
-        const QString rights = QString(255, u'9') % u'3';
-        const int id = Users_Add("Anna", "x", rights);
-        QVERIFY(CheckLogon("Anna", "x"));
-        QCOMPARE(gUserRights, QString(255, u'9'));
-        QCOMPARE(UserRight(255), 0);
-        QVERIFY(Users_UpdateSecurity(id, rights));
-        QCOMPARE(Users_GetSecurityRights(id), rights);
-    }
-
     void ErrorsGiveTheFailureValue()
     {
         TestDatabase::Run({"DROP TABLE Users"});
@@ -106,7 +187,202 @@ private slots:
         QVERIFY(CheckLogon("Anna", "wrong")); // the check fails open
         QCOMPARE(gUserRights, nines);
     }
+
+    void AddRefuses_data()
+    {
+        const TestTable<QStringList, QString, QString> row{"typed", "title", "text"};
+        row("nothing", {"", "", ""}, incomplete, missing % u"    User\n    Password\n");
+        row("no password", {"Zoe", "", "x"}, incomplete, missing % u"    Password\n");
+        row("mismatch", {"Zoe", "x", "X"}, "Password", mismatch);
+        row("name taken", {"anna", "x", "x"}, "Add User", "User already exists in database.");
+    }
+    void AddRefuses()
+    {
+        QFETCH(const QStringList, typed);
+        QFETCH(const QString, title);
+        QFETCH(const QString, text);
+        Users_Add("Anna", "x", nines);
+        ScriptedDialogs dialogs;
+        frmAddEditUser form;
+        form.show();
+        TypeUser(form, typed[0], typed[1], typed[2]);
+        dialogs.Expect(title, text);
+        Press(form, "AddBtn");
+        QVERIFY(form.isVisible());
+        QCOMPARE(gDialogResult, 0);
+        QCOMPARE(TestDatabase::Value("SELECT COUNT(*) FROM Users"), u"1"_qs);
+    }
+
+    void AdministratorBox()
+    {
+        const int anna = Users_Add("Anna", "x", nines);
+        ScriptedDialogs dialogs;
+        frmAddEditUser form({RowOf(anna, "Anna")}, false);
+        form.show();
+        auto *administrator = Find<QCheckBox>(form, "AdminChk");
+        auto *view = Find<TreeView>(form, "SecurityList");
+        QVERIFY(administrator->isChecked());
+
+        const QPoint first = view->visualRect(view->model()->index(0, 0)).center();
+        for (int times = 0; times < 3; ++times)
+            dialogs.Expect({}, "Uncheck the SystemAdmin box to change value.");
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, first);
+        QContextMenuEvent asked(QContextMenuEvent::Mouse, first, view->viewport()->mapToGlobal(first));
+        QApplication::sendEvent(view->viewport(), &asked);
+        QTest::keyClick(view, Qt::Key_Space);
+        QVERIFY(dialogs.AllCame());
+        QVERIFY(!Find<QMenu>(form, "ID_YesNo")->isVisible());
+
+        administrator->click();
+        ChooseRight(form, "#4", "ID_No");
+        administrator->click();
+        QVERIFY(Tree(form).Find("#4")->text.endsWith(u"[Yes]"));
+        administrator->click();
+        QVERIFY(Tree(form).Find("#4")->text.endsWith(u"[No]"));
+        Press(form, "AddBtn");
+        QCOMPARE(StoredRights("Anna"), RightsWith(4, 0));
+    }
+
+    void CopyFromAnotherUser()
+    {
+        Users_Add("Zoe", "x", Clerk("9090"));
+        Users_Add("Anna", "x", Clerk("0000"));
+        frmAddEditUser form;
+        form.show();
+        auto *copy = Find<QCheckBox>(form, "CopyFromChk");
+        auto *administrator = Find<QCheckBox>(form, "AdminChk");
+        auto *list = Find<QComboBox>(form, "UserList");
+        QVERIFY(!list->isEnabled());
+
+        administrator->click();
+        copy->click();
+        QVERIFY(!administrator->isChecked());
+        QCOMPARE(list->currentText(), u"Anna"_qs);
+        QVERIFY(Tree(form).Find("#2")->text.endsWith(u"[No]"));
+        list->setCurrentIndex(1);
+        QVERIFY(Tree(form).Find("#2")->text.endsWith(u"[Yes]"));
+        administrator->click();
+        QVERIFY(!copy->isChecked());
+        administrator->click();
+
+        TypeUser(form, "Ben", "x", "x");
+        Press(form, "AddBtn");
+        QCOMPARE(StoredRights("Ben"), Clerk("9090").left(255));
+    }
+
+    void UpdateOfSeveralUsers()
+    {
+        Users_Add("Anna", "x", Clerk("0909"));
+        Users_Add("Ben", "x", nines);
+        Users_Add("Carl", "x", nines);
+        ModalDriver driver;
+        frmUsers users;
+        users.show();
+        Rows(users).Select(1);
+        driver.Expect("frmAddEditUser", [](QDialog &form) {
+            QCOMPARE(Find<ListView>(form, "EditList")->Model().Count(), 2);
+            QVERIFY(!Find<QCheckBox>(form, "AdminChk")->isChecked());
+            Press(form, "AddBtn");
+        });
+        Press(users, "EditBtn");
+        QCOMPARE(gDialogResult, 1);
+        // Position 255 was not stored at the insert, and starts as full.
+        QCOMPARE(StoredRights("Anna"), Clerk("0909").left(255) % u'9');
+        QCOMPARE(StoredRights("Ben"), StoredRights("Anna"));
+        QCOMPARE(StoredRights("Carl"), nines.left(255));
+    }
+
+    void WorkStaysOnScreenAfterAnError()
+    {
+        const int anna = Users_Add("Anna", "x", nines);
+        frmAddEditUser adding;
+        frmAddEditUser updating({RowOf(anna, "Anna")}, false);
+        adding.show();
+        updating.show();
+        TypeUser(adding, "Zoe", "x", "x");
+        TestDatabase::Run({"DROP TABLE Users"});
+        for (frmAddEditUser *form : {&adding, &updating}) {
+            ScriptedDialogs dialogs;
+            dialogs.ExpectFailure();
+            Press(*form, "AddBtn");
+            QVERIFY(form->isVisible());
+        }
+        QCOMPARE(gDialogResult, 0);
+    }
+
+    void PasswordRefuses()
+    {
+        const int anna = Users_Add("Anna", "old", nines);
+        ScriptedDialogs dialogs;
+        frmUsersPassword form(RowOf(anna, "Anna"));
+        form.show();
+        dialogs.Expect(incomplete, missing % u"    New Password\n");
+        Press(form, "AddBtn");
+        TypeInto(form, "NewPass1", "new");
+        dialogs.Expect("Password", mismatch);
+        Press(form, "AddBtn");
+        QVERIFY(form.isVisible() && CheckLogon("Anna", "old"));
+    }
+
+    void DeleteAsksForEach()
+    {
+        for (const auto *name : {"Carl", "Anna", "Dora", "Ben"})
+            Users_Add(QString::fromLatin1(name), "x", nines);
+        ScriptedDialogs dialogs;
+        frmUsers users;
+        users.show();
+        Rows(users).Select(1);
+        Rows(users).Select(3);
+        dialogs.Expect("Confirm Deletion", "Okay to delete user 'Anna'", Answer::Yes);
+        dialogs.Expect("Confirm Deletion", "Okay to delete user 'Ben'", Answer::No);
+        dialogs.Expect("Confirm Deletion", "Okay to delete user 'Dora'", Answer::Yes);
+        Press(users, "DelBtn");
+        QCOMPARE(TestDatabase::Rows("SELECT UserName FROM Users ORDER BY UserName"),
+                 QStringList({"Ben", "Carl"}));
+        QCOMPARE(Rows(users).Count(), 2);
+        QCOMPARE(Rows(users).SelectedRows(), std::vector<int>{0});
+        Users_Add("Eve", "x", nines);
+        users.Form_Refresh();
+        QCOMPARE(Rows(users).Count(), 3);
+    }
+
+    void RightsOfUsers()
+    {
+        const int anna = Users_Add("Anna", "x", Clerk("9090"));
+        const auto users = [] {
+            auto form = std::make_unique<frmUsers>();
+            form->show();
+            return form;
+        };
+        // Level 3 may change rights but not add.
+        const std::vector<RightsRow> rights{
+            {15, 0, "AddBtn", Left::Disabled},    {15, 1, "AddBtn", Left::Disabled},
+            {15, 2, "AddBtn", Left::Enabled},     {15, 2, "DelBtn", Left::Disabled},
+            {15, 3, "AddBtn", Left::Disabled},    {15, 3, "DelBtn", Left::Disabled},
+            {15, 9, "AddBtn", Left::Enabled},     {15, 9, "DelBtn", Left::Enabled},
+            {15, 1, "EditBtn", Left::Enabled},    {17, 0, "SetPassBtn", Left::Disabled},
+            {15, 0, "SetPassBtn", Left::Enabled},
+        };
+        CheckRights(users, rights);
+        ModalDriver driver;
+        for (const auto &[level, mayChange] : {std::pair{1, false}, {2, false}, {3, true}, {9, true}}) {
+            gUserRights = RightsWith(15, level);
+            const auto form = users();
+            driver.Expect("frmAddEditUser", [mayChange = mayChange](QDialog &edit) {
+                QCOMPARE(Find<QPushButton>(edit, "AddBtn")->isEnabled(), mayChange);
+                QCOMPARE(Find<QCheckBox>(edit, "AdminChk")->isEnabled(), mayChange);
+                Press(edit, "ExitBtn");
+            });
+            Press(*form, "EditBtn");
+        }
+        frmAddEditUser readOnly({RowOf(anna, "Anna")}, true);
+        readOnly.show();
+        auto *view = Find<TreeView>(readOnly, "SecurityList");
+        view->Model().Select(view->Model().Find("#0"));
+        QTest::keyClick(view, Qt::Key_Space);
+        QVERIFY(!Find<QMenu>(readOnly, "ID_YesNo")->isVisible());
+    }
 };
 
-QTEST_GUILESS_MAIN(TestUsers)
+QTEST_MAIN(TestUsers)
 #include "test_users.moc"
