@@ -47,15 +47,6 @@ void AddValues(TreeModel &tree)
         tree.Add(u'!' % row.Text(u"AttributeRef"), std::move(node));
     }
 }
-
-bool RunAll(const char *routineName, std::initializer_list<QStringView> statements, int key)
-{
-    return Reported(routineName, false, [&] {
-        for (const QStringView statement : statements)
-            Execute(statement % SqlNumber(key));
-        return true;
-    });
-}
 } // namespace
 
 QString AttribImage(AttribType type)
@@ -124,8 +115,8 @@ void ADO_CustomAttrib_ShowAttrib(CustomAttribView &view, int key)
         if (attribute.IsEmpty())
             return;
         const Recordset::Row row = attribute.First();
-        view.ShowAttrib(key, {row.Text(u"AttributeName"), static_cast<AttribType>(row.Long(u"AttributeType")),
-                              static_cast<int>(row.Long(u"AppliesTo"))});
+        view.ShowAttrib({row.Text(u"AttributeName"), static_cast<AttribType>(row.Long(u"AttributeType")),
+                         static_cast<int>(row.Long(u"AppliesTo"))});
     });
 }
 
@@ -178,17 +169,17 @@ int ADO_CustomAttrib_UpdateAttribVal(int key, const QString &value, int attribut
 
 bool ADO_CustomAttrib_DelAttrib(int key)
 {
-    return RunAll("ADO_CustomAttrib_DelAttrib",
-                  {u"DELETE FROM AppliedAttributes WHERE AttributeRef = ",
-                   u"DELETE FROM CustomAttributeValues WHERE AttributeRef = ",
-                   u"DELETE FROM CustomAttributes WHERE AttributeRef = "},
-                  key);
+    return RunWithKey("ADO_CustomAttrib_DelAttrib",
+                      {u"DELETE FROM AppliedAttributes WHERE AttributeRef = ",
+                       u"DELETE FROM CustomAttributeValues WHERE AttributeRef = ",
+                       u"DELETE FROM CustomAttributes WHERE AttributeRef = "},
+                      key);
 }
 
 bool ADO_CustomAttrib_DelAttribVal(int key)
 {
-    return RunAll("ADO_CustomAttrib_DelAttribVal",
-                  {u"DELETE FROM AppliedAttributes WHERE AttributeValueRef = ",
-                   u"DELETE FROM CustomAttributeValues WHERE AttributeValueRef = "},
-                  key);
+    return RunWithKey("ADO_CustomAttrib_DelAttribVal",
+                      {u"DELETE FROM AppliedAttributes WHERE AttributeValueRef = ",
+                       u"DELETE FROM CustomAttributeValues WHERE AttributeValueRef = "},
+                      key);
 }

@@ -29,7 +29,7 @@ class CustomAttribView
 {
 public:
     virtual ~CustomAttribView() = default;
-    virtual void ShowAttrib(int key, const CustomAttrib &attrib) = 0;
+    virtual void ShowAttrib(const CustomAttrib &attrib) = 0;
 };
 
 /// The pictures of the two kinds of attributes in a tree, by which a click on a value knows its rule.

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "forms/FormDialog.h"
-#include "forms/RequiredMarks.h"
+#include "forms/ItemDialog.h"
 
 class QLineEdit;
-class QPushButton;
 
-/// One value of an attribute. On success gDialogResult has its AttributeValueRef.
-class frmAddAttributeVal final : public FormDialog
+/// One value of an attribute.
+class frmAddAttributeVal final : public ItemDialog
 {
     Q_OBJECT
 
@@ -17,17 +15,10 @@ public:
     /// Changes a value instead of adding one.
     void EditValue(int key, const QString &value);
 
-protected:
-    bool MayLeave() override;
-
 private:
-    void Save();
+    int Store() override;
 
     int m_attributeRef;
     QString m_attributeName;
-    int m_key = 0; ///< the value to change; 0 to add one
-    RequiredMarks m_required;
     QLineEdit *m_attribName;
-    QPushButton *m_addBtn;
-    ModifiedMark *m_modified;
 };

@@ -65,24 +65,17 @@ double ADO_Contact_GetConcesionDiscount(int concessionRef)
 
 bool ADO_Contact_DeleteConcession(int concessionRef)
 {
-    static constexpr QStringView cascade[] = {
-        u"DELETE FROM OrganChars WHERE ConcessionRef = ",
-        u"DELETE FROM ContactConcession WHERE ConcessionRef = ",
-        u"DELETE FROM Concessions WHERE ConcessionRef = ",
-    };
-    return Reported("ADO_Contact_DeleteConcession", false, [&] {
-        for (const QStringView statement : cascade)
-            Execute(statement % SqlNumber(concessionRef));
-        return true;
-    });
+    return RunWithKey("ADO_Contact_DeleteConcession",
+                      {u"DELETE FROM OrganChars WHERE ConcessionRef = ",
+                       u"DELETE FROM ContactConcession WHERE ConcessionRef = ",
+                       u"DELETE FROM Concessions WHERE ConcessionRef = "},
+                      concessionRef);
 }
 
 bool ADO_Contact_ConcessionWipe(int contactRef)
 {
-    return Reported("ADO_Contact_ConcessionWipe", false, [&] {
-        Execute(u"DELETE FROM ContactConcession WHERE ContactRef = " % SqlNumber(contactRef));
-        return true;
-    });
+    return RunWithKey("ADO_Contact_ConcessionWipe", {u"DELETE FROM ContactConcession WHERE ContactRef = "},
+                      contactRef);
 }
 
 bool ADO_Contact_AddContactConcession(int contactRef, int concessionRef)

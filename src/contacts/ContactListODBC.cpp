@@ -75,15 +75,6 @@ QString SameItem(const QString &name, const QString &table, const QString &nameC
     return u"SELECT * FROM " % table % u" WHERE " % nameColumn % u"= '" % name % u"' AND ReferenceID = '" %
            referenceId % u"'";
 }
-
-bool RunWithKey(const char *routineName, std::initializer_list<QStringView> statements, int key)
-{
-    return Reported(routineName, false, [&] {
-        for (const QStringView statement : statements)
-            Execute(statement % SqlNumber(key));
-        return true;
-    });
-}
 } // namespace
 
 void ADO_Contact_Fill(ListModel &list)

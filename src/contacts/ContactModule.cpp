@@ -59,13 +59,6 @@ int RowOfName(const ComboModel &list, const QString &name)
 const QString personExists = QStringLiteral("Contact already exists in database.");
 const QString itemExists = QStringLiteral("Item already exists in database.");
 const QString concessionExists = QStringLiteral("Concession already exists in database.");
-
-int LivingConcession(int concessionRef, const QString &title)
-{
-    const ContactSectionInfo &section = ContactSectionOf(ContactSection::Characteristics);
-    return LivingKey(section.table, section.keyColumn, concessionRef, QStringLiteral("characteristic"),
-                     title);
-}
 } // namespace
 
 const ContactSectionInfo &ContactSectionOf(ContactSection code)
@@ -229,11 +222,18 @@ int Concession_Add(const QString &name, double percentage, double hardDiscount, 
         concessionExists, QStringLiteral("Add Concession"));
 }
 
+int Concession_Check(int concessionRef, const QString &title)
+{
+    const ContactSectionInfo &section = ContactSectionOf(ContactSection::Characteristics);
+    return LivingKey(section.table, section.keyColumn, concessionRef, QStringLiteral("characteristic"),
+                     title);
+}
+
 int Concession_Update(int concessionRef, const QString &name, double percentage, double hardDiscount,
                       const QString &referenceId)
 {
     const QString title = QStringLiteral("Update Concession");
-    const int living = LivingConcession(concessionRef, title);
+    const int living = Concession_Check(concessionRef, title);
     if (living < 1)
         return living;
     return TellDuplicate(ADO_Contact_UpdateConcession(concessionRef, SqlSafeText(name), percentage,

@@ -83,6 +83,8 @@ bool Contact_DeleteItem(ContactSection code, int key);
 /// Adds a characteristic as typed: percent of the fee, and an amount in currency units. The new
 /// ConcessionRef; 0, after telling the user, where name and reference exist; -1 on an error.
 int Concession_Add(const QString &name, double percentage, double hardDiscount, const QString &referenceId);
+/// `concessionRef`; 0, after telling the user, where it was deleted; -1 on an error.
+int Concession_Check(int concessionRef, const QString &title);
 /// Writes a characteristic as typed; results as of Concession_Add, 0 as well where it was deleted.
 int Concession_Update(int concessionRef, const QString &name, double percentage, double hardDiscount,
                       const QString &referenceId);

@@ -170,23 +170,17 @@ void ADO_Contact_FillContactInfo(int contactRef, ListModel &list)
 
 bool ADO_Contact_Delete(int contactRef)
 {
-    static constexpr QStringView cascade[] = {
-        u"DELETE FROM StudentsEnrolled WHERE ContactRef = ",
-        u"DELETE FROM AttendanceRecord WHERE ContactRef = ",
-        u"DELETE FROM StaffEmployed WHERE ContactRef = ",
-        u"DELETE FROM CourseStaff WHERE ContactRef = ",
-        u"DELETE FROM StudentExams WHERE ContactRef = ",
-        u"DELETE FROM Groups WHERE ContactRef = ",
-        u"DELETE FROM ContactConcession WHERE ContactRef = ",
-        u"DELETE FROM ContactRoles WHERE ContactRef = ",
-        u"UPDATE Contacts SET ContactContactRef = 1 WHERE ContactContactRef = ",
-        u"DELETE FROM Contacts WHERE ContactRef = ",
-    };
-    return Reported("ADO_Contact_Delete", false, [&] {
-        for (const QStringView statement : cascade)
-            Execute(statement % SqlNumber(contactRef));
-        return true;
-    });
+    return RunWithKey(
+        "ADO_Contact_Delete",
+        {u"DELETE FROM StudentsEnrolled WHERE ContactRef = ",
+         u"DELETE FROM AttendanceRecord WHERE ContactRef = ",
+         u"DELETE FROM StaffEmployed WHERE ContactRef = ", u"DELETE FROM CourseStaff WHERE ContactRef = ",
+         u"DELETE FROM StudentExams WHERE ContactRef = ", u"DELETE FROM Groups WHERE ContactRef = ",
+         u"DELETE FROM ContactConcession WHERE ContactRef = ",
+         u"DELETE FROM ContactRoles WHERE ContactRef = ",
+         u"UPDATE Contacts SET ContactContactRef = 1 WHERE ContactContactRef = ",
+         u"DELETE FROM Contacts WHERE ContactRef = "},
+        contactRef);
 }
 
 bool ADO_Contact_UpdateJobTitle(int contactRef, const QString &title)

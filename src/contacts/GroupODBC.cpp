@@ -43,15 +43,6 @@ void AddMembers(TreeModel &tree, const QString &groupKey, const QString &number,
         addLeaf(member);
     }
 }
-
-bool RunWithKey(const char *routineName, std::initializer_list<QStringView> statements, int key)
-{
-    return Reported(routineName, false, [&] {
-        for (const QStringView statement : statements)
-            Execute(statement % SqlNumber(key));
-        return true;
-    });
-}
 } // namespace
 
 int MemberLink(const QString &key)

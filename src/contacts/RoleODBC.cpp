@@ -57,7 +57,6 @@ void ADO_Contact_ShowRoleType(RoleTypeView &view, int roleTypeRef)
             view.ShowRoleType({row.Text(u"Name"), row.Text(u"Description"), row.Double(u"ChargeRate"),
                                static_cast<RoleStatus>(row.Long(u"Status")), row.Text(u"ReferenceID")});
         }
-        view.ShowLoaded();
     });
 }
 
@@ -97,10 +96,7 @@ bool ADO_Contact_GetRoleInUse(int roleTypeRef, int contactRef)
 
 bool ADO_Contact_RolesWipe(int contactRef)
 {
-    return Reported("ADO_Contact_RolesWipe", false, [&] {
-        Execute(u"DELETE FROM ContactRoles WHERE ContactRef = " % SqlNumber(contactRef));
-        return true;
-    });
+    return RunWithKey("ADO_Contact_RolesWipe", {u"DELETE FROM ContactRoles WHERE ContactRef = "}, contactRef);
 }
 
 bool ADO_Contact_AddContactRole(int contactRef, int roleTypeRef, double chargeRate, int startDate,
@@ -116,11 +112,10 @@ bool ADO_Contact_AddContactRole(int contactRef, int roleTypeRef, double chargeRa
 
 bool ADO_Contact_DeleteRole(int roleTypeRef)
 {
-    return Reported("ADO_Contact_DeleteRole", false, [&] {
-        Execute(u"DELETE FROM ContactRoles WHERE RoleTypeRef = " % SqlNumber(roleTypeRef));
-        Execute(u"DELETE FROM RoleTypes WHERE RoleTypeRef = " % SqlNumber(roleTypeRef));
-        return true;
-    });
+    return RunWithKey(
+        "ADO_Contact_DeleteRole",
+        {u"DELETE FROM ContactRoles WHERE RoleTypeRef = ", u"DELETE FROM RoleTypes WHERE RoleTypeRef = "},
+        roleTypeRef);
 }
 
 bool ADO_Contact_GetRoles(int contactRef, ListModel &list)

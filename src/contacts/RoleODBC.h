@@ -28,7 +28,6 @@ public:
     virtual void ShowLoading(int roleTypeRef) = 0;
     /// Left out where there is no such role any more.
     virtual void ShowRoleType(const RoleType &role) = 0;
-    virtual void ShowLoaded() = 0;
 };
 
 /// Adds a role. Texts come already safe for SQL. The new RoleTypeRef, 0 where name and reference stand there

@@ -3,17 +3,14 @@
 #include "contacts/RoleODBC.h"
 #include "controls/ComboModel.h"
 #include "database/GlobalCode.h"
-#include "forms/FormDialog.h"
-#include "forms/RequiredMarks.h"
+#include "forms/ItemDialog.h"
 
 class MoneyField;
-class QLabel;
 class QLineEdit;
-class QPushButton;
 
 /// One role that people can be engaged as: name, description, the rate it starts with, and whether it is
-/// offered. On success gDialogResult has the role's key, and Item() the texts.
-class frmAddEditRoleTypes final : public FormDialog, private RoleTypeView
+/// offered. On success Item() has the texts.
+class frmAddEditRoleTypes final : public ItemDialog, private RoleTypeView
 {
     Q_OBJECT
 
@@ -24,24 +21,16 @@ public:
     void EditItem(int roleTypeRef);
     RefLabel Item() const;
 
-protected:
-    bool MayLeave() override;
-
 private:
     void ShowLoading(int roleTypeRef) override;
     void ShowRoleType(const RoleType &role) override;
-    void ShowLoaded() override;
-    void Save();
+    void LeaveFields() override;
+    int Store() override;
 
-    int m_roleTypeRef = 0; ///< the role to change; 0 to add one
-    bool m_gone = false;
+    bool m_found = false;
     ComboModel m_active;
-    RequiredMarks m_required;
-    QLabel *m_warn;
     QLineEdit *m_roleName;
     QLineEdit *m_refName;
     QLineEdit *m_description;
     MoneyField *m_rate;
-    QPushButton *m_addBtn;
-    ModifiedMark *m_modified;
 };

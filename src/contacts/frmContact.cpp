@@ -276,7 +276,10 @@ void frmContact::ApplyCharacteristic()
     if (characteristic < 1)
         return;
     const QString title = QStringLiteral("Contact Update");
-    if (!DropDeleted(title))
+    const int living = Concession_Check(characteristic, title);
+    if (living == 0)
+        FillCharacteristics();
+    if (living < 1 || !DropDeleted(title))
         return;
     PeopleRun::Run(
         this, title, QStringLiteral("Those have the characteristic, the rest are as they were."),

@@ -2,7 +2,6 @@
 
 #include "contacts/ConcessionODBC.h"
 #include "contacts/ContactFields.h"
-#include "core/Session.h"
 #include "database/Security.h"
 #include "database/System.h"
 #include "enrolment/EnrolmentModule.h"
@@ -17,12 +16,12 @@ constexpr int fullAccess = 9;
 } // namespace
 
 frmContactMainAddEdit::frmContactMainAddEdit(ContactSection section, QWidget *parent)
-    : FormDialog(QStringLiteral("frmContactMainAddEdit"), QStringLiteral("Link"), parent)
+    : ItemDialog(QStringLiteral("frmContactMainAddEdit"), QStringLiteral("Link"), parent)
     , m_section(section)
 {
     FormBuilder form(this);
     m_catName = form.Text(QStringLiteral("CatName"), QStringLiteral("Description:"));
-    m_required.Add(form.Label(), m_catName);
+    Required().Add(form.Label(), m_catName);
     ContactFields::FitChars(m_catName, 30);
     m_refName = form.Text(QStringLiteral("RefName"), QStringLiteral("Reference ID:"));
     if (m_section == ContactSection::Characteristics) {
@@ -37,15 +36,7 @@ frmContactMainAddEdit::frmContactMainAddEdit(ContactSection section, QWidget *pa
                 m_percentage->SetValue(0);
         });
     }
-    form.BeginButtons();
-    m_addBtn = form.DefaultButton(QStringLiteral("AddBtn"), QStringLiteral("&Add"));
-    QPushButton *exit = form.Button(QStringLiteral("CanBtn"), QStringLiteral("E&xit"));
-    form.EndButtons();
-
-    m_modified = new ModifiedMark(m_addBtn, this);
-    m_modified->Watch(this);
-    connect(m_addBtn, &QPushButton::clicked, this, &frmContactMainAddEdit::Save);
-    connect(exit, &QPushButton::clicked, this, &frmContactMainAddEdit::reject);
+    AddButtons(form);
 }
 
 void frmContactMainAddEdit::SetCaptions(const QString &title, const QString &fieldCaption)
@@ -56,11 +47,10 @@ void frmContactMainAddEdit::SetCaptions(const QString &title, const QString &fie
 
 void frmContactMainAddEdit::EditItem(int key)
 {
-    m_key = key;
-    m_addBtn->setText(QStringLiteral("&Update"));
+    BeginEditing(key);
     const RefLabel item = Contact_ViewItem(m_section, key);
-    m_catName->setText(item.name);
-    m_refName->setText(item.reference);
+    ContactFields::Show(m_catName, item.name);
+    ContactFields::Show(m_refName, item.reference);
     if (m_section == ContactSection::Characteristics) {
         m_percentage->SetValue(ADO_Contact_GetConcessionPercent(key));
         m_hardDiscount->SetValue(ADO_Contact_GetConcesionDiscount(key));
@@ -70,7 +60,7 @@ void frmContactMainAddEdit::EditItem(int key)
         LockFields(m_percentage, locked);
         LockFields(m_hardDiscount, locked);
     }
-    m_modified->Clear();
+    EndReading(true, {});
 }
 
 RefLabel frmContactMainAddEdit::Item() const
@@ -78,44 +68,35 @@ RefLabel frmContactMainAddEdit::Item() const
     return {m_refName->text(), m_catName->text()};
 }
 
-bool frmContactMainAddEdit::MayLeave()
+void frmContactMainAddEdit::LeaveFields()
 {
-    return m_modified->AskToSave([this] { Save(); });
+    for (MoneyField *figure : {m_percentage, m_hardDiscount}) {
+        if (figure)
+            figure->Leave();
+    }
 }
 
-void frmContactMainAddEdit::Save()
+int frmContactMainAddEdit::Store()
 {
-    if (!m_required.Complete())
-        return;
-    const int key = m_section == ContactSection::Characteristics ? SaveCharacteristic() : SaveItem();
-    if (key < 1)
-        return;
-    m_modified->Clear();
-    gDialogResult = key;
-    accept();
-}
-
-int frmContactMainAddEdit::SaveItem()
-{
+    if (m_section == ContactSection::Characteristics)
+        return StoreCharacteristic();
     const RefLabel item = Item();
-    return m_key > 0 ? Contact_UpdateItem(m_section, m_key, item.name, item.reference)
+    return Key() > 0 ? Contact_UpdateItem(m_section, Key(), item.name, item.reference)
                      : Contact_AddItem(m_section, item.name, item.reference);
 }
 
-int frmContactMainAddEdit::SaveCharacteristic()
+int frmContactMainAddEdit::StoreCharacteristic()
 {
-    // Enter saves while the field still has the focus.
-    m_percentage->Leave();
-    m_hardDiscount->Leave();
     const RefLabel item = Item();
     const double percentage = m_percentage->Value();
     const double amount = m_hardDiscount->Value();
-    if (m_key == 0)
+    if (Key() == 0)
         return Concession_Add(item.name, percentage, amount, item.reference);
-    const int key = Concession_Update(m_key, item.name, percentage, amount, item.reference);
-    if (key > 0 && (percentage != m_loadedPercentage || amount != m_loadedAmount))
+    const int key = Concession_Update(Key(), item.name, percentage, amount, item.reference);
+    if (key > 0 && (percentage != m_loadedPercentage || amount != m_loadedAmount)) {
         ProgressBox::Run(this, QStringLiteral("Concession Update"), [&](Progress &progress) {
             Course_ChangePercentage(item.name, percentage, amount, progress);
         });
+    }
     return key;
 }

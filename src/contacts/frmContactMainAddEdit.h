@@ -1,16 +1,14 @@
 #pragma once
 
 #include "contacts/ContactModule.h"
-#include "forms/FormDialog.h"
-#include "forms/RequiredMarks.h"
+#include "forms/ItemDialog.h"
 
 class MoneyField;
 class QLineEdit;
-class QPushButton;
 
 /// One row of a vocabulary: name and reference, and for a characteristic the discount it earns. On success
-/// gDialogResult has the row's key, and Item() the texts.
-class frmContactMainAddEdit final : public FormDialog
+/// Item() has the texts.
+class frmContactMainAddEdit final : public ItemDialog
 {
     Q_OBJECT
 
@@ -23,23 +21,16 @@ public:
     void EditItem(int key);
     RefLabel Item() const;
 
-protected:
-    bool MayLeave() override;
-
 private:
-    void Save();
-    int SaveItem();
-    int SaveCharacteristic();
+    void LeaveFields() override;
+    int Store() override;
+    int StoreCharacteristic();
 
     ContactSection m_section;
-    int m_key = 0; ///< the row to change; 0 to add one
     double m_loadedPercentage = 0;
     double m_loadedAmount = 0;
-    RequiredMarks m_required;
     QLineEdit *m_catName;
     QLineEdit *m_refName;
     MoneyField *m_percentage = nullptr;
     MoneyField *m_hardDiscount = nullptr;
-    QPushButton *m_addBtn;
-    ModifiedMark *m_modified;
 };

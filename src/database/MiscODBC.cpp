@@ -72,6 +72,15 @@ int ReadKey(const QString &sql, QStringView column)
     return rows.IsEmpty() ? 0 : static_cast<int>(rows.First().Long(column));
 }
 
+bool RunWithKey(const char *routineName, std::initializer_list<QStringView> statements, int key)
+{
+    return Reported(routineName, false, [&] {
+        for (const QStringView statement : statements)
+            Execute(statement % SqlNumber(key));
+        return true;
+    });
+}
+
 void EndRow(WriteGroup &group)
 {
     while (!group.Tick()) {

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <initializer_list>
 #include <optional>
 #include <utility>
 
@@ -66,6 +67,9 @@ void ReadInPieces(const QString &sql, const TakeRows &take);
 bool HasRow(const QString &sql);
 /// The whole number in `column` of the query's first row, 0 without a row; only inside Reported.
 int ReadKey(const QString &sql, QStringView column);
+
+/// Runs statements that each end in `key`, in their order. False on an error: those before it stay done.
+bool RunWithKey(const char *routineName, std::initializer_list<QStringView> statements, int key);
 
 /// Marks the end of a whole row of a long loop; only inside Reported, which a commit that fails goes to.
 void EndRow(WriteGroup &group);

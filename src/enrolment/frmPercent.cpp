@@ -23,6 +23,7 @@ frmPercent::frmPercent(const QStringList &titles, QWidget *parent)
     QPushButton *apply = form.DefaultButton(QStringLiteral("OkBtn"), QStringLiteral("&Apply"));
     form.EndButtons();
     connect(apply, &QPushButton::clicked, this, &frmPercent::accept);
+    resize(fontMetrics().averageCharWidth() * 60, sizeHint().height());
 }
 
 QList<int> frmPercent::Choose(const QStringList &titles)

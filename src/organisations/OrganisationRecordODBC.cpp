@@ -139,16 +139,11 @@ bool ADO_Organisation_ShowAvailable(OrganisationView &view)
 
 bool ADO_Organisation_Delete(int organRef)
 {
-    static constexpr QStringView cascade[] = {
-        u"UPDATE Contacts SET OrganRef = 1 WHERE OrganRef = ",
-        u"UPDATE Venues SET OrganRef = 1 WHERE OrganRef = ",
-        u"UPDATE Facilities SET OrganRef = 1 WHERE OrganRef = ",
-        u"UPDATE Exam SET OrganRef = 1 WHERE OrganRef = ",
-        u"DELETE FROM Organisations WHERE OrganRef = ",
-    };
-    return Reported("ADO_Organisation_Delete", false, [&] {
-        for (const QStringView statement : cascade)
-            Execute(statement % SqlNumber(organRef));
-        return true;
-    });
+    return RunWithKey("ADO_Organisation_Delete",
+                      {u"UPDATE Contacts SET OrganRef = 1 WHERE OrganRef = ",
+                       u"UPDATE Venues SET OrganRef = 1 WHERE OrganRef = ",
+                       u"UPDATE Facilities SET OrganRef = 1 WHERE OrganRef = ",
+                       u"UPDATE Exam SET OrganRef = 1 WHERE OrganRef = ",
+                       u"DELETE FROM Organisations WHERE OrganRef = "},
+                      organRef);
 }

@@ -4,11 +4,8 @@
 #include "contacts/People.h"
 #include "controls/TreeModel.h"
 #include "core/Progress.h"
-#include "core/Session.h"
 #include "database/System.h"
 #include "organisations/OrganisationODBC.h"
-#include "support/ScriptedDialogs.h"
-#include "support/TestDatabase.h"
 
 #include <QTest>
 
@@ -30,42 +27,28 @@ bool Has(int contactRef, int concessionRef)
 }
 } // namespace
 
-class TestConcessions : public QObject
+class TestConcessions final : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void AddChangeGive();
-    void NameAndReference();
-    void WhoHasIt();
-    void ApplyToAList_data();
-    void ApplyToAList();
+    void init() { m = std::make_unique<LogicFixture>(); }
+    void cleanup() { m.reset(); }
+    void NamesAndFigures();
+    void HoldersInTheOrderOfTheGiving();
+    void RemovingThePreviousEmptiesThePersonOfThatNumber_data();
+    void RemovingThePreviousEmptiesThePersonOfThatNumber();
+    void DeletedMeanwhile();
     void OrganisationBesideAPerson();
     void CourseHistory();
 
 private:
-    std::unique_ptr<TestDatabase> m_database;
-    std::unique_ptr<ScriptedDialogs> m_dialogs;
+    std::unique_ptr<LogicFixture> m;
 };
 
-void TestConcessions::init()
-{
-    m_database = std::make_unique<TestDatabase>();
-    m_dialogs = std::make_unique<ScriptedDialogs>();
-}
-
-void TestConcessions::cleanup()
-{
-    m_dialogs.reset();
-    m_database.reset();
-}
-
-void TestConcessions::AddChangeGive()
+void TestConcessions::NamesAndFigures()
 {
     const int student = Concession_Add("Student's", 17.5, 1234.56, "S");
-    QVERIFY(student > 0);
     QCOMPARE(ADO_Contact_GetConcessionPercent(student), 17.5);
     QCOMPARE(ADO_Contact_GetConcesionDiscount(student), 1234.56);
     QCOMPARE(Concession_Update(student, "Student", 20, 0, "S"), student);
@@ -73,46 +56,36 @@ void TestConcessions::AddChangeGive()
     QCOMPARE(ADO_Contact_GetConcesionDiscount(student), 0.0);
     QCOMPARE(ADO_Contact_GetConcessionPercent(4711), 0.0);
 
+    m->dialogs.Expect("Add Concession", exists);
+    QCOMPARE(Concession_Add("student", 50, 0, "S"), 0);
+    const int other = Concession_Add("Student", 30, 0, "");
+    QVERIFY(other > student);
+    m->dialogs.Expect("Update Concession", exists);
+    QCOMPARE(Concession_Update(other, "Student", 40, 0, "S"), 0);
+    QCOMPARE(ADO_Contact_GetConcessionPercent(other), 30.0);
+
     TreeModel tree;
     ADO_Contact_ShowChar(tree);
-    QCOMPARE(tree.Nodes().front()->key, QString(u'!' % SqlNumber(student)));
-    QCOMPARE(tree.Nodes().front()->tick, TreeTick::Off);
-
-    ADO_Contact_AddContactConcession(5, student);
-    ADO_Contact_AddContactConcession(5, student);
-    QVERIFY(Has(5, student));
-    ADO_Contact_ConcessionWipe(5);
-    QVERIFY(!Has(5, student));
+    QCOMPARE(tree.Count(), 2);
+    QVERIFY(tree.Find(u'!' % SqlNumber(student))->tick == TreeTick::Off);
 }
 
-void TestConcessions::NameAndReference()
-{
-    const int plain = Concession_Add("Student", 20, 0, "");
-    m_dialogs->Expect("Add Concession", exists);
-    QCOMPARE(Concession_Add("Student", 50, 0, ""), 0);
-    const int other = Concession_Add("Student", 30, 0, "evening");
-    QVERIFY(other > plain);
-    m_dialogs->Expect("Update Concession", exists);
-    QCOMPARE(Concession_Update(other, "Student", 40, 0, ""), 0);
-    QCOMPARE(ADO_Contact_GetConcessionPercent(other), 30.0);
-}
-
-void TestConcessions::WhoHasIt()
+/// The order is that in which the characteristic was given; somebody who is gone does not show.
+void TestConcessions::HoldersInTheOrderOfTheGiving()
 {
     const int student = Concession_Add("Student", 20, 0, "");
     const int zoe = Contact_Add(Person("Zoe", "Young"));
     const int anna = Contact_Add(Person("Anna", "Bell"));
-    for (const int who : {zoe, anna, 4711})
+    for (const int who : {zoe, anna, 4711, zoe})
         ADO_Contact_AddContactConcession(who, student);
     ListModel list;
     Progress progress;
     ADO_Contact_Fill_Concession(student, list, progress);
-    // The order is that in which the characteristic was given; somebody who is gone does not show.
     QCOMPARE(Texts(list), QStringList({"Young, Zoe", "Bell, Anna"}));
     QCOMPARE(Keys(list), QStringList({u'?' % SqlNumber(zoe), u'?' % SqlNumber(anna)}));
 }
 
-void TestConcessions::ApplyToAList_data()
+void TestConcessions::RemovingThePreviousEmptiesThePersonOfThatNumber_data()
 {
     QTest::addColumn<bool>("held");
     QTest::addColumn<Dialogs::Answer>("answer");
@@ -121,7 +94,9 @@ void TestConcessions::ApplyToAList_data()
     QTest::newRow("remove the earlier ones") << true << Dialogs::Answer::Yes;
 }
 
-void TestConcessions::ApplyToAList()
+/// Yes takes everything from the person whose number is that of the characteristic, and nothing from those
+/// who had it.
+void TestConcessions::RemovingThePreviousEmptiesThePersonOfThatNumber()
 {
     QFETCH(bool, held);
     QFETCH(Dialogs::Answer, answer);
@@ -134,15 +109,33 @@ void TestConcessions::ApplyToAList()
     ADO_Contact_AddContactConcession(numberedLikeIt, other);
 
     ListModel list;
-    list.Fill({{"?501", "a"}, {"!502", "b"}, {u'?' % SqlNumber(earlier), "c"}});
+    list.Fill({{"?501", "a"}, {"!502", "b"}});
     if (held)
-        m_dialogs->Expect("Contact Update", "Remove all previous contacts added to this type?", answer);
+        m->dialogs.Expect("Contact Update", "Remove all previous contacts added to this type?", answer);
     Progress progress;
     ADO_Contact_AddConcessionList(student, list, progress);
-    QCOMPARE(progress.Value(), 3);
-    QVERIFY(Has(501, student) && Has(502, student) && Has(earlier, student));
-    // Yes empties the person whose number is that of the characteristic, and nobody else.
+    QCOMPARE(progress.Value(), 2);
+    QVERIFY(Has(501, student) && Has(502, student));
+    QCOMPARE(Has(earlier, student), held);
     QCOMPARE(Has(numberedLikeIt, other), answer != Dialogs::Answer::Yes);
+}
+
+void TestConcessions::DeletedMeanwhile()
+{
+    const int student = Concession_Add("Student", 20, 0, "");
+    const int member = Concession_Add("Member", 5, 0, "");
+    ListModel used;
+    used.Fill({{u'?' % SqlNumber(student), "Student"}, {u'!' % SqlNumber(member), "Member"}});
+    ADO_Contact_AddContactConcession(7, student);
+    Sql(u"INSERT INTO OrganChars (OrganRef,ConcessionRef) VALUES (7," % SqlNumber(student) % u')');
+    QVERIFY(ADO_Contact_DeleteConcession(student));
+    QCOMPARE(Rows("OrganChars") + Rows("ContactConcession"), 0);
+    m->dialogs.Expect("Characteristics",
+                      "Another user has deleted these meanwhile, and they are left out:\n    Student");
+    QVERIFY(Concession_Store(7, used));
+    QCOMPARE(Rows("ContactConcession"), 1);
+    m->dialogs.Expect("Update Concession", "Another user has deleted this characteristic meanwhile.");
+    QCOMPARE(Concession_Update(student, "Student", 40, 0, ""), 0);
 }
 
 void TestConcessions::OrganisationBesideAPerson()
