@@ -169,32 +169,24 @@ bool ShowCharacteristics(ListModel &available, ListModel &used, const QString &h
 int ADO_Contact_AddItem(const QString &name, const QString &table, const QString &nameColumn,
                         const QString &keyColumn, const QString &referenceId, const QString &extra)
 {
-    return Reported("ADO_Contact_AddItem", -1, [&] {
-        const QString sameItem = SameItem(name, table, nameColumn, referenceId);
-        if (HasRow(sameItem))
-            return 0;
-        if (extra.isEmpty()) {
-            Execute(u"INSERT INTO " % table % u" (ReferenceID, " % nameColumn % u") VALUES ('" % referenceId %
-                    u"','" % name % u"')");
-        } else {
-            Execute(u"INSERT INTO " % table % u" (ReferenceID, " % nameColumn % u',' % extra %
-                    u") VALUES ('" % referenceId % u"','" % name % u"','Not Known')");
-        }
-        return ReadKey(sameItem, keyColumn);
-    });
+    const QString sameItem = SameItem(name, table, nameColumn, referenceId);
+    const QString moreColumns = extra.isEmpty() ? QString() : QString(u',' % extra);
+    const QString moreValues = extra.isEmpty() ? QString() : QStringLiteral(",'Not Known'");
+    return AddRow("ADO_Contact_AddItem", sameItem,
+                  u"INSERT INTO " % table % u" (ReferenceID, " % nameColumn % moreColumns % u") VALUES ('" %
+                      referenceId % u"','" % name % u'\'' % moreValues % u')',
+                  sameItem, keyColumn);
 }
 
 int ADO_Contact_UpdateItem(int key, const QString &name, const QString &table, const QString &nameColumn,
                            const QString &keyColumn, const QString &referenceId)
 {
-    return Reported("ADO_Contact_UpdateItem", -1, [&] {
-        if (HasRow(SameItem(name, table, nameColumn, referenceId) % u" AND " % keyColumn % u" <> " %
-                   SqlNumber(key)))
-            return 0;
-        Execute(u"UPDATE " % table % u" SET " % nameColumn % u" = '" % name % u"', ReferenceID = '" %
-                referenceId % u"' WHERE " % keyColumn % u" = " % SqlNumber(key));
-        return key;
-    });
+    return UpdateRow("ADO_Contact_UpdateItem",
+                     SameItem(name, table, nameColumn, referenceId) % u" AND " % keyColumn % u" <> " %
+                         SqlNumber(key),
+                     u"UPDATE " % table % u" SET " % nameColumn % u" = '" % name % u"', ReferenceID = '" %
+                         referenceId % u"' WHERE " % keyColumn % u" = " % SqlNumber(key),
+                     key);
 }
 
 RefLabel ADO_ViewItem(int key, const QString &keyColumn, const QString &nameColumn, const QString &table)

@@ -98,23 +98,15 @@ bool ShowAttributes(TreeModel &tree, int contactRef)
 
 int ADO_Contact_AddContact(const ContactRecord &record)
 {
-    return Reported("ADO_Contact_AddContact", -1, [&] {
-        const QString samePerson = SamePerson(record);
-        if (HasRow(samePerson))
-            return 0;
-        Execute(InsertContact(record));
-        return ReadKey(samePerson, u"ContactRef");
-    });
+    const QString samePerson = SamePerson(record);
+    return AddRow("ADO_Contact_AddContact", samePerson, InsertContact(record), samePerson, u"ContactRef");
 }
 
 int ADO_Contact_UpdateContact(int contactRef, const ContactRecord &record)
 {
-    return Reported("ADO_Contact_UpdateContact", -1, [&] {
-        if (HasRow(SamePerson(record) % u" AND ContactRef <> " % SqlNumber(contactRef)))
-            return 0;
-        Execute(UpdateContact(contactRef, record));
-        return contactRef;
-    });
+    return UpdateRow("ADO_Contact_UpdateContact",
+                     SamePerson(record) % u" AND ContactRef <> " % SqlNumber(contactRef),
+                     UpdateContact(contactRef, record), contactRef);
 }
 
 std::optional<bool> ADO_Contact_CheckContact(int contactRef)

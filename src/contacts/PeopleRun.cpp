@@ -3,24 +3,11 @@
 #include "contacts/ContactSelection.h"
 #include "core/Progress.h"
 #include "forms/ProgressBox.h"
-#include "platform/Dialogs.h"
 
 bool PeopleRun::Run(QWidget *form, const QString &title, const QString &stopped,
                     const std::function<void(Progress &progress)> &work)
 {
-    int done = 0;
-    int people = 0;
-    const bool finished = ProgressBox::Run(form, title, [&](Progress &progress) {
-        work(progress);
-        done = progress.Value();
-        people = progress.Maximum();
-    });
-    if (finished || done == people)
-        return true;
-    Dialogs::MsgBox(u"Stopped after " % QString::number(done) % u" of " % QString::number(people) %
-                        u" contacts. " % stopped,
-                    title, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
-    return false;
+    return ProgressBox::Run(form, title, QStringLiteral("contacts"), stopped, work);
 }
 
 void PeopleRun::FillSubset(QWidget *form, int concessionRef, ListModel &available)

@@ -97,6 +97,27 @@ void EndRows(WriteGroup &group)
     }
 }
 
+int AddRow(const char *routineName, const QString &same, const QString &insert, const QString &readBack,
+           QStringView keyColumn)
+{
+    return Reported(routineName, -1, [&] {
+        if (HasRow(same))
+            return 0;
+        Execute(insert);
+        return ReadKey(readBack, keyColumn);
+    });
+}
+
+int UpdateRow(const char *routineName, const QString &other, const QString &update, int key)
+{
+    return Reported(routineName, -1, [&] {
+        if (HasRow(other))
+            return 0;
+        Execute(update);
+        return key;
+    });
+}
+
 bool TryExecute(const QString &sql)
 {
     return gConnection.Execute(sql);

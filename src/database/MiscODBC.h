@@ -76,6 +76,14 @@ void EndRow(WriteGroup &group);
 /// Commits what the group still holds behind the last row; only inside Reported, likewise.
 void EndRows(WriteGroup &group);
 
+/// Adds a row where `same` finds none: the key that `readBack` then gives in `keyColumn`; 0 where there is
+/// one already, -1 on an error.
+int AddRow(const char *routineName, const QString &same, const QString &insert, const QString &readBack,
+           QStringView keyColumn);
+/// Writes a row where `other` finds none that it would be equal to: `key`; 0 where there is one, -1 on an
+/// error.
+int UpdateRow(const char *routineName, const QString &other, const QString &update, int key);
+
 /// The same with errors ignored, for the few routines that go on after a failure.
 bool TryExecute(const QString &sql);
 std::optional<Recordset> TryOpenRecordset(const QString &sql);

@@ -51,7 +51,7 @@ private:
     QString m_table;
     ImportCounts m_counts;
     ImportNotes m_notes;
-    Dialogs::Answer m_toAll = Dialogs::Answer::None; ///< what the user said once and for all
+    Dialogs::RepeatedQuestion m_update;
 };
 
 /// Looks before anything of the line is written.
@@ -94,15 +94,8 @@ LineValues ImportRun::ValuesOf()
 
 bool ImportRun::MayUpdate(const LineValues &values)
 {
-    using Dialogs::Answer;
-    if (m_toAll != Answer::None)
-        return m_toAll == Answer::YesToAll;
-    const Answer answer =
-        Dialogs::MsgBox(values.Display() % u" already exists.\nOkay to update?", QStringLiteral("CSV Import"),
-                        Dialogs::Buttons::YesNoAll, Dialogs::Icon::Question);
-    if (answer == Answer::YesToAll || answer == Answer::NoToAll)
-        m_toAll = answer;
-    return answer == Answer::Yes || answer == Answer::YesToAll;
+    return m_update.Agrees(values.Display() % u" already exists.\nOkay to update?",
+                           QStringLiteral("CSV Import"));
 }
 
 void ImportRun::Update(const LineValues &values, qint64 key)

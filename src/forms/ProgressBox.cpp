@@ -2,6 +2,7 @@
 
 #include "forms/FormBuilder.h"
 #include "forms/ProgressBar.h"
+#include "platform/Dialogs.h"
 
 #include <QApplication>
 
@@ -36,6 +37,24 @@ bool ProgressBox::Run(QWidget *form, const QString &title,
     ProgressBox box(form, title);
     work(box.m_progress);
     return !box.m_progress.IsCancelled();
+}
+
+bool ProgressBox::Run(QWidget *form, const QString &title, const QString &rows, const QString &stopped,
+                      const std::function<void(Progress &progress)> &work)
+{
+    int done = 0;
+    int all = 0;
+    const bool finished = Run(form, title, [&](Progress &progress) {
+        work(progress);
+        done = progress.Value();
+        all = progress.Maximum();
+    });
+    if (finished || done == all)
+        return true;
+    Dialogs::MsgBox(u"Stopped after " % QString::number(done) % u" of " % QString::number(all) % u' ' % rows %
+                        u". " % stopped,
+                    title, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    return false;
 }
 
 /// The run ends behind the row that it is at, and the box with it.

@@ -17,6 +17,10 @@ class ProgressBox final : public QDialog
 public:
     /// Runs `work`, which tells its progress and stops where that is cancelled. False if it was cancelled.
     static bool Run(QWidget *form, const QString &title, const std::function<void(Progress &progress)> &work);
+    /// The same; where it was cancelled before its end the user is told how far it came, and what that means:
+    /// "Stopped after 3 of 10 contacts. " and `stopped`. `rows` is what is counted.
+    static bool Run(QWidget *form, const QString &title, const QString &rows, const QString &stopped,
+                    const std::function<void(Progress &progress)> &work);
 
     void reject() override;
 

@@ -6,14 +6,6 @@
 
 namespace
 {
-bool Wipe(const char *routineName, QStringView table, int organRef)
-{
-    return Reported(routineName, false, [&] {
-        Execute(u"UPDATE " % table % u" SET OrganRef = 1 WHERE OrganRef = " % SqlNumber(organRef));
-        return true;
-    });
-}
-
 bool Give(const char *routineName, QStringView table, QStringView keyColumn, int key, int organRef)
 {
     return Reported(routineName, false, [&] {
@@ -60,17 +52,20 @@ const QString selectContact =
 
 bool ADO_Organisation_WipeContacts(int organRef)
 {
-    return Wipe("ADO_Organisation_WipeContacts", u"Contacts", organRef);
+    return RunWithKey("ADO_Organisation_WipeContacts",
+                      {u"UPDATE Contacts SET OrganRef = 1 WHERE OrganRef = "}, organRef);
 }
 
 bool ADO_Organisation_WipeFacility(int organRef)
 {
-    return Wipe("ADO_Organisation_WipeFacility", u"Facilities", organRef);
+    return RunWithKey("ADO_Organisation_WipeFacility",
+                      {u"UPDATE Facilities SET OrganRef = 1 WHERE OrganRef = "}, organRef);
 }
 
 bool ADO_Organisation_WipeVenue(int organRef)
 {
-    return Wipe("ADO_Organisation_WipeVenue", u"Venues", organRef);
+    return RunWithKey("ADO_Organisation_WipeVenue", {u"UPDATE Venues SET OrganRef = 1 WHERE OrganRef = "},
+                      organRef);
 }
 
 bool ADO_Organisation_AddContact(int contactRef, int organRef)

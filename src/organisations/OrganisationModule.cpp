@@ -36,27 +36,6 @@ bool Agrees(const QString &question, const QString &title)
            Dialogs::Answer::Yes;
 }
 
-/// A question that one save may ask of thousands: from the second time on it can be answered for all.
-class RepeatedQuestion final
-{
-public:
-    bool Agrees(const QString &question, const QString &title)
-    {
-        using Dialogs::Answer;
-        if (m_toAll != Answer::None)
-            return m_toAll == Answer::YesToAll;
-        const Answer answer = Dialogs::MsgBox(question, title, m_buttons, Dialogs::Icon::Question);
-        m_buttons = Dialogs::Buttons::YesNoAll;
-        if (answer == Answer::YesToAll || answer == Answer::NoToAll)
-            m_toAll = answer;
-        return answer == Answer::Yes || answer == Answer::YesToAll;
-    }
-
-private:
-    Dialogs::Buttons m_buttons = Dialogs::Buttons::YesNo;
-    Dialogs::Answer m_toAll = Dialogs::Answer::None;
-};
-
 /// What people, facilities and venues differ in when they are stored.
 struct LinkKind {
     QString word;
@@ -88,9 +67,9 @@ private:
     {
         EndRow(m_group);
         m_progress.SetValue(++m_done);
-        Demand(!m_progress.IsCancelled());
+        Demand(!m_progress.IsCancelled() || m_done == m_progress.Maximum());
     }
-    bool Asks(RepeatedQuestion &question, const QString &text, const QString &title);
+    bool Asks(Dialogs::RepeatedQuestion &question, const QString &text, const QString &title);
     void StoreOwned(const LinkKind &kind, ListModel &list, ListModel *refused);
     void StoreCharacteristics();
     void OfferCharacteristics();
@@ -103,7 +82,7 @@ private:
 };
 
 /// While a question stands, another workstation may delete the organisation: nothing is to hang on it then.
-bool LinkSave::Asks(RepeatedQuestion &question, const QString &text, const QString &title)
+bool LinkSave::Asks(Dialogs::RepeatedQuestion &question, const QString &text, const QString &title)
 {
     const bool agrees = question.Agrees(text, title);
     Demand(ADO_Organisation_CheckOrganisation(m_organRef).value_or(false));
@@ -115,7 +94,7 @@ bool LinkSave::Asks(RepeatedQuestion &question, const QString &text, const QStri
 void LinkSave::StoreOwned(const LinkKind &kind, ListModel &list, ListModel *refused)
 {
     Demand(kind.wipe(m_organRef));
-    RepeatedQuestion question;
+    Dialogs::RepeatedQuestion question(Dialogs::Buttons::YesNo);
     for (int row = 0; row < list.Count(); EndStep()) {
         const ListItem &item = list.At(row);
         const int key = KeyNumber(item.key);
@@ -149,7 +128,7 @@ void LinkSave::StoreCharacteristics()
 
 void LinkSave::OfferCharacteristics()
 {
-    RepeatedQuestion question;
+    Dialogs::RepeatedQuestion question(Dialogs::Buttons::YesNo);
     for (int row = 0; row < m_links.contacts.Count(); ++row, EndStep()) {
         const ListItem &contact = m_links.contacts.At(row);
         const int contactRef = KeyNumber(contact.key);
@@ -272,16 +251,18 @@ void Organisation_RefreshContacts(ListModel &contacts)
     }
 }
 
-bool Organisations_StoreAwardFlags(const ListModel &list)
+bool Organisations_StoreAwardFlags(const ListModel &list, Progress &progress)
 {
     return Reported("Organisations_StoreAwardFlags", false, [&] {
         WriteGroup group(gConnection);
-        for (int row = 0; row < list.Count(); ++row) {
+        progress.Begin(list.Count());
+        for (int row = 0; row < list.Count() && !progress.IsCancelled(); ++row) {
             if (!ADO_Organisations_SetAwardFlag(KeyNumber(list.At(row).key), list.At(row).checked))
                 return false;
             EndRow(group);
+            progress.SetValue(row + 1);
         }
         EndRows(group);
-        return true;
+        return progress.Value() == progress.Maximum();
     });
 }

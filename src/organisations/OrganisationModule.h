@@ -44,5 +44,6 @@ void Organisation_RemoveContacts(ListModel &contacts);
 bool Organisation_UpdateJobTitles(ListModel &contacts, const QString &title);
 /// Reads the people of the list anew: changed names show, and who was deleted goes.
 void Organisation_RefreshContacts(ListModel &contacts);
-/// Stores the check marks of a list of organisations as who is an award board. False on an error.
-bool Organisations_StoreAwardFlags(const ListModel &list);
+/// Stores the check marks of a list of organisations as who is an award board. False on an error, and where
+/// `progress` is cancelled before the end: what was written before stays.
+bool Organisations_StoreAwardFlags(const ListModel &list, Progress &progress);

@@ -63,10 +63,8 @@ bool ADO_Organisation_AddSingleContactConcession(int organRef, int contactRef)
 
 bool ADO_Organisation_ConcessionWipe(int organRef)
 {
-    return Reported("ADO_Organisation_ConcessionWipe", false, [&] {
-        Execute(u"DELETE FROM OrganChars WHERE OrganRef = " % SqlNumber(organRef));
-        return true;
-    });
+    return RunWithKey("ADO_Organisation_ConcessionWipe", {u"DELETE FROM OrganChars WHERE OrganRef = "},
+                      organRef);
 }
 
 bool ADO_Organisation_AddConcession(int organRef, int concessionRef)

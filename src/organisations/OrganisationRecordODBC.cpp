@@ -77,27 +77,22 @@ bool FillVenues(ListModel &available)
 
 int ADO_Organisation_AddOrganisation(const OrganisationRecord &record)
 {
-    return Reported("ADO_Organisation_AddOrganisation", -1, [&] {
-        if (HasRow(u"SELECT OrganRef FROM Organisations WHERE OrganName = '" % record.name %
-                   u"' AND ReferenceID = '" % record.referenceId % u"'"))
-            return 0;
-        Execute(InsertOrganisation(record));
-        return ReadKey(u"SELECT OrganRef FROM Organisations WHERE OrganName = '" % record.name %
-                           u"' AND Addr1 = '" % record.addr1 % u"'",
-                       u"OrganRef");
-    });
+    return AddRow("ADO_Organisation_AddOrganisation",
+                  u"SELECT OrganRef FROM Organisations WHERE OrganName = '" % record.name %
+                      u"' AND ReferenceID = '" % record.referenceId % u"'",
+                  InsertOrganisation(record),
+                  u"SELECT OrganRef FROM Organisations WHERE OrganName = '" % record.name %
+                      u"' AND Addr1 = '" % record.addr1 % u"'",
+                  u"OrganRef");
 }
 
 int ADO_Organisation_UpdateOrganisation(int organRef, const OrganisationRecord &record)
 {
-    return Reported("ADO_Organisation_UpdateOrganisation", -1, [&] {
-        if (HasRow(u"SELECT OrganRef FROM Organisations WHERE OrganName = '" % record.name %
-                   u"' AND ReferenceID ='" % record.referenceId % u"' AND OrganRef <> " %
-                   SqlNumber(organRef)))
-            return 0;
-        Execute(UpdateOrganisation(organRef, record));
-        return organRef;
-    });
+    return UpdateRow("ADO_Organisation_UpdateOrganisation",
+                     u"SELECT OrganRef FROM Organisations WHERE OrganName = '" % record.name %
+                         u"' AND ReferenceID ='" % record.referenceId % u"' AND OrganRef <> " %
+                         SqlNumber(organRef),
+                     UpdateOrganisation(organRef, record), organRef);
 }
 
 std::optional<bool> ADO_Organisation_CheckOrganisation(int organRef)

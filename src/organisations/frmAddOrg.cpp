@@ -158,20 +158,16 @@ int frmAddOrg::StoreRecord(int key)
 
 RecordForm::Stored frmAddOrg::StoreLists(int key)
 {
-    const QString title = QStringLiteral("Update Organisation");
     bool stored = false;
-    QString reached;
-    const bool finished = ProgressBox::Run(this, title, [&](Progress &progress) {
-        stored = Organisation_StoreLinks(
-            key, {ContactInfo(), UsedCriteria(), AvailFac(), UsedFac(), AvailVenues(), UsedVenues()},
-            progress);
-        reached = QString::number(progress.Value()) % u" of " % QString::number(progress.Maximum());
-    });
-    if (!finished && !stored)
-        Dialogs::MsgBox(u"Stopped after " % reached %
-                            u" steps. People, facilities and venues that were not reached may belong to no "
-                            u"organisation until this one is updated again.",
-                        title, Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
+    ProgressBox::Run(this, QStringLiteral("Update Organisation"), QStringLiteral("steps"),
+                     QStringLiteral("People, facilities and venues that were not reached may belong to no "
+                                    "organisation until this one is updated again."),
+                     [&](Progress &progress) {
+                         stored = Organisation_StoreLinks(key,
+                                                          {ContactInfo(), UsedCriteria(), AvailFac(),
+                                                           UsedFac(), AvailVenues(), UsedVenues()},
+                                                          progress);
+                     });
     return stored ? Stored::ReadAgain : Stored::Failed;
 }
 

@@ -1,6 +1,7 @@
 #include "organisations/frmAwardBoard.h"
 
 #include "forms/FormBuilder.h"
+#include "forms/ProgressBox.h"
 #include "organisations/AwardBoardODBC.h"
 #include "organisations/OrganisationModule.h"
 
@@ -32,10 +33,13 @@ frmAwardBoard::frmAwardBoard(QWidget *parent)
 
 bool frmAwardBoard::Update()
 {
-    if (!Organisations_StoreAwardFlags(m_organisations))
-        return false;
-    m_modified->Clear();
-    return true;
+    bool stored = false;
+    ProgressBox::Run(
+        this, windowTitle(), QStringLiteral("organisations"), QStringLiteral("The rest are as they were."),
+        [&](Progress &progress) { stored = Organisations_StoreAwardFlags(m_organisations, progress); });
+    if (stored)
+        m_modified->Clear();
+    return stored;
 }
 
 bool frmAwardBoard::MayLeave()

@@ -15,6 +15,17 @@ Dialogs::Answer Dialogs::MsgBox(const QString &text, const QString &title, Butto
     return Installed().msgBox(text, title, buttons, icon, defaultAnswer);
 }
 
+bool Dialogs::RepeatedQuestion::Agrees(const QString &text, const QString &title)
+{
+    if (m_toAll != Answer::None)
+        return m_toAll == Answer::YesToAll;
+    const Answer answer = MsgBox(text, title, m_buttons, Icon::Question);
+    m_buttons = Buttons::YesNoAll;
+    if (answer == Answer::YesToAll || answer == Answer::NoToAll)
+        m_toAll = answer;
+    return answer == Answer::Yes || answer == Answer::YesToAll;
+}
+
 QString Dialogs::OpenFile(const FileQuestion &question)
 {
     WriteGroup::CommitRunning();

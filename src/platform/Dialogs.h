@@ -50,6 +50,21 @@ Hooks &Installed();
 /// Work that runs in a group is committed first, so that nobody waits for an answer with a lock held.
 Answer MsgBox(const QString &text, const QString &title = {}, Buttons buttons = Buttons::Ok,
               Icon icon = Icon::None, Answer defaultAnswer = Answer::None);
+/// A question that one run may ask of thousands of rows, until it is answered for all the rest.
+class RepeatedQuestion final
+{
+public:
+    /// `first` are the buttons of the first time; from then on the question can be answered for all.
+    explicit RepeatedQuestion(Buttons first = Buttons::YesNoAll)
+        : m_buttons(first)
+    {
+    }
+    bool Agrees(const QString &text, const QString &title);
+
+private:
+    Buttons m_buttons;
+    Answer m_toAll = Answer::None;
+};
 QString OpenFile(const FileQuestion &question);
 QString SaveFile(const FileQuestion &question);
 /// A colour as a red-green-blue integer (0xRRGGBB), starting on `colour`; nothing when cancelled.

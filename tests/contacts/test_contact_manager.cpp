@@ -15,6 +15,12 @@ QString Confirm(const QString &name)
 {
     return u"Okay to delete record '" % name % u'\'';
 }
+
+void SelectEverybody(QWidget &form)
+{
+    List(form, "ContactList2").SelectAll();
+    Press(form, "AddCBtn");
+}
 } // namespace
 
 class TestContactManager : public QObject
@@ -32,7 +38,6 @@ private slots:
     void GatherAndStore();
     void PeopleWhoAreGone();
     void Deleting();
-    void TypedCharacteristic();
     void ApplyingCanBeStopped();
     void PublishingCanBeStopped();
     void ViewingAndAdding();
@@ -67,8 +72,7 @@ void TestContactManager::GatherAndStore()
     QCOMPARE(SelectionFile(), QString(QString::number(m_ben) % u'\n'));
     QCOMPARE(TestDatabase::Rows("SELECT ContactRef FROM Ref"), QStringList(QString::number(m_ben)));
 
-    List(form, "ContactList2").SelectAll();
-    Press(form, "AddCBtn");
+    SelectEverybody(form);
     QCOMPARE(List(form, "ContactInfo").Count(), 2);
     List(form, "ContactInfo").SelectOnly(0);
     Press(form, "RemCBtn");
@@ -81,8 +85,7 @@ void TestContactManager::GatherAndStore()
 void TestContactManager::PeopleWhoAreGone()
 {
     frmContact form;
-    List(form, "ContactList2").SelectAll();
-    Press(form, "AddCBtn");
+    SelectEverybody(form);
     List(form, "ContactInfo").SelectOnly(1);
     ADO_Contact_Delete(m_anna);
     Sql(u"UPDATE Contacts SET Cust_Surname = 'Carter-Bell' WHERE ContactRef = " % QString::number(m_ben));
@@ -105,8 +108,7 @@ void TestContactManager::Deleting()
 {
     const int chloe = Contact_Add(Person("Chloe", "Dawson"));
     frmContact form;
-    List(form, "ContactList2").SelectAll();
-    Press(form, "AddCBtn");
+    SelectEverybody(form);
     List(form, "ContactList2").SelectAll();
     m->dialogs.Expect("Confirm Deletion", Confirm("Bell, Anna"), Dialogs::Answer::Yes);
     m->dialogs.Expect("Confirm Deletion", Confirm("Carter, Ben"), Dialogs::Answer::No);
@@ -119,25 +121,12 @@ void TestContactManager::Deleting()
     QCOMPARE(SelectionFile(), QString(QString::number(m_ben) % u'\n'));
 }
 
-void TestContactManager::TypedCharacteristic()
-{
-    frmContact form;
-    form.show();
-    auto *list = Find<TypedCombo>(form, "CharList");
-    QTest::keyClicks(list, "[M] Member");
-    QTest::keyClick(list, Qt::Key_Return);
-    QCOMPARE(Rows("Concessions WHERE Name = 'Member' AND ReferenceID = 'M' AND Percentage = 0"), 1);
-    QVERIFY(list->Model().CurrentData() > 0);
-    QVERIFY(Find<ComboBox>(form, "ConcessionList")->Model().Count() == 2);
-}
-
 void TestContactManager::ApplyingCanBeStopped()
 {
     Concession_Add("Student", 20, 0, "");
     frmContact form;
     form.show();
-    List(form, "ContactList2").SelectAll();
-    Press(form, "AddCBtn");
+    SelectEverybody(form);
     Choose(form, "CharList", "Student");
     Dialogs::Installed().serveEvents = [] { QApplication::processEvents(); };
     gConnection.ObserveStatements([&form](const QString &sql) {
@@ -193,8 +182,7 @@ void TestContactManager::ViewingAndAdding()
     frmContact form;
     form.show();
     QVERIFY(!Find<QPushButton>(form, "ViewBtn")->isEnabled());
-    List(form, "ContactList2").SelectAll();
-    Press(form, "AddCBtn");
+    SelectEverybody(form);
     List(form, "ContactInfo").ClearSelection();
     m->driver.Expect("frmAddContact", [](QDialog &record) {
         QCOMPARE(record.windowTitle(), u"Bell, Anna (RECORD 1 OF 2)"_qs);
@@ -219,8 +207,7 @@ void TestContactManager::ViewingAndAdding()
 void TestContactManager::OtherDatabase()
 {
     frmContact form;
-    List(form, "ContactList2").SelectAll();
-    Press(form, "AddCBtn");
+    SelectEverybody(form);
     m.reset();
     m = std::make_unique<ContactFixture>();
     form.Form_Refresh();
@@ -233,8 +220,7 @@ void TestContactManager::Rights()
     Concession_Add("Student", 20, 0, "");
     const auto open = []() -> std::unique_ptr<QWidget> {
         auto form = std::make_unique<frmContact>();
-        List(*form, "ContactList2").SelectAll();
-        Press(*form, "AddCBtn");
+        SelectEverybody(*form);
         List(*form, "ContactList2").SelectAll();
         Choose(*form, "CharList", "Student");
         return form;
@@ -260,10 +246,8 @@ void TestContactManager::ReportsOfTheSelection()
 {
     frmContact form;
     for (const bool selected : {false, true}) {
-        if (selected) {
-            List(form, "ContactList2").SelectAll();
-            Press(form, "AddCBtn");
-        }
+        if (selected)
+            SelectEverybody(form);
         m->driver.Expect(u"frmContactWiz"_qs, [selected](QDialog &wizard) {
             QCOMPARE(Find<QRadioButton>(wizard, u"ConOpt_1"_qs)->isChecked(), selected);
             wizard.close();

@@ -1,6 +1,7 @@
 #include "contacts/ConcessionODBC.h"
 #include "contacts/ContactForm.h"
 #include "contacts/frmAddContact.h"
+#include "organisations/AwardBoardODBC.h"
 #include "organisations/Companies.h"
 #include "organisations/OrganisationModule.h"
 #include "organisations/OrganisationODBC.h"
@@ -269,23 +270,33 @@ void TestOrganisationForms::TheList()
 
 void TestOrganisationForms::AwardBoards()
 {
-    Organisation_Add(Company("Acme"));
-    OrganisationRecord board = Company("City Board");
+    Organisation_Add(Company("Acme", "A"));
+    OrganisationRecord board = Company("City Board", "CB");
     board.board = true;
-    Organisation_Add(board);
+    const int city = Organisation_Add(board);
+    ComboModel boards;
+    ADO_Organisation_FillListAwardBoard(boards);
+    QCOMPARE(boards.CurrentData(), city);
+    gShowIDs = 1;
     frmAwardBoard form;
     form.show();
     auto *list = Find<ListView>(form, "MainList");
+    QCOMPARE(Texts(list->Model()), QStringList({"[A] Acme", "[CB] City Board"}));
+    QVERIFY(!list->Model().At(0).checked && list->Model().At(1).checked);
+    QVERIFY(list->Model().SelectedRows().empty());
     list->setFocus();
-    list->Model().SelectOnly(0);
-    QTest::keyClick(list, Qt::Key_Space);
-    QVERIFY(list->Model().At(0).checked);
+    for (const int row : {0, 1}) {
+        list->Model().SelectOnly(row);
+        QTest::keyClick(list, Qt::Key_Space);
+    }
     m->dialogs.Expect("Warning", changed, Answer::Cancel);
     QTest::keyClick(&form, Qt::Key_Escape);
     QVERIFY(form.isVisible());
     Press(form, "UpdateBtn");
     QVERIFY(!form.isVisible());
-    QCOMPARE(Rows("Organisations WHERE Board = 1"), 2);
+    ADO_Organisation_FillListAwardBoard(boards);
+    QCOMPARE(boards.Count(), 1);
+    QCOMPARE(boards.CurrentText(), u"[A] Acme"_qs);
 }
 
 void TestOrganisationForms::FromAPersonsRecord()
@@ -308,6 +319,7 @@ void TestOrganisationForms::FromAPersonsRecord()
     Press(form, "ExitBtn"); // nothing of the person has changed
     gUserRights[25] = u'2';
     frmAddContact locked;
+    locked.OpenRecords({Key(anna)}, RecordForm::Open::Edit);
     QVERIFY(!Find<QPushButton>(locked, "EditOrgBtn")->isEnabled());
 }
 

@@ -1,8 +1,5 @@
 #include "contacts/ConcessionODBC.h"
-#include "controls/ComboModel.h"
 #include "core/Progress.h"
-#include "core/Session.h"
-#include "organisations/AwardBoardODBC.h"
 #include "organisations/Companies.h"
 #include "organisations/OrganisationLinkODBC.h"
 #include "organisations/OrganisationModule.h"
@@ -85,7 +82,6 @@ private slots:
     void NameAndReference();
     void TwoReadBacks();
     void FailedReadIsNotWhole();
-    void TypedNameAlone();
     void DeleteLetsGo();
     void ShowsLists();
     void OwnedByAnother_data();
@@ -96,7 +92,6 @@ private slots:
     void DeletedWhileAsked();
     void HalfDoneSave();
     void RemovingAndTitles();
-    void AwardBoards();
 
 private:
     std::unique_ptr<LogicFixture> m;
@@ -157,37 +152,24 @@ void TestOrganisations::FailedReadIsNotWhole()
     QVERIFY(!view.calls.contains("loaded"));
 }
 
-/// A name typed in a list makes an organisation without address, town and award flag.
-void TestOrganisations::TypedNameAlone()
-{
-    const int key = Contact_AddItem(ContactSection::Organisations, "Typed", "");
-    FakeOrganisationView view;
-    Organisation_Show(view, key);
-    QCOMPARE(Fields(view.record).join('|'), u"-1|-1|-1|0|Typed||||||||||||"_qs);
-    QCOMPARE(Rows("Organisations WHERE OrganName = 'Typed' AND Addr1 = 'Not Known'"), 0);
-}
-
 void TestOrganisations::DeleteLetsGo()
 {
     const int acme = Organisation_Add(Company("Acme"));
-    const int anna = Employee("Anna", "Bell", acme);
+    Employee("Anna", "Bell", acme);
     Venue("Hall", acme);
     Facility("Lathe", acme);
     Sql(u"INSERT INTO Exam (ExamName,OrganRef) VALUES ('Test'," % SqlNumber(acme) % u")");
     ADO_Organisation_AddConcession(acme, 5);
-
     StatementLog log;
     QVERIFY(Organisation_Delete(acme));
-    QStringList expected{
-        "UPDATE Contacts SET OrganRef = 1 WHERE OrganRef = ",
-        "UPDATE Venues SET OrganRef = 1 WHERE OrganRef = ",
-        "UPDATE Facilities SET OrganRef = 1 WHERE OrganRef = ",
-        "UPDATE Exam SET OrganRef = 1 WHERE OrganRef = ", "DELETE FROM Organisations WHERE OrganRef = "};
-    QCOMPARE(log.Statements(), expected.replaceInStrings(QRegularExpression("$"), SqlNumber(acme)));
-    QCOMPARE(OrganisationOf(anna), 1);
-    QCOMPARE(Rows("Venues WHERE Description = 'Hall' AND OrganRef = 1"), 1);
-    QCOMPARE(Rows("Facilities WHERE Name = 'Lathe' AND OrganRef = 1"), 1);
-    QCOMPARE(Rows("Exam WHERE ExamName = 'Test' AND OrganRef = 1"), 1);
+    const QStringList tables{"Contacts", "Venues", "Facilities", "Exam"};
+    QStringList expected;
+    for (const QString &table : tables)
+        expected.append(u"UPDATE " % table % u" SET OrganRef = 1 WHERE OrganRef = " % SqlNumber(acme));
+    expected.append(u"DELETE FROM Organisations WHERE OrganRef = " % SqlNumber(acme));
+    QCOMPARE(log.Statements(), expected);
+    for (const QString &table : tables)
+        QCOMPARE(Rows(table % u" WHERE OrganRef = " % SqlNumber(acme)), 0);
     QCOMPARE(Rows("OrganChars"), 1);
 }
 
@@ -287,24 +269,23 @@ void TestOrganisations::OrderOfASave()
     Lists lists(acme);
     StatementLog log;
     QVERIFY(lists.Store());
-    QCOMPARE(
-        log.Statements(),
-        QStringList(
-            {u"SELECT ContactRef FROM Contacts WHERE ContactRef = " % anna,
-             u"SELECT VenueRef FROM Venues WHERE VenueRef = " % hall,
-             u"UPDATE Contacts SET OrganRef = 1 WHERE OrganRef = " % a,
-             u"SELECT Organisations.OrganName FROM Contacts INNER JOIN Organisations ON Contacts.OrganRef = "
-             u"Organisations.OrganRef WHERE Contacts.OrganRef >1 AND ContactRef = " %
-                 anna,
-             u"UPDATE Contacts SET OrganRef = " % a % u" WHERE ContactRef = " % anna,
-             u"DELETE FROM OrganChars WHERE OrganRef = " % a,
-             u"SELECT ConcessionRef FROM OrganChars WHERE OrganRef = " % a,
-             u"UPDATE Facilities SET OrganRef = 1 WHERE OrganRef = " % a,
-             u"UPDATE Venues SET OrganRef = 1 WHERE OrganRef = " % a,
-             u"SELECT Organisations.OrganName FROM Venues INNER JOIN Organisations ON Venues.OrganRef = "
-             u"Organisations.OrganRef WHERE Venues.OrganRef >1 AND VenueRef = " %
-                 hall,
-             u"UPDATE Venues SET OrganRef = " % a % u" WHERE VenueRef = " % hall}));
+    const auto owner = [](const QString &table, const QString &column, const QString &key) -> QString {
+        return u"SELECT Organisations.OrganName FROM " % table % u" INNER JOIN Organisations ON " % table %
+               u".OrganRef = Organisations.OrganRef WHERE " % table % u".OrganRef >1 AND " % column % u" = " %
+               key;
+    };
+    QCOMPARE(log.Statements(),
+             QStringList({u"SELECT ContactRef FROM Contacts WHERE ContactRef = " % anna,
+                          u"SELECT VenueRef FROM Venues WHERE VenueRef = " % hall,
+                          u"UPDATE Contacts SET OrganRef = 1 WHERE OrganRef = " % a,
+                          owner("Contacts", "ContactRef", anna),
+                          u"UPDATE Contacts SET OrganRef = " % a % u" WHERE ContactRef = " % anna,
+                          u"DELETE FROM OrganChars WHERE OrganRef = " % a,
+                          u"SELECT ConcessionRef FROM OrganChars WHERE OrganRef = " % a,
+                          u"UPDATE Facilities SET OrganRef = 1 WHERE OrganRef = " % a,
+                          u"UPDATE Venues SET OrganRef = 1 WHERE OrganRef = " % a,
+                          owner("Venues", "VenueRef", hall),
+                          u"UPDATE Venues SET OrganRef = " % a % u" WHERE VenueRef = " % hall}));
 }
 
 void TestOrganisations::CharacteristicsSpread()
@@ -409,32 +390,6 @@ void TestOrganisations::RemovingAndTitles()
     QCOMPARE(Keys(list), QStringList({Key(anna), Key(cy)}));
     QVERIFY(list.SelectedRows().empty());
     QCOMPARE(OrganisationOf(ben), acme); // until the save
-}
-
-void TestOrganisations::AwardBoards()
-{
-    const int acme = Organisation_Add(Company("Acme", "A"));
-    OrganisationRecord board = Company("City Board", "CB");
-    board.board = true;
-    const int city = Organisation_Add(board);
-    gShowIDs = 1;
-    ListModel list;
-    list.SetCheckable(true);
-    ADO_Organisations_GetAll(list);
-    QCOMPARE(Texts(list), QStringList({"[A] Acme", "[CB] City Board"}));
-    QVERIFY(!list.At(0).checked && list.At(1).checked && list.SelectedRows().empty());
-    ComboModel boards;
-    ADO_Organisation_FillListAwardBoard(boards);
-    QCOMPARE(boards.Count(), 1);
-    QCOMPARE(boards.CurrentData(), city);
-    QCOMPARE(boards.CurrentText(), QStringLiteral("[CB] City Board"));
-
-    list.SetChecked(0, true);
-    list.SetChecked(1, false);
-    QVERIFY(Organisations_StoreAwardFlags(list));
-    ADO_Organisation_FillListAwardBoard(boards);
-    QCOMPARE(boards.Count(), 1);
-    QCOMPARE(boards.CurrentData(), acme);
 }
 
 QTEST_GUILESS_MAIN(TestOrganisations)

@@ -97,7 +97,8 @@ private slots:
         }
     }
 
-    /// An import looks for each line by all its values at once: many share a town, few a name.
+    /// An import looks for each line by all its values at once: many share a town, few a name. The hint at
+    /// people on file comes between keys.
     void LooksForNamesFirst()
     {
         const std::pair<QString, QString> plans[] = {
@@ -106,6 +107,11 @@ private slots:
              "IX_Contacts_Cust_Surname_Cust_Forename"},
             {"OrganRef FROM Organisations WHERE OrganName = 'x' AND City = 5 AND County = 4 AND Country = 1",
              "IX_Organisations_OrganName"},
+            {"TOP 4 ContactRef FROM Contacts WHERE Cust_Surname = 'b' AND Cust_Forename LIKE 'a%' ORDER BY "
+             "Cust_Surname,Cust_Forename ASC",
+             "IX_Contacts_Cust_Surname_Cust_Forename"},
+            {"TOP 4 ContactRef FROM Contacts WHERE Cust_Email = 'a' ORDER BY Cust_Surname,Cust_Forename ASC",
+             "IX_Contacts_Cust_Email"},
         };
         for (const auto &[query, index] : plans) {
             const auto plan = m_template.OpenRecordset(u"EXPLAIN QUERY PLAN SELECT " % query);
