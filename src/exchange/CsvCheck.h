@@ -1,31 +1,33 @@
 #pragma once
 
-#include <QString>
+#include "exchange/ImportFault.h"
+#include "exchange/TextLines.h"
 
 #include <optional>
-#include <vector>
 
 class ListModel;
 class Progress;
 
-/// What is wrong with a line of a file, or with one value of it.
-struct ImportFault {
-    int line = 0;  ///< of the file, from 1
-    QString field; ///< "" where the whole line is meant
-    QString value;
-    QString why; ///< the end of a sentence
-};
-
 /// What an import of a file would do. Every line is of one of four kinds.
 struct ImportCheck {
+    /// A line that would be skipped for what it holds, to be mended and imported again.
+    struct FaultyLine {
+        int number = 0; ///< of the file, from 1
+        QString fault;
+        QString text;
+    };
+
     int lines = 0;   ///< of the file; where the check was stopped, those that it came to
     int fresh = 0;   ///< would be added
     int changed = 0; ///< would change a record that is there, each after a question
     int same = 0;    ///< are there already as they stand
     int faulty = 0;  ///< would be skipped for what they hold
-    int cut = 0;     ///< values, of lines of the other kinds, that do not fit their columns
+    int lost = 0;    ///< values, of lines of the other kinds, that would not go in as they stand
     bool stopped = false;
-    std::vector<ImportFault> faults{}; ///< of faulty lines, and the values that would be cut
+    std::vector<ImportFault> faults{}; ///< of the faulty lines, and the values that would be lost
+    QString header{};
+    std::vector<FaultyLine> faultyLines{}; ///< but for empty ones
+    FileStamp file{};                      ///< of the file as it was checked
 };
 
 /// Goes over a file as Import_CSV_File does and writes nothing. A line is told by the records that are there
@@ -35,5 +37,7 @@ std::optional<ImportCheck> Check_CSV_File(const QString &fileName, const ListMod
                                           const QString &sql, const QString &keyColumn, const QString &table,
                                           Progress &progress);
 
-/// Writes the faults as a CSV file with a line each. False, with a message, if it cannot be written.
-bool SaveImportFaults(const QString &fileName, const std::vector<ImportFault> &faults);
+/// Writes the faulty lines as they stand, under the header and behind two more fields, which tell the line's
+/// number and its fault: once mended, the file can be imported. False, with a message, if it cannot be
+/// written.
+bool SaveFaultyLines(const QString &fileName, const ImportCheck &check);

@@ -3,21 +3,18 @@
 #include "controls/ListModel.h"
 #include "core/ErrorHandler.h"
 #include "core/Progress.h"
-#include "database/DecodeDateFunc.h"
-#include "database/GlobalCode.h"
+#include "core/Session.h"
 #include "database/MiscODBC.h"
-#include "exchange/CsvFields.h"
+#include "exchange/ExportRows.h"
 #include "exchange/ReportQuery.h"
+#include "exchange/SaveFile.h"
 #include "platform/Dialogs.h"
-
-#include <QSaveFile>
-#include <QStringEncoder>
-
-#include <vector>
 
 namespace
 {
 enum class Outcome { Done, NoRecords, NoFields, Cancelled, FileFailed, Failed };
+
+constexpr const char *routineName = "Export_CSV_File";
 
 QString Title()
 {
@@ -29,227 +26,117 @@ void Tell(const QString &text)
     Dialogs::MsgBox(text, Title(), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
 }
 
-struct ExportedField {
-    enum class Kind { Text, Number, Sex, Date };
-    int column;
-    Kind kind;
-};
-
-struct ExportedFields {
-    std::vector<ExportedField> fields;
-    QString header;
-};
-
-ExportedField::Kind KindOf(const RecordsetColumn &column)
-{
-    if (column.name.compare(u"CUST_SEX", Qt::CaseInsensitive) == 0)
-        return ExportedField::Kind::Sex;
-    if (column.name.compare(u"CUST_DOB", Qt::CaseInsensitive) == 0)
-        return ExportedField::Kind::Date;
-    switch (column.type) {
-    case ColumnType::VarWChar:
-    case ColumnType::VarChar:
-    case ColumnType::Char:
-        return ExportedField::Kind::Text;
-    default:
-        return ExportedField::Kind::Number;
-    }
-}
-
-ExportedFields FieldsToExport(const ListModel &fields, const Recordset &rows)
-{
-    ExportedFields found;
-    for (const int row : fields.CheckedRows()) {
-        const int column = rows.ColumnIndex(fields.At(row).key);
-        if (column < 0)
-            continue;
-        found.fields.push_back({column, KindOf(rows.Column(column))});
-        found.header += u',' % CsvQuoteField(fields.At(row).text);
-    }
-    return found;
-}
-
-/// What the file holds other than the database does, as the import reads it.
-struct Changed {
-    int doubled = 0;
-    int lineBreaks = 0;
-    int dates = 0;
-
-    QString Text() const
-    {
-        QString text;
-        const auto add = [&text](int count, const char *one, const char *many, const char *why) {
-            if (count > 0)
-                text += u"    " % FormatNumber(count, 0) % u' ' % QLatin1String(count == 1 ? one : many) %
-                        QLatin1String(why) % u'\n';
-        };
-        add(doubled, "value with quotation marks or backticks", "values with quotation marks or backticks",
-            ": an import doubles them.");
-        add(lineBreaks, "value with line breaks", "values with line breaks",
-            ": other programs may take these for the end of a record.");
-        add(dates, "unknown date of birth", "unknown dates of birth", ": today's date stands in the file.");
-        return text;
-    }
-};
-
-/// Makes the lines of the file. The buffers are kept from row to row.
-class LineWriter final
+/// One export. The rows go to a file beside the one of that name as they are read, so that none is kept; it
+/// takes the other's place once all are there and the user knows what is lost.
+class ExportRun final
 {
 public:
-    LineWriter(QSaveFile &file, const std::vector<ExportedField> &fields)
-        : m_file(file)
-        , m_fields(fields)
+    ExportRun(const QString &fileName, const ListModel &items, const QString &sql, Progress &progress)
+        : m_items(items)
+        , m_sql(sql)
+        , m_progress(progress)
+        , m_file(fileName)
+        , m_writer(m_file, m_fields)
     {
     }
 
-    void Take(const Recordset::Row &row);
-    /// A line as it stands.
-    void Take(QStringView line) { m_text.append(line.utf16(), static_cast<size_t>(line.size())).append(end); }
-    /// Hands over what is waiting once it is worth it, or all of it.
-    bool Write(bool all);
-    const Changed &Differences() const { return m_changed; }
+    Outcome Run(); ///< only inside Reported
+    int Written() const { return m_written; }
+    const QSaveFile &File() const { return m_file; }
 
 private:
-    static constexpr std::u16string_view end = u"\r\n";
-    void TakeText(const Recordset::Row &row, int column);
-    void TakeDate(const Recordset::Row &row, int column);
+    void CountRows();
+    bool Begin(const Recordset &rows);
+    bool Take(const Recordset &rows, int firstRow);
+    bool Stop(Outcome outcome);
+    bool MayLose() const;
 
-    QSaveFile &m_file;
-    const std::vector<ExportedField> &m_fields;
-    std::u16string m_text;
-    QByteArray m_bytes;
-    QStringEncoder m_encode{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
-    Changed m_changed;
+    const ListModel &m_items;
+    QString m_sql;
+    Progress &m_progress;
+    QSaveFile m_file;
+    std::vector<ExportedField> m_fields;
+    ExportWriter m_writer;
+    Outcome m_outcome = Outcome::NoRecords;
+    int m_written = 0;
 };
 
-void LineWriter::TakeText(const Recordset::Row &row, int column)
+/// For the bar. A server's result is whole before its first row is handed over.
+void ExportRun::CountRows()
 {
-    m_text.push_back(u'"');
-    const size_t begin = m_text.size();
-    row.AppendText(column, m_text);
-    bool doubled = false;
-    bool lineBreak = false;
-    for (size_t at = begin; at < m_text.size(); ++at) {
-        const char16_t c = m_text[at];
-        doubled = doubled || c == u'"' || c == u'`';
-        lineBreak = lineBreak || c == u'\n' || c == u'\r';
-        if (c == u'"')
-            m_text.insert(at++, 1, u'"');
-    }
-    m_text.push_back(u'"');
-    m_changed.doubled += doubled ? 1 : 0;
-    m_changed.lineBreaks += lineBreak ? 1 : 0;
+    if (gConnection.Kind() != DatabaseKind::File || !IsReportQuery(m_sql))
+        return;
+    const std::optional<Recordset> count = TryOpenRecordset(u"SELECT COUNT(*) FROM (" % m_sql % u')');
+    if (count && !count->IsEmpty())
+        m_progress.Begin(static_cast<int>(count->First().Long(0)));
 }
 
-void LineWriter::TakeDate(const Recordset::Row &row, int column)
+bool ExportRun::Stop(Outcome outcome)
 {
-    m_text.push_back(u'"');
-    if (!row.IsNull(column)) {
-        const int date = static_cast<int>(row.Long(column));
-        m_text.append(IntToDateText(int(date)).toStdU16String());
-        m_changed.dates += date == 0 ? 1 : 0;
-    }
-    m_text.push_back(u'"');
+    m_outcome = outcome;
+    return false;
 }
 
-void LineWriter::Take(const Recordset::Row &row)
+bool ExportRun::Begin(const Recordset &rows)
 {
-    bool isFirst = true;
-    for (const ExportedField &field : m_fields) {
-        if (!std::exchange(isFirst, false))
-            m_text.push_back(u',');
-        switch (field.kind) {
-        case ExportedField::Kind::Text:
-            TakeText(row, field.column);
-            break;
-        case ExportedField::Kind::Number:
-            if (row.IsNull(field.column))
-                m_text.push_back(u'0');
-            else
-                row.AppendText(field.column, m_text);
-            break;
-        case ExportedField::Kind::Sex: {
-            const qint64 sex = row.Long(field.column);
-            m_text.append(sex == 0 ? u"\"Not Specified\"" : sex == 1 ? u"\"Female\"" : u"\"Male\"");
-            break;
-        }
-        case ExportedField::Kind::Date:
-            TakeDate(row, field.column);
-            break;
-        }
-    }
-    m_text.append(end);
+    m_fields = FieldsToExport(m_items, rows);
+    if (m_fields.empty())
+        return Stop(Outcome::NoFields);
+    m_written = 0;
+    if (m_progress.Maximum() == 0)
+        m_progress.Begin(rows.RowCount());
+    const bool isOpen = m_file.isOpen() || m_file.open(QIODevice::WriteOnly);
+    return (isOpen && m_writer.Begin(ExportHeader(m_items, rows))) || Stop(Outcome::FileFailed);
 }
 
-bool LineWriter::Write(bool all)
+bool ExportRun::Take(const Recordset &rows, int firstRow)
 {
-    constexpr size_t worthIt = 32 * 1024; // characters
-    if (!all && m_text.size() < worthIt)
-        return true;
-    m_bytes.resize(m_encode.requiredSpace(static_cast<qsizetype>(m_text.size())));
-    const char *const behind = m_encode.appendToBuffer(m_bytes.data(), m_text);
-    m_text.clear();
-    // A disk that gets full takes a part without an error; the next write says why.
-    for (const char *at = m_bytes.constData(); at != behind;) {
-        const qint64 taken = m_file.write(at, behind - at);
-        if (taken <= 0)
-            return false;
-        at += taken;
+    if (firstRow == 0 && !rows.IsEmpty() && !Begin(rows))
+        return false;
+    for (const Recordset::Row row : rows) {
+        if (!m_writer.Write(row))
+            return Stop(Outcome::FileFailed);
+        m_progress.SetValue(++m_written);
+        if (m_progress.IsCancelled())
+            break;
     }
-    return true;
+    if (rows.IsEmpty())
+        m_progress.SetValue(0);
+    return !m_progress.IsCancelled() || Stop(Outcome::Cancelled);
 }
 
-/// Asks before the file takes the place of the one that may be there.
-bool MayChange(const Changed &changed)
+bool ExportRun::MayLose() const
 {
-    const QString text = changed.Text();
+    const QString text = m_writer.Losses().Text();
     return text.isEmpty() ||
            Dialogs::MsgBox(u"The file does not carry all of it as it stands:\n" % text % u"Okay to export?",
                            Title(), Dialogs::Buttons::YesNo, Dialogs::Icon::Question) == Dialogs::Answer::Yes;
 }
 
-Outcome WriteRows(QSaveFile &file, const Recordset &rows, const ExportedFields &exported, Progress &progress)
+Outcome ExportRun::Run()
 {
-    if (!file.open(QIODevice::WriteOnly) || file.write("\xEF\xBB\xBF") != 3)
+    m_progress.Begin(0);
+    CountRows();
+    ReadReportQuery(m_sql, [this](const Recordset &rows, int firstRow) { return Take(rows, firstRow); });
+    if (m_outcome != Outcome::NoRecords || m_written == 0)
+        return m_outcome;
+    if (!m_writer.Finish())
         return Outcome::FileFailed;
-    LineWriter lines(file, exported.fields);
-    lines.Take(QStringView(exported.header).mid(1));
-    int done = 0;
-    for (const Recordset::Row row : rows) {
-        lines.Take(row);
-        if (!lines.Write(false))
-            return Outcome::FileFailed;
-        progress.SetValue(++done);
-        if (progress.IsCancelled())
-            return Outcome::Cancelled;
-    }
-    if (!lines.Write(true) || !file.flush())
-        return Outcome::FileFailed;
-    if (!MayChange(lines.Differences()))
+    if (!MayLose())
         return Outcome::Cancelled;
-    return file.commit() ? Outcome::Done : Outcome::FileFailed;
+    return m_file.commit() ? Outcome::Done : Outcome::FileFailed;
 }
 } // namespace
 
 bool Export_CSV_File(const QString &fileName, const ListModel &fields, const QString &sql, Progress &progress)
 {
-    QSaveFile file(fileName);
-    int count = 0;
-    const Outcome outcome = Reported("Export_CSV_File", Outcome::Failed, [&] {
-        progress.Begin(0);
-        const std::optional<Recordset> rows = OpenReportQuery(sql);
-        if (!rows || rows->IsEmpty())
-            return Outcome::NoRecords;
-        count = rows->RowCount();
-        progress.Begin(count);
-        const ExportedFields exported = FieldsToExport(fields, *rows);
-        return exported.fields.empty() ? Outcome::NoFields : WriteRows(file, *rows, exported, progress);
-    });
+    ExportRun run(fileName, fields, sql, progress);
+    const Outcome outcome = Reported(routineName, Outcome::Failed, [&run] { return run.Run(); });
 
     const QString failed = QStringLiteral("Export failed, maybe an invalid SQL query was passed.");
     switch (outcome) {
     case Outcome::Done:
-        Tell(u"Export complete:\n" % QString::number(count) % u" Records where exported.");
+        Tell(u"Export complete:\n" % QString::number(run.Written()) % u" Records where exported.");
         break;
     case Outcome::NoRecords:
         Tell(QStringLiteral("No Records found in database."));
@@ -258,9 +145,9 @@ bool Export_CSV_File(const QString &fileName, const ListModel &fields, const QSt
         Tell(QStringLiteral("Export cancelled, nothing was written."));
         break;
     case Outcome::FileFailed:
-        SetCurrentError({0, Title(), file.errorString(), QString()});
-        HandleError(QStringLiteral("Export_CSV_File"), 0);
-        Tell(failed % u"\n\nUnable to write '" % fileName % u"': " % file.errorString() % u'.');
+        SetCurrentError({0, Title(), UnableToWrite(run.File()), QString()});
+        HandleError(QString::fromLatin1(routineName), 0);
+        Tell(failed % u"\n\n" % UnableToWrite(run.File()));
         break;
     case Outcome::Failed:
         Tell(failed);

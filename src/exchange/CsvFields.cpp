@@ -85,6 +85,14 @@ QString CsvGetField(QStringView line, QChar delimiter, int index)
     return FieldText(line.mid(start, FieldEnd(line, delimiter, start) - start));
 }
 
+bool RemoveNul(QString &text)
+{
+    const bool hasNul = text.contains(QChar(u'\0'));
+    if (hasNul)
+        text.remove(QChar(u'\0'));
+    return hasNul;
+}
+
 QStringList CsvGetFields(QStringView line, QChar delimiter)
 {
     QStringList fields;

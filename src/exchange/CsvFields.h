@@ -36,5 +36,7 @@ int CsvCountFields(QStringView line, QChar delimiter);
 /// The field of that number, from 1, trimmed and without its quotes; "" where there is none. Doubled quotes
 /// inside stay doubled: what CsvQuoteField did is not undone.
 QString CsvGetField(QStringView line, QChar delimiter, int index);
+/// Takes the NUL characters out of the text, which no column and no caption takes; true if there were any.
+bool RemoveNul(QString &text);
 /// All fields of a line, each as CsvGetField gives it, in one walk.
 QStringList CsvGetFields(QStringView line, QChar delimiter);

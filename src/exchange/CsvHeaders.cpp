@@ -28,7 +28,9 @@ bool CsvReadHeaders(const QString &fileName, ListModel &fields)
     if (!reader.Open(fileName))
         return Complain(UnableToOpen(fileName, reader.Problem()));
     CsvLine line;
-    if (!reader.Next(line) || line.text.isEmpty())
+    const bool hasLine = reader.Next(line);
+    RemoveNul(line.text);
+    if (!hasLine || line.text.isEmpty())
         return Complain(QStringLiteral("File contains no data."));
     if (line.unclosedQuote)
         return Complain(u"Line 1 of '" % fileName % u"' opens a quotation mark that it does not close.");

@@ -40,8 +40,7 @@ public:
     const ImportNotes &Notes() const { return m_notes; }
 
 private:
-    bool IsRefused();
-    LineValues ValuesOf();
+    LineValues ValuesOf() const;
     void Write(const LineValues &values);
     void Update(const LineValues &values, qint64 key);
     bool MayUpdate(const LineValues &values);
@@ -54,26 +53,7 @@ private:
     Dialogs::RepeatedQuestion m_update;
 };
 
-/// Looks before anything of the line is written.
-bool ImportRun::IsRefused()
-{
-    const int line = m_source.Line().number;
-    if (m_source.Line().unclosedQuote) {
-        m_notes.LineWithUnclosedQuote(line);
-        return true;
-    }
-    for (const ImportColumn &column : m_source.Columns()) {
-        const QString text = m_source.Text(column);
-        const QString objection = column.Objection(text);
-        if (!objection.isEmpty()) {
-            m_notes.LineRefused(line, m_source.FieldName(column), text, objection);
-            return true;
-        }
-    }
-    return false;
-}
-
-LineValues ImportRun::ValuesOf()
+LineValues ImportRun::ValuesOf() const
 {
     LineValues values;
     for (const ImportColumn &column : m_source.Columns()) {
@@ -81,13 +61,9 @@ LineValues ImportRun::ValuesOf()
         const QString value = column.Value(text);
         if (value.isEmpty())
             throw StatementGivenUp{};
-        if (column.ColumnRole() == ImportColumn::Role::Required && text.isEmpty()) {
-            values.Clear();
-            break;
-        }
+        if (column.ColumnRole() == ImportColumn::Role::Required && text.isEmpty())
+            return {};
         values.Add(column, value);
-        if (column.Cuts(text))
-            m_notes.ValueCut(m_source.Line().number, m_source.FieldName(column), text.size(), column.Size());
     }
     return values;
 }
@@ -125,11 +101,16 @@ void ImportRun::Write(const LineValues &values)
 
 void ImportRun::TakeLine()
 {
-    const LineValues values = IsRefused() ? LineValues() : ValuesOf();
-    if (values.IsEmpty())
+    const std::vector<ImportFault> objections = Objections(m_source);
+    const LineValues values = objections.empty() ? ValuesOf() : LineValues();
+    if (values.IsEmpty()) {
         ++m_counts.skipped;
-    else
-        Write(values);
+        if (!m_source.IsBlank())
+            m_notes.LineSkipped(objections.empty() ? Missing(m_source) : objections);
+        return;
+    }
+    m_notes.ValuesLost(Losses(m_source));
+    Write(values);
 }
 
 void CleanUp()
@@ -180,7 +161,7 @@ void ImportLines(ImportRun &run, ImportSource &source, WriteGroup &group, Progre
 void TellNotes(const ImportNotes &notes, const ImportSource &source, const QString &fileName)
 {
     QString text = notes.IsEmpty() ? QString() : notes.Text(fileName);
-    if (source.FileChanged()) {
+    if (FileStamp::Of(fileName) != source.Stamp()) {
         text += (text.isEmpty() ? u"" : u"\n\n") %
                 QString(u'\'' % fileName %
                         u"' changed in the meantime. Its lines were taken as they stood at the start.");
@@ -216,14 +197,14 @@ bool Import_CSV_File(const QString &fileName, const ListModel &fields, const QSt
         return false;
 
     const QString counts = CountsText(run.Counts());
+    const QString stays = QStringLiteral(". What it did before stays in the database:\n");
     if (!isStored)
         Tell(u"The database did not take the last lines before " % Reached(progress) %
              u". When it does again, import the file once more: the records that are there are skipped.");
     else if (!ran)
-        Tell(u"The import stopped behind " % Reached(progress) %
-             u". What it did before stays in the database:\n" % counts);
+        Tell(u"The import stopped behind " % Reached(progress) % stays % counts);
     else if (progress.IsCancelled())
-        Tell(u"Import cancelled behind " % Reached(progress) % u":\n" % counts);
+        Tell(u"Import cancelled behind " % Reached(progress) % stays % counts);
     else
         Tell(u"Import complete:\n" % counts);
     TellNotes(run.Notes(), source, fileName);

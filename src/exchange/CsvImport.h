@@ -11,8 +11,9 @@ class ListModel;
 /// where needed. A record is recognised by its required columns and `ReferenceID`, and the user is asked
 /// before each update.
 ///
-/// Dates are DD/MM/YYYY or YYYY-MM-DD. A line with any other date, or with a quote that it does not close,
-/// counts as skipped and is named in a box after the summary. Lines are written in groups; a cancelled or
+/// Dates are DD/MM/YYYY or YYYY-MM-DD. A line with any other date, with too large a number, or with a quote
+/// that it does not close counts as skipped, as one without a required value does. These, and values that do
+/// not go in as they stand, are named in a box after the summary. Lines are written in groups; a cancelled or
 /// failed run leaves the lines before it whole, and says how far it came. False if the run did not get to
 /// the end of the file.
 bool Import_CSV_File(const QString &fileName, const ListModel &fields, const QString &sql,

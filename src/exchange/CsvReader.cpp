@@ -40,13 +40,15 @@ bool CsvReader::JoinLines(CsvLine &line, const CsvQuoteWalk &begun)
 {
     const TextLines::Place behindFirst = m_lines.Here();
     CsvQuoteWalk walk = begun;
-    QString joined = line.text;
+    QString joined = line.text % m_lines.End();
     QString more;
     for (int lines = 1; lines < mostLinesOfRecord && walk.Orderly() && m_lines.Next(more); ++lines) {
-        joined += u'\n' % more;
+        joined += more;
         walk.Walk(more);
-        if (walk.Inside())
+        if (walk.Inside()) {
+            joined += m_lines.End();
             continue;
+        }
         const bool fits = m_headerFields == 0 || walk.Delimiters() + 1 == m_headerFields;
         if (!fits || !walk.Orderly())
             break;

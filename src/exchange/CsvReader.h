@@ -6,7 +6,7 @@
 
 /// One record of a comma-separated file.
 struct CsvLine {
-    QString text;               ///< without its line end; line ends inside quotes stand as "\n"
+    QString text;               ///< without its line end
     int number = 0;             ///< of its first line in the file, from 1
     bool unclosedQuote = false; ///< it opens a quote that it does not close
 };
@@ -29,7 +29,7 @@ public:
     bool Next(CsvLine &line);
     /// The records from here to the end; the place stays.
     int CountRest();
-    bool FileChanged() const { return m_lines.FileChanged(); }
+    const FileStamp &Stamp() const { return m_lines.Stamp(); }
 
 private:
     bool JoinLines(CsvLine &line, const class CsvQuoteWalk &begun);

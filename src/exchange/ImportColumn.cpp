@@ -21,10 +21,35 @@ struct ImportColumn::Lookup {
     QString extra;
 };
 
-QDate ImportedDate(const QString &text)
+namespace
 {
-    const QDate british = QDate::fromString(text, QStringLiteral("dd/MM/yyyy"));
-    return british.isValid() ? british : QDate::fromString(text, QStringLiteral("yyyy-MM-dd"));
+/// The number that `count` digits spell; -1 where one of them is none.
+int Digits(QStringView text, qsizetype at, qsizetype count)
+{
+    int number = 0;
+    for (const QChar c : text.mid(at, count)) {
+        if (c < u'0' || c > u'9')
+            return -1;
+        number = number * 10 + (c.unicode() - u'0');
+    }
+    return number;
+}
+
+QDate DateOf(int year, int month, int day)
+{
+    return year > 0 && month > 0 && day > 0 ? QDate(year, month, day) : QDate();
+}
+} // namespace
+
+QDate ImportedDate(QStringView text)
+{
+    if (text.size() != 10)
+        return {};
+    if (text[2] == u'/' && text[5] == u'/')
+        return DateOf(Digits(text, 6, 4), Digits(text, 3, 2), Digits(text, 0, 2));
+    if (text[4] == u'-' && text[7] == u'-')
+        return DateOf(Digits(text, 0, 4), Digits(text, 5, 2), Digits(text, 8, 2));
+    return {};
 }
 
 QString CutSafeText(const QString &text, int size)

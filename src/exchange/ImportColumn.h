@@ -10,7 +10,7 @@
 class ListModel;
 
 /// The date that an imported file spells, DD/MM/YYYY or YYYY-MM-DD; invalid for any other text.
-QDate ImportedDate(const QString &text);
+QDate ImportedDate(QStringView text);
 
 /// `text` safe for SQL and cut to `size` characters (0 = any number), never between the two halves of a
 /// doubled apostrophe.
@@ -41,12 +41,13 @@ public:
     QString Value(const QString &text) const;
     /// The same without making anything: "" for a reference that is not there yet. Only inside Reported.
     QString KnownValue(const QString &text) const;
+    /// What of the text a reference is looked up by.
+    QString LookedUp(const QString &text) const { return m_size > 0 ? text.left(m_size) : text; }
 
 private:
     enum class Kind { Text, Whole, Number, Sex, Date, Lookup };
     struct Lookup;
     static const Lookup *LookupOf(const QString &table, const QString &column);
-    QString LookedUp(const QString &text) const { return m_size > 0 ? text.left(m_size) : text; }
     static Kind KindOf(ColumnType type);
 
     const Lookup *m_lookup;

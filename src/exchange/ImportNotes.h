@@ -1,19 +1,19 @@
 #pragma once
 
-#include <QString>
+#include "exchange/ImportFault.h"
+
 #include <QStringList>
 
 /// What the user must know of single lines of an imported file: collected while it runs, told once.
 class ImportNotes final
 {
 public:
-    /// A line that was skipped for what it holds: "Line 5, field 'DOB': 'x' is no date ...".
-    void LineRefused(int line, const QString &field, const QString &value, const QString &why);
-    void LineWithUnclosedQuote(int line);
-    /// A value that did not fit its column; the line was imported.
-    void ValueCut(int line, const QString &field, qsizetype length, int size);
+    /// A line that was skipped for what it holds. None is no note.
+    void LineSkipped(const std::vector<ImportFault> &faults);
+    /// What of a line that was taken did not go in as it stands.
+    void ValuesLost(const std::vector<ImportFault> &losses);
 
-    bool IsEmpty() const { return m_refused.count == 0 && m_cut.count == 0; }
+    bool IsEmpty() const { return m_skipped.count == 0 && m_lost.count == 0; }
     /// The whole text of the box, with the first lines of each kind and how many there are.
     QString Text(const QString &fileName) const;
 
@@ -21,9 +21,9 @@ private:
     struct Kind {
         int count = 0;
         QStringList first{};
-        void Add(const QString &text);
+        void Add(const ImportFault &fault);
         QString Text(const QString &heading) const;
     };
-    Kind m_refused;
-    Kind m_cut;
+    Kind m_skipped;
+    Kind m_lost;
 };

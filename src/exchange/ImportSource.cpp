@@ -6,6 +6,8 @@
 #include "exchange/ReportQuery.h"
 #include "platform/Dialogs.h"
 
+#include <algorithm>
+
 namespace
 {
 constexpr QChar delimiter = u',';
@@ -34,7 +36,9 @@ ImportSource::Opened ImportSource::Open(const char *routineName, const QString &
     m_lines = m_reader.Next(header) ? m_reader.CountRest() : 0;
     if (m_lines == 0)
         return Say(QStringLiteral("No Records found to import."));
+    RemoveNul(header.text);
     m_header = header.text;
+    m_headerFields = CsvCountFields(m_header, delimiter);
     if (HeaderDiffers(fields))
         return Say(u"The fields of '" % fileName %
                    u"' are not any more what they were when you chose it. Please choose the file again.");
@@ -58,7 +62,28 @@ bool ImportSource::Next()
     if (!m_reader.Next(m_line))
         return false;
     m_texts = CsvGetFields(m_line.text, delimiter);
+    m_withNul.clear();
+    if (!RemoveNul(m_line.text))
+        return true;
+    for (qsizetype field = 0; field < m_texts.size(); ++field) {
+        if (RemoveNul(m_texts[field]))
+            m_withNul.append(field);
+    }
     return true;
+}
+
+QString ImportSource::TextBehindHeader() const
+{
+    for (qsizetype field = m_headerFields; field < m_texts.size(); ++field) {
+        if (!m_texts.at(field).isEmpty())
+            return m_texts.at(field);
+    }
+    return {};
+}
+
+bool ImportSource::IsBlank() const
+{
+    return std::all_of(m_texts.begin(), m_texts.end(), [](const QString &text) { return text.isEmpty(); });
 }
 
 QString ImportSource::FieldName(const ImportColumn &column) const

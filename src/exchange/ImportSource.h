@@ -26,17 +26,26 @@ public:
     const std::vector<ImportColumn> &Columns() const { return m_columns; }
     /// What the line has for a column.
     QString Text(const ImportColumn &column) const { return m_texts.value(column.Position() - 1); }
+    /// The file has NUL characters in it, which Text leaves out.
+    bool HasNul(const ImportColumn &column) const { return m_withNul.contains(column.Position() - 1); }
+    /// What stands behind the last field that the header names; "" if nothing does.
+    QString TextBehindHeader() const;
+    bool IsBlank() const; ///< the line has no text in any field
+    const QString &Header() const { return m_header; }
     /// The header's name of the field that a column is taken from.
     QString FieldName(const ImportColumn &column) const;
-    bool FileChanged() const { return m_reader.FileChanged(); }
+    /// Of the file as it was read.
+    const FileStamp &Stamp() const { return m_reader.Stamp(); }
 
 private:
     bool HeaderDiffers(const ListModel &fields) const;
 
     CsvReader m_reader;
     QString m_header;
+    int m_headerFields = 0;
     std::vector<ImportColumn> m_columns;
     int m_lines = 0;
     CsvLine m_line;
     QStringList m_texts;
+    QList<qsizetype> m_withNul; ///< positions in m_texts
 };

@@ -5,6 +5,7 @@
 #include "platform/Dialogs.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace
 {
@@ -68,6 +69,7 @@ void ImportState::LoadTargets(int dataSet)
 bool ImportState::ChooseFile(const QString &fileName)
 {
     m_fileName = fileName;
+    m_checked.reset();
     if (!CsvReadHeaders(fileName, ImportSel))
         return false;
     MatchByName();
@@ -76,13 +78,18 @@ bool ImportState::ChooseFile(const QString &fileName)
 
 void ImportState::MatchByName()
 {
+    // The list may be sorted; what comes first in the file does.
+    std::vector<int> rows(static_cast<size_t>(ImportSel.Count()));
+    std::iota(rows.begin(), rows.end(), 0);
+    std::sort(rows.begin(), rows.end(), [this](int left, int right) {
+        return KeyNumber(ImportSel.At(left).key) < KeyNumber(ImportSel.At(right).key);
+    });
     for (const TreeNode *target : ImportKey.Nodes()) {
-        for (int row = 0; !target->text.isEmpty() && row < ImportSel.Count(); ++row) {
-            if (ImportSel.At(row).text.toUpper().contains(target->text.toUpper())) {
-                SetTarget(row, target);
-                break;
-            }
-        }
+        const auto found = std::find_if(rows.begin(), rows.end(), [&](int row) {
+            return ImportSel.At(row).text.toUpper().contains(target->text.toUpper());
+        });
+        if (found != rows.end() && !target->text.isEmpty())
+            SetTarget(*found, target);
     }
     ImportSel.SelectFirst();
 }
@@ -135,7 +142,19 @@ bool ImportState::Run(Progress &progress)
     return Import_CSV_File(m_fileName, ImportSel, m_query, m_keyColumn, m_table, progress);
 }
 
-std::optional<ImportCheck> ImportState::Check(Progress &progress) const
+std::optional<ImportCheck> ImportState::Check(Progress &progress)
 {
-    return Check_CSV_File(m_fileName, ImportSel, m_query, m_keyColumn, m_table, progress);
+    std::optional<ImportCheck> check =
+        Check_CSV_File(m_fileName, ImportSel, m_query, m_keyColumn, m_table, progress);
+    if (check)
+        m_checked = check->file;
+    return check;
+}
+
+bool ImportState::MayRun() const
+{
+    return !m_checked || FileStamp::Of(m_fileName) == *m_checked ||
+           Dialogs::MsgBox(u"'" % m_fileName % u"' has changed since it was checked.\nOkay to import?",
+                           QStringLiteral("CSV Import"), Dialogs::Buttons::YesNo, Dialogs::Icon::Question,
+                           Dialogs::Answer::No) == Dialogs::Answer::Yes;
 }

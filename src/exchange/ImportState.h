@@ -8,6 +8,8 @@
 
 #include <QString>
 
+#include <optional>
+
 class Progress;
 
 /// What the import wizard knows, without its widgets: the data sets, the target fields of the one chosen,
@@ -34,7 +36,9 @@ public:
     /// Step 2. False, with a message, if nothing or not every required field is to be imported.
     bool CheckMapping();
     /// What step 3 would do, without doing it. Nothing if it cannot be told, with a message.
-    std::optional<ImportCheck> Check(Progress &progress) const;
+    std::optional<ImportCheck> Check(Progress &progress);
+    /// False if the file is not any more the one that was checked, and the user wants to look again.
+    bool MayRun() const;
     /// Step 3. False if the import did not get to the end of the file.
     bool Run(Progress &progress);
 
@@ -51,6 +55,7 @@ private:
 
     CsvMap m_map;
     QString m_fileName;
+    std::optional<FileStamp> m_checked; ///< the file as it was when it was checked last
     QString m_keyColumn;
     QString m_table;
     QString m_query;

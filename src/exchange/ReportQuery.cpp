@@ -2,11 +2,22 @@
 
 #include "database/MiscODBC.h"
 
-std::optional<Recordset> OpenReportQuery(const QString &sql)
+bool IsReportQuery(const QString &sql)
 {
     const QString upper = sql.toUpper();
-    const bool isSelect = upper.left(upper.indexOf(u' ')) == QLatin1String("SELECT");
-    if (!isSelect || upper.contains(QLatin1String("USERS")))
-        return std::nullopt;
-    return OpenRecordset(sql);
+    return upper.left(upper.indexOf(u' ')) == QLatin1String("SELECT") &&
+           !upper.contains(QLatin1String("USERS"));
+}
+
+std::optional<Recordset> OpenReportQuery(const QString &sql)
+{
+    return IsReportQuery(sql) ? std::optional(OpenRecordset(sql)) : std::nullopt;
+}
+
+bool ReadReportQuery(const QString &sql, const TakeRows &take)
+{
+    if (!IsReportQuery(sql))
+        return false;
+    ReadInPieces(sql, take);
+    return true;
 }

@@ -61,20 +61,14 @@ Recognised Recognise(const QByteArray &bytes)
 }
 } // namespace
 
-TextLines::Stamp TextLines::StampOfFile() const
+FileStamp FileStamp::Of(const QString &fileName)
 {
-    const QFileInfo info(m_fileName);
-    return {info.size(), info.lastModified()};
-}
-
-bool TextLines::FileChanged() const
-{
-    return StampOfFile() != m_stamp;
+    const QFileInfo info(fileName);
+    return info.exists() ? FileStamp{info.size(), info.lastModified()} : FileStamp();
 }
 
 bool TextLines::Open(const QString &fileName)
 {
-    m_fileName = fileName;
     m_problem.clear();
     SetBytes({});
     const QFileInfo info(fileName);
@@ -89,7 +83,7 @@ bool TextLines::Open(const QString &fileName)
     if (!m_problem.isEmpty())
         return false;
 
-    m_stamp = StampOfFile();
+    m_stamp = FileStamp::Of(fileName);
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) {
         m_problem = file.errorString() % u'.';
@@ -98,7 +92,7 @@ bool TextLines::Open(const QString &fileName)
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         m_problem = file.errorString() % u'.';
-    else if (FileChanged() || bytes.size() != m_stamp.size)
+    else if (FileStamp::Of(fileName) != m_stamp || bytes.size() != m_stamp.size)
         m_problem = QStringLiteral("Another program is writing it. Try again when it has finished.");
     if (!m_problem.isEmpty())
         return false;
@@ -128,12 +122,10 @@ bool TextLines::Next(QString &line)
     const char *const end = m_bytes.constData() + m_bytes.size();
     const char *const stop = std::find_if(start, end, [](char c) { return c == '\n' || c == '\r'; });
     line = Decoded(start, stop - start);
-    m_hadNul = line.contains(QChar(u'\0'));
-    if (m_hadNul)
-        line.remove(QChar(u'\0'));
 
     const bool pair = end - stop >= 2 && stop[0] == '\r' && stop[1] == '\n';
     const char *const next = stop == end ? end : stop + (pair ? 2 : 1);
+    m_end = QByteArray::fromRawData(stop, next - stop);
     m_place.offset = next - m_bytes.constData();
     ++m_place.number;
     return true;

@@ -4,6 +4,14 @@
 #include <QDateTime>
 #include <QString>
 
+/// What tells whether a file is still the one that was read.
+struct FileStamp {
+    qint64 size = -1; ///< -1: there is no file
+    QDateTime modified;
+    static FileStamp Of(const QString &fileName);
+    bool operator==(const FileStamp &other) const = default;
+};
+
 /// The lines of a text file of unknown origin: UTF-8 and UTF-16 with or without a byte-order mark, and
 /// Windows-1252 for what is neither; lines end with CR, LF or both. The file is read at once when it opens,
 /// so that a file which changes meanwhile cannot give half a line.
@@ -22,30 +30,23 @@ public:
     const QString &Problem() const { return m_problem; }
     Encoding FileEncoding() const { return m_encoding; }
 
-    /// The next line without its end; false behind the last one. NUL characters are left out: no column
-    /// takes them.
+    /// The next line without its end; false behind the last one.
     bool Next(QString &line);
-    bool HadNul() const { return m_hadNul; }      ///< the last line given held NUL characters
+    /// The end of the last line given: CR, LF, both, or "" at the end of the file.
+    QString End() const { return QString::fromLatin1(m_end); }
     int Number() const { return m_place.number; } ///< of the last line given, from 1
     Place Here() const { return m_place; }
     void GoTo(const Place &place) { m_place = place; }
-    /// The file is not any more as it was when it was read.
-    bool FileChanged() const;
+    /// Of the file as it was read.
+    const FileStamp &Stamp() const { return m_stamp; }
 
 private:
-    struct Stamp {
-        qint64 size = -1;
-        QDateTime modified;
-        bool operator==(const Stamp &other) const = default;
-    };
-    Stamp StampOfFile() const;
     QString Decoded(const char *bytes, qsizetype size) const;
 
-    QString m_fileName;
     QString m_problem;
     QByteArray m_bytes; ///< UTF-8 or Windows-1252; UTF-16 is turned into UTF-8
     Encoding m_encoding = Encoding::Utf8;
-    Stamp m_stamp;
+    FileStamp m_stamp;
     Place m_place;
-    bool m_hadNul = false;
+    QByteArray m_end;
 };

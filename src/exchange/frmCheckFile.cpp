@@ -27,15 +27,15 @@ QString Summary(const ImportCheck &check)
             Counted(check.faulty) % u" faulty.";
     if (check.faulty > 0)
         text += QStringLiteral(" An import skips the faulty ones.");
-    if (check.cut > 0)
-        text += u'\n' % Counted(check.cut) %
-                (check.cut == 1 ? u" value is too long for its column and is cut."
-                                : u" values are too long for their columns and are cut.");
+    if (check.lost > 0)
+        text += u'\n' % Counted(check.lost) %
+                (check.lost == 1 ? u" value does not go in as it stands."
+                                 : u" values do not go in as they stand.");
     return text;
 }
 } // namespace
 
-frmCheckFile::frmCheckFile(const ImportState &state, QWidget *parent)
+frmCheckFile::frmCheckFile(ImportState &state, QWidget *parent)
     : FormDialog(QStringLiteral("frmCheckFile"), QStringLiteral("Check File"), parent)
     , m_state(state)
 {
@@ -47,15 +47,19 @@ frmCheckFile::frmCheckFile(const ImportState &state, QWidget *parent)
     ProgBar = new ProgressBar(this);
     form.Place(ProgBar, QStringLiteral("ProgBar"));
     ListView *list = form.List(QStringLiteral("FaultList"), QStringLiteral("&Faults:"), m_faults);
-    list->SetColumnChars({8, 18, 24, 38});
+    list->SetColumnChars({7, 20, 26, 57});
     list->SetEmptyText(QStringLiteral("No line with a fault."));
-    list->setMinimumSize(list->fontMetrics().averageCharWidth() * 92, list->fontMetrics().height() * 14);
+    list->setMinimumSize(list->fontMetrics().averageCharWidth() * 112, list->fontMetrics().height() * 14);
+    m_whole = form.Line(QStringLiteral("FaultText"), {});
+    m_whole->setMinimumHeight(m_whole->fontMetrics().lineSpacing() * 3);
+    m_whole->setAlignment(Qt::AlignTop);
     form.BeginButtons();
-    SaveBtn = form.Button(QStringLiteral("SaveBtn"), QStringLiteral("&Save Faults..."));
+    SaveBtn = form.Button(QStringLiteral("SaveBtn"), QStringLiteral("&Save Faulty Lines..."));
     ExitBtn = form.DefaultButton(QStringLiteral("ExitBtn"), QStringLiteral("&Close"));
     form.EndButtons();
     SaveBtn->setEnabled(false);
-    connect(SaveBtn, &QPushButton::clicked, this, &frmCheckFile::SaveFaults);
+    connect(SaveBtn, &QPushButton::clicked, this, &frmCheckFile::SaveLines);
+    connect(m_faults.Selection(), &QItemSelectionModel::currentRowChanged, this, &frmCheckFile::ShowWhole);
     connect(ExitBtn, &QPushButton::clicked, this, &QDialog::reject);
 }
 
@@ -92,20 +96,34 @@ void frmCheckFile::ShowResult()
                         {fault.field, FlattenLines(value), fault.why}});
     }
     m_faults.Fill(std::move(rows));
+    m_faults.SelectFirst();
     m_notice->setText(Summary(m_check));
     ProgBar->hide();
-    SaveBtn->setEnabled(!m_check.faults.empty());
+    SaveBtn->setEnabled(!m_check.faultyLines.empty());
     ExitBtn->setFocus();
 }
 
-void frmCheckFile::SaveFaults()
+/// The columns of the list cut what is long.
+void frmCheckFile::ShowWhole()
+{
+    const int row = m_faults.CurrentRow();
+    if (row < 0)
+        return m_whole->clear();
+    const ListItem &fault = m_faults.At(row);
+    const QString place =
+        fault.subItems.at(0).isEmpty() ? QString() : u", field '" % fault.subItems.at(0) % u'\'';
+    const QString value = fault.subItems.at(1).isEmpty() ? QString() : u'\'' % fault.subItems.at(1) % u"' ";
+    m_whole->setText(u"Line " % fault.text % place % u": " % value % fault.subItems.at(2) % u'.');
+}
+
+void frmCheckFile::SaveLines()
 {
     const QFileInfo checked(m_state.FileName());
     const QString file = Dialogs::SaveFile(
-        {QStringLiteral("Save As"), checked.path(), checked.completeBaseName() % u" faults.csv",
+        {QStringLiteral("Save As"), checked.path(), checked.completeBaseName() % u" faulty lines.csv",
          QStringLiteral("Comma Separated Values (*.csv);;All Files (*.*)"), QStringLiteral("csv")});
     if (!file.isEmpty())
-        SaveImportFaults(file, m_check.faults);
+        SaveFaultyLines(file, m_check);
 }
 
 bool frmCheckFile::MayLeave()

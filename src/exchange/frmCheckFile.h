@@ -17,7 +17,7 @@ class frmCheckFile final : public FormDialog
     Q_OBJECT
 
 public:
-    explicit frmCheckFile(const ImportState &state, QWidget *parent = nullptr);
+    explicit frmCheckFile(ImportState &state, QWidget *parent = nullptr);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -27,14 +27,16 @@ protected:
 private:
     void Run();
     void ShowResult();
-    void SaveFaults();
+    void ShowWhole();
+    void SaveLines();
 
-    const ImportState &m_state;
+    ImportState &m_state;
     ImportCheck m_check;
     ListModel m_faults;
     Progress *m_run = nullptr;
     bool m_started = false;
     QLabel *m_notice;
+    QLabel *m_whole; ///< the selected fault
     ProgressBar *ProgBar;
     QPushButton *SaveBtn;
     QPushButton *ExitBtn;

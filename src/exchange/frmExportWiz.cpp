@@ -95,4 +95,6 @@ void frmExportWiz::RunExport()
     SSWizardNavBar1->GoNext();
     m_runPage->Run(
         {}, [this](Progress &progress) { m_exported = m_state.Run(m_filePage->FileName(), progress); });
+    if (!m_exported)
+        m_runPage->Tell(QStringLiteral("Nothing was written."));
 }

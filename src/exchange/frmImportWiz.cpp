@@ -63,7 +63,7 @@ void frmImportWiz::OnNext()
             SSWizardNavBar1->GoNext();
         break;
     case Mapping:
-        if (m_state.CheckMapping())
+        if (m_state.CheckMapping() && m_state.MayRun())
             RunImport();
         break;
     default:
@@ -78,4 +78,6 @@ void frmImportWiz::RunImport()
         m_state.Run(progress);
         m_hasBegun = progress.Maximum() > 0;
     });
+    if (!m_hasBegun)
+        m_runPage->Tell(QStringLiteral("Nothing was imported."));
 }

@@ -17,7 +17,8 @@ WizardRunPage::WizardRunPage(QWidget *page, const QString &step)
         m_done = form.Line(QStringLiteral("ProgText"), {});
         connect(ProgBar, &ProgressBar::Shown, this, [this, step](int done, int maximum) {
             const QLocale locale;
-            m_done->setText(step % u' ' % locale.toString(done) % u" of " % locale.toString(maximum));
+            const QString whole = maximum == 0 ? QString() : u" of " % locale.toString(maximum);
+            m_done->setText(done == 0 ? QString() : step % u' ' % locale.toString(done) % whole);
         });
     }
     form.Stretch();
@@ -58,6 +59,8 @@ void WizardRunPage::Tell(const QString &text)
 {
     ShowNotice(text);
     ProgBar->hide();
+    if (m_done)
+        m_done->clear();
 }
 
 void WizardRunPage::ShowNotice(const QString &notice)

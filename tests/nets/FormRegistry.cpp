@@ -123,7 +123,7 @@ std::unique_ptr<QWidget> OpenNewCharacteristic()
 }
 
 /// An import of a file of people, up to the mapping of its fields.
-const ImportState *ImportedPeople()
+ImportState *ImportedPeople()
 {
     static ImportState state(CsvMap::Installed());
     state.ImportList.SelectFirst();
@@ -139,7 +139,7 @@ const ImportState *ImportedPeople()
 template <typename Form, typename... Arguments>
 std::unique_ptr<QWidget> OpenOnImport(Arguments... arguments)
 {
-    const ImportState *state = ImportedPeople();
+    ImportState *state = ImportedPeople();
     return state ? std::make_unique<Form>(*state, arguments...) : nullptr;
 }
 

@@ -1,0 +1,74 @@
+#include "exchange/ImportFault.h"
+
+#include "database/GlobalCode.h"
+#include "exchange/ImportSource.h"
+
+namespace
+{
+constexpr int shownOfValue = 40;
+
+ImportFault OfLine(const ImportSource &source, const QString &value, const QString &why)
+{
+    return {source.Line().number, {}, value, why};
+}
+
+ImportFault OfValue(const ImportSource &source, const ImportColumn &column, const QString &why)
+{
+    return {source.Line().number, source.FieldName(column), source.Text(column), why};
+}
+} // namespace
+
+QString ImportFault::Text() const
+{
+    const QString shown = value.size() > shownOfValue ? value.left(shownOfValue) % u"..." : value;
+    const QString place = field.isEmpty() ? QString() : u"field '" % field % u"': ";
+    const bool hasValue = !value.isEmpty() || !field.isEmpty();
+    return place % (hasValue ? u'\'' % FlattenLines(shown) % u"' " : QString()) % why;
+}
+
+std::vector<ImportFault> Objections(const ImportSource &source)
+{
+    if (source.Line().unclosedQuote)
+        return {OfLine(source, source.Line().text,
+                       QStringLiteral("opens a quotation mark and does not close it"))};
+    std::vector<ImportFault> faults;
+    for (const ImportColumn &column : source.Columns()) {
+        const QString objection = column.Objection(source.Text(column));
+        if (!objection.isEmpty())
+            faults.push_back(OfValue(source, column, objection));
+    }
+    return faults;
+}
+
+std::vector<ImportFault> Missing(const ImportSource &source)
+{
+    if (source.IsBlank())
+        return {OfLine(source, {}, QStringLiteral("is empty"))};
+    std::vector<ImportFault> faults;
+    for (const ImportColumn &column : source.Columns()) {
+        if (column.ColumnRole() == ImportColumn::Role::Required && source.Text(column).isEmpty())
+            faults.push_back(OfValue(source, column, QStringLiteral("is required")));
+    }
+    return faults;
+}
+
+std::vector<ImportFault> Losses(const ImportSource &source)
+{
+    std::vector<ImportFault> faults;
+    for (const ImportColumn &column : source.Columns()) {
+        const QString text = source.Text(column);
+        if (column.Cuts(text))
+            faults.push_back(OfValue(source, column,
+                                     u"has " % FormatNumber(static_cast<double>(text.size()), 0) %
+                                         u" characters, of which " % FormatNumber(column.Size(), 0) %
+                                         u" fit"));
+        if (source.HasNul(column))
+            faults.push_back(
+                OfValue(source, column, QStringLiteral("holds NUL characters, which are left out")));
+    }
+    const QString behind = source.TextBehindHeader();
+    if (!behind.isEmpty())
+        faults.push_back(
+            OfLine(source, behind, QStringLiteral("stands behind the last field that the header names")));
+    return faults;
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QSaveFile>
+
+/// "Unable to write 'name': why." of a file that was not written.
+QString UnableToWrite(const QSaveFile &file);

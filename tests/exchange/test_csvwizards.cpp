@@ -1,0 +1,413 @@
+#include "contacts/Keyboard.h"
+#include "exchange/Exchange.h"
+#include "exchange/frmChangeMap.h"
+#include "exchange/frmExportWiz.h"
+#include "exchange/frmImportWiz.h"
+#include "forms/ListView.h"
+#include "forms/StandardDialogs.h"
+#include "platform/Directories.h"
+#include "support/ModalDriver.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QTimer>
+
+namespace
+{
+const QString next = QStringLiteral("cmdNav_2");
+const QString finish = QStringLiteral("cmdNav_3");
+const QString cancel = QStringLiteral("cmdNav_4");
+const QByteArray header("Forename,Surname,Address,Extra\n");
+
+QString Title(QWidget &form)
+{
+    const QString page = Find<QStackedWidget>(form, "SSActiveTabs1")->currentWidget()->objectName();
+    return Find<QLabel>(form, page + "_Title")->text();
+}
+
+/// Which of Back, Next, Finish and Cancel can be pressed: "BNFC".
+QString Offered(QWidget &form)
+{
+    QString offered;
+    for (int code = 1; code <= 4; ++code) {
+        if (Find<QPushButton>(form, u"cmdNav_" % QString::number(code))->isEnabled())
+            offered += u"BNFC"[code - 1];
+    }
+    return offered;
+}
+
+ListModel &List(QWidget &form, const QString &name)
+{
+    return Find<ListView>(form, name)->Model();
+}
+
+QStringList Keys(const ListModel &list)
+{
+    QStringList keys;
+    for (int row = 0; row < list.Count(); ++row)
+        keys.append(list.At(row).key);
+    return keys;
+}
+
+/// To the page behind that of the import's file.
+void ShowMapping(frmImportWiz &form, const QString &file)
+{
+    form.show();
+    Press(form, next);
+    TypeInto(form, "Filename", file);
+    Press(form, next);
+}
+
+/// To the page of the export's file.
+void ShowTarget(frmExportWiz &form, const QString &file)
+{
+    form.show();
+    Press(form, next);
+    Press(form, next);
+    TypeInto(form, "Filename", file);
+}
+
+/// Presses Cancel, once, when so many rows are done.
+void CancelUnderWay(QWidget &form, int rows, int &presses)
+{
+    Dialogs::Installed().serveEvents = [&form, rows, &presses] {
+        const auto *bar = Find<QProgressBar>(form, "ProgBar");
+        if (bar->value() >= rows && bar->value() < bar->maximum() && ++presses == 1) {
+            QCOMPARE(Offered(form), QStringLiteral("C"));
+            Press(form, cancel);
+        }
+    };
+}
+} // namespace
+
+/// The two wizards as a user drives them, by keys and buttons.
+class TestCsvWizards final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void ImportsByKeyboardAlone();
+    void ExportsByKeyboardAlone();
+    void ChangesTheMapping();
+    void MapsByTheOrderOfTheFile();
+    void ChecksTheFile();
+    void ImportStaysWhereSomethingIsMissing();
+    void ExportStaysWhereSomethingIsMissing();
+    void CancelLeavesWhatWasImported();
+    void CancelOfAnExportWritesNothing();
+    void EscapeAnswersNo();
+};
+
+void TestCsvWizards::ImportsByKeyboardAlone()
+{
+    Exchange desk;
+    frmImportWiz form;
+    const Keyboard keys(form);
+    QCOMPARE(Title(form), QStringLiteral("Welcome to the Import Wizard"));
+    QCOMPARE(Offered(form), QStringLiteral("NC"));
+    keys.Press(Qt::Key_Return);
+    QCOMPARE(Title(form), QStringLiteral("CSV Import"));
+    QCOMPARE(Offered(form), QStringLiteral("BC"));
+    keys.Type(Exchange::Sample());
+    keys.Press(Qt::Key_Return);
+    QCOMPARE(Title(form), QStringLiteral("Field Mapping"));
+    QCOMPARE(List(form, "ImportSel").CheckedRows().size(), size_t(11));
+    // Enter opens the mapping of the row, it does not import.
+    ModalDriver hands;
+    hands.Expect("frmChangeMap", [](QDialog &map) { QTest::keyClick(&map, Qt::Key_Escape); });
+    keys.Press(Qt::Key_Return);
+    desk.user.Expect("CSV Import", Exchange::Summary(500, 0, 0));
+    keys.Alt(Qt::Key_N);
+    QTRY_COMPARE(Title(form), QStringLiteral("Importing Data..."));
+    QCOMPARE(Find<QProgressBar>(form, "ProgBar")->value(), 500);
+    QCOMPARE(Find<QLabel>(form, "ProgText")->text(), QStringLiteral("Line 500 of 500"));
+    QCOMPARE(Offered(form), QStringLiteral("F"));
+    keys.Press(Qt::Key_Return);
+    QVERIFY(!form.isVisible());
+    QCOMPARE(Exchange::Count("Contacts"), 501);
+}
+
+void TestCsvWizards::ExportsByKeyboardAlone()
+{
+    Exchange desk;
+    Exchange::AddPeople(2);
+    const QString fileName = desk.Path("people.csv");
+    frmExportWiz form;
+    const Keyboard keys(form);
+    QCOMPARE(Title(form), QStringLiteral("Welcome to the Export Wizard"));
+    keys.Press(Qt::Key_Return);
+    QCOMPARE(Title(form), QStringLiteral("Select Fields"));
+    const ListModel &fields = List(form, "ExportSel");
+    QCOMPARE(fields.CheckedRows().size(), size_t(28));
+    keys.Alt(Qt::Key_O);
+    QCOMPARE(fields.CheckedRows().size(), size_t(0));
+    keys.Alt(Qt::Key_A);
+    QCOMPARE(fields.CheckedRows().size(), size_t(28));
+    keys.Alt(Qt::Key_O);
+    keys.Alt(Qt::Key_D);
+    keys.Press(Qt::Key_Down);
+    keys.Press(Qt::Key_Space);
+    keys.Press(Qt::Key_Down);
+    keys.Press(Qt::Key_Return); // acts on the row, as in the mapping of an import
+    QCOMPARE(fields.CheckedRows(), (std::vector<int>{1, 2}));
+    keys.Alt(Qt::Key_N);
+    QCOMPARE(Title(form), QStringLiteral("CSV Export"));
+    QCOMPARE(Offered(form), QStringLiteral("BC"));
+    keys.Type(fileName);
+    desk.user.Expect("CSV Export", Exchange::Exported(2));
+    keys.Press(Qt::Key_Return);
+    QCOMPARE(Title(form), QStringLiteral("Exporting Data..."));
+    QCOMPARE(Find<QProgressBar>(form, "ProgBar")->value(), 2);
+    QCOMPARE(Offered(form), QStringLiteral("F"));
+    keys.Press(Qt::Key_Return);
+    QVERIFY(!form.isVisible());
+    QCOMPARE(ContentOf(fileName), QByteArray("\xEF\xBB\xBF\"Forename\",\"Surname\"\r\n\"Ann\",\"Ash 0\"\r\n"
+                                             "\"Ann\",\"Ash 1\"\r\n"));
+    QCOMPARE(ContentOf(Directories::WrittenFile("export.tmp")), QByteArray("6\r\n-1\r\n"));
+
+    frmExportWiz again;
+    again.show();
+    Press(again, next);
+    QCOMPARE(List(again, "ExportSel").CheckedRows(), (std::vector<int>{1, 2}));
+}
+
+void TestCsvWizards::ChangesTheMapping()
+{
+    Exchange desk;
+    frmImportWiz form;
+    ShowMapping(form, desk.File("Given,Surname,Address,Extra\nAnn,Ash,1 High St,x\n"));
+    ListModel &fields = List(form, "ImportSel");
+    QCOMPARE(Keys(fields), (QStringList{"?1", "*2-Cust_Surname", "*3-Cust_Addr1", "?4"}));
+    ModalDriver hands;
+    const auto changing = [&](int row, const std::function<void(QDialog &)> &step) {
+        fields.SelectOnly(row);
+        hands.Expect("frmChangeMap", step);
+        Press(form, "MapBtn");
+    };
+    changing(0, [](QDialog &map) {
+        Find<QCheckBox>(map, "ImportField")->setChecked(true);
+        QVERIFY(!Find<QPushButton>(map, "ExitBtn")->isEnabled());
+        ListModel &targets = List(map, "FieldList");
+        targets.SelectOnly(targets.Find("*Cust_Forename"));
+        Press(map, "ExitBtn");
+    });
+    QCOMPARE(Keys(fields), (QStringList{"*1-Cust_Forename", "*2-Cust_Surname", "*3-Cust_Addr1", "?4"}));
+    changing(2, [](QDialog &map) {
+        QCOMPARE(List(map, "FieldList").SelectedKeys(), QStringList{"*Cust_Addr1"});
+        Find<QCheckBox>(map, "ImportField")->setChecked(false);
+        Press(map, "ExitBtn");
+    });
+    QCOMPARE(Keys(fields), (QStringList{"*1-Cust_Forename", "*2-Cust_Surname", "?3", "?4"}));
+    changing(1, [](QDialog &map) { Press(map, "CanBtn"); });
+    QCOMPARE(fields.At(1).key, QStringLiteral("*2-Cust_Surname"));
+    // A new reading of the file maps anew.
+    Press(form, "cmdNav_1");
+    Press(form, next);
+    QCOMPARE(Keys(fields), (QStringList{"?1", "*2-Cust_Surname", "*3-Cust_Addr1", "?4"}));
+}
+
+void TestCsvWizards::MapsByTheOrderOfTheFile()
+{
+    Exchange desk;
+    frmImportWiz form;
+    ShowMapping(form, desk.File("Surname (now),Forename,Address,A Surname\nAsh,Ann,1 High St,x\n"));
+    Find<ListView>(form, "ImportSel")->sortByColumn(0, Qt::AscendingOrder);
+    Press(form, "cmdNav_1");
+    Press(form, next);
+    QCOMPARE(Keys(List(form, "ImportSel")),
+             (QStringList{"?4", "*3-Cust_Addr1", "*2-Cust_Forename", "*1-Cust_Surname"}));
+}
+
+void TestCsvWizards::ChecksTheFile()
+{
+    Exchange desk;
+    const QString file = desk.File("Forename,Surname,Address,Date of Birth\nAnn,Ash,1 High St,\n"
+                                   "Ben,Birch,2 Low St,soon\n");
+    frmImportWiz form;
+    ShowMapping(form, file);
+    List(form, "ImportSel").SetChecked(1, false);
+    desk.user.Expect("CSV Import", "The following fields are required:\n    Surname\n");
+    Press(form, "CheckBtn");
+    Press(form, "cmdNav_1");
+    Press(form, next);
+    ModalDriver hands;
+    const QString faulty = desk.Path("faulty.csv");
+    hands.Expect("frmCheckFile", [&](QDialog &check) {
+        QTRY_VERIFY(Find<QPushButton>(check, "SaveBtn")->isEnabled());
+        QCOMPARE(Find<QLabel>(check, "Notice")->text(),
+                 QStringLiteral("2 lines: 1 new, 0 changed, 0 the same, 1 faulty. An import skips the faulty "
+                                "ones."));
+        const ListModel &faults = List(check, "FaultList");
+        QCOMPARE(faults.Count(), 1);
+        QCOMPARE(faults.At(0).text, QStringLiteral("3"));
+        QCOMPARE(faults.At(0).subItems,
+                 (QStringList{"Date of Birth", "soon", "is no date as DD/MM/YYYY or YYYY-MM-DD"}));
+        desk.user.ExpectFile("Save As", faulty);
+        Press(check, "SaveBtn");
+        QTest::keyClick(&check, Qt::Key_Escape);
+    });
+    Press(form, "CheckBtn");
+    QVERIFY(ContentOf(faulty).endsWith("Ben,Birch,2 Low St,soon\r\n"));
+    QCOMPARE(Exchange::Count("Contacts"), 1);
+    WriteFile(file, header + "Ann,Ash,1 High St,\n");
+    desk.user.Expect("CSV Import", u"'" % file % u"' has changed since it was checked.\nOkay to import?",
+                     Dialogs::Answer::No);
+    Press(form, next);
+    QCOMPARE(Title(form), QStringLiteral("Field Mapping"));
+}
+
+void TestCsvWizards::ImportStaysWhereSomethingIsMissing()
+{
+    Exchange desk;
+    frmImportWiz form;
+    form.show();
+    desk.user.Expect("", "Help not available.");
+    Press(form, "cmdNav_0");
+    Press(form, next);
+    TypeInto(form, "Filename", "/no/such.csv");
+    desk.user.Expect("CSV Import", "Unable to open '/no/such.csv'.");
+    Press(form, next);
+    QCOMPARE(Title(form), QStringLiteral("CSV Import"));
+    const QString file = desk.File(header + "Ann,Ash,1 High St,x\n");
+    desk.user.ExpectFile("Open", file);
+    Press(form, "BrowseBtn");
+    Press(form, next);
+    List(form, "ImportSel").SetChecked(1, false);
+    desk.user.Expect("CSV Import", "The following fields are required:\n    Surname\n");
+    Press(form, next);
+    QCOMPARE(Title(form), QStringLiteral("Field Mapping"));
+    List(form, "ImportSel").SetChecked(1, true);
+    // What did not begin can be begun again.
+    QVERIFY(QFile::remove(file));
+    desk.user.Expect("CSV Import", u"Unable to open '" % file % u"'.\nThe file does not exist.");
+    Press(form, next);
+    QCOMPARE(Offered(form), QStringLiteral("BF"));
+    Press(form, "cmdNav_1");
+    QTest::keyClick(&form, Qt::Key_Escape);
+    QVERIFY(!form.isVisible());
+}
+
+void TestCsvWizards::ExportStaysWhereSomethingIsMissing()
+{
+    Exchange desk;
+    Exchange::AddPeople(1);
+    frmExportWiz form;
+    form.show();
+    List(form, "ExportList").ClearSelection();
+    desk.user.Expect("CSV Export", "No selected/available items to export.");
+    Press(form, next);
+    List(form, "ExportList").SelectOnly(0);
+    Press(form, next);
+    Press(form, "NoneBtn");
+    desk.user.Expect("CSV Export", "You need at least one field to export.");
+    Press(form, next);
+    QCOMPARE(Title(form), QStringLiteral("Select Fields"));
+    Press(form, "AllBtn");
+    Press(form, next);
+    QString proposed;
+    const QString gone = desk.Path("no/such/folder.csv");
+    Dialogs::Installed().saveFile = [&](const Dialogs::FileQuestion &question) {
+        proposed = question.title % u' ' % question.fileName;
+        return gone;
+    };
+    Press(form, "BrowseBtn");
+    QCOMPARE(proposed, QStringLiteral("Save As Contacts.csv"));
+    desk.user.Expect("CSV Export", "A number of errors have been detected, please seek technical support.");
+    desk.user.Expect("CSV Export",
+                     u"Export failed, maybe an invalid SQL query was passed.\n\nUnable to write '" % gone %
+                         u"': No such file or directory.");
+    Press(form, next);
+    QCOMPARE(Offered(form), QStringLiteral("BF"));
+    Press(form, "cmdNav_1");
+    TypeInto(form, "Filename", desk.Path("one.csv"));
+    desk.user.Expect("CSV Export", Exchange::Exported(1));
+    Press(form, next);
+    QCOMPARE(Offered(form), QStringLiteral("F"));
+    QVERIFY(QFile::exists(desk.Path("one.csv")));
+}
+
+void TestCsvWizards::CancelLeavesWhatWasImported()
+{
+    Exchange desk;
+    QByteArray lines = header;
+    for (int i = 0; i < 20000; ++i)
+        lines += "Ann,Ash " + QByteArray::number(i) + ",1 High St,\n";
+    frmImportWiz form;
+    ShowMapping(form, desk.File(lines));
+    int presses = 0;
+    CancelUnderWay(form, 1, presses);
+    QString told;
+    Dialogs::Installed().msgBox = [&told](const QString &text, auto...) {
+        told = text;
+        return Dialogs::Answer::Ok;
+    };
+    Press(form, next);
+    QCOMPARE(presses, 1);
+    const int people = Exchange::Count("Contacts") - 1;
+    QVERIFY(people > 0 && people < 20000);
+    const QString number = QString::number(people);
+    QCOMPARE(told, u"Import cancelled behind line " % number %
+                       u" of 20000. What it did before stays in the database:\n" % number %
+                       u" Records where imported.\n0 Records where updated.\n0 Records where skipped.");
+    QCOMPARE(Offered(form), QStringLiteral("F"));
+    Press(form, finish);
+    QVERIFY(!form.isVisible());
+}
+
+void TestCsvWizards::CancelOfAnExportWritesNothing()
+{
+    Exchange desk;
+    Exchange::AddPeople(500);
+    frmExportWiz form;
+    ShowTarget(form, desk.Path("long.csv"));
+    int presses = 0;
+    CancelUnderWay(form, 0, presses);
+    desk.user.Expect("CSV Export", "Export cancelled, nothing was written.");
+    Press(form, next);
+    QCOMPARE(presses, 1);
+    QVERIFY(form.isVisible() && !QFile::exists(desk.Path("long.csv")));
+    Press(form, finish);
+    QVERIFY(!form.isVisible());
+}
+
+/// The box of the run's questions itself: what a test's user answers stands in its place elsewhere.
+void TestCsvWizards::EscapeAnswersNo()
+{
+    Exchange desk;
+    desk.user.Expect("CSV Import", Exchange::Summary(1, 0, 0));
+    QVERIFY(desk.ImportBytes(header + "Ann,Ash,1 High St,\n"));
+    const Dialogs::Hooks scripted = Dialogs::Installed();
+    InstallStandardDialogs();
+    QStringList buttons;
+    QStringList texts;
+    QTimer hands;
+    connect(&hands, &QTimer::timeout, this, [&] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        texts.append(box->text());
+        if (texts.size() == 1)
+            for (const QAbstractButton *button : box->buttons())
+                buttons.append(button->text().remove(u'&'));
+        QTest::keyClick(box, Qt::Key_Escape);
+    });
+    hands.start(10);
+    const bool ran = desk.ImportBytes("Forename,Surname,Address,Postcode\nAnn,Ash,1 High St,A1\n"
+                                      "Ben,Birch,2 Low St,B1\n");
+    hands.stop();
+    Dialogs::Installed() = scripted;
+    QVERIFY(ran);
+    QCOMPARE(buttons.size(), 4);
+    for (const char *button : {"Yes", "Yes to All", "No", "No to All"})
+        QVERIFY2(buttons.contains(QString(button), Qt::CaseInsensitive), qPrintable(buttons.join(u',')));
+    QCOMPARE(texts.value(1), Exchange::Summary(1, 0, 0));
+}
+
+QTEST_MAIN(TestCsvWizards)
+#include "test_csvwizards.moc"
