@@ -2,19 +2,14 @@
 
 #include "core/Progress.h"
 #include "database/MiscODBC.h"
+#include "exchange/CsvBoxes.h"
 #include "exchange/CsvFields.h"
 #include "exchange/ImportForecast.h"
 #include "exchange/ImportSource.h"
 #include "exchange/SaveFile.h"
-#include "platform/Dialogs.h"
 
 namespace
 {
-void Tell(const QString &text)
-{
-    Dialogs::MsgBox(text, QStringLiteral("CSV Import"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
-}
-
 void AddFaulty(ImportCheck &check, const ImportSource &source, const std::vector<ImportFault> &faults)
 {
     ++check.faulty;
@@ -74,7 +69,7 @@ std::optional<ImportCheck> Check_CSV_File(const QString &fileName, const ListMod
     });
     if (!ran) {
         if (opened != Opened::Told)
-            Tell(QStringLiteral("The file was not checked, maybe an invalid SQL query was passed."));
+            TellOfImport(QStringLiteral("The file was not checked, maybe an invalid SQL query was passed."));
         return std::nullopt;
     }
     check.stopped = check.lines < source.Lines();
@@ -96,6 +91,5 @@ bool SaveFaultyLines(const QString &fileName, const ImportCheck &check)
     }
     if (isWritten && file.commit())
         return true;
-    Tell(UnableToWrite(file));
-    return false;
+    return TellOfImport(UnableToWrite(file));
 }

@@ -5,6 +5,7 @@
 #include "core/Progress.h"
 #include "core/Session.h"
 #include "database/MiscODBC.h"
+#include "exchange/CsvBoxes.h"
 #include "exchange/ExportRows.h"
 #include "exchange/ReportQuery.h"
 #include "exchange/SaveFile.h"
@@ -19,11 +20,6 @@ constexpr const char *routineName = "Export_CSV_File";
 QString Title()
 {
     return QStringLiteral("CSV Export");
-}
-
-void Tell(const QString &text)
-{
-    Dialogs::MsgBox(text, Title(), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
 }
 
 /// One export. The rows go to a file beside the one of that name as they are read, so that none is kept; it
@@ -61,12 +57,13 @@ private:
     int m_written = 0;
 };
 
-/// For the bar. A server's result is whole before its first row is handed over.
+/// For the bar. SQL Server takes no such query, and has its result whole before it hands the first row over.
 void ExportRun::CountRows()
 {
-    if (gConnection.Kind() != DatabaseKind::File || !IsReportQuery(m_sql))
+    if (gConnection.Kind() == DatabaseKind::SqlServer || !IsReportQuery(m_sql))
         return;
-    const std::optional<Recordset> count = TryOpenRecordset(u"SELECT COUNT(*) FROM (" % m_sql % u')');
+    const std::optional<Recordset> count =
+        TryOpenRecordset(u"SELECT COUNT(*) FROM (" % m_sql % u") AS Counted");
     if (count && !count->IsEmpty())
         m_progress.Begin(static_cast<int>(count->First().Long(0)));
 }
@@ -101,7 +98,7 @@ bool ExportRun::Take(const Recordset &rows, int firstRow)
             break;
     }
     if (rows.IsEmpty())
-        m_progress.SetValue(0);
+        m_progress.SetValue(m_written);
     return !m_progress.IsCancelled() || Stop(Outcome::Cancelled);
 }
 
@@ -136,21 +133,21 @@ bool Export_CSV_File(const QString &fileName, const ListModel &fields, const QSt
     const QString failed = QStringLiteral("Export failed, maybe an invalid SQL query was passed.");
     switch (outcome) {
     case Outcome::Done:
-        Tell(u"Export complete:\n" % QString::number(run.Written()) % u" Records where exported.");
+        TellOfExport(u"Export complete:\n" % QString::number(run.Written()) % u" Records where exported.");
         break;
     case Outcome::NoRecords:
-        Tell(QStringLiteral("No Records found in database."));
+        TellOfExport(QStringLiteral("No Records found in database."));
         break;
     case Outcome::Cancelled:
-        Tell(QStringLiteral("Export cancelled, nothing was written."));
+        TellOfExport(QStringLiteral("Export cancelled, nothing was written."));
         break;
     case Outcome::FileFailed:
         SetCurrentError({0, Title(), UnableToWrite(run.File()), QString()});
         HandleError(QString::fromLatin1(routineName), 0);
-        Tell(failed % u"\n\n" % UnableToWrite(run.File()));
+        TellOfExport(failed % u"\n\n" % UnableToWrite(run.File()));
         break;
     case Outcome::Failed:
-        Tell(failed);
+        TellOfExport(failed);
         break;
     case Outcome::NoFields:
         break;

@@ -1,20 +1,14 @@
 #include "exchange/CsvHeaders.h"
 
 #include "controls/ListModel.h"
+#include "exchange/CsvBoxes.h"
 #include "exchange/CsvFields.h"
 #include "exchange/CsvReader.h"
-#include "platform/Dialogs.h"
 
 #include <QFileInfo>
 
 namespace
 {
-bool Complain(const QString &text)
-{
-    Dialogs::MsgBox(text, QStringLiteral("CSV Import"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
-    return false;
-}
-
 QString UnableToOpen(const QString &fileName, const QString &why)
 {
     const QString text = u"Unable to open '" % fileName % u"'.";
@@ -26,14 +20,14 @@ bool CsvReadHeaders(const QString &fileName, ListModel &fields)
 {
     CsvReader reader;
     if (!reader.Open(fileName))
-        return Complain(UnableToOpen(fileName, reader.Problem()));
+        return TellOfImport(UnableToOpen(fileName, reader.Problem()));
     CsvLine line;
     const bool hasLine = reader.Next(line);
     RemoveNul(line.text);
     if (!hasLine || line.text.isEmpty())
-        return Complain(QStringLiteral("File contains no data."));
+        return TellOfImport(QStringLiteral("File contains no data."));
     if (line.unclosedQuote)
-        return Complain(u"Line 1 of '" % fileName % u"' opens a quotation mark that it does not close.");
+        return TellOfImport(u"Line 1 of '" % fileName % u"' opens a quotation mark that it does not close.");
 
     const QString header = line.text % u' ';
     std::vector<ListItem> items;
@@ -44,5 +38,5 @@ bool CsvReadHeaders(const QString &fileName, ListModel &fields)
             items.push_back({u'?' % QString::number(field), name});
     }
     fields.Fill(std::move(items));
-    return !fields.IsEmpty() || Complain(QStringLiteral("No field header names found."));
+    return !fields.IsEmpty() || TellOfImport(QStringLiteral("No field header names found."));
 }

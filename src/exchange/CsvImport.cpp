@@ -3,6 +3,7 @@
 #include "core/Progress.h"
 #include "core/Session.h"
 #include "database/MiscODBC.h"
+#include "exchange/CsvBoxes.h"
 #include "exchange/ImportLine.h"
 #include "exchange/ImportNotes.h"
 #include "exchange/ImportSource.h"
@@ -18,11 +19,6 @@ struct ImportCounts {
     int updated = 0;
     int skipped = 0;
 };
-
-void Tell(const QString &text)
-{
-    Dialogs::MsgBox(text, QStringLiteral("CSV Import"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
-}
 
 /// One run over the lines of a file.
 class ImportRun final
@@ -167,7 +163,7 @@ void TellNotes(const ImportNotes &notes, const ImportSource &source, const QStri
                         u"' changed in the meantime. Its lines were taken as they stood at the start.");
     }
     if (!text.isEmpty())
-        Tell(text);
+        TellOfImport(text);
 }
 } // namespace
 
@@ -192,21 +188,22 @@ bool Import_CSV_File(const QString &fileName, const ListModel &fields, const QSt
     if (opened == Opened::Told)
         return false;
     if (!ran || !isStored)
-        Tell(QStringLiteral("Import failed, maybe an invalid SQL query was passed."));
+        TellOfImport(QStringLiteral("Import failed, maybe an invalid SQL query was passed."));
     if (opened != Opened::Yes)
         return false;
 
     const QString counts = CountsText(run.Counts());
     const QString stays = QStringLiteral(". What it did before stays in the database:\n");
     if (!isStored)
-        Tell(u"The database did not take the last lines before " % Reached(progress) %
-             u". When it does again, import the file once more: the records that are there are skipped.");
+        TellOfImport(
+            u"The database did not take the last lines before " % Reached(progress) %
+            u". When it does again, import the file once more: the records that are there are skipped.");
     else if (!ran)
-        Tell(u"The import stopped behind " % Reached(progress) % stays % counts);
+        TellOfImport(u"The import stopped behind " % Reached(progress) % stays % counts);
     else if (progress.IsCancelled())
-        Tell(u"Import cancelled behind " % Reached(progress) % stays % counts);
+        TellOfImport(u"Import cancelled behind " % Reached(progress) % stays % counts);
     else
-        Tell(u"Import complete:\n" % counts);
+        TellOfImport(u"Import complete:\n" % counts);
     TellNotes(run.Notes(), source, fileName);
     return isStored && ran && !progress.IsCancelled();
 }

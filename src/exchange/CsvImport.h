@@ -13,8 +13,9 @@ class ListModel;
 ///
 /// Dates are DD/MM/YYYY or YYYY-MM-DD. A line with any other date, with too large a number, or with a quote
 /// that it does not close counts as skipped, as one without a required value does. These, and values that do
-/// not go in as they stand, are named in a box after the summary. Lines are written in groups; a cancelled or
-/// failed run leaves the lines before it whole, and says how far it came. False if the run did not get to
-/// the end of the file.
+/// not go in as they stand, are named in a box after the summary. Besides `table` it writes Designation,
+/// City, County, Country, EthnicGroup and Organisations where a name is new, and mends Contacts and
+/// Organisations at the end. Lines are written in groups; a cancelled or failed run leaves the lines before
+/// it whole, and says how far it came. False if the run did not get to the end of the file.
 bool Import_CSV_File(const QString &fileName, const ListModel &fields, const QString &sql,
                      const QString &keyColumn, const QString &table, Progress &progress);

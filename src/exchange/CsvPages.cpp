@@ -3,8 +3,17 @@
 #include "forms/FormBuilder.h"
 #include "platform/Dialogs.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
+
+namespace
+{
+QString DocumentFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+}
+} // namespace
 
 DataSetPage::DataSetPage(QWidget *page, const Names &names, ComboModel &types, ListModel &sets)
     : QObject(page)
@@ -40,19 +49,20 @@ void FilePage::Enter()
     Filename->setFocus();
 }
 
+/// A name without a folder means the one that Browse begins in.
 QString FilePage::FileName() const
 {
-    return Filename->text().trimmed();
+    const QString name = Filename->text().trimmed();
+    return name.isEmpty() || QFileInfo(name).isAbsolute() ? name : QDir(DocumentFolder()).filePath(name);
 }
 
 void FilePage::Browse()
 {
     const bool opens = m_purpose == Purpose::Open;
-    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     const QFileInfo named(FileName());
     const Dialogs::FileQuestion question{
         opens ? QStringLiteral("Open") : QStringLiteral("Save As"),
-        FileName().isEmpty() ? documents : named.path(), opens ? QString() : m_proposed,
+        FileName().isEmpty() ? DocumentFolder() : named.path(), opens ? QString() : m_proposed,
         QStringLiteral("Comma Separated Values (*.csv);;Text Files (*.txt);;All Files (*.*)"),
         QStringLiteral("csv")};
     const QString file = opens ? Dialogs::OpenFile(question) : Dialogs::SaveFile(question);

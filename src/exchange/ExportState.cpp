@@ -1,8 +1,9 @@
 #include "exchange/ExportState.h"
 
+#include "exchange/CsvBoxes.h"
 #include "exchange/CsvExport.h"
+#include "exchange/DataSets.h"
 #include "exchange/TextLines.h"
-#include "platform/Dialogs.h"
 #include "platform/Directories.h"
 
 #include <QSaveFile>
@@ -10,32 +11,19 @@
 namespace
 {
 constexpr int bitsKept = 31;
-const QString language = QStringLiteral("English");
 
 QString MaskFile()
 {
     return Directories::WrittenFile(QStringLiteral("export.tmp"));
-}
-
-bool Complain(const QString &text)
-{
-    Dialogs::MsgBox(text, QStringLiteral("CSV Export"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
-    return false;
 }
 } // namespace
 
 ExportState::ExportState(const CsvMap &map)
     : m_map(map)
 {
-    ExportTypes.Add(QStringLiteral("Text File (Comma Separated Values)"));
-    ExportTypes.SetCurrent(0);
+    FillDataSets(m_map, ExportTypes, ExportList);
     ExportSel.SetCheckable(true);
-    std::vector<ListItem> sets;
-    for (const CsvDataSet &set : m_map.DataSets(language))
-        sets.push_back({u'!' % QString::number(set.number), set.name});
-    m_masks.assign(sets.size(), notStored);
-    ExportList.Fill(std::move(sets));
-    ExportList.SelectFirst();
+    m_masks.assign(static_cast<size_t>(ExportList.Count()), notStored);
     LoadMasks();
 }
 
@@ -68,11 +56,11 @@ bool ExportState::ChooseDataSet()
 {
     const std::vector<int> selected = ExportList.SelectedRows();
     if (selected.empty())
-        return Complain(QStringLiteral("No selected/available items to export."));
+        return TellOfExport(QStringLiteral("No selected/available items to export."));
     const ListItem &set = ExportList.At(selected.front());
     m_chosen = static_cast<size_t>(selected.front());
     m_name = set.text;
-    const std::vector<CsvMapEntry> entries = m_map.Entries(language, KeyNumber(set.key));
+    const std::vector<CsvMapEntry> entries = m_map.Entries(wizardLanguage, KeyNumber(set.key));
     m_query = CsvMap::ValueOf(entries, u'$');
 
     std::vector<ListItem> fields;
@@ -109,7 +97,7 @@ bool ExportState::ChooseFields()
 {
     const std::vector<int> checked = ExportSel.CheckedRows();
     if (checked.empty())
-        return Complain(QStringLiteral("You need at least one field to export."));
+        return TellOfExport(QStringLiteral("You need at least one field to export."));
     int &mask = m_masks[m_chosen];
     mask = 0;
     for (const int row : checked) {

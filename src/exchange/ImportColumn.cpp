@@ -100,12 +100,26 @@ ImportColumn::Kind ImportColumn::KindOf(ColumnType type)
     }
 }
 
+/// The largest number that the column takes.
+double ImportColumn::LargestOf(ColumnType type)
+{
+    switch (type) {
+    case ColumnType::SmallInt:
+        return std::numeric_limits<qint16>::max();
+    case ColumnType::Integer:
+        return std::numeric_limits<qint32>::max();
+    default:
+        return std::numeric_limits<double>::max();
+    }
+}
+
 ImportColumn::ImportColumn(const QString &field, const RecordsetColumn &about, const QString &table,
                            int position, Role role)
     : m_lookup(LookupOf(table.toUpper(), field.toUpper()))
     , m_target(m_lookup ? m_lookup->target : field)
     , m_assignment(m_target % u" = ")
     , m_kind(m_lookup ? Kind::Lookup : KindOf(about.type))
+    , m_largest(LargestOf(about.type))
     , m_size(about.definedSize)
     , m_position(position)
     , m_role(role)
@@ -123,7 +137,7 @@ QString ImportColumn::Objection(const QString &text) const
 {
     if (m_kind == Kind::Date && !text.isEmpty() && !ImportedDate(text).isValid())
         return QStringLiteral("is no date as DD/MM/YYYY or YYYY-MM-DD");
-    if (m_kind == Kind::Whole && ParseNumber(text) > std::numeric_limits<qint32>::max())
+    if ((m_kind == Kind::Whole || m_kind == Kind::Number) && ParseNumber(text) > m_largest)
         return QStringLiteral("is too large a number");
     return {};
 }

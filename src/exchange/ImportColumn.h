@@ -49,11 +49,13 @@ private:
     struct Lookup;
     static const Lookup *LookupOf(const QString &table, const QString &column);
     static Kind KindOf(ColumnType type);
+    static double LargestOf(ColumnType type);
 
     const Lookup *m_lookup;
     QString m_target;
     QString m_assignment;
     Kind m_kind;
+    double m_largest;
     int m_size;
     int m_position;
     Role m_role;

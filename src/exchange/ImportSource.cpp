@@ -2,9 +2,9 @@
 
 #include "controls/ListModel.h"
 #include "core/ErrorHandler.h"
+#include "exchange/CsvBoxes.h"
 #include "exchange/CsvFields.h"
 #include "exchange/ReportQuery.h"
-#include "platform/Dialogs.h"
 
 #include <algorithm>
 
@@ -14,7 +14,7 @@ constexpr QChar delimiter = u',';
 
 ImportSource::Opened Say(const QString &text)
 {
-    Dialogs::MsgBox(text, QStringLiteral("CSV Import"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    TellOfImport(text);
     return ImportSource::Opened::Told;
 }
 } // namespace

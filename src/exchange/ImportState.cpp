@@ -1,7 +1,9 @@
 #include "exchange/ImportState.h"
 
+#include "exchange/CsvBoxes.h"
 #include "exchange/CsvHeaders.h"
 #include "exchange/CsvImport.h"
+#include "exchange/DataSets.h"
 #include "platform/Dialogs.h"
 
 #include <algorithm>
@@ -9,13 +11,6 @@
 
 namespace
 {
-const QString language = QStringLiteral("English");
-
-bool Complain(const QString &text)
-{
-    Dialogs::MsgBox(text, QStringLiteral("CSV Import"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
-    return false;
-}
 
 bool IsRequired(const TreeNode *target)
 {
@@ -27,13 +22,7 @@ ImportState::ImportState(const CsvMap &map, QObject *parent)
     : QObject(parent)
     , m_map(map)
 {
-    ImportTypes.Add(QStringLiteral("Text File (Comma Separated Values)"));
-    ImportTypes.SetCurrent(0);
-    std::vector<ListItem> sets;
-    for (const CsvDataSet &set : m_map.DataSets(language))
-        sets.push_back({u'!' % QString::number(set.number), set.name});
-    ImportList.Fill(std::move(sets));
-    ImportList.SelectFirst();
+    FillDataSets(m_map, ImportTypes, ImportList);
     ImportSel.SetColumns({QStringLiteral("Text Field"), QStringLiteral("Veltrane Field")});
     ImportSel.SetCheckable(true);
     // A tick says that the field is imported, which a field without a target cannot be.
@@ -47,14 +36,14 @@ bool ImportState::ChooseDataSet()
 {
     const QStringList selected = ImportList.SelectedKeys();
     if (selected.isEmpty())
-        return Complain(QStringLiteral("No selected/available items to import."));
+        return TellOfImport(QStringLiteral("No selected/available items to import."));
     LoadTargets(KeyNumber(selected.first()));
     return true;
 }
 
 void ImportState::LoadTargets(int dataSet)
 {
-    const std::vector<CsvMapEntry> entries = m_map.Entries(language, dataSet);
+    const std::vector<CsvMapEntry> entries = m_map.Entries(wizardLanguage, dataSet);
     m_keyColumn = CsvMap::ValueOf(entries, u'%');
     m_table = CsvMap::ValueOf(entries, u'#');
     m_query = CsvMap::ValueOf(entries, u'$');
@@ -126,7 +115,7 @@ bool ImportState::CheckMapping()
 {
     const std::vector<int> checked = ImportSel.CheckedRows();
     if (checked.empty())
-        return Complain(QStringLiteral("No fields to import."));
+        return TellOfImport(QStringLiteral("No fields to import."));
     QString missing;
     for (const TreeNode *target : ImportKey.Nodes()) {
         const bool isMapped =
@@ -134,7 +123,7 @@ bool ImportState::CheckMapping()
         if (IsRequired(target) && !isMapped)
             missing += u"    " % target->text % u'\n';
     }
-    return missing.isEmpty() || Complain(u"The following fields are required:\n" % missing);
+    return missing.isEmpty() || TellOfImport(u"The following fields are required:\n" % missing);
 }
 
 bool ImportState::Run(Progress &progress)

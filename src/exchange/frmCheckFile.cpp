@@ -53,6 +53,8 @@ frmCheckFile::frmCheckFile(ImportState &state, QWidget *parent)
     m_whole = form.Line(QStringLiteral("FaultText"), {});
     m_whole->setMinimumHeight(m_whole->fontMetrics().lineSpacing() * 3);
     m_whole->setAlignment(Qt::AlignTop);
+    m_whole->setSizePolicy(QSizePolicy::Ignored,
+                           QSizePolicy::Preferred); // a long word must not widen the form
     form.BeginButtons();
     SaveBtn = form.Button(QStringLiteral("SaveBtn"), QStringLiteral("&Save Faulty Lines..."));
     ExitBtn = form.DefaultButton(QStringLiteral("ExitBtn"), QStringLiteral("&Close"));

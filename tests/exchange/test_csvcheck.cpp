@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+#include <tuple>
+
 /// The check of a file before its import: it must foretell what the import then does.
 class TestCsvCheck final : public QObject
 {
@@ -14,7 +16,6 @@ private slots:
     void NamesEveryFaultAndMendedLinesComeIn();
     void AsksAgainWhereTheFileChanged();
     void StopsAndFails();
-    void AnswersOnceForAll_data();
     void AnswersOnceForAll();
 };
 
@@ -195,32 +196,24 @@ void TestCsvCheck::StopsAndFails()
     QVERIFY(!state.Check(desk.progress));
 }
 
-void TestCsvCheck::AnswersOnceForAll_data()
-{
-    QTest::addColumn<Dialogs::Answer>("answer");
-    QTest::addColumn<int>("asked");
-    QTest::addColumn<int>("updated");
-    QTest::newRow("Yes") << Dialogs::Answer::Yes << 3 << 3;
-    QTest::newRow("Yes to All") << Dialogs::Answer::YesToAll << 1 << 3;
-    QTest::newRow("No") << Dialogs::Answer::No << 3 << 0;
-    QTest::newRow("No to All") << Dialogs::Answer::NoToAll << 1 << 0;
-}
-
 void TestCsvCheck::AnswersOnceForAll()
 {
-    QFETCH(Dialogs::Answer, answer);
-    QFETCH(int, updated);
-    Exchange desk;
-    QString summary;
+    using Dialogs::Answer;
     const QByteArray people("Forename,Surname,Address,Postcode\nAnn,Ash,1 High St,A1\nBen,Birch,2 Low St,B1\n"
                             "Cat,Cole,3 Mid St,C1\n");
-    ImportWith(desk, people, answer, summary);
     QByteArray moved = people;
     moved.replace("1\n", "2\n").append("Dan,Dale,4 New St,D1\n");
-    QTEST(ImportWith(desk, moved, answer, summary), "asked");
-    QCOMPARE(summary, Exchange::Summary(1, updated, 0));
-    // The next run asks anew.
-    QCOMPARE(ImportWith(desk, people, answer, summary) > 0, updated > 0);
+    for (const auto &[answer, asked, updated] :
+         {std::tuple(Answer::Yes, 3, 3), std::tuple(Answer::YesToAll, 1, 3), std::tuple(Answer::No, 3, 0),
+          std::tuple(Answer::NoToAll, 1, 0)}) {
+        Exchange desk;
+        QString summary;
+        ImportWith(desk, people, answer, summary);
+        QCOMPARE(ImportWith(desk, moved, answer, summary), asked);
+        QCOMPARE(summary, Exchange::Summary(1, updated, 0));
+        // The next run asks anew.
+        QCOMPARE(ImportWith(desk, people, answer, summary) > 0, updated > 0);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestCsvCheck)

@@ -87,57 +87,29 @@ private slots:
     void LeavesTheFileThatWasThere();
     void ComplainsOfTheQuery();
     void MemoryDoesNotGrowWithTheRows();
-    void RemembersTheTicks_data();
     void RemembersTheTicks();
     void KeepsThirtyOneTicksOfEachDataSet();
 };
 
 void TestCsvExport::SampleGoesOutAndComesIn()
 {
-    const auto people = [] {
-        const QString query =
-            CsvMap::ValueOf(Exchange::ShippedMap().Entries(QStringLiteral("English"), 1), u'$');
-        QString sorted = query.section(QStringLiteral(" ORDER BY"), 0, 0) %
-                         u" ORDER BY Contacts.Cust_Surname, Contacts.Cust_Forename, Contacts.Cust_Addr1";
-        QStringList rows;
-        // Nobody's sex is 0 where it came in, and nothing where it never was given; both read "Not
-        // Specified".
-        for (const QString &row :
-             TestDatabase::Rows(sorted.replace(QStringLiteral("Contacts.ContactRef, "), QString()))) {
-            QStringList cells = row.split(u'|');
-            if (cells[20].isEmpty())
-                cells[20] = u'0';
-            rows.append(cells.join(u'|'));
-        }
-        return rows;
-    };
     const QTemporaryDir folder;
-    const QString first = folder.filePath("first.csv");
-    const QString second = folder.filePath("second.csv");
-    QStringList before;
-    {
+    const QString files[] = {folder.filePath("first.csv"), folder.filePath("second.csv")};
+    for (int round = 0; round < 2; ++round) {
         Exchange desk;
         desk.user.Expect("CSV Import", Exchange::Summary(500, 0, 0));
-        QVERIFY(desk.Import(Exchange::Sample()));
-        // The sample leaves fields empty that a form stores as empty texts and zeros.
-        TestDatabase::Run({"UPDATE Contacts SET Cust_Sex = 1 WHERE Cust_Forename < 'M'",
-                           "UPDATE Contacts SET Cust_DOB = 19840229, Cust_Notes = 'first, second' WHERE "
-                           "Cust_Surname < 'M'"});
+        QVERIFY(desk.Import(round == 0 ? Exchange::Sample() : files[0]));
+        // The sample leaves empty what a form stores as zero, and no date comes in as one that is not known.
+        TestDatabase::Run({round == 0 ? "UPDATE Contacts SET Cust_Sex = 1, Cust_DOB = 19840229, Cust_Notes = "
+                                        "'first, second' WHERE Cust_Surname < 'M'"
+                                      : "UPDATE Contacts SET Cust_DOB = NULL WHERE Cust_DOB = 0"});
         desk.user.Expect("CSV Export", Exchange::Exported(500));
-        QVERIFY(desk.Export(first, desk.progress));
-        QVERIFY(ContentOf(first).startsWith("\xEF\xBB\xBF\"Title\",\"Forename\",\"Surname\","));
-        before = people();
-        QCOMPARE(before.size(), 500);
+        QVERIFY(desk.Export(files[round], desk.progress));
     }
-    Exchange desk;
-    desk.user.Expect("CSV Import", Exchange::Summary(500, 0, 0));
-    QVERIFY(desk.Import(first));
-    // A column that nobody filled reads as no text and no date; it comes in as an empty one.
-    TestDatabase::Run({"UPDATE Contacts SET Cust_DOB = NULL WHERE Cust_DOB = 0"});
-    desk.user.Expect("CSV Export", Exchange::Exported(500));
-    QVERIFY(desk.Export(second, desk.progress));
-    QCOMPARE(ContentOf(second), ContentOf(first));
-    QCOMPARE(people(), before);
+    const QByteArray first = ContentOf(files[0]);
+    QVERIFY(first.startsWith("\xEF\xBB\xBF\"Title\",\"Forename\",\"Surname\","));
+    QVERIFY(first.contains("Zoë") && first.contains("29/02/1984"));
+    QCOMPARE(ContentOf(files[1]), first);
 }
 
 void TestCsvExport::SaysWhatTheFileDoesNotCarry()
@@ -311,7 +283,7 @@ void TestCsvExport::ComplainsOfTheQuery()
 void TestCsvExport::MemoryDoesNotGrowWithTheRows()
 {
     if (TestDatabase::IsOnServer())
-        QSKIP("This server's driver reads a result whole.");
+        QSKIP("So many people take long to add to a server.");
     Exchange desk;
     const auto exporting = [&desk](int people) {
         desk.user.Expect("CSV Export", Exchange::Exported(people));
@@ -327,36 +299,18 @@ void TestCsvExport::MemoryDoesNotGrowWithTheRows()
     qInfo("%s", qPrintable(grown));
 }
 
-void TestCsvExport::RemembersTheTicks_data()
-{
-    QTest::addColumn<QByteArray>("stored"); // of export.tmp; none: there is no file
-    QTest::addColumn<QList<int>>("ticked"); // of the organisations' first four fields
-    QTest::addColumn<int>("count");
-    const QList<int> proposed{0, 1, 2, 3};
-    QTest::newRow("nothing stored: the map's own") << QByteArray() << proposed << 16;
-    QTest::newRow("stored, and lines past the last data set")
-        << QByteArray("7\r\n10\r\n99\nx\n") << QList<int>{1, 3} << 2;
-    for (const char *second : {"", "ten\n", "99999999999\n", "-1\n"})
-        QTest::newRow(qPrintable(u"no number: " % QString(second)))
-            << QByteArray(second).prepend("7\n") << proposed << 16;
-}
-
 void TestCsvExport::RemembersTheTicks()
 {
-    QFETCH(QByteArray, stored);
     Exchange desk;
-    if (!stored.isNull())
+    const auto ticked = [](const QByteArray &stored) {
         WriteFile(Directories::WrittenFile("export.tmp"), stored);
-    ExportState state(Exchange::ShippedMap());
-    state.ExportList.SelectOnly(1);
-    QVERIFY(state.ChooseDataSet());
-    QList<int> ticked;
-    for (const int row : state.ExportSel.CheckedRows()) {
-        if (row < 4)
-            ticked.append(row);
-    }
-    QTEST(ticked, "ticked");
-    QTEST(static_cast<int>(state.ExportSel.CheckedRows().size()), "count");
+        ExportState state(Exchange::ShippedMap());
+        state.ExportList.SelectOnly(1);
+        return state.ChooseDataSet() ? state.ExportSel.CheckedRows() : std::vector<int>();
+    };
+    QCOMPARE(ticked("7\r\n10\r\n99\nx\n"), (std::vector<int>{1, 3}));
+    for (const char *stored : {"", "7\n", "7\nten\n", "7\n99999999999\n", "7\n-1\n"})
+        QCOMPARE(ticked(stored).size(), size_t(16)); // what the map proposes
 }
 
 void TestCsvExport::KeepsThirtyOneTicksOfEachDataSet()

@@ -185,12 +185,10 @@ void TestCsvReader::BytesOfDoubtfulEncoding()
 
 void TestCsvReader::NamesWhatCannotBeOpened()
 {
-    const std::pair<const char *, const char *> files[] = {{"/no/such.csv", "The file does not exist."},
-                                                           {"", "The file does not exist."},
-                                                           {"/tmp", "It is a folder."},
-                                                           {"/dev/zero", "It is no file of text."}};
-    for (const auto &[file, problem] : files) {
-        CsvReader reader;
+    CsvReader reader;
+    for (const auto &[file, problem] :
+         {std::pair("", "The file does not exist."), std::pair("/tmp", "It is a folder."),
+          std::pair("/dev/zero", "It is no file of text.")}) {
         QVERIFY(!reader.Open(file));
         QCOMPARE(reader.Problem(), QString(problem));
         QCOMPARE(reader.CountRest(), 0);
