@@ -8,6 +8,7 @@
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
 #include "core/Progress.h"
+#include "database/DeletedMeanwhile.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
 #include "enrolment/EnrolmentODBC.h"
@@ -32,26 +33,21 @@ public:
     bool GoesOn() const { return !m_failed && !m_progress.IsCancelled(); }
     bool Failed() const { return m_failed; }
 
-    /// Whether somebody exists; true where that could not be read.
-    bool Exists(const ListItem &person)
-    {
-        const std::optional<bool> exists = ADO_Contact_CheckContact(KeyNumber(person.key));
-        m_failed = !exists;
-        m_progress.SetValue(m_progress.Value() + 1);
-        return exists.value_or(true);
-    }
-
     /// The row of a person with address and town; nothing if the person does not exist any more. Who lives
     /// in a town that is missing from its table is found by nobody that way, and has the name alone: to
     /// drop a student here would end the enrolment.
     std::optional<ListItem> Read(const ListItem &person)
     {
-        if (!Exists(person))
-            return std::nullopt;
+        const int contactRef = KeyNumber(person.key);
+        const std::optional<bool> exists = ADO_Contact_CheckContact(contactRef);
+        m_progress.SetValue(m_progress.Value() + 1);
+        m_failed = !exists;
         if (m_failed)
             return person;
+        if (!*exists)
+            return std::nullopt;
         m_row.Clear();
-        Contact_FillInfo(KeyNumber(person.key), m_row);
+        Contact_FillInfo(contactRef, m_row);
         return m_row.IsEmpty() ? ListItem{person.key, person.text} : m_row.At(0);
     }
 
@@ -132,16 +128,10 @@ void Contact_RefreshSelected(ListModel &selected, Progress &progress)
     selected.Fill(ReadAll(selected, progress));
 }
 
-bool Contact_DropDeleted(ListModel &selected, Progress &progress)
+bool Contact_DropDeleted(ListModel &selected, const QString &title)
 {
-    PeopleReader reader(progress, selected.Count());
-    QStringList gone;
-    for (int row = 0; row < selected.Count() && reader.GoesOn(); ++row) {
-        if (!reader.Exists(selected.At(row)))
-            gone.append(selected.At(row).key);
-    }
-    RemoveKeys(gone, selected);
-    return reader.GoesOn();
+    const ContactSectionInfo &people = ContactSectionOf(ContactSection::Contacts);
+    return LeaveOutDeleted(selected, people.table, people.keyColumn, title);
 }
 
 void Contact_FillSubset(int concessionRef, ListModel &available, Progress &progress)

@@ -17,8 +17,9 @@ void Contact_SelectChosen(ListModel &available, ListModel &selected, Progress &p
 /// Reads the selected people again: changed names and addresses show, and who was deleted goes. Rows that
 /// the run does not come to stay as they are.
 void Contact_RefreshSelected(ListModel &selected, Progress &progress);
-/// Takes those out of a selection who were deleted since. False where not everybody was looked up.
-bool Contact_DropDeleted(ListModel &selected, Progress &progress);
+/// Takes those out of a selection who were deleted since, and tells their names: something is about to be
+/// done to all of it. False on an error.
+bool Contact_DropDeleted(ListModel &selected, const QString &title);
 /// Fills `available` with the people of a characteristic, or with everybody where it is 0.
 void Contact_FillSubset(int concessionRef, ListModel &available, Progress &progress);
 /// Fills `subsets` with the characteristics behind a blank row that stands for everybody; what was chosen

@@ -24,11 +24,3 @@ bool PeopleRun::Publish(QWidget *form, const ListModel &selection)
                    SaveContactSelection(selection, QStringLiteral("CurrentContactSelection.txt"), progress);
                });
 }
-
-bool PeopleRun::DropDeleted(QWidget *form, const QString &title, ListModel &selection)
-{
-    bool allLookedUp = false;
-    Run(form, title, QStringLiteral("Nothing has been changed."),
-        [&](Progress &progress) { allLookedUp = Contact_DropDeleted(selection, progress); });
-    return allLookedUp;
-}

@@ -19,7 +19,4 @@ bool Run(QWidget *form, const QString &title, const QString &stopped,
 void FillSubset(QWidget *form, int concessionRef, ListModel &available);
 /// Publishes a selection for reports and merges. False where it was cancelled, and reports would miss some.
 bool Publish(QWidget *form, const ListModel &selection);
-/// Takes those out of a selection who were deleted since; something is about to be done to all of it. False
-/// where that was cancelled, or a read failed.
-bool DropDeleted(QWidget *form, const QString &title, ListModel &selection);
 } // namespace PeopleRun

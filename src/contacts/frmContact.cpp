@@ -165,14 +165,14 @@ bool frmContact::StoreSelection()
     return m_published = PeopleRun::Publish(this, m_selected);
 }
 
-/// False where not everybody selected was looked up.
+/// False on an error.
 bool frmContact::DropDeleted(const QString &title)
 {
     const int before = m_selected.Count();
-    const bool allLookedUp = PeopleRun::DropDeleted(this, title, m_selected);
+    const bool read = Contact_DropDeleted(m_selected, title);
     if (m_selected.Count() != before)
         StoreSelection();
-    return allLookedUp;
+    return read;
 }
 
 void frmContact::AddSelected()

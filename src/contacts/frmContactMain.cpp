@@ -165,6 +165,8 @@ void frmContactMain::EditItem()
     }
     if (const std::optional<RefLabel> stored = OpenDialog(key))
         m_items.SetText(row, FormatRefLabel(stored->reference, stored->name));
+    else
+        Refresh();
 }
 
 void frmContactMain::DeleteItems()

@@ -236,7 +236,7 @@ void frmSelectContacts::Search()
 
 void frmSelectContacts::HandOver()
 {
-    if (!PeopleRun::DropDeleted(this, windowTitle(), m_selected) || !Deliver())
+    if (!Contact_DropDeleted(m_selected, windowTitle()) || !Deliver())
         return;
     gDialogResult = 1;
     accept();

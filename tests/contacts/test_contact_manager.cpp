@@ -143,11 +143,12 @@ void TestContactManager::ApplyingCanBeStopped()
     Press(form, "AddToConBtn");
     gConnection.ObserveStatements({});
     QCOMPARE(Rows("ContactConcession"), 1);
-    m->dialogs.Expect("Contact Update", "Remove all previous contacts added to this type?",
-                      Dialogs::Answer::No);
-
     // Who was deleted elsewhere meanwhile gets nothing, and leaves the selection.
     ADO_Contact_Delete(m_ben);
+    m->dialogs.Expect("Contact Update", "Another user has deleted these meanwhile, and they are left out:\n"
+                                        "    Carter, Ben");
+    m->dialogs.Expect("Contact Update", "Remove all previous contacts added to this type?",
+                      Dialogs::Answer::No);
     Press(form, "AddToConBtn");
     QCOMPARE(Rows(u"ContactConcession WHERE ContactRef = " % QString::number(m_ben)), 0);
     QCOMPARE(Texts(List(form, "ContactInfo")), QStringList("Bell, Anna"));
