@@ -28,6 +28,7 @@ bool Connection::Open(const QString &connectionText)
 void Connection::Close()
 {
     WriteGroup::Leave(*this);
+    ReadSnapshot::Leave(*this);
     m_engine.reset();
 }
 
@@ -50,6 +51,7 @@ bool Connection::Execute(const QString &sql)
 {
     if (!Ready(sql))
         return false;
+    ReadSnapshot::Leave(*this);
     EngineErrors errors;
     return (WriteGroup::BeforeWrite(*this, errors) && m_engine->Execute(sql, errors)) || Fail(errors);
 }

@@ -54,6 +54,7 @@ public:
     void ObserveStatements(std::function<void(const QString &)> observer);
 
 private:
+    friend class ReadSnapshot;
     friend class WriteGroup;
     bool Fail(const EngineErrors &errors);
     bool Ready(const QString &sql);
@@ -101,4 +102,25 @@ private:
     qint64 m_begun = 0; ///< milliseconds of the steady clock
     EngineErrors
         m_undone{}; ///< why the engine undid what was not committed yet; empty while nothing was lost
+};
+
+/// Lets a long run of reads see the database as it stood at its first one, and spares each of them the lock
+/// of its own. Others write meanwhile as they like; an engine that would keep them from it, and a server,
+/// reads on as without it. It ends early before this connection writes and before any question to the user.
+/// Inside another of its kind, or inside a WriteGroup that has written, it has no effect.
+class ReadSnapshot final
+{
+public:
+    explicit ReadSnapshot(Connection &connection);
+    ~ReadSnapshot();
+    ReadSnapshot(const ReadSnapshot &) = delete;
+    ReadSnapshot &operator=(const ReadSnapshot &) = delete;
+
+    /// Ends the one that is running, for as long as its object lives.
+    static void EndRunning();
+
+private:
+    friend class Connection;
+    static void Leave(const Connection &connection);
+    Connection *m_connection = nullptr;
 };

@@ -2,6 +2,16 @@
 
 #include "platform/Connection.h"
 
+namespace
+{
+/// The user may take all day over an answer.
+void LetGoOfDatabase()
+{
+    WriteGroup::CommitRunning();
+    ReadSnapshot::EndRunning();
+}
+} // namespace
+
 Dialogs::Hooks &Dialogs::Installed()
 {
     static Hooks hooks;
@@ -11,7 +21,7 @@ Dialogs::Hooks &Dialogs::Installed()
 Dialogs::Answer Dialogs::MsgBox(const QString &text, const QString &title, Buttons buttons, Icon icon,
                                 Answer defaultAnswer)
 {
-    WriteGroup::CommitRunning();
+    LetGoOfDatabase();
     return Installed().msgBox(text, title, buttons, icon, defaultAnswer);
 }
 
@@ -28,19 +38,19 @@ bool Dialogs::RepeatedQuestion::Agrees(const QString &text, const QString &title
 
 QString Dialogs::OpenFile(const FileQuestion &question)
 {
-    WriteGroup::CommitRunning();
+    LetGoOfDatabase();
     return Installed().openFile(question);
 }
 
 QString Dialogs::SaveFile(const FileQuestion &question)
 {
-    WriteGroup::CommitRunning();
+    LetGoOfDatabase();
     return Installed().saveFile(question);
 }
 
 std::optional<int> Dialogs::ChooseColour(int colour)
 {
-    WriteGroup::CommitRunning();
+    LetGoOfDatabase();
     return Installed().chooseColour(colour);
 }
 

@@ -14,6 +14,9 @@ public:
     virtual bool Commit(EngineErrors &errors) = 0;
     /// Takes back what was done since Begin; nothing where the transaction has ended already.
     virtual bool Rollback(EngineErrors &errors) = 0;
+    /// Reads from one state of the database until Rollback; false, which is no failure, where that would keep
+    /// others from writing or the engine has no such state.
+    virtual bool BeginReading() { return false; }
     /// False once a transaction has ended, by a commit or by a failure that undid it.
     virtual bool IsInTransaction() const = 0;
     virtual DatabaseKind Kind() const = 0;

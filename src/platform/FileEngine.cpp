@@ -190,6 +190,12 @@ bool FileEngine::Rollback(EngineErrors &errors)
     return !IsInTransaction() || Run("ROLLBACK", errors);
 }
 
+bool FileEngine::BeginReading()
+{
+    EngineErrors ignored; // each statement then reads by itself
+    return HasLog() && !IsInTransaction() && Run("BEGIN", ignored);
+}
+
 bool FileEngine::IsInTransaction() const
 {
     return sqlite3_get_autocommit(m_handle) == 0;
@@ -268,4 +274,16 @@ bool FileEngine::Fail(EngineErrors &errors) const
 bool FileEngine::Run(const char *sql, EngineErrors &errors) const
 {
     return sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK || Fail(errors);
+}
+
+/// Whether writers go to the log, beside whoever reads: without one they would wait for the readers.
+bool FileEngine::HasLog() const
+{
+    const auto isLog = [](void *found, int, char **values, char **) {
+        *static_cast<bool *>(found) = sqlite3_stricmp(values[0], "wal") == 0;
+        return 0;
+    };
+    bool hasLog = false;
+    sqlite3_exec(m_handle, "PRAGMA journal_mode", isLog, &hasLog, nullptr);
+    return hasLog;
 }

@@ -25,6 +25,7 @@ public:
     bool Begin(EngineErrors &errors) override;
     bool Commit(EngineErrors &errors) override;
     bool Rollback(EngineErrors &errors) override;
+    bool BeginReading() override;
     bool IsInTransaction() const override;
     DatabaseKind Kind() const override { return DatabaseKind::File; }
     QString ConnectionText() const override { return m_request.connectionText; }
@@ -43,6 +44,7 @@ private:
     void BindValues(sqlite3_stmt *statement) const;
     bool Fail(EngineErrors &errors) const;
     bool Run(const char *sql, EngineErrors &errors) const;
+    bool HasLog() const;
 
     sqlite3 *m_handle;
     Request m_request;

@@ -1,6 +1,7 @@
 #include "platform/Windows1252.h"
 
 #include <array>
+#include <charconv>
 
 namespace
 {
@@ -33,34 +34,37 @@ QString FromWindows1252(const char *bytes, qsizetype size)
     return text;
 }
 
-void AppendWindows1252(QByteArray &bytes, QStringView text)
+char *WriteWindows1252(char *out, QStringView text)
 {
-    // Nearly every text is ASCII as a whole.
-    const qsizetype before = bytes.size();
-    bytes.resize(before + text.size());
-    char *out = bytes.data() + before;
-    qsizetype i = 0;
-    for (; i < text.size() && text[i].unicode() < 0x80; ++i)
-        out[i] = static_cast<char>(text[i].unicode());
-    bytes.truncate(before + i);
-    for (; i < text.size(); ++i) {
-        char32_t c = text[i].unicode();
-        if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
-            c = QChar::surrogateToUcs4(text[i], text[i + 1]);
-            ++i;
-        } else if (text[i].isSurrogate())
+    const char16_t *in = text.utf16();
+    const qsizetype size = text.size();
+    for (qsizetype i = 0; i < size; ++i) {
+        if (in[i] < 0x80) {
+            *out++ = static_cast<char>(in[i]);
+            continue;
+        }
+        char32_t c = in[i];
+        if (QChar::isHighSurrogate(c) && i + 1 < size && QChar::isLowSurrogate(in[i + 1]))
+            c = QChar::surrogateToUcs4(c, in[++i]);
+        else if (QChar::isSurrogate(c))
             c = QChar::ReplacementCharacter;
         const int byte = ByteOf(c);
-        if (byte >= 0)
-            bytes.append(static_cast<char>(byte));
-        else
-            bytes.append("&#" + QByteArray::number(static_cast<uint>(c)) + ';');
+        if (byte >= 0) {
+            *out++ = static_cast<char>(byte);
+            continue;
+        }
+        *out++ = '&';
+        *out++ = '#';
+        constexpr int mostDigits = 7;
+        out = std::to_chars(out, out + mostDigits, static_cast<quint32>(c)).ptr;
+        *out++ = ';';
     }
+    return out;
 }
 
 QByteArray ToWindows1252(const QString &text)
 {
-    QByteArray bytes;
-    AppendWindows1252(bytes, text);
+    QByteArray bytes(text.size() * mostBytesInWindows1252, Qt::Uninitialized);
+    bytes.truncate(WriteWindows1252(bytes.data(), text) - bytes.constData());
     return bytes;
 }

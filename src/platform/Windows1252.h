@@ -9,5 +9,6 @@ QString FromWindows1252(const char *bytes, qsizetype size);
 
 /// `text` in windows-1252; a character outside it becomes a numeric reference of HTML ("&#9731;").
 QByteArray ToWindows1252(const QString &text);
-/// The same behind what `bytes` holds already.
-void AppendWindows1252(QByteArray &bytes, QStringView text);
+/// The same into `out`, which takes mostBytesInWindows1252 for each UTF-16 unit; gives the place behind it.
+char *WriteWindows1252(char *out, QStringView text);
+constexpr qsizetype mostBytesInWindows1252 = 8;

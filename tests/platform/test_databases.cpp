@@ -297,6 +297,28 @@ private slots:
         QVERIFY(!seen("four") && seen("five"));
     }
 
+    /// A server reads on as it stands; the file engine holds still, until this connection writes or asks.
+    void snapshotHoldsStillAndNobodyBack()
+    {
+        Connection other;
+        QVERIFY(other.Open(m_database->ConnectionText()));
+        const auto cities = [] { return Read("SELECT COUNT(*) FROM City WHERE City_ID > 1").toInt(); };
+        for (const bool bySelf : {true, false}) {
+            QVERIFY(Succeeds("DELETE FROM City WHERE City_ID > 1"));
+            const ReadSnapshot snapshot(gConnection);
+            const ReadSnapshot inner(gConnection);
+            QCOMPARE(cities(), 0);
+            QVERIFY2(other.Execute(InsertCity("one")), "another workstation waits for a reader");
+            QCOMPARE(cities(), TestDatabase::IsOnServer() ? 1 : 0);
+            if (bySelf)
+                QVERIFY(Succeeds(InsertCity("two")));
+            else
+                ReadSnapshot::EndRunning();
+            QCOMPARE(cities(), bySelf ? 2 : 1);
+        }
+        QVERIFY(other.Execute(InsertCity("three"))); // nothing is held any more
+    }
+
     /// An older database is brought up with its rows kept; a second run changes nothing.
     void schemaPatch()
     {
