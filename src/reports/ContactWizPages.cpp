@@ -3,8 +3,6 @@
 #include "forms/FormBuilder.h"
 #include "reports/HTMLscript.h"
 
-#include <QLabel>
-
 namespace
 {
 /// A box of choices of which one holds; the first is set.
@@ -173,34 +171,4 @@ OrgFlags ContactWizOrgPage::Choices()
 bool ContactWizOrgPage::Tabular() const
 {
     return LayOpt[1]->isChecked();
-}
-
-ContactWizDonePage::ContactWizDonePage(QWidget *page)
-    : QObject(page)
-{
-    FormBuilder form(page);
-    m_held = form.Line(QStringLiteral("Held"), {});
-    m_letterhead = form.Line(QStringLiteral("Letterhead"), {});
-    form.BeginButtons(FormBuilder::Align::Start);
-    m_open = form.Button(QStringLiteral("OpenBtn"), QStringLiteral("&Open Report"));
-    QPushButton *pdf = form.Button(QStringLiteral("PdfBtn"), QStringLiteral("&Save as PDF..."));
-    form.EndButtons();
-    m_saved = form.Line(QStringLiteral("Saved"), {});
-    form.Stretch();
-    connect(m_open, &QPushButton::clicked, this, &ContactWizDonePage::Open);
-    connect(pdf, &QPushButton::clicked, this, &ContactWizDonePage::SavePdf);
-}
-
-void ContactWizDonePage::Enter(const QString &held, const QString &letterhead)
-{
-    m_held->setText(held);
-    m_letterhead->setText(letterhead);
-    m_letterhead->setVisible(!letterhead.isEmpty());
-    m_saved->clear();
-    m_open->setFocus();
-}
-
-void ContactWizDonePage::Tell(const QString &saved)
-{
-    m_saved->setText(saved);
 }

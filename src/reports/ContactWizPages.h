@@ -9,8 +9,6 @@
 
 class ListView;
 class QCheckBox;
-class QLabel;
-class QPushButton;
 class QRadioButton;
 
 /// The pages of the contact report wizard. Each is built into the widget that it is given and lives with it.
@@ -88,26 +86,4 @@ private:
     ListModel m_items;
     ListView *OrgDetails;
     std::array<QRadioButton *, 2> LayOpt{};
-};
-
-/// What the finished report holds, and what may be done with it.
-class ContactWizDonePage final : public QObject
-{
-    Q_OBJECT
-
-public:
-    explicit ContactWizDonePage(QWidget *page);
-
-    void Enter(const QString &held, const QString &letterhead);
-    void Tell(const QString &saved);
-
-signals:
-    void Open();
-    void SavePdf();
-
-private:
-    QLabel *m_held;
-    QLabel *m_letterhead;
-    QLabel *m_saved;
-    QPushButton *m_open;
 };

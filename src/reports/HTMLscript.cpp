@@ -9,13 +9,16 @@
 #include <QSaveFile>
 
 #include <array>
+#include <charconv>
+#include <cstring>
 #include <memory>
+#include <string_view>
+#include <vector>
 
 int HTMLBorder = 0;
 
 namespace
 {
-std::unique_ptr<QSaveFile> g_output;
 QString g_headerFault;
 
 const QString headLines = QStringLiteral(R"(<style>
@@ -42,81 +45,117 @@ mso-bidi-font-family:"Times; New Roman"}
 </head>
 <body lang=EN-GB style='tab-interval:36.0pt'>)");
 
-/// What is written and not yet in the file. A report has hundreds of short lines for each person: they go
-/// out together.
-QByteArray g_buffer;
-
-void Flush()
+/// The file that is written, and what is not in it yet: a report has hundreds of short lines for each person,
+/// which go out together.
+class Output final
 {
-    if (g_output && g_output->isOpen())
-        g_output->write(g_buffer);
-    g_buffer.resize(0);
-}
+public:
+    bool Open(const QString &file)
+    {
+        m_used = 0;
+        m_file = std::make_unique<QSaveFile>(file);
+        return m_file->open(QIODevice::WriteOnly);
+    }
+    /// Null where no report is being written.
+    QSaveFile *File() const { return m_file.get(); }
+    void Close()
+    {
+        m_used = 0;
+        m_file.reset();
+    }
+
+    void Put(const char *bytes, size_t size)
+    {
+        std::memcpy(Room(size), bytes, size);
+        m_used += size;
+    }
+    void Put(QStringView text)
+    {
+        char *room = Room(static_cast<size_t>(text.size() * mostBytesInWindows1252));
+        m_used += static_cast<size_t>(WriteWindows1252(room, text) - room);
+    }
+    void Flush()
+    {
+        if (m_file && m_file->isOpen())
+            m_file->write(m_buffer.data(), static_cast<qint64>(m_used));
+        m_used = 0;
+    }
+
+private:
+    char *Room(size_t size)
+    {
+        if (m_used + size > writtenAtOnce)
+            Flush();
+        if (size > m_buffer.size())
+            m_buffer.resize(size);
+        return m_buffer.data() + m_used;
+    }
+
+    static constexpr size_t writtenAtOnce = 1 << 16;
+    std::unique_ptr<QSaveFile> m_file;
+    std::vector<char> m_buffer = std::vector<char>(writtenAtOnce);
+    size_t m_used = 0; ///< of the buffer
+};
+
+Output g_output;
 
 /// A line of the output, ended when it goes.
 class Line final
 {
 public:
     Line() = default;
-    ~Line()
-    {
-        constexpr qsizetype enough = 1 << 16;
-        g_buffer.append('\n');
-        if (g_buffer.size() >= enough)
-            Flush();
-    }
+    ~Line() { g_output.Put("\n", 1); }
     Line(const Line &) = delete;
     Line &operator=(const Line &) = delete;
 
-    Line &operator<<(QByteArrayView ascii)
+    Line &operator<<(std::string_view ascii)
     {
-        g_buffer.append(ascii.data(), ascii.size());
+        g_output.Put(ascii.data(), ascii.size());
         return *this;
     }
     Line &operator<<(QStringView text)
     {
-        AppendWindows1252(g_buffer, text);
+        g_output.Put(text);
+        return *this;
+    }
+    Line &operator<<(int number)
+    {
+        std::array<char, 12> digits{};
+        const char *end = std::to_chars(digits.begin(), digits.end(), number).ptr;
+        g_output.Put(digits.data(), static_cast<size_t>(end - digits.data()));
         return *this;
     }
 };
 
-const char *SizePoints(int size)
+std::string_view SizePoints(int size)
 {
-    static constexpr std::array points = {"8.0", "7.0", "8.0", "9.0", "10.0", "12.0", "14.0"};
+    static constexpr std::array<std::string_view, 7> points = {"8.0",  "7.0",  "8.0", "9.0",
+                                                               "10.0", "12.0", "14.0"};
     return points[size >= 1 && size <= 6 ? static_cast<size_t>(size) : 0];
 }
 
-const char *Word(const std::array<const char *, 5> &words, int code)
+using Words = std::array<std::string_view, 5>;
+
+std::string_view Word(const Words &words, int code)
 {
     return words[code >= 0 && code <= 4 ? static_cast<size_t>(code) : 0];
 }
 
 void WriteCellStart(int colSpan, int hAlign, int vAlign, int width)
 {
-    static constexpr std::array across = {"left", "center", "right", "justify", "char"};
-    static constexpr std::array down = {"top", "middle", "bottom", "baseline", "top"};
-    const char *border = HTMLBorder == 1 ? "solid windowtext .5pt" : "none";
+    static constexpr Words across = {"left", "center", "right", "justify", "char"};
+    static constexpr Words down = {"top", "middle", "bottom", "baseline", "top"};
+    const std::string_view border = HTMLBorder == 1 ? "solid windowtext .5pt" : "none";
     Line cell;
     cell << "<td";
     if (width >= 1)
-        cell << " width = " << QByteArray::number(width);
+        cell << " width = " << width;
     cell << " align = " << Word(across, hAlign) << "  valign = " << Word(down, vAlign) << " ";
     // No blank behind the span: every report so far has it so.
     if (colSpan >= 2)
-        cell << " colspan=" << QByteArray::number(colSpan);
+        cell << " colspan=" << colSpan;
     cell << "style='border:" << border << ";border-left:none;mso-border-left-alt:" << border
          << ";padding:2pt 2pt 2pt 2pt'>";
-}
-
-/// What `write` writes, taken out of the output again.
-template <typename Write>
-QByteArray Written(Write &&write)
-{
-    Flush();
-    write();
-    const QByteArray bytes = g_buffer;
-    g_buffer.resize(0);
-    return bytes;
 }
 } // namespace
 
@@ -127,9 +166,7 @@ QString HTML_OutputPath()
 
 bool HTML_Start(const QString &title)
 {
-    HTML_Discard();
-    g_output = std::make_unique<QSaveFile>(HTML_OutputPath());
-    const bool isOpen = g_output->open(QIODevice::WriteOnly);
+    const bool isOpen = g_output.Open(HTML_OutputPath());
     Line() << "<html>";
     Line() << "<head>";
     Line() << "<meta http-equiv=Content-Type content=\"Text / html\"; Charset = windows - 1252; >";
@@ -137,7 +174,7 @@ bool HTML_Start(const QString &title)
     Line() << headLines;
     const ReportHeader header = ReadReportHeader(gHeaderFile);
     g_headerFault = header.fault;
-    g_buffer.append(header.bytes);
+    g_output.Put(header.bytes.constData(), static_cast<size_t>(header.bytes.size()));
     HTML_Text(1, 5, title);
     return isOpen;
 }
@@ -147,29 +184,30 @@ QString HTML_HeaderFault()
     return g_headerFault;
 }
 
-bool HTML_Finish(HtmlEnd end)
+bool HTML_Finish(HtmlEnd end, QString *fault)
 {
-    if (!g_output)
+    QSaveFile *output = g_output.File();
+    if (!output)
         return false;
     Line() << (end == HtmlEnd::Small ? "</body>" : "</BODY>");
     Line() << (end == HtmlEnd::Small ? "</html>" : "</HTML>");
-    Flush();
-    const bool written = g_output->isOpen() && g_output->flush() && g_output->commit();
+    g_output.Flush();
+    const bool written = output->isOpen() && output->flush() && output->commit();
     if (!written) {
         const QString file = QDir::toNativeSeparators(HTML_OutputPath());
-        SetCurrentError({static_cast<int>(g_output->error()),
-                         file,
-                         u"The report could not be written to " % file % u": " % g_output->errorString(),
-                         {}});
+        const QString why = file % u": " % output->errorString();
+        SetCurrentError(
+            {static_cast<int>(output->error()), file, u"The report could not be written to " % why, {}});
+        if (fault)
+            *fault = why;
     }
-    g_output.reset();
+    g_output.Close();
     return written;
 }
 
 void HTML_Discard()
 {
-    g_buffer.resize(0);
-    g_output.reset();
+    g_output.Close();
 }
 
 void HTML_Text(int mode, int size, const QString &text)
@@ -217,27 +255,12 @@ void HTML_Cell(int colSpan, int mode, int hAlign, int vAlign, int size, int widt
 
 void HTML_LabelRow(const QString &label, const QString &value)
 {
-    // The row that reports are made of: all of it that is always the same is put together once.
-    static int border = -1;
-    static QByteArray start;
-    static QByteArray between;
-    if (border != HTMLBorder) {
-        border = HTMLBorder;
-        start = Written([] {
-            HTML_RowStart();
-            HTML_Cell(0, 1, 0, 0, 0, 100, QStringLiteral("&nbsp;"));
-            WriteCellStart(0, 0, 0, 200);
-        });
-        between = Written([] {
-            Line() << "</td>";
-            WriteCellStart(0, 0, 0, 200);
-        });
-    }
-    g_buffer.append(start);
-    HTML_Text(1, 0, label);
-    g_buffer.append(between);
-    HTML_Text(0, 0, value);
-    Line() << "</td>\n</TR>";
+    static const QString blank = QStringLiteral("&nbsp;");
+    HTML_RowStart();
+    HTML_Cell(0, 1, 0, 0, 0, 100, blank);
+    HTML_Cell(0, 1, 0, 0, 0, 200, label);
+    HTML_Cell(0, 0, 0, 0, 0, 200, value);
+    HTML_RowEnd();
 }
 
 void HTML_BlankRow()

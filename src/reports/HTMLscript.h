@@ -22,8 +22,9 @@ QString HTML_HeaderFault();
 /// How the last two tags are spelled: the reports about contacts have always had them in small letters.
 enum class HtmlEnd { Capitals, Small };
 /// Ends the body and puts the file in its place. False if any of it could not be written: the cause is then
-/// noted for HandleError, with the file's name as its source, and what stood there before is still there.
-bool HTML_Finish(HtmlEnd end = HtmlEnd::Capitals);
+/// noted for HandleError, with the file's name as its source, and told in `fault`; what stood there before is
+/// still there.
+bool HTML_Finish(HtmlEnd end = HtmlEnd::Capitals, QString *fault = nullptr);
 /// Throws away what was written since HTML_Start.
 void HTML_Discard();
 

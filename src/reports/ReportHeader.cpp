@@ -20,9 +20,12 @@ ReportHeader LeftOut(const QString &fileName, QStringView why)
 
 ReportHeader ReadReportHeader(const QString &fileName)
 {
-    // A pipe or a device of that name would be read for ever.
-    if (!QFileInfo(fileName).isFile())
+    const QFileInfo info(fileName);
+    if (!info.exists())
         return {};
+    // A pipe or a device of that name would be read for ever.
+    if (!info.isFile())
+        return LeftOut(fileName, info.isDir() ? u"is a folder." : u"is not a file.");
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         return LeftOut(fileName, u"cannot be read.");

@@ -1,20 +1,27 @@
 #include "reports/ReportRun.h"
 
 #include "core/ErrorHandler.h"
+#include "core/Session.h"
 #include "database/MiscODBC.h"
-#include "reports/HTMLscript.h"
+#include "platform/Connection.h"
 
 ReportResult WriteReport(const char *routineName, const QString &title,
-                         const std::function<std::optional<int>()> &body)
+                         const std::function<std::optional<int>()> &body, HtmlEnd end)
 {
-    const ReportResult result = Reported(routineName, ReportResult(), [&]() -> ReportResult {
-        const std::optional<int> held = HTML_Start(title) ? body() : 0;
+    ReportResult result;
+    result.title = title;
+    Reported(routineName, [&] {
+        std::optional<int> held = 0;
+        if (HTML_Start(title)) {
+            const ReadSnapshot snapshot(gConnection);
+            held = body();
+        }
         if (!held)
-            return {};
-        if (HTML_Finish(HtmlEnd::Small))
-            return {true, *held};
-        HandleError(QString::fromLatin1(routineName), 0);
-        return {};
+            return;
+        result.held = *held;
+        result.written = HTML_Finish(end, &result.fault);
+        if (!result.written)
+            HandleError(QString::fromLatin1(routineName), 0);
     });
     if (!result.written)
         HTML_Discard();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "reports/HTMLscript.h"
+
 #include <QString>
 
 #include <functional>
@@ -10,11 +12,13 @@ class Progress;
 /// How a report ended.
 struct ReportResult {
     bool written = false; ///< false: it was stopped, or a failure was reported; the report before it stands
-    int held = 0;         ///< the people, organisations or characteristics in it
+    int held = 0;         ///< the people, organisations, characteristics or payments in it
+    QString title{};
+    QString fault{}; ///< the file that could not be written, and why; "" = no such failure
 };
 
 /// Writes a report between its head and its end. `body` gives what the report holds, or nothing when it was
-/// stopped; a statement of it that fails is reported under `routineName`. A folder that takes no report is
-/// told before `body` does any work.
+/// stopped; a statement of it that fails is reported under `routineName`. Where the engine can, the whole of
+/// it reads one state of the database. A folder that takes no report is told before `body` does any work.
 ReportResult WriteReport(const char *routineName, const QString &title,
-                         const std::function<std::optional<int>()> &body);
+                         const std::function<std::optional<int>()> &body, HtmlEnd end = HtmlEnd::Small);

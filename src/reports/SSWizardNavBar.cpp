@@ -8,6 +8,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 QWidget *WizardPages::AddPage(const QString &name, const QString &title)
 {
     auto *page = new QWidget(this);
@@ -108,6 +110,12 @@ void SSWizardNavBar::GoBack()
         Show(page);
         return;
     }
+}
+
+void SSWizardNavBar::ReturnTo(int page)
+{
+    m_visited.erase(std::find(m_visited.begin(), m_visited.end(), page), m_visited.end());
+    Show(page);
 }
 
 void SSWizardNavBar::Show(int page)

@@ -43,6 +43,7 @@ public:
     void GoNext(); ///< to the next available page; nothing if there is none
     void GoTo(int page);
     void GoBack();
+    void ReturnTo(int page); ///< which the way taken has passed; what lies behind it is no longer of the way
     bool HasNext() const { return NextPage() >= 0; }
     bool HasBack() const { return !m_visited.empty(); }
 

@@ -1,6 +1,5 @@
 #include "reports/TransactionsReport.h"
 
-#include "core/ErrorHandler.h"
 #include "core/Progress.h"
 #include "database/DecodeDateFunc.h"
 #include "database/GlobalCode.h"
@@ -124,8 +123,8 @@ void WriteTotals(const std::vector<MoneyColumn> &columns)
     HTML_RowEnd();
 }
 
-/// False when the user stopped it.
-bool WriteTable(const Recordset &payments, Progress &progress)
+/// What it holds; nothing when it was stopped.
+std::optional<int> WriteTable(const Recordset &payments, Progress &progress)
 {
     std::vector<MoneyColumn> columns = MoneyColumns();
     HTML_Table();
@@ -134,26 +133,19 @@ bool WriteTable(const Recordset &payments, Progress &progress)
     for (const auto &row : payments) {
         WritePayment(row, columns);
         if (!progress(++done, payments.RowCount()))
-            return false;
+            return std::nullopt;
     }
     WriteTotals(columns);
     HTML_TableEnd();
-    return true;
+    return done;
 }
 } // namespace
 
-bool Transactions_HTML(const ReportPeriod &period, Progress &progress)
+ReportResult Transactions_HTML(const ReportPeriod &period, Progress &progress)
 {
-    return Reported("Transactions_HTML", false, [&] {
+    const auto body = [&]() -> std::optional<int> {
         const Recordset payments = OpenRecordset(Statement(period));
-        HTML_Start(Title(period));
-        if (!payments.IsEmpty() && !WriteTable(payments, progress)) {
-            HTML_Discard();
-            return false;
-        }
-        if (HTML_Finish())
-            return true;
-        HandleError(QStringLiteral("Transactions_HTML"), 0);
-        return false;
-    });
+        return payments.IsEmpty() ? 0 : WriteTable(payments, progress);
+    };
+    return WriteReport("Transactions_HTML", Title(period), body, HtmlEnd::Capitals);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-class Progress;
+#include "reports/ReportRun.h"
 
 /// Which payments a report looks at: those of the days `from` to `to` (date-ints, both included), or all.
 struct ReportPeriod {
@@ -10,7 +10,6 @@ struct ReportPeriod {
 };
 
 /// Writes the Transactions report: a row for each act of paying, a column for each payment kind (a voucher
-/// kind without a name has none; the names are the present ones), and the totals. Reads `Transactions` with
-/// the tables of its contact and course. True if the file is there; a failure has been reported, and the
-/// report before it is still there.
-bool Transactions_HTML(const ReportPeriod &period, Progress &progress);
+/// kind without a name has none; the names are the present ones), and the totals. `held` counts payments.
+/// Reads `Transactions` with the tables of its contact and course.
+ReportResult Transactions_HTML(const ReportPeriod &period, Progress &progress);

@@ -1,23 +1,15 @@
 #include "reports/frmContactWiz.h"
 
-#include "core/File_Tools.h"
-#include "core/Session.h"
-#include "platform/Dialogs.h"
 #include "reports/ConcessionReport.h"
 #include "reports/ContactReport.h"
 #include "reports/ContactWizPages.h"
 #include "reports/HTMLscript.h"
 #include "reports/OrgReport.h"
-#include "reports/ReportPdf.h"
-#include "reports/WizardRunPage.h"
-
-#include <QDir>
-#include <QFile>
-#include <QLocale>
+#include "reports/ReportEnd.h"
 
 namespace
 {
-enum Page { WelcomePage, ChoicePage, OrgPage, ProgressPage, DonePage };
+enum Page { WelcomePage, ChoicePage, OrgPage };
 using Report = ContactWizWelcomePage;
 
 ContactOrdering OrderingOf(Report::Report report)
@@ -33,18 +25,6 @@ ContactOrdering OrderingOf(Report::Report report)
         return ContactOrdering::None;
     }
 }
-
-/// "1 person", "5,000 people".
-QString CountText(int held, Report::Report report)
-{
-    const bool isOne = held == 1;
-    QString kind = isOne ? QStringLiteral("person") : QStringLiteral("people");
-    if (report == Report::Organisations)
-        kind = isOne ? QStringLiteral("organisation") : QStringLiteral("organisations");
-    else if (report == Report::Characteristics)
-        kind = isOne ? QStringLiteral("characteristic") : QStringLiteral("characteristics");
-    return QLocale().toString(held) % u' ' % kind;
-}
 } // namespace
 
 frmContactWiz::frmContactWiz(QWidget *parent, Opener opener)
@@ -58,11 +38,7 @@ frmContactWiz::frmContactWiz(QWidget *parent, Opener opener)
     m_choice = new ContactWizChoicePage(page(QStringLiteral("Choice"), QStringLiteral("Contact Report")));
     m_organisations = new ContactWizOrgPage(
         page(QStringLiteral("Organisations"), QStringLiteral("Selecting Relevant Information")));
-    m_progress = new WizardRunPage(page(QStringLiteral("Progress"), QStringLiteral("Processing Report")));
-    m_done = new ContactWizDonePage(page(QStringLiteral("Done"), QStringLiteral("Report Finished")));
-    // Neither is walked to: the report itself goes there.
-    m_pages->SetAvailable(ProgressPage, false);
-    m_pages->SetAvailable(DonePage, false);
+    m_end = new ReportEnd(m_pages);
     m_choice->OfferSelected(opener != Opener::MainWindow, opener == Opener::PeopleSelected);
 
     connect(m_welcome, &ContactWizWelcomePage::Changed, this, &frmContactWiz::OnReportChanged);
@@ -72,9 +48,7 @@ frmContactWiz::frmContactWiz(QWidget *parent, Opener opener)
         else
             OnFinish();
     });
-    connect(m_done, &ContactWizDonePage::Open, this, [] { OpenDocument(HTML_OutputPath()); });
-    connect(m_done, &ContactWizDonePage::SavePdf, this, &frmContactWiz::SavePdf);
-    Start(m_progress);
+    Start(m_end->RunPage());
 }
 
 /// The pages that the report needs; the list of characteristics needs none.
@@ -90,7 +64,7 @@ WizardForm::Offer frmContactWiz::Offered(int page) const
 {
     if (page == WelcomePage)
         return {.next = SSWizardNavBar1->HasNext(), .finish = !SSWizardNavBar1->HasNext()};
-    return {.finish = page != ProgressPage};
+    return {.finish = page == ChoicePage || page == OrgPage || m_end->IsDone(), .cancel = !m_end->IsDone()};
 }
 
 void frmContactWiz::Enter(int page)
@@ -107,31 +81,28 @@ void frmContactWiz::Enter(int page)
 
 void frmContactWiz::OnFinish()
 {
-    if (m_pages->currentIndex() == DonePage)
+    if (m_end->IsDone())
         return accept();
     HTMLBorder = m_welcome->TableBorder() ? 1 : 0;
-    SSWizardNavBar1->GoTo(ProgressPage);
-    ReportResult result;
-    const bool stopped = m_progress->Run(QStringLiteral("The report is being generated..."),
-                                         [&](Progress &progress) { result = Write(progress); });
-    if (result.written) {
-        ShowResult(result);
-    } else if (stopped) {
-        SSWizardNavBar1->GoBack();
-    } else {
-        m_progress->Tell(u"The report was not written: " % QDir::toNativeSeparators(HTML_OutputPath()));
-    }
+    const auto run = [this](const QString &one, const QString &many) {
+        m_end->Run(
+            SSWizardNavBar1, [this](Progress &progress) { return Write(progress); }, one, many);
+    };
+    const Report::Report kind = m_welcome->Selected();
+    if (kind == Report::Characteristics)
+        run(QStringLiteral("characteristic"), QStringLiteral("characteristics"));
+    else if (kind == Report::Organisations)
+        run(QStringLiteral("organisation"), QStringLiteral("organisations"));
+    else
+        run(QStringLiteral("person"), QStringLiteral("people"));
 }
 
 ReportResult frmContactWiz::Write(Progress &progress)
 {
     const Report::Report kind = m_welcome->Selected();
-    if (kind == Report::Characteristics) {
-        m_title = QStringLiteral("Characteristics & Discounts");
+    if (kind == Report::Characteristics)
         return Concession_Rep_HTML(progress);
-    }
     if (kind == Report::Organisations) {
-        m_title = QStringLiteral("Organisations");
         const OrgFlags flags = m_organisations->Choices();
         return m_organisations->Tabular() ? Org_Report_Tabular_HTML(flags, progress)
                                           : Org_Report_HTML(flags, progress);
@@ -139,39 +110,6 @@ ReportResult frmContactWiz::Write(Progress &progress)
     ContactReport report = m_choice->Choices();
     report.staffOnly = kind == Report::Staff;
     report.ordering = OrderingOf(kind);
-    m_title = BuildTitleString(report);
     return m_choice->Tabular() ? Contact_Rep_Tabular_HTML(report, progress)
                                : Contact_Rep_HTML(report, progress);
-}
-
-void frmContactWiz::ShowResult(const ReportResult &result)
-{
-    SSWizardNavBar1->GoTo(DonePage);
-    m_done->Enter(u"The report \"" % m_title % u"\" holds " % CountText(result.held, m_welcome->Selected()) %
-                      u'.',
-                  HTML_HeaderFault());
-    if (QFile::exists(HTML_OutputPath()))
-        OpenDocument(HTML_OutputPath());
-}
-
-void frmContactWiz::SavePdf()
-{
-    const QString pdf =
-        Dialogs::SaveFile({QStringLiteral("Save as PDF"), gDocDir, m_title % u".pdf",
-                           QStringLiteral("PDF Documents (*.pdf);;All Files (*.*)"), QStringLiteral("pdf")});
-    if (pdf.isEmpty())
-        return;
-    SSWizardNavBar1->GoTo(ProgressPage);
-    QString fault;
-    bool saved = false;
-    m_progress->Run(QStringLiteral("The report is being saved as PDF..."), [&](Progress &progress) {
-        saved = SaveReportAsPdf(HTML_OutputPath(), pdf, progress, fault);
-    });
-    m_pages->SetAvailable(DonePage, true);
-    SSWizardNavBar1->GoBack();
-    m_pages->SetAvailable(DonePage, false);
-    if (saved)
-        m_done->Tell(u"Saved as " % QDir::toNativeSeparators(pdf));
-    else if (!fault.isEmpty())
-        m_done->Tell(u"The PDF was not written: " % fault);
 }

@@ -4,11 +4,10 @@
 #include "reports/WizardForm.h"
 
 class ContactWizChoicePage;
-class ContactWizDonePage;
 class ContactWizOrgPage;
 class ContactWizWelcomePage;
 class Progress;
-class WizardRunPage;
+class ReportEnd;
 
 /// The report wizard of the contacts: picks one of seven reports and what it holds, writes it, opens it, and
 /// saves it as PDF.
@@ -31,13 +30,9 @@ protected:
 private:
     void OnReportChanged();
     ReportResult Write(Progress &progress);
-    void ShowResult(const ReportResult &result);
-    void SavePdf();
 
     ContactWizWelcomePage *m_welcome;
     ContactWizChoicePage *m_choice;
     ContactWizOrgPage *m_organisations;
-    WizardRunPage *m_progress;
-    ContactWizDonePage *m_done;
-    QString m_title; ///< of the report written last
+    ReportEnd *m_end;
 };

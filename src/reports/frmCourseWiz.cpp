@@ -1,22 +1,19 @@
 #include "reports/frmCourseWiz.h"
 
-#include "core/File_Tools.h"
 #include "core/Session.h"
 #include "database/DecodeDateFunc.h"
 #include "forms/FormBuilder.h"
 #include "platform/Clock.h"
 #include "reports/CourseSubset.h"
 #include "reports/HTMLscript.h"
+#include "reports/ReportEnd.h"
 #include "reports/TransactionsReport.h"
-#include "reports/WizardRunPage.h"
 
-#include <QDir>
-#include <QFile>
 #include <QLocale>
 
 namespace
 {
-enum Page { WelcomePage, DatesPage, ProgressPage };
+enum Page { WelcomePage, DatesPage };
 
 /// The settings file may hold a date in this form or in the short form of the workstation.
 QDate DateOf(const QString &text)
@@ -36,9 +33,8 @@ frmCourseWiz::frmCourseWiz(QWidget *parent)
     BuildWelcome(
         m_pages->AddPage(QStringLiteral("Welcome"), QStringLiteral("Welcome to the Course Report Wizard")));
     BuildDates(m_pages->AddPage(QStringLiteral("Dates"), QStringLiteral("Selecting Date Period")));
-    m_progress =
-        new WizardRunPage(m_pages->AddPage(QStringLiteral("Progress"), QStringLiteral("Processing Report")));
-    Start(m_progress);
+    m_end = new ReportEnd(m_pages);
+    Start(m_end->RunPage());
 }
 
 void frmCourseWiz::BuildWelcome(QWidget *page)
@@ -75,7 +71,9 @@ void frmCourseWiz::BuildDates(QWidget *page)
 
 WizardForm::Offer frmCourseWiz::Offered(int page) const
 {
-    return {.next = page == WelcomePage, .finish = page == DatesPage};
+    return {.next = page == WelcomePage,
+            .finish = page == DatesPage || m_end->IsDone(),
+            .cancel = !m_end->IsDone()};
 }
 
 void frmCourseWiz::Enter(int page)
@@ -101,20 +99,12 @@ void frmCourseWiz::RememberChoices() const
 
 void frmCourseWiz::OnFinish()
 {
+    if (m_end->IsDone())
+        return accept();
     RememberChoices();
-    SSWizardNavBar1->GoTo(ProgressPage);
     const ReportPeriod period{m_noDates->isChecked(), DateToInt(m_dateFrom->date()),
                               DateToInt(m_dateTo->date())};
-    bool written = false;
-    const bool stopped =
-        m_progress->Run(QStringLiteral("The report is being generated..."),
-                        [&](Progress &progress) { written = Transactions_HTML(period, progress); });
-    if (stopped && !written) {
-        SSWizardNavBar1->GoBack();
-    } else if (!written) {
-        m_progress->Tell(u"The report was not written: " % QDir::toNativeSeparators(HTML_OutputPath()));
-    } else if (QFile::exists(HTML_OutputPath())) {
-        accept();
-        OpenDocument(HTML_OutputPath());
-    }
+    m_end->Run(
+        SSWizardNavBar1, [&period](Progress &progress) { return Transactions_HTML(period, progress); },
+        QStringLiteral("payment"), QStringLiteral("payments"));
 }

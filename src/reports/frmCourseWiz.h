@@ -6,9 +6,10 @@
 class ListView;
 class QCheckBox;
 class QDateEdit;
-class WizardRunPage;
+class ReportEnd;
 
-/// The report wizard of the Course Manager: picks a report and its period, writes it and opens it.
+/// The report wizard of the Course Manager: picks a report and its period, writes it,
+/// opens it, and saves it as PDF.
 class frmCourseWiz final : public WizardForm
 {
     Q_OBJECT
@@ -33,6 +34,6 @@ private:
     QDateEdit *m_dateFrom = nullptr;
     QDateEdit *m_dateTo = nullptr;
     QCheckBox *m_noDates = nullptr;
-    WizardRunPage *m_progress = nullptr;
+    ReportEnd *m_end = nullptr;
     QList<int> m_courseSubset;
 };

@@ -40,6 +40,7 @@ private slots:
     void ticks_are_kept_between_sessions();
     void twenty_thousand_selected();
     void a_stopped_report_leaves_the_last_one();
+    void a_person_deleted_meanwhile();
     void a_lost_selection_tells_of_nobody();
     void a_folder_that_is_gone_is_told_before_the_work();
 
@@ -503,6 +504,34 @@ void test_contactreport::a_stopped_report_leaves_the_last_one()
     QVERIFY(stops([](Progress &run) { return Concession_Rep_HTML(run); }));
     QCOMPARE(ReportLines(), before);
     QCOMPARE(looks, (QStringList{"1/3", "2/3", "1/3", "2/3", "1/2", "2/2", "1/2", "2/2"}));
+}
+
+/// Another workstation deletes the second person while the first is written: on the file engine the report
+/// is of the moment when it began, on a server the person is there without the lists. Nobody waits.
+void test_contactreport::a_person_deleted_meanwhile()
+{
+    Connection other;
+    QVERIFY(other.Open(m_database->ConnectionText()));
+    bool deleted = false;
+    Progress progress(
+        [&](int, int) {
+            if (deleted)
+                return;
+            deleted = true;
+            QVERIFY(other.Execute(QStringLiteral("UPDATE Contacts SET ContactContactRef = 1")));
+            for (const char *table : {"ContactConcession", "Groups", "Contacts"})
+                QVERIFY(other.Execute(u"DELETE FROM " % QLatin1String(table) % u" WHERE ContactRef = 3"));
+        },
+        0);
+    const ReportResult result = Contact_Rep_HTML(Report(Everything<ContactFlags>()), progress);
+    QVERIFY(deleted && result.written);
+    QCOMPARE(result.held, 2);
+    const QStringList lines = ReportLines();
+    QStringList person = {"Ray, Bob", "_|Gender:|Not Known"};
+    if (!TestDatabase::IsOnServer())
+        person += {"_|Characteristics:", "_|_|Student", "_|Groups:", "_|_|Lees"};
+    QCOMPARE(lines.mid(lines.indexOf(person.first())), person);
+    QCOMPARE(Contact_Rep_HTML(Report(Everything<ContactFlags>()), onward).held, 1);
 }
 
 void test_contactreport::a_lost_selection_tells_of_nobody()

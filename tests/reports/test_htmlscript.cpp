@@ -22,7 +22,7 @@ private slots:
     void letters_outside_the_code_page_stay();
     void letterheads_data();
     void letterheads();
-    void a_pipe_for_a_letterhead_is_not_waited_for();
+    void a_letterhead_that_is_no_file();
 
 private:
     QByteArray Output() const;
@@ -168,11 +168,17 @@ void test_htmlscript::letterheads()
     QVERIFY2(fault.isEmpty() ? told.isEmpty() : told.endsWith(fault), qPrintable(told));
 }
 
-void test_htmlscript::a_pipe_for_a_letterhead_is_not_waited_for()
+void test_htmlscript::a_letterhead_that_is_no_file()
 {
-    QVERIFY(mkfifo(QFile::encodeName(gHeaderFile).constData(), 0600) == 0);
+    QVERIFY(QDir().mkdir(gHeaderFile));
     HTML_Start({});
     QVERIFY(HTML_Finish());
+    QVERIFY(HTML_HeaderFault().endsWith(QString(QDir::toNativeSeparators(gHeaderFile) % u" is a folder.")));
+    QVERIFY(QDir().rmdir(gHeaderFile));
+    QVERIFY(mkfifo(QFile::encodeName(gHeaderFile).constData(), 0600) == 0); // not waited for
+    HTML_Start({});
+    QVERIFY(HTML_Finish());
+    QVERIFY(HTML_HeaderFault().endsWith(u" is not a file."));
 }
 
 QTEST_GUILESS_MAIN(test_htmlscript)

@@ -125,6 +125,8 @@ void AddReport(TourDriver &tour, TourPlan &plan)
     tour.See(QStringLiteral("frmCourseWiz"), QStringLiteral("report dates"),
              [](QWidget &screen) { Hands::Press(screen, QStringLiteral("cmdNav_3")); });
     tour.WaitForFile(plan.programFolder % u"/opened.txt");
+    tour.See(QStringLiteral("frmCourseWiz"), QStringLiteral("report held"),
+             [](QWidget &screen) { Hands::Press(screen, QStringLiteral("cmdNav_3")); });
     tour.See(QStringLiteral("frmMain"), QStringLiteral("report opened"), [&tour, &plan](QWidget &) {
         QFile report(plan.programFolder % u"/Reports/temp.htm");
         tour.Expect(report.open(QIODevice::ReadOnly), QStringLiteral("there is no report"));
