@@ -5,10 +5,10 @@
 #include "database/MiscODBC.h"
 #include "database/System.h"
 #include "enrolment/Fees.h"
+#include "reports/ReportFields.h"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 
 namespace
 {
@@ -72,12 +72,11 @@ QString PaymentLabel(size_t kind)
 /// what another screen has stored.
 void AddMoney(const Recordset::Row &row, ContactHistory::Attended &course)
 {
-    using ContactHistory::Money;
     const double fee = row.Double(u"BasicFee");
     const double discount = row.Double(u"Discount");
     const double taxRate = row.Double(u"TaxRate");
     double amount = fee;
-    course.money.push_back({QStringLiteral("Course Fee:"), Money(fee)});
+    course.money.push_back({QStringLiteral("Course Fee:"), MoneyText(fee)});
     if (discount > 0) {
         amount = TextValue(FormatNumber(fee - fee / 100 * discount, 2));
         course.money.push_back({QStringLiteral("Discount %:"),
@@ -87,18 +86,18 @@ void AddMoney(const Recordset::Row &row, ContactHistory::Attended &course)
         const double tax = amount * taxRate / 100;
         amount += tax;
         course.money.push_back({Shortened(row.Text(u"TaxName"), longestTaxName),
-                                Money(tax) % u" (" % SqlNumber(taxRate) % u"%)"});
+                                MoneyText(tax) % u" (" % SqlNumber(taxRate) % u"%)"});
     }
     if (discount > 0 || taxRate > 0)
-        course.money.push_back({QStringLiteral("Amount Due:"), Money(amount)});
+        course.money.push_back({QStringLiteral("Amount Due:"), MoneyText(amount)});
     for (size_t kind = 0; kind < paymentKinds.size(); ++kind) {
         const double paid = row.Double(paymentKinds[kind].column);
         if (paid <= 0)
             continue;
-        course.money.push_back({PaymentLabel(kind), Money(paid)});
+        course.money.push_back({PaymentLabel(kind), MoneyText(paid)});
         amount -= paid;
     }
-    course.money.push_back({QStringLiteral("Amount Owing:"), Money(amount)});
+    course.money.push_back({QStringLiteral("Amount Owing:"), MoneyText(amount)});
     course.owing = amount;
 }
 
@@ -112,15 +111,6 @@ QString StaffedSql(QStringView columns, int contactRef)
            u" AND CourseStaff.RoleTypeRef = RoleTypes.RoleTypeRef ORDER BY CourseEvents.EDate";
 }
 } // namespace
-
-QString ContactHistory::Money(double amount)
-{
-    // What binary fractions leave behind the cents of a running sum is no money.
-    constexpr double noise = 1e-7;
-    const double cents = std::round(amount * 100) / 100;
-    return SystemValue(SystemRef::CurrencySymbol) %
-           FormatNumber(std::abs(amount - cents) < noise ? cents : amount, 2);
-}
 
 QString ContactHistory::Notes(int contactRef)
 {

@@ -39,7 +39,4 @@ struct Staffed {
 std::vector<Staffed> CoursesStaffed(int contactRef);
 /// The same with the role, a row for each role on a course with its first day. Reads `RoleTypes` too.
 std::vector<Staffed> RolesOnCourses(int contactRef);
-
-/// An amount with the currency symbol in front.
-QString Money(double amount);
 } // namespace ContactHistory

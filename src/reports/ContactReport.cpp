@@ -1,6 +1,5 @@
 #include "reports/ContactReport.h"
 
-#include "core/Progress.h"
 #include "database/DecodeDateFunc.h"
 #include "database/MiscODBC.h"
 #include "reports/ContactHistory.h"
@@ -9,18 +8,13 @@
 
 namespace
 {
-constexpr int bold = 1;
-constexpr int headingSize = 4;
-
-const QString blank = QStringLiteral("&nbsp;");
-
 void WriteList(const QString &label, const QStringList &names)
 {
     if (names.isEmpty())
         return;
     WriteListLabel(label);
     for (const QString &name : names)
-        HTML_LabelRow(blank, name);
+        WriteListRow(name);
 }
 
 void WriteCoursesAttended(int contactRef)
@@ -31,12 +25,12 @@ void WriteCoursesAttended(int contactRef)
     WriteListLabel(QStringLiteral("Courses Attended:"));
     double owing = 0;
     for (const ContactHistory::Attended &course : courses) {
-        HTML_LabelRow(blank, course.course);
+        WriteListRow(course.course);
         for (const ContactHistory::MoneyRow &money : course.money)
             HTML_LabelRow(money.label, money.value);
         owing += course.owing;
     }
-    HTML_LabelRow(QStringLiteral("Total Amount Owing:"), ContactHistory::Money(owing));
+    HTML_LabelRow(QStringLiteral("Total Amount Owing:"), MoneyText(owing));
 }
 
 void WriteCoursesStaffed(int contactRef)
@@ -64,8 +58,7 @@ public:
     {
         const auto contactRef = static_cast<int>(row.Long(u"ContactRef"));
         HTML_Rule();
-        HTML_Text(bold, headingSize, ContactName(m_report.nameOpt, row));
-        HTML_Text(0, 0, QStringLiteral("<br>"));
+        WriteHeading(ContactName(m_report.nameOpt, row));
         HTML_Table();
         WriteLabelRows(m_personal, row);
         if (Has(ContactItem::Notes)) {
@@ -128,16 +121,11 @@ ReportResult Contact_Rep_HTML(const ContactReport &report, Progress &progress)
         if (!people)
             return std::nullopt;
         const PersonWriter writer(report, *people);
-        int held = 0;
-        int done = 0;
-        for (const auto &row : *people) {
-            if (row.Long(u"ContactRef") != 1) {
+        return WriteRecords(*people, progress, [&writer](const Recordset::Row &row) {
+            const bool counts = row.Long(u"ContactRef") != 1;
+            if (counts)
                 writer.Write(row);
-                ++held;
-            }
-            if (!progress(++done, people->RowCount()))
-                return std::nullopt;
-        }
-        return held;
+            return counts;
+        });
     });
 }

@@ -1,4 +1,3 @@
-#include "core/Progress.h"
 #include "database/DecodeDateFunc.h"
 #include "reports/ContactHistory.h"
 #include "reports/ContactReport.h"
@@ -162,18 +161,17 @@ ReportResult Contact_Rep_Tabular_HTML(const ContactReport &report, Progress &pro
         TableWriter writer(report, *people);
         HTML_Table();
         writer.WriteTitles();
-        QSet<qint64> held;
-        int done = 0;
-        for (const auto &row : *people) {
+        QSet<qint64> written;
+        const auto held = WriteRecords(*people, progress, [&](const Recordset::Row &row) {
             const qint64 contactRef = row.Long(u"ContactRef");
-            if (contactRef != 1) {
-                writer.Write(row);
-                held.insert(contactRef);
-            }
-            if (!progress(++done, people->RowCount()))
-                return std::nullopt;
-        }
+            if (contactRef == 1)
+                return false;
+            writer.Write(row);
+            const bool isNew = !written.contains(contactRef);
+            written.insert(contactRef);
+            return isNew;
+        });
         HTML_TableEnd();
-        return static_cast<int>(held.size());
+        return held;
     });
 }

@@ -115,8 +115,11 @@ ContactWizChoicePage::ContactWizChoicePage(QWidget *page)
 
 void ContactWizChoicePage::Enter(bool tabularOnly)
 {
-    if (tabularOnly)
-        LayOpt[1]->setChecked(true);
+    if (tabularOnly && !m_tabularOnly)
+        m_chosenLayout = ::Chosen(LayOpt);
+    if (tabularOnly != m_tabularOnly)
+        LayOpt[static_cast<size_t>(tabularOnly ? 1 : m_chosenLayout)]->setChecked(true);
+    m_tabularOnly = tabularOnly;
     for (QRadioButton *option : LayOpt)
         option->setDisabled(tabularOnly);
     Basic->setFocus();

@@ -67,6 +67,8 @@ private:
     std::array<QRadioButton *, 4> nameOpt{};
     std::array<QRadioButton *, 2> ConOpt{}; ///< all, selected
     std::array<QRadioButton *, 2> LayOpt{}; ///< one item per line, tabular
+    bool m_tabularOnly = false;
+    int m_chosenLayout = 0; ///< before the layout was forced
 };
 
 /// What of the organisations is in the report.

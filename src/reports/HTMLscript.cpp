@@ -175,7 +175,7 @@ bool HTML_Start(const QString &title)
     const ReportHeader header = ReadReportHeader(gHeaderFile);
     g_headerFault = header.fault;
     g_output.Put(header.bytes.constData(), static_cast<size_t>(header.bytes.size()));
-    HTML_Text(1, 5, title);
+    HTML_Text(Html::bold, Html::titleSize, title);
     return isOpen;
 }
 

@@ -28,6 +28,20 @@ bool HTML_Finish(HtmlEnd end = HtmlEnd::Capitals, QString *fault = nullptr);
 /// Throws away what was written since HTML_Start.
 void HTML_Discard();
 
+/// The codes of texts and cells that reports use.
+namespace Html
+{
+constexpr int bare = 0; ///< modes
+constexpr int bold = 1;
+constexpr int plain = 2;
+constexpr int left = 0; ///< alignments
+constexpr int centre = 1;
+constexpr int right = 2;
+constexpr int textSize = 2; ///< sizes
+constexpr int headingSize = 4;
+constexpr int titleSize = 5;
+} // namespace Html
+
 /// Mode 0 writes the bare text, 1 a bold paragraph, any other a paragraph. Size is a size code, 1 to 6.
 void HTML_Text(int mode, int size, const QString &text);
 void HTML_Table();

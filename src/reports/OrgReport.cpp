@@ -1,6 +1,5 @@
 #include "reports/OrgReport.h"
 
-#include "core/Progress.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
 #include "reports/ContactReportSql.h"
@@ -9,9 +8,6 @@
 
 namespace
 {
-constexpr int bold = 1;
-constexpr int headingSize = 4;
-
 Recordset OpenPeople(qint64 organRef)
 {
     return OpenRecordset(
@@ -36,9 +32,9 @@ void WritePeople(qint64 organRef)
     WriteListLabel(QStringLiteral("Contacts"));
     for (const auto &row : people) {
         HTML_RowStart();
-        HTML_Cell(0, bold, 0, 0, 0, 100, QStringLiteral("&nbsp;"));
-        HTML_Cell(0, 0, 0, 0, 0, 200, PersonText(row));
-        HTML_Cell(0, 0, 0, 0, 0, 200, row.Text(u"JobTitle"));
+        HTML_Cell(0, Html::bold, 0, 0, 0, 100, QStringLiteral("&nbsp;"));
+        HTML_Cell(0, Html::bare, 0, 0, 0, 200, PersonText(row));
+        HTML_Cell(0, Html::bare, 0, 0, 0, 200, row.Text(u"JobTitle"));
         HTML_RowEnd();
     }
 }
@@ -58,22 +54,16 @@ Recordset OpenOrganisations(const OrgFlags &flags)
     return OpenRecordset(BuildOrgSqlString(flags) % u" ORDER BY Organisations.OrganName ASC;");
 }
 
-/// Walks the organisations; nothing when it was stopped.
-std::optional<int> ForEachOrganisation(const Recordset &organisations, Progress &progress,
-                                       const std::function<void(const Recordset::Row &, qint64)> &write)
+std::optional<int> WriteOrganisations(const Recordset &organisations, Progress &progress,
+                                      const std::function<void(const Recordset::Row &, qint64)> &write)
 {
-    int held = 0;
-    int done = 0;
-    for (const auto &row : organisations) {
+    return WriteRecords(organisations, progress, [&write](const Recordset::Row &row) {
         const qint64 organRef = row.Long(u"OrganRef");
-        if (organRef != 1) {
-            write(row, organRef);
-            ++held;
-        }
-        if (!progress(++done, organisations.RowCount()))
-            return std::nullopt;
-    }
-    return held;
+        if (organRef == 1)
+            return false;
+        write(row, organRef);
+        return true;
+    });
 }
 } // namespace
 
@@ -84,9 +74,8 @@ ReportResult Org_Report_HTML(const OrgFlags &flags, Progress &progress)
         const Recordset organisations = OpenOrganisations(flags);
         std::vector<ReportField> fields = OrgFields(flags);
         FindFields(fields, organisations);
-        return ForEachOrganisation(organisations, progress, [&](const Recordset::Row &row, qint64 organRef) {
-            HTML_Text(bold, headingSize, HTML_FieldText(row, u"OrganName"));
-            HTML_Text(0, 0, QStringLiteral("<br>"));
+        return WriteOrganisations(organisations, progress, [&](const Recordset::Row &row, qint64 organRef) {
+            WriteHeading(HTML_FieldText(row, u"OrganName"));
             HTML_Table();
             WriteLabelRows(fields, row);
             if (flags[OrgItem::Contacts] != 0)
@@ -111,7 +100,7 @@ ReportResult Org_Report_Tabular_HTML(const OrgFlags &flags, Progress &progress)
             WriteTitleCell(QStringLiteral("Contacts"), 300);
         HTML_RowEnd();
         const auto held =
-            ForEachOrganisation(organisations, progress, [&](const Recordset::Row &row, qint64 organRef) {
+            WriteOrganisations(organisations, progress, [&](const Recordset::Row &row, qint64 organRef) {
                 HTML_RowStart();
                 WriteValueCell(HTML_FieldText(row, u"OrganName"), 200);
                 WriteValueCells(fields, row);

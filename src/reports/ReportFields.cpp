@@ -1,16 +1,12 @@
 #include "reports/ReportFields.h"
 
 #include "database/DecodeDateFunc.h"
+#include "database/GlobalCode.h"
 #include "database/System.h"
 #include "reports/HTMLscript.h"
 
 namespace
 {
-constexpr int bold = 1;
-constexpr int plain = 2;
-constexpr int centre = 1;
-constexpr int textSize = 2;
-
 const QString blank = QStringLiteral("&nbsp;");
 
 struct Choice {
@@ -156,6 +152,17 @@ QString FieldValue(const ReportField &field, const Recordset::Row &row)
     return value;
 }
 
+QString MoneyText(double amount)
+{
+    return SystemValue(SystemRef::CurrencySymbol) % FormatNumber(amount, 2);
+}
+
+void WriteHeading(const QString &name)
+{
+    HTML_Text(Html::bold, Html::headingSize, name);
+    HTML_Text(Html::bare, 0, QStringLiteral("<br>"));
+}
+
 void WriteLabelRows(const std::vector<ReportField> &fields, const Recordset::Row &row)
 {
     for (const ReportField &field : fields) {
@@ -170,19 +177,24 @@ void WriteLabelRows(const std::vector<ReportField> &fields, const Recordset::Row
 void WriteListLabel(const QString &label)
 {
     HTML_RowStart();
-    HTML_Cell(0, bold, 0, 0, 0, 100, blank);
-    HTML_Cell(0, bold, 0, 0, 0, 200, label);
+    HTML_Cell(0, Html::bold, 0, 0, 0, 100, blank);
+    HTML_Cell(0, Html::bold, 0, 0, 0, 200, label);
     HTML_RowEnd();
+}
+
+void WriteListRow(const QString &value)
+{
+    HTML_LabelRow(blank, value);
 }
 
 void WriteTitleCell(const QString &title, int width)
 {
-    HTML_Cell(0, bold, centre, 0, textSize, width, title);
+    HTML_Cell(0, Html::bold, Html::centre, 0, Html::textSize, width, title);
 }
 
 void WriteValueCell(const QString &value, int width)
 {
-    HTML_Cell(0, plain, 0, 0, textSize, width, value.isEmpty() ? blank : value);
+    HTML_Cell(0, Html::plain, 0, 0, Html::textSize, width, value.isEmpty() ? blank : value);
 }
 
 void WriteTitleCells(const std::vector<ReportField> &fields)

@@ -39,10 +39,16 @@ std::vector<ReportField> OrgFields(const OrgFlags &flags);
 /// nothing.
 QString FieldValue(const ReportField &field, const Recordset::Row &row);
 
+/// An amount with the currency symbol in front, to two places.
+QString MoneyText(double amount);
+
+/// Writes what stands above the items of a person or an organisation.
+void WriteHeading(const QString &name);
 /// Writes a row for each field that has a label and a value.
 void WriteLabelRows(const std::vector<ReportField> &fields, const Recordset::Row &row);
-/// Writes a row of the two cells "&nbsp;" and `label`, above the rows of a list.
+/// Writes a row of the two cells "&nbsp;" and `label`, above the rows of a list; and a row of that list.
 void WriteListLabel(const QString &label);
+void WriteListRow(const QString &value);
 
 /// Writes a cell of a table: a title in bold and centred, or a value, where "" becomes "&nbsp;".
 void WriteTitleCell(const QString &title, int width);

@@ -1,6 +1,7 @@
 #include "reports/ReportRun.h"
 
 #include "core/ErrorHandler.h"
+#include "core/Progress.h"
 #include "core/Session.h"
 #include "database/MiscODBC.h"
 #include "platform/Connection.h"
@@ -26,4 +27,18 @@ ReportResult WriteReport(const char *routineName, const QString &title,
     if (!result.written)
         HTML_Discard();
     return result;
+}
+
+std::optional<int> WriteRecords(const Recordset &rows, Progress &progress,
+                                const std::function<bool(const Recordset::Row &)> &write)
+{
+    int held = 0;
+    int done = 0;
+    for (const auto &row : rows) {
+        if (write(row))
+            ++held;
+        if (!progress(++done, rows.RowCount()))
+            return std::nullopt;
+    }
+    return held;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Recordset.h"
 #include "reports/HTMLscript.h"
 
 #include <QString>
@@ -22,3 +23,8 @@ struct ReportResult {
 /// it reads one state of the database. A folder that takes no report is told before `body` does any work.
 ReportResult WriteReport(const char *routineName, const QString &title,
                          const std::function<std::optional<int>()> &body, HtmlEnd end = HtmlEnd::Small);
+
+/// Has each record written, and tells `progress` of it. `write` gives whether the record counts. Gives how
+/// many do, or nothing when it was stopped.
+std::optional<int> WriteRecords(const Recordset &rows, Progress &progress,
+                                const std::function<bool(const Recordset::Row &)> &write);

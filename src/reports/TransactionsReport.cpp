@@ -1,21 +1,16 @@
 #include "reports/TransactionsReport.h"
 
-#include "core/Progress.h"
 #include "database/DecodeDateFunc.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
 #include "database/System.h"
 #include "reports/HTMLscript.h"
+#include "reports/ReportFields.h"
 
 #include <vector>
 
 namespace
 {
-constexpr int bold = 1;
-constexpr int plain = 2;
-constexpr int left = 0;
-constexpr int right = 2;
-constexpr int textSize = 2;
 constexpr int moneyWidth = 80;
 
 /// A column of money: its title, the column of the table, and its sum so far.
@@ -63,49 +58,44 @@ QString Title(const ReportPeriod &period)
     return u"Transactions,  " % IntToDateText(int(period.from)) % u" to " % IntToDateText(int(period.to));
 }
 
-QString Money(double value)
-{
-    return SystemValue(SystemRef::CurrencySymbol) % FormatNumber(value, 2);
-}
-
 void TextCell(int mode, int width, const QString &text)
 {
-    HTML_Cell(0, mode, left, 0, textSize, width, text);
+    HTML_Cell(0, mode, Html::left, 0, Html::textSize, width, text);
 }
 
 void MoneyCell(int mode, const QString &text)
 {
-    HTML_Cell(0, mode, right, 0, textSize, moneyWidth, text);
+    HTML_Cell(0, mode, Html::right, 0, Html::textSize, moneyWidth, text);
 }
 
 void WriteTitles(const std::vector<MoneyColumn> &columns)
 {
     HTML_RowStart();
-    TextCell(bold, 80, QStringLiteral("Date"));
-    TextCell(bold, 200, QStringLiteral("Contact"));
-    TextCell(bold, 250, QStringLiteral("Course"));
+    TextCell(Html::bold, 80, QStringLiteral("Date"));
+    TextCell(Html::bold, 200, QStringLiteral("Contact"));
+    TextCell(Html::bold, 250, QStringLiteral("Course"));
     for (const MoneyColumn &column : columns)
-        MoneyCell(bold, column.title);
-    MoneyCell(bold, QStringLiteral("Total"));
+        MoneyCell(Html::bold, column.title);
+    MoneyCell(Html::bold, QStringLiteral("Total"));
     HTML_RowEnd();
 }
 
 void WritePayment(const Recordset::Row &row, std::vector<MoneyColumn> &columns)
 {
     HTML_RowStart();
-    TextCell(plain, 80, IntToDateText(static_cast<int>(row.Long(u"DateTrn"))));
-    TextCell(plain, 200,
+    TextCell(Html::plain, 80, IntToDateText(static_cast<int>(row.Long(u"DateTrn"))));
+    TextCell(Html::plain, 200,
              row.Text(u"ContactTitle") % u' ' % row.Text(u"Cust_Forename") % u' ' %
                  row.Text(u"Cust_Surname"));
-    TextCell(plain, 250, row.Text(u"CourseTitle"));
+    TextCell(Html::plain, 250, row.Text(u"CourseTitle"));
     double total = 0;
     for (MoneyColumn &column : columns) {
         const double paid = row.Double(column.field);
-        MoneyCell(plain, Money(paid));
+        MoneyCell(Html::plain, MoneyText(paid));
         column.sum += paid;
         total += paid;
     }
-    MoneyCell(plain, Money(total));
+    MoneyCell(Html::plain, MoneyText(total));
     HTML_RowEnd();
 }
 
@@ -113,39 +103,36 @@ void WriteTotals(const std::vector<MoneyColumn> &columns)
 {
     HTML_RowStart();
     for (const int width : {80, 200, 250})
-        TextCell(bold, width, QStringLiteral("&nbsp;"));
+        TextCell(Html::bold, width, QStringLiteral("&nbsp;"));
     double total = 0;
     for (const MoneyColumn &column : columns) {
-        MoneyCell(bold, Money(column.sum));
+        MoneyCell(Html::bold, MoneyText(column.sum));
         total += column.sum;
     }
-    MoneyCell(bold, Money(total));
+    MoneyCell(Html::bold, MoneyText(total));
     HTML_RowEnd();
 }
 
-/// What it holds; nothing when it was stopped.
-std::optional<int> WriteTable(const Recordset &payments, Progress &progress)
+std::optional<int> WriteTable(const ReportPeriod &period, Progress &progress)
 {
+    const Recordset payments = OpenRecordset(Statement(period));
+    if (payments.IsEmpty())
+        return 0;
     std::vector<MoneyColumn> columns = MoneyColumns();
     HTML_Table();
     WriteTitles(columns);
-    int done = 0;
-    for (const auto &row : payments) {
+    const auto held = WriteRecords(payments, progress, [&columns](const Recordset::Row &row) {
         WritePayment(row, columns);
-        if (!progress(++done, payments.RowCount()))
-            return std::nullopt;
-    }
+        return true;
+    });
     WriteTotals(columns);
     HTML_TableEnd();
-    return done;
+    return held;
 }
 } // namespace
 
 ReportResult Transactions_HTML(const ReportPeriod &period, Progress &progress)
 {
-    const auto body = [&]() -> std::optional<int> {
-        const Recordset payments = OpenRecordset(Statement(period));
-        return payments.IsEmpty() ? 0 : WriteTable(payments, progress);
-    };
-    return WriteReport("Transactions_HTML", Title(period), body, HtmlEnd::Capitals);
+    return WriteReport(
+        "Transactions_HTML", Title(period), [&] { return WriteTable(period, progress); }, HtmlEnd::Capitals);
 }

@@ -11,6 +11,7 @@
 #include "support/ModalDriver.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestDatabase.h"
+#include "support/TestTable.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -20,28 +21,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
-
-class test_contactwiz final : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-    void cleanup() { m_database.reset(); }
-    void selected_people_to_the_browser_and_to_pdf();
-    void pages_of_each_report_data();
-    void pages_of_each_report();
-    void only_the_contact_manager_offers_its_selection();
-    void stopping_goes_back_to_the_choices();
-    void a_report_that_cannot_be_written_stays_on_screen();
-    void parts_of_a_table_carry_its_titles();
-    void pdf_pages_data();
-    void pdf_pages();
-    void a_pdf_that_is_stopped_or_impossible_leaves_the_last_one();
-
-private:
-    std::unique_ptr<TestDatabase> m_database;
-};
 
 namespace
 {
@@ -93,226 +72,242 @@ void WriteTable(int rows, int columns)
 Progress onward;
 } // namespace
 
-void test_contactwiz::init()
+class test_contactwiz final : public QObject
 {
-    m_database = std::make_unique<TestDatabase>();
-    FillReportPeople();
-    LoadSystemValues();
-    gContactData.fill(0);
-    gDocDir = m_database->Directory();
-    gHeaderFile.clear();
-    HTMLBorder = 0;
-    InstallDesktop(m_database->Directory());
-}
+    Q_OBJECT
 
-void test_contactwiz::selected_people_to_the_browser_and_to_pdf()
-{
-    TestDatabase::Run({QStringLiteral("INSERT INTO Ref (ContactRef) VALUES (2)")});
-    frmContactWiz form(nullptr, frmContactWiz::Opener::PeopleSelected);
-    form.show();
-    Find<QCheckBox>(form, QStringLiteral("HTMLopt"))->setChecked(true);
-    QVERIFY(!Find<QPushButton>(form, finish)->isEnabled());
-    Press(form, next);
-    QVERIFY(!Find<QPushButton>(form, next)->isEnabled());
-    Press(form, QStringLiteral("AllBtn"));
-    Find<QRadioButton>(form, QStringLiteral("nameOpt_3"))->setChecked(true);
-    Press(form, finish);
-    QCOMPARE(Shown(form, "Held"), QStringLiteral("The report \"Selected Contact Details\" holds 1 person."));
-    QCOMPARE(HTMLBorder, 1);
-    QCOMPARE(ReportLines().value(2), QStringLiteral("Dr Ann Lee"));
-    QCOMPARE(std::count(gContactData.begin(), gContactData.end(), 1), 33);
-    const QString opened = m_database->Directory() % u"/opened";
-    QTRY_COMPARE(QString::fromUtf8(BytesOf(opened)).trimmed(), HTML_OutputPath());
+private slots:
 
-    ScriptedDialogs user;
-    const QString pdf = m_database->Directory() % u"/ann.pdf";
-    user.ExpectFile(QStringLiteral("Save as PDF"), pdf);
-    Press(form, QStringLiteral("PdfBtn"));
-    QVERIFY(BytesOf(pdf).startsWith("%PDF"));
-    QCOMPARE(Shown(form, "Saved"), QString(u"Saved as " % QDir::toNativeSeparators(pdf)));
-    user.ExpectFile(QStringLiteral("Save as PDF"), m_database->Directory() % u"/gone/ann.pdf");
-    Press(form, QStringLiteral("PdfBtn"));
-    QVERIFY(Shown(form, "Saved").contains(u"/gone/ann.pdf"));
-
-    // Back leads past what was only shown, to the choices of the next report.
-    Press(form, back);
-    QVERIFY(Find<QWidget>(form, QStringLiteral("Basic"))->isVisible());
-    Press(form, finish);
-    Press(form, finish);
-    QVERIFY(!form.isVisible());
-}
-
-void test_contactwiz::pages_of_each_report_data()
-{
-    QTest::addColumn<int>("report");
-    QTest::addColumn<QString>("list"); ///< of the page between; "" = none
-    QTest::addColumn<bool>("forced");
-    QTest::addColumn<QString>("held");
-    QTest::newRow("contacts") << 1 << "Basic" << false << "\"Contact Details\" holds 2 people.";
-    QTest::newRow("staff") << 2 << "Basic" << false << "\"Staff Details\" holds 1 person.";
-    QTest::newRow("characteristics") << 3 << "" << false
-                                     << "\"Characteristics & Discounts\" holds 2 characteristics.";
-    QTest::newRow("organisations") << 4 << "OrgDetails" << false << "\"Organisations\" holds 1 organisation.";
-    QTest::newRow("by characteristic")
-        << 5 << "Basic" << true << "\"Contact Details, ordered by Characteristic\" holds 2 people.";
-    QTest::newRow("by group type") << 6 << "Basic" << true
-                                   << "\"Contact Details, ordered by Group Type then Group\" holds 2 people.";
-    QTest::newRow("by group") << 7 << "Basic" << true
-                              << "\"Contact Details, Ordered by Group then Group Type\" holds 2 people.";
-}
-
-void test_contactwiz::pages_of_each_report()
-{
-    QFETCH(int, report);
-    QFETCH(QString, list);
-    QFETCH(bool, forced);
-    frmContactWiz form;
-    form.show();
-    SelectReport(form, report);
-    QCOMPARE(Find<QPushButton>(form, next)->isEnabled(), !list.isEmpty());
-    if (!list.isEmpty()) {
-        Press(form, next);
-        QVERIFY(Find<QWidget>(form, list)->isVisible());
-        QCOMPARE(Find<QRadioButton>(form, QStringLiteral("LayOpt_0"))->isEnabled(), !forced);
-        QCOMPARE(Find<QRadioButton>(form, QStringLiteral("LayOpt_1"))->isChecked(), forced);
+    void init()
+    {
+        m_database = std::make_unique<TestDatabase>();
+        FillReportPeople();
+        LoadSystemValues();
+        gContactData.fill(0);
+        gDocDir = m_database->Directory();
+        gHeaderFile.clear();
+        HTMLBorder = 0;
+        InstallDesktop(m_database->Directory());
     }
-    Press(form, finish);
-    QFETCH(QString, held);
-    QVERIFY2(Shown(form, "Held").endsWith(held), qPrintable(Shown(form, "Held")));
-}
+    void cleanup() { m_database.reset(); }
 
-void test_contactwiz::only_the_contact_manager_offers_its_selection()
-{
-    using Opener = frmContactWiz::Opener;
-    for (const Opener opener : {Opener::MainWindow, Opener::NothingSelected, Opener::PeopleSelected}) {
-        frmContactWiz form(nullptr, opener);
+    void selected_people_to_the_browser_and_to_pdf()
+    {
+        TestDatabase::Run({QStringLiteral("INSERT INTO Ref (ContactRef) VALUES (2)")});
+        frmContactWiz form(nullptr, frmContactWiz::Opener::PeopleSelected);
+        form.show();
+        Find<QCheckBox>(form, QStringLiteral("HTMLopt"))->setChecked(true);
+        QVERIFY(!Find<QPushButton>(form, finish)->isEnabled());
+        Press(form, next);
+        QVERIFY(!Find<QPushButton>(form, next)->isEnabled());
+        Press(form, QStringLiteral("AllBtn"));
+        Find<QRadioButton>(form, QStringLiteral("nameOpt_3"))->setChecked(true);
+        Press(form, finish);
+        QCOMPARE(Shown(form, "Held"),
+                 QStringLiteral("The report \"Selected Contact Details\" holds 1 person."));
+        QCOMPARE(HTMLBorder, 1);
+        QCOMPARE(ReportLines().value(2), QStringLiteral("Dr Ann Lee"));
+        QCOMPARE(std::count(gContactData.begin(), gContactData.end(), 1), 33);
+        const QString opened = m_database->Directory() % u"/opened";
+        QTRY_COMPARE(QString::fromUtf8(BytesOf(opened)).trimmed(), HTML_OutputPath());
+
+        ScriptedDialogs user;
+        const QString pdf = m_database->Directory() % u"/ann.pdf";
+        user.ExpectFile(QStringLiteral("Save as PDF"), pdf);
+        Press(form, QStringLiteral("PdfBtn"));
+        QVERIFY(BytesOf(pdf).startsWith("%PDF"));
+        QCOMPARE(Shown(form, "Saved"), QString(u"Saved as " % QDir::toNativeSeparators(pdf)));
+        user.ExpectFile(QStringLiteral("Save as PDF"), m_database->Directory() % u"/gone/ann.pdf");
+        Press(form, QStringLiteral("PdfBtn"));
+        QVERIFY(Shown(form, "Saved").contains(u"/gone/ann.pdf"));
+
+        // Back leads past what was only shown, to the choices of the next report.
+        Press(form, back);
+        QVERIFY(Find<QWidget>(form, QStringLiteral("Basic"))->isVisible());
+        Press(form, finish);
+        Press(form, finish);
+        QVERIFY(!form.isVisible());
+    }
+
+    void pages_of_each_report_data()
+    {
+        // The list is that of the page between.
+        const TestTable<int, QString, bool, QString> row{"report", "list", "forced", "held"};
+        row("contacts", 1, "Basic", false, "\"Contact Details\" holds 2 people.");
+        row("staff", 2, "Basic", false, "\"Staff Details\" holds 1 person.");
+        row("characteristics", 3, "", false, "\"Characteristics & Discounts\" holds 2 characteristics.");
+        row("organisations", 4, "OrgDetails", false, "\"Organisations\" holds 1 organisation.");
+        row("by characteristic", 5, "Basic", true,
+            "\"Contact Details, ordered by Characteristic\" holds 2 people.");
+        row("by group type", 6, "Basic", true,
+            "\"Contact Details, ordered by Group Type then Group\" holds 2 people.");
+        row("by group", 7, "Basic", true,
+            "\"Contact Details, Ordered by Group then Group Type\" holds 2 people.");
+    }
+    void pages_of_each_report()
+    {
+        QFETCH(int, report);
+        QFETCH(QString, list);
+        QFETCH(bool, forced);
+        frmContactWiz form;
+        form.show();
+        SelectReport(form, report);
+        QCOMPARE(Find<QPushButton>(form, next)->isEnabled(), !list.isEmpty());
+        if (!list.isEmpty()) {
+            Press(form, next);
+            QVERIFY(Find<QWidget>(form, list)->isVisible());
+            QCOMPARE(Find<QRadioButton>(form, QStringLiteral("LayOpt_0"))->isEnabled(), !forced);
+            QCOMPARE(Find<QRadioButton>(form, QStringLiteral("LayOpt_1"))->isChecked(), forced);
+        }
+        Press(form, finish);
+        QFETCH(QString, held);
+        QVERIFY2(Shown(form, "Held").endsWith(held), qPrintable(Shown(form, "Held")));
+    }
+
+    void a_forced_layout_is_left_again()
+    {
+        frmContactWiz form;
+        form.show();
+        for (const int report : {1, 5, 6, 1}) {
+            SelectReport(form, report);
+            Press(form, next);
+            QCOMPARE(Find<QRadioButton>(form, QStringLiteral("LayOpt_0"))->isChecked(), report == 1);
+            Press(form, back);
+        }
+    }
+
+    void only_the_contact_manager_offers_its_selection()
+    {
+        using Opener = frmContactWiz::Opener;
+        for (const Opener opener : {Opener::MainWindow, Opener::NothingSelected, Opener::PeopleSelected}) {
+            frmContactWiz form(nullptr, opener);
+            form.show();
+            Press(form, next);
+            auto *all = Find<QRadioButton>(form, QStringLiteral("ConOpt_0"));
+            auto *selected = Find<QRadioButton>(form, QStringLiteral("ConOpt_1"));
+            QCOMPARE(selected->isVisible(), opener != Opener::MainWindow);
+            QCOMPARE(selected->isChecked(), opener == Opener::PeopleSelected);
+            QCOMPARE(all->isChecked(), opener != Opener::PeopleSelected);
+        }
+    }
+
+    void stopping_goes_back_to_the_choices()
+    {
+        frmContactWiz form;
         form.show();
         Press(form, next);
-        auto *all = Find<QRadioButton>(form, QStringLiteral("ConOpt_0"));
-        auto *selected = Find<QRadioButton>(form, QStringLiteral("ConOpt_1"));
-        QCOMPARE(selected->isVisible(), opener != Opener::MainWindow);
-        QCOMPARE(selected->isChecked(), opener == Opener::PeopleSelected);
-        QCOMPARE(all->isChecked(), opener != Opener::PeopleSelected);
-    }
-}
-
-void test_contactwiz::stopping_goes_back_to_the_choices()
-{
-    frmContactWiz form;
-    form.show();
-    Press(form, next);
-    const auto serve = Dialogs::Installed().serveEvents;
-    int looks = 0;
-    Dialogs::Installed().serveEvents = [&] {
-        if (++looks == 2)
-            Press(form, cancel);
-    };
-    Press(form, finish);
-    Dialogs::Installed().serveEvents = serve;
-    QVERIFY(form.isVisible());
-    QVERIFY(Find<QWidget>(form, QStringLiteral("Basic"))->isVisible());
-    QVERIFY(!QFile::exists(HTML_OutputPath()));
-    Press(form, cancel);
-    QVERIFY(!form.isVisible());
-}
-
-void test_contactwiz::a_report_that_cannot_be_written_stays_on_screen()
-{
-    gDocDir += QStringLiteral("/gone");
-    frmContactWiz form;
-    form.show();
-    SelectReport(form, 3);
-    {
-        ScriptedDialogs user;
-        user.Expect(QDir::toNativeSeparators(HTML_OutputPath()),
-                    QStringLiteral("A number of errors have been detected, please seek technical support."));
+        const auto serve = Dialogs::Installed().serveEvents;
+        int looks = 0;
+        Dialogs::Installed().serveEvents = [&] {
+            if (++looks == 2)
+                Press(form, cancel);
+        };
         Press(form, finish);
+        Dialogs::Installed().serveEvents = serve;
+        QVERIFY(form.isVisible());
+        QVERIFY(Find<QWidget>(form, QStringLiteral("Basic"))->isVisible());
+        QVERIFY(!QFile::exists(HTML_OutputPath()));
+        Press(form, cancel);
+        QVERIFY(!form.isVisible());
     }
-    const QString why = QDir::toNativeSeparators(HTML_OutputPath()) % u": No such file or directory";
-    QCOMPARE(Shown(form, "Notice"), QString(u"The report was not written: " % why));
-    gDocDir = m_database->Directory();
-    Press(form, back);
-    Press(form, finish);
-    QVERIFY(Shown(form, "Held").contains(u"2 characteristics"));
-}
 
-void test_contactwiz::parts_of_a_table_carry_its_titles()
-{
-    WriteTable(1000, 3);
-    ReportParts parts(HTML_OutputPath());
-    ReportParts::Part part;
-    int count = 0;
-    int rows = 0;
-    while (parts.Next(part)) {
-        QCOMPARE(part.goesOn, count > 0);
-        QVERIFY(part.hasTitles);
-        QCOMPARE(part.html.count(u"Title 0"), 3);
-        QCOMPARE(part.html.count(u"<table "), part.html.count(u"</TABLE>"));
-        QCOMPARE(part.html.contains(u"College"), count == 0);
-        rows += static_cast<int>(part.html.count(u"<TR>")) - 1;
-        ++count;
+    void a_report_that_cannot_be_written_stays_on_screen()
+    {
+        gDocDir += QStringLiteral("/gone");
+        frmContactWiz form;
+        form.show();
+        SelectReport(form, 3);
+        {
+            ScriptedDialogs user;
+            user.Expect(
+                QDir::toNativeSeparators(HTML_OutputPath()),
+                QStringLiteral("A number of errors have been detected, please seek technical support."));
+            Press(form, finish);
+        }
+        const QString why = QDir::toNativeSeparators(HTML_OutputPath()) % u": No such file or directory";
+        QCOMPARE(Shown(form, "Notice"), QString(u"The report was not written: " % why));
+        gDocDir = m_database->Directory();
+        Press(form, back);
+        Press(form, finish);
+        QVERIFY(Shown(form, "Held").contains(u"2 characteristics"));
     }
-    QVERIFY(count > 3);
-    QCOMPARE(rows, 999);
-    QCOMPARE(parts.WidestRow(), 318);
-}
 
-void test_contactwiz::pdf_pages_data()
-{
-    QTest::addColumn<int>("rows");
-    QTest::addColumn<int>("columns");
-    QTest::addColumn<QByteArray>("sheet"); ///< in points
-    QTest::addColumn<int>("leastPages");
-    QTest::addColumn<int>("mostPages");
-    QTest::newRow("a few rows") << 5 << 3 << QByteArray("[0 0 595") << 1 << 1;
-    QTest::newRow("many rows") << 1000 << 3 << QByteArray("[0 0 595") << 15 << 40;
-    QTest::newRow("wide") << 5 << 12 << QByteArray("[0 0 842") << 1 << 1;
-    QTest::newRow("very wide") << 5 << 40 << QByteArray("[0 0 2384") << 1 << 1;
-}
+    void parts_of_a_table_carry_its_titles()
+    {
+        WriteTable(1000, 3);
+        ReportParts parts(HTML_OutputPath());
+        ReportParts::Part part;
+        int count = 0;
+        int rows = 0;
+        while (parts.Next(part)) {
+            QCOMPARE(part.goesOn, count > 0);
+            QVERIFY(part.hasTitles);
+            QCOMPARE(part.html.count(u"Title 0"), 3);
+            QCOMPARE(part.html.count(u"<table "), part.html.count(u"</TABLE>"));
+            QCOMPARE(part.html.contains(u"College"), count == 0);
+            rows += static_cast<int>(part.html.count(u"<TR>")) - 1;
+            ++count;
+        }
+        QVERIFY(count > 3);
+        QCOMPARE(rows, 999);
+        QCOMPARE(parts.WidestRow(), 318);
+    }
 
-void test_contactwiz::pdf_pages()
-{
-    QFETCH(int, rows);
-    QFETCH(int, columns);
-    QFETCH(QByteArray, sheet);
-    QFETCH(int, leastPages);
-    QFETCH(int, mostPages);
-    WriteTable(rows, columns);
-    const QString pdf = m_database->Directory() % u"/table.pdf";
-    QString fault;
-    QVERIFY2(SaveReportAsPdf(HTML_OutputPath(), pdf, onward, fault), qPrintable(fault));
-    const QByteArray bytes = BytesOf(pdf);
-    const qsizetype pages = bytes.count("/Type /Page\n");
-    QVERIFY2(pages >= leastPages && pages <= mostPages, qPrintable(QString::number(pages)));
-    QVERIFY2(bytes.contains(QByteArray("/MediaBox " + sheet)),
-             bytes.mid(bytes.indexOf("/MediaBox"), 40).constData());
-    QVERIFY(bytes.contains("/Subtype /Image"));
-}
+    void pdf_pages_data()
+    {
+        const TestTable<int, int, QByteArray, int, int> row{"rows", "columns", "sheet", "least", "most"};
+        row("a few rows", 5, 3, "[0 0 595", 1, 1);
+        row("many rows", 1000, 3, "[0 0 595", 15, 40);
+        row("wide", 5, 12, "[0 0 842", 1, 1);
+        row("very wide", 5, 40, "[0 0 2384", 1, 1);
+    }
+    void pdf_pages()
+    {
+        QFETCH(int, rows);
+        QFETCH(int, columns);
+        QFETCH(QByteArray, sheet);
+        QFETCH(int, least);
+        QFETCH(int, most);
+        WriteTable(rows, columns);
+        const QString pdf = m_database->Directory() % u"/table.pdf";
+        QString fault;
+        QVERIFY2(SaveReportAsPdf(HTML_OutputPath(), pdf, onward, fault), qPrintable(fault));
+        const QByteArray bytes = BytesOf(pdf);
+        const qsizetype pages = bytes.count("/Type /Page\n");
+        QVERIFY2(pages >= least && pages <= most, qPrintable(QString::number(pages)));
+        QVERIFY2(bytes.contains(QByteArray("/MediaBox " + sheet)),
+                 bytes.mid(bytes.indexOf("/MediaBox"), 40).constData());
+        QVERIFY(bytes.contains("/Subtype /Image"));
+    }
 
-void test_contactwiz::a_pdf_that_is_stopped_or_impossible_leaves_the_last_one()
-{
-    WriteTable(1000, 3);
-    const QString pdf = m_database->Directory() % u"/table.pdf";
-    QFile last(pdf);
-    QVERIFY(last.open(QIODevice::WriteOnly) && last.write("last") == 4);
-    last.close();
-    QString fault;
-    Progress *running = nullptr;
-    Progress stopping(
-        [&running](int done, int) {
-            if (done > 0)
-                running->Cancel();
-        },
-        0);
-    running = &stopping;
-    QVERIFY(!SaveReportAsPdf(HTML_OutputPath(), pdf, stopping, fault));
-    QVERIFY(stopping.Value() < stopping.Maximum());
-    QVERIFY(fault.isEmpty());
-    QCOMPARE(BytesOf(pdf), QByteArray("last"));
-    QVERIFY(!SaveReportAsPdf(gDocDir % u"/none.htm", pdf, onward, fault));
-    QVERIFY(fault.contains(u"none.htm"));
-    QCOMPARE(BytesOf(pdf), QByteArray("last"));
-}
+    void a_pdf_that_is_stopped_or_impossible_leaves_the_last_one()
+    {
+        WriteTable(1000, 3);
+        const QString pdf = m_database->Directory() % u"/table.pdf";
+        QFile last(pdf);
+        QVERIFY(last.open(QIODevice::WriteOnly) && last.write("last") == 4);
+        last.close();
+        QString fault;
+        Progress *running = nullptr;
+        Progress stopping(
+            [&running](int done, int) {
+                if (done > 0)
+                    running->Cancel();
+            },
+            0);
+        running = &stopping;
+        QVERIFY(!SaveReportAsPdf(HTML_OutputPath(), pdf, stopping, fault));
+        QVERIFY(stopping.Value() < stopping.Maximum());
+        QVERIFY(fault.isEmpty());
+        QCOMPARE(BytesOf(pdf), QByteArray("last"));
+        QVERIFY(!SaveReportAsPdf(gDocDir % u"/none.htm", pdf, onward, fault));
+        QVERIFY(fault.contains(u"none.htm"));
+        QCOMPARE(BytesOf(pdf), QByteArray("last"));
+    }
+
+private:
+    std::unique_ptr<TestDatabase> m_database;
+};
 
 QTEST_MAIN(test_contactwiz)
 #include "test_contactwiz.moc"
