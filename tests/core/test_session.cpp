@@ -2,13 +2,13 @@
 #include "core/Screens.h"
 #include "core/Session.h"
 #include "core/frmMain.h"
-#include "database/BlankTemplate.h"
 #include "database/CredentialStore.h"
 #include "platform/Connection.h"
 #include "platform/Directories.h"
 #include "platform/FileDatabase.h"
 #include "support/Files.h"
 #include "support/ScriptedDialogs.h"
+#include "support/TestDatabase.h"
 #include "support/TestTable.h"
 
 #include <QAbstractItemView>
@@ -103,9 +103,8 @@ class TestSession : public QObject
     {
         Directories::Writable(); // makes the folders
         const QString file = Path(u"database/" % name);
-        if (!CopyOver(QCoreApplication::applicationDirPath() % u"/system/blank", file) ||
-            !OpenUpTemplate(file) || !FileDatabase::OpenExclusive(file, {})->Run(statements.join(u';')))
-            qFatal("no database %s", qPrintable(name));
+        TestDatabase::MakeFile(file);
+        FileDatabase::OpenExclusive(file, {})->Run(statements.join(u';'));
         return file;
     }
     void Settle(const QString &database) const

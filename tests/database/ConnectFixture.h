@@ -1,12 +1,12 @@
 #pragma once
 
 #include "core/Session.h"
-#include "database/BlankTemplate.h"
 #include "platform/Connection.h"
 #include "platform/Dialogs.h"
 #include "platform/Directories.h"
 #include "platform/FileDatabase.h"
 #include "support/OwnDataSources.h"
+#include "support/TestDatabase.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -61,9 +61,7 @@ struct ConnectFixture {
     {
         Directories::Writable(); // makes the folders
         const QString file = Path(name);
-        if (!CopyOver(QCoreApplication::applicationDirPath() % u"/system/blank", file) ||
-            !OpenUpTemplate(file))
-            qFatal("no database %s", qPrintable(file));
+        TestDatabase::MakeFile(file);
         if (!password.isEmpty())
             FileDatabase::OpenExclusive(file, {})->NewPassword(password);
         return file;

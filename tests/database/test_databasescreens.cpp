@@ -104,7 +104,8 @@ private slots:
         for (const auto &[column, text] : {std::pair{0, "College"}, {1, "Ours"}, {2, "/college.mdb"}})
             QCOMPARE(list->index(0, column).data().toString(), text);
         Check(form, 1);
-        Check(form, 0); // one at a time
+        Check(form, 0);
+        QCOMPARE(list->index(1, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Unchecked)); // one at a time
         Press(form, "OKBtn");
         QVERIFY(gDialogResult == 1 && gDBQUseODBC);
         QCOMPARE(QStringList({gDBQName, gDBQDescription, gDBQFilename}),

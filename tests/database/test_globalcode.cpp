@@ -2,7 +2,7 @@
 #include "database/DecodeDateFunc.h"
 #include "database/GlobalCode.h"
 #include "platform/Clock.h"
-#include "support/TestTable.h"
+#include "support/Money.h"
 
 #include <QLocale>
 #include <QTest>
@@ -10,20 +10,6 @@
 namespace
 {
 const QLocale british(QLocale::English, QLocale::UnitedKingdom);
-
-/// Thousandths as money, by whole-number arithmetic alone.
-QString MoneyOf(qint64 thousandths)
-{
-    const qint64 cents = (std::abs(thousandths) + 5) / 10;
-    QString whole;
-    QString left = QString::number(cents / 100);
-    while (left.size() > 3) {
-        whole = u',' % left.right(3) % whole;
-        left.chop(3);
-    }
-    const QString text = left % whole % u'.' % QString::number(cents % 100).rightJustified(2, u'0');
-    return thousandths < 0 && cents > 0 ? u'-' % text : text;
-}
 
 /// A text, and the number that it stands for.
 using Numbers = std::initializer_list<std::pair<QString, double>>;
@@ -42,7 +28,8 @@ private slots:
     void AmountsAreRoundedAndGrouped()
     {
         const auto check = [](qint64 thousandths) {
-            const QString expected = MoneyOf(thousandths);
+            const qint64 hundredths = (std::abs(thousandths) + 5) / 10;
+            const QString expected = Hundredths(thousandths < 0 ? -hundredths : hundredths);
             const QString shown = FormatNumber(static_cast<double>(thousandths) / 1000, 2);
             if (shown != expected)
                 QFAIL(qPrintable(QString::number(thousandths) % u"/1000: " % shown % u", not " % expected));

@@ -1,3 +1,4 @@
+#include "database/BlankTemplate.h"
 #include "database/ConnectDatabase.h"
 #include "database/ConnectFixture.h"
 #include "database/FullDisk.h"

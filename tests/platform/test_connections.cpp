@@ -116,18 +116,6 @@ private slots:
         QCOMPARE(told.number, 8152);
     }
 
-    void nothingOpen()
-    {
-        Connection connection;
-        QVERIFY(!connection.Execute("DELETE FROM Ref"));
-        QVERIFY(!connection.OpenRecordset("SELECT * FROM Ref"));
-        QVERIFY(connection.Errors().first().number != 0);
-        QCOMPARE(connection.ConnectionText(), QString());
-        WriteGroup group(connection);
-        QVERIFY(!connection.Execute("DELETE FROM Ref"));
-        QVERIFY(group.Finish());
-    }
-
 private:
     OwnDataSources m_sources;
 };

@@ -130,7 +130,7 @@ TestDatabase::TestDatabase()
     if (IsOnServer())
         MakeCatalogue();
     else
-        MakeFile();
+        ChooseFile();
     gDBPassword.clear();
     gDBUser.clear();
     gDBQDescription.clear();
@@ -165,14 +165,13 @@ void TestDatabase::MakeProgramDirectory() const
     Directories::SetProgram(m_directory.path());
 }
 
-void TestDatabase::MakeFile()
+void TestDatabase::ChooseFile()
 {
     gDBQFilename = m_directory.filePath(u"test.mdb"_qs);
     gDBQName.clear();
     gDBQType = 1;
     gDBQUseODBC = false;
-    if (!QFile::copy(PlainTemplate(), gDBQFilename))
-        Fail(u"Cannot copy the template to " % gDBQFilename);
+    MakeFile(gDBQFilename);
     m_text = u"DBQ=" % gDBQFilename %
              u";Driver={Microsoft Access Driver (*.mdb)};DriverId=25;MaxBufferSize=8192;Threads=20;PWD=";
 }
@@ -185,6 +184,12 @@ void TestDatabase::MakeCatalogue()
     gDBQType = 2;
     gDBQUseODBC = true;
     m_text = Server::ConnectionText();
+}
+
+void TestDatabase::MakeFile(const QString &file)
+{
+    if (!QFile::copy(PlainTemplate(), file))
+        Fail(u"Cannot copy the template to " % file);
 }
 
 QStringList TestDatabase::Rows(const QString &sql)

@@ -25,6 +25,8 @@ public:
     /// Connects the session anew.
     bool Reconnect() const;
 
+    /// Makes a database file, as the template has it and without its password.
+    static void MakeFile(const QString &file);
     /// Every row as its values joined by "|". A statement that fails fails the test.
     static QStringList Rows(const QString &sql);
     /// The first value, "" without a row.
@@ -34,7 +36,7 @@ public:
 
 private:
     void MakeProgramDirectory() const;
-    void MakeFile();
+    void ChooseFile();
     void MakeCatalogue();
     QTemporaryDir m_directory;
     QString m_text;
