@@ -95,6 +95,11 @@ private slots:
         ModalDriver driver;
         driver.Expect("frmAddCourse", [](QDialog &form) {
             QVERIFY(!Find<QTabWidget>(form, "TabStrip1")->isTabEnabled(1));
+            ScriptedDialogs dialogs;
+            dialogs.Expect("Add Course", "Course already exists in database.");
+            TypeInto(form, "Title", "anatomy");
+            Press(form, "AddBtn");
+            QCOMPARE(TextIn(form, "Title"), u"anatomy"_qs);
             TypeInto(form, "Title", "Pottery's");
             TypeInto(form, "CourseDescript", "Clay & 100% fun");
             auto *folders = Find<TreeView>(form, "CatList");

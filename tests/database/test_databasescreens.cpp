@@ -1,3 +1,4 @@
+#include "controls/ListModel.h"
 #include "database/ConnectDatabase.h"
 #include "database/ConnectFixture.h"
 #include "database/CredentialStore.h"
@@ -8,6 +9,7 @@
 #include "database/frmDBProps.h"
 #include "database/frmODBCLogon.h"
 #include "database/frmRegisterDB.h"
+#include "forms/ListView.h"
 #include "support/ModalDriver.h"
 #include "support/TestTable.h"
 
@@ -75,6 +77,7 @@ private slots:
                  QStringList({"/", "/", "file/", "/name"}).at(way));
         QCOMPARE(FetchCredential(fixture.Path("key.dat"), source ? gDBQName : gDBQFilename).isEmpty(),
                  !valid);
+        QVERIFY(Find<ListView>(form, "ODBClist")->Model().At(1).checked);
         // Accepting what is shown chooses nothing new.
         Choose(form, way);
         if (way == 1)

@@ -69,7 +69,7 @@ private slots:
     /// What a product leaves below its half is noise.
     void Rounding()
     {
-        for (const auto &[amount, text] : {std::pair{66.67 - 0.6667 * 50, "33.34"},
+        for (const auto &[amount, text] : {std::pair{1.3 * 0.35, "0.46"},
                                            {1.005 * 100 / 100, "1.01"},
                                            {33.33499, "33.33"},
                                            {-33.335, "-33.34"}}) {
