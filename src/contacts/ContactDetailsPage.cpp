@@ -77,6 +77,7 @@ QGroupBox *ContactDetailsPage::BuildPerson(FormBuilder &form)
         Text(form.Text(QStringLiteral("Surname"), QStringLiteral("&Surname:")), &ContactRecord::surname);
     m_required.Add(form.Label(QStringLiteral("Label_2")), m_surname);
     m_dob = form.Date(QStringLiteral("Dob"), QStringLiteral("Date of &birth:"));
+    m_dob->TakeShortYearsAsPast();
     form.Beside();
     ComboBox *sexList = form.Combo(QStringLiteral("SexList"), QStringLiteral("&Gender:"), m_genders);
     AddChoice(form.Typed(QStringLiteral("EthnicList"), QStringLiteral("Et&hnicity:"), m_ethnicTypes),
@@ -177,7 +178,7 @@ void ContactDetailsPage::Load(const ContactRecord &record)
     m_genders.ChooseData(record.sex);
     // A number that is no date must not leave the birthday of the person shown before.
     const QDate dob = IntToDate(record.dob);
-    m_dob->setDate(dob.isValid() ? dob : Clock::Today());
+    m_dob->SetDay(dob.isValid() ? dob : Clock::Today());
     m_business->Load(record);
 }
 
@@ -191,7 +192,7 @@ void ContactDetailsPage::Store(ContactRecord &record)
     for (size_t i = 0; i < record.altRef.size(); ++i)
         record.altRef[i] = m_altRef[i]->text();
     record.sex = m_genders.CurrentData();
-    record.dob = DateToInt(m_dob->date());
+    record.dob = DateToInt(m_dob->Day());
     m_business->Store(record);
 }
 
@@ -205,7 +206,7 @@ void ContactDetailsPage::Clear()
     for (const Choice &choice : m_choices)
         choice.field->Model().SetCurrent(0);
     m_genders.SetCurrent(0);
-    m_dob->setDate(Clock::Today());
+    m_dob->SetDay(Clock::Today());
     m_business->Clear();
 }
 

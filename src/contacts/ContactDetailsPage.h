@@ -11,8 +11,8 @@
 #include <vector>
 
 class ContactBusinessPage;
+class DateField;
 class FormBuilder;
-class QDateEdit;
 class QGroupBox;
 class QLineEdit;
 class TypedCombo;
@@ -74,7 +74,7 @@ private:
     QLineEdit *m_forename;
     QLineEdit *m_surname;
     QLineEdit *m_email;
-    QDateEdit *m_dob;
+    DateField *m_dob;
     TypedCombo *m_contactList;
     std::array<QLineEdit *, 4> m_altRef;
     ContactBusinessPage *m_business;

@@ -12,10 +12,10 @@ namespace
 constexpr int rightRate = 36;
 constexpr int fullAccess = 9;
 
-void ShowDay(QDateEdit *field, int day)
+void ShowDay(DateField *field, int day)
 {
     const QDate date = IntToDate(day);
-    field->setDate(date.isValid() ? date : Clock::Today());
+    field->SetDay(date.isValid() ? date : Clock::Today());
 }
 } // namespace
 
@@ -77,8 +77,8 @@ void ContactRolesPage::SetLocked(bool locked)
 void ContactRolesPage::ShowType()
 {
     m_rate->SetValue(m_types.CurrentData() > 0 ? ADO_Contact_GetRoleChargeRate(m_types.CurrentData()) : 0);
-    m_start->setDate(Clock::Today());
-    m_end->setDate(Clock::Today());
+    m_start->SetDay(Clock::Today());
+    m_end->SetDay(Clock::Today());
     EnableButtons();
 }
 
@@ -99,8 +99,10 @@ void ContactRolesPage::ShowSelected()
 void ContactRolesPage::AddRole()
 {
     m_rate->Leave();
-    Role_AddToList({m_types.CurrentData(), m_types.CurrentText(), m_rate->Value(), DateToInt(m_start->date()),
-                    DateToInt(m_end->date())},
+    if (!DaysAreReadable(this))
+        return;
+    Role_AddToList({m_types.CurrentData(), m_types.CurrentText(), m_rate->Value(), DateToInt(m_start->Day()),
+                    DateToInt(m_end->Day())},
                    m_roles);
 }
 

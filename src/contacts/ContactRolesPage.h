@@ -5,10 +5,10 @@
 
 #include <QWidget>
 
+class DateField;
 class ListView;
 class MoneyField;
 class QComboBox;
-class QDateEdit;
 class QPushButton;
 
 /// The "Roles" tab of a person: what the person can be engaged as, at what rate and for how long. Nothing is
@@ -45,8 +45,8 @@ private:
 
     QComboBox *m_roleList;
     MoneyField *m_rate;
-    QDateEdit *m_start;
-    QDateEdit *m_end;
+    DateField *m_start;
+    DateField *m_end;
     QPushButton *m_addBtn;
     QPushButton *m_deleteBtn;
     ListView *m_list;

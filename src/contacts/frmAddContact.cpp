@@ -174,6 +174,8 @@ QString frmAddContact::RecordName() const
 
 int frmAddContact::StoreRecord(int key)
 {
+    if (!DaysAreReadable(m_details))
+        return 0;
     ContactRecord record;
     m_details->Store(record);
     m_notes->Store(record);

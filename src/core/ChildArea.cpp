@@ -1,5 +1,7 @@
 #include "core/ChildArea.h"
 
+#include "core/ChildKeys.h"
+
 #include <QMdiSubWindow>
 #include <QPainter>
 
@@ -13,6 +15,7 @@ ChildArea::ChildArea(QWidget *parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setBackground(palette().brush(QPalette::Mid));
+    new ChildKeys(this);
 }
 
 QMdiSubWindow *ChildArea::Child(const QString &name) const

@@ -5,11 +5,9 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDateTimeEdit>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRadioButton>
-#include <QSpinBox>
 
 namespace
 {
@@ -40,8 +38,7 @@ void KeepReadable(QWidget *field, bool locked)
 
 bool IsPartOfAnother(const QWidget *field)
 {
-    const QWidget *parent = field->parentWidget();
-    return qobject_cast<const QComboBox *>(parent) || qobject_cast<const QAbstractSpinBox *>(parent);
+    return qobject_cast<const QComboBox *>(field->parentWidget());
 }
 
 void LockOne(QWidget *field, bool locked)
@@ -56,8 +53,8 @@ void LockOne(QWidget *field, bool locked)
         Recolour(notes, locked);
     } else if (auto *list = qobject_cast<ListView *>(field)) {
         list->SetLocked(locked);
-    } else if (qobject_cast<QComboBox *>(field) || qobject_cast<QAbstractSpinBox *>(field) ||
-               qobject_cast<QCheckBox *>(field) || qobject_cast<QRadioButton *>(field)) {
+    } else if (qobject_cast<QComboBox *>(field) || qobject_cast<QCheckBox *>(field) ||
+               qobject_cast<QRadioButton *>(field)) {
         field->setEnabled(!locked);
         KeepReadable(field, locked);
     }

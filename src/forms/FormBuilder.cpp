@@ -5,7 +5,21 @@
 
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QShortcut>
 #include <QVBoxLayout>
+
+namespace
+{
+/// Pages that cannot be opened are passed by.
+void TurnPage(QTabWidget &tabs, int step)
+{
+    int page = tabs.currentIndex();
+    do
+        page = (page + step + tabs.count()) % tabs.count();
+    while (!tabs.isTabEnabled(page));
+    tabs.setCurrentIndex(page);
+}
+} // namespace
 
 FormBuilder::FormBuilder(QWidget *page)
     : m_page(page)
@@ -214,6 +228,13 @@ QTabWidget *FormBuilder::Tabs(const QString &name)
 {
     auto *tabs = new QTabWidget(Parent());
     Place(tabs, name, {}, true);
+    // Notes and lists would keep the keys that turn the pages.
+    const auto turn = [tabs](const QKeySequence &keys, int step) {
+        QObject::connect(new QShortcut(keys, tabs), &QShortcut::activated, tabs,
+                         [tabs, step] { TurnPage(*tabs, step); });
+    };
+    turn(Qt::CTRL | Qt::Key_Tab, 1);
+    turn(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, -1);
     return tabs;
 }
 

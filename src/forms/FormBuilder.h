@@ -2,6 +2,7 @@
 
 #include "forms/CaptionLabel.h"
 #include "forms/ComboBox.h"
+#include "forms/DateField.h"
 #include "forms/ListView.h"
 #include "forms/MoneyField.h"
 #include "forms/TreeView.h"
@@ -9,7 +10,6 @@
 #include "forms/UsedAvailable.h"
 
 #include <QCheckBox>
-#include <QDateEdit>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -59,7 +59,7 @@ public:
     QPlainTextEdit *Notes(const QString &name, const QString &caption);
     MoneyField *Money(const QString &name, const QString &caption, MoneyField::KeyRule rule = {});
     MoneyField *Digits(const QString &name, const QString &caption, int maxDigits = 9);
-    QDateEdit *Date(const QString &name, const QString &caption);
+    DateField *Date(const QString &name, const QString &caption);
     ComboBox *Combo(const QString &name, const QString &caption, ComboModel &model);
     TypedCombo *Typed(const QString &name, const QString &caption, ComboModel &model);
     QCheckBox *Check(const QString &name, const QString &caption);

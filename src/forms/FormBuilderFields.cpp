@@ -103,12 +103,9 @@ MoneyField *FormBuilder::Digits(const QString &name, const QString &caption, int
     return Money(name, caption, {maxDigits, 0});
 }
 
-QDateEdit *FormBuilder::Date(const QString &name, const QString &caption)
+DateField *FormBuilder::Date(const QString &name, const QString &caption)
 {
-    auto *field = Put(new QDateEdit(Parent()), name, caption);
-    field->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
-    field->setCalendarPopup(true);
-    return field;
+    return Put(new DateField(Parent()), name, caption);
 }
 
 ComboBox *FormBuilder::Combo(const QString &name, const QString &caption, ComboModel &model)

@@ -5,10 +5,8 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
-#include <QDateTimeEdit>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QSpinBox>
 
 ModifiedMark::ModifiedMark(QAbstractButton *saveButton, QObject *parent)
     : QObject(parent)
@@ -39,10 +37,6 @@ void ModifiedMark::Watch(QWidget *root)
             connect(notes, &QPlainTextEdit::textChanged, this, &ModifiedMark::Set);
         else if (auto *combo = qobject_cast<QComboBox *>(field))
             connect(combo, &QComboBox::currentIndexChanged, this, &ModifiedMark::Set);
-        else if (auto *date = qobject_cast<QDateTimeEdit *>(field))
-            connect(date, &QDateTimeEdit::dateTimeChanged, this, &ModifiedMark::Set);
-        else if (auto *number = qobject_cast<QSpinBox *>(field))
-            connect(number, &QSpinBox::valueChanged, this, &ModifiedMark::Set);
         else if (auto *button = qobject_cast<QAbstractButton *>(field))
             connect(button, &QAbstractButton::toggled, this, &ModifiedMark::Set);
     }

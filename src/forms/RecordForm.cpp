@@ -71,7 +71,7 @@ void RecordForm::OpenRecords(const QStringList &keys, Open open)
     m_navigator->SetKeys(keys);
     ShowKey(KeyNumber(m_navigator->Key()));
     if (open == Open::Edit && !m_gone && May(mayChange))
-        SetState(State::Edit);
+        StartEditing(State::Edit);
 }
 
 void RecordForm::done(int result)
@@ -142,6 +142,17 @@ void RecordForm::SetState(State state)
     ShowCaption();
 }
 
+void RecordForm::StartEditing(State state)
+{
+    SetState(state);
+    const QWidget *page = m_tabs->currentWidget();
+    QWidget *field = page->nextInFocusChain();
+    while (page->isAncestorOf(field) && !(field->isEnabled() && field->focusPolicy() & Qt::TabFocus))
+        field = field->nextInFocusChain();
+    if (page->isAncestorOf(field))
+        field->setFocus(Qt::TabFocusReason);
+}
+
 void RecordForm::ShowCaption()
 {
     switch (m_state) {
@@ -180,7 +191,7 @@ void RecordForm::KeepAsNew()
     m_navigator->SetKeys({});
     m_tabs->setCurrentIndex(0);
     DetachPages();
-    SetState(State::NewRecord);
+    StartEditing(State::NewRecord);
     m_modified->Set();
 }
 
@@ -218,7 +229,7 @@ void RecordForm::StartRecord()
     m_navigator->SetKeys({});
     m_tabs->setCurrentIndex(0);
     EmptyPages();
-    SetState(State::NewRecord);
+    StartEditing(State::NewRecord);
     m_modified->Clear();
 }
 
@@ -227,8 +238,10 @@ void RecordForm::ToggleEdit()
     // Nobody is to type into a record that is no more.
     if (m_state == State::View && !m_modified->IsSet() && !Exists(m_key))
         ShowKey(m_key);
+    else if (m_state == State::View)
+        StartEditing(State::Edit);
     else
-        SetState(m_state == State::Edit ? State::View : State::Edit);
+        SetState(State::View);
 }
 
 void RecordForm::Refresh()

@@ -55,14 +55,14 @@ void frmCourseWiz::BuildDates(QWidget *page)
     m_dateTo = form.Date(QStringLiteral("DateTo"), QStringLiteral("&End Date:"));
     m_noDates = form.Check(QStringLiteral("NoDates"),
                            QStringLiteral("&Don't consider dates. Show all possible information."));
-    m_dateFrom->setDate(DateOf(gFromDate));
-    m_dateTo->setDate(DateOf(gToDate));
+    m_dateFrom->SetDay(DateOf(gFromDate));
+    m_dateTo->SetDay(DateOf(gToDate));
     const auto keepInOrder = [this] {
-        if (m_dateTo->date() < m_dateFrom->date())
-            m_dateTo->setDate(m_dateFrom->date());
+        if (m_dateTo->Day() < m_dateFrom->Day())
+            m_dateTo->SetDay(m_dateFrom->Day());
     };
-    connect(m_dateFrom, &QDateEdit::editingFinished, this, keepInOrder);
-    connect(m_dateTo, &QDateEdit::editingFinished, this, keepInOrder);
+    connect(m_dateFrom, &DateField::editingFinished, this, keepInOrder);
+    connect(m_dateTo, &DateField::editingFinished, this, keepInOrder);
     connect(m_noDates, &QCheckBox::toggled, this, [this](bool all) {
         m_dateFrom->setDisabled(all);
         m_dateTo->setDisabled(all);
@@ -91,8 +91,8 @@ void frmCourseWiz::OnNext()
 void frmCourseWiz::RememberChoices() const
 {
     const QString form = QStringLiteral("dd/MM/yyyy");
-    gFromDate = m_dateFrom->date().toString(form);
-    gToDate = m_dateTo->date().toString(form);
+    gFromDate = m_dateFrom->Day().toString(form);
+    gToDate = m_dateTo->Day().toString(form);
     HTMLBorder = m_tableBorder->isChecked() ? 1 : 0;
     CourseSubset::Save(m_courseSubset);
 }
@@ -101,9 +101,11 @@ void frmCourseWiz::OnFinish()
 {
     if (m_end->IsDone())
         return accept();
+    if (!m_noDates->isChecked() && !DaysAreReadable(this))
+        return;
     RememberChoices();
-    const ReportPeriod period{m_noDates->isChecked(), DateToInt(m_dateFrom->date()),
-                              DateToInt(m_dateTo->date())};
+    const ReportPeriod period{m_noDates->isChecked(), DateToInt(m_dateFrom->Day()),
+                              DateToInt(m_dateTo->Day())};
     m_end->Run(
         SSWizardNavBar1, [&period](Progress &progress) { return Transactions_HTML(period, progress); },
         QStringLiteral("payment"), QStringLiteral("payments"));

@@ -3,9 +3,9 @@
 #include "controls/ListModel.h"
 #include "reports/WizardForm.h"
 
+class DateField;
 class ListView;
 class QCheckBox;
-class QDateEdit;
 class ReportEnd;
 
 /// The report wizard of the Course Manager: picks a report and its period, writes it,
@@ -31,8 +31,8 @@ private:
     ListModel m_reports;
     ListView *m_reportList = nullptr;
     QCheckBox *m_tableBorder = nullptr;
-    QDateEdit *m_dateFrom = nullptr;
-    QDateEdit *m_dateTo = nullptr;
+    DateField *m_dateFrom = nullptr;
+    DateField *m_dateTo = nullptr;
     QCheckBox *m_noDates = nullptr;
     ReportEnd *m_end = nullptr;
     QList<int> m_courseSubset;

@@ -4,6 +4,7 @@
 #include "contacts/frmAddContact.h"
 #include "contacts/frmAddEditRoleTypes.h"
 #include "database/GlobalCode.h"
+#include "forms/DateField.h"
 #include "platform/Clock.h"
 #include "support/RightsTable.h"
 #include "support/StatementLog.h"
@@ -130,7 +131,7 @@ void TestRoles::RolesWithDatesByKeys()
     keys.Press(Qt::Key_Home);
     // Another role starts today again.
     QCOMPARE(Chosen(form, "RoleList"), u"Driver"_qs);
-    QCOMPARE(Find<QDateEdit>(form, "EndDate")->date(), QDate(2026, 3, 9));
+    QCOMPARE(Find<DateField>(form, "EndDate")->Day(), QDate(2026, 3, 9));
     keys.TypeAt("Rate", "13");
     add();
     QCOMPARE(Held(), QStringList());
@@ -267,8 +268,8 @@ void TestRoles::OneRowFillsTheFields()
     roles.SelectOnly(roles.Find(u'?' % QString::number(m_driver)));
     QCOMPARE(Chosen(*form, "RoleList"), u"Driver"_qs);
     QCOMPARE(Find<QLineEdit>(*form, "Rate")->text(), u"7.25"_qs);
-    QCOMPARE(Find<QDateEdit>(*form, "StartDate")->date(), QDate(2026, 1, 2));
-    QCOMPARE(Find<QDateEdit>(*form, "EndDate")->date(), QDate(2026, 3, 4));
+    QCOMPARE(Find<DateField>(*form, "StartDate")->Day(), QDate(2026, 1, 2));
+    QCOMPARE(Find<DateField>(*form, "EndDate")->Day(), QDate(2026, 3, 4));
     // A role out of use shows, and is offered no more.
     roles.SelectOnly(roles.Find(u'?' % QString::number(m_cook)));
     QCOMPARE(Chosen(*form, "RoleList"), QString());
@@ -318,9 +319,10 @@ void TestRoles::RightOfTheRate()
                            {36, 9, "Rate", Left::Editable}});
     frmAddContact looking;
     looking.OpenRecords({Key(m_anna)});
-    for (const char *field : {"RoleList", "StartDate", "EndDate", "AddRoleBtn"})
+    for (const char *field : {"RoleList", "AddRoleBtn"})
         QVERIFY2(!Find<QWidget>(looking, field)->isEnabled(), field);
-    QVERIFY(IsReadOnly(looking, "Rate"));
+    for (const char *field : {"StartDate", "EndDate", "Rate"})
+        QVERIFY2(IsReadOnly(looking, field), field);
 }
 
 void TestRoles::RoleDialog()
@@ -363,7 +365,7 @@ void TestRoles::DeletedMeanwhile()
     dialog.EditItem(m_tutor);
     dialog.show();
     ADO_Contact_DeleteRole(m_tutor);
-    Find<QDateEdit>(*form, "EndDate")->setDate(QDate(2027, 1, 31));
+    Find<DateField>(*form, "EndDate")->SetDay(QDate(2027, 1, 31));
     m->dialogs.Expect("Roles", "Another user has deleted these meanwhile, and they are left out:\n    Tutor");
     Press(*form, "OKBtn");
     QCOMPARE(Lines(List(*form, "RolesInfo")).size(), 1);

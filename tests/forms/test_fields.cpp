@@ -195,6 +195,31 @@ private slots:
         towns.SetCurrent(0);
         QCOMPARE(bench.field->currentIndex(), 0);
     }
+
+    /// Out of a note too, which has a use of its own for the tab; closed pages are passed by.
+    void pages_turn_by_the_keyboard()
+    {
+        QWidget window;
+        QTabWidget *tabs = nullptr;
+        {
+            FormBuilder form(&window);
+            tabs = form.Tabs(u"Pages"_qs);
+        }
+        for (const QString &page : {u"1"_qs, u"2"_qs, u"3"_qs})
+            FormBuilder(FormBuilder::AddTab(tabs, page, page)).Notes(u"Notes"_qs, {});
+        tabs->setTabEnabled(1, false);
+        window.show();
+        QApplication::setActiveWindow(&window);
+        const auto turn = [&](Qt::KeyboardModifiers with) {
+            tabs->currentWidget()->findChild<QPlainTextEdit *>()->setFocus();
+            QTest::keyClick(QApplication::focusWidget(),
+                            with & Qt::ShiftModifier ? Qt::Key_Backtab : Qt::Key_Tab, with);
+            return tabs->currentIndex();
+        };
+        QCOMPARE(turn(Qt::ControlModifier), 2);
+        QCOMPARE(turn(Qt::ControlModifier), 0);
+        QCOMPARE(turn(Qt::ControlModifier | Qt::ShiftModifier), 2);
+    }
 };
 
 QTEST_MAIN(test_fields)

@@ -62,7 +62,7 @@ public:
     QLineEdit *secret;
     QPlainTextEdit *notes;
     QLineEdit *filter;
-    QDateEdit *date;
+    DateField *date;
     QCheckBox *check;
     ListView *view;
     QPushButton *save;
@@ -121,7 +121,7 @@ private slots:
         const std::function<void()> changes[] = {
             [&] { form.name->setText("a"); },
             [&] { form.notes->setPlainText("a"); },
-            [&] { form.date->setDate(QDate(2026, 2, 3)); },
+            [&] { form.date->SetDay(QDate(2026, 2, 3)); },
             [&] { form.check->toggle(); },
             [&] {
                 form.list.Add({"?1", "a"});

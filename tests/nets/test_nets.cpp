@@ -10,7 +10,6 @@
 #include "support/TestDatabase.h"
 
 #include <QAbstractButton>
-#include <QAbstractSpinBox>
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
@@ -33,7 +32,7 @@ namespace
 bool IsPartOfAField(const QWidget *widget)
 {
     for (const QWidget *at = widget->parentWidget(); at; at = at->parentWidget()) {
-        if (qobject_cast<const QComboBox *>(at) || qobject_cast<const QAbstractSpinBox *>(at) ||
+        if (qobject_cast<const QComboBox *>(at) || qobject_cast<const QLineEdit *>(at) ||
             qobject_cast<const QAbstractItemView *>(at))
             return true;
     }
@@ -42,9 +41,8 @@ bool IsPartOfAField(const QWidget *widget)
 
 bool IsField(const QWidget *widget)
 {
-    const bool kind =
-        qobject_cast<const QLineEdit *>(widget) || qobject_cast<const QPlainTextEdit *>(widget) ||
-        qobject_cast<const QComboBox *>(widget) || qobject_cast<const QAbstractSpinBox *>(widget);
+    const bool kind = qobject_cast<const QLineEdit *>(widget) ||
+                      qobject_cast<const QPlainTextEdit *>(widget) || qobject_cast<const QComboBox *>(widget);
     return kind && !IsPartOfAField(widget);
 }
 

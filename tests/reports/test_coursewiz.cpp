@@ -1,4 +1,5 @@
 #include "core/Session.h"
+#include "forms/DateField.h"
 #include "platform/Dialogs.h"
 #include "platform/Directories.h"
 #include "reports/CourseSubset.h"
@@ -11,7 +12,6 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QDateEdit>
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
@@ -87,14 +87,14 @@ private slots:
             frmCourseWiz form;
             form.show();
             Press(form, next);
-            auto *from = Find<QDateEdit>(form, QStringLiteral("DateFrom"));
-            auto *to = Find<QDateEdit>(form, QStringLiteral("DateTo"));
-            QCOMPARE(from->date(), QDate(2026, 2, 1));
+            auto *from = Find<DateField>(form, QStringLiteral("DateFrom"));
+            auto *to = Find<DateField>(form, QStringLiteral("DateTo"));
+            QCOMPARE(from->Day(), QDate(2026, 2, 1));
             QApplication::setActiveWindow(&form);
             from->setFocus();
-            from->setDate({2026, 3, 5});
+            from->SetDay({2026, 3, 5});
             to->setFocus();
-            QCOMPARE(to->date(), QDate(2026, 3, 5));
+            QCOMPARE(to->Day(), QDate(2026, 3, 5));
             Find<QCheckBox>(form, QStringLiteral("NoDates"))->setChecked(true);
             QVERIFY(!from->isEnabled() && !to->isEnabled());
             Press(form, finish);

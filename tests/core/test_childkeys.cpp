@@ -1,0 +1,85 @@
+#include "core/ChildArea.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+
+/// A main window with a "&Security" menu and two child windows that have that letter too.
+class TestChildKeys final : public QObject
+{
+    Q_OBJECT
+
+    QWidget *AddChild(const QList<QWidget *> &contents)
+    {
+        auto *form = new QWidget;
+        auto *layout = new QVBoxLayout(form);
+        for (QWidget *widget : contents)
+            layout->addWidget(widget);
+        m_area->Open(form);
+        return form;
+    }
+    void PressAltS() { QTest::keyClick(QApplication::focusWidget(), Qt::Key_S, Qt::AltModifier); }
+    bool MenuIsOpen() const { return QApplication::activePopupWidget(); }
+
+    std::unique_ptr<QMainWindow> m_window;
+    ChildArea *m_area = nullptr;
+
+private slots:
+    void init()
+    {
+        m_window = std::make_unique<QMainWindow>();
+        m_area = new ChildArea(m_window.get());
+        m_window->setCentralWidget(m_area);
+        m_window->menuBar()->addMenu(u"&Security"_qs)->addAction(u"&Users"_qs);
+        m_window->show();
+        QApplication::setActiveWindow(m_window.get());
+    }
+    void cleanup() { m_window.reset(); }
+
+    void ThePressedButtonIsThatOfTheActiveChild()
+    {
+        auto *search = new QPushButton(u"&Search"_qs);
+        auto *other = new QPushButton(u"&Save"_qs);
+        AddChild({new QLineEdit, search});
+        AddChild({new QLineEdit, other});
+        const QSignalSpy searched(search, &QPushButton::clicked);
+        const QSignalSpy saved(other, &QPushButton::clicked);
+        PressAltS();
+        QTRY_COMPARE(saved.size(), 1);
+        m_area->activatePreviousSubWindow();
+        PressAltS();
+        QTRY_COMPARE(searched.size(), 1);
+        QCOMPARE(saved.size(), 1);
+        QVERIFY(!MenuIsOpen());
+    }
+
+    void ACaptionLeadsToItsField()
+    {
+        auto *caption = new QLabel(u"&Surname:"_qs);
+        auto *surname = new QLineEdit;
+        caption->setBuddy(surname);
+        AddChild({new QLineEdit, caption, surname});
+        PressAltS();
+        QVERIFY(surname->hasFocus());
+    }
+
+    void TheMenuOpensWhereTheChildCannot()
+    {
+        auto *search = new QPushButton(u"&Search"_qs);
+        AddChild({new QLineEdit, search});
+        search->setEnabled(false);
+        PressAltS();
+        QTRY_VERIFY(MenuIsOpen());
+        QApplication::activePopupWidget()->close();
+    }
+};
+
+QTEST_MAIN(TestChildKeys)
+#include "test_childkeys.moc"
