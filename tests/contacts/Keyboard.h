@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QTest>
+
+#include <algorithm>
 
 /// A user without a mouse: every key goes to what has the focus.
 class Keyboard final
@@ -19,12 +22,18 @@ public:
         QWidget *at = m_form.focusWidget();
         QTest::keyClick(at ? at : &m_form, key, with);
     }
-    /// A mnemonic, which clicks its button a tenth of a second later.
+    /// A mnemonic, which holds its button down for a tenth of a second before it clicks.
     void Alt(Qt::Key key) const
     {
         TakeWindow();
         Press(key, Qt::AltModifier);
-        QTest::qWait(150);
+        const QList<QAbstractButton *> buttons = m_form.findChildren<QAbstractButton *>();
+        const bool clicked = QTest::qWaitFor([&buttons] {
+            return std::none_of(buttons.begin(), buttons.end(),
+                                [](const QAbstractButton *button) { return button->isDown(); });
+        });
+        if (!clicked)
+            qFatal("a button of %s stays down", qPrintable(m_form.objectName()));
     }
     void Type(const QString &text) const { QTest::keyClicks(m_form.focusWidget(), text); }
     /// Tab until the focus stands there; a full round without it ends the test.
