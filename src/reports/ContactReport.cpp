@@ -4,7 +4,6 @@
 #include "database/MiscODBC.h"
 #include "reports/ContactHistory.h"
 #include "reports/HTMLscript.h"
-#include "reports/ReportFields.h"
 
 namespace
 {
@@ -42,50 +41,39 @@ void WriteCoursesStaffed(int contactRef)
 }
 
 /// Everything of a person that a report of one item per line can hold.
-class PersonWriter final
+void WritePerson(const ContactFields &fields, const Recordset::Row &row)
 {
-public:
-    PersonWriter(const ContactReport &report, const Recordset &people)
-        : m_report(report)
-        , m_personal(PersonalFields(report.flags))
-        , m_work(WorkFields(report.flags))
-    {
-        FindFields(m_personal, people);
-        FindFields(m_work, people);
+    const auto contactRef = static_cast<int>(row.Long(u"ContactRef"));
+    HTML_Rule();
+    WriteHeading(ContactName(fields.report.nameOpt, row));
+    HTML_Table();
+    WriteLabelRows(fields.personal, row);
+    if (fields.Has(ContactItem::Notes)) {
+        const QString notes = ContactHistory::Notes(contactRef);
+        if (!notes.isEmpty())
+            HTML_LabelRow(QStringLiteral("Notes:"), notes);
     }
-
-    void Write(const Recordset::Row &row) const
-    {
-        const auto contactRef = static_cast<int>(row.Long(u"ContactRef"));
-        HTML_Rule();
-        WriteHeading(ContactName(m_report.nameOpt, row));
-        HTML_Table();
-        WriteLabelRows(m_personal, row);
-        if (Has(ContactItem::Notes)) {
-            const QString notes = ContactHistory::Notes(contactRef);
-            if (!notes.isEmpty())
-                HTML_LabelRow(QStringLiteral("Notes:"), notes);
-        }
-        if (Has(ContactItem::Characteristics))
-            WriteList(QStringLiteral("Characteristics:"), ContactHistory::Characteristics(contactRef));
-        if (Has(ContactItem::Groups))
-            WriteList(QStringLiteral("Groups:"), ContactHistory::Groups(contactRef));
-        if (Has(ContactItem::CoursesAttended))
-            WriteCoursesAttended(contactRef);
-        if (Has(ContactItem::CoursesStaffed))
-            WriteCoursesStaffed(contactRef);
-        WriteLabelRows(m_work, row);
-        HTML_TableEnd();
-    }
-
-private:
-    bool Has(ContactItem::Flag flag) const { return m_report.flags[static_cast<size_t>(flag)] != 0; }
-
-    const ContactReport &m_report;
-    std::vector<ReportField> m_personal;
-    std::vector<ReportField> m_work;
-};
+    if (fields.Has(ContactItem::Characteristics))
+        WriteList(QStringLiteral("Characteristics:"), ContactHistory::Characteristics(contactRef));
+    if (fields.Has(ContactItem::Groups))
+        WriteList(QStringLiteral("Groups:"), ContactHistory::Groups(contactRef));
+    if (fields.Has(ContactItem::CoursesAttended))
+        WriteCoursesAttended(contactRef);
+    if (fields.Has(ContactItem::CoursesStaffed))
+        WriteCoursesStaffed(contactRef);
+    WriteLabelRows(fields.work, row);
+    HTML_TableEnd();
+}
 } // namespace
+
+ContactFields::ContactFields(const ContactReport &asked, const Recordset &people)
+    : report(asked)
+    , personal(PersonalFields(asked.flags))
+    , work(WorkFields(asked.flags))
+{
+    FindFields(personal, people);
+    FindFields(work, people);
+}
 
 QString ContactName(int nameOpt, const Recordset::Row &row)
 {
@@ -120,11 +108,11 @@ ReportResult Contact_Rep_HTML(const ContactReport &report, Progress &progress)
         const std::optional<Recordset> people = OpenContacts(report);
         if (!people)
             return std::nullopt;
-        const PersonWriter writer(report, *people);
-        return WriteRecords(*people, progress, [&writer](const Recordset::Row &row) {
+        const ContactFields fields(report, *people);
+        return WriteRecords(*people, progress, [&fields](const Recordset::Row &row) {
             const bool counts = row.Long(u"ContactRef") != 1;
             if (counts)
-                writer.Write(row);
+                WritePerson(fields, row);
             return counts;
         });
     });

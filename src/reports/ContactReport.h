@@ -2,6 +2,7 @@
 
 #include "platform/Recordset.h"
 #include "reports/ContactReportSql.h"
+#include "reports/ReportFields.h"
 #include "reports/ReportRun.h"
 
 /// Writes the people one item per line: a heading and a table of labels and values for each. `held` counts
@@ -11,6 +12,15 @@ ReportResult Contact_Rep_HTML(const ContactReport &report, Progress &progress);
 /// the characteristics or groups, and is counted once.
 ReportResult Contact_Rep_Tabular_HTML(const ContactReport &report, Progress &progress);
 
+/// What a report asks for of each of its people, who are in `people`.
+struct ContactFields {
+    ContactFields(const ContactReport &asked, const Recordset &people);
+    bool Has(ContactItem::Flag flag) const { return report.flags[static_cast<size_t>(flag)] != 0; }
+
+    const ContactReport &report;
+    std::vector<ReportField> personal;
+    std::vector<ReportField> work;
+};
 /// A person's name in the form that the report asks for.
 QString ContactName(int nameOpt, const Recordset::Row &row);
 /// The people of a report in its order, or nothing after a failure that has been reported; only inside

@@ -2,7 +2,6 @@
 #include "reports/ContactHistory.h"
 #include "reports/ContactReport.h"
 #include "reports/HTMLscript.h"
-#include "reports/ReportFields.h"
 
 #include <QSet>
 
@@ -91,13 +90,9 @@ class TableWriter final
 {
 public:
     TableWriter(const ContactReport &report, const Recordset &people)
-        : m_report(report)
+        : m_fields(report, people)
         , m_groups(report.ordering)
-        , m_personal(PersonalFields(report.flags))
-        , m_work(WorkFields(report.flags))
     {
-        FindFields(m_personal, people);
-        FindFields(m_work, people);
     }
 
     void WriteTitles() const
@@ -105,9 +100,9 @@ public:
         HTML_RowStart();
         m_groups.WriteTitles();
         WriteTitleCell(QStringLiteral("Name"), 200);
-        WriteTitleCells(m_personal);
+        WriteTitleCells(m_fields.personal);
         const auto title = [this](ContactItem::Flag flag, const QString &text, int width) {
-            if (Has(flag))
+            if (m_fields.Has(flag))
                 WriteTitleCell(text, width);
         };
         title(ContactItem::Notes, QStringLiteral("Notes"), 300);
@@ -117,7 +112,7 @@ public:
         title(ContactItem::CoursesStaffed, QStringLiteral("Role"), 200);
         title(ContactItem::CoursesStaffed, QStringLiteral("on Courses"), 200);
         title(ContactItem::CoursesStaffed, QStringLiteral("Start Date"), 100);
-        WriteTitleCells(m_work);
+        WriteTitleCells(m_fields.work);
         HTML_RowEnd();
     }
 
@@ -126,29 +121,25 @@ public:
         const auto contactRef = static_cast<int>(row.Long(u"ContactRef"));
         HTML_RowStart();
         m_groups.WriteValues(row);
-        WriteValueCell(ContactName(m_report.nameOpt, row), 200);
-        WriteValueCells(m_personal, row);
-        if (Has(ContactItem::Notes))
+        WriteValueCell(ContactName(m_fields.report.nameOpt, row), 200);
+        WriteValueCells(m_fields.personal, row);
+        if (m_fields.Has(ContactItem::Notes))
             WriteValueCell(ContactHistory::Notes(contactRef), 300);
-        if (Has(ContactItem::Characteristics))
+        if (m_fields.Has(ContactItem::Characteristics))
             WriteValueCell(ContactHistory::Characteristics(contactRef).join(lineBreak), 200);
-        if (Has(ContactItem::Groups))
+        if (m_fields.Has(ContactItem::Groups))
             WriteValueCell(ContactHistory::Groups(contactRef).join(lineBreak), 100);
-        if (Has(ContactItem::CoursesAttended))
+        if (m_fields.Has(ContactItem::CoursesAttended))
             WriteValueCell(AttendedText(contactRef), 200);
-        if (Has(ContactItem::CoursesStaffed))
+        if (m_fields.Has(ContactItem::CoursesStaffed))
             WriteRoleCells(contactRef);
-        WriteValueCells(m_work, row);
+        WriteValueCells(m_fields.work, row);
         HTML_RowEnd();
     }
 
 private:
-    bool Has(ContactItem::Flag flag) const { return m_report.flags[static_cast<size_t>(flag)] != 0; }
-
-    const ContactReport &m_report;
+    ContactFields m_fields;
     GroupCells m_groups;
-    std::vector<ReportField> m_personal;
-    std::vector<ReportField> m_work;
 };
 } // namespace
 

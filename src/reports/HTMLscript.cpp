@@ -53,6 +53,7 @@ public:
     bool Open(const QString &file)
     {
         m_used = 0;
+        m_buffer.resize(writtenAtOnce);
         m_file = std::make_unique<QSaveFile>(file);
         return m_file->open(QIODevice::WriteOnly);
     }
@@ -86,14 +87,14 @@ private:
     {
         if (m_used + size > writtenAtOnce)
             Flush();
-        if (size > m_buffer.size())
-            m_buffer.resize(size);
+        if (m_used + size > m_buffer.size())
+            m_buffer.resize(m_used + size);
         return m_buffer.data() + m_used;
     }
 
     static constexpr size_t writtenAtOnce = 1 << 16;
     std::unique_ptr<QSaveFile> m_file;
-    std::vector<char> m_buffer = std::vector<char>(writtenAtOnce);
+    std::vector<char> m_buffer;
     size_t m_used = 0; ///< of the buffer
 };
 
