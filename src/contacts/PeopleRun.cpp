@@ -16,6 +16,19 @@ void PeopleRun::FillSubset(QWidget *form, int concessionRef, ListModel &availabl
         [&](Progress &progress) { Contact_FillSubset(concessionRef, available, progress); });
 }
 
+void PeopleRun::SelectChosen(QWidget *form, ListModel &available, ListModel &selected)
+{
+    Run(form, QStringLiteral("Selected Contacts"), QStringLiteral("Those are selected, the rest are not."),
+        [&](Progress &progress) { Contact_SelectChosen(available, selected, progress); });
+}
+
+void PeopleRun::Refresh(QWidget *form, ListModel &selected)
+{
+    Run(form, QStringLiteral("Selected Contacts"),
+        QStringLiteral("Those are up to date, the rest are as they were."),
+        [&](Progress &progress) { Contact_RefreshSelected(selected, progress); });
+}
+
 bool PeopleRun::Publish(QWidget *form, const ListModel &selection)
 {
     return Run(form, QStringLiteral("Selected Contacts"),

@@ -11,12 +11,16 @@ class QWidget;
 /// What the screens do with people of whom there may be thousands runs under a box of progress.
 namespace PeopleRun
 {
-/// Runs `work`. Where it is cancelled the user is told how far it came, and what that means: "Stopped after 3
-/// of 10 contacts. " and `stopped`. False then.
+/// Runs `work` under a box of that title. Where it is cancelled the user is told how far it came, and what
+/// that means: "Stopped after 3 of 10 contacts. " and `stopped`. False then.
 bool Run(QWidget *form, const QString &title, const QString &stopped,
          const std::function<void(Progress &progress)> &work);
 /// Fills `available` with the people of a characteristic, or with everybody where it is 0.
 void FillSubset(QWidget *form, int concessionRef, ListModel &available);
+/// The rows chosen in `available` join `selected`; who does not exist any more leaves both lists.
+void SelectChosen(QWidget *form, ListModel &available, ListModel &selected);
+/// Reads the selected people again: changed names and addresses show, and who was deleted goes.
+void Refresh(QWidget *form, ListModel &selected);
 /// Publishes a selection for reports and merges. False where it was cancelled, and reports would miss some.
 bool Publish(QWidget *form, const ListModel &selection);
 } // namespace PeopleRun

@@ -177,9 +177,7 @@ bool frmContact::DropDeleted(const QString &title)
 
 void frmContact::AddSelected()
 {
-    PeopleRun::Run(this, QStringLiteral("Selected Contacts"),
-                   QStringLiteral("Those are selected, the rest are not."),
-                   [this](Progress &progress) { Contact_SelectChosen(m_contacts, m_selected, progress); });
+    PeopleRun::SelectChosen(this, m_contacts, m_selected);
     StoreSelection();
 }
 
@@ -261,9 +259,7 @@ void frmContact::RereadSelection()
 {
     const QStringList chosen = m_selected.SelectedKeys();
     const int before = m_selected.Count();
-    PeopleRun::Run(this, QStringLiteral("Selected Contacts"),
-                   QStringLiteral("Those are up to date, the rest are as they were."),
-                   [this](Progress &progress) { Contact_RefreshSelected(m_selected, progress); });
+    PeopleRun::Refresh(this, m_selected);
     m_selected.SelectKeys(chosen);
     if (m_selected.Count() != before)
         StoreSelection();

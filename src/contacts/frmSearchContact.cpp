@@ -151,7 +151,8 @@ ListModel &frmSearchContact::ContactInfo()
 
 void frmSearchContact::ShowLooked(int looked)
 {
-    m_looked->setText(QLocale().toString(looked) % u" contacts looked at");
+    m_looked->setText(looked == 1 ? QStringLiteral("1 contact looked at")
+                                  : QString(QLocale().toString(looked) % u" contacts looked at"));
 }
 
 void frmSearchContact::ShowRunning(bool running)

@@ -142,7 +142,7 @@ void frmSelectContacts::Connect()
         if (row >= 0 && m_subsets.CurrentData() != m_shownSubset)
             FillSubset();
     });
-    m_moves->SetActions({.add = [this] { AddChosen(); },
+    m_moves->SetActions({.add = [this] { PeopleRun::SelectChosen(this, m_available, m_selected); },
                          .remove = [this] { m_selected.Take(m_selected.SelectedRows()); },
                          .clear = [this] { m_selected.Clear(); }});
     connect(m_new, &QPushButton::clicked, this, &frmSelectContacts::AddContact);
@@ -187,20 +187,11 @@ void frmSelectContacts::FillSubset()
     PeopleRun::FillSubset(this, m_shownSubset, m_available);
 }
 
-void frmSelectContacts::AddChosen()
-{
-    PeopleRun::Run(this, QStringLiteral("Selected Contacts"),
-                   QStringLiteral("Those are selected, the rest are not."),
-                   [this](Progress &progress) { Contact_SelectChosen(m_available, m_selected, progress); });
-}
-
 void frmSelectContacts::Refresh()
 {
     Contact_FillSubsetList(m_subsets);
     FillSubset();
-    PeopleRun::Run(this, QStringLiteral("Selected Contacts"),
-                   QStringLiteral("Those are up to date, the rest are as they were."),
-                   [this](Progress &progress) { Contact_RefreshSelected(m_selected, progress); });
+    PeopleRun::Refresh(this, m_selected);
 }
 
 void frmSelectContacts::AddContact()

@@ -44,7 +44,6 @@ private:
     void StartWith(const ListModel &people);
     void ShowMenu(ListView *list, const QPoint &position);
     void FillSubset();
-    void AddChosen();
     void Refresh();
     void OnSelection(ListView *list);
     void AddContact();

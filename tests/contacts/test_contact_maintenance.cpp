@@ -50,9 +50,7 @@ private slots:
     void AddChangeDelete_data();
     void AddChangeDelete();
     void RoleInUse();
-    void TownInUse();
     void NewOrganisation();
-    void References();
     void Deleting();
     void DeletedElsewhere();
     void TypedOrganisation_data();
@@ -163,20 +161,6 @@ void TestContactMaintenance::RoleInUse()
     QCOMPARE(Texts(Items(form)), QStringList("Tutor"));
 }
 
-void TestContactMaintenance::TownInUse()
-{
-    ContactRecord record = Person("Anna", "Bell");
-    record.city = AddItem(Section::Cities, "York");
-    Contact_Add(record);
-    Sql(u"INSERT INTO Organisations (OrganName,City) VALUES ('Acme'," % SqlNumber(record.city) % u")");
-    frmContactMain form;
-    Choose(form, Section::Cities);
-    m->dialogs.Expect(confirm, Deletes("York"), Answer::Yes);
-    Press(form, "DelBtn");
-    QCOMPARE(Rows("Contacts WHERE Cust_Surname = 'Bell' AND Cust_City = 1"), 1);
-    QCOMPARE(Rows("Organisations WHERE OrganName = 'Acme' AND City = 1"), 1);
-}
-
 /// A new organisation opens once more behind the dialog that added it.
 void TestContactMaintenance::NewOrganisation()
 {
@@ -199,21 +183,6 @@ void TestContactMaintenance::NewOrganisation()
     m->dialogs.Expect(confirm, Deletes("Acme & Sons"), Answer::Yes);
     Press(form, "DelBtn");
     QCOMPARE(Rows("Organisations"), 1);
-}
-
-void TestContactMaintenance::References()
-{
-    gShowIDs = 1;
-    AddItem(Section::Cities, "York");
-    frmContactMain form;
-    Choose(form, Section::Cities);
-    m->driver.Expect("frmContactMainAddEdit", [](QDialog &dialog) {
-        TypeInto(dialog, "CatName", "York");
-        TypeInto(dialog, "RefName", "US");
-        Press(dialog, "AddBtn");
-    });
-    Press(form, "AddBtn");
-    QCOMPARE(Texts(Items(form)), QStringList({"York", "[US] York"}));
 }
 
 /// A No keeps one row and goes on; a deletion that fails ends the walk.

@@ -3,6 +3,7 @@
 #include "support/TestTable.h"
 
 #include <QAbstractItemModelTester>
+#include <QSignalSpy>
 #include <QTest>
 
 namespace
@@ -78,6 +79,25 @@ private slots:
         QTEST(Keys(other), "taken");
         QTEST(Keys(list), "left");
         QCOMPARE(list.SelectedKeys(), list.Contains("?4") ? QStringList(u"?4"_qs) : QStringList());
+    }
+
+    /// Every second row of very many goes in one step, which tells views once.
+    void list_gives_up_scattered_rows()
+    {
+        ListModel list;
+        Filled(list, 1000);
+        list.SelectKeys({u"?7"_qs, u"?8"_qs});
+        std::vector<int> rows;
+        for (int row = 1; row < 1000; row += 2)
+            rows.push_back(row);
+        QSignalSpy changed(&list, &ListModel::Changed);
+        const std::vector<ListItem> taken = list.Take(rows);
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(taken.size(), size_t(500));
+        QCOMPARE(taken.back().key, u"?999"_qs);
+        QCOMPARE(list.Count(), 500);
+        QCOMPARE(list.Find(u"?998"_qs), 499);
+        QCOMPARE(list.SelectedKeys(), QStringList(u"?8"_qs));
     }
 
     void list_sorts_by_what_a_column_holds_data()
