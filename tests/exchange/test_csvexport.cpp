@@ -188,8 +188,6 @@ void TestCsvExport::LeavesTheFileThatWasThere_data()
                                << "File too large";
     QTest::newRow("name of a folder") << "folder"
                                       << "Filename refers to a directory";
-    QTest::newRow("no such folder") << "missing"
-                                    << "No such file or directory";
     QTest::newRow("folder takes no file") << "closed"
                                           << "Permission denied";
     QTest::newRow("file may not be written") << "locked"
@@ -220,8 +218,6 @@ void TestCsvExport::LeavesTheFileThatWasThere()
     QVERIFY(QFile::setPermissions(good, fault == "locked" ? readable : all));
     if (fault == "folder")
         QVERIFY(folder.mkdir("sub") && !(file = folder.filePath("sub")).isEmpty());
-    if (fault == "missing")
-        file = folder.filePath("no/such.csv");
     if (fault == "closed")
         QVERIFY(QFile::setPermissions(folder.path(), readable));
     std::optional<Nobody> nobody;
@@ -284,6 +280,9 @@ void TestCsvExport::MemoryDoesNotGrowWithTheRows()
 {
     if (TestDatabase::IsOnServer())
         QSKIP("So many people take long to add to a server.");
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("The sanitizer keeps what is given back.");
+#endif
     Exchange desk;
     const auto exporting = [&desk](int people) {
         desk.user.Expect("CSV Export", Exchange::Exported(people));

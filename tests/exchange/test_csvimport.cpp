@@ -10,8 +10,6 @@
 #include <QRegularExpression>
 #include <QTest>
 
-#include <tuple>
-
 namespace
 {
 const QString programFailed =
@@ -138,14 +136,6 @@ void TestCsvImport::LinesAreCounted()
     QVERIFY(desk.Import(file));
     QCOMPARE(TestDatabase::Rows("SELECT ReferenceID FROM Contacts WHERE ContactRef > 1 ORDER BY ContactRef"),
              (QStringList{"", "", "R", "", ""}));
-    for (const auto &[answer, updated, postcode] :
-         {std::tuple(Dialogs::Answer::No, 0, "A1"), std::tuple(Dialogs::Answer::Yes, 1, "A2")}) {
-        desk.user.Expect("CSV Import", "'Ann','Ash','1 High St' already exists.\nOkay to update?", answer);
-        desk.user.Expect("CSV Import", Exchange::Summary(0, updated, 0));
-        QVERIFY(desk.ImportBytes(header + "Ann,Ash,1 High St,A2\n"));
-        QCOMPARE(TestDatabase::Value("SELECT Cust_Postcode FROM Contacts WHERE ContactRef = 2"),
-                 QString(postcode));
-    }
 }
 
 void TestCsvImport::OrganisationsHaveTheirOwnLookups()
@@ -340,6 +330,7 @@ void TestCsvImport::FilesThatCannotBeImported()
                     "Line 1 of '%1' opens a quotation mark that it does not close."));
     QVERIFY(refused("/no/such.csv", "Unable to open '%1'."));
     QVERIFY(refused("/tmp", "Unable to open '%1'.\nIt is a folder."));
+    QVERIFY(refused("/dev/zero", "Unable to open '%1'.\nIt is no file of text."));
 
     const QString file = desk.File("Forename,Surname,Address\nAnn,Ash,1 High St\n");
     ImportState state(Exchange::ShippedMap());

@@ -56,35 +56,19 @@ QStringList Keys(const ListModel &list)
     return keys;
 }
 
-/// To the page behind that of the import's file.
-void ShowMapping(frmImportWiz &form, const QString &file)
+/// To the page before the run, with that file.
+void NameFile(QWidget &form, const QString &file)
 {
     form.show();
+    const bool isExport = qobject_cast<frmExportWiz *>(&form);
     Press(form, next);
+    if (isExport)
+        Press(form, next);
     TypeInto(form, "Filename", file);
-    Press(form, next);
+    if (!isExport)
+        Press(form, next);
 }
 
-/// To the page of the export's file.
-void ShowTarget(frmExportWiz &form, const QString &file)
-{
-    form.show();
-    Press(form, next);
-    Press(form, next);
-    TypeInto(form, "Filename", file);
-}
-
-/// Presses Cancel, once, when so many rows are done.
-void CancelUnderWay(QWidget &form, int rows, int &presses)
-{
-    Dialogs::Installed().serveEvents = [&form, rows, &presses] {
-        const auto *bar = Find<QProgressBar>(form, "ProgBar");
-        if (bar->value() >= rows && bar->value() < bar->maximum() && ++presses == 1) {
-            QCOMPARE(Offered(form), QStringLiteral("C"));
-            Press(form, cancel);
-        }
-    };
-}
 } // namespace
 
 /// The two wizards as a user drives them, by keys and buttons.
@@ -100,7 +84,6 @@ private slots:
     void ImportThatDidNotBeginGoesBack();
     void ExportWithoutAFileGoesBack();
     void CancelLeavesWhatWasImported();
-    void CancelOfAnExportWritesNothing();
     void EscapeAnswersNo();
 };
 
@@ -147,9 +130,6 @@ void TestCsvWizards::ExportsByKeyboardAlone()
     QCOMPARE(fields.CheckedRows().size(), size_t(28));
     keys.Alt(Qt::Key_O);
     QCOMPARE(fields.CheckedRows().size(), size_t(0));
-    keys.Alt(Qt::Key_A);
-    QCOMPARE(fields.CheckedRows().size(), size_t(28));
-    keys.Alt(Qt::Key_O);
     keys.Alt(Qt::Key_D);
     keys.Press(Qt::Key_Down);
     keys.Press(Qt::Key_Space);
@@ -176,7 +156,7 @@ void TestCsvWizards::ChangesTheMapping()
 {
     Exchange desk;
     frmImportWiz form;
-    ShowMapping(form, desk.File("Given,Surname,Address,A Surname\nAnn,Ash,1 High St,x\n"));
+    NameFile(form, desk.File("Given,Surname,Address,A Surname\nAnn,Ash,1 High St,x\n"));
     ListModel &fields = List(form, "ImportSel");
     const QStringList byName{"?1", "*2-Cust_Surname", "*3-Cust_Addr1", "?4"};
     QCOMPARE(Keys(fields), byName);
@@ -213,7 +193,7 @@ void TestCsvWizards::ChecksTheFile()
     const QString file = desk.File("Forename,Surname,Address,Date of Birth\nAnn,Ash,1 High St,\n"
                                    "Ben,Birch,2 Low St,soon\n");
     frmImportWiz form;
-    ShowMapping(form, file);
+    NameFile(form, file);
     ModalDriver hands;
     const QString faulty = desk.Path("faulty.csv");
     hands.Expect("frmCheckFile", [&](QDialog &check) {
@@ -260,7 +240,7 @@ void TestCsvWizards::ExportWithoutAFileGoesBack()
     Exchange::AddPeople(1);
     frmExportWiz form;
     const QString gone = desk.Path("no/such/folder.csv");
-    ShowTarget(form, gone);
+    NameFile(form, gone);
     desk.user.Expect("CSV Export", "A number of errors have been detected, please seek technical support.");
     desk.user.Expect("CSV Export",
                      u"Export failed, maybe an invalid SQL query was passed.\n\nUnable to write '" % gone %
@@ -289,9 +269,15 @@ void TestCsvWizards::CancelLeavesWhatWasImported()
     for (int i = 0; i < 20000; ++i)
         lines += "Ann,Ash " + QByteArray::number(i) + ",1 High St,\n";
     frmImportWiz form;
-    ShowMapping(form, desk.File(lines));
+    NameFile(form, desk.File(lines));
     int presses = 0;
-    CancelUnderWay(form, 1, presses);
+    Dialogs::Installed().serveEvents = [&] {
+        const auto *bar = Find<QProgressBar>(form, "ProgBar");
+        if (bar->value() > 0 && bar->value() < bar->maximum() && ++presses == 1) {
+            QCOMPARE(Offered(form), QStringLiteral("C"));
+            Press(form, cancel);
+        }
+    };
     QString told;
     Dialogs::Installed().msgBox = [&told](const QString &text, auto...) {
         told = text;
@@ -306,22 +292,6 @@ void TestCsvWizards::CancelLeavesWhatWasImported()
                        u" of 20000. What it did before stays in the database:\n" % number %
                        u" Records where imported.\n0 Records where updated.\n0 Records where skipped.");
     QCOMPARE(Offered(form), QStringLiteral("F"));
-    Press(form, finish);
-    QVERIFY(!form.isVisible());
-}
-
-void TestCsvWizards::CancelOfAnExportWritesNothing()
-{
-    Exchange desk;
-    Exchange::AddPeople(500);
-    frmExportWiz form;
-    ShowTarget(form, desk.Path("long.csv"));
-    int presses = 0;
-    CancelUnderWay(form, 0, presses);
-    desk.user.Expect("CSV Export", "Export cancelled, nothing was written.");
-    Press(form, next);
-    QCOMPARE(presses, 1);
-    QVERIFY(form.isVisible() && !QFile::exists(desk.Path("long.csv")));
     Press(form, finish);
     QVERIFY(!form.isVisible());
 }

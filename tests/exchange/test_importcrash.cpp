@@ -2,9 +2,9 @@
 #include "core/Session.h"
 #include "exchange/ImportState.h"
 #include "platform/Dialogs.h"
+#include "support/Files.h"
 #include "support/TestDatabase.h"
 
-#include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTest>
@@ -86,15 +86,11 @@ void TestImportCrash::KilledImportLeavesWholeRows()
 {
     QFETCH(int, milliseconds);
     const TestDatabase database;
-    QFile file(database.Directory() + "/people.csv");
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(People());
-    file.close();
-
+    const QString file = database.Directory() + "/people.csv";
+    WriteFile(file, People());
     gConnection.Close();
     QProcess child;
-    child.start(QCoreApplication::applicationFilePath(),
-                {"--import", database.ConnectionText(), file.fileName()});
+    child.start(QCoreApplication::applicationFilePath(), {"--import", database.ConnectionText(), file});
     QVERIFY(child.waitForReadyRead());
     QThread::msleep(static_cast<unsigned long>(milliseconds));
     child.kill();
@@ -128,7 +124,7 @@ void TestImportCrash::KilledImportLeavesWholeRows()
     };
     ImportState state(CsvMap(QStringLiteral(SYSTEM_DATA "/csvmap.dat")));
     Progress progress;
-    const bool completed = state.ChooseDataSet() && state.ChooseFile(file.fileName()) && state.Run(progress);
+    const bool completed = state.ChooseDataSet() && state.ChooseFile(file) && state.Run(progress);
     Dialogs::Installed() = outer;
     QVERIFY2(completed, qPrintable(summary));
     QCOMPARE(asked, linesOfFile / questionEvery);
