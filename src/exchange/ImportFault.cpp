@@ -5,8 +5,6 @@
 
 namespace
 {
-constexpr int shownOfValue = 40;
-
 ImportFault OfLine(const ImportSource &source, const QString &value, const QString &why)
 {
     return {source.Line().number, {}, value, why};
@@ -18,12 +16,18 @@ ImportFault OfValue(const ImportSource &source, const ImportColumn &column, cons
 }
 } // namespace
 
-QString ImportFault::Text() const
+QString ImportFault::Text(int shown) const
 {
-    const QString shown = value.size() > shownOfValue ? value.left(shownOfValue) % u"..." : value;
+    const QString start = value.size() > shown ? value.left(shown) % u"..." : value;
     const QString place = field.isEmpty() ? QString() : u"field '" % field % u"': ";
     const bool hasValue = !value.isEmpty() || !field.isEmpty();
-    return place % (hasValue ? u'\'' % FlattenLines(shown) % u"' " : QString()) % why;
+    return place % (hasValue ? u'\'' % FlattenLines(start) % u"' " : QString()) % why;
+}
+
+QString ImportFault::Sentence(int shown) const
+{
+    return u"Line " % QString::number(line) % QLatin1String(field.isEmpty() ? ": " : ", ") % Text(shown) %
+           u'.';
 }
 
 std::vector<ImportFault> Objections(const ImportSource &source)

@@ -13,8 +13,10 @@ struct ImportFault {
     QString value; ///< "" where there is none to show
     QString why;   ///< the end of a sentence
 
-    /// "field 'Born': 'soon' is no date", with no more of a long value than can be read.
-    QString Text() const;
+    /// "field 'Born': 'soon' is no date", with so many characters of the value.
+    QString Text(int shown = 40) const;
+    /// "Line 5, field 'Born': 'soon' is no date."
+    QString Sentence(int shown = 40) const;
 };
 
 // What an import has to say of the line at which `source` stands. A check and the import itself ask the same.

@@ -11,10 +11,8 @@ constexpr int listed = 10;
 
 void ImportNotes::Kind::Add(const ImportFault &fault)
 {
-    if (++count > listed)
-        return;
-    first.append(u"Line " % QString::number(fault.line) % QLatin1String(fault.field.isEmpty() ? ": " : ", ") %
-                 fault.Text() % u'.');
+    if (++count <= listed)
+        first.append(fault.Sentence());
 }
 
 QString ImportNotes::Kind::Text(const QString &heading) const

@@ -109,13 +109,10 @@ void frmCheckFile::ShowResult()
 void frmCheckFile::ShowWhole()
 {
     const int row = m_faults.CurrentRow();
-    if (row < 0)
-        return m_whole->clear();
-    const ListItem &fault = m_faults.At(row);
-    const QString place =
-        fault.subItems.at(0).isEmpty() ? QString() : u", field '" % fault.subItems.at(0) % u'\'';
-    const QString value = fault.subItems.at(1).isEmpty() ? QString() : u'\'' % fault.subItems.at(1) % u"' ";
-    m_whole->setText(u"Line " % fault.text % place % u": " % value % fault.subItems.at(2) % u'.');
+    const size_t fault =
+        row < 0 ? m_check.faults.size() : static_cast<size_t>(KeyNumber(m_faults.At(row).key));
+    m_whole->setText(fault < m_check.faults.size() ? m_check.faults[fault].Sentence(shownOfValue)
+                                                   : QString());
 }
 
 void frmCheckFile::SaveLines()

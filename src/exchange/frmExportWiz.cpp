@@ -4,6 +4,8 @@
 #include "forms/FormBuilder.h"
 #include "reports/WizardRunPage.h"
 
+#include <QDir>
+
 frmExportWiz::frmExportWiz(QWidget *parent)
     : WizardForm(QStringLiteral("frmExportWiz"), QStringLiteral("Export Wizard"), parent)
     , m_state(CsvMap::Installed())
@@ -93,8 +95,9 @@ void frmExportWiz::OnNext()
 void frmExportWiz::RunExport()
 {
     SSWizardNavBar1->GoNext();
-    m_runPage->Run(
-        {}, [this](Progress &progress) { m_exported = m_state.Run(m_filePage->FileName(), progress); });
+    m_runPage->Run(QDir::toNativeSeparators(m_filePage->FileName()), [this](Progress &progress) {
+        m_exported = m_state.Run(m_filePage->FileName(), progress);
+    });
     if (!m_exported)
         m_runPage->Tell(QStringLiteral("Nothing was written."));
 }

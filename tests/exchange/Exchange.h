@@ -48,10 +48,11 @@ public:
         return Choose(state, file, dataSet) && state.Run(progress);
     }
     bool ImportBytes(const QByteArray &bytes, int dataSet = 0) { return Import(File(bytes), dataSet); }
-    /// All fields of the people.
-    bool Export(const QString &file, Progress &run)
+    /// All fields of the data set.
+    bool Export(const QString &file, Progress &run, int dataSet = 0)
     {
         ExportState state(ShippedMap());
+        state.ExportList.SelectOnly(dataSet);
         return state.ChooseDataSet() && state.ChooseFields() && state.Run(file, run);
     }
     static void AddPeople(int count, int from = 0)

@@ -81,6 +81,7 @@ class TestCsvExport final : public QObject
 
 private slots:
     void SampleGoesOutAndComesIn();
+    void OrganisationsGoOutAndComeIn();
     void SaysWhatTheFileDoesNotCarry();
     void WritesEachKindOfColumn();
     void LeavesTheFileThatWasThere_data();
@@ -110,6 +111,21 @@ void TestCsvExport::SampleGoesOutAndComesIn()
     QVERIFY(first.startsWith("\xEF\xBB\xBF\"Title\",\"Forename\",\"Surname\","));
     QVERIFY(first.contains("Zoë") && first.contains("29/02/1984"));
     QCOMPARE(ContentOf(files[1]), first);
+}
+
+void TestCsvExport::OrganisationsGoOutAndComeIn()
+{
+    const QTemporaryDir folder;
+    const QString files[] = {folder.filePath("first.csv"), folder.filePath("second.csv")};
+    for (int round = 0; round < 2; ++round) {
+        Exchange desk;
+        desk.user.Expect("CSV Import", Exchange::Summary(round == 0 ? 500 : 174, 0, 0));
+        QVERIFY(desk.Import(round == 0 ? Exchange::Sample() : files[0], round));
+        desk.user.Expect("CSV Export", Exchange::Exported(174));
+        QVERIFY(desk.Export(files[round], desk.progress, 1));
+    }
+    QVERIFY(ContentOf(files[0]).contains("\"Northlight Brewery & Sons\",\"Not Known\""));
+    QCOMPARE(ContentOf(files[1]), ContentOf(files[0]));
 }
 
 void TestCsvExport::SaysWhatTheFileDoesNotCarry()
