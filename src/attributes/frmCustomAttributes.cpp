@@ -94,15 +94,11 @@ void frmCustomAttributes::ShowSaved(const QString &key)
     const bool isSaved = gDialogResult > 0;
     gDialogResult = 0;
     ShowAttributes();
-    if (!isSaved)
+    const TreeNode *node = isSaved ? m_attributes.Find(key) : nullptr;
+    if (!node)
         return;
-    if (const TreeNode *node = m_attributes.Find(key)) {
-        m_attributes.Select(node);
-        m_list->ShowNode(node);
-        return;
-    }
-    Dialogs::MsgBox(QStringLiteral("Another user has deleted this item meanwhile."), windowTitle(),
-                    Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    m_attributes.Select(node);
+    m_list->ShowNode(node);
 }
 
 void frmCustomAttributes::AddAttribute()

@@ -2,8 +2,6 @@
 
 #include "controls/ItemRoles.h"
 
-#include <algorithm>
-
 TreeModel::TreeModel(QObject *parent)
     : QAbstractItemModel(parent)
     , m_root(std::make_unique<TreeNode>())
@@ -32,6 +30,7 @@ TreeNode *TreeModel::Add(const QString &parentKey, TreeNode node)
     parentNode->children.push_back(std::make_unique<TreeNode>(std::move(node)));
     TreeNode *added = parentNode->children.back().get();
     added->parent = parentNode;
+    added->row = row;
     m_byKey.insert(added->key, added);
     endInsertRows();
     if (added->expanded)
@@ -56,6 +55,8 @@ void TreeModel::Remove(const QString &key)
         m_byKey.remove(one->key);
     auto &siblings = node->parent->children;
     siblings.erase(siblings.begin() + at.row());
+    for (size_t row = static_cast<size_t>(at.row()); row < siblings.size(); ++row)
+        siblings[row]->row = static_cast<int>(row);
     endRemoveRows();
     emit Changed();
 }
@@ -135,10 +136,7 @@ QModelIndex TreeModel::IndexOf(const TreeNode *node) const
 {
     if (!node || node == m_root.get())
         return {};
-    const auto &siblings = node->parent->children;
-    const auto at = std::find_if(siblings.begin(), siblings.end(),
-                                 [node](const auto &sibling) { return sibling.get() == node; });
-    return createIndex(static_cast<int>(at - siblings.begin()), 0, node);
+    return createIndex(node->row, 0, node);
 }
 
 TreeNode *TreeModel::NodeAt(const QModelIndex &index) const

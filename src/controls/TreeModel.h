@@ -20,6 +20,7 @@ struct TreeNode {
     bool expanded = false;
 
     TreeNode *parent = nullptr;
+    int row = 0; ///< its place among the children of its parent
     std::vector<std::unique_ptr<TreeNode>> children{};
 };
 

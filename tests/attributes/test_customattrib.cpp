@@ -1,7 +1,6 @@
 #include "attributes/Attributes.h"
 #include "contacts/People.h"
 #include "database/GlobalCode.h"
-#include "support/StatementLog.h"
 
 #include <QTest>
 
@@ -24,7 +23,6 @@ private slots:
     void init() { m = std::make_unique<LogicFixture>(); }
     void cleanup() { m.reset(); }
     void DefineGiveAndTakeAway();
-    void OrderOfTheWrites();
     void NamesAndValues();
     void Clicks();
     void ListedAnew();
@@ -58,32 +56,6 @@ void TestCustomAttrib::DefineGiveAndTakeAway()
     QCOMPARE(Applied(),
              QStringList({"8|9|71|2", SqlNumber(site.colour) % u'|' % SqlNumber(site.blue) % u"|72|1"}));
     QVERIFY(!SeenOf(anna).contains("any of Wheelchair access"));
-}
-
-void TestCustomAttrib::OrderOfTheWrites()
-{
-    TreeModel tree;
-    tree.Add({}, {"!3", "Diet"});
-    for (const char *key : {"?5!3", "?6!3", "?7!3"})
-        tree.Add("!3", {key, key, {}, TreeTick::Off});
-    tree.SetTick(tree.Find("?5!3"), TreeTick::On);
-    tree.SetTick(tree.Find("?6!3"), TreeTick::Not);
-
-    const StatementLog log;
-    ADO_CustomAttrib_Store(tree, 7, 1);
-    CustomAttrib_Delete({"?5!3", "Red"});
-    CustomAttrib_Delete({"!3", "Diet"});
-    QCOMPARE(
-        log.Statements(),
-        QStringList(
-            {"DELETE FROM AppliedAttributes WHERE AppliesToRef = 7 AND RefSection = 1",
-             "INSERT INTO AppliedAttributes (AttributeRef,AttributeValueRef,AppliesToRef,RefSection) VALUES "
-             "(3,5,7,1)",
-             "DELETE FROM AppliedAttributes WHERE AttributeValueRef = 5",
-             "DELETE FROM CustomAttributeValues WHERE AttributeValueRef = 5",
-             "DELETE FROM AppliedAttributes WHERE AttributeRef = 3",
-             "DELETE FROM CustomAttributeValues WHERE AttributeRef = 3",
-             "DELETE FROM CustomAttributes WHERE AttributeRef = 3"}));
 }
 
 void TestCustomAttrib::NamesAndValues()

@@ -2,6 +2,7 @@
 
 #include "contacts/ContactModule.h"
 #include "contacts/People.h"
+#include "contacts/frmAddContact.h"
 #include "controls/ComboModel.h"
 #include "core/Session.h"
 #include "database/Security.h"
@@ -60,4 +61,15 @@ inline void TypeName(QWidget &form, const QString &forename, const QString &surn
 {
     TypeInto(form, "Forname", forename);
     TypeInto(form, "Surname", surname);
+}
+
+/// A person's record, free to be changed, with one of its pages in front; `keys` are those to walk through.
+inline std::unique_ptr<frmAddContact> EditingOn(const QString &page, const QStringList &keys)
+{
+    auto form = std::make_unique<frmAddContact>();
+    form->OpenRecords(keys);
+    Press(*form, "EditBtn");
+    Find<QTabWidget>(*form, "SSActiveTabs1")->setCurrentWidget(Find<QWidget>(*form, page));
+    form->show();
+    return form;
 }

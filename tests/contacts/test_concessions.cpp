@@ -36,7 +36,6 @@ private slots:
     void cleanup() { m.reset(); }
     void NamesAndFigures();
     void HoldersInTheOrderOfTheGiving();
-    void RemovingThePreviousEmptiesThePersonOfThatNumber_data();
     void RemovingThePreviousEmptiesThePersonOfThatNumber();
     void DeletedMeanwhile();
     void OrganisationBesideAPerson();
@@ -85,39 +84,27 @@ void TestConcessions::HoldersInTheOrderOfTheGiving()
     QCOMPARE(Keys(list), QStringList({u'?' % SqlNumber(zoe), u'?' % SqlNumber(anna)}));
 }
 
-void TestConcessions::RemovingThePreviousEmptiesThePersonOfThatNumber_data()
-{
-    QTest::addColumn<bool>("held");
-    QTest::addColumn<Dialogs::Answer>("answer");
-    QTest::newRow("nobody has it") << false << Dialogs::Answer::None;
-    QTest::newRow("keep the earlier ones") << true << Dialogs::Answer::No;
-    QTest::newRow("remove the earlier ones") << true << Dialogs::Answer::Yes;
-}
-
 /// Yes takes everything from the person whose number is that of the characteristic, and nothing from those
 /// who had it.
 void TestConcessions::RemovingThePreviousEmptiesThePersonOfThatNumber()
 {
-    QFETCH(bool, held);
-    QFETCH(Dialogs::Answer, answer);
     const int student = Concession_Add("Student", 20, 0, "");
     const int other = Concession_Add("Other", 0, 0, "");
-    const int earlier = student + 100;
     const int numberedLikeIt = student;
-    if (held)
-        ADO_Contact_AddContactConcession(earlier, student);
     ADO_Contact_AddContactConcession(numberedLikeIt, other);
-
     ListModel list;
     list.Fill({{"?501", "a"}, {"!502", "b"}});
-    if (held)
-        m->dialogs.Expect("Contact Update", "Remove all previous contacts added to this type?", answer);
-    Progress progress;
-    ADO_Contact_AddConcessionList(student, list, progress);
-    QCOMPARE(progress.Value(), 2);
-    QVERIFY(Has(501, student) && Has(502, student));
-    QCOMPARE(Has(earlier, student), held);
-    QCOMPARE(Has(numberedLikeIt, other), answer != Dialogs::Answer::Yes);
+    for (const auto answer : {Dialogs::Answer::None, Dialogs::Answer::No, Dialogs::Answer::Yes}) {
+        // At first nobody has it, so that nothing is asked.
+        if (answer != Dialogs::Answer::None)
+            m->dialogs.Expect("Contact Update", "Remove all previous contacts added to this type?", answer);
+        Progress progress;
+        ADO_Contact_AddConcessionList(student, list, progress);
+        QCOMPARE(progress.Value(), 2);
+        QVERIFY(Has(501, student) && Has(502, student));
+        QCOMPARE(Has(numberedLikeIt, other), answer != Dialogs::Answer::Yes);
+        list.Fill({{"?502", "b"}, {"?503", "c"}});
+    }
 }
 
 void TestConcessions::DeletedMeanwhile()

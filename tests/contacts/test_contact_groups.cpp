@@ -1,7 +1,6 @@
 #include "contacts/ContactForm.h"
 #include "contacts/GroupModule.h"
 #include "contacts/Keyboard.h"
-#include "contacts/frmAddContact.h"
 #include "contacts/frmGroupName.h"
 #include "core/Progress.h"
 #include "support/RightsTable.h"
@@ -43,7 +42,7 @@ private slots:
     void GroupDialog();
 
 private:
-    std::unique_ptr<frmAddContact> Editing() const;
+    std::unique_ptr<frmAddContact> Editing() const { return EditingOn("Groups", {Key(m_anna), Key(m_ben)}); }
     /// Anna in her record, with Bells chosen, and put among its members.
     std::unique_ptr<frmAddContact> EditingWithNewMember() const;
 
@@ -64,17 +63,6 @@ void TestContactGroups::init()
     m_bells = GroupName_Add("Bells", "", m_family);
     m_youngs = GroupName_Add("Youngs", "", m_family);
     Contact_AddItem(ContactSection::GroupTypes, "Team", "");
-}
-
-std::unique_ptr<frmAddContact> TestContactGroups::Editing() const
-{
-    auto form = std::make_unique<frmAddContact>();
-    form->OpenRecords({Key(m_anna), Key(m_ben)});
-    Press(*form, "EditBtn");
-    auto *tabs = Find<QTabWidget>(*form, "SSActiveTabs1");
-    tabs->setCurrentWidget(Find<QWidget>(*form, "Groups"));
-    form->show();
-    return form;
 }
 
 std::unique_ptr<frmAddContact> TestContactGroups::EditingWithNewMember() const

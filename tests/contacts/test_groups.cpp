@@ -290,14 +290,6 @@ void TestGroups::Relations()
              QStringList({"Type: Team", " Group: Aria", "  Bell, Anna",                                    //
                           "Type: Family", " Group: Bells", "  Bell, Anna", "  Adams, Zoe", "  Young, Ben", //
                           "Type: Team", " Group: Bells", "  Bell, Anna"}));
-    QList<int> leaves;
-    for (const TreeNode *node : tree.Nodes()) {
-        if (node->children.empty())
-            leaves.append(KeyNumber(node->key));
-        else
-            QVERIFY2(node->expanded && !node->key.startsWith('?'), qPrintable(node->text));
-    }
-    QCOMPARE(leaves, QList<int>({m_anna, m_anna, zoe, m_ben, m_anna}));
     ADO_Contact_ShowGroup_Tree(4711, tree);
     QVERIFY(tree.IsEmpty());
 }

@@ -1,7 +1,6 @@
 #include "contacts/ContactForm.h"
 #include "contacts/Keyboard.h"
 #include "contacts/RoleModule.h"
-#include "contacts/frmAddContact.h"
 #include "contacts/frmAddEditRoleTypes.h"
 #include "database/GlobalCode.h"
 #include "forms/DateField.h"
@@ -14,6 +13,7 @@
 namespace
 {
 const QString exists = QStringLiteral("Role already exists in database.");
+const QString askToSave = QStringLiteral("Some of the data has changed.\nOkay to update before exiting?");
 const QString removeRole = QStringLiteral("Remove Role");
 const QString bookedAsk = QStringLiteral(
     "Contact has been appointed todo this Role!\nWould you like to sent the End Role Date to today?");
@@ -39,7 +39,6 @@ private slots:
     void RolesWithDatesByKeys();
     void RoleTypes();
     void InactiveOnesAreOfferedToNobody();
-    void AddToList();
     void EndOfABookedRoleIsTodayWithoutPadding();
     void StoresWhatItShows();
     void BookingsAloneMakeARoleUsed();
@@ -50,7 +49,7 @@ private slots:
     void DeletedMeanwhile();
 
 private:
-    std::unique_ptr<frmAddContact> Editing() const;
+    std::unique_ptr<frmAddContact> Editing() const { return EditingOn("Roles", {Key(m_anna)}); }
     QStringList Held() const;
     void Give(int roleTypeRef, int endDate = 20260304) const;
     void Book(int contactRef, int roleTypeRef) const;
@@ -76,18 +75,6 @@ void TestRoles::cleanup()
 {
     Clock::StopAt({});
     m.reset();
-}
-
-/// Anna's record, free to be changed, with the roles in front.
-std::unique_ptr<frmAddContact> TestRoles::Editing() const
-{
-    auto form = std::make_unique<frmAddContact>();
-    form->OpenRecords({Key(m_anna)});
-    Press(*form, "EditBtn");
-    auto *tabs = Find<QTabWidget>(*form, "SSActiveTabs1");
-    tabs->setCurrentWidget(Find<QWidget>(*form, "Roles"));
-    form->show();
-    return form;
 }
 
 /// Anna's roles as they are stored.
@@ -143,8 +130,7 @@ void TestRoles::RolesWithDatesByKeys()
     keys.Press(Qt::Key_Space);
     m->dialogs.Expect(removeRole, "Remove Role Tutor from this Contact?", Dialogs::Answer::Yes);
     keys.Press(Qt::Key_Delete);
-    m->dialogs.Expect("Warning", "Some of the data has changed.\nOkay to update before exiting?",
-                      Dialogs::Answer::Yes);
+    m->dialogs.Expect("Warning", askToSave, Dialogs::Answer::Yes);
     keys.Press(Qt::Key_Escape);
     QCOMPARE(Held(), QStringList("Driver|13|20260309|20260309"));
 }
@@ -181,23 +167,6 @@ void TestRoles::InactiveOnesAreOfferedToNobody()
     ADO_Contact_GetRoles(m_anna, roles);
     QCOMPARE(Lines(roles), QStringList("Cook|7.25|02/01/2026|09/03/2026"));
     QVERIFY(roles.SelectedRows().empty());
-}
-
-void TestRoles::AddToList()
-{
-    const QString before = "Tutor|10.00|01/01/2026|31/01/2026";
-    const QString added = "|1,500.00|01/03/2026|09/03/2026";
-    for (const auto &[roleTypeRef, answer, lines] :
-         {std::tuple(2, Dialogs::Answer::None, QStringList({before, "Driver" + added})),
-          {1, Dialogs::Answer::No, {before}},
-          {1, Dialogs::Answer::Yes, {"Tutor" + added}}}) {
-        ListModel roles;
-        roles.Fill({{"?1", "Tutor", {"10.00", "01/01/2026", "31/01/2026"}}});
-        if (answer != Dialogs::Answer::None)
-            m->dialogs.Expect("Update Role", "Contact already on this role, Do you want to update?", answer);
-        Role_AddToList({roleTypeRef, "Driver", 1500, 20260301, 20260309}, roles);
-        QCOMPARE(Lines(roles), lines);
-    }
 }
 
 /// A role that the person is booked for stays. Its new end has no leading zeros.
@@ -270,6 +239,15 @@ void TestRoles::OneRowFillsTheFields()
     QCOMPARE(Find<QLineEdit>(*form, "Rate")->text(), u"7.25"_qs);
     QCOMPARE(Find<DateField>(*form, "StartDate")->Day(), QDate(2026, 1, 2));
     QCOMPARE(Find<DateField>(*form, "EndDate")->Day(), QDate(2026, 3, 4));
+    // It can be changed and added again.
+    TypeInto(*form, "Rate", "1500");
+    for (const auto &[answer, rate] :
+         {std::pair(Dialogs::Answer::No, "7.25"), {Dialogs::Answer::Yes, "1,500.00"}}) {
+        m->dialogs.Expect("Update Role", "Contact already on this role, Do you want to update?", answer);
+        Press(*form, "AddRoleBtn");
+        QCOMPARE(Lines(roles).filter("Driver"),
+                 QStringList(QString("Driver|" % QString(rate) % "|02/01/2026|04/03/2026")));
+    }
     // A role out of use shows, and is offered no more.
     roles.SelectOnly(roles.Find(u'?' % QString::number(m_cook)));
     QCOMPARE(Chosen(*form, "RoleList"), QString());
@@ -280,6 +258,7 @@ void TestRoles::OneRowFillsTheFields()
     QCOMPARE(Chosen(*form, "RoleList"), u"Tutor"_qs);
 
     // A new person has none of them.
+    m->dialogs.Expect("Warning", askToSave, Dialogs::Answer::No);
     Press(*form, "NewBtn");
     TypeName(*form, "Carl", "Moor");
     Press(*form, "OKBtn");
