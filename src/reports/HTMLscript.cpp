@@ -9,9 +9,9 @@
 #include <QSaveFile>
 
 #include <array>
-#include <charconv>
 #include <cstring>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -119,44 +119,65 @@ public:
         g_output.Put(text);
         return *this;
     }
-    Line &operator<<(int number)
-    {
-        std::array<char, 12> digits{};
-        const char *end = std::to_chars(digits.begin(), digits.end(), number).ptr;
-        g_output.Put(digits.data(), static_cast<size_t>(end - digits.data()));
-        return *this;
-    }
 };
 
-std::string_view SizePoints(int size)
+/// What stands before the text of a paragraph; built once for each weight and size.
+std::string_view ParagraphStart(bool isBold, int size)
 {
-    static constexpr std::array<std::string_view, 7> points = {"8.0",  "7.0",  "8.0", "9.0",
-                                                               "10.0", "12.0", "14.0"};
-    return points[size >= 1 && size <= 6 ? static_cast<size_t>(size) : 0];
+    static constexpr std::array points = {"8.0", "7.0", "8.0", "9.0", "10.0", "12.0", "14.0"};
+    static const auto starts = [] {
+        std::array<std::array<std::string, points.size()>, 2> built;
+        for (size_t weight = 0; weight < built.size(); ++weight) {
+            for (size_t i = 0; i < points.size(); ++i)
+                built[weight][i] = std::string("<p class=MsoNormal>") + (weight == 1 ? "<b>" : "") +
+                                   "<span style='font-size:" + points[i] + "pt;mso-bidi-font-size:12.0pt'>";
+        }
+        return built;
+    }();
+    return starts[isBold ? 1 : 0][size >= 1 && size <= 6 ? static_cast<size_t>(size) : 0];
 }
 
 using Words = std::array<std::string_view, 5>;
 
-std::string_view Word(const Words &words, int code)
+/// A code that stands for no word stands for the first.
+size_t WordOf(int code)
 {
-    return words[code >= 0 && code <= 4 ? static_cast<size_t>(code) : 0];
+    return code >= 0 && code <= 4 ? static_cast<size_t>(code) : 0;
 }
 
-void WriteCellStart(int colSpan, int hAlign, int vAlign, int width)
+std::string BuiltCellStart(int colSpan, size_t hAlign, size_t vAlign, int width)
 {
     static constexpr Words across = {"left", "center", "right", "justify", "char"};
     static constexpr Words down = {"top", "middle", "bottom", "baseline", "top"};
-    const std::string_view border = HTMLBorder == 1 ? "solid windowtext .5pt" : "none";
-    Line cell;
-    cell << "<td";
+    const std::string border = HTMLBorder == 1 ? "solid windowtext .5pt" : "none";
+    std::string cell = "<td";
     if (width >= 1)
-        cell << " width = " << width;
-    cell << " align = " << Word(across, hAlign) << "  valign = " << Word(down, vAlign) << " ";
+        cell += " width = " + std::to_string(width);
+    cell.append(" align = ").append(across[hAlign]).append("  valign = ").append(down[vAlign]).append(" ");
     // No blank behind the span: every report so far has it so.
     if (colSpan >= 2)
-        cell << " colspan=" << colSpan;
-    cell << "style='border:" << border << ";border-left:none;mso-border-left-alt:" << border
-         << ";padding:2pt 2pt 2pt 2pt'>";
+        cell += " colspan=" + std::to_string(colSpan);
+    return cell + "style='border:" + border + ";border-left:none;mso-border-left-alt:" + border +
+           ";padding:2pt 2pt 2pt 2pt'>";
+}
+
+/// A report has few kinds of cells and thousands of each: the start of a kind is kept until another needs its
+/// place.
+std::string_view CellStart(int colSpan, int hAlign, int vAlign, int width)
+{
+    struct Kept {
+        std::array<int, 5> kind;
+        std::string start;
+    };
+    static std::array<Kept, 64> places;
+    const size_t across = WordOf(hAlign);
+    const size_t down = WordOf(vAlign);
+    const std::array<int, 5> kind = {colSpan, static_cast<int>(across), static_cast<int>(down), width,
+                                     HTMLBorder};
+    Kept &kept = places[(static_cast<size_t>(width) / 10 + across * 7 + down) % places.size()];
+    if (kept.start.empty() || kept.kind != kind)
+        kept = {kind, BuiltCellStart(colSpan, across, down, width)};
+    return kept.start;
 }
 } // namespace
 
@@ -216,9 +237,7 @@ void HTML_Text(int mode, int size, const QString &text)
     if (mode == 0)
         Line() << text;
     else
-        Line() << "<p class=MsoNormal>" << (mode == 1 ? "<b>" : "")
-               << "<span style='font-size:" << SizePoints(size) << "pt;mso-bidi-font-size:12.0pt'>" << text
-               << "</span>" << (mode == 1 ? "</b>" : "") << "</p>";
+        Line() << ParagraphStart(mode == 1, size) << text << (mode == 1 ? "</span></b></p>" : "</span></p>");
 }
 
 void HTML_Table()
@@ -249,7 +268,7 @@ void HTML_Rule()
 
 void HTML_Cell(int colSpan, int mode, int hAlign, int vAlign, int size, int width, const QString &text)
 {
-    WriteCellStart(colSpan, hAlign, vAlign, width);
+    Line() << CellStart(colSpan, hAlign, vAlign, width);
     HTML_Text(mode, size, text);
     Line() << "</td>";
 }
