@@ -2,7 +2,6 @@
 
 #include "controls/ComboModel.h"
 
-#include <QKeyEvent>
 #include <QListView>
 
 ComboBox::ComboBox(ComboModel &model, QWidget *parent)
@@ -24,15 +23,6 @@ ComboBox::ComboBox(ComboModel &model, QWidget *parent)
         m_filling = false;
         setCurrentIndex(row);
     });
-}
-
-/// Control and Tab turns the pages of a form; a list would look for a row that begins with a tab.
-void ComboBox::keyPressEvent(QKeyEvent *event)
-{
-    if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)
-        event->ignore();
-    else
-        QComboBox::keyPressEvent(event);
 }
 
 void ComboBox::showPopup()

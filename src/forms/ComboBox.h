@@ -16,9 +16,6 @@ public:
     ComboModel &Model() const { return m_list; }
     void showPopup() override;
 
-protected:
-    void keyPressEvent(QKeyEvent *event) override;
-
 private:
     ComboModel &m_list;
     bool m_filling = false;

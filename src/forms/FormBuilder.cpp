@@ -228,7 +228,7 @@ QTabWidget *FormBuilder::Tabs(const QString &name)
 {
     auto *tabs = new QTabWidget(Parent());
     Place(tabs, name, {}, true);
-    // Notes and lists would keep the keys that turn the pages.
+    // Notes and drop-downs would keep the keys that turn the pages.
     const auto turn = [tabs](const QKeySequence &keys, int step) {
         QObject::connect(new QShortcut(keys, tabs), &QShortcut::activated, tabs,
                          [tabs, step] { TurnPage(*tabs, step); });

@@ -1,5 +1,6 @@
 #include "contacts/ConcessionODBC.h"
 #include "contacts/ContactForm.h"
+#include "contacts/Keyboard.h"
 #include "contacts/frmContact.h"
 #include "contacts/frmSearchContact.h"
 #include "core/Session.h"
@@ -149,8 +150,9 @@ void TestSearchForm::TicksGoAround()
     const int student = Concession_Add("Student", 20, 0, "");
     ADO_Contact_AddContactConcession(m_anna, student);
     frmSearchContact form(m_target);
-    form.show();
-    QTest::keyClick(Find<QComboBox>(form, "SearchCityList"), Qt::Key_Tab, Qt::ControlModifier);
+    const Keyboard keys(form);
+    keys.TabTo("SearchCityList");
+    keys.Press(Qt::Key_Tab, Qt::ControlModifier);
     QCOMPARE(Find<QTabWidget>(form, "SSActiveTabs1")->currentIndex(), 1);
     auto *tree = Find<TreeView>(form, "SearchCharList");
     tree->Model().SelectFirst();
