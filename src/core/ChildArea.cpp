@@ -43,6 +43,15 @@ void ChildArea::SetNotice(const QString &title, const QString &text)
     viewport()->update();
 }
 
+bool ChildArea::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+    const auto *widget = isKey ? qobject_cast<const QWidget *>(watched) : nullptr;
+    if (widget && widget->window() != window())
+        return false;
+    return QMdiArea::eventFilter(watched, event);
+}
+
 void ChildArea::paintEvent(QPaintEvent *event)
 {
     QMdiArea::paintEvent(event);

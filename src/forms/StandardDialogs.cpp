@@ -112,24 +112,37 @@ void ShowWholeTitle(QMessageBox &box)
                   grid->rowCount(), 0, 1, grid->columnCount());
 }
 
+/// The window that a question belongs to. Between two questions in a row no window is active yet, and one
+/// that belonged to none would leave the focus nowhere behind it.
+QWidget *Asker()
+{
+    QWidget *modal = QApplication::activeModalWidget();
+    return modal ? modal : QApplication::activeWindow();
+}
+
 Answer ShowMsgBox(const QString &text, const QString &title, Buttons buttons, Dialogs::Icon icon,
                   Answer defaultAnswer)
 {
+    QWidget *asker = Asker();
     QMessageBox box(IconOf(icon), title.isEmpty() ? QApplication::applicationDisplayName() : title, text,
-                    ButtonsOf(buttons), QApplication::activeWindow());
+                    ButtonsOf(buttons), asker);
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(ButtonOf(defaultAnswer == Answer::None ? FirstAnswer(buttons) : defaultAnswer));
     if (buttons == Buttons::YesNoAll)
         box.setEscapeButton(QMessageBox::No);
     ShowWholeTitle(box);
-    return AnswerOf(box.exec());
+    const Answer answer = AnswerOf(box.exec());
+    // Where one question follows another, some desktops lose sight of the window that asks.
+    if (asker)
+        asker->activateWindow();
+    return answer;
 }
 
 QString ChooseFile(const Dialogs::FileQuestion &question, QFileDialog::AcceptMode mode)
 {
     const QString folder =
         question.folder.isEmpty() || QDir(question.folder).exists() ? question.folder : QDir::homePath();
-    QFileDialog chooser(QApplication::activeWindow(), question.title, folder, question.filter);
+    QFileDialog chooser(Asker(), question.title, folder, question.filter);
     chooser.setAcceptMode(mode);
     chooser.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     chooser.setDefaultSuffix(question.defaultExtension);
@@ -141,8 +154,7 @@ QString ChooseFile(const Dialogs::FileQuestion &question, QFileDialog::AcceptMod
 
 std::optional<int> AskColour(int colour)
 {
-    const QColor chosen =
-        QColorDialog::getColor(QColor::fromRgb(static_cast<QRgb>(colour)), QApplication::activeWindow());
+    const QColor chosen = QColorDialog::getColor(QColor::fromRgb(static_cast<QRgb>(colour)), Asker());
     if (!chosen.isValid())
         return std::nullopt;
     return static_cast<int>(chosen.rgb() & 0xFFFFFF);

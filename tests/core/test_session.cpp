@@ -14,10 +14,12 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -359,6 +361,19 @@ private slots:
         QCOMPARE(Room()->subWindowList().size(), 3);
         Child("frmUsers")->close();
         QTRY_COMPARE(Room()->subWindowList().size(), 2);
+    }
+
+    void ADialogOfAChildKeepsItsKeys()
+    {
+        Start();
+        QDialog dialog(Child("frmContact")->widget());
+        QTabWidget tabs(&dialog);
+        for (const auto &caption : {u"Details"_qs, u"Notes"_qs})
+            tabs.addTab(new QWidget, caption);
+        dialog.show();
+        tabs.setFocus();
+        QTest::keyClick(dialog.windowHandle(), Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(tabs.currentIndex(), 1);
     }
 };
 

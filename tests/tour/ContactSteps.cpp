@@ -4,10 +4,10 @@
 
 namespace
 {
+/// The first row of a table stands for none.
 int CountOf(const QString &table)
 {
-    const auto rows = TryOpenRecordset(u"SELECT * FROM " % table);
-    return rows ? rows->RowCount() - 1 : -1; // the first row stands for none
+    return RowsOf(u"SELECT * FROM " % table) - 1;
 }
 
 /// Opens the record of the selected person `name` and gives it a new characteristic.

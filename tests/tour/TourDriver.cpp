@@ -34,21 +34,6 @@ QWidget *ModalOrNull()
     return QApplication::activeModalWidget();
 }
 
-QWidget *ScreenNamed(const QString &name)
-{
-    if (QWidget *modal = ModalOrNull())
-        return modal->objectName() == name ? modal : nullptr;
-    for (QWidget *top : QApplication::topLevelWidgets()) {
-        if (top->objectName() == name && top->isVisible())
-            return top;
-        for (QWidget *child : top->findChildren<QWidget *>(name)) {
-            if (child->isVisible() && qobject_cast<QMdiSubWindow *>(child->parentWidget()))
-                return child;
-        }
-    }
-    return nullptr;
-}
-
 QString WhatIsOnScreen()
 {
     QStringList seen;
@@ -63,38 +48,46 @@ QString WhatIsOnScreen()
 }
 } // namespace
 
+QWidget *TourDriver::ScreenNamed(const QString &name)
+{
+    if (QWidget *modal = ModalOrNull())
+        return modal->objectName() == name ? modal : nullptr;
+    for (QWidget *top : QApplication::topLevelWidgets()) {
+        if (top->objectName() == name && top->isVisible())
+            return top;
+        for (QWidget *child : top->findChildren<QWidget *>(name)) {
+            if (child->isVisible() && qobject_cast<QMdiSubWindow *>(child->parentWidget()))
+                return child;
+        }
+    }
+    return nullptr;
+}
+
 TourDriver::TourDriver(QString pictureFolder)
     : m_folder(std::move(pictureFolder))
 {
     QDir().mkpath(m_folder);
 }
 
-void TourDriver::Add(Step step)
+void TourDriver::When(const QString &what, std::function<QWidget *()> ready, Hands hands, bool picture)
 {
-    m_steps.push_back(std::move(step));
+    m_steps.push_back({what, std::move(ready), std::move(hands), picture});
 }
 
 void TourDriver::On(const QString &screen, const QString &what, Hands hands)
 {
-    Add({what, [screen] { return ScreenNamed(screen); }, std::move(hands)});
+    When(
+        what, [screen] { return ScreenNamed(screen); }, std::move(hands));
 }
 
 void TourDriver::See(const QString &screen, const QString &what, Hands hands)
 {
-    Add({what, [screen] { return ScreenNamed(screen); }, std::move(hands), true});
+    When(
+        what, [screen] { return ScreenNamed(screen); }, std::move(hands), true);
 }
 
 void TourDriver::Box(const QString &title, const QString &text, const QString &button)
 {
-    const auto ready = [this, title, text]() -> QWidget * {
-        auto *box = qobject_cast<QMessageBox *>(ModalOrNull());
-        if (!box || !box->isVisible())
-            return nullptr;
-        Expect(box->windowTitle() == title && box->text() == text,
-               u"expected the box [" % title % u"] " % text % u"\n  but there came [" % box->windowTitle() %
-                   u"] " % box->text());
-        return box;
-    };
     const auto hands = [this, button](QWidget &screen) {
         const auto buttons = screen.findChildren<QAbstractButton *>();
         for (QAbstractButton *one : buttons) {
@@ -105,15 +98,30 @@ void TourDriver::Box(const QString &title, const QString &text, const QString &b
         }
         Expect(false, u"no button " % button % u" in the box");
     };
-    Add({title.isEmpty() ? text.left(40) : title, ready, hands, true});
+    When(
+        title.isEmpty() ? text.left(40) : title, [this, title, text] { return ExpectedBox(title, text); },
+        hands, true);
+}
+
+QWidget *TourDriver::ExpectedBox(const QString &title, const QString &text)
+{
+    auto *box = qobject_cast<QMessageBox *>(ModalOrNull());
+    if (!box || !box->isVisible())
+        return nullptr;
+    Expect(box->windowTitle() == title && box->text() == text, u"expected the box [" % title % u"] " % text %
+                                                                   u"\n  but there came [" %
+                                                                   box->windowTitle() % u"] " % box->text());
+    return box;
+}
+
+QWidget *TourDriver::Chooser(const QString &title)
+{
+    auto *chooser = qobject_cast<QFileDialog *>(ModalOrNull());
+    return chooser && chooser->isVisible() && chooser->windowTitle() == title ? chooser : nullptr;
 }
 
 void TourDriver::ChooseFile(const QString &title, const QString &file)
 {
-    const auto ready = [title]() -> QWidget * {
-        auto *chooser = qobject_cast<QFileDialog *>(ModalOrNull());
-        return chooser && chooser->isVisible() && chooser->windowTitle() == title ? chooser : nullptr;
-    };
     const auto hands = [file](QWidget &screen) {
         auto *name = screen.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
         name->setFocus();
@@ -121,12 +129,18 @@ void TourDriver::ChooseFile(const QString &title, const QString &file)
         QTest::keyClicks(name, file);
         QTest::keyClick(name, Qt::Key_Enter);
     };
-    Add({title, ready, hands, true});
+    When(
+        title, [title] { return Chooser(title); }, hands, true);
 }
 
-void TourDriver::WaitForFile(const QString &file)
+void TourDriver::SeeFile(const QString &file, const QString &what, std::function<void()> look)
 {
-    Add({file, [file] { return QFile::exists(file) ? NoScreen() : nullptr; }, {}});
+    const auto hands = [file, look = std::move(look)](QWidget &) {
+        look();
+        QFile::remove(file);
+    };
+    When(
+        what, [file] { return QFile::exists(file) ? NoScreen() : nullptr; }, hands, true);
 }
 
 void TourDriver::WhenClosed(const QString &what, std::function<void()> action)
@@ -138,7 +152,7 @@ void TourDriver::WhenClosed(const QString &what, std::function<void()> action)
         }
         return NoScreen();
     };
-    Add({what, ready, [action](QWidget &) { action(); }});
+    When(what, ready, [action](QWidget &) { action(); });
 }
 
 int TourDriver::Run()
@@ -183,7 +197,7 @@ void TourDriver::Picture(const QString &what)
 {
     QTest::qWait(settling);
     ++m_pictures;
-    QString name = QString::number(m_pictures).rightJustified(2, u'0') % u'-';
+    QString name = QString::number(m_pictures).rightJustified(3, u'0') % u'-';
     for (const QChar c : what)
         name += c.isLetterOrNumber() ? c.toLower() : QChar(u'-');
     QApplication::primaryScreen()->grabWindow(0).save(m_folder % u'/' % name % u".png");

@@ -25,10 +25,14 @@ public:
     void Box(const QString &title, const QString &text, const QString &button);
     /// When a file chooser comes: its name field takes `file`.
     void ChooseFile(const QString &title, const QString &file);
-    /// Waits until another program has made `file`.
-    void WaitForFile(const QString &file);
+    /// Waits until another program has made `file` to say that it shows something, and takes a picture; after
+    /// `look` the file goes, which ends the other program.
+    void SeeFile(const QString &file, const QString &what, std::function<void()> look);
     /// When no window is left and the program would end: `action` goes on.
     void WhenClosed(const QString &what, std::function<void()> action);
+
+    /// A step of another kind: `hands` act on what `ready` gives, once it gives anything.
+    void When(const QString &what, std::function<QWidget *()> ready, Hands hands, bool picture = false);
 
     /// Runs the steps in the application's event loop. 0 when all of them went as told.
     int Run();
@@ -36,6 +40,13 @@ public:
     void Picture(const QString &what);
     /// Ends the tour with a message unless `holds`.
     void Expect(bool holds, const QString &message);
+    [[noreturn]] void Fail(const QString &message);
+
+    /// The screen of that object name, where it takes input now.
+    static QWidget *ScreenNamed(const QString &name);
+    /// The message box that shows, which must be of that title and text.
+    QWidget *ExpectedBox(const QString &title, const QString &text);
+    static QWidget *Chooser(const QString &title);
 
 private:
     struct Step {
@@ -45,8 +56,6 @@ private:
         bool picture = false;
     };
     void Poll();
-    [[noreturn]] void Fail(const QString &message);
-    void Add(Step step);
 
     QString m_folder;
     std::deque<Step> m_steps;

@@ -7,6 +7,7 @@
 #include "forms/FormStyle.h"
 #include "forms/StandardDialogs.h"
 #include "platform/Directories.h"
+#include "tour/Keyboard.h"
 #include "tour/TourDriver.h"
 #include "tour/TourPlan.h"
 
@@ -115,6 +116,7 @@ int main(int argc, char *argv[])
     Screens::Install();
 
     TourDriver tour(folder);
+    Keyboard keys(tour);
     AddFirstStart(tour, plan);
     AddUser(tour);
     AddDatabaseOptions(tour);
@@ -124,6 +126,20 @@ int main(int argc, char *argv[])
     AddEnrolment(tour, plan);
     AddPayments(tour, plan);
     AddReport(tour, plan);
+    keys.Watch();
+    AddReferenceLists(keys);
+    AddRoleTypes(keys);
+    AddGroupTypes(keys);
+    AddAttributes(keys);
+    AddGroup(keys, plan);
+    AddRoles(keys, plan);
+    AddPersonsAttributes(keys, plan);
+    AddSecondGroupType(keys, plan);
+    AddOrganisation(keys, plan);
+    AddSearch(keys, plan);
+    AddLetterheadReports(tour, keys, plan);
+    AddExchange(keys, plan);
+    keys.Release();
     AddSecondStart(tour, plan);
     Main();
     return tour.Run();
