@@ -156,6 +156,11 @@ void ListView::keyPressEvent(QKeyEvent *event)
         emit DeletePressed();
     } else {
         QTreeView::keyPressEvent(event);
+        // Tab makes the first row the current one without selecting it; the keys that lead there move
+        // nothing.
+        const bool leadsThere = event->key() == Qt::Key_Home || event->key() == Qt::Key_Up;
+        if (leadsThere && event->modifiers() == Qt::NoModifier && currentIndex().isValid())
+            m_list.SelectOnly(currentIndex().row());
         return;
     }
     event->accept();

@@ -127,6 +127,19 @@ private slots:
         QCOMPARE(opened.count(), 0);
     }
 
+    /// The focus makes the first row the current one, which is not yet a choice.
+    void the_first_row_is_chosen_by_key()
+    {
+        for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Up}) {
+            People people;
+            QApplication::setActiveWindow(&people.view);
+            people.view.setFocus(Qt::TabFocusReason);
+            QVERIFY(!people.list.Selection()->hasSelection());
+            QTest::keyClick(&people.view, key);
+            QCOMPARE(people.list.SelectedRows(), std::vector<int>{0});
+        }
+    }
+
     void copies_and_counts_the_selected_rows()
     {
         People people;
