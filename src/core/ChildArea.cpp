@@ -2,6 +2,7 @@
 
 #include "core/ChildKeys.h"
 
+#include <QEvent>
 #include <QMdiSubWindow>
 #include <QPainter>
 

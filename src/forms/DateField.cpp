@@ -6,9 +6,11 @@
 
 #include <QAction>
 #include <QCalendarWidget>
+#include <QFrame>
 #include <QKeyEvent>
 #include <QRegularExpression>
 #include <QRegularExpressionValidator>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace

@@ -7,6 +7,8 @@
 #include "support/RightsTable.h"
 #include "support/StatementLog.h"
 
+#include <QTest>
+
 // What the record screens of people and of organisations have in common, on both of them.
 
 using Dialogs::Answer;
