@@ -1,5 +1,6 @@
 #include "exchange/CsvMap.h"
 
+#include "exchange/CsvFields.h"
 #include "exchange/TextLines.h"
 #include "platform/Directories.h"
 
@@ -51,6 +52,7 @@ void CsvMap::Read(TextLines &lines)
 {
     QString line;
     while (lines.Next(line)) {
+        RemoveNul(line);
         const QString trimmed = line.trimmed();
         if (trimmed.contains(u'['))
             m_lines.push_back(trimmed);

@@ -31,6 +31,13 @@ void ReadFields(const QString &line)
     Require(CsvGetField(written, u',', 1) == doubled);
 }
 
+/// CR and LF together are one.
+int LineEnds(QString text)
+{
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    return static_cast<int>(text.count(u'\n') + text.count(u'\r'));
+}
+
 /// The records of a file are its lines, each in one record and none passed over.
 void ReadRecords(const QByteArray &bytes)
 {
@@ -39,7 +46,7 @@ void ReadRecords(const QByteArray &bytes)
     QString text;
     int expected = 0;
     while (lines.Next(text)) {
-        Require(!text.contains(u'\n') && !text.contains(u'\r') && !text.contains(QChar(u'\0')));
+        Require(!text.contains(u'\n') && !text.contains(u'\r'));
         ++expected;
     }
 
@@ -49,7 +56,7 @@ void ReadRecords(const QByteArray &bytes)
     int next = 1;
     while (reader.Next(line)) {
         Require(line.number == next);
-        const auto inside = static_cast<int>(line.text.count(u'\n'));
+        const int inside = LineEnds(line.text);
         Require(inside == 0 || !line.unclosedQuote);
         next += 1 + inside;
         ReadFields(line.text);
