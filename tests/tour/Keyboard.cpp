@@ -19,8 +19,7 @@
 
 namespace
 {
-constexpr int longestWork = 20000; ///< milliseconds
-constexpr int mostTabs = 200;      ///< more than any screen has fields
+constexpr int mostTabs = 200; ///< more than any screen has fields
 
 /// The letter of the caption that leads to a control, "" where it has none.
 QString LetterOf(const QWidget &control)
@@ -93,10 +92,11 @@ bool Keyboard::eventFilter(QObject *watched, QEvent *event)
     return false;
 }
 
-/// While the deeds of a step wait for what their last key does, only another screen can go on.
+/// While the deeds of a step wait for what their last key does, only a dialog that it opened can go on.
 bool Keyboard::HasFocus(QWidget *screen) const
 {
-    if (!screen || screen == m_screen || screen->window()->windowHandle() != QGuiApplication::focusWindow())
+    if (!screen || m_atWork.contains(screen) || (!m_atWork.isEmpty() && !screen->isModal()) ||
+        screen->window()->windowHandle() != QGuiApplication::focusWindow())
         return false;
     auto *frame = qobject_cast<QMdiSubWindow *>(screen->parentWidget());
     return !frame || frame->mdiArea()->activeSubWindow() == frame;
@@ -105,7 +105,7 @@ bool Keyboard::HasFocus(QWidget *screen) const
 void Keyboard::Queue(const QString &what, const std::function<QWidget *()> &found, Deeds deeds, bool picture)
 {
     const auto ready = [this, found]() -> QWidget * {
-        if (m_screen && m_screen == QApplication::activeModalWidget())
+        if (m_atWork.contains(QApplication::activeModalWidget()))
             return nullptr;
         QWidget *screen = found();
         // Where the desktop has put no window in front, Alt+Tab is its key for it.
@@ -114,7 +114,8 @@ void Keyboard::Queue(const QString &what, const std::function<QWidget *()> &foun
         return HasFocus(screen) ? screen : nullptr;
     };
     const auto act = [this, deeds = std::move(deeds)](QWidget &screen) {
-        const QScopedValueRollback<QPointer<QWidget>> atWork(m_screen, &screen);
+        const QScopedValueRollback<QPointer<QWidget>> current(m_screen, &screen);
+        const QScopedValueRollback<QWidgetList> atWork(m_atWork, m_atWork + QWidgetList{&screen});
         if (deeds)
             deeds();
     };
@@ -131,6 +132,14 @@ void Keyboard::See(const QString &screen, const QString &what, Deeds deeds)
 {
     Queue(
         what, [screen] { return TourDriver::ScreenNamed(screen); }, std::move(deeds), true);
+}
+
+void Keyboard::SeeAt(const QString &screen, const QString &control, const QString &what, Deeds deeds)
+{
+    const auto found = [this, screen, control] {
+        return Focus() == control ? TourDriver::ScreenNamed(screen) : nullptr;
+    };
+    Queue(what, found, std::move(deeds), true);
 }
 
 void Keyboard::Box(const QString &title, const QString &text, const QString &button)
@@ -346,11 +355,6 @@ bool Keyboard::IsEnabled(const QString &name) const
 void Keyboard::Expect(bool holds, const QString &message) const
 {
     m_tour.Expect(holds, message);
-}
-
-void Keyboard::Await(const std::function<bool()> &end, const QString &message) const
-{
-    Expect(QTest::qWaitFor(end, longestWork), message);
 }
 
 void Keyboard::ExpectText(const QString &name, const QString &text) const

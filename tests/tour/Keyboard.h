@@ -32,6 +32,8 @@ public:
     void On(const QString &screen, const QString &what, Deeds deeds);
     /// The same with a picture of the desktop before the deeds.
     void See(const QString &screen, const QString &what, Deeds deeds = {});
+    /// The same once work is done that ends with the focus at `control`.
+    void SeeAt(const QString &screen, const QString &control, const QString &what, Deeds deeds);
     /// When a message box of that title and text comes: a picture, and the key of the button of that text.
     void Box(const QString &title, const QString &text, const QString &button);
     /// The same where the text is known only when the box comes.
@@ -69,8 +71,6 @@ public:
     QStringList Rows(const QString &name) const;
     bool IsEnabled(const QString &name) const;
     void Expect(bool holds, const QString &message) const;
-    /// Waits until what a key began has come to its end.
-    void Await(const std::function<bool()> &end, const QString &message) const;
     /// Expects that a field, label or button shows `text`.
     void ExpectText(const QString &name, const QString &text) const;
     /// Expects that the list or tree has a row that reads `row`.
@@ -89,5 +89,6 @@ private:
     void Walk(const QString &text, const QString &firstKey, const QString &nextKey);
 
     TourDriver &m_tour;
-    QPointer<QWidget> m_screen; ///< the one that the deeds of a step are at work on
+    QPointer<QWidget> m_screen; ///< the one that the deeds of the step are at work on
+    QWidgetList m_atWork;       ///< the same, below it those whose deeds wait for it to close
 };

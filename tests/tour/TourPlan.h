@@ -16,6 +16,7 @@ struct TourPlan {
     QStringList members;  ///< the names of the group of three
     QString employer;     ///< the organisation that one of them stays with
     int found = 0;        ///< people whom the search found, or the import updates
+    QString exported;     ///< the data as it was exported
 };
 
 /// Rows of data that a statement gives, -1 where it fails.
