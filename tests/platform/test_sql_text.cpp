@@ -141,12 +141,14 @@ private slots:
             {"SELECT A,B FROM C ORDER BY 1", "SELECT A,B FROM C ORDER BY 2", false},
         };
         for (const auto &[first, second, same] : pairs) {
+            const QString firstText = QString::fromLatin1(first); // the tokens point into their text
+            const QString secondText = QString::fromLatin1(second);
             SqlTokens tokens;
             SqlShape one;
             SqlShape other;
-            tokens.Read(QString::fromLatin1(first));
+            tokens.Read(firstText);
             QVERIFY(one.Take(tokens));
-            tokens.Read(QString::fromLatin1(second));
+            tokens.Read(secondText);
             QVERIFY(other.Take(tokens));
             QVERIFY2((one.Key() == other.Key()) == same, second);
         }

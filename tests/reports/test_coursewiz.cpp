@@ -70,7 +70,7 @@ private slots:
         const auto saveFile = Dialogs::Installed().saveFile;
         Dialogs::Installed().saveFile = [&](const Dialogs::FileQuestion &question) {
             offered = question.fileName;
-            return m_database->Directory() % u"/paid.pdf";
+            return QString(m_database->Directory() % u"/paid.pdf");
         };
         Press(form, QStringLiteral("PdfBtn"));
         Dialogs::Installed().saveFile = saveFile;
