@@ -92,11 +92,9 @@ bool Keyboard::eventFilter(QObject *watched, QEvent *event)
     return false;
 }
 
-/// While the deeds of a step wait for what their last key does, only a dialog that it opened can go on.
 bool Keyboard::HasFocus(QWidget *screen) const
 {
-    if (!screen || m_atWork.contains(screen) || (!m_atWork.isEmpty() && !screen->isModal()) ||
-        screen->window()->windowHandle() != QGuiApplication::focusWindow())
+    if (!screen || screen->window()->windowHandle() != QGuiApplication::focusWindow())
         return false;
     auto *frame = qobject_cast<QMdiSubWindow *>(screen->parentWidget());
     return !frame || frame->mdiArea()->activeSubWindow() == frame;
@@ -105,8 +103,6 @@ bool Keyboard::HasFocus(QWidget *screen) const
 void Keyboard::Queue(const QString &what, const std::function<QWidget *()> &found, Deeds deeds, bool picture)
 {
     const auto ready = [this, found]() -> QWidget * {
-        if (m_atWork.contains(QApplication::activeModalWidget()))
-            return nullptr;
         QWidget *screen = found();
         // Where the desktop has put no window in front, Alt+Tab is its key for it.
         if (screen && !QGuiApplication::focusWindow())
@@ -115,7 +111,6 @@ void Keyboard::Queue(const QString &what, const std::function<QWidget *()> &foun
     };
     const auto act = [this, deeds = std::move(deeds)](QWidget &screen) {
         const QScopedValueRollback<QPointer<QWidget>> current(m_screen, &screen);
-        const QScopedValueRollback<QWidgetList> atWork(m_atWork, m_atWork + QWidgetList{&screen});
         if (deeds)
             deeds();
     };

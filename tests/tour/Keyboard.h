@@ -90,5 +90,4 @@ private:
 
     TourDriver &m_tour;
     QPointer<QWidget> m_screen; ///< the one that the deeds of the step are at work on
-    QWidgetList m_atWork;       ///< the same, below it those whose deeds wait for it to close
 };

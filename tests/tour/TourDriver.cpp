@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QMessageBox>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
@@ -174,8 +175,8 @@ void TourDriver::Poll()
         QApplication::quit();
         return;
     }
-    QWidget *screen = m_steps.front().ready();
-    if (!screen) {
+    QWidget *screen = m_atWork.contains(ModalOrNull()) ? nullptr : m_steps.front().ready();
+    if (!screen || !MayGoOn(screen)) {
         if (QDateTime::currentMSecsSinceEpoch() - m_waitingSince > patience)
             Fail(u"waited in vain for: " % m_steps.front().what % u"\n  on screen: " % WhatIsOnScreen());
         QTimer::singleShot(pollEvery, [this] { Poll(); });
@@ -189,8 +190,14 @@ void TourDriver::Poll()
     m_waitingSince = QDateTime::currentMSecsSinceEpoch();
     // Scheduled before the hands act: a press may open a modal screen, whose own loop runs the next step.
     QTimer::singleShot(pollEvery, [this] { Poll(); });
+    const QScopedValueRollback<QWidgetList> atWork(m_atWork, m_atWork + QWidgetList{screen});
     if (step.hands)
         step.hands(*screen);
+}
+
+bool TourDriver::MayGoOn(QWidget *screen) const
+{
+    return m_atWork.isEmpty() || screen == NoScreen() || (screen->isModal() && !m_atWork.contains(screen));
 }
 
 void TourDriver::Picture(const QString &what)

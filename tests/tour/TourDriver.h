@@ -56,9 +56,13 @@ private:
         bool picture = false;
     };
     void Poll();
+    /// While the hands of a step wait for what they began, only a dialog that it opened can go on: the long
+    /// runs serve the event loop, and a step must not overtake the one before it.
+    bool MayGoOn(QWidget *screen) const;
 
     QString m_folder;
     std::deque<Step> m_steps;
+    QWidgetList m_atWork; ///< the screens of the steps whose hands have not come back
     qint64 m_waitingSince = 0;
     int m_pictures = 0;
     bool m_done = false;
