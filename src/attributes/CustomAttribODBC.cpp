@@ -122,49 +122,39 @@ void ADO_CustomAttrib_ShowAttrib(CustomAttribView &view, int key)
 
 int ADO_CustomAttrib_AddAttrib(const QString &name, AttribType type, int appliesTo)
 {
-    return Reported("ADO_CustomAttrib_AddAttrib", -1, [&] {
-        const QString sameName = SameName(name);
-        if (HasRow(sameName))
-            return 0;
-        Execute(u"INSERT INTO CustomAttributes (AttributeName, AttributeType, AppliesTo) VALUES ('" % name %
-                u"'," % SqlNumber(static_cast<int>(type)) % u',' % SqlNumber(appliesTo) % u')');
-        return ReadKey(sameName, u"AttributeRef");
-    });
+    const QString sameName = SameName(name);
+    return AddRow("ADO_CustomAttrib_AddAttrib", sameName,
+                  u"INSERT INTO CustomAttributes (AttributeName, AttributeType, AppliesTo) VALUES ('" % name %
+                      u"'," % SqlNumber(static_cast<int>(type)) % u',' % SqlNumber(appliesTo) % u')',
+                  sameName, u"AttributeRef");
 }
 
 int ADO_CustomAttrib_UpdateAttrib(int key, const QString &name, AttribType type, int appliesTo)
 {
-    return Reported("ADO_CustomAttrib_UpdateAttrib", -1, [&] {
-        if (HasRow(SameName(name) % u" AND AttributeRef <> " % SqlNumber(key)))
-            return 0;
-        Execute(u"UPDATE CustomAttributes SET AttributeName='" % name % u"', AttributeType = " %
-                SqlNumber(static_cast<int>(type)) % u", AppliesTo = " % SqlNumber(appliesTo) %
-                u" WHERE AttributeRef = " % SqlNumber(key));
-        return key;
-    });
+    return UpdateRow("ADO_CustomAttrib_UpdateAttrib",
+                     SameName(name) % u" AND AttributeRef <> " % SqlNumber(key),
+                     u"UPDATE CustomAttributes SET AttributeName='" % name % u"', AttributeType = " %
+                         SqlNumber(static_cast<int>(type)) % u", AppliesTo = " % SqlNumber(appliesTo) %
+                         u" WHERE AttributeRef = " % SqlNumber(key),
+                     key);
 }
 
 int ADO_CustomAttrib_AddAttribVal(const QString &value, int attributeRef)
 {
-    return Reported("ADO_CustomAttrib_AddAttribVal", -1, [&] {
-        const QString sameValue = SameValue(value, attributeRef);
-        if (HasRow(sameValue))
-            return 0;
-        Execute(u"INSERT INTO CustomAttributeValues (AttributeValue,AttributeRef) VALUES ('" % value % u"'," %
-                SqlNumber(attributeRef) % u')');
-        return ReadKey(sameValue, u"AttributeValueRef");
-    });
+    const QString sameValue = SameValue(value, attributeRef);
+    return AddRow("ADO_CustomAttrib_AddAttribVal", sameValue,
+                  u"INSERT INTO CustomAttributeValues (AttributeValue,AttributeRef) VALUES ('" % value %
+                      u"'," % SqlNumber(attributeRef) % u')',
+                  sameValue, u"AttributeValueRef");
 }
 
 int ADO_CustomAttrib_UpdateAttribVal(int key, const QString &value, int attributeRef)
 {
-    return Reported("ADO_CustomAttrib_UpdateAttribVal", -1, [&] {
-        if (HasRow(SameValue(value, attributeRef) % u" AND AttributeValueRef <> " % SqlNumber(key)))
-            return 0;
-        Execute(u"UPDATE CustomAttributeValues SET AttributeValue = '" % value %
-                u"' WHERE AttributeValueRef = " % SqlNumber(key));
-        return key;
-    });
+    return UpdateRow("ADO_CustomAttrib_UpdateAttribVal",
+                     SameValue(value, attributeRef) % u" AND AttributeValueRef <> " % SqlNumber(key),
+                     u"UPDATE CustomAttributeValues SET AttributeValue = '" % value %
+                         u"' WHERE AttributeValueRef = " % SqlNumber(key),
+                     key);
 }
 
 bool ADO_CustomAttrib_DelAttrib(int key)

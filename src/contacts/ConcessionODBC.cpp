@@ -29,28 +29,23 @@ double ReadFigure(const char *routineName, QStringView column, int concessionRef
 int ADO_Contact_AddConcession(const QString &name, double percentage, double hardDiscount,
                               const QString &referenceId)
 {
-    return Reported("ADO_Contact_AddConcession", -1, [&] {
-        const QString sameConcession = SameConcession(name, referenceId);
-        if (HasRow(sameConcession))
-            return 0;
-        Execute(u"INSERT INTO Concessions (ReferenceID, Name, Percentage, HardDiscount) VALUES ('" %
-                referenceId % u"','" % name % u"'," % SqlNumber(percentage) % u',' % SqlNumber(hardDiscount) %
-                u')');
-        return ReadKey(sameConcession, u"ConcessionRef");
-    });
+    const QString sameConcession = SameConcession(name, referenceId);
+    return AddRow("ADO_Contact_AddConcession", sameConcession,
+                  u"INSERT INTO Concessions (ReferenceID, Name, Percentage, HardDiscount) VALUES ('" %
+                      referenceId % u"','" % name % u"'," % SqlNumber(percentage) % u',' %
+                      SqlNumber(hardDiscount) % u')',
+                  sameConcession, u"ConcessionRef");
 }
 
 int ADO_Contact_UpdateConcession(int concessionRef, const QString &name, double percentage,
                                  double hardDiscount, const QString &referenceId)
 {
-    return Reported("ADO_Contact_UpdateConcession", -1, [&] {
-        if (HasRow(SameConcession(name, referenceId) % u" AND ConcessionRef <> " % SqlNumber(concessionRef)))
-            return 0;
-        Execute(u"UPDATE Concessions SET Name = '" % name % u"',Percentage = " % SqlNumber(percentage) %
-                u",HardDiscount = " % SqlNumber(hardDiscount) % u",ReferenceID = '" % referenceId %
-                u"' WHERE ConcessionRef = " % SqlNumber(concessionRef));
-        return concessionRef;
-    });
+    return UpdateRow("ADO_Contact_UpdateConcession",
+                     SameConcession(name, referenceId) % u" AND ConcessionRef <> " % SqlNumber(concessionRef),
+                     u"UPDATE Concessions SET Name = '" % name % u"',Percentage = " % SqlNumber(percentage) %
+                         u",HardDiscount = " % SqlNumber(hardDiscount) % u",ReferenceID = '" % referenceId %
+                         u"' WHERE ConcessionRef = " % SqlNumber(concessionRef),
+                     concessionRef);
 }
 
 double ADO_Contact_GetConcessionPercent(int concessionRef)

@@ -52,26 +52,22 @@ int MemberLink(const QString &key)
 
 int ADO_Contact_AddGroupName(const QString &name, const QString &referenceId, int linkRef)
 {
-    return Reported("ADO_Contact_AddGroupName", -1, [&] {
-        const QString sameGroup = SameGroup(name, referenceId);
-        if (HasRow(sameGroup))
-            return 0;
-        Execute(u"INSERT INTO GroupNames (Name, ReferenceID, LinkRef) VALUES ('" % name % u"','" %
-                referenceId % u"'," % SqlNumber(linkRef) % u')');
-        return ReadKey(sameGroup, u"GroupRef");
-    });
+    const QString sameGroup = SameGroup(name, referenceId);
+    return AddRow("ADO_Contact_AddGroupName", sameGroup,
+                  u"INSERT INTO GroupNames (Name, ReferenceID, LinkRef) VALUES ('" % name % u"','" %
+                      referenceId % u"'," % SqlNumber(linkRef) % u')',
+                  sameGroup, u"GroupRef");
 }
 
 int ADO_Contact_UpdateGroupName(int groupRef, const QString &name, const QString &referenceId, int linkRef)
 {
-    return Reported("ADO_Contact_UpdateGroupName", -1, [&] {
-        if (HasRow(SameGroup(name, referenceId) % u" AND GroupRef <> " % SqlNumber(groupRef)))
-            return 0;
-        // The type stands between apostrophes here alone; the database takes it as the number that it is.
-        Execute(u"UPDATE GroupNames SET Name = '" % name % u"', ReferenceID = '" % referenceId %
-                u"', LinkRef = '" % SqlNumber(linkRef) % u"' WHERE GroupRef = " % SqlNumber(groupRef));
-        return groupRef;
-    });
+    // The type stands between apostrophes here alone; the database takes it as the number that it is.
+    return UpdateRow("ADO_Contact_UpdateGroupName",
+                     SameGroup(name, referenceId) % u" AND GroupRef <> " % SqlNumber(groupRef),
+                     u"UPDATE GroupNames SET Name = '" % name % u"', ReferenceID = '" % referenceId %
+                         u"', LinkRef = '" % SqlNumber(linkRef) % u"' WHERE GroupRef = " %
+                         SqlNumber(groupRef),
+                     groupRef);
 }
 
 void ADO_Contact_ShowGroupName(GroupNameView &view, int groupRef)

@@ -22,28 +22,23 @@ QString DateText(const Recordset::Row &row, QStringView column)
 
 int ADO_Contact_AddRoleType(const RoleType &role)
 {
-    return Reported("ADO_Contact_AddRoleType", -1, [&] {
-        const QString sameRole = SameRole(role);
-        if (HasRow(sameRole))
-            return 0;
-        Execute(u"INSERT INTO RoleTypes (Name,Description,ChargeRate,Status,ReferenceID) VALUES ('" %
-                role.name % u"','" % role.description % u"'," % SqlNumber(role.chargeRate) % u',' %
-                SqlNumber(static_cast<int>(role.status)) % u",'" % role.referenceId % u"')");
-        return ReadKey(sameRole, u"RoleTypeRef");
-    });
+    const QString sameRole = SameRole(role);
+    return AddRow("ADO_Contact_AddRoleType", sameRole,
+                  u"INSERT INTO RoleTypes (Name,Description,ChargeRate,Status,ReferenceID) VALUES ('" %
+                      role.name % u"','" % role.description % u"'," % SqlNumber(role.chargeRate) % u',' %
+                      SqlNumber(static_cast<int>(role.status)) % u",'" % role.referenceId % u"')",
+                  sameRole, u"RoleTypeRef");
 }
 
 int ADO_Contact_UpdateRoleType(int roleTypeRef, const RoleType &role)
 {
-    return Reported("ADO_Contact_UpdateRoleType", -1, [&] {
-        if (HasRow(SameRole(role) % u" AND RoleTypeRef <> " % SqlNumber(roleTypeRef)))
-            return 0;
-        Execute(u"UPDATE RoleTypes SET Name = '" % role.name % u"', Description = '" % role.description %
-                u"', ChargeRate = " % SqlNumber(role.chargeRate) % u", Status = " %
-                SqlNumber(static_cast<int>(role.status)) % u", ReferenceID = '" % role.referenceId %
-                u"' WHERE RoleTypeRef = " % SqlNumber(roleTypeRef));
-        return roleTypeRef;
-    });
+    return UpdateRow("ADO_Contact_UpdateRoleType",
+                     SameRole(role) % u" AND RoleTypeRef <> " % SqlNumber(roleTypeRef),
+                     u"UPDATE RoleTypes SET Name = '" % role.name % u"', Description = '" % role.description %
+                         u"', ChargeRate = " % SqlNumber(role.chargeRate) % u", Status = " %
+                         SqlNumber(static_cast<int>(role.status)) % u", ReferenceID = '" % role.referenceId %
+                         u"' WHERE RoleTypeRef = " % SqlNumber(roleTypeRef),
+                     roleTypeRef);
 }
 
 void ADO_Contact_ShowRoleType(RoleTypeView &view, int roleTypeRef)

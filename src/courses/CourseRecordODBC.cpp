@@ -20,41 +20,33 @@ bool ADO_Course_CheckCourse(int courseRef)
 int ADO_Course_AddCourse(const QString &title, const QString &description, double fee, int limit,
                          const QString &referenceID)
 {
-    return Reported("ADO_Course_AddCourse", -1, [&] {
-        if (HasRow(u"SELECT * FROM Courses WHERE Title = '" % title % u"' AND ReferenceID ='" % referenceID %
-                   u"'"))
-            return 0;
-        Execute(u"INSERT INTO Courses (Title, Description,Fee,Limit,ReferenceID) VALUES ('" % title % u"','" %
-                description % u"'," % SqlNumber(fee) % u',' % SqlNumber(limit) % u",'" % referenceID % u"')");
-        return ReadKey(u"SELECT * FROM Courses WHERE Title = '" % title % u"' AND ReferenceID = '" %
-                           referenceID % u"'",
-                       u"CourseRef");
-    });
+    return AddRow(
+        "ADO_Course_AddCourse",
+        u"SELECT * FROM Courses WHERE Title = '" % title % u"' AND ReferenceID ='" % referenceID % u"'",
+        u"INSERT INTO Courses (Title, Description,Fee,Limit,ReferenceID) VALUES ('" % title % u"','" %
+            description % u"'," % SqlNumber(fee) % u',' % SqlNumber(limit) % u",'" % referenceID % u"')",
+        u"SELECT * FROM Courses WHERE Title = '" % title % u"' AND ReferenceID = '" % referenceID % u"'",
+        u"CourseRef");
 }
 
 int ADO_Course_UpdateCourse(const QString &title, const QString &description, double fee, int limit,
                             int courseRef, const QString &referenceID)
 {
-    return Reported("ADO_Course_UpdateCourse", -1, [&] {
-        if (HasRow(u"SELECT * FROM Courses WHERE Title = '" % title % u"' AND CourseRef <> " %
-                   SqlNumber(courseRef) % u" AND ReferenceID = '" % referenceID % u"'"))
-            return 0;
-        Execute(u"UPDATE Courses SET Title = '" % title % u"', Description = '" % description % u"', Fee = " %
-                SqlNumber(fee) % u", Limit = " % SqlNumber(limit) % u", ReferenceID = '" % referenceID %
-                u"' WHERE CourseRef = " % SqlNumber(courseRef));
-        return courseRef;
-    });
+    return UpdateRow("ADO_Course_UpdateCourse",
+                     u"SELECT * FROM Courses WHERE Title = '" % title % u"' AND CourseRef <> " %
+                         SqlNumber(courseRef) % u" AND ReferenceID = '" % referenceID % u"'",
+                     u"UPDATE Courses SET Title = '" % title % u"', Description = '" % description %
+                         u"', Fee = " % SqlNumber(fee) % u", Limit = " % SqlNumber(limit) %
+                         u", ReferenceID = '" % referenceID % u"' WHERE CourseRef = " % SqlNumber(courseRef),
+                     courseRef);
 }
 
 int ADO_Course_RenameCourse(const QString &title, int courseRef)
 {
-    return Reported("ADO_Course_RenameCourse", -1, [&] {
-        if (HasRow(u"SELECT * FROM Courses WHERE Title = '" % title % u"' AND CourseRef <> " %
-                   SqlNumber(courseRef)))
-            return 0;
-        Execute(u"UPDATE Courses SET Title = '" % title % u"' WHERE CourseRef = " % SqlNumber(courseRef));
-        return courseRef;
-    });
+    return UpdateRow(
+        "ADO_Course_RenameCourse",
+        u"SELECT * FROM Courses WHERE Title = '" % title % u"' AND CourseRef <> " % SqlNumber(courseRef),
+        u"UPDATE Courses SET Title = '" % title % u"' WHERE CourseRef = " % SqlNumber(courseRef), courseRef);
 }
 
 bool ADO_Course_DeleteCourse(int courseRef)

@@ -51,13 +51,10 @@ void ADO_Users_Fill(ComboModel &combo)
 int ADO_Users_AddUser(const QString &name, const QString &password, const QString &rights)
 {
     const QString sameName = u"SELECT * FROM Users WHERE UserName = '" % name % u"'";
-    return Reported("ADO_Users_AddUser", -1, [&] {
-        if (HasRow(sameName))
-            return 0;
-        Execute(u"INSERT INTO Users (UserName, Password, SecurityRights) VALUES ('" % name % u"','" %
-                password % u"','" % rights.left(newRightsStored) % u"')");
-        return ReadKey(sameName, u"UserID");
-    });
+    return AddRow("ADO_Users_AddUser", sameName,
+                  u"INSERT INTO Users (UserName, Password, SecurityRights) VALUES ('" % name % u"','" %
+                      password % u"','" % rights.left(newRightsStored) % u"')",
+                  sameName, u"UserID");
 }
 
 bool ADO_Users_UpdateUserSecurity(int id, const QString &rights)
