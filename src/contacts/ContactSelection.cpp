@@ -71,18 +71,6 @@ std::vector<ListItem> ReadAll(const ListModel &people, Progress &progress)
     return items;
 }
 
-/// Takes the rows of those keys out of a list.
-void RemoveKeys(const QStringList &keys, ListModel &list)
-{
-    std::vector<int> rows;
-    for (const QString &key : keys) {
-        if (const int row = list.Find(key); row >= 0)
-            rows.push_back(row);
-    }
-    std::sort(rows.begin(), rows.end());
-    list.Take(rows);
-}
-
 /// Adds those who are not in the list yet, with as many of their sub-items.
 void Join(const ListModel &people, ListModel &selected, int subItems)
 {
@@ -114,8 +102,8 @@ void Contact_SelectChosen(ListModel &available, ListModel &selected, Progress &p
             joining.push_back(*std::move(person));
     }
     available.SelectKeys(chosen.mid(done));
-    RemoveKeys(gone, available);
-    RemoveKeys(gone, selected);
+    available.Take(available.RowsOf(gone));
+    selected.Take(selected.RowsOf(gone));
     QStringList joined;
     for (const ListItem &person : joining)
         joined.append(person.key);

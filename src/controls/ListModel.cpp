@@ -276,7 +276,7 @@ void ListModel::SelectAll()
                             QItemSelectionModel::Select);
 }
 
-void ListModel::SelectKeys(const QStringList &keys)
+std::vector<int> ListModel::RowsOf(const QStringList &keys) const
 {
     std::vector<int> rows;
     for (const QString &key : keys) {
@@ -284,6 +284,12 @@ void ListModel::SelectKeys(const QStringList &keys)
             rows.push_back(row);
     }
     std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void ListModel::SelectKeys(const QStringList &keys)
+{
+    const std::vector<int> rows = RowsOf(keys);
     // A range a run of rows: Qt looks at every range of a selection whenever a row is painted.
     QItemSelection selection;
     for (size_t first = 0, end = 0; first < rows.size(); first = end) {

@@ -74,6 +74,8 @@ public:
             SelectOnly(0);
     }
     void SelectAll();
+    /// The rows of those keys, ascending; unknown keys are passed over.
+    std::vector<int> RowsOf(const QStringList &keys) const;
     /// Makes the rows of those keys the selected ones, in one step; unknown keys are passed over.
     void SelectKeys(const QStringList &keys);
     void ClearSelection();
