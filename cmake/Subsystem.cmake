@@ -37,8 +37,6 @@ function(veltrane_test name)
     endif()
     if(VELTRANE_PCH)
         target_precompile_headers(${name} REUSE_FROM ${support})
-        # They differ by folder, which a shared precompiled header does not bear; nothing here asks for them.
-        target_compile_options(${name} PRIVATE -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
     endif()
     get_filename_component(folder ${CMAKE_CURRENT_SOURCE_DIR} NAME)
     set(environment "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC")
