@@ -15,12 +15,39 @@ namespace
 constexpr int retryAnswer = 4;
 const char *g_runningRoutine = "";
 
-/// True when the failed statement is to run again.
-bool RetryAfterFailure()
+EngineError FirstError()
 {
     const EngineErrors &errors = gConnection.Errors();
-    SetCurrentError(errors.isEmpty() ? EngineError{} : errors.first());
-    return HandleError(QString::fromLatin1(g_runningRoutine), 0) == retryAnswer;
+    return errors.isEmpty() ? EngineError{} : errors.first();
+}
+
+bool WantsRetry(const char *routineName)
+{
+    SetCurrentError(FirstError());
+    return HandleError(QString::fromLatin1(routineName), 0) == retryAnswer;
+}
+
+/// True when the failed statement is to run again. Inside a step nobody is asked: the whole step ends.
+bool RetryAfterFailure()
+{
+    if (OneStep::IsRunning(gConnection))
+        throw StepBroken{g_runningRoutine};
+    return WantsRetry(g_runningRoutine);
+}
+
+/// Two workstations waited for each other, and the server chose this one to give way.
+bool IsDeadlock(const EngineError &error)
+{
+    constexpr int sqlServersNumber = 1205;
+    return error.number == sqlServersNumber ||
+           error.description.contains(QStringLiteral("deadlock detected"), Qt::CaseInsensitive);
+}
+
+/// The second word of "UPDATE Courses SET ...", the third of "INSERT INTO Courses (...".
+QString TableOf(QStringView statement)
+{
+    const QList<QStringView> words = statement.split(u' ');
+    return words.at(statement.startsWith(u"INSERT") ? 2 : 1).toString();
 }
 } // namespace
 
@@ -33,6 +60,24 @@ ReportedScope::ReportedScope(const char *routineName)
 ReportedScope::~ReportedScope()
 {
     g_runningRoutine = m_outer;
+}
+
+void RequireBegun(const OneStep &step)
+{
+    if (!step.HasBegun())
+        throw StepBroken{g_runningRoutine};
+}
+
+void KeepStep(OneStep &step)
+{
+    if (!step.Keep())
+        throw StepBroken{g_runningRoutine};
+}
+
+bool RunsAgain(const StepBroken &broken, int attempt)
+{
+    constexpr int mostAttempts = 5;
+    return (IsDeadlock(FirstError()) && attempt < mostAttempts) || WantsRetry(broken.routineName);
 }
 
 void Execute(const QString &sql)
@@ -101,20 +146,24 @@ int AddRow(const char *routineName, const QString &same, const QString &insert, 
            QStringView keyColumn)
 {
     return Reported(routineName, -1, [&] {
-        if (HasRow(same))
-            return 0;
-        Execute(insert);
-        return ReadKey(readBack, keyColumn);
+        return InOneStep(TableOf(insert), [&] {
+            if (HasRow(same))
+                return 0;
+            Execute(insert);
+            return ReadKey(readBack, keyColumn);
+        });
     });
 }
 
 int UpdateRow(const char *routineName, const QString &other, const QString &update, int key)
 {
     return Reported(routineName, -1, [&] {
-        if (HasRow(other))
-            return 0;
-        Execute(update);
-        return key;
+        return InOneStep(TableOf(update), [&] {
+            if (HasRow(other))
+                return 0;
+            Execute(update);
+            return key;
+        });
     });
 }
 

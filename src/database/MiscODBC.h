@@ -1,6 +1,8 @@
 #pragma once
 
+#include "core/Session.h"
 #include "platform/Connection.h"
+#include "platform/OneStep.h"
 
 #include <QString>
 
@@ -56,6 +58,42 @@ void Reported(const char *routineName, Body &&body)
     }
 }
 
+/// A statement that failed inside a step, on its way to the step's end. It never leaves InOneStep.
+struct StepBroken {
+    const char *routineName; ///< the data function whose statement it was
+};
+
+/// Keeps the step; its failure is the step's failure.
+void KeepStep(OneStep &step);
+/// Tells that a step could not begin; its failure is the step's failure.
+void RequireBegun(const OneStep &step);
+/// True when the step that broke is to run again: at once where the server chose it to give way to another,
+/// otherwise if the user says so. `attempt` counts from 1.
+bool RunsAgain(const StepBroken &broken, int attempt);
+
+/// Runs `body`, a test and the write that relies on it, as one OneStep under `key`, and gives its result;
+/// only inside Reported. A statement that fails takes back all that the body did before the failure is told;
+/// on Retry the body runs again from its beginning. No question may be asked inside.
+template <typename Body>
+auto InOneStep(const QString &key, Body &&body)
+{
+    for (int attempt = 1;; ++attempt) {
+        try {
+            OneStep step(gConnection, key);
+            RequireBegun(step);
+            auto result = body();
+            KeepStep(step);
+            return result;
+        } catch (const StepBroken &broken) {
+            // An inner step has no end of its own.
+            if (OneStep::IsRunning(gConnection))
+                throw;
+            if (!RunsAgain(broken, attempt))
+                throw StatementGivenUp{};
+        }
+    }
+}
+
 /// Runs a statement that returns no rows; only inside Reported.
 void Execute(const QString &sql);
 /// Opens a query and reads it whole; only inside Reported.
@@ -76,12 +114,12 @@ void EndRow(WriteGroup &group);
 /// Commits what the group still holds behind the last row; only inside Reported, likewise.
 void EndRows(WriteGroup &group);
 
-/// Adds a row where `same` finds none: the key that `readBack` then gives in `keyColumn`; 0 where there is
-/// one already, -1 on an error.
+/// Adds a row where `same` finds none, in one step: the key that `readBack` then gives in `keyColumn`; 0
+/// where there is one already, -1 on an error.
 int AddRow(const char *routineName, const QString &same, const QString &insert, const QString &readBack,
            QStringView keyColumn);
-/// Writes a row where `other` finds none that it would be equal to: `key`; 0 where there is one, -1 on an
-/// error.
+/// Writes a row where `other` finds none that it would be equal to, in one step: `key`; 0 where there is one,
+/// -1 on an error.
 int UpdateRow(const char *routineName, const QString &other, const QString &update, int key);
 
 /// The same with errors ignored, for the few routines that go on after a failure.

@@ -1,15 +1,13 @@
 #include "platform/Connection.h"
 
 #include "platform/Engine.h"
+#include "platform/OneStep.h"
 
-namespace
-{
-EngineErrors NotOpen()
+EngineErrors Connection::NotOpen()
 {
     return {{3709, QStringLiteral("Veltrane Connection"),
              QStringLiteral("The connection cannot be used: no database is open."), QString()}};
 }
-} // namespace
 
 Connection::Connection() = default;
 Connection::~Connection()
@@ -27,6 +25,7 @@ bool Connection::Open(const QString &connectionText)
 
 void Connection::Close()
 {
+    OneStep::Leave(*this);
     WriteGroup::Leave(*this);
     ReadSnapshot::Leave(*this);
     m_engine.reset();
@@ -53,7 +52,8 @@ bool Connection::Execute(const QString &sql)
         return false;
     ReadSnapshot::Leave(*this);
     EngineErrors errors;
-    return (WriteGroup::BeforeWrite(*this, errors) && m_engine->Execute(sql, errors)) || Fail(errors);
+    const bool mayWrite = !OneStep::RefusesWrite(*this, errors) && WriteGroup::BeforeWrite(*this, errors);
+    return (mayWrite && m_engine->Execute(sql, errors)) || Fail(errors);
 }
 
 std::optional<Recordset> Connection::OpenRecordset(const QString &sql)

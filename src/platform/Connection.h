@@ -54,8 +54,10 @@ public:
     void ObserveStatements(std::function<void(const QString &)> observer);
 
 private:
+    friend class OneStep;
     friend class ReadSnapshot;
     friend class WriteGroup;
+    static EngineErrors NotOpen();
     bool Fail(const EngineErrors &errors);
     bool Ready(const QString &sql);
 
@@ -67,9 +69,10 @@ private:
 
 /// Groups the writes of a long loop into transactions, for speed: one at a time, committed at the latest
 /// every quarter of a second at a Tick, before any question to the user, and at the end, a failure
-/// included, so that what was done stays done. Tick stands between whole rows, so that a crash leaves no
-/// half row. The first write after a commit begins the next transaction. Groups do not nest: an inner
-/// one has no effect. A statement that fails takes nothing with it that the group did before, but on a disk
+/// included, so that what was done stays done. Tick comes between whole rows, so that a crash leaves no
+/// half row; a group that never ticks is whole or not there at all after a crash. The first write after a
+/// commit begins the next transaction. Groups do not nest: one inside another or inside a OneStep has no
+/// effect. A statement that fails takes nothing with it that the group did before, but on a disk
 /// that is full or with a server lost: the group then takes no further write, so that no loop goes on, or
 /// is retried, over rows that are gone.
 class WriteGroup final
@@ -91,9 +94,11 @@ public:
     bool Undo();
     /// Commits what the running group holds. Called before every question to the user.
     static bool CommitRunning();
+    static bool IsRunning(const Connection &connection);
 
 private:
     friend class Connection;
+    friend class OneStep;
     static bool BeforeWrite(Connection &connection, EngineErrors &errors);
     static void Leave(Connection &connection);
     bool Commit();
@@ -121,6 +126,7 @@ public:
 
 private:
     friend class Connection;
+    friend class OneStep;
     static void Leave(const Connection &connection);
     Connection *m_connection = nullptr;
 };

@@ -1,12 +1,14 @@
 #include "platform/Dialogs.h"
 
 #include "platform/Connection.h"
+#include "platform/OneStep.h"
 
 namespace
 {
 /// The user may take all day over an answer.
 void LetGoOfDatabase()
 {
+    OneStep::TakeBackRunning();
     WriteGroup::CommitRunning();
     ReadSnapshot::EndRunning();
 }

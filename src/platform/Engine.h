@@ -20,6 +20,20 @@ public:
     /// False once a transaction has ended, by a commit or by a failure that undid it.
     virtual bool IsInTransaction() const = 0;
     virtual DatabaseKind Kind() const = 0;
+    /// Waits for the right to what `key` names, which the transaction then holds to its end. A file has one
+    /// such right, which its transactions hold from the beginning.
+    virtual bool Lock(const QString &key, EngineErrors &errors)
+    {
+        Q_UNUSED(key)
+        Q_UNUSED(errors)
+        return true;
+    }
+    /// The same without a wait: `isFree` tells whether the transaction holds it now.
+    virtual bool TryLock(const QString &key, bool &isFree, EngineErrors &errors)
+    {
+        isFree = true;
+        return Lock(key, errors);
+    }
     /// The connection text as it reads once the connection is open.
     virtual QString ConnectionText() const = 0;
 };

@@ -207,6 +207,7 @@ bool OdbcEngine::Begin(EngineErrors &errors)
 {
     if (!Revive(errors))
         return false;
+    m_locks.clear();
     m_isInTransaction = m_kind == DatabaseKind::SqlServer
                             ? Run(QStringLiteral("BEGIN TRANSACTION"), errors)
                             : m_database.transaction() || Fail(m_database.lastError(), errors);
@@ -238,6 +239,53 @@ bool OdbcEngine::Rollback(EngineErrors &errors)
     if (m_kind == DatabaseKind::SqlServer)
         return Run(QStringLiteral("ROLLBACK TRANSACTION"), errors);
     return m_database.rollback() || Fail(m_database.lastError(), errors);
+}
+
+bool OdbcEngine::Lock(const QString &key, EngineErrors &errors)
+{
+    bool isFree = false;
+    return TakeLock(key, true, isFree, errors);
+}
+
+bool OdbcEngine::TryLock(const QString &key, bool &isFree, EngineErrors &errors)
+{
+    return TakeLock(key, false, isFree, errors);
+}
+
+/// Both servers let go of such a lock when the transaction ends, whichever way it does.
+bool OdbcEngine::TakeLock(const QString &key, bool waits, bool &isFree, EngineErrors &errors)
+{
+    constexpr int longestWait = 10'000; ///< milliseconds, as for a row
+    isFree = m_locks.contains(key);
+    if (isFree)
+        return true;
+    Recordset answer;
+    const QString quoted = u'\'' % QString(key).replace(u'\'', QStringLiteral("''")) % u'\'';
+    const auto ask = [&](const QString &sql) {
+        return Read(
+            sql, answer, [] { return true; }, errors);
+    };
+    if (m_kind == DatabaseKind::PostgreSql) {
+        const QString hash = u"hashtextextended(" % quoted % u", 0)";
+        const bool done =
+            ask(waits ? QString(u"SELECT 1 AS got FROM (SELECT pg_advisory_xact_lock(" % hash % u")) AS l")
+                      : QString(u"SELECT CASE WHEN pg_try_advisory_xact_lock(" % hash %
+                                u") THEN 1 ELSE 0 END AS got"));
+        if (!done)
+            return false;
+    } else if (!ask(u"SET NOCOUNT ON; DECLARE @got int; EXEC @got = sp_getapplock @Resource = N" % quoted %
+                    u", @LockMode = 'Exclusive', @LockOwner = 'Transaction', @LockTimeout = " %
+                    QString::number(waits ? longestWait : 0) %
+                    u"; SELECT CASE WHEN @got >= 0 THEN 1 ELSE 0 END AS got")) {
+        return false;
+    }
+    isFree = !answer.IsEmpty() && answer.First().Long(u"got") == 1;
+    if (isFree)
+        m_locks.insert(key);
+    else if (waits)
+        errors = OdbcErrors::One(OdbcErrors::lockTimeout,
+                                 QStringLiteral("Another workstation kept what is needed for too long."));
+    return isFree || !waits;
 }
 
 bool OdbcEngine::Run(const QString &engineSql, EngineErrors &errors)

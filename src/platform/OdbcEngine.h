@@ -4,6 +4,7 @@
 #include "platform/Engine.h"
 #include "platform/SqlTokens.h"
 
+#include <QSet>
 #include <QSqlDatabase>
 
 class QSqlError;
@@ -25,6 +26,8 @@ public:
     bool Commit(EngineErrors &errors) override;
     bool Rollback(EngineErrors &errors) override;
     bool IsInTransaction() const override { return m_isInTransaction; }
+    bool Lock(const QString &key, EngineErrors &errors) override;
+    bool TryLock(const QString &key, bool &isFree, EngineErrors &errors) override;
     DatabaseKind Kind() const override { return m_kind; }
     QString ConnectionText() const override { return m_text; }
 
@@ -33,6 +36,7 @@ private:
     bool Connect(EngineErrors &errors);
     bool Revive(EngineErrors &errors);
     bool Run(const QString &engineSql, EngineErrors &errors);
+    bool TakeLock(const QString &key, bool waits, bool &isFree, EngineErrors &errors);
     /// `goesOn` is asked now and then while the rows come; false ends it without a result.
     bool Read(const QString &engineSql, Recordset &result, const std::function<bool()> &goesOn,
               EngineErrors &errors);
@@ -48,6 +52,7 @@ private:
     DatabaseKind m_kind = DatabaseKind::SqlServer;
     bool m_isLost = false; ///< the server no longer answers; the next statement connects anew
     bool m_isInTransaction = false;
-    int m_cursors = 0; ///< opened so far
+    QSet<QString> m_locks; ///< the keys that the transaction holds
+    int m_cursors = 0;     ///< opened so far
     SqlTokens m_tokens;
 };

@@ -8,6 +8,7 @@ namespace OdbcErrors
 {
 constexpr int logonRefused = 18456;
 constexpr int catalogueRefused = 4060;
+constexpr int lockTimeout = 1222; ///< SQL Server's own for a row
 constexpr int noDriver = 126;
 constexpr int noDataSource = 2;
 constexpr int unnumbered = 1;

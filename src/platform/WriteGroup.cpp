@@ -1,5 +1,6 @@
 #include "platform/Connection.h"
 #include "platform/Engine.h"
+#include "platform/OneStep.h"
 
 #include <chrono>
 
@@ -18,7 +19,7 @@ qint64 SteadyMilliseconds()
 
 WriteGroup::WriteGroup(Connection &connection)
 {
-    if (g_running)
+    if (g_running || OneStep::IsRunning(connection))
         return;
     m_connection = &connection;
     g_running = this;
@@ -57,6 +58,11 @@ bool WriteGroup::Undo()
 bool WriteGroup::CommitRunning()
 {
     return !g_running || g_running->Finish();
+}
+
+bool WriteGroup::IsRunning(const Connection &connection)
+{
+    return g_running && g_running->m_connection == &connection;
 }
 
 bool WriteGroup::BeforeWrite(Connection &connection, EngineErrors &errors)
