@@ -2,6 +2,7 @@
 
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
+#include "core/ErrorHandler.h"
 #include "core/Session.h"
 #include "database/DecodeDateFunc.h"
 #include "database/GlobalCode.h"
@@ -13,6 +14,8 @@
 
 namespace
 {
+constexpr const char *routineName = "ADO_Contact_Search";
+
 /// Milliseconds that the window waits for the search at most. Serving the window after every row would take
 /// longer than the rows.
 constexpr qint64 servedEvery = 25;
@@ -137,6 +140,18 @@ void Search::Show()
     Dialogs::ServeEvents();
     m_sinceServed.start();
 }
+
+/// Typed text goes into the statement as it is. One apostrophe would close it there, and what follows would
+/// run as SQL: with a second one the engine would not even object.
+void RefuseApostrophes(const ContactSearchCriteria &criteria)
+{
+    if (!HasTypedApostrophe(criteria))
+        return;
+    SetCurrentError({0, QStringLiteral("Contact Search"),
+                     QStringLiteral("People cannot be searched by a text with an apostrophe."), QString()});
+    HandleError(QString::fromLatin1(routineName), 0);
+    throw StatementGivenUp{};
+}
 } // namespace
 
 std::vector<SearchTick> SearchTicksOf(const TreeModel &tree)
@@ -151,9 +166,10 @@ std::vector<SearchTick> SearchTicksOf(const TreeModel &tree)
 
 QString ADO_Contact_Search(ContactSearchView &form)
 {
-    return Reported("ADO_Contact_Search", QStringLiteral("Search Error!"), [&]() -> QString {
+    return Reported(routineName, QStringLiteral("Search Error!"), [&]() -> QString {
         form.ContactInfo().Clear();
         const ContactSearchCriteria criteria = form.Criteria();
+        RefuseApostrophes(criteria);
         const ContactSearchQuery query = ContactSearch_Build(criteria, DateToInt(Clock::Today()));
         Search search(form, query, criteria.any);
         ReadInPieces(query.sql, [&search](const Recordset &people, int firstRow) {

@@ -2,6 +2,8 @@
 
 #include "database/GlobalCode.h"
 
+#include <algorithm>
+
 namespace
 {
 enum class Kind { List, Text, Gender, Age };
@@ -59,6 +61,13 @@ private:
     ContactSearchQuery m_query;
 };
 
+/// The boxes take three digits; the data function takes any text.
+int Age(const QString &text)
+{
+    constexpr double oldest = 999;
+    return static_cast<int>(std::min(ParseNumber(text), oldest));
+}
+
 QString Quoted(const QString &text)
 {
     return u'"' % text % u'"';
@@ -73,8 +82,8 @@ void Builder::Add(const QString &condition, QStringView caption, QStringView op,
 /// Ages are counted on the number that a date is kept as, so that a birthday counts from its day on.
 void Builder::AddAge(const FieldText &field, const SearchCriterion &criterion)
 {
-    const int from = static_cast<int>(ParseNumber(criterion.text));
-    const int to = static_cast<int>(ParseNumber(m_criteria.ageTo));
+    const int from = Age(criterion.text);
+    const int to = Age(m_criteria.ageTo);
     if (to <= 0)
         return;
     const QString youngest = SqlNumber(m_today - from * 10000);
@@ -157,6 +166,17 @@ ContactSearchQuery Builder::Build()
     return std::move(m_query);
 }
 } // namespace
+
+bool HasTypedApostrophe(const ContactSearchCriteria &criteria)
+{
+    bool found = criteria.ageTo.contains(u'\'');
+    for (size_t field = 0; field < searchFieldCount; ++field) {
+        const Kind kind = fieldTexts[field].kind;
+        const bool isTyped = kind == Kind::Text || kind == Kind::Age;
+        found = found || (isTyped && criteria.fields[field].text.contains(u'\''));
+    }
+    return found;
+}
 
 ContactSearchQuery ContactSearch_Build(const ContactSearchCriteria &criteria, int today)
 {

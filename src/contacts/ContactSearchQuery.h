@@ -68,5 +68,9 @@ struct ContactSearchQuery {
     SearchTickList notAttributes;
 };
 
-/// Texts go into the statement as typed, apostrophes included. `today` is a date-int.
+/// True if a field that is typed into holds an apostrophe; what a list shows does not count, since its key
+/// goes into the statement.
+bool HasTypedApostrophe(const ContactSearchCriteria &criteria);
+/// Texts go into the statement as typed, so that HasTypedApostrophe must be asked before it runs. `today` is
+/// a date-int.
 ContactSearchQuery ContactSearch_Build(const ContactSearchCriteria &criteria, int today);

@@ -97,6 +97,7 @@ private slots:
     void Characteristics_data();
     void Characteristics();
     void StatementsOfARow();
+    void ApostropheFails_data();
     void ApostropheFails();
     void StoredSelection();
 
@@ -241,6 +242,10 @@ void TestContactSearch::Found_data()
     row("a birthday today counts", Ages("20", "20"), "Adams, Ann");
     row("tomorrow it will", Ages("19", "19"), "");
     row("up to sixteen", Ages("", "20"), "Adams, Ann;Adams, Ben");
+    row(
+        "a town with an apostrophe in its name",
+        [](FakeSearch &search) { search.Ask(F::Town, "King's Lynn", false, 2); }, "Adams, Ann;Baker, Cleo");
+    row("an age of ten digits", Ages("0", "9999999999"), "Adams, Ann;Adams, Ben;Carter, Eve");
     row("outside of the ages", Ages("20", "60", true), "Adams, Ann;Adams, Ben;Baker, Cleo;Carter, Eve");
 }
 
@@ -330,13 +335,28 @@ void TestContactSearch::StatementsOfARow()
     QCOMPARE(search.looked, 2);
 }
 
-/// What is typed goes into the statement as it is, so that a name like O'Neil cannot be searched for.
+/// Nothing that is typed reaches the engine as SQL, whether its apostrophes are balanced or not.
+void TestContactSearch::ApostropheFails_data()
+{
+    using F = SearchField;
+    const TestTable<Setter> row{"set"};
+    row("a name", Text(F::Surname, "O'Neil"));
+    for (const F field : {F::Forename, F::Surname, F::Address, F::Postcode, F::OrgAddress, F::OrgPostcode})
+        row(qPrintable(u"balanced in field " % QString::number(int(field))),
+            Text(field, "x' OR EXISTS (SELECT * FROM Users WHERE Password LIKE 'a%') OR '1' LIKE '1"));
+    row("lower age", Ages("1' OR '1'='1", "99"));
+    row("upper age", Ages("1", "99' OR '1'='1"));
+}
+
 void TestContactSearch::ApostropheFails()
 {
+    QFETCH(Setter, set);
     FakeSearch search;
     search.found.Add({"?4711", "of the search before"});
-    search.Ask(SearchField::Surname, "O'Neil");
+    set(search);
+    const StatementLog statements;
     QCOMPARE(ADO_Contact_Search(search), "Search Error!");
+    QCOMPARE(statements.Statements(), QStringList());
     QCOMPARE(m_boxes.size(), 1);
     QFile log(m_database->Directory() % u"/log.txt");
     QVERIFY(log.open(QIODevice::ReadOnly) && log.readAll().contains("Located in:ADO_Contact_Search"));
