@@ -55,11 +55,9 @@ QPushButton *ContactFields::WebButton(FormBuilder &form, const QString &name, QL
 {
     QPushButton *button = OpenButton(form, name, QStringLiteral("globe"), QStringLiteral("Open the website"));
     QObject::connect(button, &QPushButton::clicked, address, [address] {
-        const QString url = address->text();
-        const bool complete =
-            url.contains(QStringLiteral("http://")) || url.contains(QStringLiteral("https://"));
+        const QString url = address->text().trimmed();
         if (!url.isEmpty())
-            OpenDocument(complete ? url : QString(u"http://" % url));
+            OpenDocument(Shell::IsWebAddress(url) ? url : QString(u"http://" % url));
     });
     return button;
 }

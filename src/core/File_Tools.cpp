@@ -13,12 +13,6 @@ namespace
 {
 constexpr int lastFailure = 31;
 
-bool IsWebAddress(const QString &file)
-{
-    const QString upper = file.toUpper();
-    return upper.contains(u"HTTP://") || upper.contains(u"HTTPS://");
-}
-
 /// What stands behind the last separator, of either kind: documents may have been registered elsewhere.
 QString BareName(const QString &file)
 {
@@ -76,7 +70,7 @@ bool DocumentExists(const QString &file)
 
 bool OpenDocument(const QString &file, const QString &arguments)
 {
-    const QString target = IsWebAddress(file) ? file : FoundFile(file);
+    const QString target = Shell::IsWebAddress(file) ? file : FoundFile(file);
     const int result = Shell::Open(target, arguments);
     if (result > lastFailure)
         return true;

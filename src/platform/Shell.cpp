@@ -18,7 +18,7 @@ QString FoundProgram(const QString &name)
 
 bool IsAddress(const QString &file)
 {
-    return file.contains(u"://") || file.startsWith(u"mailto:", Qt::CaseInsensitive);
+    return Shell::IsWebAddress(file) || file.startsWith(u"mailto:", Qt::CaseInsensitive);
 }
 
 QString TypeOf(const QString &file)
@@ -50,6 +50,12 @@ int OpenByHandler(const QString &target)
     return QProcess::startDetached(opener, {target}) ? Shell::Result::Success : Shell::Result::NoAssociation;
 }
 } // namespace
+
+bool Shell::IsWebAddress(QStringView text)
+{
+    return text.startsWith(u"http://", Qt::CaseInsensitive) ||
+           text.startsWith(u"https://", Qt::CaseInsensitive);
+}
 
 int Shell::Open(const QString &file, const QString &arguments)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 
 /// The desktop's way of opening things: each file or address by the program that is set for its type.
 namespace Shell
@@ -15,6 +16,9 @@ constexpr int NoAssociation = 31;
 constexpr int Success = 42;
 } // namespace Result
 
+/// True if the text begins as an address of the web does. One that only holds "http://" somewhere may begin
+/// as anything else, the address of a file among it.
+bool IsWebAddress(QStringView text);
 /// Opens a file, a web address or a "mailto:" address with its associated program; does not wait for
 /// it. `arguments` is given to a file that is itself a program.
 int Open(const QString &file, const QString &arguments = {});

@@ -114,7 +114,8 @@ void TestContactForm::Addresses()
          {std::tuple("email", "anna@bell.example", "EBtn", "mailto:anna@bell.example"),
           {"URL", "bell.example", "GoBtn", "http://bell.example"},
           {"URL", "http://bell.example/x", "GoBtn", "http://bell.example/x"},
-          {"URL", "https://bell.example", "GoBtn", "https://bell.example"}}) {
+          {"URL", "HTTPS://bell.example", "GoBtn", "HTTPS://bell.example"},
+          {"URL", "file:///x?http://", "GoBtn", "http://file:///x?http://"}}) {
         TypeInto(form, field, text);
         Press(form, button);
         QTRY_COMPARE(opened(), QString(address));

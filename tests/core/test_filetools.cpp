@@ -60,6 +60,7 @@ private slots:
         row("in the document folder", there, "a b.txt", document);
         row("moved there from another place", there, "/gone/a b.txt", document);
         row("registered on another system", there, "C:\\Letters\\a b.txt", document);
+        row("an address of a file is none of the web", there, "file:///x?http://a b.txt", document);
         row("in the program's directory", {"."}, "a b.txt", QString("a b.txt"));
         row("the document folder first", {".", "documents"}, "a b.txt", document);
     }
