@@ -1,11 +1,15 @@
 # Sourced by run, test, bench.sh and .ci/run: the packages the project needs, and one way to build.
 
+# Whatever the program, its tests and the scripts call, though another package may bring it along today:
+# scripts/minimal-root tries them on a Debian that has nothing else. xdg-mime finds no type of a file without
+# `file`, npm no registry without `ca-certificates`.
 VELTRANE_PACKAGES=(
+    git ca-certificates
     g++ cmake ninja-build ccache lld clang libclang-rt-14-dev clang-format
     qt6-base-dev qt6-base-dev-tools qt6-svg-dev libqt6sql6-odbc libgl-dev
-    unixodbc unixodbc-dev tdsodbc odbc-postgresql
+    unixodbc unixodbc-dev odbcinst tdsodbc odbc-postgresql
     postgresql-15
-    xvfb xauth openbox xdg-utils breeze-icon-theme fonts-dejavu-core procps util-linux
+    xvfb xauth openbox xdg-utils file breeze-icon-theme fonts-dejavu-core procps util-linux
 )
 
 # Installs what is missing, and says what.
