@@ -94,8 +94,8 @@ bool OneStep::Begin(const QString &key)
     return m_isOpen ? Lock(key) : m_connection.Fail(errors);
 }
 
-/// A group that waited for a key with others in its hands could wait for somebody who waits for it: it lets go
-/// of what it holds first.
+/// A group that waited for a key with others in its hands could wait for somebody who waits for it: it lets
+/// go of what it holds first.
 bool OneStep::BeginInGroup(const QString &key)
 {
     EngineErrors errors;

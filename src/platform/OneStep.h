@@ -25,7 +25,8 @@ public:
     bool HasBegun() const { return m_hasBegun; }
     /// True for a step inside another one.
     bool IsInner() const { return m_isInner; }
-    /// Makes what was done last. False where it was undone instead, which the connection's Errors() then tell.
+    /// Makes what was done last. False where it was undone instead, which the connection's Errors() then
+    /// tell.
     bool Keep();
 
     static bool IsRunning(const Connection &connection);

@@ -51,10 +51,10 @@ int AddAll(const QStringList &arguments)
 
 int Doubles(const QString &table, const QString &column)
 {
-    return static_cast<int>(
-        TestDatabase::Rows(u"SELECT " % column % u", COUNT(*) AS N FROM " % table % u" WHERE " % column %
-                           u" LIKE 'Name %' GROUP BY " % column % u" HAVING COUNT(*) > 1")
-            .size());
+    return static_cast<int>(TestDatabase::Rows(u"SELECT " % column % u", COUNT(*) AS N FROM " % table %
+                                               u" WHERE " % column % u" LIKE 'Name %' GROUP BY " % column %
+                                               u" HAVING COUNT(*) > 1")
+                                .size());
 }
 
 int Race(int trials, bool isGuarded)

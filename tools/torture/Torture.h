@@ -17,12 +17,13 @@ struct Plan {
 
 /// What came of a kind on the engine that it ran on.
 struct Result {
-    QString what;  ///< "two workstations add the same people"
+    QString what; ///< "two workstations add the same people"
     int trials = 0;
     double measured = 0; ///< what was lost, doubled or waited for, in `unit`
     double bar = 0;      ///< the most of it that may be
     QString unit;        ///< "lost", "ms"; "" = a count
-    bool isControl = false; ///< ran without the guard: then `measured` must exceed `bar`, or the kind proves nothing
+    bool isControl =
+        false; ///< ran without the guard: then `measured` must exceed `bar`, or the kind proves nothing
 
     bool IsOver() const { return isControl ? measured <= bar : measured > bar; }
 };

@@ -21,7 +21,8 @@ Workstation::Workstation(const TestDatabase &database, const QString &role, cons
 {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.start(QCoreApplication::applicationFilePath(),
-                    QStringList{u"--role"_qs, role, database.ConnectionText(), database.Directory()} + arguments);
+                    QStringList{u"--role"_qs, role, database.ConnectionText(), database.Directory()} +
+                        arguments);
 }
 
 Workstation::~Workstation()

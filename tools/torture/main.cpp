@@ -41,9 +41,9 @@ bool RunOne(const QString &name, const Torture::Kind &run, const Torture::Plan &
     bool isGood = true;
     for (const Torture::Result &result : run(plan)) {
         std::printf("%-10s %-10s %-58s %8d trials %10.6g %-5s (%s %g)  %s\n", qPrintable(name),
-                    TestDatabase::IsOnServer() ? "PostgreSQL" : "file", qPrintable(result.what), result.trials,
-                    result.measured, qPrintable(result.unit), result.isControl ? "above" : "at most", result.bar,
-                    result.IsOver() ? "over" : "ok");
+                    TestDatabase::IsOnServer() ? "PostgreSQL" : "file", qPrintable(result.what),
+                    result.trials, result.measured, qPrintable(result.unit),
+                    result.isControl ? "above" : "at most", result.bar, result.IsOver() ? "over" : "ok");
         std::fflush(stdout);
         isGood = isGood && !result.IsOver();
     }
