@@ -3,6 +3,8 @@
 #include "core/Session.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
+#include "platform/Dialogs.h"
+#include "platform/OneStep.h"
 
 #include <array>
 
@@ -10,6 +12,13 @@ namespace
 {
 constexpr size_t valueCount = 21;
 std::array<QString, valueCount> g_values;
+
+bool Replace(int index, const QString &text)
+{
+    return TryExecute(u"DELETE FROM System WHERE Ref = " % SqlNumber(index)) &&
+           TryExecute(u"INSERT INTO System (Ref, SystemValue) VALUES (" % SqlNumber(index) % u",'" %
+                      SqlSafeText(text) % u"')");
+}
 } // namespace
 
 void LoadSystemValues()
@@ -30,10 +39,29 @@ QString SystemValue(int index)
     return g_values.at(static_cast<size_t>(index));
 }
 
-void SetSystemValue(int index, const QString &text)
+bool SetSystemValue(int index, const QString &text)
 {
-    g_values.at(static_cast<size_t>(index)) = text;
-    TryExecute(u"DELETE FROM System WHERE Ref = " % SqlNumber(index));
-    TryExecute(u"INSERT INTO System (Ref, SystemValue) VALUES (" % SqlNumber(index) % u",'" %
-               SqlSafeText(text) % u"')");
+    return SetSystemValues({{index, text}});
+}
+
+bool SetSystemValues(const std::vector<NumberedValue> &values)
+{
+    OneStep step(gConnection, QStringLiteral("System"));
+    bool isStored = step.HasBegun();
+    for (const auto &[index, text] : values)
+        isStored = isStored && Replace(index, text);
+    if (!isStored || !step.Keep())
+        return false;
+    for (const auto &[index, text] : values)
+        g_values.at(static_cast<size_t>(index)) = text;
+    return true;
+}
+
+void TellNotStored(const QString &title)
+{
+    const EngineErrors errors = gConnection.Errors();
+    const QString why = errors.isEmpty() ? QString() : QString(u'\n' % errors.first().description);
+    Dialogs::MsgBox(
+        u"What was changed could not be stored. All workstations go on with what the database has." % why,
+        title, Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
 }

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <vector>
+
 /// The numbers of the values in table `System` that the program uses.
 namespace SystemRef
 {
@@ -17,5 +19,15 @@ constexpr int TaxRate = 17; ///< percent, as text
 void LoadSystemValues();
 /// The value of that number, 0 to 20; "" where the database has none.
 QString SystemValue(int index);
-/// Replaces the value in the session and in table `System` (a DELETE and an INSERT); errors are ignored.
-void SetSystemValue(int index, const QString &text);
+/// Replaces the value in table `System` (a DELETE and an INSERT) and in the session, all or nothing. False
+/// where it could not be stored, which the connection's Errors() tell: the session keeps what the database
+/// has.
+bool SetSystemValue(int index, const QString &text);
+struct NumberedValue {
+    int index = 0;
+    QString text;
+};
+/// The same for several values, all of them in one step.
+bool SetSystemValues(const std::vector<NumberedValue> &values);
+/// Tells the user that values could not be stored, and why.
+void TellNotStored(const QString &title);

@@ -23,10 +23,10 @@ constexpr int rightVouchers = 105;
 constexpr int longestValue = 255;
 constexpr double highestRate = 100;
 
-void SaveIfChanged(int ref, const QString &text)
+void TakeIfChanged(std::vector<NumberedValue> &changed, int ref, const QString &text)
 {
     if (text != SystemValue(ref))
-        SetSystemValue(ref, text);
+        changed.push_back({ref, text});
 }
 } // namespace
 
@@ -152,15 +152,25 @@ void frmDBOptions::Save()
         LeaveVoucher(*left);
         return;
     }
-    SaveIfChanged(SystemRef::CurrencySymbol, m_currency->text());
+    if (const auto changed = Changed(); !changed.empty() && !SetSystemValues(changed)) {
+        TellNotStored(windowTitle());
+        return;
+    }
+    accept();
+}
+
+std::vector<NumberedValue> frmDBOptions::Changed() const
+{
+    std::vector<NumberedValue> changed;
+    TakeIfChanged(changed, SystemRef::CurrencySymbol, m_currency->text());
     // The rate travels with its label: a new rate alone is not stored, and users know to type the label anew.
     if (m_taxLabel->text() != SystemValue(SystemRef::TaxName)) {
-        SetSystemValue(SystemRef::TaxName, m_taxLabel->text());
-        SetSystemValue(SystemRef::TaxRate, m_taxRate->text());
+        changed.push_back({SystemRef::TaxName, m_taxLabel->text()});
+        changed.push_back({SystemRef::TaxRate, m_taxRate->text()});
     }
     for (int i = 0; i < static_cast<int>(m_refLabels.size()); ++i)
-        SaveIfChanged(SystemRef::AltRefLabel + i, m_refLabels[static_cast<size_t>(i)]->text());
+        TakeIfChanged(changed, SystemRef::AltRefLabel + i, m_refLabels[static_cast<size_t>(i)]->text());
     for (int i = 0; i < static_cast<int>(m_vouchers.size()); ++i)
-        SaveIfChanged(SystemRef::VoucherName + i, m_vouchers[static_cast<size_t>(i)]->text());
-    accept();
+        TakeIfChanged(changed, SystemRef::VoucherName + i, m_vouchers[static_cast<size_t>(i)]->text());
+    return changed;
 }

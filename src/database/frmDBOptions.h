@@ -1,8 +1,10 @@
 #pragma once
 
+#include "database/System.h"
 #include "forms/FormDialog.h"
 
 #include <array>
+#include <vector>
 
 class MoneyField;
 class QLineEdit;
@@ -29,6 +31,8 @@ private:
     bool VoucherIsUnique(QLineEdit *voucher);
     void LeaveVoucher(QLineEdit *voucher);
     void Save();
+    /// What is to be stored, in the order of the tabs.
+    std::vector<NumberedValue> Changed() const;
 
     QTabWidget *m_tabs = nullptr;
     QLineEdit *m_currency = nullptr;

@@ -55,12 +55,39 @@ private slots:
         QCOMPARE(SystemValue(2), u"O'Neil``s"_qs);
         QCOMPARE(TestDatabase::Value("SELECT COUNT(*) FROM System WHERE Ref = 2"), u"1"_qs);
 
-        const ScriptedDialogs nobody; // a failure is passed over
         gConnection.Close();
-        SetSystemValue(2, "y");
-        QCOMPARE(SystemValue(2), u"y"_qs);
+        QVERIFY(!SetSystemValue(2, "y"));
+        QCOMPARE(SystemValue(2), u"O'Neil``s"_qs);
         LoadSystemValues();
         QCOMPARE(SystemValue(2), QString());
+    }
+
+    /// A rate that could not be stored is charged nowhere, and the label it came with stays as well.
+    void WhatIsNotStoredIsNotUsed()
+    {
+        SetSystemValues({{SystemRef::TaxName, "VAT"}, {SystemRef::TaxRate, "17.5"}});
+        const QStringList stored = TestDatabase::Rows("SELECT * FROM System ORDER BY Ref");
+        frmDBOptions form;
+        form.show();
+        TypeInto(form, "TaxLabel", "GST");
+        TypeInto(form, "TaxRate", "20");
+        gConnection.ObserveStatements([](const QString &sql) {
+            if (sql == u"DELETE FROM System WHERE Ref = 17")
+                gConnection.Close();
+        });
+        ScriptedDialogs user;
+        user.Expect("Database Options",
+                    "What was changed could not be stored. All workstations go on with what the database "
+                    "has.\nThe connection cannot be used: no database is open.");
+        Press(form, "OKBtn");
+        gConnection.ObserveStatements({});
+        QVERIFY(user.AllCame() && form.isVisible());
+        QCOMPARE(SystemValue(SystemRef::TaxName) % SystemValue(SystemRef::TaxRate), u"VAT17.5"_qs);
+        QVERIFY(m_database->Reconnect());
+        QCOMPARE(TestDatabase::Rows("SELECT * FROM System ORDER BY Ref"), stored);
+        Press(form, "OKBtn");
+        QVERIFY(!form.isVisible());
+        QCOMPARE(SystemValue(SystemRef::TaxName) % SystemValue(SystemRef::TaxRate), u"GST20.00"_qs);
     }
 
     void OnlyWhatChangedIsSaved_data()
