@@ -76,11 +76,14 @@ bool ADO_Contact_ConcessionWipe(int contactRef)
 bool ADO_Contact_AddContactConcession(int contactRef, int concessionRef)
 {
     return Reported("ADO_Contact_AddContactConcession", false, [&] {
-        if (!HasRow(u"SELECT * FROM ContactConcession WHERE ConcessionRef = " % SqlNumber(concessionRef) %
-                    u" AND ContactRef = " % SqlNumber(contactRef)))
-            Execute(u"INSERT INTO ContactConcession (ContactRef,ConcessionRef) VALUES (" %
-                    SqlNumber(contactRef) % u',' % SqlNumber(concessionRef) % u')');
-        return true;
+        // Guarded with the people, so that the save of one waits for nobody on its way.
+        return InOneStep(QStringLiteral("Contacts"), [&] {
+            if (!HasRow(u"SELECT * FROM ContactConcession WHERE ConcessionRef = " % SqlNumber(concessionRef) %
+                        u" AND ContactRef = " % SqlNumber(contactRef)))
+                Execute(u"INSERT INTO ContactConcession (ContactRef,ConcessionRef) VALUES (" %
+                        SqlNumber(contactRef) % u',' % SqlNumber(concessionRef) % u')');
+            return true;
+        });
     });
 }
 

@@ -3,13 +3,18 @@
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
 #include "core/ErrorHandler.h"
+#include "core/Session.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
+#include "platform/Connection.h"
 
 #include <algorithm>
 
 namespace
 {
+/// The links of a course are guarded with it, so that the save of one waits for nobody on its way.
+const QString courseGuard = QStringLiteral("Courses");
+
 Recordset LinksOf(int courseRef)
 {
     return OpenRecordset(u"SELECT * FROM CoursesRelationships WHERE CourseRef = " % SqlNumber(courseRef));
@@ -19,6 +24,17 @@ void AddLink(int courseRef, int folderRef)
 {
     Execute(u"INSERT INTO CoursesRelationships (CourseRef,CourseHierarchyRef) VALUES (" %
             SqlNumber(courseRef) % u',' % SqlNumber(folderRef) % u')');
+}
+
+/// Gives a course that lost its last link one to the root level. Another workstation may list it as well.
+void AddRootLink(int courseRef)
+{
+    InOneStep(courseGuard, [&] {
+        const bool isLost = LinksOf(courseRef).IsEmpty();
+        if (isLost)
+            AddLink(courseRef, 0);
+        return isLost;
+    });
 }
 
 TreeNode NodeOf(const QString &key, const QString &text, const QString &image, bool withTicks)
@@ -68,17 +84,20 @@ void AddSubFolders(TreeModel &tree, const Recordset &rows, bool withTicks)
 bool ADO_Course_AddCourseRelations(int courseRef, int folderRef)
 {
     return Reported("ADO_Course_AddCourseRelations", false, [&] {
-        if (HasRow(u"SELECT * FROM CoursesRelationships WHERE CourseRef = " % SqlNumber(courseRef) %
-                   u" AND CourseHierarchyRef = " % SqlNumber(folderRef)))
-            return false;
-        AddLink(courseRef, folderRef);
-        return true;
+        return InOneStep(courseGuard, [&] {
+            if (HasRow(u"SELECT * FROM CoursesRelationships WHERE CourseRef = " % SqlNumber(courseRef) %
+                       u" AND CourseHierarchyRef = " % SqlNumber(folderRef)))
+                return false;
+            AddLink(courseRef, folderRef);
+            return true;
+        });
     });
 }
 
 bool ADO_Course_UpdateCourseRelations(int courseRef, const TreeModel &folders)
 {
     return Reported("ADO_Course_UpdateCourseRelations", false, [&] {
+        WriteGroup group(gConnection);
         Execute(u"DELETE FROM CoursesRelationships WHERE CourseRef = " % SqlNumber(courseRef));
         bool ticked = false;
         for (const TreeNode *node : folders.Nodes()) {
@@ -89,6 +108,7 @@ bool ADO_Course_UpdateCourseRelations(int courseRef, const TreeModel &folders)
         }
         if (!ticked)
             AddLink(courseRef, 0);
+        EndRows(group);
         return true;
     });
 }
@@ -142,7 +162,7 @@ void ADO_Course_FillCourseList(TreeModel &tree, bool simpleList, bool withTicks)
             const Recordset links = LinksOf(courseRef);
             if (links.IsEmpty()) {
                 AddCourse(tree, courseRef, 0, title, withTicks);
-                AddLink(courseRef, 0);
+                AddRootLink(courseRef);
             }
             for (const auto &link : links)
                 AddCourse(tree, courseRef, static_cast<int>(link.Long(u"CourseHierarchyRef")), title,

@@ -1,8 +1,10 @@
 #include "courses/CourseRecordODBC.h"
 
 #include "controls/ListModel.h"
+#include "core/Session.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
+#include "platform/Connection.h"
 
 namespace
 {
@@ -52,11 +54,13 @@ int ADO_Course_RenameCourse(const QString &title, int courseRef)
 bool ADO_Course_DeleteCourse(int courseRef)
 {
     return Reported("ADO_Course_DeleteCourse", false, [&] {
+        WriteGroup group(gConnection);
         for (const QStringView table :
              {u"CourseExams", u"StudentExams", u"StaffEmployed", u"FacilitiesEmployed", u"VenuesEmployed",
               u"AttendanceRecord", u"StudentsEnrolled", u"CourseVenues", u"CourseFacilities", u"CourseStaff",
               u"CourseEvents", u"CoursesRelationships", u"CourseChar", u"Courses"})
             Execute(u"DELETE FROM " % table % u" WHERE CourseRef = " % SqlNumber(courseRef));
+        EndRows(group);
         return true;
     });
 }
@@ -64,10 +68,12 @@ bool ADO_Course_DeleteCourse(int courseRef)
 bool ADO_Course_UpdateConcessions(int courseRef, const ListModel &characteristics)
 {
     return Reported("ADO_Course_UpdateConcessions", false, [&] {
+        WriteGroup group(gConnection);
         Execute(u"DELETE FROM CourseChar WHERE CourseRef = " % SqlNumber(courseRef));
         for (int row = 0; row < characteristics.Count(); ++row)
             Execute(u"INSERT INTO CourseChar (CourseRef,ConcessionRef) VALUES (" % SqlNumber(courseRef) %
                     u',' % SqlNumber(KeyNumber(characteristics.At(row).key)) % u')');
+        EndRows(group);
         return true;
     });
 }

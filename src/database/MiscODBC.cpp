@@ -120,8 +120,10 @@ int ReadKey(const QString &sql, QStringView column)
 bool RunWithKey(const char *routineName, std::initializer_list<QStringView> statements, int key)
 {
     return Reported(routineName, false, [&] {
+        WriteGroup group(gConnection);
         for (const QStringView statement : statements)
             Execute(statement % SqlNumber(key));
+        EndRows(group);
         return true;
     });
 }

@@ -106,7 +106,7 @@ bool HasRow(const QString &sql);
 /// The whole number in `column` of the query's first row, 0 without a row; only inside Reported.
 int ReadKey(const QString &sql, QStringView column);
 
-/// Runs statements that each end in `key`, in their order. False on an error: those before it stay done.
+/// Runs statements that end in `key`, in order and one transaction. False on an error: those before it stay.
 bool RunWithKey(const char *routineName, std::initializer_list<QStringView> statements, int key);
 
 /// Marks the end of a whole row of a long loop; only inside Reported, which a commit that fails goes to.

@@ -15,16 +15,18 @@ int ADO_Table_Fix(const QString &value, const QString &table, const QString &fie
                   const QString &extra)
 {
     const QString sameName = SameName(value, table, field);
+    const QString insert =
+        extra.isEmpty() ? QString(u"INSERT INTO " % table % u" (" % field % u") VALUES ('" % value % u"')")
+                        : QString(u"INSERT INTO " % table % u" (" % field % u",Addr1) VALUES ('" % value %
+                                  u"','Not Known')");
     return Reported("ADO_Table_Fix", -1, [&] {
-        const Recordset found = OpenRecordset(sameName);
-        if (!found.IsEmpty())
-            return static_cast<int>(found.First().Long(idField));
-        if (extra.isEmpty())
-            Execute(u"INSERT INTO " % table % u" (" % field % u") VALUES ('" % value % u"')");
-        else
-            Execute(u"INSERT INTO " % table % u" (" % field % u",Addr1) VALUES ('" % value %
-                    u"','Not Known')");
-        return ReadKey(sameName, idField);
+        return InOneStep(table, [&] {
+            const Recordset found = OpenRecordset(sameName);
+            if (!found.IsEmpty())
+                return static_cast<int>(found.First().Long(idField));
+            Execute(insert);
+            return ReadKey(sameName, idField);
+        });
     });
 }
 

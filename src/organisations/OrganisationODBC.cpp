@@ -1,7 +1,9 @@
 #include "organisations/OrganisationODBC.h"
 
+#include "core/Session.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
+#include "platform/Connection.h"
 
 namespace
 {
@@ -50,6 +52,7 @@ bool ADO_Organisation_CheckCharswithContact(int organRef, int contactRef)
 bool ADO_Organisation_AddSingleContactConcession(int organRef, int contactRef)
 {
     return Reported("ADO_Organisation_AddSingleContactConcession", false, [&] {
+        WriteGroup group(gConnection);
         for (const Recordset::Row row : OpenCharacteristics(organRef)) {
             const QString concessionRef = row.Text(u"ConcessionRef");
             Execute(u"DELETE FROM ContactConcession WHERE ContactRef = " % SqlNumber(contactRef) %
@@ -57,6 +60,7 @@ bool ADO_Organisation_AddSingleContactConcession(int organRef, int contactRef)
             Execute(u"INSERT INTO ContactConcession (ContactRef,ConcessionRef) VALUES (" %
                     SqlNumber(contactRef) % u',' % concessionRef % u')');
         }
+        EndRows(group);
         return true;
     });
 }
@@ -70,10 +74,13 @@ bool ADO_Organisation_ConcessionWipe(int organRef)
 bool ADO_Organisation_AddConcession(int organRef, int concessionRef)
 {
     return Reported("ADO_Organisation_AddConcession", false, [&] {
-        if (!HasRow(u"SELECT * FROM OrganChars WHERE ConcessionRef = " % SqlNumber(concessionRef) %
-                    u" AND OrganRef = " % SqlNumber(organRef)))
-            Execute(u"INSERT INTO OrganChars (OrganRef,ConcessionRef) VALUES (" % SqlNumber(organRef) % u',' %
-                    SqlNumber(concessionRef) % u')');
-        return true;
+        // Guarded with the organisations, so that the save of one waits for nobody on its way.
+        return InOneStep(QStringLiteral("Organisations"), [&] {
+            if (!HasRow(u"SELECT * FROM OrganChars WHERE ConcessionRef = " % SqlNumber(concessionRef) %
+                        u" AND OrganRef = " % SqlNumber(organRef)))
+                Execute(u"INSERT INTO OrganChars (OrganRef,ConcessionRef) VALUES (" % SqlNumber(organRef) %
+                        u',' % SqlNumber(concessionRef) % u')');
+            return true;
+        });
     });
 }
