@@ -19,11 +19,6 @@ void AttributesPage::FillLists()
     ADO_CustomAttrib_Show(m_attributes, AttribSection::contacts);
 }
 
-bool AttributesPage::StoreAttributes(int contactRef)
-{
-    return CustomAttrib_Store(m_attributes, contactRef, AttribSection::contacts);
-}
-
 void AttributesPage::Clear()
 {
     m_attributes.SetAllTicks(TreeTick::Off);

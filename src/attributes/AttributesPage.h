@@ -16,8 +16,6 @@ public:
     explicit AttributesPage(QWidget *parent = nullptr);
 
     void FillLists();
-    /// False if the person may have fewer values now than the page shows.
-    bool StoreAttributes(int contactRef);
     void Clear();
     void SetLocked(bool locked);
 

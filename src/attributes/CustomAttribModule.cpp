@@ -18,28 +18,6 @@ int LivingAttrib(int key, const QString &title)
     return LivingKey(QStringLiteral("CustomAttributes"), QStringLiteral("AttributeRef"), key,
                      QStringLiteral("attribute"), title);
 }
-
-/// Takes the ticked values out of the tree that were deleted, and tells them. False on an error.
-bool LeaveOutDeletedValues(TreeModel &tree)
-{
-    QSet<int> ticked;
-    for (const TreeNode *node : tree.Nodes()) {
-        if (node->tick == TreeTick::On)
-            ticked.insert(KeyNumber(node->key));
-    }
-    const std::optional<QSet<int>> living = ADO_LivingKeys(values, valueKey, ticked);
-    if (!living)
-        return false;
-    QStringList names;
-    for (const TreeNode *node : tree.Nodes()) {
-        if (node->tick != TreeTick::On || living->contains(KeyNumber(node->key)))
-            continue;
-        names.append(node->parent->text % u": " % node->text);
-        tree.Remove(QString(node->key));
-    }
-    TellLeftOut(names, QStringLiteral("Custom Attributes"));
-    return true;
-}
 } // namespace
 
 std::span<const AttribSectionInfo> AttribSections()
@@ -84,9 +62,25 @@ int CustomAttrib_UpdateAttribVal(int key, const QString &value, int attributeRef
                                       valueExists, title);
 }
 
-bool CustomAttrib_Store(TreeModel &tree, int recordRef, int section)
+bool CustomAttrib_LeaveOutDeleted(TreeModel &tree)
 {
-    return LeaveOutDeletedValues(tree) && ADO_CustomAttrib_Store(tree, recordRef, section);
+    QSet<int> ticked;
+    for (const TreeNode *node : tree.Nodes()) {
+        if (node->tick == TreeTick::On)
+            ticked.insert(KeyNumber(node->key));
+    }
+    const std::optional<QSet<int>> living = ADO_LivingKeys(values, valueKey, ticked);
+    if (!living)
+        return false;
+    QStringList names;
+    for (const TreeNode *node : tree.Nodes()) {
+        if (node->tick != TreeTick::On || living->contains(KeyNumber(node->key)))
+            continue;
+        names.append(node->parent->text % u": " % node->text);
+        tree.Remove(QString(node->key));
+    }
+    TellLeftOut(names, QStringLiteral("Custom Attributes"));
+    return true;
 }
 
 bool CustomAttrib_Delete(const TreeNode &node)

@@ -26,9 +26,8 @@ int CustomAttrib_UpdateAttrib(int key, const CustomAttrib &attrib);
 int CustomAttrib_AddAttribVal(const QString &value, int attributeRef);
 /// `key`; 0 and -1 as above, 0 as well where the value was deleted.
 int CustomAttrib_UpdateAttribVal(int key, const QString &value, int attributeRef);
-/// Makes what is applied to a record the ticked values of the tree, without those that were deleted, which
-/// the user is told. False on an error: the record may have fewer values now than the tree shows.
-bool CustomAttrib_Store(TreeModel &tree, int recordRef, int section);
+/// Takes the ticked values out of the tree that were deleted, and tells the user. False on an error.
+bool CustomAttrib_LeaveOutDeleted(TreeModel &tree);
 /// Deletes what a node stands for: an attribute with its values, or one value. False on an error.
 bool CustomAttrib_Delete(const TreeNode &node);
 

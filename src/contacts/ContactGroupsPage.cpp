@@ -129,9 +129,21 @@ void ContactGroupsPage::ForgetGroup()
     m_members.Clear();
 }
 
-bool ContactGroupsPage::StoreGroup()
+bool ContactGroupsPage::LeaveOutDeleted()
 {
-    return !m_changed || m_names.CurrentData() < 1 || StoreMembers(m_names.CurrentData());
+    const int groupRef = ChangedGroup();
+    if (groupRef == 0)
+        return true;
+    const int living = Group_LeaveOutDeleted(groupRef, m_members);
+    if (living == 0)
+        ForgetDeleted();
+    return living >= 0;
+}
+
+void ContactGroupsPage::ShowStored()
+{
+    m_changed = false;
+    ADO_Contact_ShowGroup_Tree(KeyNumber(m_contact.key), m_tree);
 }
 
 void ContactGroupsPage::Clear()
@@ -219,13 +231,16 @@ bool ContactGroupsPage::StoreMembers(int groupRef)
                 groupings, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
         return false;
     }
-    m_changed = false;
-    if (stored == 0 && m_names.CurrentData() == groupRef) {
-        ADO_Contact_FillGroupNames(m_typeRef, m_names);
-        ForgetGroup();
-    }
-    ADO_Contact_ShowGroup_Tree(KeyNumber(m_contact.key), m_tree);
+    if (stored == 0 && m_names.CurrentData() == groupRef)
+        ForgetDeleted();
+    ShowStored();
     return true;
+}
+
+void ContactGroupsPage::ForgetDeleted()
+{
+    ADO_Contact_FillGroupNames(m_typeRef, m_names);
+    ForgetGroup();
 }
 
 void ContactGroupsPage::SetChanged()

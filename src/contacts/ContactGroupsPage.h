@@ -6,6 +6,8 @@
 
 #include <QWidget>
 
+#include <algorithm>
+
 class FormBuilder;
 class ListView;
 class QPushButton;
@@ -27,11 +29,17 @@ public:
     void SetContact(int contactRef, const QString &name);
     /// Chooses no group: what was done to its members and not written is dropped.
     void ForgetGroup();
-    /// Writes the members of the group if they were changed. False if they may be fewer now.
-    bool StoreGroup();
+    /// The group whose members were changed and not written yet; 0 = none.
+    int ChangedGroup() const { return m_changed ? std::max(m_names.CurrentData(), 0) : 0; }
+    /// Takes out of the changed members who was deleted, and forgets a group that was; the user is told.
+    /// False on an error.
+    bool LeaveOutDeleted();
+    /// What was changed is written, and shows among the relations.
+    void ShowStored();
     void Clear();
     void SetLocked(bool locked);
 
+    ListModel &Members() { return m_members; }
     ListModel &GroupList() { return m_people; }
     TreeModel &GroupTree() { return m_tree; }
 
@@ -50,6 +58,7 @@ private:
     void ForgetChoice();
     bool OfferToStore();
     bool StoreMembers(int groupRef);
+    void ForgetDeleted();
     void SetChanged();
     void SelectContacts();
     void RemovePeople();

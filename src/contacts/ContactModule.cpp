@@ -241,13 +241,16 @@ int Concession_Update(int concessionRef, const QString &name, double percentage,
                          concessionExists, title);
 }
 
-bool Concession_Store(int contactRef, ListModel &used)
+bool Concession_LeaveOutDeleted(ListModel &used)
 {
     const ContactSectionInfo &section = ContactSectionOf(ContactSection::Characteristics);
-    if (!LeaveOutDeleted(used, section.table, section.keyColumn, section.caption))
-        return false;
+    return LeaveOutDeleted(used, section.table, section.keyColumn, section.caption);
+}
+
+bool Concession_Store(int contactRef, const ListModel &used)
+{
     return Reported("Concession_Store", false, [&] {
-        // In one piece: a crash behind the wipe would lose the characteristics.
+        // In one piece: a crash after the wipe would lose the characteristics.
         WriteGroup group(gConnection);
         bool stored = ADO_Contact_ConcessionWipe(contactRef);
         for (int row = 0; stored && row < used.Count(); ++row)

@@ -88,6 +88,7 @@ int Concession_Check(int concessionRef, const QString &title);
 /// Writes a characteristic as typed; results as of Concession_Add, 0 as well where it was deleted.
 int Concession_Update(int concessionRef, const QString &name, double percentage, double hardDiscount,
                       const QString &referenceId);
-/// Makes the characteristics of a person those of the list, without those that were deleted, which the user
-/// is told. False if the person may have fewer of them now.
-bool Concession_Store(int contactRef, ListModel &used);
+/// Takes the characteristics that were deleted out of a list, and tells the user. False on an error.
+bool Concession_LeaveOutDeleted(ListModel &used);
+/// Makes the characteristics of a person those of the list. False if the person may have fewer of them now.
+bool Concession_Store(int contactRef, const ListModel &used);

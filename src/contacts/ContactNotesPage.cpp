@@ -30,11 +30,6 @@ void ContactNotesPage::Store(ContactRecord &record) const
     record.notes = Notes();
 }
 
-bool ContactNotesPage::StoreCharacteristics(int contactRef)
-{
-    return Concession_Store(contactRef, m_used);
-}
-
 void ContactNotesPage::NewCharacteristic()
 {
     frmContactMainAddEdit form(ContactSection::Characteristics, this);

@@ -14,8 +14,6 @@ public:
     void FillLists();
     void Load(const ContactRecord &record);
     void Store(ContactRecord &record) const;
-    /// False if the person may have fewer of them now than the page shows.
-    bool StoreCharacteristics(int contactRef);
 
 private:
     void NewCharacteristic();

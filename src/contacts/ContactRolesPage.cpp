@@ -55,11 +55,6 @@ void ContactRolesPage::FillLists()
     ADO_Contact_FillRoleTypeList(m_types, false);
 }
 
-bool ContactRolesPage::StoreRoles(int contactRef)
-{
-    return Role_Store(contactRef, m_roles);
-}
-
 void ContactRolesPage::ClearFields()
 {
     m_types.SetCurrent(0);

@@ -23,8 +23,6 @@ public:
     void FillLists();
     /// Whose roles are shown; 0 for a new person.
     void SetContact(int contactRef) { m_contactRef = contactRef; }
-    /// False if the person may have fewer of them now than the page shows.
-    bool StoreRoles(int contactRef);
     /// Resets the fields of one role; the list of them stays.
     void ClearFields();
     void SetLocked(bool locked);

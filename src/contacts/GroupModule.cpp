@@ -99,14 +99,16 @@ int Group_Check(int groupRef)
     return LivingGroup(groupRef, groupings);
 }
 
+int Group_LeaveOutDeleted(int groupRef, ListModel &members)
+{
+    const int group = Group_Check(groupRef);
+    return group < 1 || LeaveOutDeletedMembers(members) ? group : -1;
+}
+
 int Group_Update(int groupRef, ListModel &members, Progress &progress)
 {
     if (groupRef <= 0)
         return groupRef;
-    const int group = Group_Check(groupRef);
-    if (group < 1)
-        return group;
-    const bool stored =
-        LeaveOutDeletedMembers(members) && ADO_Contact_UpdateGroup(groupRef, members, progress);
-    return stored ? groupRef : -1;
+    const int group = Group_LeaveOutDeleted(groupRef, members);
+    return group < 1 || ADO_Contact_UpdateGroup(groupRef, members, progress) ? group : -1;
 }

@@ -24,6 +24,9 @@ bool Group_AddMembers(const ComboModel &types, const ComboModel &groups, const L
                       ListModel &members);
 /// `groupRef`; 0, after telling the user, where the group was deleted; -1 on an error.
 int Group_Check(int groupRef);
+/// Takes the members out of a group's list who were deleted, or whose type was, and tells the user. Results
+/// as of Group_Check.
+int Group_LeaveOutDeleted(int groupRef, ListModel &members);
 /// Stores the members of a group, without those who were deleted, or whose type was, which the user is told;
 /// nothing where `groupRef` is none. Results as of Group_Check, -1 as well where `progress` was cancelled:
 /// the group has the members of before then.

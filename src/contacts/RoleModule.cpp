@@ -120,12 +120,15 @@ void Role_RemoveSelected(int contactRef, ListModel &roles)
     }
 }
 
-bool Role_Store(int contactRef, ListModel &roles)
+bool Role_LeaveOutDeleted(ListModel &roles)
 {
-    if (!LeaveOutDeleted(roles, roleTypes, roleTypeKey, QStringLiteral("Roles")))
-        return false;
+    return LeaveOutDeleted(roles, roleTypes, roleTypeKey, QStringLiteral("Roles"));
+}
+
+bool Role_Store(int contactRef, const ListModel &roles)
+{
     return Reported("Role_Store", false, [&] {
-        // In one piece: a crash behind the wipe would lose the roles.
+        // In one piece: a crash after the wipe would lose the roles.
         WriteGroup group(gConnection);
         bool stored = ADO_Contact_RolesWipe(contactRef);
         for (int row = 0; stored && row < roles.Count(); ++row) {

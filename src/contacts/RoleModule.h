@@ -28,6 +28,7 @@ void Role_AddToList(const ContactRole &role, ListModel &roles);
 /// Takes the selected roles out of the list, each after a question. One that the person is booked for
 /// stays; the user may have it end today.
 void Role_RemoveSelected(int contactRef, ListModel &roles);
-/// Makes the roles of a person those of the list, without those that were deleted, which the user is told.
-/// False if the person may have fewer of them now.
-bool Role_Store(int contactRef, ListModel &roles);
+/// Takes the roles that were deleted out of a list, and tells the user. False on an error.
+bool Role_LeaveOutDeleted(ListModel &roles);
+/// Makes the roles of a person those of the list. False if the person may have fewer of them now.
+bool Role_Store(int contactRef, const ListModel &roles);

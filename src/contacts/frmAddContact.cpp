@@ -8,6 +8,7 @@
 #include "contacts/ContactModule.h"
 #include "contacts/ContactNotesPage.h"
 #include "contacts/ContactRolesPage.h"
+#include "contacts/ContactSave.h"
 #include "controls/ListModel.h"
 #include "core/Session.h"
 #include "forms/FormBuilder.h"
@@ -172,32 +173,35 @@ QString frmAddContact::RecordName() const
     return m_details->Name();
 }
 
-int frmAddContact::StoreRecord(int key)
+RecordSaved frmAddContact::StoreRecord(int key, Progress &progress)
 {
     if (!DaysAreReadable(m_details))
-        return 0;
+        return {};
     ContactRecord record;
     m_details->Store(record);
     m_notes->Store(record);
-    return key > 0 ? Contact_Update(key, record) : Contact_Add(record);
+    if (!m_groups->LeaveOutDeleted())
+        return {};
+    const ContactLists lists{UsedCriteria(), RolesInfo(), AttribList(), m_groups->ChangedGroup(),
+                             m_groups->Members()};
+    if (!Contact_LeaveOutDeleted(lists))
+        return {};
+    const RecordSaved saved = Contact_Save(key, record, lists, progress);
+    if (saved.key > 0)
+        TellPages(saved.key);
+    return saved;
 }
 
-RecordForm::Stored frmAddContact::StoreLists(int key)
+bool frmAddContact::AfterStore(int key)
 {
-    TellPages(key);
-    if (!m_groups->StoreGroup() || !m_notes->StoreCharacteristics(key) || !m_roles->StoreRoles(key))
-        return Stored::Failed;
+    if (m_groups->ChangedGroup() > 0)
+        m_groups->ShowStored();
     const int organRef = m_details->OrganRef();
     const bool isGiven = WantsOrganisationCharacteristics(organRef, key);
     // Another workstation may have deleted the person while the question stood.
-    if (isGiven && !Exists(key))
-        return Stored::ReadAgain;
-    if (isGiven)
+    if (isGiven && Exists(key))
         ADO_Organisation_AddSingleContactConcession(organRef, key);
-    // They are stored before the record is shown anew, which ticks what is stored.
-    if (!m_attributes->StoreAttributes(key))
-        return Stored::Failed;
-    return isGiven ? Stored::ReadAgain : Stored::Done;
+    return isGiven;
 }
 
 bool frmAddContact::WantsOrganisationCharacteristics(int organRef, int contactRef) const

@@ -26,8 +26,8 @@ private:
     bool Exists(int key) override;
     void ReadRecord(int key) override;
     void ShowPlaceholder(const QString &text) override;
-    int StoreRecord(int key) override;
-    Stored StoreLists(int key) override;
+    RecordSaved StoreRecord(int key, Progress &progress) override;
+    bool AfterStore(int key) override;
     void ClearPages() override;
     void EmptyPages() override;
     void DetachPages() override;

@@ -100,29 +100,16 @@ void frmAddCourse::Save()
     LeaveMoneyField(this);
     if (!m_add->isEnabled() || !m_course->Complete())
         return;
-    if (m_courseRef == 0 ? Add() : Update())
-        m_modified->Clear();
-}
-
-bool frmAddCourse::Add()
-{
-    const int courseRef = Course_Add(m_course->Course());
-    if (courseRef < 1)
-        return false;
-    m_saved = courseRef;
-    RowExists(courseRef);
-    return ADO_Course_UpdateCourseRelations(courseRef, m_course->Folders());
-}
-
-bool frmAddCourse::Update()
-{
     CourseRecord course = m_course->Course();
     course.courseRef = m_courseRef;
-    if (Course_Update(course) < 1)
-        return false;
-    m_saved = m_courseRef;
-    return ADO_Course_UpdateConcessions(m_courseRef, m_usedChar) &&
-           ADO_Course_UpdateCourseRelations(m_courseRef, m_course->Folders());
+    const RecordSaved saved = Course_Save(course, m_usedChar, m_course->Folders());
+    if (saved.key < 1)
+        return;
+    m_saved = saved.key;
+    if (m_courseRef == 0)
+        RowExists(saved.key);
+    if (saved.isWhole)
+        m_modified->Clear();
 }
 
 bool frmAddCourse::MayLeave()

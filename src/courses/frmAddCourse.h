@@ -36,8 +36,6 @@ private:
     void RowExists(int courseRef);
     void ApplyRights();
     void Save();
-    bool Add();
-    bool Update();
     void AddStudents();
 
     int m_courseRef = 0; ///< 0 = a new course

@@ -4,6 +4,7 @@
 #include "core/Session.h"
 #include "database/Security.h"
 #include "forms/FormBuilder.h"
+#include "forms/ProgressBox.h"
 #include "forms/RecordNavigator.h"
 #include "forms/RequiredMarks.h"
 #include "platform/Dialogs.h"
@@ -201,25 +202,37 @@ bool RecordForm::Save()
         m_tabs->setCurrentIndex(0);
     if (!Required().Complete() || IsDeleted())
         return false;
-    const int saved = StoreRecord(m_state == State::NewRecord ? 0 : m_key);
-    if (saved <= 0)
+    const RecordSaved saved = RunStore();
+    if (saved.key < 1)
         return false;
-    m_key = saved;
+    m_key = saved.key;
     m_gone = false;
-    gDialogResult = saved;
-    const Stored stored = StoreLists(saved);
-    if (stored == Stored::Failed) {
+    gDialogResult = saved.key;
+    if (!saved.isWhole) {
         // The record stands; what the pages show is still to be stored.
         SetState(State::Edit);
         m_modified->Set();
         IsDeleted();
         return false;
     }
-    if (stored == Stored::ReadAgain)
-        ShowKey(saved);
+    if (AfterStore(saved.key))
+        ShowKey(saved.key);
     m_modified->Clear();
     SetState(State::View);
     return true;
+}
+
+RecordSaved RecordForm::RunStore()
+{
+    const QString title = u"Update " % m_kind.word.left(1).toUpper() % m_kind.word.mid(1);
+    RecordSaved saved;
+    const bool isFinished = ProgressBox::Run(this, title, [&](Progress &progress) {
+        saved = StoreRecord(m_state == State::NewRecord ? 0 : m_key, progress);
+    });
+    if (!isFinished && saved.key == 0)
+        Dialogs::MsgBox(QStringLiteral("Stopped. Nothing of what is shown was stored."), title,
+                        Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    return saved;
 }
 
 void RecordForm::StartRecord()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/RecordView.h"
+#include "database/WholeSave.h"
 #include "forms/FormDialog.h"
 
 #include <memory>
@@ -45,7 +46,6 @@ protected:
         bool canRefresh = false;
     };
     enum class State { NewRecord, View, Edit };
-    enum class Stored { Failed, Done, ReadAgain };
 
     RecordForm(const Kind &kind, QWidget *parent);
 
@@ -54,10 +54,11 @@ protected:
     /// Reads a record into the pages.
     virtual void ReadRecord(int key) = 0;
     virtual void ShowPlaceholder(const QString &text) = 0;
-    /// Adds the record where `key` is 0, else writes it. The key; 0 and less where it was not stored.
-    virtual int StoreRecord(int key) = 0;
-    /// Stores what hangs on the record behind it.
-    virtual Stored StoreLists(int key) = 0;
+    /// Stores the record, added where `key` is 0, with all that hangs on it; nothing where `progress` is
+    /// cancelled.
+    virtual RecordSaved StoreRecord(int key, Progress &progress) = 0;
+    /// What is left to ask and do once all is stored. True where the record is to be read again.
+    virtual bool AfterStore(int key) = 0;
     /// Empties the pages for the user.
     virtual void ClearPages() = 0;
     /// Makes the pages those of a record that does not exist yet.
@@ -96,6 +97,7 @@ private:
     bool IsDeleted();
     void KeepAsNew();
     bool Save();
+    RecordSaved RunStore();
     void ToggleEdit();
     void Refresh();
 

@@ -26,13 +26,27 @@ QString Owner(const char *routineName, QStringView table, QStringView keyColumn,
     });
 }
 
+QString SelectOwn(QStringView table, QStringView keyColumn, int organRef)
+{
+    return u"SELECT " % keyColumn % u" FROM " % table % u" WHERE OrganRef = " % SqlNumber(organRef);
+}
+
+std::optional<QSet<int>> Own(const char *routineName, QStringView table, QStringView keyColumn, int organRef)
+{
+    return Reported(routineName, std::optional<QSet<int>>(), [&] {
+        QSet<int> keys;
+        for (const Recordset::Row row : OpenRecordset(SelectOwn(table, keyColumn, organRef)))
+            keys.insert(static_cast<int>(row.Long(keyColumn)));
+        return keys;
+    });
+}
+
 bool ShowUsed(const char *routineName, QStringView table, QStringView keyColumn, ListModel &available,
               ListModel &used, int organRef)
 {
     return Reported(routineName, false, [&] {
         used.Clear();
-        const Recordset owned = OpenRecordset(u"SELECT " % keyColumn % u" FROM " % table %
-                                              u" WHERE OrganRef = " % SqlNumber(organRef));
+        const Recordset owned = OpenRecordset(SelectOwn(table, keyColumn, organRef));
         QStringList keys;
         for (const Recordset::Row row : owned)
             keys.append(u'!' % row.Text(keyColumn));
@@ -81,6 +95,21 @@ bool ADO_Organisation_AddFacility(int facilityRef, int organRef)
 bool ADO_Organisation_AddVenue(int venueRef, int organRef)
 {
     return Give("ADO_Organisation_AddVenue", u"Venues", u"VenueRef", venueRef, organRef);
+}
+
+std::optional<QSet<int>> ADO_Organisation_OwnContacts(int organRef)
+{
+    return Own("ADO_Organisation_OwnContacts", u"Contacts", u"ContactRef", organRef);
+}
+
+std::optional<QSet<int>> ADO_Organisation_OwnFacilities(int organRef)
+{
+    return Own("ADO_Organisation_OwnFacilities", u"Facilities", u"FacilityRef", organRef);
+}
+
+std::optional<QSet<int>> ADO_Organisation_OwnVenues(int organRef)
+{
+    return Own("ADO_Organisation_OwnVenues", u"Venues", u"VenueRef", organRef);
 }
 
 QString ADO_Organisation_CheckContact(int contactRef)

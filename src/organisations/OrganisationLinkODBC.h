@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QSet>
 #include <QString>
+
+#include <optional>
 
 class ListModel;
 
@@ -16,6 +19,10 @@ bool ADO_Organisation_WipeVenue(int organRef);
 bool ADO_Organisation_AddContact(int contactRef, int organRef);
 bool ADO_Organisation_AddFacility(int facilityRef, int organRef);
 bool ADO_Organisation_AddVenue(int venueRef, int organRef);
+/// The references of those that an organisation has; nothing on an error.
+std::optional<QSet<int>> ADO_Organisation_OwnContacts(int organRef);
+std::optional<QSet<int>> ADO_Organisation_OwnFacilities(int organRef);
+std::optional<QSet<int>> ADO_Organisation_OwnVenues(int organRef);
 /// The name of the organisation that has it; "" where none has, and on an error.
 QString ADO_Organisation_CheckContact(int contactRef);
 QString ADO_Organisation_CheckFacility(int facilityRef);

@@ -17,24 +17,6 @@ int Organisation_Update(int organRef, const OrganisationRecord &record);
 void Organisation_Show(OrganisationView &view, int organRef);
 bool Organisation_Delete(int organRef);
 
-/// The lists of an organisation's screen that are stored with it.
-struct OrganisationLinks {
-    ListModel &contacts;
-    ListModel &usedCriteria;
-    ListModel &availFac;
-    ListModel &usedFac;
-    ListModel &availVenues;
-    ListModel &usedVenues;
-};
-
-/// Stores the people, characteristics, facilities and venues of an organisation in place of those it had. The
-/// user is asked about each that belongs to another one: what stays there leaves the list. Then each person
-/// who lacks a characteristic of the organisation is offered them. A question that comes again can be
-/// answered for all the rest. False on an error, where `progress` is cancelled, and where the organisation is
-/// deleted meanwhile: what was written before stays, and the rest of the organisation's people, say, have
-/// none until the next save.
-bool Organisation_StoreLinks(int organRef, const OrganisationLinks &links, Progress &progress);
-
 /// Makes `people` ("?" keys) the rows of a list of an organisation's people, with name and position as
 /// stored. Behind a cancelled `progress` they join as they are.
 void Organisation_TakeContacts(const ListModel &people, ListModel &contacts, Progress &progress);

@@ -9,6 +9,7 @@
 #include "organisations/OrganisationDetailsPage.h"
 #include "organisations/OrganisationModule.h"
 #include "organisations/OrganisationPlacesPage.h"
+#include "organisations/OrganisationSave.h"
 #include "platform/Dialogs.h"
 
 frmAddOrg::frmAddOrg(QWidget *parent)
@@ -148,27 +149,23 @@ bool frmAddOrg::MayStartNew()
                            Dialogs::Buttons::YesNo, Dialogs::Icon::Question) == Dialogs::Answer::Yes;
 }
 
-int frmAddOrg::StoreRecord(int key)
+RecordSaved frmAddOrg::StoreRecord(int key, Progress &progress)
 {
     OrganisationRecord record;
     m_details->Store(record);
     record.notes = m_notes->Notes();
-    return key > 0 ? Organisation_Update(key, record) : Organisation_Add(record);
+    return Organisation_Save(
+        key, record, {ContactInfo(), UsedCriteria(), AvailFac(), UsedFac(), AvailVenues(), UsedVenues()},
+        progress);
 }
 
-RecordForm::Stored frmAddOrg::StoreLists(int key)
+bool frmAddOrg::AfterStore(int key)
 {
-    bool stored = false;
-    ProgressBox::Run(this, QStringLiteral("Update Organisation"), QStringLiteral("steps"),
-                     QStringLiteral("People, facilities and venues that were not reached may belong to no "
-                                    "organisation until this one is updated again."),
-                     [&](Progress &progress) {
-                         stored = Organisation_StoreLinks(key,
-                                                          {ContactInfo(), UsedCriteria(), AvailFac(),
-                                                           UsedFac(), AvailVenues(), UsedVenues()},
-                                                          progress);
-                     });
-    return stored ? Stored::ReadAgain : Stored::Failed;
+    ProgressBox::Run(
+        this, QStringLiteral("Organisation Characteristics"), QStringLiteral("contacts"),
+        QStringLiteral("The rest were not offered them; the next update does so."),
+        [&](Progress &progress) { Organisation_OfferCharacteristics(key, ContactInfo(), progress); });
+    return true;
 }
 
 void frmAddOrg::ClearPages()

@@ -204,7 +204,7 @@ void TestContactGroups::TypeWithoutGroupsLeavesTheMembersInView()
     QVERIFY(List(*form, "LinkInfo").IsEmpty());
 }
 
-/// Stopped by the user, or a statement failed: the person is stored, the group can be saved again.
+/// Stopped by the user, or a statement failed: the group can be saved again.
 void TestContactGroups::UnstoredMembersStayOnTheScreen()
 {
     const auto form = Editing();
@@ -220,8 +220,7 @@ void TestContactGroups::UnstoredMembersStayOnTheScreen()
     Dialogs::Installed().serveEvents = [] { QApplication::processEvents(); };
     gConnection.ObserveStatements([](const QString &sql) { QThread::msleep(sql.startsWith('I') ? 400 : 0); });
     m->driver.Expect("ProgressBox", [](QDialog &box) { Press(box, "CancelBtn"); });
-    m->dialogs.Expect("Groupings",
-                      "Stopped. The group keeps the members that it had; those shown are not stored.");
+    m->dialogs.Expect("Update Contact", "Stopped. Nothing of what is shown was stored.");
     Press(*form, "OKBtn");
     gConnection.ObserveStatements({});
     QCOMPARE(Rows("Groups"), 0);
