@@ -102,8 +102,8 @@ void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list, Pro
         progress.Begin(list.Count());
         WriteGroup group(gConnection);
         for (int row = 0; row < list.Count() && !progress.IsCancelled(); ++row) {
-            if (!ADO_Contact_AddContactConcession(KeyNumber(list.At(row).key), concessionRef))
-                return;
+            // A failure was reported; the next person may well take it.
+            ADO_Contact_AddContactConcession(KeyNumber(list.At(row).key), concessionRef);
             EndRow(group);
             progress.SetValue(row + 1);
         }

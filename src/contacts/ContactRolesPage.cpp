@@ -40,7 +40,9 @@ ContactRolesPage::ContactRolesPage(QWidget *parent)
     m_list->SetColumnChars({40, 16, 14, 14});
     m_list->SetEmptyText(QStringLiteral("No roles."));
 
-    connect(&m_types, &ComboModel::CurrentChanged, this, &ContactRolesPage::ShowType);
+    connect(&m_types, &ComboModel::CurrentChanged, this, &ContactRolesPage::EnableButtons);
+    // Choosing the same role again starts it again.
+    connect(m_roleList, &QComboBox::activated, this, &ContactRolesPage::ShowType);
     connect(m_roles.Selection(), &QItemSelectionModel::selectionChanged, this,
             &ContactRolesPage::ShowSelected);
     connect(&m_roles, &ListModel::Changed, this, &ContactRolesPage::EnableButtons);
@@ -53,6 +55,7 @@ ContactRolesPage::ContactRolesPage(QWidget *parent)
 void ContactRolesPage::FillLists()
 {
     ADO_Contact_FillRoleTypeList(m_types, false);
+    ShowType();
 }
 
 void ContactRolesPage::ClearFields()

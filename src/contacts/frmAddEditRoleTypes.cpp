@@ -27,6 +27,7 @@ frmAddEditRoleTypes::frmAddEditRoleTypes(QWidget *parent)
     m_description = form.Text(QStringLiteral("Description"), QStringLiteral("Description:"));
     m_rate = form.Money(QStringLiteral("Rate"), QStringLiteral("Charge Rate"));
     m_rate->SetValue(0);
+    LockFields(m_rate, UserRight(rightRate) < fullAccess);
     form.Combo(QStringLiteral("ActiveList"), QStringLiteral("Active:"), m_active);
     AddButtons(form);
 }
@@ -35,7 +36,6 @@ void frmAddEditRoleTypes::EditItem(int roleTypeRef)
 {
     m_found = false;
     ADO_Contact_ShowRoleType(*this, roleTypeRef);
-    LockFields(m_rate, UserRight(rightRate) < fullAccess);
     EndReading(m_found, QStringLiteral("role"));
 }
 

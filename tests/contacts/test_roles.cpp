@@ -248,6 +248,12 @@ void TestRoles::OneRowFillsTheFields()
         QCOMPARE(Lines(roles).filter("Driver"),
                  QStringList(QString("Driver|" % QString(rate) % "|02/01/2026|04/03/2026")));
     }
+    // The same role chosen again starts again.
+    auto *types = Find<QComboBox>(*form, "RoleList");
+    types->showPopup();
+    QTest::keyClick(types->view(), Qt::Key_Return);
+    QCOMPARE(Find<QLineEdit>(*form, "Rate")->text(), u"12.50"_qs);
+    QCOMPARE(Find<DateField>(*form, "EndDate")->Day(), QDate(2026, 3, 9));
     // A role out of use shows, and is offered no more.
     roles.SelectOnly(roles.Find(u'?' % QString::number(m_cook)));
     QCOMPARE(Chosen(*form, "RoleList"), QString());
@@ -296,6 +302,8 @@ void TestRoles::RightOfTheRate()
     CheckRights(changing, {{36, 0, "Rate", Left::Locked},
                            {36, 0, "RoleName", Left::Editable},
                            {36, 9, "Rate", Left::Editable}});
+    CheckRights([] { return std::make_unique<frmAddEditRoleTypes>(); },
+                {{36, 0, "Rate", Left::Locked}, {36, 9, "Rate", Left::Editable}});
     frmAddContact looking;
     looking.OpenRecords({Key(m_anna)});
     for (const char *field : {"RoleList", "AddRoleBtn"})
