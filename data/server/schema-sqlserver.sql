@@ -11,69 +11,69 @@ CREATE TABLE [Contacts] (
     [ContactRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     [Cust_Forename] NVARCHAR(255) NULL,
     [Cust_Surname] NVARCHAR(255) NULL,
-    [Cust_Addr1] NVARCHAR(MAX) NULL,
-    [Cust_Addr2] NVARCHAR(MAX) NULL,
-    [Cust_Addr3] NVARCHAR(MAX) NULL,
-    [Cust_Addr4] NVARCHAR(MAX) NULL,
-    [Cust_City] INT NULL,
-    [Cust_County] INT NULL,
-    [Cust_Country] INT NULL,
-    [Cust_Postcode] NVARCHAR(MAX) NULL,
-    [Cust_TelDay] NVARCHAR(MAX) NULL,
-    [Cust_TelEve] NVARCHAR(MAX) NULL,
-    [Cust_TelExt] NVARCHAR(MAX) NULL,
-    [Cust_Fax] NVARCHAR(MAX) NULL,
-    [Cust_Email] NVARCHAR(255) NULL,
-    [Cust_URL] NVARCHAR(MAX) NULL,
-    [Cust_Designation] INT NULL,
-    [Cust_Ethnicgroup] INT NULL,
-    [Cust_DOB] INT NULL,
-    [Cust_Sex] INT NULL,
-    [Cust_Notes] NVARCHAR(MAX) NULL,
-    [OrganRef] INT NULL,
-    [ContactContactRef] INT NULL,
-    [JobTitle] NVARCHAR(MAX) NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL,
-    [AltRef1] NVARCHAR(MAX) NULL,
-    [AltRef2] NVARCHAR(MAX) NULL,
-    [AltRef3] NVARCHAR(MAX) NULL,
-    [AltRef4] NVARCHAR(MAX) NULL
+    [Cust_Addr1] NVARCHAR(MAX) NULL DEFAULT '',
+    [Cust_Addr2] NVARCHAR(MAX) NULL DEFAULT '',
+    [Cust_Addr3] NVARCHAR(MAX) NULL DEFAULT '',
+    [Cust_Addr4] NVARCHAR(MAX) NULL DEFAULT '',
+    [Cust_City] INT NULL DEFAULT 1,
+    [Cust_County] INT NULL DEFAULT 1,
+    [Cust_Country] INT NULL DEFAULT 1,
+    [Cust_Postcode] NVARCHAR(MAX) NULL DEFAULT '',
+    [Cust_TelDay] NVARCHAR(MAX) NULL DEFAULT '',
+    [Cust_TelEve] NVARCHAR(MAX) NULL DEFAULT '',
+    [Cust_TelExt] NVARCHAR(MAX) NULL DEFAULT '',
+    [Cust_Fax] NVARCHAR(MAX) NULL DEFAULT '',
+    [Cust_Email] NVARCHAR(255) NULL DEFAULT '',
+    [Cust_URL] NVARCHAR(MAX) NULL DEFAULT '',
+    [Cust_Designation] INT NULL DEFAULT 1,
+    [Cust_Ethnicgroup] INT NULL DEFAULT 1,
+    [Cust_DOB] INT NULL DEFAULT 0,
+    [Cust_Sex] INT NULL DEFAULT 0,
+    [Cust_Notes] NVARCHAR(MAX) NULL DEFAULT '',
+    [OrganRef] INT NULL DEFAULT 1,
+    [ContactContactRef] INT NULL DEFAULT 1,
+    [JobTitle] NVARCHAR(MAX) NULL DEFAULT '',
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT '',
+    [AltRef1] NVARCHAR(MAX) NULL DEFAULT '',
+    [AltRef2] NVARCHAR(MAX) NULL DEFAULT '',
+    [AltRef3] NVARCHAR(MAX) NULL DEFAULT '',
+    [AltRef4] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [Designation] (
     [Designation_ID] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [Title] NVARCHAR(255) NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL
+    [Title] NVARCHAR(255) NULL DEFAULT '',
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [City] (
     [City_ID] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [City] NVARCHAR(255) NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL
+    [City] NVARCHAR(255) NULL DEFAULT '',
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [County] (
     [County_ID] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [County] NVARCHAR(255) NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL
+    [County] NVARCHAR(255) NULL DEFAULT '',
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [Country] (
     [Country_ID] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [Country] NVARCHAR(255) NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL
+    [Country] NVARCHAR(255) NULL DEFAULT '',
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [EthnicGroup] (
     [Ethnic_ID] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [Type] NVARCHAR(255) NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL
+    [Type] NVARCHAR(255) NULL DEFAULT '',
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [Concessions] (
     [ConcessionRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [ReferenceID] NVARCHAR(MAX) NULL,
-    [Name] NVARCHAR(255) NULL,
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT '',
+    [Name] NVARCHAR(255) NULL DEFAULT '',
     [Percentage] FLOAT NULL,
     [HardDiscount] FLOAT NULL
 );
@@ -85,15 +85,15 @@ CREATE TABLE [ContactConcession] (
 GO
 CREATE TABLE [GroupNames] (
     [GroupRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [Name] NVARCHAR(255) NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL,
+    [Name] NVARCHAR(255) NULL DEFAULT '',
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT '',
     [LinkRef] INT NULL
 );
 GO
 CREATE TABLE [LinkNames] (
     [LinkRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [LinkName] NVARCHAR(255) NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL
+    [LinkName] NVARCHAR(255) NULL DEFAULT '',
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [Groups] (
@@ -104,11 +104,11 @@ CREATE TABLE [Groups] (
 GO
 CREATE TABLE [RoleTypes] (
     [RoleTypeRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [Name] NVARCHAR(255) NULL,
-    [Description] NVARCHAR(MAX) NULL,
+    [Name] NVARCHAR(255) NULL DEFAULT '',
+    [Description] NVARCHAR(MAX) NULL DEFAULT '',
     [ChargeRate] FLOAT NULL,
     [Status] INT NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [ContactRoles] (
@@ -126,21 +126,21 @@ GO
 CREATE TABLE [Organisations] (
     [OrganRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
     [OrganName] NVARCHAR(255) NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL,
-    [Addr1] NVARCHAR(MAX) NULL,
-    [Addr2] NVARCHAR(MAX) NULL,
-    [Addr3] NVARCHAR(MAX) NULL,
-    [Addr4] NVARCHAR(MAX) NULL,
-    [City] INT NULL,
-    [County] INT NULL,
-    [Country] INT NULL,
-    [TelDay] NVARCHAR(MAX) NULL,
-    [TelOut] NVARCHAR(MAX) NULL,
-    [Fax] NVARCHAR(MAX) NULL,
-    [Email] NVARCHAR(MAX) NULL,
-    [URL] NVARCHAR(MAX) NULL,
-    [Postcode] NVARCHAR(MAX) NULL,
-    [Notes] NVARCHAR(MAX) NULL,
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT '',
+    [Addr1] NVARCHAR(MAX) NULL DEFAULT '',
+    [Addr2] NVARCHAR(MAX) NULL DEFAULT '',
+    [Addr3] NVARCHAR(MAX) NULL DEFAULT '',
+    [Addr4] NVARCHAR(MAX) NULL DEFAULT '',
+    [City] INT NULL DEFAULT 1,
+    [County] INT NULL DEFAULT 1,
+    [Country] INT NULL DEFAULT 1,
+    [TelDay] NVARCHAR(MAX) NULL DEFAULT '',
+    [TelOut] NVARCHAR(MAX) NULL DEFAULT '',
+    [Fax] NVARCHAR(MAX) NULL DEFAULT '',
+    [Email] NVARCHAR(MAX) NULL DEFAULT '',
+    [URL] NVARCHAR(MAX) NULL DEFAULT '',
+    [Postcode] NVARCHAR(MAX) NULL DEFAULT '',
+    [Notes] NVARCHAR(MAX) NULL DEFAULT '',
     [Board] BIT NULL
 );
 GO
@@ -151,14 +151,14 @@ CREATE TABLE [OrganChars] (
 GO
 CREATE TABLE [CustomAttributes] (
     [AttributeRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [AttributeName] NVARCHAR(255) NULL,
+    [AttributeName] NVARCHAR(255) NULL DEFAULT '',
     [AttributeType] INT NULL,
     [AppliesTo] INT NULL
 );
 GO
 CREATE TABLE [CustomAttributeValues] (
     [AttributeValueRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [AttributeValue] NVARCHAR(MAX) NULL,
+    [AttributeValue] NVARCHAR(MAX) NULL DEFAULT '',
     [AttributeRef] INT NULL
 );
 GO
@@ -171,18 +171,18 @@ CREATE TABLE [AppliedAttributes] (
 GO
 CREATE TABLE [Courses] (
     [CourseRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [Title] NVARCHAR(255) NULL,
-    [Description] NVARCHAR(MAX) NULL,
+    [Title] NVARCHAR(255) NULL DEFAULT '',
+    [Description] NVARCHAR(MAX) NULL DEFAULT '',
     [Fee] FLOAT NULL,
     [Limit] INT NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [CoursesHierarchy] (
     [HRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [Label] NVARCHAR(255) NULL,
+    [Label] NVARCHAR(255) NULL DEFAULT '',
     [Parent] INT NULL,
-    [Description] NVARCHAR(MAX) NULL
+    [Description] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [CoursesRelationships] (
@@ -197,13 +197,13 @@ CREATE TABLE [CourseEvents] (
     [EDate] INT NULL,
     [TimeFrom] INT NULL,
     [TimeTo] INT NULL,
-    [Description] NVARCHAR(MAX) NULL
+    [Description] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [CourseCharNames] (
     [ConcessionRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [Name] NVARCHAR(255) NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL
+    [Name] NVARCHAR(255) NULL DEFAULT '',
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [CourseChar] (
@@ -263,73 +263,73 @@ CREATE TABLE [AttendanceRecord] (
 GO
 CREATE TABLE [Venues] (
     [VenueRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [Description] NVARCHAR(255) NULL,
-    [Notes] NVARCHAR(MAX) NULL,
+    [Description] NVARCHAR(255) NULL DEFAULT '',
+    [Notes] NVARCHAR(MAX) NULL DEFAULT '',
     [ChargeRate] FLOAT NULL,
-    [OrganRef] INT NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL
+    [OrganRef] INT NULL DEFAULT 1,
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [Facilities] (
     [FacilityRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [Name] NVARCHAR(255) NULL,
-    [Description] NVARCHAR(MAX) NULL,
+    [Name] NVARCHAR(255) NULL DEFAULT '',
+    [Description] NVARCHAR(MAX) NULL DEFAULT '',
     [ChargeRate] FLOAT NULL,
-    [OrganRef] INT NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL
+    [OrganRef] INT NULL DEFAULT 1,
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [ExclusionDates] (
     [ExcludeRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [ReferenceID] NVARCHAR(MAX) NULL,
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT '',
     [DateFrom] INT NULL,
     [DateTo] INT NULL
 );
 GO
 CREATE TABLE [Exam] (
     [ExamRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [ExamName] NVARCHAR(255) NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL,
-    [ExamNameRef] INT NULL,
-    [ExamTypeRef] INT NULL,
-    [OrganRef] INT NULL,
-    [VenueRef] INT NULL,
+    [ExamName] NVARCHAR(255) NULL DEFAULT '',
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT '',
+    [ExamNameRef] INT NULL DEFAULT 1,
+    [ExamTypeRef] INT NULL DEFAULT 1,
+    [OrganRef] INT NULL DEFAULT 1,
+    [VenueRef] INT NULL DEFAULT 1,
     [DateFrom] INT NULL,
     [DateTo] INT NULL,
-    [ResultFormat] NVARCHAR(MAX) NULL,
-    [Notes] NVARCHAR(MAX) NULL,
+    [ResultFormat] NVARCHAR(MAX) NULL DEFAULT '',
+    [Notes] NVARCHAR(MAX) NULL DEFAULT '',
     [ScoreAbove0] FLOAT NULL,
-    [AwardGrade0] NVARCHAR(MAX) NULL,
+    [AwardGrade0] NVARCHAR(MAX) NULL DEFAULT '',
     [ScoreAbove1] FLOAT NULL,
-    [AwardGrade1] NVARCHAR(MAX) NULL,
+    [AwardGrade1] NVARCHAR(MAX) NULL DEFAULT '',
     [ScoreAbove2] FLOAT NULL,
-    [AwardGrade2] NVARCHAR(MAX) NULL,
+    [AwardGrade2] NVARCHAR(MAX) NULL DEFAULT '',
     [ScoreAbove3] FLOAT NULL,
-    [AwardGrade3] NVARCHAR(MAX) NULL,
+    [AwardGrade3] NVARCHAR(MAX) NULL DEFAULT '',
     [ScoreAbove4] FLOAT NULL,
-    [AwardGrade4] NVARCHAR(MAX) NULL,
+    [AwardGrade4] NVARCHAR(MAX) NULL DEFAULT '',
     [ScoreAbove5] FLOAT NULL,
-    [AwardGrade5] NVARCHAR(MAX) NULL,
+    [AwardGrade5] NVARCHAR(MAX) NULL DEFAULT '',
     [ScoreAbove6] FLOAT NULL,
-    [AwardGrade6] NVARCHAR(MAX) NULL,
+    [AwardGrade6] NVARCHAR(MAX) NULL DEFAULT '',
     [ScoreAbove7] FLOAT NULL,
-    [AwardGrade7] NVARCHAR(MAX) NULL,
+    [AwardGrade7] NVARCHAR(MAX) NULL DEFAULT '',
     [ScoreAbove8] FLOAT NULL,
-    [AwardGrade8] NVARCHAR(MAX) NULL,
+    [AwardGrade8] NVARCHAR(MAX) NULL DEFAULT '',
     [ScoreAbove9] FLOAT NULL,
-    [AwardGrade9] NVARCHAR(MAX) NULL
+    [AwardGrade9] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [ExamName] (
     [ExamNameRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [Name] NVARCHAR(255) NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL
+    [Name] NVARCHAR(255) NULL DEFAULT '',
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [ExamType] (
     [ExamTypeRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [Type] NVARCHAR(255) NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL
+    [Type] NVARCHAR(255) NULL DEFAULT '',
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [CourseExams] (
@@ -343,18 +343,18 @@ CREATE TABLE [StudentExams] (
     [ContactRef] INT NULL,
     [ExamResult] FLOAT NULL,
     [EstimatedResult] FLOAT NULL,
-    [ResultFormat] NVARCHAR(MAX) NULL,
-    [Notes] NVARCHAR(MAX) NULL,
-    [AwardGrade] NVARCHAR(MAX) NULL
+    [ResultFormat] NVARCHAR(MAX) NULL DEFAULT '',
+    [Notes] NVARCHAR(MAX) NULL DEFAULT '',
+    [AwardGrade] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [AwardNames] (
     [AwardRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [AwardName] NVARCHAR(255) NULL,
-    [ReferenceID] NVARCHAR(MAX) NULL,
-    [Notes] NVARCHAR(MAX) NULL,
+    [AwardName] NVARCHAR(255) NULL DEFAULT '',
+    [ReferenceID] NVARCHAR(MAX) NULL DEFAULT '',
+    [Notes] NVARCHAR(MAX) NULL DEFAULT '',
     [ReportRef] INT NULL,
-    [Board] INT NULL
+    [Board] INT NULL DEFAULT 1
 );
 GO
 CREATE TABLE [Awards] (
@@ -371,21 +371,21 @@ GO
 CREATE TABLE [Audit_AwardsIssued] (
     [ContactRef] INT NULL,
     [AwardRef] INT NULL,
-    [Designation] NVARCHAR(MAX) NULL,
-    [FirstName] NVARCHAR(MAX) NULL,
-    [LastName] NVARCHAR(MAX) NULL,
-    [Address1] NVARCHAR(MAX) NULL,
-    [Address2] NVARCHAR(MAX) NULL,
-    [Address3] NVARCHAR(MAX) NULL,
-    [Address4] NVARCHAR(MAX) NULL,
-    [City] NVARCHAR(MAX) NULL,
-    [County] NVARCHAR(MAX) NULL,
-    [Postcode] NVARCHAR(MAX) NULL,
-    [Country] NVARCHAR(MAX) NULL,
-    [Award] NVARCHAR(MAX) NULL,
-    [AwardIssueRef] NVARCHAR(MAX) NULL,
-    [AwardIssueDate] NVARCHAR(MAX) NULL,
-    [AwardNotes] NVARCHAR(MAX) NULL
+    [Designation] NVARCHAR(MAX) NULL DEFAULT '',
+    [FirstName] NVARCHAR(MAX) NULL DEFAULT '',
+    [LastName] NVARCHAR(MAX) NULL DEFAULT '',
+    [Address1] NVARCHAR(MAX) NULL DEFAULT '',
+    [Address2] NVARCHAR(MAX) NULL DEFAULT '',
+    [Address3] NVARCHAR(MAX) NULL DEFAULT '',
+    [Address4] NVARCHAR(MAX) NULL DEFAULT '',
+    [City] NVARCHAR(MAX) NULL DEFAULT '',
+    [County] NVARCHAR(MAX) NULL DEFAULT '',
+    [Postcode] NVARCHAR(MAX) NULL DEFAULT '',
+    [Country] NVARCHAR(MAX) NULL DEFAULT '',
+    [Award] NVARCHAR(MAX) NULL DEFAULT '',
+    [AwardIssueRef] NVARCHAR(MAX) NULL DEFAULT '',
+    [AwardIssueDate] NVARCHAR(MAX) NULL DEFAULT '',
+    [AwardNotes] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [StudentsEnrolled] (
@@ -401,10 +401,10 @@ CREATE TABLE [StudentsEnrolled] (
     [Vouchers5] FLOAT NULL,
     [ChequePaid] FLOAT NULL,
     [CCardPaid] FLOAT NULL,
-    [ConcessionType] NVARCHAR(255) NULL,
-    [ReceiptNo] NVARCHAR(MAX) NULL,
-    [Notes] NVARCHAR(MAX) NULL,
-    [TaxName] NVARCHAR(MAX) NULL,
+    [ConcessionType] NVARCHAR(255) NULL DEFAULT '',
+    [ReceiptNo] NVARCHAR(MAX) NULL DEFAULT '',
+    [Notes] NVARCHAR(MAX) NULL DEFAULT '',
+    [TaxName] NVARCHAR(MAX) NULL DEFAULT '',
     [TaxRate] FLOAT NULL
 );
 GO
@@ -412,7 +412,7 @@ CREATE TABLE [Transactions] (
     [CourseRef] INT NULL,
     [ContactRef] INT NULL,
     [DateTrn] INT NULL,
-    [ReceiptNo] NVARCHAR(MAX) NULL,
+    [ReceiptNo] NVARCHAR(MAX) NULL DEFAULT '',
     [MoneyPaid] FLOAT NULL,
     [ChequePaid] FLOAT NULL,
     [CCardPaid] FLOAT NULL,
@@ -422,11 +422,11 @@ CREATE TABLE [Transactions] (
     [Vouchers3Paid] FLOAT NULL,
     [Vouchers4Paid] FLOAT NULL,
     [Vouchers5Paid] FLOAT NULL,
-    [Vouchers1Label] NVARCHAR(MAX) NULL,
-    [Vouchers2Label] NVARCHAR(MAX) NULL,
-    [Vouchers3Label] NVARCHAR(MAX) NULL,
-    [Vouchers4Label] NVARCHAR(MAX) NULL,
-    [Vouchers5Label] NVARCHAR(MAX) NULL
+    [Vouchers1Label] NVARCHAR(MAX) NULL DEFAULT '',
+    [Vouchers2Label] NVARCHAR(MAX) NULL DEFAULT '',
+    [Vouchers3Label] NVARCHAR(MAX) NULL DEFAULT '',
+    [Vouchers4Label] NVARCHAR(MAX) NULL DEFAULT '',
+    [Vouchers5Label] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [CreditCardTransaction] (
@@ -435,36 +435,36 @@ CREATE TABLE [CreditCardTransaction] (
     [ContactRef] INT NULL,
     [DateTrn] INT NULL,
     [AmountPaid] INT NULL,
-    [CardHolderName] NVARCHAR(MAX) NULL,
-    [CardHolderAddr] NVARCHAR(MAX) NULL,
-    [CardType] NVARCHAR(MAX) NULL,
-    [CardNumber] NVARCHAR(MAX) NULL,
+    [CardHolderName] NVARCHAR(MAX) NULL DEFAULT '',
+    [CardHolderAddr] NVARCHAR(MAX) NULL DEFAULT '',
+    [CardType] NVARCHAR(MAX) NULL DEFAULT '',
+    [CardNumber] NVARCHAR(MAX) NULL DEFAULT '',
     [CardValidFrom] INT NULL,
     [CardValidTo] INT NULL,
-    [CardIssueNo] NVARCHAR(MAX) NULL,
+    [CardIssueNo] NVARCHAR(MAX) NULL DEFAULT '',
     [PaymentCleared] INT NULL,
-    [VCode] NVARCHAR(255) NULL
+    [VCode] NVARCHAR(255) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [WaitingList] (
     [CourseRef] INT NULL,
     [ContactRef] INT NULL,
-    [Keywords] NVARCHAR(MAX) NULL,
+    [Keywords] NVARCHAR(MAX) NULL DEFAULT '',
     [LatestDate] INT NULL
 );
 GO
 CREATE TABLE [Reports] (
     [ReportRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [ReportName] NVARCHAR(255) NULL,
-    [Filename] NVARCHAR(MAX) NULL,
-    [SQLstring] NVARCHAR(MAX) NULL
+    [ReportName] NVARCHAR(255) NULL DEFAULT '',
+    [Filename] NVARCHAR(MAX) NULL DEFAULT '',
+    [SQLstring] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [ReportHierarchy] (
     [HRef] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [Label] NVARCHAR(255) NULL,
+    [Label] NVARCHAR(255) NULL DEFAULT '',
     [Parent] INT NULL,
-    [Description] NVARCHAR(MAX) NULL
+    [Description] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [ReportRelationships] (
@@ -474,14 +474,14 @@ CREATE TABLE [ReportRelationships] (
 GO
 CREATE TABLE [Users] (
     [UserID] INT IDENTITY(1,1) NOT NULL PRIMARY KEY,
-    [UserName] NVARCHAR(255) NULL,
-    [Password] NVARCHAR(MAX) NULL,
-    [SecurityRights] NVARCHAR(256) NULL
+    [UserName] NVARCHAR(255) NULL DEFAULT '',
+    [Password] NVARCHAR(MAX) NULL DEFAULT '',
+    [SecurityRights] NVARCHAR(256) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [System] (
     [Ref] INT NULL,
-    [SystemValue] NVARCHAR(MAX) NULL
+    [SystemValue] NVARCHAR(MAX) NULL DEFAULT ''
 );
 GO
 CREATE TABLE [Version] (

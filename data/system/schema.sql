@@ -13,22 +13,27 @@
 --   flag        long, 0 = false
 --   bit         flag that older databases already hold as a bit
 --
--- Columns take NULL. Nothing is unique but the keys, and there are no foreign keys: the program keeps
--- references right itself.
+-- Columns take NULL. A column that a new row does not name is NULL, unless
+--
+--   default n   it is n: 1 for a reference to a table whose row 1 means that nothing was chosen
+--   text        it is empty, as a form stores a field that nothing was typed into
+--   text null   it is NULL: an import deletes the records whose name it is
+--
+-- Nothing is unique but the keys, and there are no foreign keys: the program keeps references right itself.
 
 -- People
 
 CREATE TABLE Contacts (
     ContactRef key,
-    Cust_Forename text(255),
-    Cust_Surname text(255),
+    Cust_Forename text(255) null,
+    Cust_Surname text(255) null,
     Cust_Addr1 text,
     Cust_Addr2 text,
     Cust_Addr3 text,
     Cust_Addr4 text,
-    Cust_City long,
-    Cust_County long,
-    Cust_Country long,
+    Cust_City long default 1,
+    Cust_County long default 1,
+    Cust_Country long default 1,
     Cust_Postcode text,
     Cust_TelDay text,
     Cust_TelEve text,
@@ -36,13 +41,13 @@ CREATE TABLE Contacts (
     Cust_Fax text,
     Cust_Email text(255),
     Cust_URL text,
-    Cust_Designation long,
-    Cust_Ethnicgroup long,
-    Cust_DOB date,
-    Cust_Sex long,
+    Cust_Designation long default 1,
+    Cust_Ethnicgroup long default 1,
+    Cust_DOB date default 0,
+    Cust_Sex long default 0,
     Cust_Notes text,
-    OrganRef long,
-    ContactContactRef long,
+    OrganRef long default 1,
+    ContactContactRef long default 1,
     JobTitle text,
     ReferenceID text,
     AltRef1 text,
@@ -165,15 +170,15 @@ CREATE INDEX ON Ref (ContactRef);
 
 CREATE TABLE Organisations (
     OrganRef key,
-    OrganName text(255),
+    OrganName text(255) null,
     ReferenceID text,
     Addr1 text,
     Addr2 text,
     Addr3 text,
     Addr4 text,
-    City long,
-    County long,
-    Country long,
+    City long default 1,
+    County long default 1,
+    Country long default 1,
     TelDay text,
     TelOut text,
     Fax text,
@@ -356,7 +361,7 @@ CREATE TABLE Venues (
     Description text(255),
     Notes text,
     ChargeRate double,
-    OrganRef long,
+    OrganRef long default 1,
     ReferenceID text
 );
 CREATE INDEX ON Venues (Description);
@@ -367,7 +372,7 @@ CREATE TABLE Facilities (
     Name text(255),
     Description text,
     ChargeRate double,
-    OrganRef long,
+    OrganRef long default 1,
     ReferenceID text
 );
 CREATE INDEX ON Facilities (Name);
@@ -387,10 +392,10 @@ CREATE TABLE Exam (
     ExamRef key,
     ExamName text(255),
     ReferenceID text,
-    ExamNameRef long,
-    ExamTypeRef long,
-    OrganRef long,
-    VenueRef long,
+    ExamNameRef long default 1,
+    ExamTypeRef long default 1,
+    OrganRef long default 1,
+    VenueRef long default 1,
     DateFrom date,
     DateTo date,
     ResultFormat text,
@@ -463,7 +468,7 @@ CREATE TABLE AwardNames (
     ReferenceID text,
     Notes text,
     ReportRef long,
-    Board long
+    Board long default 1
 );
 CREATE INDEX ON AwardNames (AwardName);
 CREATE INDEX ON AwardNames (ReportRef);

@@ -3,6 +3,7 @@
 #include "core/Session.h"
 #include "database/CredentialStore.h"
 #include "database/MiscODBC.h"
+#include "database/ReferenceRepair.h"
 #include "database/Registry.h"
 #include "platform/Connection.h"
 #include "platform/Dialogs.h"
@@ -97,6 +98,13 @@ void TakePasswordOfConnection()
         gDBPassword = ConnectionStringValue(QStringLiteral("PWD"));
 }
 
+bool BroughtUpToDate()
+{
+    UpgradeDatabase();
+    RepairReferences();
+    return true;
+}
+
 QString SourceText(const QString &credentials)
 {
     return u"ODBC;DATABASE=" % gDBQName % credentials % u";DSN=" % gDBQName % u";EXCLUSIVE=00";
@@ -121,8 +129,7 @@ bool ConnectSource(bool retry)
             return OnFailedOpen(retry);
         if (gDBQType == serverType || !CorrectedSourceFile()) {
             TakePasswordOfConnection();
-            UpgradeDatabase();
-            return true;
+            return BroughtUpToDate();
         }
         gConnection.Close();
     }
@@ -145,8 +152,7 @@ bool ConnectDirectly(bool retry)
         return OnFailedOpen(retry);
     if (gDBQType != serverType)
         TakePasswordOfConnection();
-    UpgradeDatabase();
-    return true;
+    return BroughtUpToDate();
 }
 } // namespace
 

@@ -182,8 +182,10 @@ private slots:
             QVERIFY(log.Statements().at(6).endsWith(QLatin1String(text)));
         }
         QCOMPARE(GetDBVersion(), 3.0);
-        QVERIFY(gConnection.Execute("UPDATE Version SET DBVersion = 2") && ConnectDatabase(false));
+        QVERIFY(gConnection.Execute("UPDATE Version SET DBVersion = 2") &&
+                gConnection.Execute("UPDATE Contacts SET Cust_City = NULL") && ConnectDatabase(false));
         QCOMPARE(GetDBVersion(), 3.0);
+        QCOMPARE(TestDatabase::Rows("SELECT Cust_City FROM Contacts"), QStringList("1"));
     }
 };
 

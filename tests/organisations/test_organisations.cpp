@@ -1,5 +1,6 @@
 #include "contacts/ConcessionODBC.h"
 #include "core/Progress.h"
+#include "database/ReferenceRepair.h"
 #include "organisations/Companies.h"
 #include "organisations/OrganisationLinkODBC.h"
 #include "organisations/OrganisationModule.h"
@@ -83,6 +84,7 @@ private slots:
     void init() { m = std::make_unique<LogicFixture>(); }
     void cleanup() { m.reset(); }
     void AddFindChangeDelete();
+    void NoReferenceIsEmpty();
     void NameAndReference();
     void FailedReadIsNotWhole();
     void DeleteLetsGo();
@@ -113,6 +115,22 @@ void TestOrganisations::AddFindChangeDelete()
     QCOMPARE(Fields(view.record), Fields(FullCompany("'; --")));
     QVERIFY(Organisation_Delete(key));
     QCOMPARE(Rows("Organisations"), 1);
+}
+
+/// Reports and searches join the references of an organisation that has nothing but a name.
+void TestOrganisations::NoReferenceIsEmpty()
+{
+    const int acme = Contact_AddItem(ContactSection::Organisations, "Acme", "");
+    const QString references =
+        u"SELECT City, County, Country FROM Organisations WHERE OrganRef = " % SqlNumber(acme);
+    QCOMPARE(TestDatabase::Rows(references), QStringList("1|1|1"));
+    // As an older database has them.
+    Sql("UPDATE Organisations SET City = NULL, Country = NULL");
+    RepairReferences();
+    QCOMPARE(TestDatabase::Rows(references), QStringList("1|1|1"));
+    const StatementLog log;
+    RepairReferences();
+    QCOMPARE(log.Statements().size(), 1);
 }
 
 void TestOrganisations::NameAndReference()

@@ -23,7 +23,8 @@ QStringList Parts(const QString &list)
 
 std::optional<Schema::Column> ReadColumn(const QString &text)
 {
-    static const QRegularExpression pattern(u"^(" % namePattern % u") ([a-z]+)(?:\\((\\d+)\\))?$");
+    static const QRegularExpression pattern(u"^(" % namePattern %
+                                            u") ([a-z]+)(?:\\((\\d+)\\))?(?: (null)| default (\\d+))?$");
     static const QHash<QString, Schema::Kind> kinds = {
         {QStringLiteral("key"), Schema::Kind::Key},       {QStringLiteral("long"), Schema::Kind::Long},
         {QStringLiteral("date"), Schema::Kind::Long},     {QStringLiteral("time"), Schema::Kind::Long},
@@ -37,7 +38,9 @@ std::optional<Schema::Column> ReadColumn(const QString &text)
     const int size = match.captured(3).toInt();
     if (size > 0 && *kind != Schema::Kind::Text)
         return std::nullopt;
-    return Schema::Column{match.captured(1), *kind, size};
+    const bool isEmptyText = *kind == Schema::Kind::Text && !match.hasCaptured(4);
+    return Schema::Column{match.captured(1), *kind, size,
+                          isEmptyText ? QStringLiteral("''") : match.captured(5)};
 }
 
 bool HasColumns(const Schema::Table *table, const QStringList &columns)

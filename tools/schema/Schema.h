@@ -13,7 +13,8 @@ struct Schema {
     struct Column {
         QString name;
         Kind kind = Kind::Long;
-        int size = 0; ///< characters of a text with a defined size; 0 = no limit
+        int size = 0;              ///< characters of a text with a defined size; 0 = no limit
+        QString defaultValue = {}; ///< as SQL writes it; "" for NULL
     };
     struct Table {
         QString name;

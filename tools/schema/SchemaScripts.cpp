@@ -30,12 +30,17 @@ QString Names(const QStringList &names, Quote quote)
     return quoted.join(QStringLiteral(", "));
 }
 
+QString Default(const Schema::Column &column)
+{
+    return column.defaultValue.isEmpty() ? QString() : QString(u" DEFAULT " % column.defaultValue);
+}
+
 template <typename TypeOf>
 QString CreateTable(const Schema::Table &table, Quote quote, TypeOf typeOf)
 {
     QStringList lines;
     for (const Schema::Column &column : table.columns)
-        lines.append(u"    " % quote(column.name) % u' ' % typeOf(column));
+        lines.append(u"    " % quote(column.name) % u' ' % typeOf(column) % Default(column));
     return u"CREATE TABLE " % quote(table.name) % u" (\n" % lines.join(QStringLiteral(",\n")) % u"\n)";
 }
 
