@@ -2,12 +2,6 @@
 
 #include "exchange/CsvFields.h"
 
-namespace
-{
-/// A field of more lines than this is taken for a quote that was never closed.
-constexpr int mostLinesOfRecord = 500;
-} // namespace
-
 bool CsvReader::Open(const QString &fileName)
 {
     m_headerFields = 0;
@@ -26,6 +20,7 @@ bool CsvReader::Next(CsvLine &line)
         return false;
     line.number = m_lines.Number();
     line.unclosedQuote = false;
+    line.isOdd = m_lines.IsOdd();
     if (line.text.contains(u'"')) {
         CsvQuoteWalk walk(m_delimiter);
         walk.Walk(line.text);
@@ -42,8 +37,10 @@ bool CsvReader::JoinLines(CsvLine &line, const CsvQuoteWalk &begun)
     CsvQuoteWalk walk = begun;
     QString joined = line.text % m_lines.End();
     QString more;
+    bool isOdd = line.isOdd;
     for (int lines = 1; lines < mostLinesOfRecord && walk.Orderly() && m_lines.Next(more); ++lines) {
         joined += more;
+        isOdd = isOdd || m_lines.IsOdd();
         walk.Walk(more);
         if (walk.Inside()) {
             joined += m_lines.End();
@@ -53,6 +50,7 @@ bool CsvReader::JoinLines(CsvLine &line, const CsvQuoteWalk &begun)
         if (!fits || !walk.Orderly())
             break;
         line.text = joined;
+        line.isOdd = isOdd;
         return true;
     }
     m_lines.GoTo(behindFirst);

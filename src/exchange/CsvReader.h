@@ -9,7 +9,11 @@ struct CsvLine {
     QString text;               ///< without its line end
     int number = 0;             ///< of its first line in the file, from 1
     bool unclosedQuote = false; ///< it opens a quote that it does not close
+    bool isOdd = false;         ///< it is not in the encoding of most of the file
 };
+
+/// A record of more lines than this is taken for one with a quote that was never closed.
+constexpr int mostLinesOfRecord = 500;
 
 /// Reads the records of a comma-separated file, the header line first. A line end inside quotes belongs to
 /// the field where the quotes close in good order and the record gets as many fields as the header has.
@@ -29,6 +33,7 @@ public:
     bool Next(CsvLine &line);
     /// The records from here to the end; the place stays.
     int CountRest();
+    QString EncodingName() const { return m_lines.EncodingName(); }
     const FileStamp &Stamp() const { return m_lines.Stamp(); }
 
 private:

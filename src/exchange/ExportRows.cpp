@@ -4,6 +4,7 @@
 #include "database/DecodeDateFunc.h"
 #include "database/GlobalCode.h"
 #include "exchange/CsvFields.h"
+#include "exchange/CsvReader.h"
 #include "exchange/ImportColumn.h"
 
 #include <QFileDevice>
@@ -56,21 +57,25 @@ QString ExportHeader(const ListModel &fields, const Recordset &rows)
 void ExportLosses::TakeText(std::u16string_view text)
 {
     bool doubled = false;
-    bool lineBreak = false;
+    bool afterReturn = false;
     for (const char16_t c : text) {
         doubled = doubled || c == u'"' || c == u'`';
-        lineBreak = lineBreak || c == u'\n' || c == u'\r';
+        m_lineBreaks += c == u'\r' || (c == u'\n' && !afterReturn) ? 1 : 0;
+        afterReturn = c == u'\r';
     }
     m_doubled += doubled ? 1 : 0;
-    m_lineBreaks += lineBreak ? 1 : 0;
 }
 
-void ExportLosses::TakeDate(qint64 date, const QString &written)
+void ExportLosses::TakeDate(const QString &written)
 {
-    if (date == 0)
-        ++m_unknownDates;
-    else if (!ImportedDate(written).isValid())
-        ++m_badDates;
+    m_badDates += ImportedDate(written).isValid() ? 0 : 1;
+}
+
+void ExportLosses::EndRecord(bool isComplete)
+{
+    m_incomplete += isComplete ? 0 : 1;
+    m_tooLong += m_lineBreaks < mostLinesOfRecord ? 0 : 1;
+    m_lineBreaks = 0;
 }
 
 QString ExportLosses::Text() const
@@ -83,10 +88,7 @@ QString ExportLosses::Text() const
     };
     add(m_doubled, "value with quotation marks or backticks", "values with quotation marks or backticks",
         ": an import doubles them.");
-    add(m_lineBreaks, "value with line breaks", "values with line breaks",
-        ": other programs may take these for the end of a record.");
-    add(m_unknownDates, "unknown date of birth", "unknown dates of birth",
-        ": today's date stands in the file.");
+    add(m_tooLong, "record of over 500 lines", "records of over 500 lines", ": an import skips the record.");
     add(m_badDates, "date of birth that is no date", "dates of birth that are no dates",
         ": an import skips the record.");
     add(m_incomplete, "record without a field that is shown in bold",
@@ -114,8 +116,7 @@ bool ExportWriter::Write(const Recordset::Row &row)
         isComplete = isComplete && (!field.required || row.HasText(field.column));
     }
     m_text.append(u"\r\n");
-    if (!isComplete)
-        m_losses.TakeIncomplete();
+    m_losses.EndRecord(isComplete);
     return m_text.size() < worthIt || HandOver();
 }
 
@@ -161,10 +162,11 @@ void ExportWriter::AddText(const Recordset::Row &row, int column)
 void ExportWriter::AddDate(const Recordset::Row &row, int column)
 {
     m_text.push_back(u'"');
-    if (!row.IsNull(column)) {
-        const qint64 date = row.Long(column);
-        const QString text = IntToDateText(static_cast<int>(date));
-        m_losses.TakeDate(date, text);
+    // A date that is not known would be written as today's, and come back as that.
+    const int date = static_cast<int>(row.Long(column));
+    if (date != 0) {
+        const QString text = IntToDateText(int(date));
+        m_losses.TakeDate(text);
         m_text.append(text.toStdU16String());
     }
     m_text.push_back(u'"');

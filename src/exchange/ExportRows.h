@@ -26,20 +26,21 @@ std::vector<ExportedField> FieldsToExport(const ListModel &fields, const Records
 /// The header line of those fields: the texts of their items, quoted.
 QString ExportHeader(const ListModel &fields, const Recordset &rows);
 
-/// Counts what a file will not give back as the database has it.
+/// Counts what an import of the file will not bring back as the database has it.
 class ExportLosses final
 {
 public:
     void TakeText(std::u16string_view text);
-    void TakeDate(qint64 date, const QString &written);
-    void TakeIncomplete() { ++m_incomplete; }
+    void TakeDate(const QString &written);
+    /// After the values of a record.
+    void EndRecord(bool isComplete);
     /// A line for each kind of loss, "" where there is none.
     QString Text() const;
 
 private:
     int m_doubled = 0;
-    int m_lineBreaks = 0;
-    int m_unknownDates = 0;
+    int m_lineBreaks = 0; ///< of the record so far
+    int m_tooLong = 0;    ///< records of too many lines
     int m_badDates = 0;
     int m_incomplete = 0; ///< records without a required field
 };
