@@ -10,16 +10,27 @@
 
 namespace
 {
-void AddFaulty(ImportCheck &check, const ImportSource &source, const std::vector<ImportFault> &faults)
+constexpr qsizetype keptOfValue = 1000;
+
+std::vector<ImportFault> FaultsOf(const ImportSource &source)
 {
-    ++check.faulty;
-    check.faults.insert(check.faults.end(), faults.begin(), faults.end());
-    if (source.IsBlank())
-        return;
-    QStringList texts;
-    for (const ImportFault &fault : faults)
-        texts.append(fault.Text());
-    check.faultyLines.push_back({source.Line().number, texts.join(QStringLiteral("; ")), source.Line().text});
+    std::vector<ImportFault> faults = Objections(source);
+    if (!source.Line().unclosedQuote) {
+        const std::vector<ImportFault> missing = Missing(source);
+        faults.insert(faults.end(), missing.begin(), missing.end());
+    }
+    return faults;
+}
+
+void Note(ImportCheck &check, const std::vector<ImportFault> &faults)
+{
+    check.faultCount += static_cast<qint64>(faults.size());
+    for (const ImportFault &fault : faults) {
+        if (check.faults.size() == mostFaultsKept)
+            return;
+        check.faults.push_back(fault);
+        check.faults.back().value.truncate(keptOfValue);
+    }
 }
 
 void AddTaken(ImportCheck &check, const ImportSource &source, ImportForecast::Kind kind)
@@ -28,21 +39,47 @@ void AddTaken(ImportCheck &check, const ImportSource &source, ImportForecast::Ki
     ++(kind == Kind::Fresh ? check.fresh : kind == Kind::Changed ? check.changed : check.same);
     const std::vector<ImportFault> losses = Losses(source);
     check.lost += static_cast<int>(losses.size());
-    check.faults.insert(check.faults.end(), losses.begin(), losses.end());
+    Note(check, losses);
 }
 
 void CheckLine(ImportCheck &check, const ImportSource &source, ImportForecast &forecast)
 {
     ++check.lines;
-    std::vector<ImportFault> faults = Objections(source);
-    if (!source.Line().unclosedQuote) {
-        const std::vector<ImportFault> missing = Missing(source);
-        faults.insert(faults.end(), missing.begin(), missing.end());
-    }
+    const std::vector<ImportFault> faults = FaultsOf(source);
     if (faults.empty())
-        AddTaken(check, source, forecast.Take(source));
-    else
-        AddFaulty(check, source, faults);
+        return AddTaken(check, source, forecast.Take(source));
+    ++check.faulty;
+    check.mendable += source.IsBlank() ? 0 : 1;
+    Note(check, faults);
+}
+
+/// Number, fault and text of the line at which `source` stands, as a line of a file; "" where there is
+/// nothing to mend.
+QString LineToMend(const ImportSource &source)
+{
+    const std::vector<ImportFault> faults = source.IsBlank() ? std::vector<ImportFault>() : FaultsOf(source);
+    QStringList texts;
+    for (const ImportFault &fault : faults)
+        texts.append(fault.Text());
+    if (texts.isEmpty())
+        return {};
+    return QString::number(source.Line().number) % u',' % CsvQuoteField(texts.join(QStringLiteral("; "))) %
+           u',' % source.Line().text % u"\r\n";
+}
+
+/// False if the file takes no more.
+bool WriteFaultyLines(QSaveFile &file, ImportSource &source, Progress &progress)
+{
+    const auto write = [&file](const QString &text) {
+        return text.isEmpty() || file.write(text.toUtf8()) > 0;
+    };
+    progress.Begin(source.Lines());
+    bool isWritten = write(u"\uFEFF\"Line\",\"Fault\"," % source.Header() % u"\r\n");
+    for (int line = 1; isWritten && !progress.IsCancelled() && source.Next(); ++line) {
+        isWritten = write(LineToMend(source));
+        progress.SetValue(line);
+    }
+    return isWritten;
 }
 } // namespace
 
@@ -73,23 +110,26 @@ std::optional<ImportCheck> Check_CSV_File(const QString &fileName, const ListMod
         return std::nullopt;
     }
     check.stopped = check.lines < source.Lines();
-    check.header = source.Header();
     check.file = source.Stamp();
     return check;
 }
 
-bool SaveFaultyLines(const QString &fileName, const ImportCheck &check)
+bool SaveFaultyLines(const QString &target, const QString &fileName, const FileStamp &checked,
+                     const ListModel &fields, const QString &sql, const QString &table, Progress &progress)
 {
-    QSaveFile file(fileName);
-    const auto write = [&file](const QString &line) { return file.write(line.toUtf8()) > 0; };
-    bool isWritten =
-        file.open(QIODevice::WriteOnly) && write(u"\uFEFF\"Line\",\"Fault\"," % check.header % u"\r\n");
-    for (size_t at = 0; isWritten && at < check.faultyLines.size(); ++at) {
-        const ImportCheck::FaultyLine &line = check.faultyLines[at];
-        isWritten = write(QString::number(line.number) % u',' % CsvQuoteField(line.fault) % u',' % line.text %
-                          u"\r\n");
-    }
-    if (isWritten && file.commit())
-        return true;
-    return TellOfImport(UnableToWrite(file));
+    constexpr const char *name = "SaveFaultyLines";
+    ImportSource source;
+    QSaveFile file(target);
+    return Reported(name, false, [&] {
+        if (source.Open(name, fileName, fields, sql, table) != ImportSource::Opened::Yes)
+            return false;
+        if (source.Stamp() != checked)
+            return TellOfImport(u'\'' % fileName %
+                                u"' has changed since it was checked. Please check it again.");
+        if (!file.open(QIODevice::WriteOnly) || !WriteFaultyLines(file, source, progress))
+            return TellOfImport(UnableToWrite(file));
+        if (progress.IsCancelled())
+            return false;
+        return file.commit() || TellOfImport(UnableToWrite(file));
+    });
 }

@@ -31,9 +31,9 @@ bool CsvReadHeaders(const QString &fileName, ListModel &fields)
 
     const QString header = line.text % u' ';
     std::vector<ListItem> items;
-    const int count = CsvCountFields(header, u',');
-    for (int field = 1; field <= count; ++field) {
-        const QString name = CsvGetField(header, u',', field);
+    int field = 0;
+    for (const QString &name : CsvGetFields(header, u',')) {
+        ++field;
         if (!name.isEmpty())
             items.push_back({u'?' % QString::number(field), name});
     }

@@ -70,6 +70,10 @@ std::vector<ImportFault> Losses(const ImportSource &source)
             faults.push_back(
                 OfValue(source, column, QStringLiteral("holds NUL characters, which are left out")));
     }
+    if (source.Line().isOdd)
+        faults.push_back(OfLine(source, {},
+                                u"is not written in " % source.EncodingName() %
+                                    u" like most of the file; please look at its accents"));
     const QString behind = source.TextBehindHeader();
     if (!behind.isEmpty())
         faults.push_back(

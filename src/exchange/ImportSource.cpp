@@ -38,7 +38,7 @@ ImportSource::Opened ImportSource::Open(const char *routineName, const QString &
         return Say(QStringLiteral("No Records found to import."));
     RemoveNul(header.text);
     m_header = header.text;
-    m_headerFields = CsvCountFields(m_header, delimiter);
+    m_names = CsvGetFields(m_header, delimiter);
     if (HeaderDiffers(fields))
         return Say(u"The fields of '" % fileName %
                    u"' are not any more what they were when you chose it. Please choose the file again.");
@@ -51,7 +51,7 @@ bool ImportSource::HeaderDiffers(const ListModel &fields) const
 {
     for (const int row : fields.CheckedRows()) {
         const ListItem &field = fields.At(row);
-        if (field.key.contains(u'-') && CsvGetField(m_header, delimiter, KeyNumber(field.key)) != field.text)
+        if (field.key.contains(u'-') && m_names.value(KeyNumber(field.key) - 1) != field.text)
             return true;
     }
     return false;
@@ -74,7 +74,7 @@ bool ImportSource::Next()
 
 QString ImportSource::TextBehindHeader() const
 {
-    for (qsizetype field = m_headerFields; field < m_texts.size(); ++field) {
+    for (qsizetype field = m_names.size(); field < m_texts.size(); ++field) {
         if (!m_texts.at(field).isEmpty())
             return m_texts.at(field);
     }
@@ -84,9 +84,4 @@ QString ImportSource::TextBehindHeader() const
 bool ImportSource::IsBlank() const
 {
     return std::all_of(m_texts.begin(), m_texts.end(), [](const QString &text) { return text.isEmpty(); });
-}
-
-QString ImportSource::FieldName(const ImportColumn &column) const
-{
-    return CsvGetField(m_header, delimiter, column.Position());
 }

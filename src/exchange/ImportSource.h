@@ -33,7 +33,9 @@ public:
     bool IsBlank() const; ///< the line has no text in any field
     const QString &Header() const { return m_header; }
     /// The header's name of the field that a column is taken from.
-    QString FieldName(const ImportColumn &column) const;
+    QString FieldName(const ImportColumn &column) const { return m_names.value(column.Position() - 1); }
+    /// What most of the file is written in, as a word.
+    QString EncodingName() const { return m_reader.EncodingName(); }
     /// Of the file as it was read.
     const FileStamp &Stamp() const { return m_reader.Stamp(); }
 
@@ -42,7 +44,7 @@ private:
 
     CsvReader m_reader;
     QString m_header;
-    int m_headerFields = 0;
+    QStringList m_names; ///< of the header's fields
     std::vector<ImportColumn> m_columns;
     int m_lines = 0;
     CsvLine m_line;

@@ -7,7 +7,6 @@
 #include "platform/Dialogs.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace
 {
@@ -67,18 +66,27 @@ bool ImportState::ChooseFile(const QString &fileName)
 
 void ImportState::MatchByName()
 {
+    struct Field {
+        int position;
+        int row;
+        QString text;
+    };
+    std::vector<Field> fields;
+    fields.reserve(static_cast<size_t>(ImportSel.Count()));
+    for (int row = 0; row < ImportSel.Count(); ++row) {
+        const ListItem &item = ImportSel.At(row);
+        fields.push_back({KeyNumber(item.key), row, item.text.toUpper()});
+    }
     // The list may be sorted; what comes first in the file does.
-    std::vector<int> rows(static_cast<size_t>(ImportSel.Count()));
-    std::iota(rows.begin(), rows.end(), 0);
-    std::sort(rows.begin(), rows.end(), [this](int left, int right) {
-        return KeyNumber(ImportSel.At(left).key) < KeyNumber(ImportSel.At(right).key);
-    });
+    std::sort(fields.begin(), fields.end(),
+              [](const Field &left, const Field &right) { return left.position < right.position; });
     for (const TreeNode *target : ImportKey.Nodes()) {
-        const auto found = std::find_if(rows.begin(), rows.end(), [&](int row) {
-            return ImportSel.At(row).text.toUpper().contains(target->text.toUpper());
+        const QString wanted = target->text.toUpper();
+        const auto found = std::find_if(fields.begin(), fields.end(), [&wanted](const Field &field) {
+            return field.text.contains(wanted);
         });
-        if (found != rows.end() && !target->text.isEmpty())
-            SetTarget(*found, target);
+        if (found != fields.end() && !wanted.isEmpty())
+            SetTarget(found->row, target);
     }
     ImportSel.SelectFirst();
 }
@@ -138,6 +146,12 @@ std::optional<ImportCheck> ImportState::Check(Progress &progress)
     if (check)
         m_checked = check->file;
     return check;
+}
+
+bool ImportState::SaveFaulty(const QString &target, Progress &progress)
+{
+    return SaveFaultyLines(target, m_fileName, m_checked.value_or(FileStamp()), ImportSel, m_query, m_table,
+                           progress);
 }
 
 bool ImportState::MayRun() const

@@ -37,6 +37,9 @@ public:
     bool CheckMapping();
     /// What step 3 would do, without doing it. Nothing if it cannot be told, with a message.
     std::optional<ImportCheck> Check(Progress &progress);
+    /// Writes the faulty lines of the file that was checked, to be mended and imported. False if there is no
+    /// such file now; the user knows why.
+    bool SaveFaulty(const QString &target, Progress &progress);
     /// False if the file is not any more the one that was checked, and the user wants to look again.
     bool MayRun() const;
     /// Step 3. False if the import did not get to the end of the file.

@@ -2,6 +2,7 @@
 
 #include "platform/Windows1252.h"
 
+#include <QByteArrayView>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringDecoder>
@@ -13,15 +14,27 @@ namespace
 {
 constexpr qint64 largestFile = 512LL * 1024 * 1024;
 
-/// A character cut off at the very end does not make a file any other than UTF-8.
-bool IsUtf8(const QByteArray &bytes)
+bool IsAscii(QByteArrayView bytes)
 {
-    for (qsizetype cut = 0; cut <= std::min<qsizetype>(3, bytes.size()); ++cut) {
-        if (QUtf8StringView(bytes.constData(), bytes.size() - cut).isValidUtf8())
-            return true;
-        const auto last = static_cast<unsigned char>(bytes.at(bytes.size() - cut - 1));
-        if (last < 0x80)
+    return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
+}
+
+bool IsUtf8(QByteArrayView bytes)
+{
+    return QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8();
+}
+
+/// A character cut off at the very end does not make a file any other than UTF-8, where it has others that
+/// are whole.
+bool IsCutUtf8(QByteArrayView bytes)
+{
+    constexpr qsizetype mostCut = 3;
+    for (qsizetype cut = 1; cut <= std::min(mostCut, bytes.size()); ++cut) {
+        const QByteArrayView rest = bytes.chopped(cut);
+        if (IsAscii(bytes.last(cut)))
             return false;
+        if (IsUtf8(rest))
+            return !IsAscii(rest);
     }
     return false;
 }
@@ -39,25 +52,50 @@ bool LooksLikeUtf16(const QByteArray &bytes, int zeroByte)
     return looked >= 4 && zeros * 4 >= looked && others * 20 <= looked;
 }
 
+bool IsLineEnd(char c)
+{
+    return c == '\n' || c == '\r';
+}
+
 struct Recognised {
     TextLines::Encoding encoding;
-    qsizetype markSize;
+    qsizetype markSize = 0;
+    bool isMixed = false;
 };
+
+/// Of a text that is not UTF-8 from its beginning to its end: what most of its lines with accents are in.
+Recognised RecogniseByLines(const QByteArray &bytes, qsizetype markSize)
+{
+    const char *const end = bytes.constData() + bytes.size();
+    int utf8 = 0;
+    int others = 0;
+    for (const char *start = bytes.constData() + markSize; start < end;) {
+        const char *const stop = std::find_if(start, end, IsLineEnd);
+        const QByteArrayView line(start, stop);
+        if (!IsAscii(line))
+            ++(IsUtf8(line) ? utf8 : others);
+        start = stop + 1;
+    }
+    const bool isUtf8 = markSize > 0 || utf8 >= others;
+    return {isUtf8 ? TextLines::Encoding::Utf8 : TextLines::Encoding::Windows1252, markSize,
+            isUtf8 ? others > 0 : utf8 > 0};
+}
 
 Recognised Recognise(const QByteArray &bytes)
 {
     using Encoding = TextLines::Encoding;
-    if (bytes.startsWith("\xEF\xBB\xBF"))
-        return {Encoding::Utf8, 3};
     if (bytes.startsWith("\xFF\xFE"))
         return {Encoding::Utf16LE, 2};
     if (bytes.startsWith("\xFE\xFF"))
         return {Encoding::Utf16BE, 2};
-    if (LooksLikeUtf16(bytes, 1))
-        return {Encoding::Utf16LE, 0};
-    if (LooksLikeUtf16(bytes, 0))
-        return {Encoding::Utf16BE, 0};
-    return {IsUtf8(bytes) ? Encoding::Utf8 : Encoding::Windows1252, 0};
+    const qsizetype markSize = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+    if (markSize == 0 && LooksLikeUtf16(bytes, 1))
+        return {Encoding::Utf16LE};
+    if (markSize == 0 && LooksLikeUtf16(bytes, 0))
+        return {Encoding::Utf16BE};
+    if (IsUtf8(bytes) || IsCutUtf8(bytes))
+        return {Encoding::Utf8, markSize};
+    return RecogniseByLines(bytes, markSize);
 }
 } // namespace
 
@@ -104,6 +142,7 @@ void TextLines::SetBytes(const QByteArray &bytes)
 {
     const Recognised found = Recognise(bytes);
     m_encoding = found.encoding;
+    m_isMixed = found.isMixed;
     m_bytes = bytes.mid(found.markSize);
     if (m_encoding == Encoding::Utf16LE || m_encoding == Encoding::Utf16BE) {
         QStringDecoder decode(m_encoding == Encoding::Utf16LE ? QStringDecoder::Utf16LE
@@ -120,8 +159,8 @@ bool TextLines::Next(QString &line)
         return false;
     const char *const start = m_bytes.constData() + m_place.offset;
     const char *const end = m_bytes.constData() + m_bytes.size();
-    const char *const stop = std::find_if(start, end, [](char c) { return c == '\n' || c == '\r'; });
-    line = Decoded(start, stop - start);
+    const char *const stop = std::find_if(start, end, IsLineEnd);
+    line = Decoded({start, stop});
 
     const bool pair = end - stop >= 2 && stop[0] == '\r' && stop[1] == '\n';
     const char *const next = stop == end ? end : stop + (pair ? 2 : 1);
@@ -131,8 +170,14 @@ bool TextLines::Next(QString &line)
     return true;
 }
 
-QString TextLines::Decoded(const char *bytes, qsizetype size) const
+QString TextLines::Decoded(QByteArrayView line)
 {
-    return m_encoding == Encoding::Windows1252 ? FromWindows1252(bytes, size)
-                                               : QString::fromUtf8(bytes, size);
+    m_isOdd = m_isMixed && !IsAscii(line) && IsUtf8(line) != (m_encoding == Encoding::Utf8);
+    const bool isWindows1252 = (m_encoding == Encoding::Windows1252) != m_isOdd;
+    return isWindows1252 ? FromWindows1252(line.data(), line.size()) : QString::fromUtf8(line);
+}
+
+QString TextLines::EncodingName() const
+{
+    return m_encoding == Encoding::Windows1252 ? QStringLiteral("Windows-1252") : QStringLiteral("UTF-8");
 }

@@ -14,9 +14,10 @@ namespace
 {
 constexpr int shownOfValue = 200;
 
-QString Counted(int count)
+template <typename Number>
+QString Counted(Number count)
 {
-    return FormatNumber(count, 0);
+    return FormatNumber(static_cast<double>(count), 0);
 }
 
 QString Summary(const ImportCheck &check)
@@ -31,6 +32,9 @@ QString Summary(const ImportCheck &check)
         text += u'\n' % Counted(check.lost) %
                 (check.lost == 1 ? u" value does not go in as it stands."
                                  : u" values do not go in as they stand.");
+    if (check.faultCount > static_cast<qint64>(check.faults.size()))
+        text += u"\nThe first " % Counted(check.faults.size()) % u" of " % Counted(check.faultCount) %
+                u" faults are listed.";
     return text;
 }
 } // namespace
@@ -74,16 +78,26 @@ void frmCheckFile::showEvent(QShowEvent *event)
 
 void frmCheckFile::Run()
 {
-    Progress run = ProgBar->NewRun();
-    m_run = &run;
-    ExitBtn->setText(QStringLiteral("&Cancel"));
-    std::optional<ImportCheck> check = m_state.Check(run);
-    m_run = nullptr;
-    ExitBtn->setText(QStringLiteral("&Close"));
+    std::optional<ImportCheck> check;
+    RunUnderBar([&](Progress &run) { check = m_state.Check(run); });
     if (!check)
         return reject();
     m_check = std::move(*check);
     ShowResult();
+}
+
+void frmCheckFile::RunUnderBar(const std::function<void(Progress &run)> &work)
+{
+    Progress run = ProgBar->NewRun();
+    m_run = &run;
+    ProgBar->show();
+    SaveBtn->setEnabled(false);
+    ExitBtn->setText(QStringLiteral("&Cancel"));
+    work(run);
+    m_run = nullptr;
+    ExitBtn->setText(QStringLiteral("&Close"));
+    ProgBar->hide();
+    SaveBtn->setEnabled(m_check.mendable > 0);
 }
 
 void frmCheckFile::ShowResult()
@@ -100,8 +114,7 @@ void frmCheckFile::ShowResult()
     m_faults.Fill(std::move(rows));
     m_faults.SelectFirst();
     m_notice->setText(Summary(m_check));
-    ProgBar->hide();
-    SaveBtn->setEnabled(!m_check.faultyLines.empty());
+    SaveBtn->setEnabled(m_check.mendable > 0);
     ExitBtn->setFocus();
 }
 
@@ -122,7 +135,7 @@ void frmCheckFile::SaveLines()
         {QStringLiteral("Save As"), checked.path(), checked.completeBaseName() % u" faulty lines.csv",
          QStringLiteral("Comma Separated Values (*.csv);;All Files (*.*)"), QStringLiteral("csv")});
     if (!file.isEmpty())
-        SaveFaultyLines(file, m_check);
+        RunUnderBar([&](Progress &run) { m_state.SaveFaulty(file, run); });
 }
 
 bool frmCheckFile::MayLeave()

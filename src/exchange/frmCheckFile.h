@@ -4,6 +4,8 @@
 #include "exchange/CsvCheck.h"
 #include "forms/FormDialog.h"
 
+#include <functional>
+
 class ImportState;
 class Progress;
 class ProgressBar;
@@ -26,6 +28,8 @@ protected:
 
 private:
     void Run();
+    /// Shows the bar while `work` runs; the first press of the exit button cancels it.
+    void RunUnderBar(const std::function<void(Progress &run)> &work);
     void ShowResult();
     void ShowWhole();
     void SaveLines();

@@ -14,6 +14,7 @@ private slots:
     void ForetellsTheImport_data();
     void ForetellsTheImport();
     void NamesEveryFaultAndMendedLinesComeIn();
+    void KeepsTheFirstFaultsAndCountsAll();
     void AsksAgainWhereTheFileChanged();
     void StopsAndFails();
     void AnswersOnceForAll();
@@ -124,10 +125,11 @@ void TestCsvCheck::NamesEveryFaultAndMendedLinesComeIn()
     QVERIFY(Exchange::Choose(
         state, desk.File("Forename,Surname,Address,Date of Birth,Title\nAnn,Ash,1 High St,,\n"
                          "Ben,,2 Low St,\"so, \"\"soon\"\"\",\nCat,\"Cole,3 Mid St,,\nDan,Dale,4 St,,\"" +
-                         title + QByteArray("\",more\n\nE\0ve,Elm,5 St,,\n", 24))));
+                         title + QByteArray("\",more\n\nE\0ve,Elm,5 St,,\n", 24) +
+                         "Zo\xC3\xAB,Ash,6 St,,\nCaf\xE9,Ash,6 St,,\n")));
     const std::optional<ImportCheck> check = state.Check(desk.progress);
     QVERIFY(check);
-    QCOMPARE(Counts(*check), QStringLiteral("3 new, 0 changed, 0 same, 3 faulty"));
+    QCOMPARE(Counts(*check), QStringLiteral("5 new, 0 changed, 0 same, 3 faulty"));
     QStringList faults;
     for (const ImportFault &fault : check->faults)
         faults.append(QString::number(fault.line) % u' ' % fault.Text());
@@ -138,14 +140,15 @@ void TestCsvCheck::NamesEveryFaultAndMendedLinesComeIn()
                              "...' has 300 characters, of which 255 fit",
                          "5 'more' stands behind the last field that the header names",
                          "6 is empty",
-                         "7 field 'Forename': 'Eve' holds NUL characters, which are left out"};
+                         "7 field 'Forename': 'Eve' holds NUL characters, which are left out",
+                         "9 is not written in UTF-8 like most of the file; please look at its accents"};
     if (TestDatabase::IsOnServer()) // the columns of this server have no size
         expected.removeAt(3);
     QCOMPARE(faults, expected);
     QCOMPARE(check->lost, static_cast<int>(expected.size()) - 4);
 
     const QString file = desk.Path("faulty.csv");
-    QVERIFY(SaveFaultyLines(file, *check));
+    QVERIFY(state.SaveFaulty(file, desk.progress));
     QByteArray saved = ContentOf(file);
     QCOMPARE(saved,
              QByteArray("\xEF\xBB\xBF\"Line\",\"Fault\",Forename,Surname,Address,Date of Birth,Title\r\n"
@@ -162,7 +165,31 @@ void TestCsvCheck::NamesEveryFaultAndMendedLinesComeIn()
              (QStringList{"Ben|Birch", "Cat|Cole"}));
 
     desk.user.Expect("CSV Import", "Unable to write '/no/such/faulty.csv': No such file or directory.");
-    QVERIFY(!SaveFaultyLines("/no/such/faulty.csv", *check));
+    QVERIFY(!state.SaveFaulty("/no/such/faulty.csv", desk.progress));
+    WriteFile(state.FileName(), "Forename\nAnn\n");
+    desk.user.Expect("CSV Import", u"The fields of '" % state.FileName() %
+                                       u"' are not any more what they were when you chose it. Please choose "
+                                       u"the file again.");
+    QVERIFY(!state.SaveFaulty(file, desk.progress));
+}
+
+/// The lines to mend are all saved, however many the list leaves out.
+void TestCsvCheck::KeepsTheFirstFaultsAndCountsAll()
+{
+    Exchange desk;
+    const int lines = static_cast<int>(mostFaultsKept);
+    ImportState state(Exchange::ShippedMap());
+    QVERIFY(Exchange::Choose(state,
+                             desk.File("Forename,Surname,Address\n" + ("x," + QByteArray(2000, 'y') + "\n") +
+                                       QByteArray("x,\n").repeated(lines - 1))));
+    const std::optional<ImportCheck> check = state.Check(desk.progress);
+    QVERIFY(check);
+    QCOMPARE(check->faultCount, 2 * lines - 1);
+    QCOMPARE(check->faults.size(), mostFaultsKept);
+    QCOMPARE(check->faulty, lines);
+    const QString file = desk.Path("faulty.csv");
+    QVERIFY(state.SaveFaulty(file, desk.progress));
+    QCOMPARE(ContentOf(file).count('\n'), lines + 1);
 }
 
 void TestCsvCheck::AsksAgainWhereTheFileChanged()

@@ -100,9 +100,14 @@ void TestCsvImport::StatementsOfOneLine()
 void TestCsvImport::CleanUpMendsWhatFilesLeftOut()
 {
     Exchange desk;
-    TestDatabase::Run({"INSERT INTO Contacts (Cust_Forename) VALUES ('half')",
-                       "INSERT INTO Contacts (Cust_Forename, Cust_Surname) VALUES ('Ben', 'Birch')",
-                       "INSERT INTO Organisations (Addr1) VALUES ('nameless')"});
+    TestDatabase::Run(
+        {"INSERT INTO Contacts (Cust_Forename) VALUES ('half')",
+         "INSERT INTO Contacts (Cust_Forename, Cust_Surname, Cust_City, Cust_County, Cust_Country, "
+         "Cust_Designation, Cust_EthnicGroup, OrganRef, ContactContactRef) VALUES ('Ben', 'Birch', "
+         "NULL, NULL, NULL, NULL, NULL, NULL, NULL)",
+         "INSERT INTO Organisations (OrganName, City, County, Country) VALUES ('Old', NULL, NULL, "
+         "NULL)",
+         "INSERT INTO Organisations (Addr1) VALUES ('nameless')"});
     desk.user.Expect("CSV Import", Exchange::Summary(1, 0, 0));
     StatementLog log;
     QVERIFY(desk.ImportBytes("Organisation,County\nAcme,\n", 1));
@@ -113,8 +118,9 @@ void TestCsvImport::CleanUpMendsWhatFilesLeftOut()
                                 "WHERE ContactRef > 1"),
              QStringList{"Ben|1|1|1|1|1|1|1"});
     QCOMPARE(
-        TestDatabase::Rows("SELECT OrganName, City, County, Country FROM Organisations WHERE OrganRef > 1"),
-        QStringList{"Acme|1|1|1"});
+        TestDatabase::Rows("SELECT OrganName, City, County, Country FROM Organisations WHERE OrganRef > 1 "
+                           "ORDER BY OrganRef"),
+        (QStringList{"Old|1|1|1", "Acme|1|1|1"}));
 }
 
 void TestCsvImport::LinesAreCounted()

@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <utility>
+#include <tuple>
 
 namespace
 {
@@ -14,6 +14,7 @@ struct Read {
     QStringList texts;
     QList<int> numbers;
     QList<int> unclosed;
+    QList<int> odd;
 };
 
 Read ReadAll(CsvReader &reader)
@@ -25,6 +26,8 @@ Read ReadAll(CsvReader &reader)
         read.numbers.append(line.number);
         if (line.unclosedQuote)
             read.unclosed.append(line.number);
+        if (line.isOdd)
+            read.odd.append(line.number);
     }
     return read;
 }
@@ -156,17 +159,31 @@ void TestCsvReader::QuotesThatAreNotClosed()
     QCOMPARE(read.numbers.last(), 1 + lines.count('\n') - (read.unclosed.isEmpty() ? 1 : 0));
 }
 
+/// Each line is read as what it is, and those unlike most of the file are known.
 void TestCsvReader::BytesOfDoubtfulEncoding()
 {
-    const std::pair<QByteArray, QString> texts[] = {
-        {"\x80 5 \x96 \x93x\x94", "€ 5 – “x”"},     {"a\x81z", QStringLiteral("a\u0081z")},
-        {"Zo\xC3\xAB \xE2\x82", "Zoë \uFFFD"}, // cut off
-        {"Zo\xC3\xAB \xE2 x", "ZoÃ« â x"},          {"\xEF\xBB\xBF", ""},
-        {QByteArray("\xFF\xFE\x61\0b\0c", 7), "ab"}};
-    for (const auto &[bytes, text] : texts) {
+    const QByteArray zoe = "Zo\xC3\xAB\n";
+    const QByteArray cafe = "Caf\xE9\n";
+    const std::tuple<QByteArray, QString, QList<int>> files[] = {
+        {"\x80 5 \x96 \x93x\x94", "€ 5 – “x”", {}},
+        {"a\x81z", QStringLiteral("a\u0081z"), {}},
+        {"Zo\xC3\xAB \xE2\x82", "Zoë \uFFFD", {}}, // cut off
+        {"Caf\xE9", "Café", {}},
+        {"Zo\xC3\xAB \xE2 x", "ZoÃ« â x", {}},
+        {"\xEF\xBB\xBF", "", {}},
+        {QByteArray("\xFF\xFE\x61\0b\0c", 7), "ab", {}},
+        {zoe + zoe + cafe, "Zoë|Zoë|Café", {3}},
+        {cafe + zoe, "Café|Zoë", {1}},
+        {"\xEF\xBB\xBF" + cafe, "Café", {1}},
+        {cafe + "x\n" + cafe + zoe, "Café|x|Café|Zoë", {4}},
+        {"x,\"a\n" + cafe.chopped(1) + "\"\n" + zoe + zoe, "x,\"a\nCafé\"|Zoë|Zoë", {1}}, // one record
+        {cafe + cafe, "Café|Café", {}}};
+    for (const auto &[bytes, text, odd] : files) {
         CsvReader reader;
         reader.SetBytes(bytes);
-        QCOMPARE(ReadAll(reader).texts.value(0).left(text.size()), text);
+        const Read read = ReadAll(reader);
+        QCOMPARE(read.texts.join(u'|').left(text.size()), text);
+        QCOMPARE(read.odd, odd);
     }
 }
 
