@@ -37,11 +37,7 @@ void Export(Keyboard &keys, TourPlan &plan, const QString &file)
     keys.On(exporter, QStringLiteral("export the contacts"), [&keys] {
         keys.ExpectRow(QStringLiteral("ExportList"), QStringLiteral("Contacts"));
         keys.Tap(QStringLiteral("Return"));
-        // Nobody's date of birth is known; the file would say that it is today.
         keys.Press(QStringLiteral("AllBtn"));
-        keys.Go(QStringLiteral("ExportSel"));
-        keys.ToRow(QStringLiteral("Date of Birth"));
-        keys.Tap(QStringLiteral("Space"));
     });
     keys.See(exporter, QStringLiteral("fields to export"),
              [&keys] { keys.Press(QStringLiteral("cmdNav_2")); });
@@ -84,13 +80,11 @@ void ChangeNumber(Keyboard &keys, TourPlan &plan)
              QStringLiteral("Yes"));
 }
 
-/// The people whom the file would change: the one of the new number, and those of whom a field was never
-/// told, which the file tells to be empty.
+/// The people whom the file would change: the one of the new number.
 QString Differing()
 {
-    return u"SELECT Cust_Forename, Cust_Surname, Cust_Addr1 FROM Contacts WHERE ContactRef > 1 AND "
-           u"(Cust_Addr2 IS NULL OR Cust_TelDay = '" %
-           changedNumber % u"') ORDER BY Cust_Surname, Cust_Forename";
+    return u"SELECT Cust_Forename, Cust_Surname, Cust_Addr1 FROM Contacts WHERE Cust_TelDay = '" %
+           changedNumber % u"' ORDER BY Cust_Surname, Cust_Forename";
 }
 
 /// The question about the first of them, as the import words it.
