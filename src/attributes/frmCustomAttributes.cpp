@@ -11,11 +11,6 @@
 
 namespace
 {
-constexpr int rightAttributes = 120;
-constexpr int mayAdd = 2;
-constexpr int mayChange = 3;
-constexpr int mayDelete = 9;
-
 QString AttributeKey(int attributeRef)
 {
     return u'!' % SqlNumber(attributeRef);
@@ -70,13 +65,13 @@ void frmCustomAttributes::BuildButtons(FormBuilder &form)
 
 void frmCustomAttributes::EnableButtons()
 {
-    const int level = UserRight(rightAttributes);
+    const Level level = UserRight(Right::CustomAttributes);
     const bool isSelected = m_attributes.Selected();
-    m_addAttribBtn->setEnabled(level >= mayAdd);
-    m_addValBtn->setEnabled(level >= mayAdd && isSelected);
-    m_editBtn->setEnabled(level >= mayChange && isSelected);
-    m_editBtn->setText(level >= mayChange ? QStringLiteral("&Edit") : QStringLiteral("&View"));
-    m_delBtn->setEnabled(level >= mayDelete && isSelected);
+    m_addAttribBtn->setEnabled(level >= Level::Add);
+    m_addValBtn->setEnabled(level >= Level::Add && isSelected);
+    m_editBtn->setEnabled(level >= Level::Edit && isSelected);
+    m_editBtn->setText(level >= Level::Edit ? QStringLiteral("&Edit") : QStringLiteral("&View"));
+    m_delBtn->setEnabled(level >= Level::Full && isSelected);
 }
 
 void frmCustomAttributes::ShowAttributes()

@@ -12,7 +12,6 @@
 
 namespace
 {
-constexpr int mayAddAndChange = 3;
 }
 
 ContactBusinessPage::ContactBusinessPage(QWidget *parent)
@@ -106,8 +105,7 @@ void ContactBusinessPage::SetLocked(bool locked)
 
 void ContactBusinessPage::EnableEdit()
 {
-    const int right = ContactSectionOf(ContactSection::Organisations).right;
-    m_editOrgBtn->setEnabled(!m_locked && UserRight(right) >= mayAddAndChange &&
+    m_editOrgBtn->setEnabled(!m_locked && UserMay(Right::Organisations, Level::Edit) &&
                              m_organisations.CurrentData() > 1);
 }
 

@@ -12,8 +12,6 @@
 
 namespace
 {
-constexpr int mayAddAndChange = 3;
-
 QPushButton *OpenButton(FormBuilder &form, const QString &name, const QString &icon, const QString &deed)
 {
     form.Beside();
@@ -110,7 +108,7 @@ int ContactFields::ChosenToStore(ContactSection code, TypedCombo *list)
 
 void ContactFields::TakeTyped(TypedCombo *list, ContactSection code)
 {
-    list->AllowTyping(UserRight(ContactSectionOf(code).right) >= mayAddAndChange);
+    list->AllowTyping(UserMay(ContactSectionOf(code).right, Level::Edit));
     list->SetNewTextHandler(
         [list, code](const QString &typed) { Contact_TakeTyped(code, list->Model(), typed); });
 }

@@ -14,7 +14,6 @@
 
 namespace
 {
-constexpr int mayAddAndChange = 3;
 const QString groupings = QStringLiteral("Groupings");
 } // namespace
 
@@ -36,8 +35,7 @@ ContactGroupsPage::ContactGroupsPage(QWidget *parent)
         form.EndColumns();
     }
     ContactFields::TakeTyped(m_linkList, ContactSection::GroupTypes);
-    m_groupNameList->AllowTyping(UserRight(ContactSectionOf(ContactSection::Groups).right) >=
-                                 mayAddAndChange);
+    m_groupNameList->AllowTyping(UserMay(Right::Groups, Level::Edit));
     m_groupNameList->SetNewTextHandler(
         [this](const QString &typed) { GroupName_TakeTyped(m_types.CurrentData(), m_names, typed); });
     Connect();

@@ -30,17 +30,19 @@ ContactRecord Safe(ContactRecord record)
 const std::array<ContactSectionInfo, 11> &Sections()
 {
     static const std::array<ContactSectionInfo, 11> sections = {{
-        {ContactSection::Contacts, "", "Contacts", "", "ContactRef", 23},
-        {ContactSection::Titles, "Titles", "Designation", "Title", "Designation_ID", 26},
-        {ContactSection::Cities, "Cities", "City", "City", "City_ID", 27},
-        {ContactSection::Counties, "Counties", "County", "County", "County_ID", 28},
-        {ContactSection::Countries, "Countries", "Country", "Country", "Country_ID", 29},
-        {ContactSection::EthnicTypes, "Ethnic Types", "EthnicGroup", "Type", "Ethnic_ID", 30},
-        {ContactSection::Characteristics, "Characteristics", "Concessions", "Name", "ConcessionRef", 31},
-        {ContactSection::GroupTypes, "Group Types", "LinkNames", "LinkName", "LinkRef", 34},
-        {ContactSection::Groups, "Groups", "GroupNames", "Name", "GroupRef", 33},
-        {ContactSection::Organisations, "Organisations", "Organisations", "OrganName", "OrganRef", 25},
-        {ContactSection::Roles, "Roles", "RoleTypes", "Name", "RoleTypeRef", 35},
+        {ContactSection::Contacts, "", "Contacts", "", "ContactRef", Right::Contacts},
+        {ContactSection::Titles, "Titles", "Designation", "Title", "Designation_ID", Right::Titles},
+        {ContactSection::Cities, "Cities", "City", "City", "City_ID", Right::Cities},
+        {ContactSection::Counties, "Counties", "County", "County", "County_ID", Right::Counties},
+        {ContactSection::Countries, "Countries", "Country", "Country", "Country_ID", Right::Countries},
+        {ContactSection::EthnicTypes, "Ethnic Types", "EthnicGroup", "Type", "Ethnic_ID", Right::EthnicTypes},
+        {ContactSection::Characteristics, "Characteristics", "Concessions", "Name", "ConcessionRef",
+         Right::Characteristics},
+        {ContactSection::GroupTypes, "Group Types", "LinkNames", "LinkName", "LinkRef", Right::GroupTypes},
+        {ContactSection::Groups, "Groups", "GroupNames", "Name", "GroupRef", Right::Groups},
+        {ContactSection::Organisations, "Organisations", "Organisations", "OrganName", "OrganRef",
+         Right::Organisations},
+        {ContactSection::Roles, "Roles", "RoleTypes", "Name", "RoleTypeRef", Right::Roles},
     }};
     return sections;
 }

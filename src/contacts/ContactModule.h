@@ -3,6 +3,7 @@
 #include "contacts/ContactRecord.h"
 #include "controls/ListModel.h"
 #include "database/GlobalCode.h"
+#include "database/Rights.h"
 
 #include <functional>
 #include <span>
@@ -35,7 +36,7 @@ struct ContactSectionInfo {
     QString table;
     QString nameColumn;
     QString keyColumn;
-    int right; ///< the right that guards adding, changing and deleting its rows
+    Right right; ///< the right that guards adding, changing and deleting its rows
 };
 
 const ContactSectionInfo &ContactSectionOf(ContactSection code);

@@ -9,9 +9,6 @@
 
 namespace
 {
-constexpr int rightRate = 36;
-constexpr int fullAccess = 9;
-
 void ShowDay(DateField *field, int day)
 {
     const QDate date = IntToDate(day);
@@ -68,7 +65,7 @@ void ContactRolesPage::SetLocked(bool locked)
 {
     m_locked = locked;
     LockFields(this, locked);
-    LockFields(m_rate, locked || UserRight(rightRate) < fullAccess);
+    LockFields(m_rate, locked || !UserMay(Right::StaffRates, Level::Full));
     EnableButtons();
 }
 

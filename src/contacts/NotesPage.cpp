@@ -7,7 +7,6 @@
 
 namespace
 {
-constexpr int mayAddAndChange = 3;
 }
 
 NotesPage::NotesPage(const Texts &texts, QWidget *parent)
@@ -54,7 +53,6 @@ void NotesPage::SetLocked(bool locked)
 {
     LockFields(m_notes, locked);
     m_moves->Allow(!locked);
-    const int right = ContactSectionOf(ContactSection::Characteristics).right;
     if (m_newBtn)
-        m_newBtn->setEnabled(!locked && UserRight(right) >= mayAddAndChange);
+        m_newBtn->setEnabled(!locked && UserMay(Right::Characteristics, Level::Edit));
 }

@@ -20,7 +20,7 @@ frmAddContact::frmAddContact(QWidget *parent)
                   .okBtn = QStringLiteral("OKBtn"),
                   .newCaption = QStringLiteral("New &Contact"),
                   .word = QStringLiteral("contact"),
-                  .right = ContactSectionOf(ContactSection::Contacts).right,
+                  .right = Right::Contacts,
                   .canRefresh = true},
                  parent)
 {

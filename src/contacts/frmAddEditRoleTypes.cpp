@@ -6,12 +6,6 @@
 #include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
 
-namespace
-{
-constexpr int rightRate = 36;
-constexpr int fullAccess = 9;
-} // namespace
-
 frmAddEditRoleTypes::frmAddEditRoleTypes(QWidget *parent)
     : ItemDialog(QStringLiteral("frmAddEditRoleTypes"), QStringLiteral("Role"), parent)
 {
@@ -27,7 +21,7 @@ frmAddEditRoleTypes::frmAddEditRoleTypes(QWidget *parent)
     m_description = form.Text(QStringLiteral("Description"), QStringLiteral("Description:"));
     m_rate = form.Money(QStringLiteral("Rate"), QStringLiteral("Charge Rate"));
     m_rate->SetValue(0);
-    LockFields(m_rate, UserRight(rightRate) < fullAccess);
+    LockFields(m_rate, !UserMay(Right::StaffRates, Level::Full));
     form.Combo(QStringLiteral("ActiveList"), QStringLiteral("Active:"), m_active);
     AddButtons(form);
 }

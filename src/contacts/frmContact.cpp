@@ -19,15 +19,6 @@
 #include <QMenu>
 #include <QScopedValueRollback>
 
-namespace
-{
-constexpr int rightReports = 22;
-constexpr int rightContacts = 23;
-constexpr int rightApply = 24;
-constexpr int mayAdd = 2;
-constexpr int fullAccess = 9;
-} // namespace
-
 frmContact::frmContact(QWidget *parent)
     : QWidget(parent)
 {
@@ -132,19 +123,19 @@ void frmContact::Form_Refresh()
 
 void frmContact::ApplyRights()
 {
-    m_repBtn->setEnabled(UserRight(rightReports) == fullAccess);
-    m_addBtn->setEnabled(UserRight(rightContacts) >= mayAdd);
-    m_charList->setEnabled(UserRight(rightApply) == fullAccess);
-    m_charList->AllowTyping(UserRight(ContactSectionOf(ContactSection::Characteristics).right) >= mayAdd);
+    m_repBtn->setEnabled(UserMay(Right::ContactReports, Level::Full));
+    m_addBtn->setEnabled(UserMay(Right::Contacts, Level::Add));
+    m_charList->setEnabled(UserMay(Right::ApplyCharacteristic, Level::Full));
+    m_charList->AllowTyping(UserMay(Right::Characteristics, Level::Add));
     EnableButtons();
 }
 
 void frmContact::EnableButtons()
 {
-    EnableButton(m_delBtn, UserRight(rightContacts) == fullAccess && m_contacts.Selection()->hasSelection(),
+    EnableButton(m_delBtn, UserMay(Right::Contacts, Level::Full) && m_contacts.Selection()->hasSelection(),
                  m_contactList);
-    m_applyBtn->setEnabled(UserRight(rightApply) == fullAccess && m_characteristics.Current() >= 0 &&
-                           !m_selected.IsEmpty());
+    m_applyBtn->setEnabled(UserMay(Right::ApplyCharacteristic, Level::Full) &&
+                           m_characteristics.Current() >= 0 && !m_selected.IsEmpty());
     m_viewBtn->setEnabled(!m_selected.IsEmpty());
 }
 

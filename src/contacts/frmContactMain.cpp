@@ -13,8 +13,6 @@
 
 namespace
 {
-constexpr int mayChange = 3;
-
 /// Shows a section's dialog, on the row of `key` where that is not 0; the texts of what was stored.
 template <typename Form>
 std::optional<RefLabel> Run(Form &form, int key)
@@ -86,7 +84,7 @@ ContactSection frmContactMain::Section() const
     return static_cast<ContactSection>(KeyNumber(m_sections.At(row).key));
 }
 
-int frmContactMain::Level() const
+Level frmContactMain::UserLevel() const
 {
     return UserRight(ContactSectionOf(Section()).right);
 }
@@ -117,10 +115,10 @@ void frmContactMain::SelectKey(const QString &key)
 
 void frmContactMain::ApplyRights()
 {
-    const int level = Level();
+    const Level level = UserLevel();
     const bool chosen = m_items.Selection()->hasSelection();
     m_buttons->Apply(level, chosen);
-    m_buttons->edit->setEnabled(level >= mayChange && chosen);
+    m_buttons->edit->setEnabled(level >= Level::Edit && chosen);
 }
 
 void frmContactMain::AddItem()

@@ -2,6 +2,7 @@
 
 #include "contacts/ContactModule.h"
 #include "controls/ListModel.h"
+#include "database/Rights.h"
 #include "forms/FormDialog.h"
 #include "forms/ListButtons.h"
 
@@ -20,7 +21,7 @@ public:
 private:
     void Build();
     ContactSection Section() const;
-    int Level() const; ///< the user's level of the section's right
+    Level UserLevel() const; ///< the user's level of the section's right
     void ShowSection();
     void Refresh();
     void ApplyRights();

@@ -12,7 +12,6 @@
 namespace
 {
 constexpr double wholeFee = 100;
-constexpr int fullAccess = 9;
 } // namespace
 
 frmContactMainAddEdit::frmContactMainAddEdit(ContactSection section, QWidget *parent)
@@ -56,7 +55,7 @@ void frmContactMainAddEdit::EditItem(int key)
         m_hardDiscount->SetValue(ADO_Contact_GetConcesionDiscount(key));
         m_loadedPercentage = m_percentage->Value();
         m_loadedAmount = m_hardDiscount->Value();
-        const bool locked = UserRight(ContactSectionOf(m_section).right) < fullAccess;
+        const bool locked = !UserMay(ContactSectionOf(m_section).right, Level::Full);
         LockFields(m_percentage, locked);
         LockFields(m_hardDiscount, locked);
     }

@@ -17,12 +17,6 @@
 
 #include <QMenu>
 
-namespace
-{
-constexpr int rightContacts = 23;
-constexpr int mayAdd = 2;
-} // namespace
-
 frmSelectContacts::frmSelectContacts(QWidget *parent)
     : FormDialog(QStringLiteral("frmSelectContacts"), QStringLiteral("Select Contacts"), parent)
 {
@@ -117,7 +111,7 @@ void frmSelectContacts::BuildMenu()
         return action;
     };
     QAction *newContact = add(QStringLiteral("ID_New"), QStringLiteral("&New Contact"));
-    newContact->setEnabled(UserRight(rightContacts) >= mayAdd);
+    newContact->setEnabled(UserMay(Right::Contacts, Level::Add));
     connect(newContact, &QAction::triggered, this, &frmSelectContacts::AddContact);
     m_menu->addSeparator();
     connect(add(QStringLiteral("ID_Add"), QStringLiteral("&Add")), &QAction::triggered, m_moves,
@@ -157,7 +151,7 @@ void frmSelectContacts::Connect()
         connect(list->Model().Selection(), &QItemSelectionModel::selectionChanged, this,
                 [this, list] { OnSelection(list); });
     }
-    m_new->setEnabled(UserRight(rightContacts) >= mayAdd);
+    m_new->setEnabled(UserMay(Right::Contacts, Level::Add));
     OnSelection(m_availableList);
 }
 

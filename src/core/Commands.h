@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/Rights.h"
+
 #include <QString>
 
 #include <span>
@@ -21,9 +23,9 @@ struct CommandMenu {
     std::vector<const char *> entries;
 };
 
-/// A right, and the tool that a level below 9 on it disables.
+/// A right, and the tool that a level below Full on it disables.
 struct CommandRight {
-    int right;
+    Right right;
     const char *id;
 };
 

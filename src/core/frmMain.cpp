@@ -60,7 +60,6 @@ struct DatabaseChoice {
 namespace
 {
 constexpr int serverDatabase = 2;
-constexpr int fullLevel = 9;
 constexpr int narrowScreen = 1024;
 /// 900 twips, taken off the course manager where the screen is exactly as wide as the least.
 constexpr int narrowCorrection = 60;
@@ -216,23 +215,23 @@ void frmMain::ShowWhatToDo()
 
 void frmMain::ApplyRights()
 {
-    const auto disableBelowFull = [this](int right, const char *id) {
-        if (UserRight(right) < fullLevel)
+    const auto disableBelowFull = [this](Right right, const char *id) {
+        if (!UserMay(right, Level::Full))
             m_commands->Enable(Id(id), false);
     };
     if (gDBQType == serverDatabase)
         m_commands->Enable(Id("ID_DBSecurity"), false);
-    if (UserRight(0) < fullLevel) {
+    if (!UserMay(Right::SecurityMenu, Level::Full)) {
         m_commands->Enable(Id("ID_Security"), false);
     } else {
-        if (UserRight(15) == 0)
+        if (UserRight(Right::Users) == Level::None)
             m_commands->Enable(Id("ID_Users"), false);
-        disableBelowFull(16, "ID_DBSecurity");
+        disableBelowFull(Right::DatabasePassword, "ID_DBSecurity");
     }
-    if (UserRight(1) < fullLevel)
+    if (!UserMay(Right::ContactsMenu, Level::Full))
         m_commands->Enable(Id("ID_Contacts"), false);
     else
-        disableBelowFull(37, "ID_ContactGlobalSettings");
+        disableBelowFull(Right::ContactSettings, "ID_ContactGlobalSettings");
     for (const CommandRight &rule : CommandRights())
         disableBelowFull(rule.right, rule.id);
 }

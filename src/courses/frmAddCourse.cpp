@@ -8,16 +8,6 @@
 #include "database/Security.h"
 #include "forms/FormBuilder.h"
 
-namespace
-{
-constexpr int mayAdd = 2;
-constexpr int mayEdit = 3;
-constexpr int mayDelete = 9;
-constexpr int courseRight = 48;
-constexpr int feeRight = 49;
-constexpr int studentsRight = 52;
-} // namespace
-
 frmAddCourse::frmAddCourse(QWidget *parent)
     : FormDialog(QStringLiteral("frmAddCourse"), QStringLiteral("Add Course"), parent)
     , m_course(new CoursePage)
@@ -85,14 +75,14 @@ void frmAddCourse::RowExists(int courseRef)
 void frmAddCourse::ApplyRights()
 {
     // Who may only add fills in a new course, and can no longer change it once it is there.
-    const int level = UserRight(courseRight);
-    const bool open = level >= (m_courseRef == 0 ? mayAdd : mayEdit);
-    m_course->SetLocked(!open, UserRight(feeRight) < mayDelete);
+    const Level level = UserRight(Right::Courses);
+    const bool open = level >= (m_courseRef == 0 ? Level::Add : Level::Edit);
+    m_course->SetLocked(!open, !UserMay(Right::CourseFee, Level::Full));
     m_add->setEnabled(open);
     const int limit = m_course->Limit();
     const bool hasPlaces = limit == 0 || limit > m_students->Enrolled();
-    const int students = UserRight(studentsRight);
-    m_students->Allow(open && hasPlaces && students >= mayAdd, open && students >= mayDelete);
+    const Level students = UserRight(Right::Students);
+    m_students->Allow(open && hasPlaces && students >= Level::Add, open && students >= Level::Full);
 }
 
 void frmAddCourse::Save()

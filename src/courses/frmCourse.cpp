@@ -20,12 +20,6 @@
 
 namespace
 {
-constexpr int reportsRight = 47;
-constexpr int courseRight = 48;
-constexpr int mayView = 1;
-constexpr int mayAdd = 2;
-constexpr int mayDelete = 9;
-
 bool IsCourse(const TreeNode *node)
 {
     return node && node->key.startsWith(u'?');
@@ -152,12 +146,12 @@ void frmCourse::Refresh()
 
 void frmCourse::ApplyRights()
 {
-    const int level = UserRight(courseRight);
+    const Level level = UserRight(Right::Courses);
     const bool isCourse = SelectedCourse() > 0;
-    m_add->setEnabled(level >= mayAdd);
-    EnableButton(m_edit, isCourse && level >= mayView, m_list);
-    EnableButton(m_delete, isCourse && level >= mayDelete, m_list);
-    m_reports->setEnabled(UserRight(reportsRight) >= mayDelete);
+    m_add->setEnabled(level >= Level::Add);
+    EnableButton(m_edit, isCourse && level >= Level::View, m_list);
+    EnableButton(m_delete, isCourse && level >= Level::Full, m_list);
+    m_reports->setEnabled(UserMay(Right::CourseReports, Level::Full));
 }
 
 int frmCourse::SelectedCourse() const

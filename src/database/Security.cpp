@@ -2,14 +2,20 @@
 
 #include "core/Session.h"
 
-int UserRight(int index)
+Level UserRight(Right right)
 {
     // Rights written by an older version may be fewer than there are now. What they do not tell of is
     // refused.
-    if (index < 0 || index >= gUserRights.size())
-        return 0;
-    const int digit = gUserRights.at(index).digitValue();
-    return digit < 0 ? 0 : digit;
+    const auto position = static_cast<qsizetype>(right);
+    if (position >= gUserRights.size())
+        return Level::None;
+    const int digit = gUserRights.at(position).digitValue();
+    return digit < 0 ? Level::None : static_cast<Level>(digit);
+}
+
+bool UserMay(Right right, Level level)
+{
+    return UserRight(right) >= level;
 }
 
 QString RightsBlank()

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "database/Rights.h"
+
 #include <QString>
 
 constexpr int RightsCount = 256;
 
-/// The level of right `index` in the logged-on user's rights: the digit at that position of gUserRights.
-/// 0 where the string is shorter or the character is no digit.
-int UserRight(int index);
+/// The logged-on user's level of a right: the digit at its position in gUserRights. None where the string is
+/// shorter or the character is no digit.
+Level UserRight(Right right);
+/// True where the logged-on user's level of a right is `level` or above it.
+bool UserMay(Right right, Level level);
 /// The rights of a session when no user is defined: 256 nines.
 QString RightsBlank();

@@ -15,11 +15,6 @@
 
 namespace
 {
-constexpr int fullLevel = 9;
-constexpr int rightCurrency = 95;
-constexpr int rightTax = 96;
-constexpr int rightRefLabels = 104;
-constexpr int rightVouchers = 105;
 constexpr int longestValue = 255;
 constexpr double highestRate = 100;
 
@@ -88,17 +83,17 @@ void frmDBOptions::BuildVouchers()
 
 void frmDBOptions::ApplyRights()
 {
-    const auto lockBelowFull = [](int right, QWidget *field) {
-        if (UserRight(right) < fullLevel)
+    const auto lockBelowFull = [](Right right, QWidget *field) {
+        if (!UserMay(right, Level::Full))
             LockFields(field, true);
     };
-    lockBelowFull(rightCurrency, m_currency);
-    lockBelowFull(rightTax, m_taxLabel);
-    lockBelowFull(rightTax, m_taxRate);
+    lockBelowFull(Right::CurrencySymbol, m_currency);
+    lockBelowFull(Right::Tax, m_taxLabel);
+    lockBelowFull(Right::Tax, m_taxRate);
     for (QLineEdit *field : m_refLabels)
-        lockBelowFull(rightRefLabels, field);
+        lockBelowFull(Right::ReferenceLabels, field);
     for (QLineEdit *field : m_vouchers)
-        lockBelowFull(rightVouchers, field);
+        lockBelowFull(Right::VoucherNames, field);
 }
 
 void frmDBOptions::SettleTaxRate()

@@ -9,12 +9,6 @@
 
 namespace
 {
-constexpr int allowed = 9;
-constexpr int payRight = 53;
-constexpr int overrideRight = 54;
-constexpr int discountRight = 32;
-constexpr int taxRight = 96;
-
 void MakeTotal(MoneyField *field, CaptionLabel *label)
 {
     LockFields(field, true);
@@ -194,26 +188,26 @@ void frmStudentInfo::ShowTotals(double totalDue, double paid)
     m_owed->SetValue(Fees::Owed(totalDue, paid));
     // What was typed as a payment is never hidden: it would still count when the form is saved.
     const bool pays = m_owed->Value() > 0 || m_payment.Values().Total() > 0;
-    m_newPayment->setVisible(m_shown && pays && UserRight(payRight) >= allowed);
+    m_newPayment->setVisible(m_shown && pays && UserMay(Right::TakePayments, Level::Full));
 }
 
 void frmStudentInfo::ApplyRights()
 {
-    const bool mayPay = UserRight(payRight) >= allowed;
+    const bool mayPay = UserMay(Right::TakePayments, Level::Full);
     LockFields(m_info, !mayPay);
     LockFields(m_receipt, !mayPay);
     m_ok->setEnabled(mayPay);
-    m_edit->setEnabled(UserRight(overrideRight) >= allowed);
+    m_edit->setEnabled(UserMay(Right::OverrideFees, Level::Full));
 }
 
 void frmStudentInfo::LockFee(bool locked)
 {
-    if (locked || UserRight(discountRight) >= allowed) {
+    if (locked || UserMay(Right::Discounts, Level::Full)) {
         LockFields(m_discount, locked);
         LockFields(m_hardDiscount, locked);
         LockFields(m_concession, locked);
     }
-    if (locked || UserRight(taxRight) >= allowed) {
+    if (locked || UserMay(Right::Tax, Level::Full)) {
         LockFields(m_taxName, locked);
         LockFields(m_taxRate, locked);
     }

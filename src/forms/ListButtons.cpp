@@ -2,13 +2,6 @@
 
 #include "forms/FormBuilder.h"
 
-namespace
-{
-constexpr int mayAdd = 2;
-constexpr int mayChange = 3;
-constexpr int fullAccess = 9;
-} // namespace
-
 ListButtons::ListButtons(FormBuilder &form, ListView *list)
 {
     form.BeginButtons(FormBuilder::Align::Start);
@@ -23,10 +16,10 @@ ListButtons::ListButtons(FormBuilder &form, ListView *list)
     QObject::connect(list, &ListView::DeletePressed, del, &QPushButton::click);
 }
 
-void ListButtons::Apply(int level, bool chosen) const
+void ListButtons::Apply(Level level, bool chosen) const
 {
-    add->setEnabled(level >= mayAdd);
-    edit->setText(level >= mayChange ? QStringLiteral("&Edit") : QStringLiteral("&View"));
+    add->setEnabled(level >= Level::Add);
+    edit->setText(level >= Level::Edit ? QStringLiteral("&Edit") : QStringLiteral("&View"));
     edit->setEnabled(chosen);
-    del->setEnabled(level == fullAccess && chosen);
+    del->setEnabled(level >= Level::Full && chosen);
 }

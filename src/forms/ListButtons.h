@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/Rights.h"
+
 class FormBuilder;
 class ListView;
 class QPushButton;
@@ -11,9 +13,9 @@ class ListButtons final
 public:
     ListButtons(FormBuilder &form, ListView *list);
 
-    /// Shows what a level of the list's right allows: 2 adds, 3 changes, 9 deletes; below 3 rows can be
-    /// looked at only. `chosen` tells that rows are selected.
-    void Apply(int level, bool chosen) const;
+    /// Shows what a level of the list's right allows; below Edit, rows can be looked at only. `chosen` tells
+    /// that rows are selected.
+    void Apply(Level level, bool chosen) const;
 
     QPushButton *add;
     QPushButton *edit;

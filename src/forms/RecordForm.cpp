@@ -9,12 +9,6 @@
 #include "forms/RequiredMarks.h"
 #include "platform/Dialogs.h"
 
-namespace
-{
-constexpr int mayAdd = 2;
-constexpr int mayChange = 3;
-} // namespace
-
 RecordForm::RecordForm(const Kind &kind, QWidget *parent)
     : FormDialog(kind.form, QStringLiteral("New Record"), parent)
     , m_kind(kind)
@@ -71,7 +65,7 @@ void RecordForm::OpenRecords(const QStringList &keys, Open open)
 {
     m_navigator->SetKeys(keys);
     ShowKey(KeyNumber(m_navigator->Key()));
-    if (open == Open::Edit && !m_gone && May(mayChange))
+    if (open == Open::Edit && !m_gone && May(Level::Edit))
         StartEditing(State::Edit);
 }
 
@@ -86,9 +80,9 @@ bool RecordForm::MayLeave()
     return m_modified->AskToSave([this] { Save(); });
 }
 
-bool RecordForm::May(int level) const
+bool RecordForm::May(Level level) const
 {
-    return UserRight(m_kind.right) >= level;
+    return UserMay(m_kind.right, level);
 }
 
 void RecordForm::ShowKey(int key)
@@ -131,9 +125,9 @@ void RecordForm::SetState(State state)
     m_okBtn->setText(isNew ? QStringLiteral("&Add Record") : QStringLiteral("&Update Record"));
     m_okBtn->setEnabled(editing);
     m_clearBtn->setEnabled(editing);
-    m_newBtn->setVisible(May(mayAdd));
+    m_newBtn->setVisible(May(Level::Add));
     m_newBtn->setEnabled(!isNew);
-    m_editBtn->setVisible(!isNew && !m_gone && May(mayChange));
+    m_editBtn->setVisible(!isNew && !m_gone && May(Level::Edit));
     m_editBtn->setText(editing ? QStringLiteral("&View") : QStringLiteral("&Edit"));
     m_prevBtn->setVisible(!isNew && m_navigator->Count() > 0);
     m_nextBtn->setVisible(!isNew && m_navigator->Count() > 0);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/RecordView.h"
+#include "database/Rights.h"
 #include "database/WholeSave.h"
 #include "forms/FormDialog.h"
 
@@ -42,7 +43,7 @@ protected:
         QString okBtn;      ///< name of the button that saves
         QString newCaption; ///< of the button for a new record
         QString word;       ///< what a record is called in the middle of a sentence
-        int right;          ///< level 2 of it adds, 3 changes
+        Right right;        ///< who may add and change
         bool canRefresh = false;
     };
     enum class State { NewRecord, View, Edit };
@@ -88,7 +89,7 @@ protected:
     void StartRecord();
 
 private:
-    bool May(int level) const;
+    bool May(Level level) const;
     void ShowKey(int key);
     void SetState(State state);
     /// Goes into a state in which the user types, and to the first field of the page.

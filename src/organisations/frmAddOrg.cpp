@@ -17,7 +17,7 @@ frmAddOrg::frmAddOrg(QWidget *parent)
                   .okBtn = QStringLiteral("OkBtn"),
                   .newCaption = QStringLiteral("New &Org"),
                   .word = QStringLiteral("organisation"),
-                  .right = ContactSectionOf(ContactSection::Organisations).right},
+                  .right = Right::Organisations},
                  parent)
 {
     BuildPages();

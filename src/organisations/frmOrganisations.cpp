@@ -10,11 +10,9 @@
 
 namespace
 {
-constexpr int mayChange = 3;
-
-int Level()
+Level UserLevel()
 {
-    return UserRight(ContactSectionOf(ContactSection::Organisations).right);
+    return UserRight(Right::Organisations);
 }
 } // namespace
 
@@ -53,7 +51,7 @@ void frmOrganisations::Refresh()
 
 void frmOrganisations::ApplyRights()
 {
-    m_buttons->Apply(Level(), m_organisations.Selection()->hasSelection());
+    m_buttons->Apply(UserLevel(), m_organisations.Selection()->hasSelection());
 }
 
 void frmOrganisations::AddOrganisation()
@@ -71,7 +69,7 @@ void frmOrganisations::AddOrganisation()
 
 void frmOrganisations::EditOrganisations()
 {
-    frmAddOrg::EditRecords(m_organisations.SelectedKeys(), Level() >= mayChange, this);
+    frmAddOrg::EditRecords(m_organisations.SelectedKeys(), UserLevel() >= Level::Edit, this);
     Refresh();
 }
 

@@ -12,12 +12,6 @@
 
 #include <QMdiSubWindow>
 
-namespace
-{
-constexpr int rightUsers = 15;
-constexpr int rightPasswords = 17;
-} // namespace
-
 frmUsers::frmUsers(QWidget *parent)
     : QWidget(parent)
 {
@@ -71,11 +65,11 @@ void frmUsers::Connect()
 
 void frmUsers::ApplyRights()
 {
-    const int users = UserRight(rightUsers);
-    // Who may change rights but not delete may still not add: 3 is left out on purpose.
-    m_add->setEnabled(users == 2 || users == 9);
-    m_delete->setEnabled(users == 9);
-    m_setPassword->setEnabled(UserRight(rightPasswords) == 9);
+    const Level users = UserRight(Right::Users);
+    // Who may change rights but not delete may still not add: Level::Edit is left out on purpose.
+    m_add->setEnabled(users == Level::Add || users == Level::Full);
+    m_delete->setEnabled(users == Level::Full);
+    m_setPassword->setEnabled(UserMay(Right::UserPasswords, Level::Full));
 }
 
 void frmUsers::Form_Refresh()
@@ -103,7 +97,7 @@ void frmUsers::EditRights()
         users.push_back(m_users.At(row));
     if (users.empty())
         return;
-    const bool readOnly = UserRight(rightUsers) < 3;
+    const bool readOnly = !UserMay(Right::Users, Level::Edit);
     frmAddEditUser(std::move(users), readOnly, this).exec();
 }
 

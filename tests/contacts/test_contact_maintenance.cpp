@@ -76,7 +76,7 @@ void TestContactMaintenance::EverySection()
     const auto open = [section]() -> std::unique_ptr<QWidget> {
         auto form = std::make_unique<frmContactMain>();
         Choose(*form, section);
-        const bool mayEdit = UserRight(ContactSectionOf(section).right) >= 3;
+        const bool mayEdit = UserMay(ContactSectionOf(section).right, Level::Edit);
         if (Caption(*form, "EditBtn") != (mayEdit ? QString("&Edit") : QString("&View")))
             QTest::qFail("EditBtn has the wrong caption", __FILE__, __LINE__);
         return form;
@@ -90,7 +90,7 @@ void TestContactMaintenance::EverySection()
         QVERIFY(Texts(items).indexOf("Alpha") < Texts(items).indexOf("Zulu"));
         QVERIFY(!Texts(items).contains(""));
     }
-    const int right = ContactSectionOf(section).right;
+    const int right = static_cast<int>(ContactSectionOf(section).right);
     CheckRights(open, {{right, 1, "AddBtn", Left::Disabled},
                        {right, 1, "EditBtn", Left::Disabled},
                        {right, 2, "AddBtn", Left::Enabled},
