@@ -107,17 +107,15 @@ bool ADO_CustomAttrib_Get(TreeModel &tree, int recordRef, int section)
     });
 }
 
-void ADO_CustomAttrib_ShowAttrib(CustomAttribView &view, int key)
+ReadRow<CustomAttrib> ADO_CustomAttrib_ShowAttrib(int key)
 {
-    Reported("ADO_CustomAttrib_ShowAttrib", [&] {
-        const Recordset attribute =
-            OpenRecordset(u"SELECT * FROM CustomAttributes WHERE AttributeRef = " % SqlNumber(key));
-        if (attribute.IsEmpty())
-            return;
-        const Recordset::Row row = attribute.First();
-        view.ShowAttrib({row.Text(u"AttributeName"), static_cast<AttribType>(row.Long(u"AttributeType")),
-                         static_cast<int>(row.Long(u"AppliesTo"))});
-    });
+    return ReadOne<CustomAttrib>("ADO_CustomAttrib_ShowAttrib",
+                                 u"SELECT * FROM CustomAttributes WHERE AttributeRef = " % SqlNumber(key),
+                                 [](const Recordset::Row &row) {
+                                     return CustomAttrib{row.Text(u"AttributeName"),
+                                                         static_cast<AttribType>(row.Long(u"AttributeType")),
+                                                         static_cast<int>(row.Long(u"AppliesTo"))};
+                                 });
 }
 
 int ADO_CustomAttrib_AddAttrib(const QString &name, AttribType type, int appliesTo)

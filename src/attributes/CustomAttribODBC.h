@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/ReadRow.h"
+
 #include <QString>
 
 class TreeModel;
@@ -24,14 +26,6 @@ struct CustomAttrib {
     int appliesTo = AttribSection::contacts;
 };
 
-/// What ADO_CustomAttrib_ShowAttrib fills.
-class CustomAttribView
-{
-public:
-    virtual ~CustomAttribView() = default;
-    virtual void ShowAttrib(const CustomAttrib &attrib) = 0;
-};
-
 /// The pictures of the two kinds of attributes in a tree, by which a click on a value knows its rule.
 QString AttribImage(AttribType type);
 
@@ -43,8 +37,8 @@ bool ADO_CustomAttrib_Show(TreeModel &tree, int section);
 bool ADO_CustomAttrib_Store(const TreeModel &tree, int recordRef, int section);
 /// Ticks what is applied to a record; what the tree has no node for is passed over. False on an error.
 bool ADO_CustomAttrib_Get(TreeModel &tree, int recordRef, int section);
-/// Shows one attribute; nothing where it is no more.
-void ADO_CustomAttrib_ShowAttrib(CustomAttribView &view, int key);
+/// Reads one attribute.
+ReadRow<CustomAttrib> ADO_CustomAttrib_ShowAttrib(int key);
 
 /// The new AttributeRef; 0 where an attribute of any section has that name, -1 on an error.
 int ADO_CustomAttrib_AddAttrib(const QString &name, AttribType type, int appliesTo);

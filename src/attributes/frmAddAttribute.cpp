@@ -45,14 +45,14 @@ void frmAddAttribute::EditAttrib(int key)
 {
     setWindowTitle(QStringLiteral("Update Attribute"));
     BeginEditing(key);
-    m_found = false;
-    ADO_CustomAttrib_ShowAttrib(*this, key);
-    EndReading(m_found, QStringLiteral("attribute"));
+    const ReadRow<CustomAttrib> attrib = ADO_CustomAttrib_ShowAttrib(key);
+    if (attrib)
+        ShowAttrib(*attrib);
+    EndReading(static_cast<bool>(attrib), QStringLiteral("attribute"));
 }
 
 void frmAddAttribute::ShowAttrib(const CustomAttrib &attrib)
 {
-    m_found = true;
     m_attribName->setText(attrib.name);
     m_attribName->setCursorPosition(0);
     m_sections.ClearSelection();

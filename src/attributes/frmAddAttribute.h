@@ -9,7 +9,7 @@ class QLineEdit;
 class QRadioButton;
 
 /// An attribute: its name, what it applies to, and how many of its values a record can have.
-class frmAddAttribute final : public ItemDialog, private CustomAttribView
+class frmAddAttribute final : public ItemDialog
 {
     Q_OBJECT
 
@@ -20,11 +20,10 @@ public:
     void EditAttrib(int key);
 
 private:
-    void ShowAttrib(const CustomAttrib &attrib) override;
+    void ShowAttrib(const CustomAttrib &attrib);
     void BuildFields(FormBuilder &form);
     int Store() override;
 
-    bool m_found = false;
     ListModel m_sections;
     QLineEdit *m_attribName;
     QRadioButton *m_multi;

@@ -16,13 +16,12 @@ QString SameConcession(const QString &name, const QString &referenceId)
     return u"SELECT * FROM Concessions WHERE Name = '" % name % u"' AND ReferenceID = '" % referenceId % u"'";
 }
 
-double ReadFigure(const char *routineName, QStringView column, int concessionRef)
+ReadRow<double> ReadFigure(const char *routineName, QStringView column, int concessionRef)
 {
-    return Reported(routineName, 0.0, [&] {
-        const Recordset figure = OpenRecordset(
-            u"SELECT " % column % u" FROM Concessions WHERE ConcessionRef = " % SqlNumber(concessionRef));
-        return figure.IsEmpty() ? 0.0 : figure.First().Double(column);
-    });
+    return ReadOne<double>(routineName,
+                           u"SELECT " % column % u" FROM Concessions WHERE ConcessionRef = " %
+                               SqlNumber(concessionRef),
+                           [column](const Recordset::Row &row) { return row.Double(column); });
 }
 } // namespace
 
@@ -48,12 +47,12 @@ int ADO_Contact_UpdateConcession(int concessionRef, const QString &name, double 
                      concessionRef);
 }
 
-double ADO_Contact_GetConcessionPercent(int concessionRef)
+ReadRow<double> ADO_Contact_GetConcessionPercent(int concessionRef)
 {
     return ReadFigure("ADO_Contact_GetConcessionPercent", u"Percentage", concessionRef);
 }
 
-double ADO_Contact_GetConcesionDiscount(int concessionRef)
+ReadRow<double> ADO_Contact_GetConcesionDiscount(int concessionRef)
 {
     return ReadFigure("ADO_Contact_GetConcesionDiscount", u"HardDiscount", concessionRef);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/ReadRow.h"
+
 #include <QString>
 
 class ListModel;
@@ -18,10 +20,10 @@ int ADO_Contact_AddConcession(const QString &name, double percentage, double har
 /// on an error.
 int ADO_Contact_UpdateConcession(int concessionRef, const QString &name, double percentage,
                                  double hardDiscount, const QString &referenceId);
-/// Percent of the fee; 0 for a missing row and on an error.
-double ADO_Contact_GetConcessionPercent(int concessionRef);
-/// The amount in currency units; 0 for a missing row and on an error.
-double ADO_Contact_GetConcesionDiscount(int concessionRef);
+/// Percent of the fee.
+ReadRow<double> ADO_Contact_GetConcessionPercent(int concessionRef);
+/// The amount in currency units.
+ReadRow<double> ADO_Contact_GetConcesionDiscount(int concessionRef);
 /// Deletes a characteristic and takes it from people and organisations; enrolments keep its name as text.
 /// False on an error.
 bool ADO_Contact_DeleteConcession(int concessionRef);

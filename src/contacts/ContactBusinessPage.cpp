@@ -10,10 +10,6 @@
 #include <QLayout>
 #include <QSignalBlocker>
 
-namespace
-{
-}
-
 ContactBusinessPage::ContactBusinessPage(QWidget *parent)
     : QWidget(parent)
 {
@@ -137,10 +133,12 @@ QWidget *ContactBusinessPage::First() const
 void ContactBusinessPage::ShowChosen()
 {
     const int organRef = m_organisations.CurrentData();
-    if (organRef > 1)
-        ADO_Organisation_ShowContactOrganisation(*this, organRef);
-    else
-        ShowOrganisation({});
+    ContactOrganisation shown;
+    if (organRef > 1) {
+        if (const auto read = ADO_Organisation_ShowContactOrganisation(organRef))
+            shown = *read;
+    }
+    ShowOrganisation(shown);
     EnableEdit();
 }
 

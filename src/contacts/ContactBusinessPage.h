@@ -15,7 +15,7 @@ class QPushButton;
 class TypedCombo;
 
 /// A person's organisation and position, with the organisation's address to read.
-class ContactBusinessPage final : public QWidget, private ContactOrganisationView
+class ContactBusinessPage final : public QWidget
 {
     Q_OBJECT
 
@@ -36,7 +36,7 @@ private:
     /// Ties a field to what it shows of the organisation.
     QLineEdit *Text(QLineEdit *field, QString ContactOrganisation::*column);
     void BuildAddress(FormBuilder &form);
-    void ShowOrganisation(const ContactOrganisation &organisation) override;
+    void ShowOrganisation(const ContactOrganisation &organisation);
     void ShowChosen();
     void EnableEdit();
     void EditOrganisation();

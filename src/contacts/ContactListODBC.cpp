@@ -189,15 +189,15 @@ int ADO_Contact_UpdateItem(int key, const QString &name, const QString &table, c
                      key);
 }
 
-RefLabel ADO_ViewItem(int key, const QString &keyColumn, const QString &nameColumn, const QString &table)
+ReadRow<RefLabel> ADO_ViewItem(int key, const QString &keyColumn, const QString &nameColumn,
+                               const QString &table)
 {
-    return Reported("ADO_ViewItem", RefLabel{}, [&] {
-        const Recordset item = OpenRecordset(u"SELECT ReferenceID," % nameColumn % u" FROM " % table %
-                                             u" WHERE " % keyColumn % u" = " % SqlNumber(key));
-        if (item.IsEmpty())
-            return RefLabel{};
-        return RefLabel{item.First().Text(u"ReferenceID"), item.First().Text(nameColumn)};
-    });
+    return ReadOne<RefLabel>("ADO_ViewItem",
+                             u"SELECT ReferenceID," % nameColumn % u" FROM " % table % u" WHERE " %
+                                 keyColumn % u" = " % SqlNumber(key),
+                             [&nameColumn](const Recordset::Row &row) {
+                                 return RefLabel{row.Text(u"ReferenceID"), row.Text(nameColumn)};
+                             });
 }
 
 bool ADO_Contact_DeleteDesignation(int key)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "database/GlobalCode.h"
+#include "database/ReadRow.h"
 
 class ComboModel;
 class ListModel;
@@ -38,8 +39,9 @@ int ADO_Contact_AddItem(const QString &name, const QString &table, const QString
 /// both, -1 on an error.
 int ADO_Contact_UpdateItem(int key, const QString &name, const QString &table, const QString &nameColumn,
                            const QString &keyColumn, const QString &referenceId);
-/// The name and reference of a row of a vocabulary; both empty where there is none, and on an error.
-RefLabel ADO_ViewItem(int key, const QString &keyColumn, const QString &nameColumn, const QString &table);
+/// The name and reference of a row of a vocabulary.
+ReadRow<RefLabel> ADO_ViewItem(int key, const QString &keyColumn, const QString &nameColumn,
+                               const QString &table);
 
 /// Deletes a row of a vocabulary after moving what refers to it to row 1. False on an error.
 bool ADO_Contact_DeleteDesignation(int key); ///< writes `Contacts`

@@ -185,7 +185,7 @@ bool Contact_CheckChosen(ContactSection code, ComboModel &list)
     return false;
 }
 
-RefLabel Contact_ViewItem(ContactSection code, int key)
+ReadRow<RefLabel> Contact_ViewItem(ContactSection code, int key)
 {
     const ContactSectionInfo &section = ContactSectionOf(code);
     return ADO_ViewItem(key, section.keyColumn, section.nameColumn, section.table);

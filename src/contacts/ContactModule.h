@@ -3,6 +3,7 @@
 #include "contacts/ContactRecord.h"
 #include "controls/ListModel.h"
 #include "database/GlobalCode.h"
+#include "database/ReadRow.h"
 #include "database/Rights.h"
 
 #include <functional>
@@ -66,7 +67,7 @@ int Contact_AddItem(ContactSection code, const QString &name, const QString &ref
 /// Writes a row of a vocabulary as typed; results as of Contact_AddItem, 0 as well where it was deleted.
 int Contact_UpdateItem(ContactSection code, int key, const QString &name, const QString &referenceId);
 /// The name and reference of a row of a vocabulary.
-RefLabel Contact_ViewItem(ContactSection code, int key);
+ReadRow<RefLabel> Contact_ViewItem(ContactSection code, int key);
 /// False, after telling the user, where another workstation deleted what is chosen in a list; the list is
 /// then filled anew with its select row. An error counts as true.
 bool Contact_CheckChosen(ContactSection code, ComboModel &list);

@@ -70,19 +70,14 @@ int ADO_Contact_UpdateGroupName(int groupRef, const QString &name, const QString
                      groupRef);
 }
 
-void ADO_Contact_ShowGroupName(GroupNameView &view, int groupRef)
+ReadRow<GroupName> ADO_Contact_ShowGroupName(int groupRef)
 {
-    Reported("ADO_Contact_ShowGroupName", [&] {
-        view.ShowLoading(QStringLiteral("Loading Group Information"));
-        const Recordset group =
-            OpenRecordset(u"SELECT * FROM GroupNames WHERE GroupRef = " % SqlNumber(groupRef));
-        if (!group.IsEmpty()) {
-            const Recordset::Row row = group.First();
-            view.ShowGroupName(
-                {row.Text(u"Name"), row.Text(u"ReferenceID"), static_cast<int>(row.Long(u"LinkRef"))});
-        }
-        view.ShowLoaded();
-    });
+    return ReadOne<GroupName>("ADO_Contact_ShowGroupName",
+                              u"SELECT * FROM GroupNames WHERE GroupRef = " % SqlNumber(groupRef),
+                              [](const Recordset::Row &row) {
+                                  return GroupName{row.Text(u"Name"), row.Text(u"ReferenceID"),
+                                                   static_cast<int>(row.Long(u"LinkRef"))};
+                              });
 }
 
 void ADO_Contact_FillGroupNames(int linkRef, ComboModel &list)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/ReadRow.h"
+
 #include <QString>
 
 class ComboModel;
@@ -17,19 +19,6 @@ struct GroupName {
     int linkRef = 0; ///< the type
 };
 
-/// What ADO_Contact_ShowGroupName fills. The calls come in the order they are declared in.
-class GroupNameView
-{
-public:
-    virtual ~GroupNameView() = default;
-    /// The group is being read, and `notice` stands on the form.
-    virtual void ShowLoading(const QString &notice) = 0;
-    /// Left out where there is no such group any more.
-    virtual void ShowGroupName(const GroupName &group) = 0;
-    /// Everything is read: the notice goes.
-    virtual void ShowLoaded() = 0;
-};
-
 /// The type in the key of a member, as ADO_Contact_ShowGroup makes it.
 int MemberLink(const QString &key);
 
@@ -39,8 +28,8 @@ int ADO_Contact_AddGroupName(const QString &name, const QString &referenceId, in
 /// Writes name, reference and type of a group. Texts come already safe for SQL. `groupRef`, 0 where another
 /// group of any type has name and reference, -1 on an error.
 int ADO_Contact_UpdateGroupName(int groupRef, const QString &name, const QString &referenceId, int linkRef);
-/// Shows one group for changing.
-void ADO_Contact_ShowGroupName(GroupNameView &view, int groupRef);
+/// Reads one group for changing.
+ReadRow<GroupName> ADO_Contact_ShowGroupName(int groupRef);
 /// Fills a drop-down list with the groups of a type, the GroupRef as item data; none is chosen.
 void ADO_Contact_FillGroupNames(int linkRef, ComboModel &list);
 

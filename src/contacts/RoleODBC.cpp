@@ -41,18 +41,14 @@ int ADO_Contact_UpdateRoleType(int roleTypeRef, const RoleType &role)
                      roleTypeRef);
 }
 
-void ADO_Contact_ShowRoleType(RoleTypeView &view, int roleTypeRef)
+ReadRow<RoleType> ADO_Contact_ShowRoleType(int roleTypeRef)
 {
-    Reported("ADO_Contact_ShowRoleType", [&] {
-        view.ShowLoading(roleTypeRef);
-        const Recordset role =
-            OpenRecordset(u"SELECT * FROM RoleTypes WHERE RoleTypeRef = " % SqlNumber(roleTypeRef));
-        if (!role.IsEmpty()) {
-            const Recordset::Row row = role.First();
-            view.ShowRoleType({row.Text(u"Name"), row.Text(u"Description"), row.Double(u"ChargeRate"),
-                               static_cast<RoleStatus>(row.Long(u"Status")), row.Text(u"ReferenceID")});
-        }
-    });
+    return ReadOne<RoleType>(
+        "ADO_Contact_ShowRoleType", u"SELECT * FROM RoleTypes WHERE RoleTypeRef = " % SqlNumber(roleTypeRef),
+        [](const Recordset::Row &row) {
+            return RoleType{row.Text(u"Name"), row.Text(u"Description"), row.Double(u"ChargeRate"),
+                            static_cast<RoleStatus>(row.Long(u"Status")), row.Text(u"ReferenceID")};
+        });
 }
 
 void ADO_Contact_FillRoleTypeList(ComboModel &list, bool allTypes)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/ReadRow.h"
+
 #include <QString>
 
 class ComboModel;
@@ -19,25 +21,14 @@ struct RoleType {
     QString referenceId;
 };
 
-/// What ADO_Contact_ShowRoleType fills. The calls come in the order they are declared in.
-class RoleTypeView
-{
-public:
-    virtual ~RoleTypeView() = default;
-    /// The role of that key is being read: it cannot be stored meanwhile.
-    virtual void ShowLoading(int roleTypeRef) = 0;
-    /// Left out where there is no such role any more.
-    virtual void ShowRoleType(const RoleType &role) = 0;
-};
-
 /// Adds a role. Texts come already safe for SQL. The new RoleTypeRef, 0 where name and reference stand there
 /// already, -1 on an error.
 int ADO_Contact_AddRoleType(const RoleType &role);
 /// Writes all fields of a role. Texts come already safe for SQL. `roleTypeRef`, 0 where another role has
 /// name and reference, -1 on an error.
 int ADO_Contact_UpdateRoleType(int roleTypeRef, const RoleType &role);
-/// Shows one role for changing.
-void ADO_Contact_ShowRoleType(RoleTypeView &view, int roleTypeRef);
+/// Reads one role for changing.
+ReadRow<RoleType> ADO_Contact_ShowRoleType(int roleTypeRef);
 /// Fills a drop-down list with the roles, all of them or the active ones, the RoleTypeRef as item data and
 /// the first one chosen.
 void ADO_Contact_FillRoleTypeList(ComboModel &list, bool allTypes);

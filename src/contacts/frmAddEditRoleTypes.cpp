@@ -28,19 +28,16 @@ frmAddEditRoleTypes::frmAddEditRoleTypes(QWidget *parent)
 
 void frmAddEditRoleTypes::EditItem(int roleTypeRef)
 {
-    m_found = false;
-    ADO_Contact_ShowRoleType(*this, roleTypeRef);
-    EndReading(m_found, QStringLiteral("role"));
+    BeginEditing(roleTypeRef);
+    const ReadRow<RoleType> role = ADO_Contact_ShowRoleType(roleTypeRef);
+    if (role)
+        ShowRoleType(*role);
+    EndReading(static_cast<bool>(role), QStringLiteral("role"));
 }
 
 RefLabel frmAddEditRoleTypes::Item() const
 {
     return {m_refName->text(), m_roleName->text()};
-}
-
-void frmAddEditRoleTypes::ShowLoading(int roleTypeRef)
-{
-    BeginEditing(roleTypeRef);
 }
 
 void frmAddEditRoleTypes::ShowRoleType(const RoleType &role)
@@ -50,7 +47,6 @@ void frmAddEditRoleTypes::ShowRoleType(const RoleType &role)
     ContactFields::Show(m_description, role.description);
     m_rate->SetValue(role.chargeRate);
     m_active.ChooseData(static_cast<int>(role.status));
-    m_found = true;
 }
 
 void frmAddEditRoleTypes::LeaveFields()

@@ -10,7 +10,7 @@ class QLineEdit;
 
 /// One role that people can be engaged as: name, description, the rate it starts with, and whether it is
 /// offered. On success Item() has the texts.
-class frmAddEditRoleTypes final : public ItemDialog, private RoleTypeView
+class frmAddEditRoleTypes final : public ItemDialog
 {
     Q_OBJECT
 
@@ -22,12 +22,10 @@ public:
     RefLabel Item() const;
 
 private:
-    void ShowLoading(int roleTypeRef) override;
-    void ShowRoleType(const RoleType &role) override;
+    void ShowRoleType(const RoleType &role);
     void LeaveFields() override;
     int Store() override;
 
-    bool m_found = false;
     ComboModel m_active;
     QLineEdit *m_roleName;
     QLineEdit *m_refName;

@@ -157,7 +157,7 @@ void frmContactMain::EditItem()
     const int row = m_items.SelectedRows().front();
     const int key = KeyNumber(m_items.At(row).key);
     // What another workstation deleted meanwhile leaves the list.
-    if (Contact_ViewItem(Section(), key).name.isEmpty()) {
+    if (const auto item = Contact_ViewItem(Section(), key); !item || item->name.isEmpty()) {
         Refresh();
         return;
     }

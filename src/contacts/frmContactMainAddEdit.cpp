@@ -19,6 +19,7 @@ frmContactMainAddEdit::frmContactMainAddEdit(ContactSection section, QWidget *pa
     , m_section(section)
 {
     FormBuilder form(this);
+    AddNotice(form);
     m_catName = form.Text(QStringLiteral("CatName"), QStringLiteral("Description:"));
     Required().Add(form.Label(), m_catName);
     ContactFields::FitChars(m_catName, 30);
@@ -47,19 +48,32 @@ void frmContactMainAddEdit::SetCaptions(const QString &title, const QString &fie
 void frmContactMainAddEdit::EditItem(int key)
 {
     BeginEditing(key);
-    const RefLabel item = Contact_ViewItem(m_section, key);
-    ContactFields::Show(m_catName, item.name);
-    ContactFields::Show(m_refName, item.reference);
-    if (m_section == ContactSection::Characteristics) {
-        m_percentage->SetValue(ADO_Contact_GetConcessionPercent(key));
-        m_hardDiscount->SetValue(ADO_Contact_GetConcesionDiscount(key));
-        m_loadedPercentage = m_percentage->Value();
-        m_loadedAmount = m_hardDiscount->Value();
-        const bool locked = !UserMay(ContactSectionOf(m_section).right, Level::Full);
-        LockFields(m_percentage, locked);
-        LockFields(m_hardDiscount, locked);
+    const ReadRow<RefLabel> item = Contact_ViewItem(m_section, key);
+    if (item) {
+        ContactFields::Show(m_catName, item->name);
+        ContactFields::Show(m_refName, item->reference);
     }
-    EndReading(true, {});
+    const bool isWhole = m_section != ContactSection::Characteristics || ReadFigures(key);
+    EndReading(item && isWhole, m_section == ContactSection::Characteristics
+                                    ? QStringLiteral("characteristic")
+                                    : QStringLiteral("entry"));
+}
+
+/// False where a figure could not be read: a discount that is not known must not be stored as none.
+bool frmContactMainAddEdit::ReadFigures(int key)
+{
+    const ReadRow<double> percentage = ADO_Contact_GetConcessionPercent(key);
+    const ReadRow<double> amount = ADO_Contact_GetConcesionDiscount(key);
+    if (percentage)
+        m_percentage->SetValue(*percentage);
+    if (amount)
+        m_hardDiscount->SetValue(*amount);
+    m_loadedPercentage = m_percentage->Value();
+    m_loadedAmount = m_hardDiscount->Value();
+    const bool locked = !UserMay(ContactSectionOf(m_section).right, Level::Full);
+    LockFields(m_percentage, locked);
+    LockFields(m_hardDiscount, locked);
+    return percentage && amount;
 }
 
 RefLabel frmContactMainAddEdit::Item() const

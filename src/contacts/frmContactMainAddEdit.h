@@ -24,6 +24,7 @@ public:
 private:
     void LeaveFields() override;
     int Store() override;
+    bool ReadFigures(int key);
     int StoreCharacteristic();
 
     ContactSection m_section;

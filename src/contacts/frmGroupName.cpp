@@ -23,9 +23,12 @@ frmGroupName::frmGroupName(QWidget *parent)
 void frmGroupName::EditItem(int groupRef)
 {
     BeginEditing(groupRef);
-    m_found = false;
-    ADO_Contact_ShowGroupName(*this, groupRef);
-    EndReading(m_found, QStringLiteral("group"));
+    Notify(QStringLiteral("Loading Group Information"));
+    const ReadRow<GroupName> group = ADO_Contact_ShowGroupName(groupRef);
+    Notify({});
+    if (group)
+        ShowGroupName(*group);
+    EndReading(static_cast<bool>(group), QStringLiteral("group"));
 }
 
 RefLabel frmGroupName::Item() const
@@ -33,22 +36,11 @@ RefLabel frmGroupName::Item() const
     return {m_refName->text(), m_groupName->text()};
 }
 
-void frmGroupName::ShowLoading(const QString &notice)
-{
-    Notify(notice);
-}
-
 void frmGroupName::ShowGroupName(const GroupName &group)
 {
     ContactFields::Show(m_groupName, group.name);
     ContactFields::Show(m_refName, group.referenceId);
     m_types.SetCurrent(m_types.FindData(group.linkRef));
-    m_found = true;
-}
-
-void frmGroupName::ShowLoaded()
-{
-    Notify({});
 }
 
 void frmGroupName::LeaveFields()

@@ -9,7 +9,7 @@ class QLineEdit;
 class TypedCombo;
 
 /// One group: its type, name and reference. On success Item() has the texts.
-class frmGroupName final : public ItemDialog, private GroupNameView
+class frmGroupName final : public ItemDialog
 {
     Q_OBJECT
 
@@ -21,13 +21,10 @@ public:
     RefLabel Item() const;
 
 private:
-    void ShowLoading(const QString &notice) override;
-    void ShowGroupName(const GroupName &group) override;
-    void ShowLoaded() override;
+    void ShowGroupName(const GroupName &group);
     void LeaveFields() override;
     int Store() override;
 
-    bool m_found = false;
     ComboModel m_types;
     TypedCombo *m_linkList;
     QLineEdit *m_groupName;

@@ -13,28 +13,25 @@ Recordset OpenCharacteristics(int organRef)
 }
 } // namespace
 
-void ADO_Organisation_ShowContactOrganisation(ContactOrganisationView &view, int organRef)
+ReadRow<ContactOrganisation> ADO_Organisation_ShowContactOrganisation(int organRef)
 {
-    Reported("ADO_Organisation_ShowContactOrganisation", [&] {
-        const Recordset organisations = OpenRecordset(
-            u"SELECT Country.Country, County.County, City.City, "
-            u"Organisations.OrganName,Organisations.ReferenceID, Organisations.Addr1, Organisations.Addr2, "
-            u"Organisations.Addr3, Organisations.Addr4, Organisations.TelDay, Organisations.TelOut, "
-            u"Organisations.Fax, Organisations.Email, Organisations.URL, Organisations.Postcode FROM "
-            u"((Organisations INNER JOIN City ON Organisations.City = City.City_ID) INNER JOIN Country ON "
-            u"Organisations.Country = Country.Country_ID) INNER JOIN County ON Organisations.County = "
-            u"County.County_ID Where OrganRef = " %
-            SqlNumber(organRef));
-        if (organisations.IsEmpty()) {
-            view.ShowOrganisation({});
-            return;
-        }
-        const Recordset::Row row = organisations.First();
-        view.ShowOrganisation({row.Text(u"Addr1"), row.Text(u"Addr2"), row.Text(u"Addr3"), row.Text(u"Addr4"),
-                               row.Text(u"Postcode"), row.Text(u"TelOut"), row.Text(u"TelDay"),
-                               row.Text(u"Fax"), row.Text(u"Email"), row.Text(u"URL"), row.Text(u"City"),
-                               row.Text(u"County"), row.Text(u"Country")});
-    });
+    return ReadOne<ContactOrganisation>(
+        "ADO_Organisation_ShowContactOrganisation",
+        u"SELECT Country.Country, County.County, City.City, "
+        u"Organisations.OrganName,Organisations.ReferenceID, Organisations.Addr1, Organisations.Addr2, "
+        u"Organisations.Addr3, Organisations.Addr4, Organisations.TelDay, Organisations.TelOut, "
+        u"Organisations.Fax, Organisations.Email, Organisations.URL, Organisations.Postcode FROM "
+        u"((Organisations INNER JOIN City ON Organisations.City = City.City_ID) INNER JOIN Country ON "
+        u"Organisations.Country = Country.Country_ID) INNER JOIN County ON Organisations.County = "
+        u"County.County_ID Where OrganRef = " %
+            SqlNumber(organRef),
+        [](const Recordset::Row &row) {
+            return ContactOrganisation{row.Text(u"Addr1"),  row.Text(u"Addr2"),    row.Text(u"Addr3"),
+                                       row.Text(u"Addr4"),  row.Text(u"Postcode"), row.Text(u"TelOut"),
+                                       row.Text(u"TelDay"), row.Text(u"Fax"),      row.Text(u"Email"),
+                                       row.Text(u"URL"),    row.Text(u"City"),     row.Text(u"County"),
+                                       row.Text(u"Country")};
+        });
 }
 
 bool ADO_Organisation_CheckCharswithContact(int organRef, int contactRef)

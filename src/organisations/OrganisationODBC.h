@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/ReadRow.h"
+
 #include <QString>
 
 /// Data functions of organisations and of what hangs on them; tables `Organisations` and `OrganChars`.
@@ -21,16 +23,8 @@ struct ContactOrganisation {
     QString country;
 };
 
-/// What ADO_Organisation_ShowContactOrganisation fills.
-class ContactOrganisationView
-{
-public:
-    virtual ~ContactOrganisationView() = default;
-    virtual void ShowOrganisation(const ContactOrganisation &organisation) = 0;
-};
-
-/// Shows the address of an organisation beside a person; empty where there is no such organisation.
-void ADO_Organisation_ShowContactOrganisation(ContactOrganisationView &view, int organRef);
+/// Reads the address of an organisation, for showing it beside a person.
+ReadRow<ContactOrganisation> ADO_Organisation_ShowContactOrganisation(int organRef);
 /// True if the organisation has a characteristic that the person lacks; false on an error.
 bool ADO_Organisation_CheckCharswithContact(int organRef, int contactRef);
 /// Gives the person all characteristics of the organisation; others that the person has stay. Writes

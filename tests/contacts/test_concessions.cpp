@@ -40,12 +40,12 @@ private:
 void TestConcessions::NamesAndFigures()
 {
     const int student = Concession_Add("Student's", 17.5, 1234.56, "S");
-    QCOMPARE(ADO_Contact_GetConcessionPercent(student), 17.5);
-    QCOMPARE(ADO_Contact_GetConcesionDiscount(student), 1234.56);
+    QCOMPARE(*ADO_Contact_GetConcessionPercent(student), 17.5);
+    QCOMPARE(*ADO_Contact_GetConcesionDiscount(student), 1234.56);
     QCOMPARE(Concession_Update(student, "Student", 20, 0, "S"), student);
-    QCOMPARE(ADO_Contact_GetConcessionPercent(student), 20.0);
-    QCOMPARE(ADO_Contact_GetConcesionDiscount(student), 0.0);
-    QCOMPARE(ADO_Contact_GetConcessionPercent(4711), 0.0);
+    QCOMPARE(*ADO_Contact_GetConcessionPercent(student), 20.0);
+    QCOMPARE(*ADO_Contact_GetConcesionDiscount(student), 0.0);
+    QVERIFY(ADO_Contact_GetConcessionPercent(4711).IsMissing());
 
     m->dialogs.Expect("Add Concession", exists);
     QCOMPARE(Concession_Add("student", 50, 0, "S"), 0);
@@ -53,7 +53,7 @@ void TestConcessions::NamesAndFigures()
     QVERIFY(other > student);
     m->dialogs.Expect("Update Concession", exists);
     QCOMPARE(Concession_Update(other, "Student", 40, 0, "S"), 0);
-    QCOMPARE(ADO_Contact_GetConcessionPercent(other), 30.0);
+    QCOMPARE(*ADO_Contact_GetConcessionPercent(other), 30.0);
 
     TreeModel tree;
     ADO_Contact_ShowChar(tree);

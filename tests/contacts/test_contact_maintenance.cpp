@@ -53,6 +53,7 @@ private slots:
     void NewOrganisation();
     void Deleting();
     void DeletedElsewhere();
+    void UnreadDiscountCannotBeStored();
     void TypedOrganisation_data();
     void TypedOrganisation();
 
@@ -233,6 +234,22 @@ void TestContactMaintenance::DeletedElsewhere()
     });
     Press(form, "EditBtn");
     QVERIFY(Items(form).IsEmpty());
+}
+
+/// A discount that could not be read is not one of 0, which the next save would make of it.
+void TestContactMaintenance::UnreadDiscountCannotBeStored()
+{
+    AddItem(Section::Characteristics, "Student");
+    frmContactMain form;
+    Choose(form, Section::Characteristics);
+    TestDatabase::Run({"ALTER TABLE Concessions RENAME COLUMN HardDiscount TO Elsewhere"});
+    m->dialogs.ExpectFailure();
+    m->driver.Expect("frmContactMainAddEdit", [](QDialog &dialog) {
+        QVERIFY(!IsEnabled(dialog, "AddBtn"));
+        QVERIFY(Find<QLabel>(dialog, "Warn")->isVisible());
+        Press(dialog, "CanBtn");
+    });
+    Press(form, "EditBtn");
 }
 
 void TestContactMaintenance::TypedOrganisation_data()
