@@ -5,12 +5,12 @@
 #include "database/GlobalCode.h"
 #include "platform/Clock.h"
 #include "platform/Directories.h"
+#include "platform/TextFile.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
 #include <QSaveFile>
-#include <QStringDecoder>
 
 #include <functional>
 #include <limits>
@@ -122,22 +122,8 @@ void Store(const QString &name, const QString &value)
 
 void ReadLine(const QString &line)
 {
-    const qsizetype open = line.indexOf(u'[');
-    const qsizetype close = line.indexOf(u"]=");
-    if (open < 0 || close <= open)
-        return;
-    Store(line.mid(open + 1, close - open - 1).toUpper(), line.mid(close + 2).trimmed());
-}
-
-/// The text of the file whatever editor saved it: by its byte-order mark or the form of its first
-/// character, else as UTF-8, else as the one-byte text of older workstations.
-QString TextOf(const QByteArray &bytes)
-{
-    if (const auto encoding = QStringConverter::encodingForData(bytes, u';'))
-        return QStringDecoder(*encoding).decode(bytes);
-    QStringDecoder utf8(QStringDecoder::Utf8);
-    const QString text = utf8.decode(bytes);
-    return utf8.hasError() ? QString::fromLatin1(bytes) : text;
+    if (const std::optional<KeyLine> keyLine = KeyLineOf(line))
+        Store(keyLine->key.toUpper(), keyLine->value);
 }
 
 void ReadFile(const QString &name)
@@ -145,7 +131,7 @@ void ReadFile(const QString &name)
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly))
         return;
-    const QString text = TextOf(file.read(longestFile));
+    const QString text = TextOf(file.read(longestFile), u';');
     try {
         for (qsizetype begin = 0; begin < text.size();) {
             qsizetype end = begin;

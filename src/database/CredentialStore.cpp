@@ -2,6 +2,7 @@
 
 #include "core/Session.h"
 #include "platform/Directories.h"
+#include "platform/TextFile.h"
 
 #include <QFile>
 
@@ -42,19 +43,13 @@ Table MakeTable()
     return table;
 }
 
-struct Entry {
-    QString key; ///< in upper case
-    QString value;
-};
-
-std::optional<Entry> EntryOf(const QByteArray &scrambled)
+/// The line with its key in upper case.
+std::optional<KeyLine> EntryOf(const QByteArray &scrambled)
 {
-    const QString line = QString::fromUtf8(ScrambleLine(scrambled));
-    const qsizetype open = line.indexOf(u'[');
-    const qsizetype close = line.indexOf(QStringLiteral("]="));
-    if (open < 0 || close < open)
-        return std::nullopt;
-    return Entry{line.mid(open + 1, close - open - 1).toUpper(), line.mid(close + 2).trimmed()};
+    std::optional<KeyLine> line = KeyLineOf(QString::fromUtf8(ScrambleLine(scrambled)));
+    if (line)
+        line->key = line->key.toUpper();
+    return line;
 }
 
 /// Calls `take` with each line of the file, without its end. False if a reading fails.
@@ -88,7 +83,7 @@ bool WriteStore(QFile &out, const QString &file, const QString &key, const QStri
         if (!in.open(QIODevice::ReadOnly))
             return false;
         const bool copied = ForEachLine(in, [&](const QByteArray &line) {
-            const std::optional<Entry> entry = EntryOf(line);
+            const std::optional<KeyLine> entry = EntryOf(line);
             return (entry && entry->key == key.toUpper()) || WriteLine(out, line);
         });
         if (!copied)
@@ -144,7 +139,7 @@ QString FetchCredential(const QString &file, const QString &key)
         return {};
     QString value;
     ForEachLine(in, [&](const QByteArray &line) {
-        if (const std::optional<Entry> entry = EntryOf(line); entry && entry->key == key.toUpper())
+        if (const std::optional<KeyLine> entry = EntryOf(line); entry && entry->key == key.toUpper())
             value = entry->value;
         return true;
     });

@@ -3,6 +3,7 @@
 #include "exchange/CsvFields.h"
 #include "exchange/TextLines.h"
 #include "platform/Directories.h"
+#include "platform/TextFile.h"
 
 #include <algorithm>
 #include <optional>
@@ -16,14 +17,10 @@ bool Same(const QString &a, const QString &b)
 
 std::optional<CsvMapEntry> EntryOf(const QString &line)
 {
-    const qsizetype open = line.indexOf(u'[');
-    const qsizetype close = line.indexOf(QLatin1String("]="), open + 1);
-    if (open < 0 || close < 0)
+    const std::optional<KeyLine> keyLine = KeyLineOf(line);
+    if (!keyLine || keyLine->value.isEmpty())
         return std::nullopt;
-    const QString value = line.mid(close + 2).trimmed();
-    if (value.isEmpty())
-        return std::nullopt;
-    return CsvMapEntry{line.mid(open + 1, close - open - 1).trimmed(), value.front(), value.mid(1).trimmed()};
+    return CsvMapEntry{keyLine->key.trimmed(), keyLine->value.front(), keyLine->value.mid(1).trimmed()};
 }
 } // namespace
 

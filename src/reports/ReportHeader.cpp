@@ -1,11 +1,12 @@
 #include "reports/ReportHeader.h"
 
+#include "platform/TextFile.h"
 #include "platform/Windows1252.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStringDecoder>
+#include <QStringConverter>
 
 namespace
 {
@@ -32,11 +33,8 @@ ReportHeader ReadReportHeader(const QString &fileName)
     QByteArray bytes = file.read(mostBytes + 1);
     if (bytes.size() > mostBytes)
         return LeftOut(fileName, u"is larger than 8 megabytes.");
-    if (const auto encoding = QStringConverter::encodingForData(bytes)) {
-        QStringDecoder decode(*encoding);
-        const QString text = decode(bytes);
-        bytes = ToWindows1252(text);
-    }
+    if (QStringConverter::encodingForData(bytes))
+        bytes = ToWindows1252(TextOf(bytes));
     if (bytes.contains('\0'))
         return LeftOut(fileName, u"is not a text.");
     if (!bytes.isEmpty() && !bytes.endsWith('\n'))

@@ -1,10 +1,10 @@
 #include "users/SecurityMap.h"
 
 #include "database/Security.h"
+#include "platform/TextFile.h"
 
 #include <QFile>
 #include <QSet>
-#include <QStringDecoder>
 
 #include <optional>
 
@@ -15,16 +15,6 @@ namespace
 constexpr qint64 maxFileBytes = 64 * 1024 * 1024;
 constexpr size_t maxEntries = 2000;
 constexpr qsizetype maxLine = 1000;
-
-/// The file was written by whatever editor the site has: a byte-order mark tells, else UTF-8, else the
-/// one-byte code page.
-QString Decoded(const QByteArray &bytes)
-{
-    const auto marked = QStringConverter::encodingForData(bytes);
-    QStringDecoder decoder(marked.value_or(QStringConverter::Utf8));
-    const QString text = decoder.decode(bytes);
-    return decoder.hasError() && !marked ? QString::fromLatin1(bytes) : text;
-}
 
 RightKind KindOfMark(QChar mark)
 {
@@ -42,14 +32,13 @@ RightKind KindOfMark(QChar mark)
 
 std::optional<SecurityMapEntry> ParseEntry(QStringView line)
 {
-    const qsizetype open = line.indexOf(u'[');
-    const qsizetype close = line.indexOf(u"]=", open + 1);
-    if (open < 0 || close < 0)
+    const std::optional<KeyLine> keyLine = KeyLineOf(line);
+    if (!keyLine)
         return std::nullopt;
 
     SecurityMapEntry entry;
-    entry.key = line.mid(open + 1, close - open - 1).trimmed().toString();
-    entry.text = line.mid(close + 2).trimmed().toString();
+    entry.key = keyLine->key.trimmed();
+    entry.text = keyLine->value;
     if (entry.key.isEmpty() || entry.text.isEmpty())
         return std::nullopt;
 
@@ -78,7 +67,7 @@ std::vector<SecurityMapEntry> ReadSecurityMap(const QString &fileName, const QSt
     if (!file.open(QIODevice::ReadOnly))
         return entries;
 
-    const QString text = Decoded(file.read(maxFileBytes)).replace(u'\r', u'\n');
+    const QString text = TextOf(file.read(maxFileBytes)).replace(u'\r', u'\n');
     const QString start = u'[' % language % u']';
     QSet<QString> keys;
     bool inSection = false;
