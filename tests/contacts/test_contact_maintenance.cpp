@@ -5,6 +5,8 @@
 #include "support/RightsTable.h"
 #include "support/TestTable.h"
 
+#include <QLabel>
+#include <QPushButton>
 #include <QTest>
 
 using Dialogs::Answer;
@@ -245,7 +247,7 @@ void TestContactMaintenance::UnreadDiscountCannotBeStored()
     TestDatabase::Run({"ALTER TABLE Concessions RENAME COLUMN HardDiscount TO Elsewhere"});
     m->dialogs.ExpectFailure();
     m->driver.Expect("frmContactMainAddEdit", [](QDialog &dialog) {
-        QVERIFY(!IsEnabled(dialog, "AddBtn"));
+        QVERIFY(!Find<QPushButton>(dialog, "AddBtn")->isEnabled());
         QVERIFY(Find<QLabel>(dialog, "Warn")->isVisible());
         Press(dialog, "CanBtn");
     });
