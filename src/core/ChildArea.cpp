@@ -2,6 +2,7 @@
 
 #include "core/ChildKeys.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QMdiSubWindow>
 #include <QPainter>
@@ -32,6 +33,7 @@ QMdiSubWindow *ChildArea::Open(QWidget *form)
 {
     QMdiSubWindow *frame = addSubWindow(form);
     frame->setWindowIcon(form->windowIcon());
+    frame->installEventFilter(this);
     frame->show();
     return frame;
 }
@@ -46,6 +48,11 @@ void ChildArea::SetNotice(const QString &title, const QString &text)
 
 bool ChildArea::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::Close && qobject_cast<QMdiSubWindow *>(watched) &&
+        QApplication::activeModalWidget()) {
+        event->ignore();
+        return true;
+    }
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
     const auto *widget = isKey ? qobject_cast<const QWidget *>(watched) : nullptr;
     if (widget && widget->window() != window())

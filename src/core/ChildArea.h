@@ -27,7 +27,8 @@ public:
     void ArrangeIcons();
 
 protected:
-    /// Keys pressed in a dialog of a child window are the dialog's, Ctrl+Tab for its tabs among them.
+    /// Keys pressed in a dialog of a child window are the dialog's, Ctrl+Tab for its tabs among them. No
+    /// child window closes under a modal one, which may stand on what it shows.
     bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;

@@ -39,7 +39,7 @@ bool ChildKeys::eventFilter(QObject *watched, QEvent *event)
 bool ChildKeys::Press(const QKeySequence &key) const
 {
     const QMdiSubWindow *frame = m_children->activeSubWindow();
-    if (!frame || QApplication::activeWindow() != m_children->window())
+    if (!frame || QApplication::activeWindow() != m_children->window() || QApplication::activeModalWidget())
         return false;
     QWidget *found = nullptr;
     for (QWidget *widget : frame->findChildren<QWidget *>()) {
@@ -50,7 +50,7 @@ bool ChildKeys::Press(const QKeySequence &key) const
         found = widget;
     }
     if (auto *button = qobject_cast<QAbstractButton *>(found))
-        button->animateClick();
+        button->click();
     else if (auto *caption = qobject_cast<QLabel *>(found))
         caption->buddy()->setFocus(Qt::ShortcutFocusReason);
     return found;

@@ -2,6 +2,7 @@
 
 #include "controls/ListModel.h"
 #include "core/Icons.h"
+#include "forms/ButtonKeys.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -24,6 +25,7 @@ void TurnPage(QTabWidget &tabs, int step)
 FormBuilder::FormBuilder(QWidget *page)
     : m_page(page)
 {
+    ButtonKeys::Serve();
     auto *grid = new QGridLayout(page);
     Push(page, grid);
 }
@@ -153,7 +155,8 @@ QPushButton *FormBuilder::NewButton(const QString &name, const QString &caption)
 {
     auto *button = new QPushButton(caption, Parent());
     button->setObjectName(name);
-    // Enter presses the form's default button or nothing, never the button that happens to come first.
+    // Away from the buttons Enter presses the default one or nothing, never the one that happens to come
+    // first.
     button->setAutoDefault(false);
     m_order.push_back(button);
     return button;

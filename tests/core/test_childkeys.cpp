@@ -1,6 +1,9 @@
 #include "core/ChildArea.h"
 
+#include "forms/ButtonKeys.h"
+
 #include <QApplication>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -9,6 +12,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QVBoxLayout>
 
 /// A main window with a "&Security" menu and two child windows that have that letter too.
@@ -34,6 +38,7 @@ class TestChildKeys final : public QObject
 private slots:
     void init()
     {
+        ButtonKeys::Serve();
         m_window = std::make_unique<QMainWindow>();
         m_area = new ChildArea(m_window.get());
         m_window->setCentralWidget(m_area);
@@ -52,12 +57,46 @@ private slots:
         const QSignalSpy searched(search, &QPushButton::clicked);
         const QSignalSpy saved(other, &QPushButton::clicked);
         PressAltS();
-        QTRY_COMPARE(saved.size(), 1);
+        QCOMPARE(saved.size(), 1);
         m_area->activatePreviousSubWindow();
         PressAltS();
-        QTRY_COMPARE(searched.size(), 1);
+        QCOMPARE(searched.size(), 1);
         QCOMPARE(saved.size(), 1);
         QVERIFY(!MenuIsOpen());
+    }
+
+    /// Two mnemonics one straight after the other: the second finds what the first has done.
+    void FastHands()
+    {
+        auto *open = new QPushButton(u"&New"_qs);
+        auto *exit = new QPushButton(u"E&xit"_qs);
+        auto *find = new QPushButton(u"Fin&d"_qs);
+        auto *grey = new QPushButton(u"&Grey"_qs);
+        QWidget *form = AddChild({new QLineEdit, open, exit, find, grey});
+        const QSignalSpy exits(exit, &QPushButton::clicked);
+        const QSignalSpy finds(find, &QPushButton::clicked);
+        const auto alt = [form](Qt::Key key) { QTest::keyClick(form->focusWidget(), key, Qt::AltModifier); };
+        connect(grey, &QPushButton::clicked, find, [find] { find->setEnabled(false); });
+        connect(open, &QPushButton::clicked, form, [&] {
+            QDialog dialog(form);
+            QTimer::singleShot(0, &dialog, [&] {
+                // The desktop has not moved the focus to the dialog yet.
+                QApplication::setActiveWindow(m_window.get());
+                alt(Qt::Key_X);
+                QVERIFY(!form->parentWidget()->close());
+                QTimer::singleShot(150, &dialog, &QDialog::reject);
+            });
+            dialog.exec();
+        });
+        alt(Qt::Key_N);
+        QVERIFY(exits.isEmpty() && form->isVisible());
+        QApplication::setActiveWindow(m_window.get());
+        alt(Qt::Key_X);
+        QCOMPARE(exits.size(), 1);
+        alt(Qt::Key_G);
+        alt(Qt::Key_D);
+        QTest::qWait(150);
+        QVERIFY(finds.isEmpty());
     }
 
     void ACaptionLeadsToItsField()

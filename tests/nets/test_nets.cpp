@@ -315,6 +315,28 @@ private slots:
         QCOMPARE(pressed, expected);
     }
 
+    void enter_presses_the_button_that_has_the_focus()
+    {
+        const auto form = Shown();
+        QStringList pressed;
+        const auto buttons = form->findChildren<QPushButton *>();
+        for (QPushButton *button : buttons) {
+            disconnect(button, &QAbstractButton::clicked, nullptr, nullptr);
+            connect(button, &QAbstractButton::clicked, form.get(),
+                    [&pressed, button] { pressed.append(button->objectName()); });
+        }
+        OnEveryPage(*form, [&] {
+            for (QPushButton *button : buttons) {
+                if (!button->isVisible() || !button->isEnabled())
+                    continue;
+                button->setFocus();
+                pressed.clear();
+                QTest::keyClick(button, Qt::Key_Return);
+                QCOMPARE(pressed, QStringList(button->objectName()));
+            }
+        });
+    }
+
     void rights_to_look_lock_every_field()
     {
         const FormEntry &entry = Entry();
