@@ -1,6 +1,7 @@
 #include "forms/ProgressBox.h"
 
 #include "forms/FormBuilder.h"
+#include "forms/ModalFront.h"
 #include "forms/ProgressBar.h"
 #include "platform/Dialogs.h"
 
@@ -9,12 +10,53 @@
 namespace
 {
 constexpr qint64 shownAfter = 300; // milliseconds
+
+/// What changes the focus or the state of a whole window before its widgets are told. The end of a press
+/// passes on to them, since the toolkit would wait for it.
+bool StartsInput(const QEvent &event)
+{
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ContextMenu:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletPress:
+    case QEvent::NativeGesture:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+    case QEvent::Close:
+        return true;
+    default:
+        return false;
+    }
 }
+
+bool IsInput(const QEvent &event)
+{
+    switch (event.type()) {
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseMove:
+    case QEvent::InputMethod:
+    case QEvent::Shortcut:
+    case QEvent::ShortcutOverride:
+        return true;
+    default:
+        return StartsInput(event);
+    }
+}
+} // namespace
 
 ProgressBox::ProgressBox(QWidget *form, const QString &title)
     : QDialog(form)
     , m_bar(new ProgressBar)
     , m_progress(m_bar->NewRun())
+    , m_frontBefore(QApplication::activeModalWidget())
 {
     setObjectName(QStringLiteral("ProgressBox"));
     setWindowTitle(title);
@@ -63,23 +105,18 @@ void ProgressBox::reject()
     m_progress.Cancel();
 }
 
-/// Nothing on the form may start a second run before the box stands before it.
-bool ProgressBox::eventFilter(QObject *, QEvent *event)
+/// Nothing but painting passes while a run is under way, except to this box and to questions of the run: what
+/// the run reads must not change below it, and nothing may start a second one.
+bool ProgressBox::eventFilter(QObject *watched, QEvent *event)
 {
-    switch (event->type()) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::Shortcut:
-    case QEvent::Close: {
-        const QWidget *modal = QApplication::activeModalWidget();
-        return !isVisible() && (!modal || modal == parentWidget()->window());
-    }
-    default:
+    const bool isWindow = watched->isWindowType();
+    if (!(isWindow ? StartsInput(*event) : IsInput(*event)))
         return false;
-    }
+    const QWidget *front = QApplication::activeModalWidget();
+    if (front && front != m_frontBefore && ModalFront::Holds(front, watched))
+        return false;
+    event->ignore();
+    return true;
 }
 
 void ProgressBox::ShowIfLong(int done, int maximum)

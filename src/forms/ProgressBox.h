@@ -9,7 +9,8 @@
 class ProgressBar;
 
 /// Stands before a form while a long run of its own is under way: how far it is, and a button that stops it.
-/// A run that is over at once shows nothing.
+/// A run that is over at once shows nothing. From its first moment nothing but the box and what the run asks
+/// takes input; the rest of the program is painted, no more.
 class ProgressBox final : public QDialog
 {
     Q_OBJECT
@@ -34,4 +35,5 @@ private:
     ProgressBar *m_bar;
     Progress m_progress;
     QElapsedTimer m_since;
+    const QWidget *m_frontBefore; ///< the modal window that the run began under; it stays open below it
 };

@@ -8,6 +8,7 @@
 #include <QRadioButton>
 #include <QTest>
 #include <QThread>
+#include <QWheelEvent>
 
 namespace
 {
@@ -135,6 +136,13 @@ void TestContactManager::ApplyingCanBeStopped()
         QThread::msleep(400);
         // Until the box stands there, the form is deaf: a second press must not start a second run.
         QTest::mouseClick(Find<QPushButton>(form, "AddToConBtn"), Qt::LeftButton);
+        // Nor may the wheel choose other people, or the window go, while theirs are being read.
+        auto *subset = Find<ComboBox>(form, "ConcessionList");
+        QWheelEvent notch({}, subset->mapToGlobal(QPointF()), {}, {0, -120}, {}, {}, Qt::NoScrollPhase,
+                          false);
+        QApplication::sendEvent(subset, &notch);
+        QCOMPARE(subset->Model().Current(), 0);
+        QVERIFY(!form.close() && form.isVisible());
     });
     m->driver.Expect("ProgressBox", [](QDialog &box) { Press(box, "CancelBtn"); });
     m->dialogs.Expect(
