@@ -83,10 +83,10 @@ bool CustomAttrib_LeaveOutDeleted(TreeModel &tree)
     return true;
 }
 
-bool CustomAttrib_Delete(const TreeNode &node)
+bool CustomAttrib_Delete(const QString &key)
 {
-    const int key = KeyNumber(node.key);
-    return node.key.startsWith(u'!') ? ADO_CustomAttrib_DelAttrib(key) : ADO_CustomAttrib_DelAttribVal(key);
+    const int number = KeyNumber(key);
+    return key.startsWith(u'!') ? ADO_CustomAttrib_DelAttrib(number) : ADO_CustomAttrib_DelAttribVal(number);
 }
 
 void CustomAttrib_Toggle(TreeModel &tree, TreeNode *node)

@@ -29,7 +29,7 @@ int CustomAttrib_UpdateAttribVal(int key, const QString &value, int attributeRef
 /// Takes the ticked values out of the tree that were deleted, and tells the user. False on an error.
 bool CustomAttrib_LeaveOutDeleted(TreeModel &tree);
 /// Deletes what a node stands for: an attribute with its values, or one value. False on an error.
-bool CustomAttrib_Delete(const TreeNode &node);
+bool CustomAttrib_Delete(const QString &key);
 
 /// What a click on a node's tick does to a record: a value's tick goes on or off, and of a single select
 /// attribute no other value keeps its own. Attributes have no tick.

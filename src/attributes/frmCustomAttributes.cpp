@@ -115,8 +115,9 @@ void frmCustomAttributes::AddValue()
         return;
     const TreeNode *attribute = IsAttribute(*node) ? node : node->parent;
     const int attributeRef = KeyNumber(attribute->key);
+    const QString name = attribute->text;
     gDialogResult = 0;
-    frmAddAttributeVal(attributeRef, attribute->text, this).exec();
+    frmAddAttributeVal(attributeRef, name, this).exec();
     ShowSaved(ValueKey(gDialogResult, attributeRef));
 }
 
@@ -132,8 +133,9 @@ void frmCustomAttributes::EditSelected()
         form.EditAttrib(KeyNumber(key));
         form.exec();
     } else {
-        frmAddAttributeVal form(KeyNumber(node->parent->key), node->parent->text, this);
-        form.EditValue(KeyNumber(key), node->text);
+        const QString value = node->text;
+        frmAddAttributeVal form(KeyNumber(node->parent->key), QString(node->parent->text), this);
+        form.EditValue(KeyNumber(key), value);
         form.exec();
     }
     ShowSaved(key);
@@ -144,12 +146,13 @@ void frmCustomAttributes::DeleteSelected()
     const TreeNode *node = m_attributes.Selected();
     if (!node)
         return;
+    const QString key = node->key;
     const auto answer =
         Dialogs::MsgBox(u"Okay to delete item '" % node->text % u'\'', QStringLiteral("Confirm Deletion"),
                         Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
-    if (answer != Dialogs::Answer::Yes || !CustomAttrib_Delete(*node))
+    if (answer != Dialogs::Answer::Yes || !CustomAttrib_Delete(key))
         return;
-    m_attributes.Remove(QString(node->key));
+    m_attributes.Remove(key);
     m_attributes.Select(m_attributes.NodeAt(m_attributes.Selection()->currentIndex()));
     EnableButtons();
 }

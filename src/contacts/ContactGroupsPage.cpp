@@ -304,7 +304,7 @@ void ContactGroupsPage::ViewMembers()
 void ContactGroupsPage::OpenLeaf(const TreeNode *node)
 {
     if (node->key.startsWith(u'?'))
-        OpenContacts({node->key});
+        OpenContacts({QString(node->key)});
 }
 
 void ContactGroupsPage::OpenContacts(const QStringList &keys)

@@ -36,7 +36,7 @@ public:
     /// The row of a person with address and town; nothing if the person does not exist any more. Who lives
     /// in a town that is missing from its table is found by nobody that way, and has the name alone: to
     /// drop a student here would end the enrolment.
-    std::optional<ListItem> Read(const ListItem &person)
+    std::optional<ListItem> Read(ListItem person)
     {
         const int contactRef = KeyNumber(person.key);
         const std::optional<bool> exists = ADO_Contact_CheckContact(contactRef);
@@ -92,13 +92,16 @@ void Contact_SelectChosen(ListModel &available, ListModel &selected, Progress &p
     std::vector<ListItem> joining;
     qsizetype done = 0;
     for (; done < chosen.size() && reader.GoesOn(); ++done) {
-        const ListItem &row = available.At(available.Find(chosen.at(done)));
-        std::optional<ListItem> person = reader.Read(row);
+        const QString &key = chosen.at(done);
+        const int row = available.Find(key);
+        if (row < 0)
+            continue;
+        std::optional<ListItem> person = reader.Read(available.At(row));
         if (reader.Failed())
             break;
         if (!person)
-            gone.append(row.key);
-        else if (!selected.Contains(row.key))
+            gone.append(key);
+        else if (!selected.Contains(key))
             joining.push_back(*std::move(person));
     }
     available.SelectKeys(chosen.mid(done));

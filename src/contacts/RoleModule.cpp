@@ -47,18 +47,18 @@ QString TodayUnpadded()
 }
 
 /// False if the role stays in the list.
-bool MayRemove(int contactRef, ListModel &roles, int row)
+bool MayRemove(int contactRef, ListModel &roles, const QString &key)
 {
     const QString title = QStringLiteral("Remove Role");
-    if (!Asked(u"Remove Role " % roles.At(row).text % u" from this Contact?", title))
+    if (!Asked(u"Remove Role " % roles.At(roles.Find(key)).text % u" from this Contact?", title))
         return false;
-    if (!ADO_Contact_GetRoleInUse(KeyNumber(roles.At(row).key), contactRef))
+    if (!ADO_Contact_GetRoleInUse(KeyNumber(key), contactRef))
         return true;
     if (Asked(
             QStringLiteral("Contact has been appointed todo this Role!\nWould you like to sent the End Role "
                            "Date to today?"),
             title))
-        roles.SetSubItem(row, EndDate, TodayUnpadded());
+        roles.SetSubItem(roles.Find(key), EndDate, TodayUnpadded());
     return false;
 }
 } // namespace
@@ -112,11 +112,10 @@ void Role_AddToList(const ContactRole &role, ListModel &roles)
 void Role_RemoveSelected(int contactRef, ListModel &roles)
 {
     for (const QString &key : roles.SelectedKeys()) {
-        const int row = roles.Find(key);
-        if (MayRemove(contactRef, roles, row))
-            roles.Remove(row);
+        if (MayRemove(contactRef, roles, key))
+            roles.RemoveKey(key);
         else
-            roles.Select(row, false);
+            roles.Select(roles.Find(key), false);
     }
 }
 

@@ -221,8 +221,9 @@ void frmCourse::AddCourse()
     TreeNode node{u'?' % SqlNumber(gDialogResult), form.CourseTitle()};
     node.image = QStringLiteral("card");
     const TreeNode *added = m_courses.Add({}, std::move(node));
-    m_courses.Select(added);
     m_list->ShowNode(added);
+    // A course that is gone again by now leaves the tree as it is selected.
+    m_courses.Select(added);
 }
 
 void frmCourse::EditCourse()

@@ -7,7 +7,10 @@ void DeleteSelected(ListModel &list, const std::function<Deletion(const ListItem
                     const QString &word)
 {
     for (const QString &key : list.SelectedKeys()) {
-        const ListItem item = list.At(list.Find(key));
+        const int row = list.Find(key);
+        if (row < 0)
+            continue;
+        const ListItem item = list.At(row);
         const Dialogs::Answer answer = Dialogs::MsgBox(u"Okay to delete " % word % u" '" % item.text % u'\'',
                                                        QStringLiteral("Confirm Deletion"),
                                                        Dialogs::Buttons::YesNo, Dialogs::Icon::Question);

@@ -23,10 +23,12 @@ public:
     Pages(const ListModel &list, const std::vector<int> &rows, const QString &title,
           QPagedPaintDevice &device)
         : m_list(list)
-        , m_rows(rows)
         , m_title(title)
         , m_device(device)
     {
+        // The pages are of the list as it is now, whatever becomes of it while the window lives.
+        for (const int row : rows)
+            m_rows.push_back(list.At(row));
     }
 
     bool Print(const ListPrint::EachPage &eachPage)
@@ -52,10 +54,9 @@ public:
 private:
     /// Where the painter draws: its origin is the corner of what can be printed on.
     QRect Paper() const { return m_painter.viewport(); }
-    QString Cell(int row, int column) const
+    static QString Cell(const ListItem &row, int column)
     {
-        const ListItem &item = m_list.At(row);
-        return column == 0 ? item.text : item.subItems.value(column - 1);
+        return column == 0 ? row.text : row.subItems.value(column - 1);
     }
 
     QString Title(int column) const
@@ -69,7 +70,7 @@ private:
     void PrintLine(int line, const std::function<QString(int column)> &text);
 
     const ListModel &m_list;
-    const std::vector<int> &m_rows;
+    std::vector<ListItem> m_rows;
     QString m_title;
     QPagedPaintDevice &m_device;
     QPainter m_painter;

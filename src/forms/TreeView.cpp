@@ -75,10 +75,11 @@ void TreeView::mouseReleaseEvent(QMouseEvent *event)
 
 void TreeView::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    TreeNode *node = m_tree.NodeAt(indexAt(event->pos()));
+    // The click selects the node, and a form may take out a node that is no more.
+    const QPersistentModelIndex at(indexAt(event->pos()));
     QTreeView::mouseDoubleClickEvent(event);
-    if (node && event->button() == Qt::LeftButton)
-        emit Opened(node);
+    if (at.isValid() && event->button() == Qt::LeftButton)
+        emit Opened(m_tree.NodeAt(at));
 }
 
 void TreeView::paintEvent(QPaintEvent *event)

@@ -75,13 +75,12 @@ void Organisation_TakeContacts(const ListModel &people, ListModel &contacts, Pro
 void Organisation_RemoveContacts(ListModel &contacts)
 {
     for (const QString &key : contacts.SelectedKeys()) {
-        const int row = contacts.Find(key);
         // The title is that of the roles; users know it from there and here.
-        if (Agrees(u"Remove Contact " % contacts.At(row).text % u" from this Organisation?",
+        if (Agrees(u"Remove Contact " % contacts.At(contacts.Find(key)).text % u" from this Organisation?",
                    QStringLiteral("Remove Role")))
-            contacts.Remove(row);
+            contacts.RemoveKey(key);
         else
-            contacts.Select(row, false);
+            contacts.Select(contacts.Find(key), false);
     }
 }
 
