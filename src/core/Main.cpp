@@ -41,6 +41,7 @@ void Main()
     gDBValid = false;
     gDBValid = DatabaseIsNamed() && ConnectDatabase(false);
 
+    // Its boxes may stand for any time: no window opens before the logon is decided.
     auto *splash = new frmSplash;
     if (gDBValid && !CheckLogon({}, {}))
         splash->AskForLogon();
@@ -56,7 +57,6 @@ void ShowMainWindow()
 
 void Restart()
 {
-    if (g_mainWindow)
-        g_mainWindow->Unload();
-    Main();
+    if (!g_mainWindow || g_mainWindow->Unload())
+        Main();
 }

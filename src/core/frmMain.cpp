@@ -27,6 +27,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QFocusEvent>
 #include <QHash>
 #include <QLabel>
 #include <QMdiSubWindow>
@@ -300,6 +301,14 @@ void frmMain::ShowProperties()
         m_panels[2]->setText(u"  " % SystemValue(SystemRef::DatabaseName));
 }
 
+/// What was half typed belongs to the database that is about to be closed.
+void frmMain::LeaveField()
+{
+    QFocusEvent left(QEvent::FocusOut, Qt::OtherFocusReason);
+    if (QWidget *field = focusWidget())
+        QCoreApplication::sendEvent(field, &left);
+}
+
 bool frmMain::ReconnectUntilSettled(const DatabaseChoice &last)
 {
     while (!ConnectDatabase(false)) {
@@ -334,6 +343,7 @@ void frmMain::SwitchDatabase()
     Screens::Installed().chooseDatabase(this);
     if (gDialogResult != 1)
         return;
+    LeaveField();
     gConnection.Close();
     gDBValid = ReconnectUntilSettled(last);
     if (gDBValid && !CheckLogon(gUserName, gUserPassword)) {
@@ -362,28 +372,39 @@ void frmMain::RefreshForms()
     });
 }
 
-void frmMain::Unload()
+/// What a child window still has to store needs the database, so that they close first. The last opened goes
+/// first; false where one stays open.
+bool frmMain::CloseChildren()
+{
+    const QList<QMdiSubWindow *> frames = m_children->subWindowList(QMdiArea::CreationOrder);
+    return std::all_of(frames.rbegin(), frames.rend(), [](QMdiSubWindow *frame) { return frame->close(); });
+}
+
+bool frmMain::Unload()
 {
     if (m_unloaded)
-        return;
+        return true;
+    // Without a database there is nothing to stay for.
+    if (!CloseChildren() && gDBValid)
+        return false;
     m_unloaded = true;
     StoreWindow();
     if (gDBValid)
         StoreSessionCredential();
     gConnection.Close();
     WriteSettings(Directories::WrittenFile(QStringLiteral("prog.ini")));
-    const QList<QMdiSubWindow *> frames = m_children->subWindowList(QMdiArea::CreationOrder);
-    std::for_each(frames.rbegin(), frames.rend(), [](QMdiSubWindow *frame) { frame->close(); });
     LogFinish();
     hide();
     deleteLater();
+    return true;
 }
 
 void frmMain::closeEvent(QCloseEvent *event)
 {
-    event->accept();
     if (m_unloaded)
         return;
-    Unload();
-    QCoreApplication::quit();
+    const bool isOver = Unload();
+    event->setAccepted(isOver);
+    if (isOver)
+        QCoreApplication::quit();
 }

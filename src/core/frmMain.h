@@ -20,8 +20,9 @@ public:
     void Load();
     /// Sets the status bar and what each command may do, by the database and the user's rights.
     void Login();
-    /// Ends the session, errors ignored: credentials, connection, settings, forms and log. The window goes.
-    void Unload();
+    /// Ends the session, errors ignored: forms, credentials, connection, settings and log. The window goes.
+    /// False where a child window stays open, and with it the session.
+    bool Unload();
     void SwitchDatabase();
 
     /// Takes the place of the screen's width, in pixels, for the advice that it gives; 0 = the real one.
@@ -46,6 +47,8 @@ private:
     void OpenChild(const QString &command);
     void ShowProperties();
     void RefreshForms();
+    bool CloseChildren();
+    void LeaveField();
     bool ReconnectUntilSettled(const DatabaseChoice &last);
     void StartAnew(const QString &text, const QString &title, bool exclamation);
 

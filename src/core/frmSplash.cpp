@@ -3,6 +3,7 @@
 #include "core/Main.h"
 #include "core/Session.h"
 #include "core/Version.h"
+#include "forms/ButtonKeys.h"
 #include "platform/Connection.h"
 #include "platform/Dialogs.h"
 #include "users/UsersModule.h"
@@ -58,6 +59,7 @@ frmSplash::frmSplash()
     StandOnPicture(m_name, 3.2, QFont::Light);
     StandOnPicture(m_version, 1.05, QFont::Normal);
     BuildLogon();
+    ButtonKeys::Serve();
 
     const int em = fontMetrics().height();
     auto *page = new QVBoxLayout(this);
@@ -77,7 +79,6 @@ frmSplash::frmSplash()
     m_timer.setSingleShot(true);
     m_timer.setInterval(splashTime);
     connect(&m_timer, &QTimer::timeout, this, &frmSplash::Finish);
-    m_timer.start();
 }
 
 void frmSplash::BuildLogon()
@@ -118,7 +119,6 @@ void frmSplash::BuildLogon()
 
 void frmSplash::AskForLogon()
 {
-    m_timer.stop();
     m_logon->show();
     adjustSize();
 }
@@ -142,7 +142,9 @@ void frmSplash::showEvent(QShowEvent *event)
     QWidget::showEvent(event);
     adjustSize();
     move(screen()->availableGeometry().center() - rect().center());
-    if (!m_logon->isHidden())
+    if (m_logon->isHidden())
+        m_timer.start();
+    else
         m_user->setFocus();
     SetTopmost(true);
 }
@@ -151,7 +153,7 @@ void frmSplash::keyPressEvent(QKeyEvent *event)
 {
     const bool asks = !m_logon->isHidden();
     if (asks && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
-        (m_cancel->hasFocus() ? m_cancel : m_ok)->click();
+        m_ok->click();
     else if (asks && event->key() == Qt::Key_Escape)
         m_cancel->click();
     else

@@ -16,7 +16,7 @@ class frmSplash final : public QWidget
 public:
     frmSplash();
 
-    /// Shows the logon fields and stops the timer.
+    /// Shows the logon fields, in place of the timer that ends the splash.
     void AskForLogon();
 
 protected:

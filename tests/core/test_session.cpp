@@ -14,6 +14,7 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -244,6 +245,57 @@ private slots:
         QVERIFY(Read("prog.ini").contains("[Switches]=1,0,"));
         const QByteArray log = Read("log.txt");
         QVERIFY(log.count('\n') == 2 && log.contains("\nError Log finished at "));
+    }
+
+    /// The desktop's users leave in the middle of a word: what they typed is kept as on leaving the field,
+    /// since its database is still open.
+    void LeavingWithAWordHalfTyped_data()
+    {
+        const TestTable<QString> row{"command"};
+        row("exit", "ID_Exit");
+        row("log off", "ID_LogOff");
+        row("a switch that fails", "ID_SwitchDatabase");
+    }
+    void LeavingWithAWordHalfTyped()
+    {
+        QFETCH(QString, command);
+        const QString file = Start();
+        QApplication::setActiveWindow(MainWindow());
+        auto *apply = Child("frmContact")->widget()->findChild<QComboBox *>("CharList");
+        apply->setFocus();
+        QTest::keyClicks(apply, "Pensioner");
+        if (command == "ID_SwitchDatabase") {
+            Choose({Path("gone.mdb"), QString()});
+            const QString failure = u"Veltrane couldn't connect to an datasource.\nThe database file " %
+                                    Path("gone.mdb") % u" does not exist.";
+            m_user->Expect("ODBC", failure);
+            m_user->Expect("ODBC Connect", "Restore last valid Veltrane database?", Answer::No);
+            m_user->Expect("Database Changed", "No valid database selected!");
+            m_user->Expect("ODBC", failure);
+        }
+        Command(command.toLatin1());
+        QVERIFY(!MainWindow() && m_user->AllCame());
+        Connection other;
+        QVERIFY(other.Open(u"DBQ=" % file % u";Driver={Microsoft Access Driver (*.mdb)};"));
+        QCOMPARE(other.OpenRecordset("SELECT * FROM Concessions WHERE Name = 'Pensioner'")->RowCount(), 1);
+    }
+
+    /// Its box may stand longer than a splash.
+    void UsersThatCannotBeReadAreToldBeforeAnyWindow()
+    {
+        Settle(
+            MakeDatabase("a.mdb", {"DROP TABLE Users", "CREATE VIEW Users AS SELECT nothing FROM Version"}));
+        int windows = -1;
+        Dialogs::Installed().msgBox = [&](auto &&...) {
+            QTest::qWait(2700);
+            windows = 0;
+            for (const QWidget *window : QApplication::topLevelWidgets())
+                windows += window->isVisible() ? 1 : 0;
+            return Answer::Cancel;
+        };
+        Main();
+        QCOMPARE(windows, 0);
+        EndSplash();
     }
 
     void LogOffStartsAnew()
