@@ -113,7 +113,11 @@ void ContactBusinessPage::EnableEdit()
 
 void ContactBusinessPage::EditOrganisation()
 {
+    // Its mnemonic takes no focus away from a field that was just emptied.
+    m_organList->Leave();
     const int organRef = m_organisations.CurrentData();
+    if (organRef <= 1)
+        return;
     frmAddOrg::EditRecords({u'?' % QString::number(organRef)}, true, this);
     gDialogResult = 0;
     // The same organisation under another name is no change of the person.

@@ -4,6 +4,7 @@
 #include "controls/ListModel.h"
 #include "core/Session.h"
 #include "database/MiscODBC.h"
+#include "database/Sentinel.h"
 
 #include <array>
 #include <charconv>
@@ -181,6 +182,8 @@ int ADO_Contact_AddItem(const QString &name, const QString &table, const QString
 int ADO_Contact_UpdateItem(int key, const QString &name, const QString &table, const QString &nameColumn,
                            const QString &keyColumn, const QString &referenceId)
 {
+    if (IsSentinel(table, key))
+        return -1;
     return UpdateRow("ADO_Contact_UpdateItem",
                      SameItem(name, table, nameColumn, referenceId) % u" AND " % keyColumn % u" <> " %
                          SqlNumber(key),
@@ -202,6 +205,8 @@ RefLabel ADO_ViewItem(int key, const QString &keyColumn, const QString &nameColu
 
 bool ADO_Contact_DeleteDesignation(int key)
 {
+    if (IsSentinel(key))
+        return false;
     return RunWithKey("ADO_Contact_DeleteDesignation",
                       {u"UPDATE Contacts SET Cust_Designation = 1 WHERE Cust_Designation = ",
                        u"DELETE FROM Designation WHERE Designation_ID = "},
@@ -210,6 +215,8 @@ bool ADO_Contact_DeleteDesignation(int key)
 
 bool ADO_Contact_DeleteCity(int key)
 {
+    if (IsSentinel(key))
+        return false;
     return RunWithKey("ADO_Contact_DeleteCity",
                       {u"UPDATE Contacts SET Cust_City = 1 WHERE Cust_City = ",
                        u"UPDATE Organisations SET City = 1 WHERE City = ",
@@ -219,6 +226,8 @@ bool ADO_Contact_DeleteCity(int key)
 
 bool ADO_Contact_DeleteCounty(int key)
 {
+    if (IsSentinel(key))
+        return false;
     return RunWithKey("ADO_Contact_DeleteCounty",
                       {u"UPDATE Contacts SET Cust_County = 1 WHERE Cust_County = ",
                        u"UPDATE Organisations SET County = 1 WHERE County = ",
@@ -228,6 +237,8 @@ bool ADO_Contact_DeleteCounty(int key)
 
 bool ADO_Contact_DeleteCountry(int key)
 {
+    if (IsSentinel(key))
+        return false;
     return RunWithKey("ADO_Contact_DeleteCountry",
                       {u"UPDATE Contacts SET Cust_Country = 1 WHERE Cust_Country = ",
                        u"UPDATE Organisations SET Country = 1 WHERE Country = ",
@@ -237,6 +248,8 @@ bool ADO_Contact_DeleteCountry(int key)
 
 bool ADO_Contact_DeleteEthnic(int key)
 {
+    if (IsSentinel(key))
+        return false;
     return RunWithKey("ADO_Contact_DeleteEthnic",
                       {u"UPDATE Contacts SET Cust_Ethnicgroup = 1 WHERE Cust_Ethnicgroup = ",
                        u"DELETE FROM EthnicGroup WHERE Ethnic_ID = "},

@@ -35,13 +35,14 @@ bool ShowCharacteristics(ListModel &available, ListModel &used, const QString &h
 int ADO_Contact_AddItem(const QString &name, const QString &table, const QString &nameColumn,
                         const QString &keyColumn, const QString &referenceId, const QString &extra);
 /// Writes name and reference of a row. Texts come already safe for SQL. `key`, 0 where another row has
-/// both, -1 on an error.
+/// both, -1 on an error and for a sentinel.
 int ADO_Contact_UpdateItem(int key, const QString &name, const QString &table, const QString &nameColumn,
                            const QString &keyColumn, const QString &referenceId);
 /// The name and reference of a row of a vocabulary; both empty where there is none, and on an error.
 RefLabel ADO_ViewItem(int key, const QString &keyColumn, const QString &nameColumn, const QString &table);
 
-/// Deletes a row of a vocabulary after moving what refers to it to row 1. False on an error.
+/// Deletes a row of a vocabulary after moving what refers to it to row 1. False on an error, and for row 1
+/// itself.
 bool ADO_Contact_DeleteDesignation(int key); ///< writes `Contacts`
 bool ADO_Contact_DeleteCity(int key);        ///< writes `Contacts`, `Organisations`
 bool ADO_Contact_DeleteCounty(int key);      ///< writes `Contacts`, `Organisations`

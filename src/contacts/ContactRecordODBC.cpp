@@ -8,6 +8,7 @@
 #include "database/DecodeDateFunc.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
+#include "database/Sentinel.h"
 
 namespace
 {
@@ -104,6 +105,8 @@ int ADO_Contact_AddContact(const ContactRecord &record)
 
 int ADO_Contact_UpdateContact(int contactRef, const ContactRecord &record)
 {
+    if (IsSentinel(contactRef))
+        return -1;
     return UpdateRow("ADO_Contact_UpdateContact",
                      SamePerson(record) % u" AND ContactRef <> " % SqlNumber(contactRef),
                      UpdateContact(contactRef, record), contactRef);
@@ -162,6 +165,8 @@ void ADO_Contact_FillContactInfo(int contactRef, ListModel &list)
 
 bool ADO_Contact_Delete(int contactRef)
 {
+    if (IsSentinel(contactRef))
+        return false;
     return RunWithKey(
         "ADO_Contact_Delete",
         {u"DELETE FROM StudentsEnrolled WHERE ContactRef = ",
@@ -177,6 +182,8 @@ bool ADO_Contact_Delete(int contactRef)
 
 bool ADO_Contact_UpdateJobTitle(int contactRef, const QString &title)
 {
+    if (IsSentinel(contactRef))
+        return false;
     return Reported("ADO_Contact_UpdateJobTitle", false, [&] {
         Execute(u"UPDATE Contacts SET JobTitle = '" % title % u"' WHERE ContactRef = " %
                 SqlNumber(contactRef));

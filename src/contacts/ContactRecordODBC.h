@@ -31,7 +31,7 @@ public:
 /// -1 on an error.
 int ADO_Contact_AddContact(const ContactRecord &record);
 /// Writes all fields of a person. The texts come already safe for SQL. `contactRef`, 0 where another row
-/// is the same person (nothing is written then), -1 on an error.
+/// is the same person (nothing is written then), -1 on an error and for row 1.
 int ADO_Contact_UpdateContact(int contactRef, const ContactRecord &record);
 /// Whether the person still exists; nothing on an error.
 std::optional<bool> ADO_Contact_CheckContact(int contactRef);
@@ -44,7 +44,7 @@ void ADO_Contact_ShowContact(ContactView &view, int contactRef);
 void ADO_Contact_FillContactInfo(int contactRef, ListModel &list);
 /// Deletes a person with enrolments, attendance, bookings, results, groups, characteristics and roles.
 /// Payments, waiting wishes and awards stay on purpose. False on an error: what was deleted before it
-/// stays deleted, and the delete can be repeated.
+/// stays deleted, and the delete can be repeated. False for row 1 too.
 bool ADO_Contact_Delete(int contactRef);
 /// Writes the position within the organisation. The text comes already safe for SQL. False on an
 /// error.

@@ -3,6 +3,7 @@
 #include "core/Progress.h"
 #include "core/Session.h"
 #include "database/MiscODBC.h"
+#include "database/Sentinel.h"
 #include "exchange/CsvBoxes.h"
 #include "exchange/ImportLine.h"
 #include "exchange/ImportNotes.h"
@@ -72,6 +73,10 @@ bool ImportRun::MayUpdate(const LineValues &values)
 
 void ImportRun::Update(const LineValues &values, qint64 key)
 {
+    if (IsSentinel(m_table, key)) {
+        ++m_counts.skipped;
+        return;
+    }
     if (!MayUpdate(values))
         return;
     Execute(u"UPDATE " % m_table % u" SET " % values.Updates() % u" WHERE " % m_keyColumn % u" = " %

@@ -4,6 +4,7 @@
 #include "controls/ListModel.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
+#include "database/Sentinel.h"
 
 namespace
 {
@@ -44,6 +45,8 @@ void ADO_Organisations_GetAll(ListModel &list)
 
 bool ADO_Organisations_SetAwardFlag(int organRef, bool flag)
 {
+    if (IsSentinel(organRef))
+        return false;
     return Reported("ADO_Organisations_SetAwardFlag", false, [&] {
         Execute(u"UPDATE Organisations SET Board = " % SqlNumber(flag ? 1 : 0) % u" WHERE OrganRef = " %
                 SqlNumber(organRef));

@@ -3,6 +3,7 @@
 #include "controls/ListModel.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
+#include "database/Sentinel.h"
 
 namespace
 {
@@ -84,6 +85,8 @@ bool ADO_Organisation_WipeVenue(int organRef)
 
 bool ADO_Organisation_AddContact(int contactRef, int organRef)
 {
+    if (IsSentinel(contactRef))
+        return false;
     return Give("ADO_Organisation_AddContact", u"Contacts", u"ContactRef", contactRef, organRef);
 }
 
@@ -94,6 +97,8 @@ bool ADO_Organisation_AddFacility(int facilityRef, int organRef)
 
 bool ADO_Organisation_AddVenue(int venueRef, int organRef)
 {
+    if (IsSentinel(venueRef))
+        return false;
     return Give("ADO_Organisation_AddVenue", u"Venues", u"VenueRef", venueRef, organRef);
 }
 

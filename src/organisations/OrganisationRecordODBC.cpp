@@ -5,6 +5,7 @@
 #include "courses/CourseListODBC.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
+#include "database/Sentinel.h"
 #include "organisations/OrganisationLinkODBC.h"
 
 namespace
@@ -88,6 +89,8 @@ int ADO_Organisation_AddOrganisation(const OrganisationRecord &record)
 
 int ADO_Organisation_UpdateOrganisation(int organRef, const OrganisationRecord &record)
 {
+    if (IsSentinel(organRef))
+        return -1;
     return UpdateRow("ADO_Organisation_UpdateOrganisation",
                      u"SELECT OrganRef FROM Organisations WHERE OrganName = '" % record.name %
                          u"' AND ReferenceID ='" % record.referenceId % u"' AND OrganRef <> " %
@@ -134,6 +137,8 @@ bool ADO_Organisation_ShowAvailable(OrganisationView &view)
 
 bool ADO_Organisation_Delete(int organRef)
 {
+    if (IsSentinel(organRef))
+        return false;
     return RunWithKey("ADO_Organisation_Delete",
                       {u"UPDATE Contacts SET OrganRef = 1 WHERE OrganRef = ",
                        u"UPDATE Venues SET OrganRef = 1 WHERE OrganRef = ",

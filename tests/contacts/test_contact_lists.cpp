@@ -1,7 +1,12 @@
 #include "contacts/ContactListODBC.h"
 #include "contacts/ContactModule.h"
+#include "contacts/ContactRecordODBC.h"
 #include "contacts/People.h"
 #include "controls/ComboModel.h"
+#include "organisations/AwardBoardODBC.h"
+#include "organisations/OrganisationLinkODBC.h"
+#include "organisations/OrganisationModule.h"
+#include "organisations/OrganisationRecordODBC.h"
 
 #include <QTest>
 
@@ -30,6 +35,7 @@ private slots:
     void Vocabularies_data();
     void Vocabularies();
     void DeletesMoveToTheSentinel();
+    void TheSentinelStays();
 
 private:
     std::unique_ptr<LogicFixture> m;
@@ -120,6 +126,33 @@ void TestContactLists::Vocabularies()
     QCOMPARE(list.At(kent).text, u"Kent"_qs);
     QVERIFY(kent < list.Find(u'?' % SqlNumber(other)));
     QCOMPARE(list.SelectedRows(), std::vector<int>{0});
+}
+
+/// The row that stands for nothing is neither renamed nor deleted, by whatever way a screen comes to it.
+void TestContactLists::TheSentinelStays()
+{
+    using Code = ContactSection;
+    for (const Code code :
+         {Code::Contacts, Code::Titles, Code::Cities, Code::Counties, Code::Countries, Code::EthnicTypes}) {
+        QVERIFY(!Contact_DeleteItem(code, 1));
+        if (code != Code::Contacts)
+            QCOMPARE(Contact_UpdateItem(code, 1, "Named", "N"), -1);
+        const ContactSectionInfo &section = ContactSectionOf(code);
+        QCOMPARE(Rows(section.table % u" WHERE " % section.keyColumn % u" = 1 AND ReferenceID = ''"), 1);
+    }
+    QCOMPARE(Contact_Update(1, Person("Anna", "Bell")), -1);
+    QVERIFY(!ADO_Contact_UpdateJobTitle(1, "Boss"));
+    QVERIFY(!Organisation_Delete(1) && !ADO_Organisations_SetAwardFlag(1, true));
+    QVERIFY(!ADO_Organisation_AddContact(1, 2) && !ADO_Organisation_AddVenue(1, 2));
+    OrganisationRecord named;
+    named.name = "Named";
+    QCOMPARE(Organisation_Update(1, named), -1);
+    QCOMPARE(Rows("Organisations WHERE OrganRef = 1 AND OrganName = '' AND Board = 0"), 1);
+    QCOMPARE(Rows("Contacts WHERE ContactRef = 1 AND Cust_Surname = '' AND OrganRef = 1"), 1);
+    QCOMPARE(Rows("Venues WHERE VenueRef = 1 AND OrganRef = 1"), 1);
+    // Row 1 of what has no sentinel is a row like any other.
+    const int type = Contact_AddItem(Code::GroupTypes, "Family", "");
+    QCOMPARE(Contact_UpdateItem(Code::GroupTypes, type, "Kin", ""), type);
 }
 
 /// Who had a row of a vocabulary has the sentinel when it goes, and so has an organisation.
