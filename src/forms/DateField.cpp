@@ -1,6 +1,7 @@
 #include "forms/DateField.h"
 
 #include "core/Icons.h"
+#include "forms/FieldFocus.h"
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 
@@ -104,7 +105,7 @@ void DateField::Leave()
 void DateField::focusOutEvent(QFocusEvent *event)
 {
     QLineEdit::focusOutEvent(event);
-    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
+    if (IsLeft(*event))
         Leave();
 }
 

@@ -1,6 +1,7 @@
 #include "forms/MoneyField.h"
 
 #include "database/GlobalCode.h"
+#include "forms/FieldFocus.h"
 
 #include <QKeyEvent>
 
@@ -111,7 +112,7 @@ void MoneyField::mousePressEvent(QMouseEvent *event)
 void MoneyField::focusOutEvent(QFocusEvent *event)
 {
     QLineEdit::focusOutEvent(event);
-    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
+    if (IsLeft(*event))
         Leave();
 }
 

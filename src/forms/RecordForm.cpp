@@ -3,6 +3,7 @@
 #include "controls/ListModel.h"
 #include "core/Session.h"
 #include "database/Security.h"
+#include "database/Sentinel.h"
 #include "forms/FormBuilder.h"
 #include "forms/ProgressBox.h"
 #include "forms/RecordNavigator.h"
@@ -93,13 +94,26 @@ bool RecordForm::May(int level) const
 
 void RecordForm::ShowKey(int key)
 {
-    m_key = key;
+    QWidget *focus = focusWidget();
+    // The row that stands for nobody is no record, however a caller came to its key.
+    m_key = IsSentinel(key) ? 0 : key;
     m_gone = true;
-    ReadRecord(key);
+    ReadRecord(m_key);
     // A read that failed leaves the record locked, with the way to try again.
     SetState(State::View);
     m_warn->hide();
     m_modified->Clear();
+    KeepFocus(focus);
+}
+
+/// While a record is read its pages are out of use, and the field that had the focus loses it; a key that
+/// walks over the records does not go back to where the hands were by itself.
+void RecordForm::KeepFocus(QWidget *focus)
+{
+    if (focus && focus->isEnabled() && focus->isVisible())
+        focus->setFocus();
+    else if (!focusWidget() || !focusWidget()->isEnabled())
+        focusNextChild();
 }
 
 void RecordForm::ShowLoading(const QString &notice)

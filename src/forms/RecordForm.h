@@ -90,6 +90,7 @@ protected:
 private:
     bool May(int level) const;
     void ShowKey(int key);
+    void KeepFocus(QWidget *focus);
     void SetState(State state);
     /// Goes into a state in which the user types, and to the first field of the page.
     void StartEditing(State state);

@@ -2,6 +2,7 @@
 
 #include "controls/ComboModel.h"
 #include "database/GlobalCode.h"
+#include "forms/FieldFocus.h"
 
 #include <QCompleter>
 #include <QKeyEvent>
@@ -89,6 +90,6 @@ void TypedCombo::keyPressEvent(QKeyEvent *event)
 void TypedCombo::focusOutEvent(QFocusEvent *event)
 {
     ComboBox::focusOutEvent(event);
-    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
+    if (IsLeft(*event))
         Leave();
 }

@@ -75,6 +75,8 @@ private slots:
     void AddEditAgain();
     void Walking_data() { EachSubject(); }
     void Walking();
+    void FocusStays_data() { EachSubject(); }
+    void FocusStays();
     void Leaving_data();
     void Leaving();
     void Deleted_data();
@@ -92,6 +94,37 @@ private:
     }
     std::unique_ptr<ContactFixture> m;
 };
+
+/// Whatever field the hands are at, a mnemonic leaves the focus on something that takes keys.
+void TestRecordForms::FocusStays()
+{
+    QFETCH(int, subject);
+    const Subject &s = subjects[subject];
+    const QStringList keys{u'?' % SqlNumber(s.add("Bell")), u'?' % SqlNumber(s.add("Carter"))};
+    const std::unique_ptr<RecordForm> form = s.open();
+    form->OpenRecords(keys);
+    form->show();
+    QApplication::setActiveWindow(form.get());
+    int tried = 0;
+    for (QWidget *field : form->findChildren<QWidget *>()) {
+        Press(*form, "EditBtn");
+        const bool isField = field->isVisible() && field->isEnabled() && field->focusPolicy() & Qt::TabFocus;
+        for (const QString &button : {s.okBtn, u"NextBtn"_qs, u"PrevBtn"_qs, u"MainRefBtn"_qs}) {
+            auto *pressed = form->findChild<QAbstractButton *>(button);
+            if (!isField || !pressed || !pressed->isEnabled())
+                continue;
+            field->setFocus();
+            pressed->click();
+            const QWidget *focus = QApplication::focusWidget();
+            QVERIFY2(focus && focus->isEnabled() && form->isAncestorOf(focus),
+                     qPrintable(QString(field->objectName() % u", " % button)));
+            ++tried;
+        }
+        if (Caption(*form, "EditBtn") == "&View")
+            Press(*form, "EditBtn");
+    }
+    QVERIFY(tried > 50);
+}
 
 void TestRecordForms::AddEditAgain()
 {

@@ -119,6 +119,39 @@ private slots:
         QCOMPARE(left, 1);
     }
 
+    void a_menu_is_no_other_place_data()
+    {
+        const TestTable<Qt::FocusReason, bool> row{"reason", "isLeft"};
+        row("the menu bar", Qt::MenuBarFocusReason, false);
+        row("a menu", Qt::PopupFocusReason, false);
+        row("another window", Qt::ActiveWindowFocusReason, false);
+        row("Tab", Qt::TabFocusReason, true);
+        row("mouse", Qt::MouseFocusReason, true);
+    }
+    void a_menu_is_no_other_place()
+    {
+        QFETCH(Qt::FocusReason, reason);
+        ComboModel towns;
+        towns.Fill(Towns());
+        QWidget window;
+        TypedCombo combo(towns, &window);
+        MoneyField money({}, &window);
+        DateField date(&window);
+        int added = 0;
+        combo.SetNewTextHandler([&added](const QString &) { ++added; });
+        combo.setEditText(u"Yor"_qs);
+        money.setText(u"5"_qs);
+        date.setText(u"1/2/1990"_qs);
+        for (QWidget *field : std::initializer_list<QWidget *>{&combo, &money, &date}) {
+            QFocusEvent event(QEvent::FocusOut, reason);
+            QApplication::sendEvent(field, &event);
+        }
+        const QStringList texts{QString::number(added), money.text(), date.text()};
+        QFETCH(bool, isLeft);
+        QCOMPARE(texts, isLeft ? QStringList({u"1"_qs, u"5.00"_qs, u"01/02/1990"_qs})
+                               : QStringList({u"0"_qs, u"5"_qs, u"1/2/1990"_qs}));
+    }
+
     void typed_combo_leaves_data()
     {
         const TestTable<QString, QString, int> row{"typed", "asked", "chosen"};
