@@ -2,8 +2,8 @@
 
 #include <QStringView>
 
-/// Row 1 of the tables that others refer to means that nothing was chosen: joins rely on it, and lists hide it
-/// by its empty name. No data function changes or deletes it.
+/// Row 1 of the tables that others refer to means that nothing was chosen: joins rely on it, and lists hide
+/// it by its empty name. No data function changes or deletes it.
 constexpr bool IsSentinel(qint64 key)
 {
     return key == 1;

@@ -153,6 +153,8 @@ std::unique_ptr<QWidget> OpenSplash()
 std::unique_ptr<QWidget> OpenStudent()
 {
     ADO_Course_ShowEnrolledStudents(g_courseRef, *g_list);
+    if (g_list->IsEmpty())
+        return nullptr;
     return std::make_unique<frmStudentInfo>(g_courseRef, *g_list, g_list->At(0).key);
 }
 } // namespace

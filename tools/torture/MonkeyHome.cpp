@@ -1,0 +1,153 @@
+#include "torture/MonkeyHome.h"
+
+#include "contacts/ConcessionODBC.h"
+#include "contacts/ContactListODBC.h"
+#include "contacts/ContactModule.h"
+#include "contacts/ContactRecordODBC.h"
+#include "core/Session.h"
+#include "courses/CourseModule.h"
+#include "courses/CourseRecordODBC.h"
+#include "database/GlobalCode.h"
+#include "enrolment/EnrolmentODBC.h"
+#include "nets/FormRegistry.h"
+#include "organisations/OrganisationModule.h"
+#include "organisations/OrganisationRecordODBC.h"
+#include "platform/Connection.h"
+#include "platform/Dialogs.h"
+#include "torture/Torture.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <utility>
+
+namespace
+{
+constexpr size_t people = 60;
+constexpr int courses = 4;
+
+/// The references that no row may have without the row that it refers to.
+constexpr std::pair<const char *, const char *> references[] = {
+    {"Contacts WHERE OrganRef", "OrganRef FROM Organisations"},
+    {"Contacts WHERE Cust_City", "City_ID FROM City"},
+    {"Contacts WHERE Cust_County", "County_ID FROM County"},
+    {"Contacts WHERE Cust_Country", "Country_ID FROM Country"},
+    {"Contacts WHERE Cust_Designation", "Designation_ID FROM Designation"},
+    {"Contacts WHERE Cust_Ethnicgroup", "Ethnic_ID FROM EthnicGroup"},
+    {"Contacts WHERE ContactContactRef", "ContactRef FROM Contacts"},
+    {"Organisations WHERE City", "City_ID FROM City"},
+    {"StudentsEnrolled WHERE ContactRef", "ContactRef FROM Contacts"}};
+
+constexpr const char *sentinels[] = {
+    "Contacts WHERE ContactRef = 1 AND Cust_Surname = '' AND Cust_Forename = ''",
+    "Organisations WHERE OrganRef = 1 AND OrganName = ''",
+    "City WHERE City_ID = 1 AND City = ''",
+    "County WHERE County_ID = 1 AND County = ''",
+    "Country WHERE Country_ID = 1 AND Country = ''",
+    "Designation WHERE Designation_ID = 1 AND Title = ''",
+    "EthnicGroup WHERE Ethnic_ID = 1 AND Type = ''"};
+
+/// One of a few files of the directory, or none: the chooser of a file, cancelled now and then.
+QString NextOf(const QStringList &files)
+{
+    static qsizetype turn = 0;
+    return files.at(++turn % files.size());
+}
+} // namespace
+
+MonkeyHome::MonkeyHome()
+{
+    ShutDoors();
+    FillForms();
+    FillDatabase();
+    gConnection.Close();
+    QFile list(File(u"people.csv"_qs));
+    list.open(QIODevice::WriteOnly);
+    list.write("Surname,Forename,Town\nLee,Ann,York\nDale,Eve,\"Hull\"\nFox,,\n");
+    list.close();
+    Torture::Require(QFile::copy(File(u"test.mdb"_qs), File(u"first.mdb"_qs)),
+                     u"No database for the monkey"_qs);
+}
+
+void MonkeyHome::ShutDoors() const
+{
+    for (const char *name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "ODBCSYSINI"})
+        qputenv(name, QFile::encodeName(m_database.Directory()));
+    qputenv("ODBCINI", QFile::encodeName(File(u"odbc.ini"_qs)));
+    qputenv("PATH", "");
+    QDir::setCurrent(m_database.Directory());
+    Dialogs::Hooks &hooks = Dialogs::Installed();
+    hooks.openFile = [this](const auto &question) {
+        return question.title.startsWith(u"Open ") && question.title.endsWith(u" with")
+                   ? QString()
+                   : NextOf({File(u"people.csv"_qs), QString(), File(u"test.mdb"_qs), File(u"new1.mdb"_qs)});
+    };
+    hooks.saveFile = [this](const auto &question) {
+        return NextOf({File(u"new1." % question.defaultExtension), QString(), File(u"new2.mdb"_qs)});
+    };
+    hooks.chooseColour = [](int colour) { return std::optional(colour ^ 0xFF00); };
+}
+
+void MonkeyHome::FillDatabase()
+{
+    const int student = Concession_Add(u"Student"_qs, 25, 0, {});
+    std::vector<int> towns;
+    for (const auto &town : {u"York"_qs, u"Leeds"_qs, u"Hull"_qs})
+        towns.push_back(Contact_AddItem(ContactSection::Cities, town, {}));
+    std::vector<int> organisations;
+    for (const auto &name : {u"Mill"_qs, u"Bank"_qs}) {
+        OrganisationRecord organisation;
+        organisation.name = name;
+        organisation.city = organisation.county = organisation.country = 1;
+        organisations.push_back(Organisation_Add(organisation));
+    }
+    std::vector<int> given;
+    for (int i = 0; i < courses; ++i)
+        given.push_back(Course_Add({0, u"Course " % QString::number(i), {}, {}, 50.0 + i, 20}));
+    for (size_t i = 0; i < people; ++i) {
+        ContactRecord person;
+        person.forename = u"Pat " % QString::number(i);
+        person.surname = u"Dale " % QString::number(i % 7);
+        person.designation = person.county = person.country = person.ethnicGroup = 1;
+        person.contactContactRef = 1;
+        person.city = towns[i % towns.size()];
+        person.organRef = i % 3 == 0 ? organisations[i % organisations.size()] : 1;
+        const int added = Contact_Add(person);
+        if (i % 4 == 0)
+            ADO_Contact_AddContactConcession(added, student);
+        if (i % 2 == 0)
+            ADO_Course_EnrollStudent(given[i % given.size()], added);
+    }
+}
+
+void MonkeyHome::TidyUp() const
+{
+    for (const QString &file : QDir(m_database.Directory()).entryList(QDir::Files)) {
+        if (file != u"first.mdb" && file != u"people.csv")
+            QFile::remove(File(file));
+    }
+    QFile::copy(File(u"first.mdb"_qs), File(u"test.mdb"_qs));
+    QFile settings(File(u"prog.ini"_qs));
+    settings.open(QIODevice::WriteOnly);
+    settings.write(QString(u"[DBQFilename]=" % File(u"test.mdb"_qs) % u"\n[DBQType]=1\n").toUtf8());
+}
+
+QString MonkeyHome::FaultOfDatabase()
+{
+    const auto rows = [](const QString &condition) {
+        const auto found = gConnection.OpenRecordset(u"SELECT COUNT(*) AS N FROM " % condition);
+        return found && !found->IsEmpty() ? found->First().Long(u"N") : -1;
+    };
+    const auto whole = gConnection.OpenRecordset(u"PRAGMA integrity_check"_qs);
+    if (!whole || whole->IsEmpty() || whole->First().Text(0) != u"ok")
+        return u"the file is damaged"_qs;
+    for (const char *sentinel : sentinels) {
+        if (rows(QString::fromLatin1(sentinel)) != 1)
+            return u"no longer: " % QString::fromLatin1(sentinel);
+    }
+    for (const auto &[from, to] : references) {
+        if (rows(QString::fromLatin1(from) % u" NOT IN (SELECT " % QString::fromLatin1(to) % u')') != 0)
+            return u"refers to nothing: " % QString::fromLatin1(from);
+    }
+    return {};
+}

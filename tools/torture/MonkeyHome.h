@@ -1,0 +1,25 @@
+#pragma once
+
+#include "support/TestDatabase.h"
+
+#include <QString>
+
+/// Where the monkey lives: a directory that takes all it can write, with a database of people, courses and
+/// organisations, and no way to any other program.
+class MonkeyHome final
+{
+public:
+    MonkeyHome();
+
+    /// Puts the database and the settings back as they were at first; no session may be open.
+    void TidyUp() const;
+    /// What is wrong with the database that the session has open; "" for nothing.
+    static QString FaultOfDatabase();
+
+private:
+    void ShutDoors() const;
+    static void FillDatabase();
+    QString File(const QString &name) const { return m_database.Directory() + u'/' + name; }
+
+    TestDatabase m_database;
+};

@@ -1,0 +1,161 @@
+#include "torture/MonkeyRun.h"
+
+#include "core/Main.h"
+#include "core/Session.h"
+#include "platform/Connection.h"
+#include "torture/MonkeyHome.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QTimer>
+#include <QWidget>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace
+{
+constexpr int lookEvery = 500;
+constexpr int sessionLength = 5000; ///< steps, if nothing else ends it
+constexpr int closingTries = 2000;
+constexpr qsizetype sparedWidgets = 10; ///< that the toolkit keeps for the next tool tip and the like
+constexpr int faultFound = 4;
+
+[[noreturn]] void Fail(const QString &fault)
+{
+    std::printf("fault: %s\n", qPrintable(fault));
+    std::fflush(stdout);
+    std::_Exit(faultFound);
+}
+
+/// What the toolkit warns of is done wrongly somewhere; but not what it has to say of this platform.
+void TakeMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    if (type == QtDebugMsg || type == QtInfoMsg)
+        return;
+    for (const char *known : {"This plugin does not support", "Mouse event occurs outside"}) {
+        if (text.startsWith(QLatin1StringView(known)))
+            return;
+    }
+    Fail(u"the toolkit warns: " % text);
+}
+
+double MegabytesHeld()
+{
+    constexpr double pagesInMegabyte = 256;
+    QFile file(QStringLiteral("/proc/self/statm"));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toDouble() / pagesInMegabyte
+                                          : 0;
+}
+} // namespace
+
+MonkeyRun::MonkeyRun(MonkeyHome &home, unsigned seed, int steps, const QString &keys)
+    : m_home(home)
+    , m_mind(seed)
+    , m_keys(keys)
+    , m_steps(steps)
+{
+    m_keys.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    qInstallMessageHandler(TakeMessage);
+}
+
+MonkeyRun::MonkeyRun(MonkeyHome &home, const QStringList &lines)
+    : m_home(home)
+    , m_mind(0)
+    , m_lines(lines)
+    , m_steps(static_cast<int>(lines.size()))
+{
+    qInstallMessageHandler(TakeMessage);
+}
+
+void MonkeyRun::Run()
+{
+    while (!IsOver())
+        PlaySession();
+}
+
+void MonkeyRun::PlaySession()
+{
+    m_home.TidyUp();
+    gDBPassword.clear();
+    m_closing = 0;
+    m_sessionEnds = m_done + sessionLength;
+    Main();
+    Plan(1);
+    QApplication::exec();
+    for (QWidget *window : QApplication::topLevelWidgets())
+        window->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    gConnection.Close();
+    const qsizetype widgets = QApplication::allWidgets().size();
+    if (++m_session == 2)
+        m_widgets = widgets;
+    if (m_session > 2 && widgets > m_widgets + sparedWidgets)
+        Fail(u"a session leaves " % QString::number(widgets - m_widgets) % u" widgets");
+    std::printf("session %d, step %d, %.0f MB\n", m_session, m_done, MegabytesHeld());
+    std::fflush(stdout);
+}
+
+/// A timer of its own for each step: the one that fired does not fire again before its step returns, which
+/// may be after thousands of others in a dialog.
+void MonkeyRun::Plan(int delay)
+{
+    QTimer::singleShot(qMax(1, delay), this, [this, session = m_session] {
+        if (session == m_session)
+            Step();
+    });
+}
+
+MonkeyDeed MonkeyRun::NextDeed()
+{
+    if (m_done < m_lines.size())
+        return MonkeyDeed::OfLine(m_lines.at(m_done)).value_or(MonkeyDeed());
+    const MonkeyDeed deed = m_mind.Next();
+    m_keys.write(QByteArray(deed.Line().toUtf8() + '\n'));
+    return deed;
+}
+
+void MonkeyRun::Step()
+{
+    if (IsOver() || m_done >= m_sessionEnds) {
+        CloseDown();
+        return;
+    }
+    const MonkeyDeed deed = NextDeed();
+    ++m_done;
+    Plan(deed.delay);
+    ++m_depth;
+    deed.Do();
+    --m_depth;
+    if (m_done % lookEvery == 0)
+        std::printf("step %d\n", m_done);
+    std::fflush(stdout);
+    if (m_depth == 0 && m_done % lookEvery == 0)
+        Look();
+}
+
+/// Ends the session as a user would who wants to go home: out of every dialog, whatever it asks.
+void MonkeyRun::CloseDown()
+{
+    if (++m_closing > closingTries)
+        Fail(u"a window that does not close: " % (MonkeyWindow() ? MonkeyWindow()->objectName() : QString()));
+    Plan(1);
+    QWidget *window = MonkeyWindow();
+    if (!window) {
+        QCoreApplication::quit();
+        return;
+    }
+    if (QApplication::activePopupWidget() || m_closing % 3 == 0)
+        window->close();
+    else
+        NextDeed().Do();
+}
+
+void MonkeyRun::Look()
+{
+    if (!gDBValid || !gConnection.IsOpen() || QApplication::activeModalWidget())
+        return;
+    const QString fault = MonkeyHome::FaultOfDatabase();
+    if (!fault.isEmpty())
+        Fail(fault);
+}

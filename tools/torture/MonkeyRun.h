@@ -1,0 +1,43 @@
+#pragma once
+
+#include "torture/MonkeyMind.h"
+
+#include <QFile>
+#include <QObject>
+#include <QStringList>
+
+class MonkeyHome;
+
+/// A run of the monkey in this process, session after session: so many steps of a seed, or a run written down
+/// before. A fault ends the process.
+class MonkeyRun final : public QObject
+{
+public:
+    /// `keys` is the file that takes each deed before it is done.
+    MonkeyRun(MonkeyHome &home, unsigned seed, int steps, const QString &keys);
+    /// Plays the lines of a run.
+    MonkeyRun(MonkeyHome &home, const QStringList &lines);
+
+    void Run();
+
+private:
+    void PlaySession();
+    void Plan(int delay);
+    void Step();
+    void CloseDown();
+    void Look();
+    MonkeyDeed NextDeed();
+    bool IsOver() const { return m_done >= m_steps; }
+
+    MonkeyHome &m_home;
+    MonkeyMind m_mind;
+    QStringList m_lines;
+    QFile m_keys;
+    int m_steps;
+    int m_done = 0;
+    int m_depth = 0;       ///< of deeds that have not returned
+    int m_closing = 0;     ///< tries to end the session that did not
+    int m_sessionEnds = 0; ///< the step at which the session is ended
+    int m_session = 0;
+    qsizetype m_widgets = 0; ///< that a session leaves, when the second has ended
+};
