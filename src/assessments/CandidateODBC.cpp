@@ -4,14 +4,34 @@
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
 
-bool ADO_Course_AddStudentsExam(int courseRef, int examRef, const ListModel &selected, Progress &progress)
+namespace
+{
+QString Candidates(int courseRef, int examRef)
+{
+    return u"SELECT ContactRef FROM StudentExams WHERE CourseRef = " % SqlNumber(courseRef) %
+           u" AND ExamRef = " % SqlNumber(examRef);
+}
+} // namespace
+
+std::optional<QStringList> ADO_Course_CandidateKeys(int courseRef, int examRef)
+{
+    return Reported("ADO_Course_CandidateKeys", std::optional<QStringList>(),
+                    [&] { return StoredKeys(Candidates(courseRef, examRef)); });
+}
+
+bool ADO_Course_AddStudentsExam(int courseRef, int examRef, const ListModel &selected,
+                                const QSet<QString> &known, Progress &progress)
 {
     const QString course = SqlNumber(courseRef);
     const QString exam = SqlNumber(examRef);
+    const QString candidates = Candidates(courseRef, examRef);
     QString format;
     const auto remove = [&](const QString &contactRef) -> QString {
         return u"DELETE FROM StudentExams WHERE ExamRef = " % exam % u" AND CourseRef = " % course %
                u" AND ContactRef = " % contactRef;
+    };
+    const auto isThere = [&](const QString &contactRef) -> QString {
+        return candidates % u" AND ContactRef = " % contactRef;
     };
     const auto insert = [&](const QString &contactRef) -> QString {
         return u"INSERT INTO StudentExams "
@@ -19,12 +39,10 @@ bool ADO_Course_AddStudentsExam(int courseRef, int examRef, const ListModel &sel
                course % u',' % exam % u',' % contactRef % u",0,0,'" % format % u"','')";
     };
     return Reported("ADO_Course_AddStudentsExam", false, [&] {
-        const QSet<QString> stored = RemoveUnselected(
-            u"SELECT ContactRef FROM StudentExams WHERE CourseRef = " % course % u" AND ExamRef = " % exam,
-            remove, selected, progress);
+        const QSet<QString> stored = RemoveUnselected(candidates, remove, selected, known, progress);
         const Recordset definition = OpenRecordset(u"SELECT ResultFormat FROM Exam WHERE ExamRef = " % exam);
         if (!definition.IsEmpty())
             format = DoubledApostrophes(definition.First().Text(u"ResultFormat"));
-        return InsertSelected(insert, stored, selected, progress);
+        return InsertSelected(QStringLiteral("StudentExams"), isThere, insert, stored, selected, progress);
     });
 }

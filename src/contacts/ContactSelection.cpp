@@ -157,6 +157,37 @@ void Contact_SelectStudents(int courseRef, const ListModel &shown, ListModel &se
     selected.Fill(ReadAll(enrolled, progress));
 }
 
+bool Contact_FollowStored(const QStringList &stored, QSet<QString> &known, ListModel &selected,
+                          const QString &title)
+{
+    const QSet<QString> gone = known - QSet<QString>(stored.begin(), stored.end());
+    QStringList removed;
+    for (const int row : selected.RowsOf(gone.values()))
+        removed.append(selected.At(row).text);
+    Progress progress;
+    PeopleReader reader(progress, static_cast<int>(stored.size()));
+    std::vector<ListItem> joining;
+    QStringList added;
+    for (const QString &key : stored) {
+        if (known.contains(key) || selected.Contains(key))
+            continue;
+        std::optional<ListItem> person = reader.Read({key, u"No. " % key.mid(1)});
+        if (reader.Failed())
+            return false;
+        if (!person)
+            continue;
+        added.append(person->text);
+        joining.push_back(*std::move(person));
+    }
+    selected.Take(selected.RowsOf(gone.values()));
+    selected.AddAll(std::move(joining));
+    known = {stored.begin(), stored.end()};
+    TellNames(QStringLiteral("Another user has added these meanwhile, and they stay:"), added, title);
+    TellNames(QStringLiteral("Another user has removed these meanwhile, and they are left out:"), removed,
+              title);
+    return true;
+}
+
 void Contact_JoinSelection(const ListModel &people, ListModel &selected)
 {
     Join(people, selected, 3);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSet>
 #include <QString>
 
 class ComboModel;
@@ -29,6 +30,11 @@ void Contact_FillSubsetList(ComboModel &subsets);
 /// `shown` lists stand in for them: a read that failed must not look like a course without students. Who
 /// the run does not come to has the name alone.
 void Contact_SelectStudents(int courseRef, const ListModel &shown, ListModel &selected, Progress &progress);
+/// Brings a selection up to date that is to take the place of the people `stored` ("?" keys), of whom `known`
+/// were there when it was drawn up: who was added elsewhere since joins it, who was removed elsewhere leaves
+/// it, and the user is told their names. `known` is `stored` then. False on an error.
+bool Contact_FollowStored(const QStringList &stored, QSet<QString> &known, ListModel &selected,
+                          const QString &title);
 /// Adds all rows of `people` to `selected` but those of a key that is there already.
 void Contact_JoinSelection(const ListModel &people, ListModel &selected);
 /// The same with the names alone.

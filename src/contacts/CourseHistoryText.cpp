@@ -5,8 +5,6 @@
 
 #include <QLocale>
 
-#include <cmath>
-
 namespace
 {
 constexpr int labelWidth = 42;
@@ -14,10 +12,11 @@ constexpr int amountWidth = 14;
 constexpr int voucherNameLength = 20;
 const QString indent = QStringLiteral("    ");
 
-QString Line(const QString &label, double amount)
+QString Line(const QString &label, Money amount)
 {
-    const QString sign = amount < 0 ? QStringLiteral("-") : QString();
-    const QString money = sign % SystemValue(SystemRef::CurrencySymbol) % Fees::MoneyText(std::abs(amount));
+    const bool isDebt = amount < Money();
+    const QString money = (isDebt ? QStringLiteral("-") : QString()) %
+                          SystemValue(SystemRef::CurrencySymbol) % (isDebt ? -amount : amount).Text();
     return indent % label.leftJustified(labelWidth) % money.rightJustified(amountWidth) % u'\n';
 }
 
@@ -26,9 +25,9 @@ QString Rule()
     return indent % QString(labelWidth + amountWidth, u'-') % u'\n';
 }
 
-QString PaymentLine(const QString &label, double amount)
+QString PaymentLine(const QString &label, Money amount)
 {
-    return amount > 0 ? Line(label, amount) : QString();
+    return amount > Money() ? Line(label, amount) : QString();
 }
 
 QString VoucherLabel(int voucher)
@@ -42,11 +41,11 @@ QString VoucherLabel(int voucher)
 
 QString PaymentLines(const Fees::Payments &paid)
 {
-    QString text = PaymentLine(QStringLiteral("Amount Paid in Cash:"), paid.cash) %
-                   PaymentLine(QStringLiteral("Amount Paid by Cheque:"), paid.cheque) %
-                   PaymentLine(QStringLiteral("Amount Paid by Credit Card:"), paid.creditCard);
+    QString text = PaymentLine(QStringLiteral("Amount Paid in Cash:"), paid[Fees::Cash]) %
+                   PaymentLine(QStringLiteral("Amount Paid by Cheque:"), paid[Fees::Cheque]) %
+                   PaymentLine(QStringLiteral("Amount Paid by Credit Card:"), paid[Fees::CreditCard]);
     for (int voucher = 0; voucher < Fees::VoucherKinds; ++voucher)
-        text += PaymentLine(VoucherLabel(voucher), paid.vouchers[static_cast<size_t>(voucher)]);
+        text += PaymentLine(VoucherLabel(voucher), paid[Fees::FirstVoucher + static_cast<size_t>(voucher)]);
     return text;
 }
 
@@ -62,17 +61,16 @@ QString CourseBlock(const QString &title, const StudentRecord &course)
     if (course.discount > 0) {
         const QString by =
             course.concession.isEmpty() ? QString() : QString(u" (" % course.concession % u')');
-        text += Line(u"Discount " % Percent(course.discount) % by % u':', -course.hardDiscount);
+        text += Line(u"Discount " % Percent(course.discount) % by % u':', -course.HardDiscount());
     }
     if (course.taxRate > 0) {
         const QString name = course.taxName.isEmpty() ? QStringLiteral("Tax") : course.taxName;
-        text += Line(name % u' ' % Percent(course.taxRate) % u':',
-                     Fees::Rounded(course.totalDue - course.netFee));
+        text += Line(name % u' ' % Percent(course.taxRate) % u':', course.TotalDue() - course.netFee);
     }
     if (course.discount > 0 || course.taxRate > 0)
-        text += Line(QStringLiteral("Amount Due:"), course.totalDue);
+        text += Line(QStringLiteral("Amount Due:"), course.TotalDue());
     return text % PaymentLines(course.payments) % Rule() %
-           Line(QStringLiteral("Amount Owing:"), course.owed) % u'\n';
+           Line(QStringLiteral("Amount Owing:"), course.Owed()) % u'\n';
 }
 } // namespace
 
@@ -82,10 +80,10 @@ QString Contact_CourseHistoryText(int contactRef)
     if (courses.empty())
         return QStringLiteral("Not enrolled on any course.");
     QString text;
-    double owing = 0;
+    Money owing;
     for (const CourseHistoryEntry &course : courses) {
         text += CourseBlock(course.title, course.enrolment);
-        owing += course.enrolment.owed;
+        owing += course.enrolment.Owed();
     }
-    return text % Line(QStringLiteral("Total Amount Owing:"), Fees::Rounded(owing));
+    return text % Line(QStringLiteral("Total Amount Owing:"), owing);
 }

@@ -45,6 +45,10 @@ void frmSelectContacts::Configure(Mode mode, ListModel &target, int courseRef, i
     m_courseRef = courseRef;
     m_limit = limit;
     m_extra = extra;
+    if (IsMatch()) {
+        const QStringList stored = Stored().value_or(QStringList());
+        m_known = {stored.begin(), stored.end()};
+    }
     if (m_mode == Mode::ReplaceList)
         Contact_JoinSelection(target, m_selected);
     else if (m_mode != Mode::AddToList)
@@ -227,7 +231,7 @@ void frmSelectContacts::Search()
 
 void frmSelectContacts::HandOver()
 {
-    if (!Contact_DropDeleted(m_selected, windowTitle()) || !Deliver())
+    if (!Contact_DropDeleted(m_selected, windowTitle()) || !FollowStored() || !Deliver())
         return;
     gDialogResult = 1;
     accept();
@@ -237,18 +241,14 @@ bool frmSelectContacts::Deliver()
 {
     switch (m_mode) {
     case Mode::EnrolOnCourse:
-        return Course_CheckLimit(m_selected.Count(), m_limit) &&
-               Store(QStringLiteral("Course Enrollment"), QStringLiteral("enrolled"),
-                     [this](Progress &progress) {
-                         return ADO_Course_EnrollStudents(m_courseRef, m_selected, progress);
-                     });
+        return Enrol();
     case Mode::Attendance:
         return Store(windowTitle(), QStringLiteral("attendees"), [this](Progress &progress) {
-            return ADO_Course_Attended(m_courseRef, m_extra, m_selected, progress);
+            return ADO_Course_Attended(m_courseRef, m_extra, m_selected, m_known, progress);
         });
     case Mode::Candidates:
         return Store(windowTitle(), QStringLiteral("candidates"), [this](Progress &progress) {
-            return ADO_Course_AddStudentsExam(m_courseRef, m_extra, m_selected, progress);
+            return ADO_Course_AddStudentsExam(m_courseRef, m_extra, m_selected, m_known, progress);
         });
     case Mode::AddToList:
         Contact_JoinNames(m_selected, *m_target);
@@ -266,6 +266,50 @@ bool frmSelectContacts::Deliver()
         break;
     }
     return true;
+}
+
+bool frmSelectContacts::IsMatch() const
+{
+    return m_mode == Mode::EnrolOnCourse || m_mode == Mode::Attendance || m_mode == Mode::Candidates;
+}
+
+std::optional<QStringList> frmSelectContacts::Stored() const
+{
+    if (m_mode == Mode::Attendance)
+        return ADO_Course_AttendedKeys(m_courseRef, m_extra);
+    return m_mode == Mode::Candidates ? ADO_Course_CandidateKeys(m_courseRef, m_extra)
+                                      : ADO_Course_StudentKeys(m_courseRef);
+}
+
+bool frmSelectContacts::FollowStored()
+{
+    if (!IsMatch())
+        return true;
+    const std::optional<QStringList> stored = Stored();
+    return stored && Contact_FollowStored(*stored, m_known, m_selected, windowTitle());
+}
+
+bool frmSelectContacts::Enrol()
+{
+    QStringList leaving;
+    for (const QString &key : m_known) {
+        if (!m_selected.Contains(key))
+            leaving.append(key);
+    }
+    if (!Course_CheckLimit(m_selected.Count(), m_limit))
+        return false;
+    const std::optional<KnownStudents> agreed = Course_AgreeToRemove(m_courseRef, leaving);
+    if (!agreed)
+        return false;
+    EnrolmentChange change = EnrolmentChange::Failed;
+    Store(QStringLiteral("Course Enrollment"), QStringLiteral("enrolled"), [&](Progress &progress) {
+        change = ADO_Course_EnrollStudents(m_courseRef, m_limit, m_selected, *agreed, progress);
+        return change == EnrolmentChange::Done;
+    });
+    if (change == EnrolmentChange::Full)
+        Course_TellLimit(m_limit);
+    // Somebody paid while the question was open: it comes again, with the new sum.
+    return change == EnrolmentChange::Paid ? Enrol() : change == EnrolmentChange::Done;
 }
 
 bool frmSelectContacts::Store(const QString &title, const QString &stored,

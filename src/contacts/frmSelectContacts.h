@@ -4,6 +4,12 @@
 #include "controls/ListModel.h"
 #include "forms/FormDialog.h"
 
+#include <QSet>
+#include <QStringList>
+
+#include <functional>
+#include <optional>
+
 class ListView;
 class Progress;
 class QLineEdit;
@@ -51,6 +57,12 @@ private:
     void Search();
     void HandOver();
     bool Deliver();
+    /// True where the selected people take the place of people who are stored.
+    bool IsMatch() const;
+    /// The "?" keys of those who are stored now; nothing on an error.
+    std::optional<QStringList> Stored() const;
+    bool FollowStored();
+    bool Enrol();
     /// Stores the people of a course; `stored` says what becomes of those that a stopped run came to.
     bool Store(const QString &title, const QString &stored,
                const std::function<bool(Progress &progress)> &work);
@@ -61,6 +73,7 @@ private:
     int m_courseRef = 0;
     int m_limit = 0;
     int m_extra = 0;
+    QSet<QString> m_known; ///< those who were stored when the selection was drawn up
     int m_shownSubset = 0; ///< the characteristic whose people are listed; 0 = everybody
 
     ComboModel m_subsets;

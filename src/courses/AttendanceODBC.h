@@ -1,12 +1,21 @@
 #pragma once
 
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
 class ListModel;
 class Progress;
 
 /// Data functions of table `AttendanceRecord`: one row for each person who was at an event; its column
 /// `EventNo` holds the event's EventRef.
 
-/// Makes those who attended an event the people of a list ("?" keys), enrolled on the course or not. An empty
-/// list removes them all. An error or a cancel stops at that person, with the earlier ones stored; false
-/// then.
-bool ADO_Course_Attended(int courseRef, int eventRef, const ListModel &selected, Progress &progress);
+/// The "?" keys of those who attended an event; nothing on an error.
+std::optional<QStringList> ADO_Course_AttendedKeys(int courseRef, int eventRef);
+/// Makes those who attended an event the people of a list ("?" keys), enrolled on the course or not. Of those
+/// who are not in the list only the `known` ones go: the others were added elsewhere since. An error or a
+/// cancel stops at that person, with the earlier ones stored; false then.
+bool ADO_Course_Attended(int courseRef, int eventRef, const ListModel &selected, const QSet<QString> &known,
+                         Progress &progress);

@@ -6,21 +6,28 @@
 #include "database/MiscODBC.h"
 #include "platform/Connection.h"
 
+QStringList StoredKeys(const QString &stored)
+{
+    QStringList keys;
+    for (const Recordset::Row row : OpenRecordset(stored))
+        keys.append(u'?' % row.Text(u"ContactRef"));
+    return keys;
+}
+
 QSet<QString> RemoveUnselected(const QString &stored, const StatementOfPerson &remove,
-                               const ListModel &selected, Progress &progress)
+                               const ListModel &selected, const QSet<QString> &known, Progress &progress)
 {
     QSet<QString> kept;
     progress.Begin(selected.Count());
     WriteGroup group(gConnection);
-    for (const Recordset::Row row : OpenRecordset(stored)) {
+    for (const QString &key : StoredKeys(stored)) {
         if (progress.IsCancelled())
             break;
-        const QString contactRef = row.Text(u"ContactRef");
-        if (selected.Contains(u'?' % contactRef)) {
-            kept.insert(u'?' % contactRef);
+        if (selected.Contains(key) || !known.contains(key)) {
+            kept.insert(key);
             continue;
         }
-        Execute(remove(contactRef));
+        Execute(remove(key.mid(1)));
         EndRow(group);
         progress.SetValue(0);
     }
@@ -28,15 +35,19 @@ QSet<QString> RemoveUnselected(const QString &stored, const StatementOfPerson &r
     return kept;
 }
 
-bool InsertSelected(const StatementOfPerson &insert, const QSet<QString> &stored, const ListModel &selected,
-                    Progress &progress)
+bool InsertSelected(const QString &table, const StatementOfPerson &isThere, const StatementOfPerson &insert,
+                    const QSet<QString> &stored, const ListModel &selected, Progress &progress)
 {
     int done = 0;
     WriteGroup group(gConnection);
     while (done < selected.Count() && !progress.IsCancelled()) {
         const QString &key = selected.At(done).key;
         if (!stored.contains(key)) {
-            Execute(insert(key.mid(1)));
+            InOneStep(table, [&, contactRef = key.mid(1)] {
+                if (!HasRow(isThere(contactRef)))
+                    Execute(insert(contactRef));
+                return true;
+            });
             EndRow(group);
         }
         progress.SetValue(++done);

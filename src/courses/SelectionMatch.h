@@ -2,6 +2,7 @@
 
 #include <QSet>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -14,11 +15,15 @@ class Progress;
 /// What one row takes: the text of a statement, by the person's ContactRef.
 using StatementOfPerson = std::function<QString(const QString &contactRef)>;
 
-/// `stored` reads the ContactRef of each row; `remove` runs for those that `selected` lacks. The keys of the
-/// rows that stay. A cancelled `progress` ends it.
+/// The "?" keys that `stored`, a query of ContactRef, gives.
+QStringList StoredKeys(const QString &stored);
+/// `remove` runs for those of the `known` people whom `selected` lacks and `stored` gives: who was added
+/// elsewhere since the list was drawn up stays. The keys of the rows that stay. A cancelled `progress` ends
+/// it.
 QSet<QString> RemoveUnselected(const QString &stored, const StatementOfPerson &remove,
-                               const ListModel &selected, Progress &progress);
-/// Runs `insert` for everybody in `selected` who has no row. False where `progress` was cancelled, behind the
-/// person that it was at.
-bool InsertSelected(const StatementOfPerson &insert, const QSet<QString> &stored, const ListModel &selected,
-                    Progress &progress);
+                               const ListModel &selected, const QSet<QString> &known, Progress &progress);
+/// Runs `insert` for everybody in `selected` for whom `isThere` finds no row, each test and insert in one
+/// step under `table`; those in `stored` go untested. False where `progress` was cancelled, after the person
+/// that it was at.
+bool InsertSelected(const QString &table, const StatementOfPerson &isThere, const StatementOfPerson &insert,
+                    const QSet<QString> &stored, const ListModel &selected, Progress &progress);

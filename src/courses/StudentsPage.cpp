@@ -1,6 +1,6 @@
 #include "courses/StudentsPage.h"
 
-#include "enrolment/EnrolmentODBC.h"
+#include "enrolment/EnrolmentModule.h"
 #include "enrolment/frmStudentInfo.h"
 #include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
@@ -54,10 +54,7 @@ void StudentsPage::EnableButtons()
 
 void StudentsPage::Remove()
 {
-    for (const QString &key : m_students.SelectedKeys()) {
-        if (!ADO_Course_RemoveStudent(m_courseRef, KeyNumber(key)))
-            break;
-    }
+    Course_RemoveStudents(m_courseRef, m_students.SelectedKeys());
     ShowStudents(m_courseRef);
 }
 

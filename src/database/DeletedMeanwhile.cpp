@@ -86,9 +86,15 @@ bool LeaveOutDeleted(ListModel &list, const QString &table, const QString &keyCo
 
 void TellLeftOut(const QStringList &names, const QString &title)
 {
+    TellNames(QStringLiteral("Another user has deleted these meanwhile, and they are left out:"), names,
+              title);
+}
+
+void TellNames(const QString &line, const QStringList &names, const QString &title)
+{
     if (names.isEmpty())
         return;
-    QString text = QStringLiteral("Another user has deleted these meanwhile, and they are left out:");
+    QString text = line;
     for (const QString &name : names.mid(0, namesTold))
         text += u"\n    " % name;
     if (names.size() > namesTold)

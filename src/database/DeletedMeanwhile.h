@@ -25,3 +25,5 @@ bool LeaveOutDeleted(ListModel &list, const QString &table, const QString &keyCo
                      const std::function<QString(const ListItem &row)> &nameOf);
 /// Tells the names of what was left out, the first ten of them; nothing where there are none.
 void TellLeftOut(const QStringList &names, const QString &title);
+/// Tells names under a line of their own, likewise.
+void TellNames(const QString &line, const QStringList &names, const QString &title);

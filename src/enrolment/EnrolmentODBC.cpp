@@ -38,12 +38,21 @@ std::vector<Fees::Characteristic> CharacteristicsOf(int contactRef)
     return result;
 }
 
-void EnrollStudent(int courseRef, int contactRef)
+bool IsFull(int courseRef, int limit)
+{
+    return limit > 0 && ReadKey(u"SELECT COUNT(*) AS Students FROM StudentsEnrolled" % OfCourse(courseRef),
+                                u"Students") >= limit;
+}
+
+/// Only inside a step.
+EnrolmentChange EnrollStudent(int courseRef, int contactRef, int limit)
 {
     const QString taxName = SystemValue(SystemRef::TaxName);
     const double taxRate = CurrencyValue(u'0' % SystemValue(SystemRef::TaxRate));
     if (HasRow(u"SELECT ContactRef FROM StudentsEnrolled" % OfStudent(courseRef, contactRef)))
-        return;
+        return EnrolmentChange::Done;
+    if (IsFull(courseRef, limit))
+        return EnrolmentChange::Full;
 
     const Recordset course = OpenRecordset(u"SELECT * FROM Courses" % OfCourse(courseRef));
     const double fee = course.IsEmpty() ? 0 : TextValue(course.First().Text(u"Fee"));
@@ -54,14 +63,19 @@ void EnrollStudent(int courseRef, int contactRef)
             SqlNumber(courseRef) % u',' % SqlNumber(contactRef) % u',' % SqlNumber(fee) % u',' %
             SqlNumber(discount.percent) % u",0,'" % DoubledApostrophes(discount.name) % u"','0',0,'" %
             DoubledApostrophes(taxName) % u"'," % SqlNumber(taxRate) % u')');
+    return EnrolmentChange::Done;
 }
+
+/// The running totals, in the order of the kinds.
+constexpr std::array<QStringView, Fees::PaymentKinds> paidColumns{u"AmountPaid", u"ChequePaid", u"CCardPaid",
+                                                                  u"Vouchers",   u"Vouchers2",  u"Vouchers3",
+                                                                  u"Vouchers4",  u"Vouchers5"};
 
 /// What a row has been paid in all; nothing where one of the eight columns is NULL.
 std::optional<double> PaidOf(const Recordset::Row &row)
 {
     double sum = 0;
-    for (const QStringView column : {u"AmountPaid", u"ChequePaid", u"CCardPaid", u"Vouchers", u"Vouchers2",
-                                     u"Vouchers3", u"Vouchers4", u"Vouchers5"}) {
+    for (const QStringView column : paidColumns) {
         if (row.IsNull(column))
             return std::nullopt;
         sum += row.Double(column);
@@ -69,25 +83,62 @@ std::optional<double> PaidOf(const Recordset::Row &row)
     return sum;
 }
 
-double Amount(const Recordset::Row &row, QStringView column)
+/// "Surname, Forename".
+QString NameOf(const Recordset::Row &row)
+{
+    return row.Text(u"Cust_Surname") % u", " % row.Text(u"Cust_Forename");
+}
+
+/// A number to two places, 0 for NULL.
+double Number(const Recordset::Row &row, QStringView column)
 {
     return CurrencyValue(u'0' % row.Text(column));
 }
 
-/// Ends the enrolments of those who are not selected.
-void RemoveOthers(int courseRef, const ListModel &selected, WriteGroup &group, Progress &progress)
+/// Only inside a step.
+EnrolmentChange RemoveUnlessPaid(int courseRef, int contactRef, Money known)
+{
+    const std::optional<StudentRecord> student = ReadStudent(courseRef, contactRef);
+    if (student && student->Paid() > known)
+        return EnrolmentChange::Paid;
+    RemoveStudent(courseRef, contactRef);
+    return EnrolmentChange::Done;
+}
+
+/// Ends all enrolments in one statement, if there is nobody but the known. True if it did.
+bool RemoveAll(int courseRef, const KnownStudents &known)
+{
+    return InOneStep(CourseStep(courseRef), [&] {
+        for (const auto &row : OpenRecordset(u"SELECT * FROM StudentsEnrolled" % OfCourse(courseRef))) {
+            const auto student = known.find(u'?' % row.Text(u"ContactRef"));
+            if (student == known.end() || EnrolmentOf(row).Paid() > *student)
+                return false;
+        }
+        Execute(u"DELETE FROM StudentsEnrolled" % OfCourse(courseRef));
+        return true;
+    });
+}
+
+/// Ends the enrolments of those known who are not selected.
+EnrolmentChange RemoveOthers(int courseRef, const ListModel &selected, const KnownStudents &known,
+                             WriteGroup &group, Progress &progress)
 {
     const Recordset enrolled =
         OpenRecordset(u"SELECT ContactRef FROM StudentsEnrolled" % OfCourse(courseRef));
     for (const auto &row : enrolled) {
-        const QString contactRef = row.Text(u"ContactRef");
-        if (progress.IsCancelled() || selected.Contains(u'?' % contactRef))
+        const QString key = u'?' % row.Text(u"ContactRef");
+        const auto student = known.find(key);
+        if (progress.IsCancelled() || student == known.end() || selected.Contains(key))
             continue;
-        RemoveStudent(courseRef, contactRef.toInt());
+        const EnrolmentChange change = ADO_Course_RemoveUnlessPaid(courseRef, KeyNumber(key), *student);
+        if (change != EnrolmentChange::Done)
+            return change;
         EndRow(group);
         progress.SetValue(0); // they do not count as enrolled
     }
+    return EnrolmentChange::Done;
 }
+
 bool WantsNewValue(int courses, const QString &title)
 {
     return Dialogs::MsgBox(QString::number(courses) %
@@ -114,13 +165,21 @@ double ChangeCourse(int courseRef, const QString &concessionName, double percent
     if (!students.IsEmpty())
         percentage = Fees::RaisedByAmount(percentage, students.First().Double(u"BasicFee"), hardDiscount);
     for (const auto &row : students) {
-        Execute(u"UPDATE StudentsEnrolled SET Discount = " % SqlNumber(percentage) %
-                OfStudent(courseRef, static_cast<int>(row.Long(u"ContactRef"))));
+        InOneStep(CourseStep(courseRef), [&] {
+            Execute(u"UPDATE StudentsEnrolled SET Discount = " % SqlNumber(percentage) %
+                    OfStudent(courseRef, static_cast<int>(row.Long(u"ContactRef"))));
+            return true;
+        });
         EndRow(group);
     }
     return percentage;
 }
 } // namespace
+
+QString CourseStep(int courseRef)
+{
+    return u"Course " % SqlNumber(courseRef);
+}
 
 StudentRecord EnrolmentOf(const Recordset::Row &row)
 {
@@ -129,49 +188,50 @@ StudentRecord EnrolmentOf(const Recordset::Row &row)
     record.receipt = row.Text(u"ReceiptNo");
     record.concession = row.Text(u"ConcessionType");
     record.taxName = row.Text(u"TaxName");
-    record.basicFee = Amount(row, u"BasicFee");
-    record.discount = Amount(row, u"Discount");
-    record.taxRate = Amount(row, u"TaxRate");
-    record.payments = {Amount(row, u"AmountPaid"),
-                       Amount(row, u"ChequePaid"),
-                       Amount(row, u"CCardPaid"),
-                       {Amount(row, u"Vouchers"), Amount(row, u"Vouchers2"), Amount(row, u"Vouchers3"),
-                        Amount(row, u"Vouchers4"), Amount(row, u"Vouchers5")}};
+    record.basicFee = Money::Of(Number(row, u"BasicFee"));
+    record.discount = Number(row, u"Discount");
+    record.taxRate = Number(row, u"TaxRate");
+    for (size_t kind = 0; kind < Fees::PaymentKinds; ++kind)
+        record.payments[kind] = Money::Of(Number(row, paidColumns[kind]));
     record.netFee = Fees::NetFee(record.basicFee, record.discount);
-    record.hardDiscount = Fees::HardDiscount(record.basicFee, record.netFee);
-    record.totalDue = Fees::TotalDue(record.netFee, record.taxRate);
-    record.paid = record.payments.Total();
-    record.owed = Fees::Owed(record.totalDue, record.paid);
     return record;
 }
 
-bool ADO_Course_EnrollStudent(int courseRef, int contactRef)
+std::optional<StudentRecord> ReadStudent(int courseRef, int contactRef)
 {
-    return Reported("ADO_Course_EnrollStudent", false, [&] {
-        EnrollStudent(courseRef, contactRef);
-        return true;
+    const Recordset rows =
+        OpenRecordset(u"SELECT * FROM StudentsEnrolled" % OfStudent(courseRef, contactRef));
+    return rows.IsEmpty() ? std::nullopt : std::optional(EnrolmentOf(rows.First()));
+}
+
+EnrolmentChange ADO_Course_EnrollStudent(int courseRef, int contactRef, int limit)
+{
+    return Reported("ADO_Course_EnrollStudent", EnrolmentChange::Failed, [&] {
+        return InOneStep(CourseStep(courseRef), [&] { return EnrollStudent(courseRef, contactRef, limit); });
     });
 }
 
-bool ADO_Course_EnrollStudents(int courseRef, const ListModel &selected, Progress &progress)
+EnrolmentChange ADO_Course_EnrollStudents(int courseRef, int limit, const ListModel &selected,
+                                          const KnownStudents &known, Progress &progress)
 {
-    return Reported("ADO_Course_EnrollStudents", false, [&] {
-        if (selected.IsEmpty()) {
-            Execute(u"DELETE FROM StudentsEnrolled" % OfCourse(courseRef));
-            return true;
-        }
+    return Reported("ADO_Course_EnrollStudents", EnrolmentChange::Failed, [&] {
+        if (selected.IsEmpty() && RemoveAll(courseRef, known))
+            return EnrolmentChange::Done;
         progress.Begin(selected.Count());
         WriteGroup group(gConnection);
-        RemoveOthers(courseRef, selected, group, progress);
+        EnrolmentChange change = RemoveOthers(courseRef, selected, known, group, progress);
         int done = 0;
-        while (done < selected.Count() && !progress.IsCancelled()) {
-            if (!ADO_Course_EnrollStudent(courseRef, KeyNumber(selected.At(done).key)))
-                return false;
+        while (change == EnrolmentChange::Done && done < selected.Count() && !progress.IsCancelled()) {
+            change = ADO_Course_EnrollStudent(courseRef, KeyNumber(selected.At(done).key), limit);
+            if (change != EnrolmentChange::Done)
+                break;
             EndRow(group);
             progress.SetValue(++done);
         }
+        if (change == EnrolmentChange::Failed)
+            return change;
         EndRows(group);
-        return done == selected.Count();
+        return progress.IsCancelled() && done < selected.Count() ? EnrolmentChange::Failed : change;
     });
 }
 
@@ -180,6 +240,14 @@ bool ADO_Course_RemoveStudent(int courseRef, int contactRef)
     return Reported("ADO_Course_RemoveStudent", false, [&] {
         RemoveStudent(courseRef, contactRef);
         return true;
+    });
+}
+
+EnrolmentChange ADO_Course_RemoveUnlessPaid(int courseRef, int contactRef, Money known)
+{
+    return Reported("ADO_Course_RemoveStudent", EnrolmentChange::Failed, [&] {
+        return InOneStep(CourseStep(courseRef),
+                         [&] { return RemoveUnlessPaid(courseRef, contactRef, known); });
     });
 }
 
@@ -203,6 +271,32 @@ int ADO_Course_PlacesLeft(int courseRef)
     });
 }
 
+std::optional<QStringList> ADO_Course_StudentKeys(int courseRef)
+{
+    return Reported("ADO_Course_StudentKeys", std::optional<QStringList>(), [&] {
+        QStringList keys;
+        for (const auto &row :
+             OpenRecordset(u"SELECT ContactRef FROM StudentsEnrolled" % OfCourse(courseRef)))
+            keys.append(u'?' % row.Text(u"ContactRef"));
+        return keys;
+    });
+}
+
+std::optional<std::vector<PaidStudent>> ADO_Course_PaidStudents(int courseRef)
+{
+    using Students = std::vector<PaidStudent>;
+    return Reported("ADO_Course_PaidStudents", std::optional<Students>(), [&] {
+        Students students;
+        for (const auto &row : OpenRecordset(
+                 u"SELECT StudentsEnrolled.*, Contacts.Cust_Forename, Contacts.Cust_Surname FROM "
+                 u"StudentsEnrolled LEFT JOIN Contacts ON StudentsEnrolled.ContactRef = Contacts.ContactRef "
+                 u"WHERE StudentsEnrolled.CourseRef = " %
+                 SqlNumber(courseRef)))
+            students.push_back({u'?' % row.Text(u"ContactRef"), NameOf(row), EnrolmentOf(row).Paid()});
+        return students;
+    });
+}
+
 void ADO_Course_ShowEnrolledStudents(int courseRef, ListModel &students)
 {
     Reported("ADO_Course_ShowEnrolledStudents", [&] {
@@ -216,9 +310,7 @@ void ADO_Course_ShowEnrolledStudents(int courseRef, ListModel &students)
             const QString word =
                 Fees::ListStatusWord(row.Double(u"BasicFee"), row.Double(u"Discount"),
                                      CurrencyValue(u'0' % row.Text(u"TaxRate")), PaidOf(row));
-            items.push_back({u'?' % row.Text(u"ContactRef"),
-                             row.Text(u"Cust_Surname") % u", " % row.Text(u"Cust_Forename"),
-                             {word}});
+            items.push_back({u'?' % row.Text(u"ContactRef"), NameOf(row), {word}});
         }
         students.Fill(std::move(items));
         students.SelectFirst();
@@ -228,29 +320,26 @@ void ADO_Course_ShowEnrolledStudents(int courseRef, ListModel &students)
 void ADO_Course_StudentInfo(StudentView &form, int courseRef, int contactRef)
 {
     Reported("ADO_Course_StudentInfo", [&] {
-        const Recordset rows =
-            OpenRecordset(u"SELECT * FROM StudentsEnrolled" % OfStudent(courseRef, contactRef));
-        if (rows.IsEmpty())
-            form.ShowNotEnrolled();
+        if (const std::optional<StudentRecord> student = ReadStudent(courseRef, contactRef))
+            form.ShowStudent(*student);
         else
-            form.ShowStudent(EnrolmentOf(rows.First()));
+            form.ShowNotEnrolled();
     });
 }
 
-bool ADO_Course_UpdateStudent(int courseRef, int contactRef, const StudentUpdate &student)
+bool ADO_Course_UpdateStudent(int courseRef, int contactRef, const StudentRecord &student)
 {
-    const Fees::Payments &paid = student.payments;
+    const auto paid = [&student](size_t kind) { return SqlNumber(student.payments[kind].Units()); };
     return Reported("ADO_Course_UpdateStudent", false, [&] {
-        Execute(u"UPDATE StudentsEnrolled SET AmountPaid = " % SqlNumber(paid.cash) % u" ,BasicFee = " %
-                SqlNumber(student.basicFee) % u" ,Discount = " % SqlNumber(student.discount) %
-                u" ,Vouchers = " % SqlNumber(paid.vouchers[0]) % u" ,Vouchers2 = " %
-                SqlNumber(paid.vouchers[1]) % u" ,Vouchers3 = " % SqlNumber(paid.vouchers[2]) %
-                u" ,Vouchers4 = " % SqlNumber(paid.vouchers[3]) % u" ,Vouchers5 = " %
-                SqlNumber(paid.vouchers[4]) % u" ,ChequePaid = " % SqlNumber(paid.cheque) %
-                u" ,CCardPaid = " % SqlNumber(paid.creditCard) % u" ,ConcessionType = '" %
-                student.concession % u"' ,ReceiptNo = '" % student.receipt % u"' ,Notes = '" % student.notes %
-                u"' ,TaxName = '" % student.taxName % u"' ,TaxRate = " % SqlNumber(student.taxRate) %
-                OfStudent(courseRef, contactRef));
+        Execute(u"UPDATE StudentsEnrolled SET AmountPaid = " % paid(Fees::Cash) % u" ,BasicFee = " %
+                SqlNumber(student.basicFee.Units()) % u" ,Discount = " % SqlNumber(student.discount) %
+                u" ,Vouchers = " % paid(Fees::FirstVoucher) % u" ,Vouchers2 = " %
+                paid(Fees::FirstVoucher + 1) % u" ,Vouchers3 = " % paid(Fees::FirstVoucher + 2) %
+                u" ,Vouchers4 = " % paid(Fees::FirstVoucher + 3) % u" ,Vouchers5 = " %
+                paid(Fees::FirstVoucher + 4) % u" ,ChequePaid = " % paid(Fees::Cheque) % u" ,CCardPaid = " %
+                paid(Fees::CreditCard) % u" ,ConcessionType = '" % student.concession % u"' ,ReceiptNo = '" %
+                student.receipt % u"' ,Notes = '" % student.notes % u"' ,TaxName = '" % student.taxName %
+                u"' ,TaxRate = " % SqlNumber(student.taxRate) % OfStudent(courseRef, contactRef));
         return true;
     });
 }

@@ -1,43 +1,51 @@
 #include "enrolment/Fees.h"
 
-#include "database/GlobalCode.h"
-
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numeric>
 
 namespace
 {
-// Fees and rates have two places each, so a product of them has six at most. What stands behind is the
-// noise of binary fractions: with it, a course of 90 less 30 would never count as paid with 60.
-constexpr int exactPlaces = 6;
-constexpr double noise = 1e-6;
-
 constexpr double wholeFee = 100;
+/// 100 % in hundredths of a percent.
+constexpr qint64 whole = 10000;
 
-double WithoutNoise(double amount)
+/// Unrounded values are compared to all their places but the last bits: binary fractions put those there, and
+/// 33.30 less 10 % would not be paid with 29.97. `size` is that of the largest value they come from.
+bool IsSame(double a, double b, double size)
 {
-    return TextValue(FormatNumber(amount, exactPlaces));
+    constexpr double lastBits = 8 * std::numeric_limits<double>::epsilon();
+    return std::abs(a - b) <= lastBits * std::abs(size);
 }
 
-bool IsMore(double a, double b)
+bool IsMore(double a, double b, double size)
 {
-    return a - b > noise;
+    return a > b && !IsSame(a, b, size);
 }
 
-bool IsSame(double a, double b)
+/// Half away from zero.
+qint64 RoundedQuotient(qint64 dividend, qint64 divisor)
 {
-    return std::abs(a - b) <= noise;
+    const qint64 half = dividend < 0 ? -divisor / 2 : divisor / 2;
+    return (dividend + half) / divisor;
 }
 
-double Less(double basicFee, double discount)
+/// `percent` read to two places, in hundredths of a percent. Cut where no rate can be, lest a product
+/// overflows.
+qint64 PartsOf(double percent)
 {
-    return basicFee - (basicFee / 100) * discount;
+    constexpr double most = 1e6;
+    return Money::Of(std::clamp(percent, -most, most)).Hundredths();
 }
 
-double WithTax(double netFee, double taxRate)
+/// So many hundredths of a percent of an amount. The whole part is taken apart, since the product of both
+/// may be too large.
+Money Share(Money amount, qint64 parts)
 {
-    return netFee + (netFee / 100) * taxRate;
+    const qint64 hundredths = amount.Hundredths();
+    return Money::OfHundredths(hundredths / whole * parts +
+                               RoundedQuotient(hundredths % whole * parts, whole));
 }
 
 /// An amount as percent of the fee; 0 where either is missing.
@@ -47,55 +55,40 @@ double ShareOfFee(double basicFee, double amount)
 }
 } // namespace
 
-double Fees::Payments::Total() const
+Money Fees::Payments::Total() const
 {
-    return Rounded(std::accumulate(vouchers.begin(), vouchers.end(), 0.0) + cash + cheque + creditCard);
+    return std::accumulate(kinds.begin(), kinds.end(), Money());
 }
 
-double Fees::Rounded(double amount)
+Fees::Payments Fees::operator+(Payments a, const Payments &b)
 {
-    return CurrencyValue(FormatNumber(amount, exactPlaces));
+    for (size_t kind = 0; kind < PaymentKinds; ++kind)
+        a[kind] += b[kind];
+    return a;
 }
 
-QString Fees::MoneyText(double amount)
+Money Fees::NetFee(Money basicFee, double discount)
 {
-    return FormatNumber(WithoutNoise(amount));
+    return Share(basicFee, whole - PartsOf(discount));
 }
 
-double Fees::NetFee(double basicFee, double discount)
+double Fees::DiscountOfAmount(Money basicFee, Money hardDiscount)
 {
-    return Rounded(Less(basicFee, discount));
+    if (basicFee <= Money() || hardDiscount <= Money())
+        return 0;
+    const qint64 parts = RoundedQuotient(hardDiscount.Hundredths() * whole, basicFee.Hundredths());
+    return Money::OfHundredths(parts).Units();
 }
 
-double Fees::HardDiscount(double basicFee, double netFee)
+Money Fees::TotalDue(Money netFee, double taxRate)
 {
-    return Rounded(basicFee - netFee);
-}
-
-double Fees::NetFeeAfterAmount(double basicFee, double hardDiscount)
-{
-    return Rounded(basicFee - hardDiscount);
-}
-
-double Fees::DiscountOfAmount(double basicFee, double hardDiscount)
-{
-    return Rounded(ShareOfFee(basicFee, hardDiscount));
-}
-
-double Fees::TotalDue(double netFee, double taxRate)
-{
-    return Rounded(WithTax(netFee, taxRate));
-}
-
-double Fees::Owed(double totalDue, double paid)
-{
-    return Rounded(totalDue - paid);
+    return Share(netFee, whole + PartsOf(taxRate));
 }
 
 double Fees::RaisedByAmount(double percent, double basicFee, double hardDiscount)
 {
     const double share = ShareOfFee(basicFee, hardDiscount);
-    return IsMore(share, percent) ? std::min(share, wholeFee) : percent;
+    return IsMore(share, percent, share) ? std::min(share, wholeFee) : percent;
 }
 
 Fees::DiscountChoice Fees::ChooseDiscount(double basicFee, const std::vector<Characteristic> &characteristics)
@@ -106,9 +99,9 @@ Fees::DiscountChoice Fees::ChooseDiscount(double basicFee, const std::vector<Cha
     for (const Characteristic &characteristic : characteristics) {
         // The share is compared before it is cut: of two amounts above the fee the later one gives the name.
         const double share = ShareOfFee(basicFee, characteristic.hardDiscount);
-        if (IsMore(share, choice.percent))
+        if (IsMore(share, choice.percent, share))
             choice = {std::min(share, wholeFee), characteristic.name};
-        if (IsMore(characteristic.percentage, choice.percent))
+        if (IsMore(characteristic.percentage, choice.percent, choice.percent))
             choice = {characteristic.percentage, characteristic.name};
     }
     return choice;
@@ -116,18 +109,20 @@ Fees::DiscountChoice Fees::ChooseDiscount(double basicFee, const std::vector<Cha
 
 QString Fees::ListStatusWord(double basicFee, double discount, double taxRate, std::optional<double> paid)
 {
-    const double due = WithTax(Less(basicFee, discount), taxRate);
+    const double net = basicFee - (basicFee / 100) * discount;
+    const double due = net + (net / 100) * taxRate;
     const double sum = paid.value_or(0);
-    if (IsSame(sum, 0) && IsMore(due, 0))
+    const double size = std::max(std::abs(basicFee), std::abs(sum));
+    if (sum == 0 && IsMore(due, 0, size))
         return QStringLiteral("No");
-    if (IsMore(sum, due))
+    if (IsMore(sum, due, size))
         return QStringLiteral("In Credit");
-    return IsSame(sum, due) ? QStringLiteral("Yes") : QStringLiteral("Part");
+    return IsSame(sum, due, size) ? QStringLiteral("Yes") : QStringLiteral("Part");
 }
 
-QString Fees::ScreenStatusWord(double paid, double totalDue)
+QString Fees::ScreenStatusWord(Money paid, Money totalDue)
 {
-    if (paid == 0)
+    if (paid == Money())
         return QStringLiteral("No");
     if (paid > totalDue)
         return QStringLiteral("In Credit");

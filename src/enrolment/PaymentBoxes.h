@@ -8,6 +8,9 @@ class MoneyField;
 /// A caption with the currency symbol behind it.
 QString WithSymbol(const QString &caption);
 
+/// What a money box holds.
+Money AmountIn(const MoneyField *box);
+
 /// The boxes of the eight payment kinds on a screen.
 class PaymentBoxes final
 {
@@ -24,7 +27,7 @@ public:
     void Build(FormBuilder &form, const Names &names);
 
     const std::array<MoneyField *, Fees::PaymentKinds> &All() const { return m_boxes; }
-    MoneyField *CreditCard() const { return m_boxes[2]; }
+    MoneyField *CreditCard() const { return m_boxes[Fees::CreditCard]; }
     Fees::Payments Values() const;
     void Show(const Fees::Payments &payments);
 

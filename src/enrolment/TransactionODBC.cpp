@@ -7,10 +7,11 @@
 bool ADO_Course_Log_Transaction(int courseRef, int contactRef, int date, const QString &receiptNo,
                                 const Fees::Payments &act, int creditCardRef)
 {
+    const auto paid = [&act](size_t kind) { return SqlNumber(act[kind].Units()); };
     QString vouchers;
     QString labels;
     for (int i = 0; i < Fees::VoucherKinds; ++i) {
-        vouchers += u',' % SqlNumber(act.vouchers[static_cast<size_t>(i)]);
+        vouchers += u',' % paid(Fees::FirstVoucher + static_cast<size_t>(i));
         labels += u",'" % DoubledApostrophes(SystemValue(SystemRef::VoucherName + i)) % u'\'';
     }
     return Reported("ADO_Course_Log_Transaction", false, [&] {
@@ -19,8 +20,8 @@ bool ADO_Course_Log_Transaction(int courseRef, int contactRef, int date, const Q
                 u"Vouchers5Paid,Vouchers1Label,Vouchers2Label,Vouchers3Label,Vouchers4Label,Vouchers5Label) "
                 u"VALUES (" %
                 SqlNumber(courseRef) % u',' % SqlNumber(contactRef) % u',' % SqlNumber(date) % u",'" %
-                receiptNo % u"'," % SqlNumber(act.cash) % u',' % SqlNumber(act.cheque) % u',' %
-                SqlNumber(act.creditCard) % u',' % SqlNumber(creditCardRef) % vouchers % labels % u')');
+                receiptNo % u"'," % paid(Fees::Cash) % u',' % paid(Fees::Cheque) % u',' %
+                paid(Fees::CreditCard) % u',' % SqlNumber(creditCardRef) % vouchers % labels % u')');
         return true;
     });
 }

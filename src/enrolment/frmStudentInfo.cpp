@@ -2,10 +2,8 @@
 
 #include "controls/ListModel.h"
 #include "database/Security.h"
-#include "enrolment/EnrolmentModule.h"
 #include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
-#include "platform/Clock.h"
 
 namespace
 {
@@ -160,18 +158,18 @@ void frmStudentInfo::SetLeaveHandlers()
 
 void frmStudentInfo::ShowStudent(const StudentRecord &record)
 {
-    m_shown = true;
     m_info->setPlainText(record.notes);
     m_receipt->setText(record.receipt);
     m_concession->setText(record.concession);
     m_taxName->setText(record.taxName);
-    m_basicFee->SetValue(record.basicFee);
+    m_basicFee->SetValue(record.basicFee.Units());
     m_discount->SetValue(record.discount);
-    m_netFee->SetValue(record.netFee);
-    m_hardDiscount->SetValue(record.hardDiscount);
+    m_netFee->SetValue(record.netFee.Units());
+    m_hardDiscount->SetValue(record.HardDiscount().Units());
     m_taxRate->SetValue(record.taxRate);
     m_previous.Show(record.payments);
-    ShowTotals(record.totalDue, record.paid);
+    m_read = OnScreen();
+    ShowTotals(record.TotalDue(), record.Paid());
     ApplyRights();
 }
 
@@ -179,7 +177,7 @@ void frmStudentInfo::ShowNotEnrolled()
 {
     for (MoneyField *box : {m_basicFee, m_discount, m_netFee, m_hardDiscount, m_taxRate})
         box->SetValue(0);
-    ShowTotals(0, 0);
+    ShowTotals({}, {});
     m_ok->hide();
     m_edit->hide();
     m_info->setPlainText(QStringLiteral("This student as of current is not enrolled on this course!"));
@@ -187,14 +185,15 @@ void frmStudentInfo::ShowNotEnrolled()
     LockFields(m_receipt, true);
 }
 
-void frmStudentInfo::ShowTotals(double totalDue, double paid)
+void frmStudentInfo::ShowTotals(Money totalDue, Money paid)
 {
-    m_totalDue->SetValue(totalDue);
-    m_paid->SetValue(paid);
-    m_owed->SetValue(Fees::Owed(totalDue, paid));
+    const Money owed = totalDue - paid;
+    m_totalDue->SetValue(totalDue.Units());
+    m_paid->SetValue(paid.Units());
+    m_owed->SetValue(owed.Units());
     // What was typed as a payment is never hidden: it would still count when the form is saved.
-    const bool pays = m_owed->Value() > 0 || m_payment.Values().Total() > 0;
-    m_newPayment->setVisible(m_shown && pays && UserRight(payRight) >= allowed);
+    const bool pays = owed > Money() || m_payment.Values().Total() > Money();
+    m_newPayment->setVisible(m_read && pays && UserRight(payRight) >= allowed);
 }
 
 void frmStudentInfo::ApplyRights()
@@ -230,24 +229,26 @@ void frmStudentInfo::LeaveDiscount()
 {
     m_discount->Normalise();
     CutToPercent(m_discount);
-    if (const double fee = m_basicFee->Value(); fee > 0) {
-        m_netFee->SetValue(Fees::NetFee(fee, m_discount->Value()));
-        m_hardDiscount->SetValue(Fees::HardDiscount(fee, m_netFee->Value()));
+    if (const Money fee = AmountIn(m_basicFee); fee > Money()) {
+        const Money netFee = Fees::NetFee(fee, m_discount->Value());
+        m_netFee->SetValue(netFee.Units());
+        m_hardDiscount->SetValue((fee - netFee).Units());
     }
     Recalculate();
 }
 
 void frmStudentInfo::LeaveHardDiscount()
 {
-    const double fee = m_basicFee->Value();
+    const Money fee = AmountIn(m_basicFee);
     m_hardDiscount->Normalise();
-    if (m_hardDiscount->Value() > fee)
-        m_hardDiscount->SetValue(fee);
+    if (AmountIn(m_hardDiscount) > fee)
+        m_hardDiscount->SetValue(fee.Units());
     if (m_hardDiscount->Value() < 0)
         m_hardDiscount->setText(QStringLiteral("0"));
-    if (fee > 0) {
-        m_netFee->SetValue(Fees::NetFeeAfterAmount(fee, m_hardDiscount->Value()));
-        m_discount->SetValue(Fees::DiscountOfAmount(fee, m_hardDiscount->Value()));
+    if (fee > Money()) {
+        const Money discount = AmountIn(m_hardDiscount);
+        m_netFee->SetValue((fee - discount).Units());
+        m_discount->SetValue(Fees::DiscountOfAmount(fee, discount));
     }
     Recalculate();
 }
@@ -263,7 +264,7 @@ void frmStudentInfo::Recalculate()
 {
     if (m_receipt->isReadOnly())
         return;
-    ShowTotals(Fees::TotalDue(m_netFee->Value(), m_taxRate->Value()), m_previous.Values().Total());
+    ShowTotals(Fees::TotalDue(AmountIn(m_netFee), m_taxRate->Value()), m_previous.Values().Total());
     ApplyRights();
 }
 
@@ -280,67 +281,35 @@ bool frmStudentInfo::Save()
     for (MoneyField *box : m_payment.All())
         box->Normalise();
 
-    const Fees::Payments before = m_previous.Values();
-    const Fees::Payments act = m_payment.Values();
-    bool logged = true;
-    if (act.Total() != 0) {
-        if (!m_onlyToLog && !AddToRunningTotals(act))
-            return false;
-        logged = Course_LogTransaction(m_courseRef, m_contactRef, Clock::Today(), m_receipt->text(), act, 0);
-    }
-    const bool stored = StoreStudent();
-    if (!logged || !stored) {
-        KeepWork(logged, stored, before);
+    const PaymentResult result =
+        Course_Pay(m_courseRef, m_contactRef, {*m_read, OnScreen(), m_payment.Values(), {}});
+    if (result.outcome == PaymentOutcome::Refused)
+        ShowNow(result);
+    if (result.outcome != PaymentOutcome::Stored)
         return false;
-    }
+    ShowWord(result.student);
     m_modified->Clear();
     return true;
 }
 
-bool frmStudentInfo::AddToRunningTotals(const Fees::Payments &act)
+StudentRecord frmStudentInfo::OnScreen() const
 {
-    if (m_totalDue->Value() < Fees::Rounded(m_paid->Value() + act.Total())) {
-        Dialogs::MsgBox(QStringLiteral("Amount tendered exceeds the amount due\nNo Action Taken"),
-                        QStringLiteral("Warning"));
-        return false;
-    }
-    const auto running = m_previous.All();
-    const auto added = m_payment.All();
-    for (size_t kind = 0; kind < running.size(); ++kind)
-        running[kind]->SetValue(Fees::Rounded(running[kind]->Value() + added[kind]->Value()));
-    Recalculate();
-    return true;
+    return {m_previous.Values(), m_info->toPlainText(), AmountIn(m_basicFee),
+            m_discount->Value(), m_concession->text(),  m_receipt->text(),
+            m_taxName->text(),   m_taxRate->Value(),    AmountIn(m_netFee)};
 }
 
-bool frmStudentInfo::StoreStudent()
+// Shown twice, so that what the clerk has changed still counts as his when he tries again.
+void frmStudentInfo::ShowNow(const PaymentResult &refused)
 {
-    const int row = m_students.Find(m_key);
-    const QString oldWord = row < 0 ? QString() : m_students.At(row).subItems.value(0);
-    if (row >= 0)
-        m_students.SetSubItem(row, 0, Fees::ScreenStatusWord(m_paid->Value(), m_totalDue->Value()));
-    const StudentUpdate student{m_previous.Values(), m_info->toPlainText(), m_basicFee->Value(),
-                                m_discount->Value(), m_concession->text(),  m_receipt->text(),
-                                m_taxName->text(),   m_taxRate->Value()};
-    if (Course_UpdateStudent(m_courseRef, m_contactRef, student))
-        return true;
-    if (row >= 0)
-        m_students.SetSubItem(row, 0, oldWord);
-    return false;
+    ShowStudent(refused.stored);
+    const std::optional<StudentRecord> read = m_read;
+    ShowStudent(refused.student);
+    m_read = read;
 }
 
-// Nothing may count twice when the user presses Update again. A payment that is logged has moved to the
-// running totals for good; one that is only in the totals still has to be logged, as it was made; one that
-// reached neither is a payment still to come.
-void frmStudentInfo::KeepWork(bool logged, bool stored, const Fees::Payments &before)
+void frmStudentInfo::ShowWord(const StudentRecord &student)
 {
-    if (logged) {
-        m_payment.Show({});
-        m_onlyToLog = false;
-    } else if (stored) {
-        m_onlyToLog = true;
-        LockFields(m_newPayment, true);
-    } else if (!m_onlyToLog) {
-        m_previous.Show(before);
-    }
-    Recalculate();
+    if (const int row = m_students.Find(m_key); row >= 0)
+        m_students.SetSubItem(row, 0, Fees::ScreenStatusWord(student.Paid(), student.TotalDue()));
 }

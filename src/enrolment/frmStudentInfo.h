@@ -1,8 +1,10 @@
 #pragma once
 
-#include "enrolment/EnrolmentODBC.h"
+#include "enrolment/EnrolmentModule.h"
 #include "enrolment/PaymentBoxes.h"
 #include "forms/FormDialog.h"
+
+#include <optional>
 
 class FormBuilder;
 class ListModel;
@@ -33,7 +35,7 @@ private:
     void BuildPreviousPayments(FormBuilder &form);
     void BuildNewPayment(FormBuilder &form);
     void SetLeaveHandlers();
-    void ShowTotals(double totalDue, double paid);
+    void ShowTotals(Money totalDue, Money paid);
 
     void ApplyRights();
     void LockFee(bool locked);
@@ -44,17 +46,15 @@ private:
     void Recalculate();
 
     bool Save();
-    bool AddToRunningTotals(const Fees::Payments &act);
-    bool StoreStudent();
-    void KeepWork(bool logged, bool stored, const Fees::Payments &before);
+    StudentRecord OnScreen() const;
+    void ShowNow(const PaymentResult &refused);
+    void ShowWord(const StudentRecord &student);
 
     int m_courseRef;
     int m_contactRef;
     ListModel &m_students;
     QString m_key;
-    bool m_shown = false; ///< there is an enrolment, and it was read
-    /// The payment in the boxes stands in the running totals already, but its log entry failed.
-    bool m_onlyToLog = false;
+    std::optional<StudentRecord> m_read; ///< the enrolment as the form was shown it
 
     MoneyField *m_basicFee = nullptr;
     MoneyField *m_discount = nullptr;

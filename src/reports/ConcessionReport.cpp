@@ -12,7 +12,7 @@ bool WriteRow(const Recordset::Row &row)
     HTML_RowStart();
     WriteValueCell(row.Text(u"Name"), 300);
     WriteValueCell(FormatNumber(row.Double(u"Percentage"), 2) % u'%', 100);
-    WriteValueCell(MoneyText(row.Double(u"HardDiscount")), 100);
+    WriteValueCell(MoneyText(Money::Of(row.Double(u"HardDiscount"))), 100);
     HTML_RowEnd();
     return true;
 }

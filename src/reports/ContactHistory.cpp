@@ -4,7 +4,7 @@
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
 #include "database/System.h"
-#include "enrolment/Fees.h"
+#include "enrolment/EnrolmentODBC.h"
 #include "reports/ReportFields.h"
 
 #include <algorithm>
@@ -45,60 +45,35 @@ QString FirstAndLastDay(qint64 courseRef)
                      : QString(u" (" % IntToDateText(int(first)) % u" - " % IntToDateText(int(last)) % u')');
 }
 
-/// The kinds of payment with their columns and names, in the order of all screens.
-struct PaymentKind {
-    const char16_t *column;
-    const char16_t *label; ///< null = the voucher's name
-};
-constexpr std::array<PaymentKind, Fees::PaymentKinds> paymentKinds{{{u"AmountPaid", u"in Cash"},
-                                                                    {u"ChequePaid", u"by Cheque"},
-                                                                    {u"CCardPaid", u"by Credit Card"},
-                                                                    {u"Vouchers", nullptr},
-                                                                    {u"Vouchers2", nullptr},
-                                                                    {u"Vouchers3", nullptr},
-                                                                    {u"Vouchers4", nullptr},
-                                                                    {u"Vouchers5", nullptr}}};
-
 QString PaymentLabel(size_t kind)
 {
-    const PaymentKind &payment = paymentKinds[kind];
-    if (payment.label)
-        return u"Amount Paid " % QStringView(payment.label) % u':';
-    const int voucher = static_cast<int>(kind) - (Fees::PaymentKinds - Fees::VoucherKinds);
+    constexpr std::array<QStringView, Fees::FirstVoucher> labels{u"in Cash", u"by Cheque", u"by Credit Card"};
+    if (kind < labels.size())
+        return u"Amount Paid " % labels[kind] % u':';
+    const int voucher = static_cast<int>(kind - Fees::FirstVoucher);
     return u"Amount Paid by " % SystemValue(SystemRef::VoucherName + voucher).left(longestVoucherName) % u':';
 }
 
-/// Works down from the fee to what is owed, a row for each step. It is the running sum that counts here, not
-/// what another screen has stored.
-void AddMoney(const Recordset::Row &row, ContactHistory::Attended &course)
+/// Works down from the fee to what is owed, a row for each step, by the amounts of the payment screen.
+void AddMoney(const StudentRecord &student, ContactHistory::Attended &course)
 {
-    const double fee = row.Double(u"BasicFee");
-    const double discount = row.Double(u"Discount");
-    const double taxRate = row.Double(u"TaxRate");
-    double amount = fee;
-    course.money.push_back({QStringLiteral("Course Fee:"), MoneyText(fee)});
-    if (discount > 0) {
-        amount = TextValue(FormatNumber(fee - fee / 100 * discount, 2));
-        course.money.push_back({QStringLiteral("Discount %:"),
-                                SqlNumber(discount) % u"% (" % row.Text(u"ConcessionType") % u')'});
+    const auto add = [&course](const QString &label, const QString &value) {
+        course.money.push_back({label, value});
+    };
+    add(QStringLiteral("Course Fee:"), MoneyText(student.basicFee));
+    if (student.discount > 0)
+        add(QStringLiteral("Discount %:"), SqlNumber(student.discount) % u"% (" % student.concession % u')');
+    if (student.taxRate > 0)
+        add(Shortened(student.taxName, longestTaxName),
+            MoneyText(student.TotalDue() - student.netFee) % u" (" % SqlNumber(student.taxRate) % u"%)");
+    if (student.discount > 0 || student.taxRate > 0)
+        add(QStringLiteral("Amount Due:"), MoneyText(student.TotalDue()));
+    for (size_t kind = 0; kind < Fees::PaymentKinds; ++kind) {
+        if (const Money paid = student.payments[kind]; paid > Money())
+            add(PaymentLabel(kind), MoneyText(paid));
     }
-    if (taxRate > 0) {
-        const double tax = amount * taxRate / 100;
-        amount += tax;
-        course.money.push_back({Shortened(row.Text(u"TaxName"), longestTaxName),
-                                MoneyText(tax) % u" (" % SqlNumber(taxRate) % u"%)"});
-    }
-    if (discount > 0 || taxRate > 0)
-        course.money.push_back({QStringLiteral("Amount Due:"), MoneyText(amount)});
-    for (size_t kind = 0; kind < paymentKinds.size(); ++kind) {
-        const double paid = row.Double(paymentKinds[kind].column);
-        if (paid <= 0)
-            continue;
-        course.money.push_back({PaymentLabel(kind), MoneyText(paid)});
-        amount -= paid;
-    }
-    course.money.push_back({QStringLiteral("Amount Owing:"), MoneyText(amount)});
-    course.owing = amount;
+    course.owing = student.Owed();
+    add(QStringLiteral("Amount Owing:"), MoneyText(course.owing));
 }
 
 QString StaffedSql(QStringView columns, int contactRef)
@@ -148,7 +123,7 @@ std::vector<ContactHistory::Attended> ContactHistory::CoursesAttended(int contac
              SqlNumber(contactRef))) {
         Attended course{row.Text(u"Title") % FirstAndLastDay(row.Long(u"CourseRef")), {}};
         if (withMoney)
-            AddMoney(row, course);
+            AddMoney(EnrolmentOf(row), course);
         courses.push_back(std::move(course));
     }
     return courses;

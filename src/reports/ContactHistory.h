@@ -1,5 +1,7 @@
 #pragma once
 
+#include "enrolment/Money.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -23,7 +25,7 @@ struct MoneyRow {
 struct Attended {
     QString course; ///< the title with the first and the last day behind it
     std::vector<MoneyRow> money;
-    double owing = 0; ///< what is left of the fee, in currency units
+    Money owing{}; ///< what is left of the fee
 };
 /// The courses of a person, with their money where it is asked for. Reads `StudentsEnrolled`, `Courses` and
 /// `CourseEvents`.

@@ -22,7 +22,7 @@ void WriteCoursesAttended(int contactRef)
     if (courses.empty())
         return;
     WriteListLabel(QStringLiteral("Courses Attended:"));
-    double owing = 0;
+    Money owing;
     for (const ContactHistory::Attended &course : courses) {
         WriteListRow(course.course);
         for (const ContactHistory::MoneyRow &money : course.money)

@@ -1,7 +1,6 @@
 #include "reports/ReportFields.h"
 
 #include "database/DecodeDateFunc.h"
-#include "database/GlobalCode.h"
 #include "database/System.h"
 #include "reports/HTMLscript.h"
 
@@ -152,9 +151,9 @@ QString FieldValue(const ReportField &field, const Recordset::Row &row)
     return value;
 }
 
-QString MoneyText(double amount)
+QString MoneyText(Money amount)
 {
-    return SystemValue(SystemRef::CurrencySymbol) % FormatNumber(amount, 2);
+    return SystemValue(SystemRef::CurrencySymbol) % amount.Text();
 }
 
 void WriteHeading(const QString &name)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "enrolment/Money.h"
 #include "platform/Recordset.h"
 #include "reports/ReportChoices.h"
 
@@ -40,7 +41,7 @@ std::vector<ReportField> OrgFields(const OrgFlags &flags);
 QString FieldValue(const ReportField &field, const Recordset::Row &row);
 
 /// An amount with the currency symbol in front, to two places.
-QString MoneyText(double amount);
+QString MoneyText(Money amount);
 
 /// Writes what stands above the items of a person or an organisation.
 void WriteHeading(const QString &name);

@@ -17,7 +17,7 @@ constexpr int moneyWidth = 80;
 struct MoneyColumn {
     QString title;
     QString field;
-    double sum = 0;
+    Money sum{};
 };
 
 std::vector<MoneyColumn> MoneyColumns()
@@ -88,9 +88,9 @@ void WritePayment(const Recordset::Row &row, std::vector<MoneyColumn> &columns)
              row.Text(u"ContactTitle") % u' ' % row.Text(u"Cust_Forename") % u' ' %
                  row.Text(u"Cust_Surname"));
     TextCell(Html::plain, 250, row.Text(u"CourseTitle"));
-    double total = 0;
+    Money total;
     for (MoneyColumn &column : columns) {
-        const double paid = row.Double(column.field);
+        const Money paid = Money::Of(row.Double(column.field));
         MoneyCell(Html::plain, MoneyText(paid));
         column.sum += paid;
         total += paid;
@@ -104,7 +104,7 @@ void WriteTotals(const std::vector<MoneyColumn> &columns)
     HTML_RowStart();
     for (const int width : {80, 200, 250})
         TextCell(Html::bold, width, QStringLiteral("&nbsp;"));
-    double total = 0;
+    Money total;
     for (const MoneyColumn &column : columns) {
         MoneyCell(Html::bold, MoneyText(column.sum));
         total += column.sum;

@@ -1,7 +1,6 @@
 #include "contacts/ContactForm.h"
 #include "contacts/frmSelectContacts.h"
 #include "support/RightsTable.h"
-#include "support/StatementLog.h"
 #include "support/TestTable.h"
 
 #include <QAction>
@@ -50,8 +49,8 @@ private slots:
     void HandsOver_data();
     void HandsOver();
     void JoinsTheBranchesOfATree();
-    void AttendanceAndCandidates_data();
-    void AttendanceAndCandidates();
+    void FollowsWhatOthersStore_data();
+    void FollowsWhatOthersStore();
     void EnrolsAndRemoves();
     void StudentsAreNeverDroppedUnseen();
 
@@ -224,35 +223,31 @@ void TestSelectContacts::JoinsTheBranchesOfATree()
                           "A3;3=O'Neil, Ben [not enrolled] user"}));
 }
 
-/// Ann and Ben are stored, with a result; the picker leaves Ben and Carl.
-void TestSelectContacts::AttendanceAndCandidates_data()
+/// Ann and Ben are stored and the picker leaves Ben and takes Dora. Meanwhile others remove Ben and add Carl.
+void TestSelectContacts::FollowsWhatOthersStore_data()
 {
-    const TestTable<Mode, QString, QStringList, QString> row{"mode", "setUp", "statements", "stored"};
-    row("attendance", Mode::Attendance,
-        "INSERT INTO AttendanceRecord (CourseRef,EventNo,ContactRef) VALUES (1,7,",
-        {"SELECT ContactRef FROM AttendanceRecord WHERE CourseRef = 1 AND EventNo = 7",
-         "DELETE FROM AttendanceRecord WHERE CourseRef = 1 AND EventNo = 7 AND ContactRef = 2",
-         "INSERT INTO AttendanceRecord (CourseRef,ContactRef,EventNo) VALUES (1,4,7)"},
-        "AttendanceRecord WHERE EventNo = 7 AND ContactRef IN (3, 4)");
-    row("candidates", Mode::Candidates,
-        "INSERT INTO StudentExams (CourseRef,ExamRef,ExamResult,ResultFormat,ContactRef) VALUES (1,7,60,'%',",
-        {"SELECT ContactRef FROM StudentExams WHERE CourseRef = 1 AND ExamRef = 7",
-         "DELETE FROM StudentExams WHERE ExamRef = 7 AND CourseRef = 1 AND ContactRef = 2",
-         "SELECT ResultFormat FROM Exam WHERE ExamRef = 7",
-         "INSERT INTO StudentExams "
-         "(CourseRef,ExamRef,ContactRef,ExamResult,EstimatedResult,ResultFormat,Notes) "
-         "VALUES (1,7,4,0,0,'%''s','')"},
-        "StudentExams WHERE ExamRef = 7 AND (ContactRef = 3 AND ExamResult = 60 OR ContactRef = 4 AND "
-        "ExamResult = 0 AND ResultFormat = '%''s')");
+    const TestTable<Mode, QString, QString, QString> row{"mode", "columns", "values", "added"};
+    row("attendance", Mode::Attendance, "AttendanceRecord (CourseRef,EventNo,ContactRef)", "(1,7,",
+        "EventNo = 7");
+    row("candidates", Mode::Candidates, "StudentExams (CourseRef,ExamRef,ExamResult,ResultFormat,ContactRef)",
+        "(1,7,60,'%',", "ExamResult = 0 AND ResultFormat = '%''s'");
+    row("students", Mode::EnrolOnCourse, "StudentsEnrolled (CourseRef,ContactRef,BasicFee)", "(1,",
+        "BasicFee = 100");
 }
 
-void TestSelectContacts::AttendanceAndCandidates()
+void TestSelectContacts::FollowsWhatOthersStore()
 {
     QFETCH(const Mode, mode);
-    QFETCH(const QString, setUp);
-    QFETCH(const QString, stored);
-    for (const char *person : {"2)", "3)"})
-        Sql(setUp % QLatin1String(person));
+    QFETCH(const QString, columns);
+    QFETCH(const QString, values);
+    QFETCH(const QString, added);
+    const QString table = columns.section(u' ', 0, 0);
+    const auto store = [&](const QString &person) {
+        const QString fee = mode == Mode::EnrolOnCourse ? u",50)"_qs : u")"_qs;
+        Sql(u"INSERT INTO " % columns % u" VALUES " % values % person % fee);
+    };
+    store("2");
+    store("3");
     Sql("INSERT INTO Exam (ExamRef,ExamName,ResultFormat) VALUES (7,'Welding','%''s')");
     m_target.Fill({{"?2", "Adams, Ann"}, {"?3", "O'Neil, Ben"}});
     frmSelectContacts form;
@@ -261,14 +256,18 @@ void TestSelectContacts::AttendanceAndCandidates()
     QCOMPARE(Keys(List(form, "SelectedList")), QStringList({"?2", "?3"}));
     List(form, "SelectedList").SelectKeys({"?2"});
     Press(form, "RemCBtn");
-    Pick(form, {"?4"});
-    const StatementLog log;
+    Pick(form, {"?5"});
+    store("4");
+    Sql(u"DELETE FROM " % table % u" WHERE ContactRef = 3");
+    m->dialogs.Expect("Select Contacts",
+                      "Another user has added these meanwhile, and they stay:\n    Smith, Carl");
+    m->dialogs.Expect("Select Contacts",
+                      "Another user has removed these meanwhile, and they are left out:\n    O'Neil, Ben");
     Press(form, "ExitBtn");
-    QStringList statements = log.Statements();
-    statements.removeIf([](const QString &sql) { return sql.contains("FROM Contacts"); });
-    QTEST(statements, "statements");
-    QCOMPARE(Rows(stored), 2);
-    QCOMPARE(Rows(stored.section(u' ', 0, 0)), 2);
+    QVERIFY(!form.isVisible() && m->dialogs.AllCame());
+    QCOMPARE(TestDatabase::Rows(u"SELECT ContactRef FROM " % table % u" ORDER BY ContactRef"),
+             QStringList({"4", "5"}));
+    QCOMPARE(Rows(table % u" WHERE ContactRef = 5 AND " % added), 1);
 }
 
 void TestSelectContacts::EnrolsAndRemoves()
@@ -304,6 +303,19 @@ void TestSelectContacts::EnrolsAndRemoves()
     QCOMPARE(Enrolled(), "3 4");
     QCOMPARE(TestDatabase::Value("SELECT AmountPaid FROM StudentsEnrolled WHERE ContactRef = 4"), "50");
 
+    // Who has paid goes only after a question.
+    frmSelectContacts asked;
+    open(asked, 0);
+    List(asked, "SelectedList").SelectKeys({"?4"});
+    Press(asked, "RemCBtn");
+    m->dialogs.Expect("Remove Students",
+                      "Smith, Carl has paid 50.00.\nOkay to remove from the course? The payments stay in the "
+                      "log alone.",
+                      Dialogs::Answer::No);
+    Press(asked, "ExitBtn");
+    QVERIFY(asked.isVisible());
+    QCOMPARE(Enrolled(), "3 4");
+
     // Left without Exit, nothing changes.
     frmSelectContacts left;
     open(left, 0);
@@ -331,7 +343,7 @@ void TestSelectContacts::StudentsAreNeverDroppedUnseen()
 
     // A read that fails must not look like a course without students, nor like people who are no more.
     m_target.Fill({{"?2", "Adams, Ann"}, {"?5", "Smythe, Dora"}});
-    for (const auto &[name, failures] : {std::pair("StudentsEnrolled", 2), std::pair("Contacts", 3)}) {
+    for (const auto &[name, failures] : {std::pair("StudentsEnrolled", 3), std::pair("Contacts", 3)}) {
         const QString table = name;
         frmSelectContacts form;
         Sql(u"ALTER TABLE " % table % u" RENAME TO Away");

@@ -176,7 +176,18 @@ private slots:
         });
         School::AddPerson("C", "P");
         Press(form, "AddStudentBtn");
-        Press(form, "RemBtn");
+        // Who has paid goes only after a question.
+        TestDatabase::Run({"UPDATE StudentsEnrolled SET AmountPaid = 10, Vouchers2 = 0.5"});
+        for (const Dialogs::Answer answer : {Dialogs::Answer::No, Dialogs::Answer::Yes}) {
+            QCOMPARE(TestDatabase::Rows("SELECT * FROM StudentsEnrolled").size(), 1);
+            ScriptedDialogs dialogs;
+            dialogs.Expect(
+                "Remove Students",
+                "P, B has paid 10.50.\nOkay to remove from the course? The payments stay in the log "
+                "alone.",
+                answer);
+            Press(form, "RemBtn");
+        }
         QVERIFY(TestDatabase::Rows("SELECT * FROM StudentsEnrolled").isEmpty());
         QVERIFY(!IsEnabled(form, "RemBtn") && !IsEnabled(form, "InfoBtn"));
         // Nor may the key that enrolled the last one take somebody out.

@@ -1,8 +1,9 @@
 #include "controls/ListModel.h"
 #include "core/Progress.h"
+#include "database/MiscODBC.h"
 #include "enrolment/EnrolmentModule.h"
 #include "enrolment/School.h"
-#include "enrolment/TransactionODBC.h"
+#include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "support/ScriptedDialogs.h"
 #include "support/StatementLog.h"
@@ -37,6 +38,24 @@ QStringList Enrolment(int courseRef)
 QString Line(int contactRef, const QString &rest)
 {
     return SqlNumber(contactRef) % u'|' % rest;
+}
+
+Fees::Payments Paid(double cash, double cheque, double creditCard, const std::array<double, 5> &vouchers)
+{
+    Fees::Payments paid{{Money::Of(cash), Money::Of(cheque), Money::Of(creditCard)}};
+    for (size_t i = 0; i < vouchers.size(); ++i)
+        paid[Fees::FirstVoucher + i] = Money::Of(vouchers[i]);
+    return paid;
+}
+
+/// As the picker calls it, which knows everybody and what they have paid.
+EnrolmentChange Enrol(int courseRef, const ListModel &list, Progress &progress, int limit = 0)
+{
+    KnownStudents known;
+    const auto students = ADO_Course_PaidStudents(courseRef).value_or(std::vector<PaidStudent>());
+    for (const PaidStudent &student : students)
+        known.insert(student.key, student.paid);
+    return ADO_Course_EnrollStudents(courseRef, limit, list, known, progress);
 }
 
 /// The list of the picker: people by their references.
@@ -85,17 +104,17 @@ private slots:
         const int cleo = School::AddPerson("Cleo", "Adams");
         ListModel list;
         Select(list, {ada, bob});
-        QVERIFY(ADO_Course_EnrollStudents(course, list, m_progress));
+        QCOMPARE(Enrol(course, list, m_progress), EnrolmentChange::Done);
         TestDatabase::Run(
             {u"UPDATE StudentsEnrolled SET AmountPaid = 40 WHERE ContactRef = " % SqlNumber(bob),
              u"UPDATE Courses SET Fee = 150 WHERE CourseRef = " % SqlNumber(course)});
 
         // Bob keeps his payment and his old fee, Ada goes, Cleo comes at the new fee.
         Select(list, {cleo, bob});
-        QVERIFY(ADO_Course_EnrollStudents(course, list, m_progress));
+        QCOMPARE(Enrol(course, list, m_progress), EnrolmentChange::Done);
         QCOMPARE(Enrolment(course), QStringList({Line(bob, "100|0|40||0||0"), Line(cleo, "150|0|0||0||0")}));
         Select(list, {});
-        QVERIFY(ADO_Course_EnrollStudents(course, list, m_progress));
+        QCOMPARE(Enrol(course, list, m_progress), EnrolmentChange::Done);
         QVERIFY(Enrolment(course).isEmpty());
 
         // A second workstation has deleted the course meanwhile.
@@ -114,7 +133,7 @@ private slots:
         Select(list, {ada, ada + 1});
         ScriptedDialogs dialogs;
         dialogs.ExpectFailure();
-        QVERIFY(!ADO_Course_EnrollStudents(course, list, m_progress));
+        QCOMPARE(Enrol(course, list, m_progress), EnrolmentChange::Failed);
         QCOMPARE(Enrolment(course).size(), 1);
     }
 
@@ -130,11 +149,11 @@ private slots:
             if (sql.startsWith("INSERT") && ++inserts == 2)
                 progress.Cancel();
         });
-        QVERIFY(!ADO_Course_EnrollStudents(course, list, progress));
+        QCOMPARE(Enrol(course, list, progress), EnrolmentChange::Failed);
         gConnection.ObserveStatements({});
         QCOMPARE(progress.Value(), 2);
         QCOMPARE(Enrolment(course).size(), 2);
-        QVERIFY(ADO_Course_EnrollStudents(course, list, m_progress));
+        QCOMPARE(Enrol(course, list, m_progress), EnrolmentChange::Done);
         QCOMPARE(Enrolment(course).size(), 3);
     }
 
@@ -195,40 +214,112 @@ private slots:
         QCOMPARE(words, expected);
     }
 
-    void WritesBackInOneStatement()
+    /// Everything of a payment in its order: the card's row, the log with the voucher names of its day (a
+    /// kind without a name has its column), the totals.
+    void PaysInOrder()
     {
+        SetSystemValue(SystemRef::VoucherName, "Learner's Card");
+        Clock::StopAt(QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
+        const int course = School::AddCourse("Pottery", 5000000);
+        const int person = School::AddPerson("Ada", "Lovelace");
+        ADO_Course_EnrollStudent(course, person);
+        StudentRecord left = Shown(course, person);
+        left.payments = Paid(0, 0, 1234567.25, {0, 5, 6, 7, 7.75});
+        left.notes = "a'b`c %1;";
+        left.basicFee = Money::Of(5000001);
+        left.discount = 12.5;
+        left.concession = "Student's";
+        left.receipt = "0'1";
+        left.taxName = "VAT";
+        left.taxRate = 17.5;
+        const QString card = u"UPDATE Courses SET Title = 'card' WHERE CourseRef = " % SqlNumber(course);
+        const auto logCard = [&card] {
+            Execute(card);
+            return 3;
+        };
+        const StatementLog log;
+        const StudentPayment payment{Shown(course, person), left, Paid(1.5, 2, 0, {4, 0, 0, 0, 0.25}),
+                                     logCard};
+        QCOMPARE(Course_Pay(course, person, payment).outcome, PaymentOutcome::Stored);
+        const QString c = SqlNumber(course);
+        const QString k = SqlNumber(person);
+        const QString ofStudent = u" WHERE CourseRef = " % c % u" AND ContactRef = " % k;
+        QCOMPARE(
+            log.Statements().mid(1),
+            QStringList(
+                {u"SELECT * FROM StudentsEnrolled" % ofStudent, card,
+                 u"INSERT INTO Transactions "
+                 u"(CourseRef,ContactRef,DateTrn,ReceiptNo,MoneyPaid,ChequePaid,CCardPaid,"
+                 u"CreditCardRef,VouchersPaid,Vouchers2Paid,Vouchers3Paid,Vouchers4Paid,Vouchers5Paid,"
+                 u"Vouchers1Label,Vouchers2Label,Vouchers3Label,Vouchers4Label,Vouchers5Label) VALUES (" %
+                     c % u',' % k % u",20261122,'0''1',1.5,2,0,3,4,0,0,0,0.25,'Learner''s Card','','','','')",
+                 u"UPDATE StudentsEnrolled SET AmountPaid = 1.5 ,BasicFee = 5000001 ,Discount = 12.5 ,"
+                 u"Vouchers = 4 ,Vouchers2 = 5 ,Vouchers3 = 6 ,Vouchers4 = 7 ,Vouchers5 = 8 ,"
+                 u"ChequePaid = 2 ,CCardPaid = 1234567.25 ,ConcessionType = 'Student''s' ,"
+                 u"ReceiptNo = '0''1' ,Notes = 'a''b``c %1;' ,TaxName = 'VAT' ,TaxRate = 17.5" %
+                     ofStudent}));
+        QCOMPARE(Shown(course, person).Paid().Units(), 1234600.75);
+        Clock::StopAt({});
+    }
+
+    void KeepsWhatOthersStored_data()
+    {
+        const TestTable<double, double, double, double> row{"shown", "left", "stored", "kept"};
+        row("nobody touched it", 50, 50, 50, 50);
+        row("paid elsewhere", 50, 50, 70, 70);
+        row("corrected elsewhere", 50, 50, 30, 30);
+        row("corrected here", 50, 40, 50, 40);
+        row("corrected here, paid elsewhere", 50, 40, 70, 60);
+        row("raised here, paid elsewhere", 50, 60, 60, 70);
+        row("the same correction", 50, 40, 40, 40);
+        row("corrected on both, the later one holds", 50, 40, 30, 40);
+    }
+    /// A running total that the clerk was shown, as he left it, and as another workstation stored it since;
+    /// he takes 5 more.
+    void KeepsWhatOthersStored()
+    {
+        QFETCH(double, shown);
+        QFETCH(double, left);
+        QFETCH(double, stored);
+        QFETCH(double, kept);
         const int course = School::AddCourse("Pottery", 100);
         const int person = School::AddPerson("Ada", "Lovelace");
         ADO_Course_EnrollStudent(course, person);
-        const StatementLog log;
-        const Fees::Payments payments{1.5, 2, 1234567.25, {4, 5, 6, 7, 8}};
-        QVERIFY(Course_UpdateStudent(course, person,
-                                     {payments, "a'b`c %1;", 100, 12.5, "Student's", "0'1", "VAT", 17.5}));
-        QCOMPARE(
-            log.Statements(),
-            QStringList(u"UPDATE StudentsEnrolled SET AmountPaid = 1.5 ,BasicFee = 100 ,Discount = 12.5 ,"
-                        u"Vouchers = 4 ,Vouchers2 = 5 ,Vouchers3 = 6 ,Vouchers4 = 7 ,Vouchers5 = 8 ,"
-                        u"ChequePaid = 2 ,CCardPaid = 1234567.25 ,ConcessionType = 'Student''s' ,"
-                        u"ReceiptNo = '0''1' ,Notes = 'a''b``c %1;' ,TaxName = 'VAT' ,TaxRate = 17.5 WHERE "
-                        u"CourseRef = " %
-                        SqlNumber(course) % u" AND ContactRef = " % SqlNumber(person)));
-        QCOMPARE(Shown(course, person).paid, 1234600.75);
-        QVERIFY(Shown(course, person).payments.vouchers == payments.vouchers);
+        TestDatabase::Run({u"UPDATE StudentsEnrolled SET Vouchers3 = " % SqlNumber(shown)});
+        StudentPayment payment{Shown(course, person), Shown(course, person), Paid(0, 0, 0, {0, 0, 5}), {}};
+        payment.left.payments[Fees::FirstVoucher + 2] = Money::Of(left);
+        payment.left.taxName = "VAT";
+        TestDatabase::Run({u"UPDATE StudentsEnrolled SET Notes = 'theirs', Discount = 10, Vouchers3 = " %
+                           SqlNumber(stored)});
+        QCOMPARE(Course_Pay(course, person, payment).outcome, PaymentOutcome::Stored);
+        QCOMPARE(TestDatabase::Rows("SELECT Vouchers3,Notes,Discount,TaxName FROM StudentsEnrolled"),
+                 QStringList(SqlNumber(kept + 5) % u"|theirs|10|VAT"));
+        QCOMPARE(TestDatabase::Value("SELECT SUM(Vouchers3Paid) AS S FROM Transactions"), u"5"_qs);
     }
 
-    /// Each act is a row of its own with the voucher names of its day; a kind without a name has its column.
-    void LogsThePayment()
+    /// Nobody goes unseen: not who was enrolled elsewhere since, not who has paid since. Nobody comes beyond
+    /// the limit.
+    void EnrolsBesideAnotherWorkstation()
     {
-        SetSystemValue(SystemRef::VoucherName, "Learner's Card");
-        const StatementLog log;
-        QVERIFY(Course_LogTransaction(7, 9, QDate(2026, 11, 22), "R'1", {1.5, 2, 0, {4, 0, 0, 0, 0.25}}, 3));
-        QCOMPARE(
-            log.Statements(),
-            QStringList("INSERT INTO Transactions "
-                        "(CourseRef,ContactRef,DateTrn,ReceiptNo,MoneyPaid,ChequePaid,CCardPaid,"
-                        "CreditCardRef,VouchersPaid,Vouchers2Paid,Vouchers3Paid,Vouchers4Paid,Vouchers5Paid,"
-                        "Vouchers1Label,Vouchers2Label,Vouchers3Label,Vouchers4Label,Vouchers5Label) VALUES "
-                        "(7,9,20261122,'R''1',1.5,2,0,3,4,0,0,0,0.25,'Learner''s Card','','','','')"));
+        const int course = School::AddCourse("Pottery", 100);
+        ListModel list;
+        Select(list, {2, 3});
+        Enrol(course, list, m_progress);
+        KnownStudents known{{u"?2"_qs, Money()}, {u"?3"_qs, Money()}};
+        ADO_Course_EnrollStudent(course, 4);
+        TestDatabase::Run({"UPDATE StudentsEnrolled SET ChequePaid = 0.01 WHERE ContactRef = 2"});
+        const auto enrol = [&](const QList<int> &people, int limit) {
+            Select(list, people);
+            return ADO_Course_EnrollStudents(course, limit, list, known, m_progress);
+        };
+        QCOMPARE(enrol({3}, 0), EnrolmentChange::Paid);
+        QCOMPARE(enrol({3, 5}, 0), EnrolmentChange::Paid);
+        QCOMPARE(Enrolment(course).size(), 3);
+        known[u"?2"_qs] = Money::Of(0.01);
+        QCOMPARE(enrol({5, 6}, 2), EnrolmentChange::Full); // 4 is there, 5 comes
+        QCOMPARE(enrol({}, 0), EnrolmentChange::Done);
+        QCOMPARE(TestDatabase::Rows("SELECT ContactRef FROM StudentsEnrolled ORDER BY ContactRef"),
+                 QStringList({"4", "5"}));
     }
 
     /// The percentage that the amount raised carries on: the cheapest course gives its discount to the dearer

@@ -1,4 +1,3 @@
-#include "database/GlobalCode.h"
 #include "enrolment/Fees.h"
 #include "support/Money.h"
 #include "support/TestTable.h"
@@ -16,6 +15,11 @@ qint64 RoundedQuotient(qint64 dividend, qint64 divisor)
 }
 
 constexpr qint64 percentScale = 100 * 100;
+
+Money Of(qint64 hundredths)
+{
+    return Money::OfHundredths(hundredths);
+}
 } // namespace
 
 using Characteristics = std::vector<Fees::Characteristic>;
@@ -36,15 +40,11 @@ private slots:
              {0LL, 1LL, 99LL, 333LL, 3335LL, 6667LL, 10000LL, 12345LL, 99999LL, 1234567LL, 99999999LL}) {
             for (qint64 discount = 0; discount <= 15000; discount += 125) {
                 const qint64 net = RoundedQuotient(fee * (percentScale - discount), percentScale);
-                const double netFee = Fees::NetFee(fee / 100.0, discount / 100.0);
-                QCOMPARE(Fees::MoneyText(netFee), Hundredths(net));
-                QCOMPARE(Fees::MoneyText(Fees::HardDiscount(fee / 100.0, netFee)), Hundredths(fee - net));
+                const Money netFee = Fees::NetFee(Of(fee), discount / 100.0);
+                QCOMPARE(netFee.Text(), Hundredths(net));
                 for (const qint64 tax : {0LL, 1LL, 500LL, 825LL, 1750LL, 2000LL, 3333LL, 10000LL}) {
-
                     const qint64 total = RoundedQuotient(net * (percentScale + tax), percentScale);
-                    QCOMPARE(Fees::MoneyText(Fees::TotalDue(netFee, tax / 100.0)), Hundredths(total));
-                    QCOMPARE(Fees::MoneyText(Fees::Owed(total / 100.0, net / 100.0)),
-                             Hundredths(total - net));
+                    QCOMPARE(Fees::TotalDue(netFee, tax / 100.0).Text(), Hundredths(total));
                     ++cases;
                 }
             }
@@ -57,35 +57,27 @@ private slots:
     {
         for (const qint64 fee : {1LL, 300LL, 9000LL, 12345LL, 99999LL}) {
             for (qint64 amount = 0; amount <= fee; amount += std::max<qint64>(1, fee / 97)) {
-                QCOMPARE(Fees::MoneyText(Fees::NetFeeAfterAmount(fee / 100.0, amount / 100.0)),
-                         Hundredths(fee - amount));
-                QCOMPARE(Fees::MoneyText(Fees::DiscountOfAmount(fee / 100.0, amount / 100.0)),
+                QCOMPARE(Money::Of(Fees::DiscountOfAmount(Of(fee), Of(amount))).Text(),
                          Hundredths(RoundedQuotient(amount * percentScale, fee)));
             }
         }
-        QCOMPARE(Fees::DiscountOfAmount(0, 10), 0.0);
+        QCOMPARE(Fees::DiscountOfAmount(Of(14041), Of(2500)), 17.8); // 17.80499...: rounded once
+        QCOMPARE(Fees::DiscountOfAmount({}, Of(1000)), 0.0);
     }
 
-    /// What a product leaves below its half is noise.
-    void Rounding()
+    void Amounts()
     {
-        for (const auto &[amount, text] : {std::pair{1.3 * 0.35, "0.46"},
-                                           {1.005 * 100 / 100, "1.01"},
-                                           {33.33499, "33.33"},
-                                           {-33.335, "-33.34"}}) {
-            QCOMPARE(Fees::MoneyText(amount), text);
-            QCOMPARE(Fees::Rounded(amount), TextValue(text));
-        }
-    }
-
-    void Paid()
-    {
+        for (const auto &[units, hundredths] : {std::pair{0.455, 46LL},
+                                                {33.33499, 3333LL},
+                                                {-33.335, -3334LL},
+                                                {1234567.25, 123456725LL},
+                                                {1e300, 100000000000000LL}})
+            QCOMPARE(Money::Of(units).Hundredths(), hundredths);
         Fees::Payments payments;
-        payments.cash = 0.1;
-        payments.cheque = 0.2;
-        payments.creditCard = 100;
-        payments.vouchers = {1, 20, 300, 4000, 50000.55};
-        QCOMPARE(payments.Total(), 54421.85);
+        payments[Fees::Cash] = Money::Of(0.1);
+        payments[Fees::Cheque] = Money::Of(0.2);
+        payments[Fees::FirstVoucher + 4] = Money::Of(50000.55);
+        QCOMPARE(payments.Total().Units(), 50000.85);
     }
 
     void Choice_data()
@@ -146,6 +138,10 @@ private slots:
         row("rounded down on the screen", 0.33, 1.0, 0.0, 0.33, "In Credit", "Yes");
         row("tax rounded down", 10.01, 0.0, 17.5, 11.76, "Part", "Yes");
         row("a third off", 90.0, 30.0 / 90 * 100, 0.0, 60.0, "Yes", "Yes");
+        row("a third off to two places", 90.0, 33.33, 0.0, 60.0, "Part", "Yes");
+        row("less than the screen rounds", 100.01, 0.01, 0.01, 100.01, "In Credit", "Yes");
+        row("the last bits of binary fractions", 33.3, 10.0, 0.0, 29.97, "Yes", "Yes");
+        row("all off but for the last bits", 0.7, 100.0, 0.0, 0.0, "Yes", "No");
         row("more than all off", 100.0, 150.0, 0.0, 0.0, "In Credit", "No");
     }
     void StatusWords()
@@ -155,8 +151,8 @@ private slots:
         QFETCH(double, tax);
         QFETCH(double, paid);
         QTEST(Fees::ListStatusWord(fee, discount, tax, paid), "inList");
-        const double due = Fees::TotalDue(Fees::NetFee(fee, discount), tax);
-        QTEST(Fees::ScreenStatusWord(paid, due), "onScreen");
+        const Money due = Fees::TotalDue(Fees::NetFee(Money::Of(fee), discount), tax);
+        QTEST(Fees::ScreenStatusWord(Money::Of(paid), due), "onScreen");
         if (paid == 0)
             QTEST(Fees::ListStatusWord(fee, discount, tax, std::nullopt), "inList");
     }

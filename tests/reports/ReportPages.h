@@ -84,7 +84,7 @@ inline void FillReportPeople()
     insert("INSERT INTO CourseEvents (CourseRef, EventNo, EDate) VALUES (1,2,20260228)");
     insert("INSERT INTO CourseEvents (CourseRef, EventNo, EDate) VALUES (1,1,20260201)");
     insert("INSERT INTO StudentsEnrolled (CourseRef, ContactRef, BasicFee, Discount, AmountPaid, Vouchers, "
-           "ChequePaid, ConcessionType, TaxName, TaxRate) VALUES (1,2,1200,25,100,50.5,0,'Student',"
+           "ChequePaid, ConcessionType, TaxName, TaxRate) VALUES (1,2,1200,100/3.0,100,50.5,0,'Student',"
            "'Value Added Tax of all',20)");
     insert("INSERT INTO RoleTypes (RoleTypeRef, Name, ReferenceID) VALUES (1,'Tutor','')");
     insert("INSERT INTO RoleTypes (RoleTypeRef, Name, ReferenceID) VALUES (2,'Helper','')");

@@ -73,14 +73,14 @@ private slots:
             TestDatabase::Value(QStringLiteral("SELECT ContactRef FROM Contacts WHERE Cust_Forename = 'Zoë'"))
                 .toInt();
         Fees::Payments first{};
-        first.cash = 10.10;
-        first.cheque = 0.2;
-        first.vouchers[1] = 5;
+        first[Fees::Cash] = Money::Of(10.10);
+        first[Fees::Cheque] = Money::Of(0.2);
+        first[Fees::FirstVoucher + 1] = Money::Of(5);
         Pay(course, person, 20260131, first);
         Fees::Payments second{};
-        second.cash = 1234.5;
-        second.creditCard = 7;
-        second.vouchers[4] = 3;
+        second[Fees::Cash] = Money::Of(1234.5);
+        second[Fees::CreditCard] = Money::Of(7);
+        second[Fees::FirstVoucher + 4] = Money::Of(3);
         Pay(course, person, 20260201, second);
         Pay(course, 999, 20260201, second);
     }
