@@ -126,6 +126,8 @@ void Course_TellLimit(int limit)
 
 std::optional<KnownStudents> Course_AgreeToRemove(int courseRef, const QStringList &keys)
 {
+    if (keys.isEmpty())
+        return KnownStudents();
     const auto students = ADO_Course_PaidStudents(courseRef);
     if (!students)
         return std::nullopt;
