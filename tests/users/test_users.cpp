@@ -113,9 +113,9 @@ private slots:
         QVERIFY(Rows(users).IsSelected(0));
         QVERIFY(!CheckLogon("anybody", "anything") && gUserRights.isEmpty());
         QVERIFY(CheckLogon("O'Neil", "it's"));
-        QCOMPARE(UserRight(15), 2);
-        QCOMPARE(UserRight(17), 0);
-        QCOMPARE(UserRight(16), 9);
+        QVERIFY(UserRight(Right::Users) == Level::Add);
+        QVERIFY(UserRight(Right::UserPasswords) == Level::None);
+        QVERIFY(UserRight(Right::DatabasePassword) == Level::Full);
         gUserRights = nines;
 
         dialogs.Expect("Warning", "Some of the data has changed.\nOkay to update before exiting?",
