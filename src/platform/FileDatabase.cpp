@@ -1,8 +1,8 @@
 #include "platform/FileDatabase.h"
 
 #include "platform/FileOpen.h"
-
-#include <QFile>
+#include "platform/FilePassword.h"
+#include "platform/FileSwap.h"
 
 #include <sqlite3.h>
 
@@ -11,33 +11,35 @@ namespace
 /// Another workstation that only reads for a moment is waited for; one that works on is not.
 constexpr int exclusiveWait = 2'000;
 
-QString Source()
-{
-    return QStringLiteral("Veltrane File Engine");
-}
-
 bool Runs(sqlite3 *handle, const char *sql)
 {
     return sqlite3_exec(handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
 /// Holds the file alone until it is closed. Leaving the write-ahead log needs the file alone too, and a
-/// change of the password needs the log gone.
+/// change of the password needs the log gone. A file that is held already would keep the journal of the
+/// leaving beside it.
 bool TakeAlone(sqlite3 *handle)
 {
-    return Runs(handle, "PRAGMA locking_mode=EXCLUSIVE") && Runs(handle, "PRAGMA journal_mode=DELETE") &&
+    return Runs(handle, "PRAGMA journal_mode=DELETE") && Runs(handle, "PRAGMA locking_mode=EXCLUSIVE") &&
            Runs(handle, "BEGIN EXCLUSIVE") && Runs(handle, "COMMIT");
 }
 
 EngineError FailureOf(sqlite3 *handle)
 {
-    return FileOpen::LastError(handle, QString::fromUtf8(sqlite3_db_filename(handle, "main")), Source());
+    return FileOpen::LastError(handle, QString::fromUtf8(sqlite3_db_filename(handle, "main")),
+                               FileDatabase::Source());
 }
 } // namespace
 
 FileDatabase::~FileDatabase()
 {
     sqlite3_close_v2(m_handle);
+}
+
+QString FileDatabase::Source()
+{
+    return QStringLiteral("Veltrane File Engine");
 }
 
 std::unique_ptr<FileDatabase> FileDatabase::OpenExclusive(const QString &file, const QString &password)
@@ -63,15 +65,13 @@ std::unique_ptr<FileDatabase> FileDatabase::OpenExclusive(const QString &file, c
     return database;
 }
 
-bool FileDatabase::NewPassword(const QString &newPassword)
+bool FileDatabase::NewPassword(const QString &newPassword, const Progress &progress)
 {
     EngineErrorList().clear();
-    const QByteArray key = newPassword.toUtf8();
-    const int result = key.isEmpty() ? sqlite3_rekey(m_handle, nullptr, 0)
-                                     : sqlite3_rekey(m_handle, key.constData(), static_cast<int>(key.size()));
-    if (result != SQLITE_OK)
-        EngineErrorList() = {FailureOf(m_handle)};
-    return result == SQLITE_OK;
+    const bool changed = ChangePassword(m_handle, newPassword, progress, EngineErrorList());
+    sqlite3_close_v2(m_handle);
+    m_handle = nullptr;
+    return changed;
 }
 
 bool FileDatabase::Run(const QString &script)
@@ -85,8 +85,7 @@ bool FileDatabase::Run(const QString &script)
 
 bool FileDatabase::Create(const QString &file)
 {
-    QFile made(file);
-    return made.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    return FileSwap::Make(file);
 }
 
 EngineErrors &EngineErrorList()

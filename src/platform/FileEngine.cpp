@@ -1,9 +1,12 @@
 #include "platform/FileEngine.h"
 
 #include "platform/FileOpen.h"
+#include "platform/FileSchema.h"
 #include "platform/SqlDialect.h"
 
 #include <sqlite3.h>
+
+#include <thread>
 
 namespace
 {
@@ -53,6 +56,15 @@ private:
 
 std::unique_ptr<Engine> FileEngine::Open(const Request &request, EngineErrors &errors)
 {
+    std::unique_ptr<FileEngine> engine = TryOpen(request, errors);
+    // Whoever replaced the file meanwhile held it alone, and is done.
+    if (engine && FileOpen::HasMoved(engine->m_handle))
+        engine = TryOpen(request, errors);
+    return engine;
+}
+
+std::unique_ptr<FileEngine> FileEngine::TryOpen(const Request &request, EngineErrors &errors)
+{
     FileOpen::Request file;
     file.file = request.file;
     file.password = request.password;
@@ -65,10 +77,15 @@ std::unique_ptr<Engine> FileEngine::Open(const Request &request, EngineErrors &e
         errors = {error};
         return nullptr;
     }
-    std::unique_ptr<FileEngine> engine(new FileEngine(handle, request));
+    std::unique_ptr<FileEngine> engine(new FileEngine(handle, request, FileOpen::PaceOf(file)));
+    if (const QString foreign = FileSchema::WhyForeign(handle, request.file); !foreign.isEmpty()) {
+        errors = {{SQLITE_NOTADB, Source(), foreign, QString()}};
+        return nullptr;
+    }
     if (!request.password.isEmpty() && !hasPassword)
         engine->ForgetPassword();
     engine->Configure();
+    FileSchema::AddMissingIndexes(handle);
     return engine;
 }
 
@@ -98,6 +115,7 @@ void FileEngine::Configure()
     Run(onNetwork ? "PRAGMA journal_mode=DELETE" : "PRAGMA journal_mode=WAL", ignored);
     Run("PRAGMA synchronous=FULL", ignored);
     Run("PRAGMA foreign_keys=OFF", ignored);
+    Run("PRAGMA cache_size=-16384", ignored); // KiB
 }
 
 bool FileEngine::Execute(const QString &sql, EngineErrors &errors)
@@ -106,10 +124,18 @@ bool FileEngine::Execute(const QString &sql, EngineErrors &errors)
     PreparedStatement *prepared = Prepare(sql, once, errors);
     if (!prepared)
         return false;
+    const bool writesAlone = !IsInTransaction() && sqlite3_stmt_readonly(prepared->Statement()) == 0;
+    if (writesAlone) {
+        LeaveGap();
+        if (!IsInPlace(errors))
+            return false;
+    }
     const Running running(prepared->Statement());
     int step = SQLITE_ROW;
     while (step == SQLITE_ROW)
         step = sqlite3_step(prepared->Statement());
+    if (writesAlone)
+        m_lastWrite = Clock::now();
     return step == SQLITE_DONE || Fail(errors);
 }
 
@@ -170,13 +196,28 @@ bool FileEngine::ReadInPieces(const QString &sql, const TakeRows &take, EngineEr
 /// where another workstation wrote after the group's first read.
 bool FileEngine::Begin(EngineErrors &errors)
 {
-    return Run("BEGIN IMMEDIATE", errors);
+    LeaveGap();
+    if (!Run("BEGIN IMMEDIATE", errors))
+        return false;
+    if (IsInPlace(errors))
+        return true;
+    EngineErrors ignored;
+    Rollback(ignored);
+    return false;
 }
 
 bool FileEngine::Commit(EngineErrors &errors)
 {
-    if (IsInTransaction())
-        return Run("COMMIT", errors);
+    if (IsInTransaction() && !IsInPlace(errors)) {
+        EngineErrors ignored;
+        Rollback(ignored);
+        return false;
+    }
+    if (IsInTransaction()) {
+        const bool done = Run("COMMIT", errors);
+        m_lastWrite = Clock::now();
+        return done;
+    }
     // A disk that is full or fails makes the engine undo a transaction of its own accord.
     errors = {{SQLITE_ABORT, Source(),
                u"What was done last in the database file " % m_request.file %
@@ -223,7 +264,15 @@ PreparedStatement *FileEngine::Prepare(const QString &sql, std::unique_ptr<Prepa
         sqlite3_stmt *statement = PrepareText(WellFormed(SqlFor(SqlDialect::File, m_tokens)), true, errors);
         if (!statement)
             return nullptr;
-        prepared = m_cache.Add(m_shape.Key(), statement);
+        prepared = m_cache.Add(
+            m_shape.Key(), std::make_unique<PreparedStatement>(statement, WholeTargets(m_tokens, m_handle)));
+    }
+    for (const WholeTarget &target : prepared->WholeNumbers()) {
+        const QString why = FitWholeNumber(target, m_shape.ValueAt(target.value), m_shape.Texts());
+        if (!why.isEmpty()) {
+            errors = {{SQLITE_MISMATCH, Source(), why, QString()}};
+            return nullptr;
+        }
     }
     BindValues(prepared->Statement());
     return prepared;
@@ -269,6 +318,28 @@ bool FileEngine::Fail(EngineErrors &errors) const
 {
     errors = {FileOpen::LastError(m_handle, m_request.file, Source())};
     return false;
+}
+
+/// A file that was deleted or replaced would take what is written, and nobody would find it again.
+bool FileEngine::IsInPlace(EngineErrors &errors) const
+{
+    if (!FileOpen::HasMoved(m_handle))
+        return true;
+    errors = {FileOpen::Moved(m_request.file, Source())};
+    return false;
+}
+
+/// A loop that takes the file back at once leaves the others no moment to take it.
+void FileEngine::LeaveGap()
+{
+    constexpr std::chrono::milliseconds longestRun{100};
+    const std::chrono::milliseconds gap{FileWait::Gap(m_pace)};
+    const bool isRunning = Clock::now() - m_lastWrite < gap;
+    if (isRunning && Clock::now() - m_runBegun < longestRun)
+        return;
+    if (isRunning)
+        std::this_thread::sleep_for(gap);
+    m_runBegun = Clock::now();
 }
 
 bool FileEngine::Run(const char *sql, EngineErrors &errors) const

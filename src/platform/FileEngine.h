@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/Engine.h"
+#include "platform/FileWait.h"
 #include "platform/SqlShape.h"
 #include "platform/StatementCache.h"
 
+#include <chrono>
 #include <memory>
 
 /// A database in one file, in this process.
@@ -31,11 +33,15 @@ public:
     QString ConnectionText() const override { return m_request.connectionText; }
 
 private:
-    FileEngine(sqlite3 *handle, const Request &request)
+    using Clock = std::chrono::steady_clock;
+
+    FileEngine(sqlite3 *handle, const Request &request, const FileWait::Pace &pace)
         : m_handle(handle)
         , m_request(request)
+        , m_pace(pace)
     {
     }
+    static std::unique_ptr<FileEngine> TryOpen(const Request &request, EngineErrors &errors);
     void Configure();
     void ForgetPassword();
     PreparedStatement *Prepare(const QString &sql, std::unique_ptr<PreparedStatement> &once,
@@ -43,11 +49,16 @@ private:
     sqlite3_stmt *PrepareText(const QString &engineSql, bool isKept, EngineErrors &errors);
     void BindValues(sqlite3_stmt *statement) const;
     bool Fail(EngineErrors &errors) const;
+    bool IsInPlace(EngineErrors &errors) const;
+    void LeaveGap();
     bool Run(const char *sql, EngineErrors &errors) const;
     bool HasLog() const;
 
     sqlite3 *m_handle;
     Request m_request;
+    FileWait::Pace m_pace;
+    Clock::time_point m_lastWrite{};
+    Clock::time_point m_runBegun{}; ///< of writes with no gap between them
     SqlTokens m_tokens;
     SqlShape m_shape;
     StatementCache m_cache;

@@ -1,6 +1,8 @@
 #include "platform/FileOpen.h"
 
+#include "platform/FileKey.h"
 #include "platform/FileText.h"
+#include "platform/FileWait.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -19,6 +21,7 @@ namespace
 {
 constexpr int headerSize = 100;
 constexpr int refused = 1;
+constexpr int mostTries = 3;
 
 enum class Content { Empty, Plain, Encrypted, OtherEngine, NoDatabase };
 
@@ -91,17 +94,6 @@ QString WhyNotADatabase(Content content, const FileOpen::Request &request)
     return {};
 }
 
-/// Gives the password where the file has one, and reads the first page. A password for a file without
-/// one is passed over, as a stored one may be older than its removal.
-int ReadFirstPage(sqlite3 *handle, Content content, const QString &password)
-{
-    if (content == Content::Encrypted && !password.isEmpty()) {
-        const QByteArray key = password.toUtf8();
-        sqlite3_key(handle, key.constData(), static_cast<int>(key.size()));
-    }
-    return sqlite3_exec(handle, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
-}
-
 QString WhyFileFails(int code, const QString &file)
 {
     switch (code) {
@@ -125,6 +117,87 @@ QString WhyFileFails(int code, const QString &file)
         return {};
     }
 }
+EngineError RefusePassword(const FileOpen::Request &request)
+{
+    const QString file = Shown(request.file);
+    return Refuse(request,
+                  request.password.isEmpty()
+                      ? QString(u"The database file " % file % u" needs a password.")
+                      : QString(u"Not a valid password for the database file " % file % u"."),
+                  FileOpen::wrongPassword);
+}
+
+/// The opening of one file, which takes another try where the file was replaced meanwhile, or where a crash
+/// left a page half written.
+struct Opening {
+    const FileOpen::Request &request;
+    EngineError &error;
+    Content content = Content::NoDatabase;
+    bool isKeyProven = false;
+    bool isWorthAnotherTry = false;
+
+    sqlite3 *Try()
+    {
+        isWorthAnotherTry = false;
+        // An absolute path is never taken for one of the engine's special names.
+        const QByteArray path = QFileInfo(request.file).absoluteFilePath().toUtf8();
+        constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI; // names of copies carry their key
+        sqlite3 *handle = nullptr;
+        bool opened = sqlite3_open_v2(path.constData(), &handle, flags, nullptr) == SQLITE_OK;
+        if (!opened)
+            error = FileOpen::LastError(handle, request.file, request.source);
+        opened = opened && IsAccepted(handle) && TakesKey(handle) && ReadsFirstPage(handle);
+        if (opened)
+            return handle;
+        sqlite3_close(handle);
+        return nullptr;
+    }
+
+    bool Fail(const EngineError &failure)
+    {
+        error = failure;
+        return false;
+    }
+
+    bool IsAccepted(sqlite3 *handle)
+    {
+        content = ReadContent(handle);
+        if (const QString why = WhyNotADatabase(content, request); !why.isEmpty())
+            return Fail(Refuse(request, why, SQLITE_NOTADB));
+        if (sqlite3_db_readonly(handle, "main") == 1)
+            return Fail(Refuse(request, WhyFileFails(SQLITE_READONLY, request.file), SQLITE_READONLY));
+        return true;
+    }
+
+    /// A password for a file without one is passed over, as a stored one may be older than its removal.
+    bool TakesKey(sqlite3 *handle)
+    {
+        if (content != Content::Encrypted)
+            return true;
+        if (isKeyProven)
+            return GiveKey(handle, request.password);
+        const KeyFit fit = request.password.isEmpty() ? KeyFit::Wrong : TryKey(handle, request.password);
+        if (fit == KeyFit::Fits)
+            return true;
+        isKeyProven = isWorthAnotherTry = fit == KeyFit::FitsOnReopening;
+        return Fail(RefusePassword(request));
+    }
+
+    bool ReadsFirstPage(sqlite3 *handle)
+    {
+        FileWait::Install(handle, FileOpen::PaceOf(request));
+        InstallTextComparison(handle);
+        if (sqlite3_exec(handle, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr) !=
+            SQLITE_OK)
+            Fail(FileOpen::LastError(handle, request.file, request.source));
+        else if (!FileOpen::HasMoved(handle))
+            return true;
+        else
+            Fail(FileOpen::Moved(request.file, request.source));
+        isWorthAnotherTry = FileOpen::HasMoved(handle);
+        return false;
+    }
+};
 } // namespace
 
 sqlite3 *FileOpen::Open(const Request &request, EngineError &error, bool *hasPassword)
@@ -133,43 +206,42 @@ sqlite3 *FileOpen::Open(const Request &request, EngineError &error, bool *hasPas
         error = Refuse(request, why, SQLITE_CANTOPEN);
         return nullptr;
     }
-    // An absolute path is never taken for one of the engine's special names.
-    const QByteArray path = QFileInfo(request.file).absoluteFilePath().toUtf8();
-    sqlite3 *handle = nullptr;
-    if (sqlite3_open_v2(path.constData(), &handle, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
-        error = LastError(handle, request.file, request.source);
-        sqlite3_close(handle);
-        return nullptr;
-    }
-    const auto fail = [&](const EngineError &failure) -> sqlite3 * {
-        error = failure;
-        sqlite3_close(handle);
-        return nullptr;
-    };
-    const Content content = ReadContent(handle);
+    Opening opening{request, error};
+    sqlite3 *handle = opening.Try();
+    for (int tries = 1; !handle && opening.isWorthAnotherTry && tries < mostTries; ++tries)
+        handle = opening.Try();
     if (hasPassword)
-        *hasPassword = content == Content::Encrypted;
-    if (const QString why = WhyNotADatabase(content, request); !why.isEmpty())
-        return fail(Refuse(request, why, SQLITE_NOTADB));
-    if (sqlite3_db_readonly(handle, "main") == 1)
-        return fail(Refuse(request, WhyFileFails(SQLITE_READONLY, request.file), SQLITE_READONLY));
-    sqlite3_busy_timeout(handle, request.lockWait);
-    InstallTextComparison(handle);
-    const int read = ReadFirstPage(handle, content, request.password);
-    if (read == SQLITE_NOTADB && content == Content::Encrypted)
-        return fail(
-            Refuse(request,
-                   request.password.isEmpty()
-                       ? QString(u"The database file " % Shown(request.file) % u" needs a password.")
-                       : QString(u"Not a valid password for the database file " % Shown(request.file) % u"."),
-                   wrongPassword));
-    if (read != SQLITE_OK)
-        return fail(LastError(handle, request.file, request.source));
+        *hasPassword = opening.content == Content::Encrypted;
     return handle;
+}
+
+FileWait::Pace FileOpen::PaceOf(const Request &request)
+{
+    constexpr int onNetwork = 5;
+    return {request.lockWait, IsOnNetwork(request.file) ? onNetwork : 1};
+}
+
+bool FileOpen::HasMoved(sqlite3 *handle)
+{
+    int moved = 0;
+    sqlite3_file_control(handle, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return moved != 0;
+}
+
+EngineError FileOpen::Moved(const QString &file, const QString &source)
+{
+    return {
+        moved, source,
+        u"The database file " % Shown(file) %
+            u" was moved, deleted or replaced by another while it was open. Nothing was written, and your "
+            u"work is still on the screen: put the file back, or log off and log on again.",
+        QString()};
 }
 
 EngineError FileOpen::LastError(sqlite3 *handle, const QString &file, const QString &source)
 {
+    if (handle && HasMoved(handle))
+        return Moved(file, source);
     const int code = handle ? sqlite3_errcode(handle) & 0xFF : SQLITE_NOMEM;
     const QString why = WhyFileFails(code, file);
     const QString engineText = handle ? QString::fromUtf8(sqlite3_errmsg(handle)) : QString();

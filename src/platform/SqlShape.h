@@ -35,6 +35,7 @@ public:
 
     std::u16string_view Key() const { return m_key; }
     const std::vector<SqlValue> &Values() const { return m_values; }
+    SqlValue &ValueAt(size_t index) { return m_values[index]; }
     const char *Texts() const { return m_texts.data(); }
 
 private:

@@ -62,13 +62,14 @@ PreparedStatement *StatementCache::Find(std::u16string_view shape)
     return m_entries.front().statement.get();
 }
 
-PreparedStatement *StatementCache::Add(std::u16string_view shape, sqlite3_stmt *statement)
+PreparedStatement *StatementCache::Add(std::u16string_view shape,
+                                       std::unique_ptr<PreparedStatement> statement)
 {
     if (m_byShape.size() >= mostStatements) {
         m_byShape.erase(m_entries.back().shape);
         m_entries.pop_back();
     }
-    m_entries.push_front({std::u16string(shape), std::make_unique<PreparedStatement>(statement)});
+    m_entries.push_front({std::u16string(shape), std::move(statement)});
     m_byShape.emplace(m_entries.front().shape, m_entries.begin());
     return m_entries.front().statement.get();
 }

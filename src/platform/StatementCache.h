@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FileWholeNumbers.h"
 #include "platform/Recordset.h"
 
 #include <QHashFunctions>
@@ -10,6 +11,8 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -18,8 +21,9 @@ struct sqlite3_stmt;
 class PreparedStatement final
 {
 public:
-    explicit PreparedStatement(sqlite3_stmt *statement)
+    explicit PreparedStatement(sqlite3_stmt *statement, std::vector<WholeTarget> wholeNumbers = {})
         : m_statement(statement)
+        , m_wholeNumbers(std::move(wholeNumbers))
     {
     }
     ~PreparedStatement();
@@ -27,11 +31,13 @@ public:
     PreparedStatement &operator=(const PreparedStatement &) = delete;
 
     sqlite3_stmt *Statement() const { return m_statement; }
+    const std::vector<WholeTarget> &WholeNumbers() const { return m_wholeNumbers; }
     /// The columns, described once the statement has stepped: a change of the tables shows only then.
     const std::shared_ptr<const Columns> &DescribeColumns();
 
 private:
     sqlite3_stmt *m_statement;
+    std::vector<WholeTarget> m_wholeNumbers;
     std::shared_ptr<const Columns> m_columns;
     int m_preparations = -1; ///< by the engine, of its own accord, when m_columns was made
 };
@@ -42,7 +48,7 @@ class StatementCache final
 public:
     /// Null where that shape is not kept.
     PreparedStatement *Find(std::u16string_view shape);
-    PreparedStatement *Add(std::u16string_view shape, sqlite3_stmt *statement);
+    PreparedStatement *Add(std::u16string_view shape, std::unique_ptr<PreparedStatement> statement);
     void Clear();
 
 private:

@@ -34,7 +34,9 @@ private slots:
         const QString file = directory.filePath("my data.mdb");
         QVERIFY(FileDatabase::Create(file));
         auto made = FileDatabase::OpenExclusive(file, {});
-        QVERIFY(made->Run("CREATE TABLE T (A INTEGER)") && made->NewPassword("a;DSN=b;"));
+        QVERIFY(made->Run("CREATE TABLE Contacts (A); CREATE TABLE Courses (A); CREATE TABLE System (A);"
+                          "CREATE TABLE Users (A)") &&
+                made->NewPassword("a;DSN=b;"));
         made.reset();
         m_sources.SetContent("[ODBC Data Sources]\nStaff=Microsoft Access Driver (*.mdb)\n[Staff]\n"
                              "Driver=Microsoft Access Driver (*.mdb)\nDBQ=" +
@@ -47,7 +49,7 @@ private slots:
         QCOMPARE(connection.Kind(), DatabaseKind::File);
         QVERIFY(connection.ConnectionText().startsWith(text));
         QVERIFY(connection.ConnectionText().contains(u";DBQ=" % file % u';'));
-        QVERIFY(connection.OpenRecordset("SELECT * FROM T"));
+        QVERIFY(connection.OpenRecordset("SELECT * FROM Contacts"));
     }
 
     void sqlServerLogon_data()

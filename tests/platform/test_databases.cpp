@@ -155,6 +155,37 @@ private slots:
         QCOMPARE(twoNames->First().Text(u"ReferenceID"), u"B"_qs); // the first of one name
     }
 
+    /// "" is stored by no engine.
+    void wholeNumbersAreStoredAlike_data()
+    {
+        const TestTable<QString, QString> row{"value", "stored"};
+        row("half", "12.5", "13");
+        row("half below zero", "-12.5", "-13");
+        row("below half", "0.49", "0");
+        row("as a text", "'7'", "7");
+        row("the greatest", "2147483647", "2147483647");
+        row("the least", "-2147483648", "-2147483648");
+        row("too great", "2147483648", "");
+        row("too great when rounded", "2147483647.5", "");
+        row("far too great", "99999999999999999999", "");
+        row("fraction as a text", "'12.5'", "");
+        row("no number", "'abc'", "");
+    }
+    void wholeNumbersAreStoredAlike()
+    {
+        QFETCH(QString, value);
+        QFETCH(QString, stored);
+        QCOMPARE(
+            Succeeds(u"INSERT INTO Courses (Title, Limit, Fee) VALUES ('whole, (', " % value % u", 12.5)"),
+            !stored.isEmpty());
+        QCOMPARE(Read("SELECT Limit FROM Courses WHERE Fee = 12.5"), stored);
+        QVERIFY(Succeeds("INSERT INTO Courses (Title, Limit) VALUES ('changed', 1)"));
+        QCOMPARE(Succeeds(u"UPDATE Courses SET Fee = 1.5, Limit = " % value % u" WHERE Title = 'changed'"),
+                 !stored.isEmpty());
+        QCOMPARE(Read("SELECT Limit FROM Courses WHERE Title = 'changed'"),
+                 stored.isEmpty() ? u"1"_qs : stored);
+    }
+
     void thousandsOfAlternatives()
     {
         TestDatabase::Run({InsertCity("a"), InsertCity("b")});

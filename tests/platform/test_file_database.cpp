@@ -12,6 +12,7 @@
 #include <QTest>
 
 #include <cstdio>
+#include <optional>
 
 namespace
 {
@@ -64,6 +65,29 @@ int Hold(const QString &file)
     return connection.Execute("COMMIT") ? 0 : 1;
 }
 
+/// A crash in the middle of a transaction that has reached the file, by the journal beside it.
+int WriteBesideAJournal(const QString &file)
+{
+    const auto alone = FileDatabase::OpenExclusive(file, u"key"_qs);
+    const bool written =
+        alone && alone->Run("PRAGMA cache_size=5; BEGIN; UPDATE People SET Age = 99; WITH RECURSIVE n(i) AS "
+                            "(SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 20000) INSERT INTO People "
+                            "(Name, Age) SELECT 'Lost', i FROM n");
+    std::printf(written ? "written\n" : "failed\n");
+    std::fflush(stdout);
+    return std::getchar();
+}
+
+/// `given` is the file, the old and the new password.
+int ChangePassword(const QString &given)
+{
+    const QStringList parts = given.split(u'|');
+    const auto alone = FileDatabase::OpenExclusive(parts[0], parts[1]);
+    std::printf("changing\n");
+    std::fflush(stdout);
+    return alone && alone->NewPassword(parts[2]) ? 0 : 1;
+}
+
 /// This program as another workstation, which has told its first line.
 std::unique_ptr<QProcess> Start(const QString &what, const QString &file)
 {
@@ -108,6 +132,165 @@ private slots:
         QVERIFY(ContentOf(file).startsWith("SQLite format 3") && ContentOf(file).contains("Ann"));
         QVERIFY(connection.Open(ConnectionTextFor(file)));
         QVERIFY2(connection.Open(ConnectionTextFor(file, "stale")), "a stored password outlives its removal");
+    }
+
+    /// Rolled back by the wrong hand, the pages that the crash left would be lost for good.
+    void nothingRunsWithoutTheKey()
+    {
+        const QString file = Path("crashed.mdb");
+        const QString journal = file % u"-journal";
+        Make(file, "key");
+        const auto other = Start("--journal", file);
+        QCOMPARE(other->readAllStandardOutput(), QByteArray("written\n"));
+        other->kill();
+        QVERIFY(other->waitForFinished() && QFileInfo(journal).size() > 0);
+        const auto stored = [&]() -> QByteArray { return ContentOf(file) + ContentOf(journal); };
+        const QByteArray before = stored();
+        Connection connection;
+        for (const QString &wrong : {QString(), u"other"_qs}) {
+            QVERIFY(!connection.Open(ConnectionTextFor(file, wrong)));
+            QCOMPARE(connection.Errors().first().number, -1905);
+            QVERIFY(stored() == before);
+        }
+        // A power cut may also leave the first page half written; the journal has it whole.
+        QFile damaged(file);
+        QVERIFY(damaged.open(QIODevice::ReadWrite) && damaged.seek(2048) && damaged.write("torn") == 4);
+        damaged.close();
+        QVERIFY(connection.Open(ConnectionTextFor(file, "key")));
+        const auto rows = connection.OpenRecordset("SELECT * FROM People");
+        QVERIFY(rows && rows->RowCount() == 1 && rows->First().Long(u"Age") == 30);
+    }
+
+    void killedWhileThePasswordChanges_data()
+    {
+        const TestTable<QString, QString, bool> row{"before", "after", "hasLog"};
+        row("to another", "old", "new", true);
+        row("to one", "", "new", false);
+        row("to none", "old", "", true);
+    }
+    void killedWhileThePasswordChanges()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, after);
+        QFETCH(bool, hasLog);
+        for (int pause = 10; pause < 200; pause += 60) {
+            const QString file = Path(u"p" % QString::number(pause) % u".mdb");
+            Make(file, before, 5'000);
+            Connection connection;
+            if (hasLog)
+                QVERIFY(connection.Open(ConnectionTextFor(file, before)));
+            connection.Close();
+            const auto other = Start("--password", file % u'|' % before % u'|' % after);
+            QTest::qSleep(pause);
+            other->kill();
+            QVERIFY(other->waitForFinished());
+            // As the program starts: without a password, with the stored one, with the one that is typed.
+            QVERIFY(connection.Open(ConnectionTextFor(file)) ||
+                    connection.Open(ConnectionTextFor(file, before)) ||
+                    connection.Open(ConnectionTextFor(file, after)));
+            QCOMPARE(connection.OpenRecordset("PRAGMA integrity_check")->First().Text(0), u"ok"_qs);
+            QCOMPARE(connection.OpenRecordset("SELECT * FROM People")->RowCount(), 5'000);
+            const bool isChanged = connection.ConnectionText().endsWith(u"PWD=" % after);
+            connection.Close();
+            QVERIFY(QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup));
+            QVERIFY(FileDatabase::OpenExclusive(file, isChanged ? after : before)->NewPassword("last"));
+            QCOMPARE(QDir(m_directory->path())
+                         .entryList({u"p" % QString::number(pause) % u".*"}, QDir::Files)
+                         .size(),
+                     1);
+            QVERIFY(!(QFileInfo(file).permissions() & (QFile::ReadOther | QFile::WriteGroup)));
+            QVERIFY(connection.Open(ConnectionTextFor(file, "last")));
+        }
+    }
+
+    void changeOfThePasswordCanBeStopped()
+    {
+        const QString file = Path("stopped.mdb");
+        Make(file, {}, 50'000);
+        int calls = 0;
+        QVERIFY(!FileDatabase::OpenExclusive(file, {})->NewPassword("new",
+                                                                    [&](int, int) { return ++calls < 3; }));
+        QVERIFY(calls == 3 && EngineErrorList().isEmpty());
+        QCOMPARE(QDir(m_directory->path()).entryList(QDir::Files), QStringList("stopped.mdb"));
+        QVERIFY(FileDatabase::OpenExclusive(file, {}));
+    }
+
+    void movedAwayUnderASession_data()
+    {
+        const TestTable<bool, bool> row{"isReplaced", "inAGroup"};
+        row("deleted", false, false);
+        row("replaced", true, false);
+        row("in a group", true, true);
+    }
+    void movedAwayUnderASession()
+    {
+        QFETCH(bool, isReplaced);
+        QFETCH(bool, inAGroup);
+        const QString file = Path("here.mdb");
+        Make(file, {});
+        Connection connection;
+        QVERIFY(connection.Open(ConnectionTextFor(file)));
+        std::optional<WriteGroup> group;
+        const QString insert = u"INSERT INTO People (Name, Age) VALUES ('Late', 1)"_qs;
+        if (inAGroup)
+            group.emplace(connection);
+        QVERIFY(connection.Execute(insert) && (!group || group->Finish()));
+        QVERIFY(!inAGroup || connection.Execute(insert)); // not committed yet
+        QVERIFY(QFile::rename(file, Path("there.mdb")));
+        if (isReplaced)
+            WriteFile(file, "another");
+        QVERIFY(group ? !group->Finish() : !connection.Execute(insert));
+        QCOMPARE(connection.Errors().first().number, 1032);
+        QVERIFY(connection.Errors().first().description.contains(file));
+        if (isReplaced)
+            QVERIFY(QFile::remove(file));
+        QVERIFY(QFile::rename(Path("there.mdb"), file)); // put back
+        group.reset();
+        QVERIFY(connection.Execute(insert));
+        QCOMPARE(connection.OpenRecordset("SELECT * FROM People")->RowCount(), 3);
+    }
+
+    void databaseOfAnotherProgramStaysAsItIs()
+    {
+        const QString file = Path("foreign.mdb");
+        QVERIFY(FileDatabase::Create(file));
+        QVERIFY(
+            FileDatabase::OpenExclusive(file, {})->Run("CREATE TABLE Users (A); CREATE TABLE System (A)"));
+        const QByteArray before = ContentOf(file);
+        Connection connection;
+        QVERIFY(!connection.Open(ConnectionTextFor(file)));
+        const QString why = connection.Errors().first().description;
+        QVERIFY2(why.contains(file) && why.contains(u"no table Contacts, Courses"_qs), qPrintable(why));
+        QVERIFY(ContentOf(file) == before);
+        QVERIFY(!(QFileInfo(file).permissions() & (QFile::ReadOther | QFile::WriteOther)));
+    }
+
+    void olderFileIsGivenItsIndexes()
+    {
+        const QString file = Path("older.mdb");
+        Make(file, {}); // whose Contacts have no column but Cust_Email
+        Connection connection;
+        QVERIFY(connection.Open(ConnectionTextFor(file)));
+        const auto found = connection.OpenRecordset("SELECT name FROM sqlite_master WHERE type = 'index'");
+        QVERIFY(found && found->RowCount() == 1);
+        QCOMPARE(found->First().Text(0), u"IX_Contacts_Cust_Email"_qs);
+    }
+
+    void aSaveMeetsTheGapOfALongLoop()
+    {
+        const QString file = Path("busy.mdb");
+        Make(file, {});
+        const auto writer = Start("--write", file);
+        Connection connection;
+        QVERIFY(connection.Open(ConnectionTextFor(file)));
+        for (int i = 0; i < 20; ++i) {
+            QElapsedTimer waited;
+            waited.start();
+            QVERIFY(connection.Execute("INSERT INTO People (Name, Age) VALUES ('Clerk', 1)"));
+            QVERIFY2(waited.elapsed() < 1000, qPrintable(QString::number(waited.elapsed())));
+        }
+        writer->kill();
+        QVERIFY(writer->waitForFinished());
     }
 
     void badFile_data()
@@ -257,15 +440,19 @@ private slots:
 private:
     QString Path(const QString &name) const { return m_directory->filePath(name); }
 
-    void Make(const QString &file, const QString &password)
+    void Make(const QString &file, const QString &password, int people = 1)
     {
         QVERIFY(FileDatabase::Create(file));
         const auto database = FileDatabase::OpenExclusive(file, QString());
         QVERIFY(database);
-        QVERIFY(database->Run("CREATE TABLE People (Ref INTEGER PRIMARY KEY AUTOINCREMENT, Name "
+        QVERIFY(database->Run(u"CREATE TABLE Contacts (Cust_Email TEXT); CREATE TABLE Courses (A);"
+                              "CREATE TABLE System (A); CREATE TABLE Users (A);"
+                              "CREATE TABLE People (Ref INTEGER PRIMARY KEY AUTOINCREMENT, Name "
                               "VARCHAR(50) COLLATE NOCASE, Age INTEGER);"
-                              "INSERT INTO People (Name, Age) VALUES ('Ann', 30);"));
-        QVERIFY(database->NewPassword(password));
+                              "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " %
+                              QString::number(people) %
+                              u") INSERT INTO People (Name, Age) SELECT 'Ann', 30 FROM n"));
+        QVERIFY(password.isEmpty() || database->NewPassword(password));
     }
     std::unique_ptr<QTemporaryDir> m_directory;
 };
@@ -274,8 +461,11 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    const std::pair<const char *, int (*)(const QString &)> works[] = {
-        {"--open", OpenAndTell}, {"--hold", Hold}, {"--write", WriteUntilKilled}};
+    const std::pair<const char *, int (*)(const QString &)> works[] = {{"--open", OpenAndTell},
+                                                                       {"--hold", Hold},
+                                                                       {"--write", WriteUntilKilled},
+                                                                       {"--journal", WriteBesideAJournal},
+                                                                       {"--password", ChangePassword}};
     for (const auto &[name, work] : works) {
         if (arguments.size() == 3 && arguments.at(1) == name)
             return work(arguments.at(2));

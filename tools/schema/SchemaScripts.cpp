@@ -150,6 +150,13 @@ QString RowsFound(const Schema &schema, const Schema::Index &index)
     return found;
 }
 
+/// What a search by the index finds, told to the file engine.
+QString FileStatistics(const Schema &schema, const Schema::Index &index)
+{
+    return u"INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('" % index.table % u"', '" % index.Name() %
+           u"', '" % RowsFound(schema, index) % u"')";
+}
+
 /// Keys start behind the rows that the script itself writes.
 int FirstKey(const Schema &schema, const QString &table)
 {
@@ -183,9 +190,21 @@ QString FileScript(const Schema &schema)
         script += CreateIndex(index, Quoted) % u";\n";
     script += QStringLiteral("ANALYZE;\nDELETE FROM sqlite_stat1;\n");
     for (const Schema::Index &index : schema.indexes)
-        script += u"INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('" % index.table % u"', '" %
-                  index.Name() % u"', '" % RowsFound(schema, index) % u"');\n";
+        script += FileStatistics(schema, index) % u";\n";
     return script;
+}
+
+QString FileIndexList(const Schema &schema)
+{
+    const auto literal = [](const QString &text) -> QString { return u"R\"(" % text % u")\""; };
+    QString source = QStringLiteral("// Made by tools/make-index-list from data/system/schema.sql.\n"
+                                    "#include \"platform/FileSchema.h\"\n\n"
+                                    "const FileSchema::Index FileSchema::indexes[] = {\n");
+    for (const Schema::Index &index : schema.indexes)
+        source += u"    {" % literal(index.table) % u", " % literal(index.Name()) % u", " %
+                  literal(CreateIndex(index, Quoted)) % u", " % literal(FileStatistics(schema, index)) %
+                  u"},\n";
+    return source % u"    {nullptr, nullptr, nullptr, nullptr}};\n";
 }
 
 QString SqlServerScript(const Schema &schema)

@@ -15,6 +15,8 @@ namespace
 int Fail(const QString &message)
 {
     QTextStream(stderr) << "make-template: " << message << '\n';
+    for (const EngineError &error : EngineErrorList())
+        QTextStream(stderr) << "make-template: " << error.description << '\n';
     return 1;
 }
 
@@ -24,7 +26,10 @@ bool MakeFile(const QString &output, const QString &script)
     if (!FileDatabase::Create(output))
         return false;
     const std::unique_ptr<FileDatabase> database = FileDatabase::OpenExclusive(output, {});
-    return database && database->Run(script) && database->NewPassword(TemplatePassword);
+    constexpr QFile::Permissions everybodyReads =
+        QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
+    return database && database->Run(script) && database->NewPassword(TemplatePassword) &&
+           QFile::setPermissions(output, everybodyReads);
 }
 
 bool WriteText(const QString &output, const QString &text)
