@@ -5,9 +5,12 @@
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/Directories.h"
+#include "platform/FailureAdvice.h"
 #include "platform/FileDatabase.h"
+#include "platform/OwnFile.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -21,7 +24,7 @@ QString g_reportText;
 void WriteLog(QIODevice::OpenMode mode, const QString &text)
 {
     QFile log(Directories::WrittenFile(QStringLiteral("log.txt")));
-    if (log.open(mode | QIODevice::Text))
+    if (OpenOwnFile(log, mode | QIODevice::Text))
         log.write(text.toUtf8());
 }
 
@@ -38,34 +41,46 @@ QString WithoutDriverNames(const QString &description)
     return end < 0 ? description.trimmed() : description.mid(end + 1).trimmed();
 }
 
-int ReportProgramError(const QString &routineName)
+/// The box serves events, under which another failure may come: the text is held when it is written.
+void Log(const QString &routineName, const QString &reportText)
 {
-    g_reportText = ReportOf(g_currentError);
-    Dialogs::MsgBox(QStringLiteral("A number of errors have been detected, please seek technical support."),
-                    g_currentError.source, Dialogs::Buttons::Ok, Dialogs::Icon::Stop);
+    g_reportText = reportText;
     LogError(routineName);
+}
+
+int ReportProgramError(const QString &routineName, const EngineError &error)
+{
+    const QString advice = FailureAdvice(error);
+    Dialogs::MsgBox(QStringLiteral("A number of errors have been detected, please seek technical support.") %
+                        (advice.isEmpty() ? QString() : QString(u"\n\n" % advice)),
+                    error.source, Dialogs::Buttons::Ok, Dialogs::Icon::Stop);
+    Log(routineName, ReportOf(error));
     return gaveUp;
 }
 
 int ReportEngineError(const QString &routineName, const QString &source)
 {
-    g_reportText.clear();
     const EngineErrors entries = EngineErrorList();
-    for (const EngineError &entry : entries)
-        g_reportText += ReportOf(entry);
     const Dialogs::Answer answer =
         Dialogs::MsgBox(u"Unable to perform requested database operation, you can retry the pending "
                         u"operation or cancel.\n\n" %
                             WithoutDriverNames(entries.first().description),
                         source, Dialogs::Buttons::RetryCancel, Dialogs::Icon::Stop);
-    if (answer != Dialogs::Answer::Retry)
-        LogError(routineName);
+    if (answer == Dialogs::Answer::Retry)
+        return static_cast<int>(answer);
+    QString reportText;
+    for (const EngineError &entry : entries)
+        reportText += ReportOf(entry);
+    Log(routineName, reportText);
     return static_cast<int>(answer);
 }
 } // namespace
 
 void LogStart()
 {
+    const QString name = Directories::WrittenFile(QStringLiteral("log.txt"));
+    if (QFileInfo(name).isSymLink())
+        QFile::remove(name); // the link, not what it leads to
     WriteLog(QIODevice::WriteOnly, u"Veltrane Version " % FullVersionString() % u" - Error Log started at " %
                                        GeneralDateText(Clock::Now()) % u'\n');
 }
@@ -89,10 +104,10 @@ int HandleError(const QString &routineName, int ignoredNumber)
 {
     if (g_currentError.number == ignoredNumber && ignoredNumber != 0)
         return 0;
+    const EngineError error = g_currentError;
     const EngineErrors &entries = EngineErrorList();
-    const auto match = std::find_if(entries.begin(), entries.end(), [](const EngineError &entry) {
-        return entry.source == g_currentError.source;
-    });
-    return match == entries.end() ? ReportProgramError(routineName)
+    const auto match = std::find_if(entries.begin(), entries.end(),
+                                    [&](const EngineError &entry) { return entry.source == error.source; });
+    return match == entries.end() ? ReportProgramError(routineName, error)
                                   : ReportEngineError(routineName, match->source);
 }

@@ -1,7 +1,9 @@
 #include "core/ErrorHandler.h"
 
 #include "platform/Clock.h"
+#include "platform/Dialogs.h"
 #include "platform/Directories.h"
+#include "platform/FailureAdvice.h"
 #include "platform/FileDatabase.h"
 #include "support/Files.h"
 #include "support/ScriptedDialogs.h"
@@ -65,6 +67,62 @@ private slots:
         QCOMPARE(HandleError("ADO_Users_Delete", 0), 2);
         QCOMPARE(Log(), firstLine + u"   Module = Connection - Error number: -7 - no such table: X\n"
                                     u"    Located in:ADO_Users_Delete\n\n");
+    }
+
+    void ASecondFailureLeavesTheReportOfTheFirst()
+    {
+        const ScriptedDialogs user;
+        QStringList boxes;
+        Dialogs::Installed().msgBox = [&](const QString &text, const QString &, Dialogs::Buttons,
+                                          Dialogs::Icon, Dialogs::Answer) {
+            boxes.append(text);
+            SetCurrentError({13, u"Connection"_qs, u"second"_qs, {}});
+            if (boxes.size() == 1)
+                HandleError("ADO_Second", 0);
+            return Dialogs::Answer::Ok;
+        };
+        SetCurrentError({1, u"Connection"_qs, u"first"_qs, {}});
+        QCOMPARE(HandleError("ADO_First", 0), 2);
+        QCOMPARE(boxes, QStringList({seekSupport % u"\n\nfirst",
+                                     seekSupport % u"\n\nThe disk of the database is full. Make room on it, "
+                                                   "then try again."}));
+        QCOMPARE(Log(), firstLine % u"   Module = Connection - Error number: 13 - second\n"
+                                    "    Located in:ADO_Second\n\n"
+                                    "   Module = Connection - Error number: 1 - first\n"
+                                    "    Located in:ADO_First\n\n");
+    }
+
+    void TheAdviceComesFromTheNumberOrTheState_data()
+    {
+        const TestTable<int, QString, QString> row{"number", "state", "told"};
+        row("locked file", 5, "", "locked by another workstation");
+        row("read-only", 8, "", "is read-only");
+        row("closed", 3709, "", "No database is open");
+        row("SQL Server, too long", 2628, "", "longer than the database takes");
+        row("SQL Server gone", 20006, "", "cannot be reached");
+        row("PostgreSQL gone", 1, "57P01", "cannot be reached");
+        row("PostgreSQL, two at once", 1, "40001", "the same rows");
+        row("unknown", 1, "42P01", "its own words");
+    }
+    void TheAdviceComesFromTheNumberOrTheState()
+    {
+        QFETCH(int, number);
+        QFETCH(QString, state);
+        QFETCH(QString, told);
+        QVERIFY(FailureAdvice({number, {}, u"its own words"_qs, state}).contains(told));
+    }
+
+    void ALogThatIsALinkIsNotFollowed()
+    {
+        const QString elsewhere = m_directory->filePath(u"elsewhere"_qs);
+        WriteFile(elsewhere, "kept");
+        const auto link = [&] { return QFile::remove(LogFile()) && QFile::link(elsewhere, LogFile()); };
+        QVERIFY(link());
+        LogFinish();
+        QCOMPARE(ContentOf(elsewhere), QByteArray("kept"));
+        LogStart();
+        QCOMPARE(ContentOf(elsewhere), QByteArray("kept"));
+        QCOMPARE(Log(), firstLine);
     }
 
     void AnEngineErrorOffersARetry_data()

@@ -34,6 +34,15 @@ bool Offers(Dialogs::Buttons buttons, Dialogs::Answer answer)
     }
     return false;
 }
+
+const QString seekSupport =
+    QStringLiteral("A number of errors have been detected, please seek technical support.");
+
+/// Without the advice below it, which depends on the engine and has a test of its own.
+QString Told(const QString &text)
+{
+    return text.startsWith(seekSupport) ? seekSupport : text;
+}
 } // namespace
 
 ScriptedDialogs::ScriptedDialogs()
@@ -69,8 +78,7 @@ void ScriptedDialogs::Expect(const QString &title, const QString &text, Dialogs:
 void ScriptedDialogs::ExpectFailure()
 {
     gConnection.OpenRecordset("SELECT * FROM NoSuchTable");
-    Expect(gConnection.Errors().first().source,
-           "A number of errors have been detected, please seek technical support.");
+    Expect(gConnection.Errors().first().source, seekSupport);
 }
 
 void ScriptedDialogs::ExpectFile(const QString &title, const QString &file)
@@ -86,7 +94,7 @@ Dialogs::Answer ScriptedDialogs::OnBox(const QString &text, const QString &title
     }
     const Box expected = m_boxes.front();
     m_boxes.pop_front();
-    if (expected.title != title || expected.text != text)
+    if (expected.title != title || expected.text != Told(text))
         Fail(u"Expected box: [" % expected.title % u"] " % expected.text % u"\n   but came: [" % title %
              u"] " % text);
     return expected.answer;
