@@ -312,6 +312,7 @@ void frmMain::LeaveField()
 bool frmMain::ReconnectUntilSettled(const DatabaseChoice &last)
 {
     while (!ConnectDatabase(false)) {
+        gDBValid = false; // the chooser has no present database to offer
         if (gDBQUseODBC) {
             gDBQName.clear();
             gDBQFilename.clear();

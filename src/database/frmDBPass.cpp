@@ -5,9 +5,12 @@
 #include "database/Registry.h"
 #include "forms/FormBuilder.h"
 #include "forms/OkCancel.h"
+#include "forms/ProgressBox.h"
 #include "platform/Connection.h"
 #include "platform/Dialogs.h"
 #include "platform/FileDatabase.h"
+
+#include <functional>
 
 namespace
 {
@@ -16,16 +19,26 @@ void Tell(const QString &text, const QString &title, Dialogs::Icon icon)
     Dialogs::MsgBox(text, title, Dialogs::Buttons::Ok, icon);
 }
 
-void GiveNewPassword(const QString &newPassword)
+/// False if the user stopped it, so that the old password holds.
+bool GiveNewPassword(QWidget *form, const QString &newPassword)
 {
     const QString file = gDBQUseODBC ? DSNFile(gDBQName) : gDBQFilename;
     const auto database = FileDatabase::OpenExclusive(file, gDBPassword);
-    if (!database)
+    if (!database) {
         Tell(QStringLiteral(
                  "Unable to open the database for exclusive access, may already be in use elsewhere."),
              QStringLiteral("Password"), Dialogs::Icon::Exclamation);
-    else if (!database->NewPassword(newPassword) && !EngineErrorList().isEmpty())
+        return true;
+    }
+    bool changed = false;
+    ProgressBox::Run(form, QStringLiteral("Password"), [&](Progress &progress) {
+        progress.Begin(1);
+        changed = database->NewPassword(newPassword, std::ref(progress));
+        progress.SetValue(progress.Maximum());
+    });
+    if (!changed && !EngineErrorList().isEmpty())
         Tell(EngineErrorList().first().description, QStringLiteral("Password"), Dialogs::Icon::Exclamation);
+    return changed || !EngineErrorList().isEmpty();
 }
 } // namespace
 
@@ -61,10 +74,13 @@ void frmDBPass::ChangePassword()
         return;
     }
     gConnection.Close();
-    GiveNewPassword(newPassword);
-    gDBPassword = newPassword;
+    const bool wasStopped = !GiveNewPassword(this, newPassword);
+    if (!wasStopped)
+        gDBPassword = newPassword;
     if (ConnectDatabase(false)) {
-        Tell(QStringLiteral("Password Changed!"), QStringLiteral("Password"), Dialogs::Icon::Information);
+        Tell(wasStopped ? QStringLiteral("Stopped: the database keeps its old password.")
+                        : QStringLiteral("Password Changed!"),
+             QStringLiteral("Password"), Dialogs::Icon::Information);
         accept();
         return;
     }

@@ -4,8 +4,8 @@
 
 class QLineEdit;
 
-/// Changes the password of the open database file. The connection is closed meanwhile, since the engine
-/// needs the file alone.
+/// Changes the password of the open database file, with progress. The connection is closed meanwhile, since
+/// the engine needs the file alone; a change that is stopped leaves the old password.
 class frmDBPass final : public FormDialog
 {
     Q_OBJECT

@@ -127,8 +127,10 @@ class TestSession : public QObject
     void Choose(std::initializer_list<QString> files)
     {
         m_choices = files;
+        m_offered.clear();
         Screens::Installed().chooseDatabase = [this](QWidget *) {
             gDialogResult = 0;
+            m_offered.append(gDBValid ? gDBQFilename : QString());
             if (m_choices.isEmpty())
                 QFAIL("the chooser of the database was not expected");
             const QString file = m_choices.takeFirst();
@@ -144,6 +146,7 @@ class TestSession : public QObject
     std::unique_ptr<QTemporaryDir> m_directory;
     std::unique_ptr<ScriptedDialogs> m_user;
     QStringList m_choices;
+    QStringList m_offered; ///< to go on with, each time the chooser came
 
 private slots:
     void init()
@@ -365,6 +368,7 @@ private slots:
         if (!goesBack)
             m_user->Expect("ODBC", failure);
         Command("ID_SwitchDatabase");
+        QCOMPARE(m_offered, QStringList({file, {}, {}}));
         QCOMPARE(gDBValid && gConnection.IsOpen() && MainWindow(), goesBack);
         if (!goesBack) {
             m_user->Expect({}, "Must select a valid datasource");
