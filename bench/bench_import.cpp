@@ -3,10 +3,13 @@
 #include "core/Progress.h"
 #include "core/Session.h"
 #include "exchange/ImportState.h"
+#include "platform/Connection.h"
 #include "platform/Dialogs.h"
 #include "support/TestDatabase.h"
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QProcess>
 
 #include <sqlite3.h>
 
@@ -14,11 +17,13 @@
 #include <cstdio>
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace
 {
 constexpr int lines = 10'000;
 constexpr double longestImport = 3225; // milliseconds
+constexpr double longestSave = 1000;   // milliseconds
 
 /// One line of the file; the six last fields are looked up.
 struct Person {
@@ -55,7 +60,39 @@ QByteArray File()
     return text;
 }
 
-double Import()
+/// Workstations that save meanwhile, until the import is done.
+class Clerks final
+{
+public:
+    explicit Clerks(int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            auto &clerk = m_clerks.emplace_back(std::make_unique<QProcess>());
+            clerk->start(QCoreApplication::applicationDirPath() + "/clerk_probe",
+                         {gConnection.ConnectionText()});
+            Bench::Require(clerk->waitForReadyRead(), "a clerk does not begin");
+        }
+    }
+
+    /// Ends them. Each must have saved until now, and none may have waited for long.
+    void Finish()
+    {
+        for (const auto &clerk : m_clerks) {
+            clerk->waitForFinished(0);
+            Bench::Require(clerk->state() == QProcess::Running, "a clerk's save failed");
+            clerk->kill();
+            clerk->waitForFinished();
+            for (const QByteArray &took : clerk->readAllStandardOutput().split('\n'))
+                Bench::Require(took.toDouble() <= longestSave,
+                               "a clerk waited " + QString::fromUtf8(took) + " ms");
+        }
+    }
+
+private:
+    std::vector<std::unique_ptr<QProcess>> m_clerks;
+};
+
+double Import(int clerkCount = 0)
 {
     const TestDatabase database;
     const QString name = database.Directory() + "/people.csv";
@@ -71,10 +108,12 @@ double Import()
     ImportState state(CsvMap::Installed());
     Bench::Require(state.ChooseDataSet() && state.ChooseFile(name) && state.CheckMapping(), told);
     bool completed = false;
+    Clerks clerks(clerkCount);
     const double took = Bench::Milliseconds([&] {
         Progress progress;
         completed = state.Run(progress);
     });
+    clerks.Finish();
     Bench::Require(completed && told.contains(QString::number(lines) + " Records where imported."), told);
     return took;
 }
@@ -217,6 +256,15 @@ const Bench::Registration import("import: 10,000 lines with six lookups", [] {
         return took;
     };
     benchmark.twin = ImportByHand;
+    return benchmark;
+});
+
+const Bench::Registration beside("import: the same while four clerks save", [] {
+    Bench::Case benchmark;
+    benchmark.unit = QStringLiteral("ms");
+    benchmark.bar = 1.1;
+    benchmark.ours = [] { return Import(4); };
+    benchmark.twin = [] { return Import(); };
     return benchmark;
 });
 } // namespace

@@ -43,6 +43,12 @@ void Workstation::Kill()
     m_process.waitForFinished();
 }
 
+bool Workstation::IsRunning()
+{
+    m_process.waitForFinished(0);
+    return m_process.state() != QProcess::NotRunning;
+}
+
 bool Workstation::Finish()
 {
     return m_process.waitForFinished(longestRun) && m_process.exitStatus() == QProcess::NormalExit &&

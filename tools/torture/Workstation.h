@@ -20,6 +20,7 @@ public:
     /// Waits until it has said its first line; false if it ended without one.
     bool WaitForFirstLine();
     void Kill();
+    bool IsRunning();
     /// Waits until it ends of its own accord; false where it failed.
     bool Finish();
     /// The lines that it said so far, each of them confirmed work.
