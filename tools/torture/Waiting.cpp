@@ -111,7 +111,7 @@ double ImportAlone(int lines)
 
 QList<Torture::Result> StarveClerks(const Torture::Plan &plan)
 {
-    const int lines = plan.Trials(30'000, 1'000'000);
+    const int lines = plan.Trials(100'000, 1'000'000);
     const double alone = ImportAlone(lines);
     const Beside beside = ImportBesideClerks(lines);
     const double slower = 100 * (beside.imported - alone) / alone;
