@@ -114,7 +114,8 @@ void ImportRun::TakeLine()
     Write(values);
 }
 
-void CleanUp()
+/// Each of these may change every row: others get their turn in between.
+void CleanUp(WriteGroup &group)
 {
     static constexpr std::array statements{
         "UPDATE Contacts SET Cust_City = 1 WHERE Cust_City is NULL",
@@ -131,8 +132,10 @@ void CleanUp()
         "DELETE FROM Contacts WHERE ContactRef > 1 and (Cust_Forename is NULL or Cust_Surname is NULL)",
         "DELETE FROM Organisations WHERE OrganRef > 1 and (OrganName is NULL)",
     };
-    for (const char *const statement : statements)
+    for (const char *const statement : statements) {
         Execute(QString::fromLatin1(statement));
+        EndRow(group);
+    }
 }
 
 QString CountsText(const ImportCounts &counts)
@@ -155,7 +158,7 @@ void ImportLines(ImportRun &run, ImportSource &source, WriteGroup &group, Progre
         EndRow(group);
         progress.SetValue(done);
     }
-    CleanUp();
+    CleanUp(group);
     EndRows(group);
 }
 
