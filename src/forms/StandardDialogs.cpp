@@ -170,4 +170,7 @@ void InstallStandardDialogs()
     hooks.chooseColour = AskColour;
     hooks.selectCourses = frmPercent::Choose;
     hooks.serveEvents = [] { QApplication::processEvents(); };
+    hooks.keepPainting = [] {
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+    };
 }

@@ -15,11 +15,11 @@ Connection::~Connection()
     Close();
 }
 
-bool Connection::Open(const QString &connectionText)
+bool Connection::Open(const QString &connectionText, const ServerLogon &logon)
 {
     Close();
     EngineErrors errors;
-    m_engine = OpenEngine(connectionText, errors);
+    m_engine = OpenEngine(connectionText, logon, errors);
     return m_engine != nullptr || Fail(errors);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ConnectionText.h"
 #include "platform/EngineError.h"
 #include "platform/Recordset.h"
 
@@ -28,8 +29,9 @@ public:
     Connection &operator=(const Connection &) = delete;
 
     /// Opens the database that the connection text names; the text picks the engine. False on a failure,
-    /// which Errors() then tells. An open connection is closed first.
-    bool Open(const QString &connectionText);
+    /// which Errors() then tells. An open connection is closed first. What `logon` names is used in place of
+    /// the text's user or password by a data source of a server; ConnectionText() has it then.
+    bool Open(const QString &connectionText, const ServerLogon &logon = {});
     void Close();
     bool IsOpen() const;
 

@@ -2,6 +2,13 @@
 
 #include <QString>
 
+/// What a user gave when asked for a logon; handed to a server's data source apart from the connection text,
+/// which names the same for everybody.
+struct ServerLogon {
+    QString user{};
+    QString password{};
+};
+
 /// The connection texts of the system, taken apart. A value is found by what stands around it, since a
 /// password may hold any character, semicolons included.
 struct ConnectionParts {
@@ -13,6 +20,7 @@ struct ConnectionParts {
     QString dataSource; ///< of way DataSource
     QString user;
     QString password;
+    ServerLogon logon{};
     int lockWait = 10'000; ///< milliseconds; `LockWait=` of a file's text, before its password
 };
 

@@ -61,3 +61,9 @@ void Dialogs::ServeEvents()
     if (Installed().serveEvents)
         Installed().serveEvents();
 }
+
+void Dialogs::KeepPainting()
+{
+    if (Installed().keepPainting)
+        Installed().keepPainting();
+}

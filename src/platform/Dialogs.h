@@ -42,6 +42,8 @@ struct Hooks {
     std::function<QList<int>(const QStringList &titles)> selectCourses;
     /// Lets the window live in a long loop.
     std::function<void()> serveEvents;
+    /// Paints the windows while something outside is waited for; what the user does meanwhile waits too.
+    std::function<void()> keepPainting;
 };
 
 Hooks &Installed();
@@ -70,4 +72,5 @@ QString SaveFile(const FileQuestion &question);
 /// A colour as a red-green-blue integer (0xRRGGBB), starting on `colour`; nothing when cancelled.
 std::optional<int> ChooseColour(int colour);
 void ServeEvents();
+void KeepPainting();
 } // namespace Dialogs

@@ -39,4 +39,5 @@ public:
 };
 
 /// Opens the engine that a connection text names; nothing, with `errors` filled, on a failure.
-std::unique_ptr<Engine> OpenEngine(const QString &connectionText, EngineErrors &errors);
+std::unique_ptr<Engine> OpenEngine(const QString &connectionText, const ServerLogon &logon,
+                                   EngineErrors &errors);

@@ -1,127 +1,128 @@
 #include "platform/OdbcEngine.h"
 
-#include "platform/ColumnTypes.h"
+#include "platform/Dialogs.h"
 #include "platform/OdbcErrors.h"
+#include "platform/OdbcStatement.h"
 #include "platform/OdbcText.h"
 #include "platform/SqlDialect.h"
 
-#include <QCoreApplication>
 #include <QScopeGuard>
-#include <QSqlDriver>
-#include <QSqlError>
-#include <QSqlField>
-#include <QSqlQuery>
-#include <QSqlRecord>
+
+#include <chrono>
+#include <future>
 
 namespace
 {
-ColumnType TypeOf(const QSqlField &field)
+/// What a server, a catalogue or a role may have set otherwise, and statements and results rely on: a
+/// backslash in a text is a character, doubles come whole, nobody waits for another workstation for ever.
+const QString postgreSqlSettings = QStringLiteral(
+    "SET standard_conforming_strings = on; SET extra_float_digits = 1; SET transform_null_equals = off; "
+    "SET default_transaction_isolation = 'read committed'; SET lock_timeout = 10000");
+/// And here: quoted names, a text too long for its column is refused and not cut, long texts come whole, and
+/// a statement that fails takes back itself alone.
+const QString sqlServerSettings = QStringLiteral(
+    "SET QUOTED_IDENTIFIER ON; SET ANSI_NULLS ON; SET ANSI_PADDING ON; SET ANSI_WARNINGS ON; "
+    "SET ARITHABORT ON; SET CONCAT_NULL_YIELDS_NULL ON; SET NUMERIC_ROUNDABORT OFF; "
+    "SET IMPLICIT_TRANSACTIONS OFF; SET XACT_ABORT OFF; SET ROWCOUNT 0; SET TEXTSIZE 2147483647; "
+    "SET TRANSACTION ISOLATION LEVEL READ COMMITTED; SET LOCK_TIMEOUT 10000");
+
+const QString postgreSqlKeys = QStringLiteral(
+    "SELECT c.relname, quote_ident(c.relname) || '.' || quote_ident(a.attname) FROM pg_index i "
+    "JOIN pg_class c ON c.oid = i.indrelid "
+    "JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum = i.indkey[0] "
+    "WHERE i.indisprimary AND i.indnatts = 1 AND pg_table_is_visible(c.oid)");
+const QString sqlServerKeys =
+    QStringLiteral("SELECT OBJECT_NAME(i.object_id), QUOTENAME(OBJECT_NAME(i.object_id)) + '.' + "
+                   "QUOTENAME(COL_NAME(c.object_id, c.column_id)) FROM sys.indexes i "
+                   "JOIN sys.index_columns c ON c.object_id = i.object_id AND c.index_id = i.index_id "
+                   "WHERE i.is_primary_key = 1 AND c.key_ordinal = 1");
+
+/// Does what waits for a server or for the network on a thread of its own, while the windows go on being
+/// painted.
+bool WhilePainting(const std::function<bool()> &work)
 {
-    switch (field.metaType().id()) {
-    case QMetaType::Bool:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-    case QMetaType::Char:
-    case QMetaType::UChar:
-        return ColumnType::SmallInt;
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-        return ColumnType::Integer;
-    case QMetaType::Double:
-        return ColumnType::Double;
-    default:
-        return ColumnType::VarWChar;
-    }
+    using namespace std::chrono_literals;
+    std::future<bool> done = std::async(std::launch::async, work);
+    while (done.wait_for(20ms) != std::future_status::ready)
+        Dialogs::KeepPainting();
+    return done.get();
 }
 
-std::shared_ptr<const Columns> ColumnsOf(const QSqlRecord &record, DatabaseKind kind)
+/// Asks for a lock that ends with the transaction; "got" is 1 where it is held then.
+QString LockText(DatabaseKind kind, const QString &key, bool waits)
 {
-    auto columns = std::make_shared<Columns>();
-    columns->reserve(static_cast<size_t>(record.count()));
-    for (int i = 0; i < record.count(); ++i) {
-        const QSqlField field = record.field(i);
-        RecordsetColumn column;
-        column.name = field.name();
-        column.type = TypeOf(field);
-        if (column.type == ColumnType::VarWChar) {
-            // PostgreSQL's driver calls every text one of 255, though its texts have no limit.
-            const bool isLimited = kind == DatabaseKind::SqlServer && field.length() > 0;
-            column.definedSize = isLimited ? field.length() : ColumnTypes::unlimitedSize;
-        }
-        columns->push_back(column);
-    }
-    return columns;
+    constexpr int longestWait = 10'000; ///< milliseconds, as for a row
+    const QString quoted = u'\'' % QString(key).replace(u'\'', QStringLiteral("''")) % u'\'';
+    const QString hash = u"hashtextextended(" % quoted % u", 0)";
+    if (kind == DatabaseKind::PostgreSql)
+        return waits ? QString(u"SELECT 1 AS got FROM (SELECT pg_advisory_xact_lock(" % hash % u")) AS l")
+                     : QString(u"SELECT CASE WHEN pg_try_advisory_xact_lock(" % hash %
+                               u") THEN 1 ELSE 0 END AS got");
+    return u"SET NOCOUNT ON; DECLARE @got int; EXEC @got = sp_getapplock @Resource = N" % quoted %
+           u", @LockMode = 'Exclusive', @LockOwner = 'Transaction', @LockTimeout = " %
+           QString::number(waits ? longestWait : 0) %
+           u"; SELECT CASE WHEN @got >= 0 THEN 1 ELSE 0 END AS got";
 }
 
-void AddCell(Recordset::Builder &rows, ColumnType type, const QVariant &value)
+QString LossText(const QString &told)
 {
-    if (value.isNull())
-        rows.AddNull();
-    else if (type == ColumnType::Double)
-        rows.AddDouble(value.toDouble());
-    else if (type == ColumnType::VarWChar)
-        rows.AddText(value.toString());
-    else
-        rows.AddLong(value.toLongLong());
+    return u"The connection to the server was lost: it was stopped, or the network failed. What was not yet "
+           "stored must be done again; the next attempt connects again. (" %
+           told % u')';
 }
 } // namespace
 
-OdbcEngine::OdbcEngine(const QString &connectionText)
+OdbcEngine::OdbcEngine(const QString &connectionText, const QString &driverText)
     : m_text(connectionText)
+    , m_driverText(driverText)
 {
-    static int count = 0;
-    m_name = u"Veltrane" % QString::number(++count);
 }
 
 std::unique_ptr<Engine> OdbcEngine::Open(const ConnectionParts &parts, const QString &connectionText,
                                          EngineErrors &errors)
 {
-    const QString driver = QStringLiteral("QODBC");
-    if (!QSqlDatabase::isDriverAvailable(driver)) {
-        errors = OdbcErrors::One(OdbcErrors::noDriver,
-                                 QStringLiteral("Servers cannot be reached from here yet. Install the Debian "
-                                                "package libqt6sql6-odbc."));
+    QString driverText;
+    if (!WhilePainting([&] { return OdbcDriverText(parts, driverText, errors); }))
         return nullptr;
-    }
-    const std::optional<QString> driverText = OdbcDriverText(parts, errors);
-    if (!driverText)
-        return nullptr;
-    std::unique_ptr<OdbcEngine> engine(new OdbcEngine(connectionText));
-    engine->m_database = QSqlDatabase::addDatabase(driver, engine->m_name);
-    engine->m_driverText = *driverText;
+    std::unique_ptr<OdbcEngine> engine(new OdbcEngine(connectionText, driverText));
     if (!engine->Connect(errors))
         return nullptr;
     return engine;
 }
 
-OdbcEngine::~OdbcEngine()
-{
-    m_database.close();
-    m_database = QSqlDatabase();
-    // The session's connection can outlive the application, and with it Qt's list of connections.
-    if (QCoreApplication::instance())
-        QSqlDatabase::removeDatabase(m_name);
-}
-
 bool OdbcEngine::Connect(EngineErrors &errors)
 {
-    // Qt takes a text with DRIVER= as it stands and puts DSN= before all others.
-    const bool isSource = m_driverText.startsWith(QStringLiteral("DSN="));
-    m_database.setDatabaseName(isSource ? m_driverText.mid(4) : m_driverText);
-    m_database.setConnectOptions(QStringLiteral("SQL_ATTR_LOGIN_TIMEOUT=15"));
-    if (!m_database.open()) {
-        errors = OdbcErrors::ListOf(m_database.lastError());
+    if (!WhilePainting([&] { return m_session.Open(m_driverText, errors); }))
         return false;
-    }
-    const QSqlDriver::DbmsType dbms = m_database.driver()->dbmsType();
-    m_kind = dbms == QSqlDriver::PostgreSQL ? DatabaseKind::PostgreSql : DatabaseKind::SqlServer;
-    m_database.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
-    // Nobody waits for another workstation for ever.
-    return Run(m_kind == DatabaseKind::PostgreSql ? QStringLiteral("SET lock_timeout = 10000")
-                                                  : QStringLiteral("SET LOCK_TIMEOUT 10000"),
-               errors);
+    const bool isPostgreSql = m_session.ServerName() == QStringLiteral("PostgreSQL");
+    m_kind = isPostgreSql ? DatabaseKind::PostgreSql : DatabaseKind::SqlServer;
+    if (!ApplySettings(errors))
+        return false;
+    LearnKeys();
+    return true;
+}
+
+/// Without its settings a connection is none: with the backslash as an escape, a text could end early and
+/// the rest of it run as a statement.
+bool OdbcEngine::ApplySettings(EngineErrors &errors)
+{
+    const bool applied =
+        Run(m_kind == DatabaseKind::PostgreSql ? postgreSqlSettings : sqlServerSettings, errors);
+    if (!applied)
+        m_session.Close();
+    return applied;
+}
+
+/// Without them the rows of some lists come in another order; that is worth no refused connection.
+void OdbcEngine::LearnKeys()
+{
+    m_keys.clear();
+    Recordset keys;
+    EngineErrors ignored;
+    if (!Read(m_kind == DatabaseKind::PostgreSql ? postgreSqlKeys : sqlServerKeys, keys, ignored))
+        return;
+    for (const Recordset::Row row : keys)
+        m_keys.insert(row.Text(0).toLower(), row.Text(1));
 }
 
 bool OdbcEngine::Execute(const QString &sql, EngineErrors &errors)
@@ -133,9 +134,7 @@ bool OdbcEngine::Execute(const QString &sql, EngineErrors &errors)
 bool OdbcEngine::OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors)
 {
     QString engineSql;
-    return Translate(sql, engineSql, errors) && Revive(errors) &&
-           Read(
-               engineSql, result, [] { return true; }, errors);
+    return Translate(sql, engineSql, errors) && Revive(errors) && Read(engineSql, result, errors);
 }
 
 /// SQL Server has one open result on a connection, so that all rows are read before the first is handed over.
@@ -172,8 +171,7 @@ bool OdbcEngine::FetchInPieces(const QString &engineSql, const TakeRows &take, E
     int given = 0;
     for (int wanted = firstPiece;; wanted = laterPieces) {
         Recordset rows;
-        if (!Read(
-                u"FETCH " % QString::number(wanted) % u" FROM " % name, rows, [] { return true; }, errors))
+        if (!Read(u"FETCH " % QString::number(wanted) % u" FROM " % name, rows, errors))
             return false;
         if (!take(rows, given) || rows.RowCount() < wanted)
             return true;
@@ -181,26 +179,37 @@ bool OdbcEngine::FetchInPieces(const QString &engineSql, const TakeRows &take, E
     }
 }
 
+bool OdbcEngine::Read(const QString &engineSql, Recordset &result, EngineErrors &errors)
+{
+    return Read(
+        engineSql, result, [] { return true; }, errors);
+}
+
 bool OdbcEngine::Read(const QString &engineSql, Recordset &result, const std::function<bool()> &goesOn,
                       EngineErrors &errors)
 {
+    return ReadStatement(engineSql, result, goesOn, errors) || Fail(errors);
+}
+
+bool OdbcEngine::ReadStatement(const QString &engineSql, Recordset &result,
+                               const std::function<bool()> &goesOn, EngineErrors &errors)
+{
     constexpr int askedEvery = 256;
-    QSqlQuery query(m_database);
-    query.setForwardOnly(true);
-    if (!query.exec(engineSql))
-        return Fail(query, errors);
-    const auto columns = ColumnsOf(query.record(), m_kind);
+    OdbcStatement statement(m_session);
+    if (!statement.Run(engineSql, errors))
+        return false;
+    const auto columns = statement.Describe(m_kind == DatabaseKind::SqlServer);
     Recordset::Builder rows(columns);
-    for (int row = 1; query.next(); ++row) {
-        for (size_t i = 0; i < columns->size(); ++i)
-            AddCell(rows, (*columns)[i].type, query.value(static_cast<int>(i)));
+    OdbcStatement::Step step = statement.Next(errors);
+    for (int row = 1; step == OdbcStatement::Step::Row; ++row) {
+        if (!statement.AddRow(rows, *columns, errors))
+            return false;
         if (row % askedEvery == 0 && !goesOn())
             return true;
+        step = statement.Next(errors);
     }
-    if (query.lastError().isValid())
-        return Fail(query, errors);
     result = rows.Finish();
-    return true;
+    return step == OdbcStatement::Step::End;
 }
 
 bool OdbcEngine::Begin(EngineErrors &errors)
@@ -210,35 +219,35 @@ bool OdbcEngine::Begin(EngineErrors &errors)
     m_locks.clear();
     m_isInTransaction = m_kind == DatabaseKind::SqlServer
                             ? Run(QStringLiteral("BEGIN TRANSACTION"), errors)
-                            : m_database.transaction() || Fail(m_database.lastError(), errors);
+                            : m_session.SetAutoCommit(false, errors) || Fail(errors);
     return m_isInTransaction;
 }
 
-/// SQL Server's driver answers the manager's own commit with "no data", which Qt takes for a failure; the
-/// statement has the same answer, and there it counts as done.
 bool OdbcEngine::Commit(EngineErrors &errors)
 {
-    if (!m_isInTransaction) {
-        errors =
-            OdbcErrors::One(OdbcErrors::unnumbered,
-                            QStringLiteral("What was done last was undone: the server was lost, or ended "
-                                           "the transaction itself."));
-        return false;
-    }
-    m_isInTransaction = false;
-    if (m_kind == DatabaseKind::SqlServer)
-        return Run(QStringLiteral("COMMIT TRANSACTION"), errors);
-    return m_database.commit() || Fail(m_database.lastError(), errors);
+    if (m_isInTransaction)
+        return EndTransaction(true, errors);
+    errors = OdbcErrors::One(OdbcErrors::unnumbered,
+                             QStringLiteral("What was done last was undone: the server was lost, or ended "
+                                            "the transaction itself."));
+    return false;
 }
 
 bool OdbcEngine::Rollback(EngineErrors &errors)
 {
-    if (!m_isInTransaction)
-        return true;
+    return !m_isInTransaction || EndTransaction(false, errors);
+}
+
+bool OdbcEngine::EndTransaction(bool keeps, EngineErrors &errors)
+{
     m_isInTransaction = false;
     if (m_kind == DatabaseKind::SqlServer)
-        return Run(QStringLiteral("ROLLBACK TRANSACTION"), errors);
-    return m_database.rollback() || Fail(m_database.lastError(), errors);
+        return Run(keeps ? QStringLiteral("COMMIT TRANSACTION") : QStringLiteral("ROLLBACK TRANSACTION"),
+                   errors);
+    const bool ended = m_session.EndTransaction(keeps, errors);
+    EngineErrors ignored; // that of the end is told
+    m_session.SetAutoCommit(true, ended ? errors : ignored);
+    return ended || Fail(errors);
 }
 
 bool OdbcEngine::Lock(const QString &key, EngineErrors &errors)
@@ -255,30 +264,12 @@ bool OdbcEngine::TryLock(const QString &key, bool &isFree, EngineErrors &errors)
 /// Both servers let go of such a lock when the transaction ends, whichever way it does.
 bool OdbcEngine::TakeLock(const QString &key, bool waits, bool &isFree, EngineErrors &errors)
 {
-    constexpr int longestWait = 10'000; ///< milliseconds, as for a row
     isFree = m_locks.contains(key);
     if (isFree)
         return true;
     Recordset answer;
-    const QString quoted = u'\'' % QString(key).replace(u'\'', QStringLiteral("''")) % u'\'';
-    const auto ask = [&](const QString &sql) {
-        return Read(
-            sql, answer, [] { return true; }, errors);
-    };
-    if (m_kind == DatabaseKind::PostgreSql) {
-        const QString hash = u"hashtextextended(" % quoted % u", 0)";
-        const bool done =
-            ask(waits ? QString(u"SELECT 1 AS got FROM (SELECT pg_advisory_xact_lock(" % hash % u")) AS l")
-                      : QString(u"SELECT CASE WHEN pg_try_advisory_xact_lock(" % hash %
-                                u") THEN 1 ELSE 0 END AS got"));
-        if (!done)
-            return false;
-    } else if (!ask(u"SET NOCOUNT ON; DECLARE @got int; EXEC @got = sp_getapplock @Resource = N" % quoted %
-                    u", @LockMode = 'Exclusive', @LockOwner = 'Transaction', @LockTimeout = " %
-                    QString::number(waits ? longestWait : 0) %
-                    u"; SELECT CASE WHEN @got >= 0 THEN 1 ELSE 0 END AS got")) {
+    if (!Read(LockText(m_kind, key, waits), answer, errors))
         return false;
-    }
     isFree = !answer.IsEmpty() && answer.First().Long(u"got") == 1;
     if (isFree)
         m_locks.insert(key);
@@ -290,9 +281,13 @@ bool OdbcEngine::TakeLock(const QString &key, bool waits, bool &isFree, EngineEr
 
 bool OdbcEngine::Run(const QString &engineSql, EngineErrors &errors)
 {
-    QSqlQuery query(m_database);
-    query.setForwardOnly(true);
-    return query.exec(engineSql) || Fail(query, errors);
+    return RunStatement(engineSql, errors) || Fail(errors);
+}
+
+bool OdbcEngine::RunStatement(const QString &engineSql, EngineErrors &errors)
+{
+    OdbcStatement statement(m_session);
+    return statement.Run(engineSql, errors) && statement.PassResults(errors);
 }
 
 /// Connects anew after the server was restarted or the line broke. The failure itself has been told.
@@ -300,36 +295,31 @@ bool OdbcEngine::Revive(EngineErrors &errors)
 {
     if (!m_isLost)
         return true;
-    m_database.close();
+    m_session.Close();
     m_isLost = false;
     const bool connected = Connect(errors);
     m_isLost = !connected;
     return connected;
 }
 
-bool OdbcEngine::Fail(const QSqlError &error, EngineErrors &errors)
+/// Asks the server where the failure has left the session. The statement that failed is gone by then: SQL
+/// Server's driver has room for one open result, and would refuse the question as if the server were lost.
+bool OdbcEngine::Fail(EngineErrors &errors)
 {
-    errors = OdbcErrors::ListOf(error);
     // SQL Server takes a whole transaction back at some failures, at a deadlock for one.
     const bool isSqlServer = m_kind == DatabaseKind::SqlServer;
-    QSqlQuery question(m_database);
-    question.setForwardOnly(true);
-    m_isLost =
-        !question.exec(isSqlServer ? QStringLiteral("SELECT @@TRANCOUNT") : QStringLiteral("SELECT 1"));
-    if (m_isLost) // the driver takes a commit behind this for a good one
+    Recordset answer;
+    EngineErrors ignored;
+    m_isLost = !ReadStatement(
+        isSqlServer ? QStringLiteral("SELECT @@TRANCOUNT") : QStringLiteral("SELECT 1"), answer,
+        [] { return true; }, ignored);
+    if (m_isLost) { // the driver takes a commit after this for a good one
         m_isInTransaction = false;
-    else if (isSqlServer && question.next())
-        m_isInTransaction = m_isInTransaction && question.value(0).toInt() > 0;
+        errors.first().description = LossText(errors.first().description);
+    } else if (isSqlServer) {
+        m_isInTransaction = m_isInTransaction && !answer.IsEmpty() && answer.First().Long(0) > 0;
+    }
     return false;
-}
-
-/// Lets go of the statement first: the driver of SQL Server has room for one open result, and what is asked
-/// after the failure would be refused as if the server were lost.
-bool OdbcEngine::Fail(QSqlQuery &query, EngineErrors &errors)
-{
-    const QSqlError error = query.lastError();
-    query.clear();
-    return Fail(error, errors);
 }
 
 bool OdbcEngine::Translate(const QString &sql, QString &engineSql, EngineErrors &errors)
@@ -339,6 +329,8 @@ bool OdbcEngine::Translate(const QString &sql, QString &engineSql, EngineErrors 
         errors = OdbcErrors::One(1, SqlFaultText(fault));
         return false;
     }
-    engineSql = m_kind == DatabaseKind::PostgreSql ? SqlFor(SqlDialect::PostgreSql, m_tokens) : text;
+    const bool isPostgreSql = m_kind == DatabaseKind::PostgreSql;
+    engineSql = SqlFor(isPostgreSql ? SqlDialect::PostgreSql : SqlDialect::SqlServer, m_tokens,
+                       KeyOrder(m_tokens, m_keys));
     return true;
 }

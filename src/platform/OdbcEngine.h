@@ -2,13 +2,11 @@
 
 #include "platform/ConnectionText.h"
 #include "platform/Engine.h"
+#include "platform/OdbcSession.h"
+#include "platform/SqlKeyOrder.h"
 #include "platform/SqlTokens.h"
 
 #include <QSet>
-#include <QSqlDatabase>
-
-class QSqlError;
-class QSqlQuery;
 
 /// A database on a server, through the ODBC manager and the server's driver.
 class OdbcEngine final : public Engine
@@ -17,7 +15,6 @@ public:
     /// A server by name and catalogue, or a registered data source of a server.
     static std::unique_ptr<Engine> Open(const ConnectionParts &parts, const QString &connectionText,
                                         EngineErrors &errors);
-    ~OdbcEngine() override;
 
     bool Execute(const QString &sql, EngineErrors &errors) override;
     bool OpenRecordset(const QString &sql, Recordset &result, EngineErrors &errors) override;
@@ -32,24 +29,30 @@ public:
     QString ConnectionText() const override { return m_text; }
 
 private:
-    explicit OdbcEngine(const QString &connectionText);
+    OdbcEngine(const QString &connectionText, const QString &driverText);
     bool Connect(EngineErrors &errors);
+    bool ApplySettings(EngineErrors &errors);
+    void LearnKeys();
     bool Revive(EngineErrors &errors);
     bool Run(const QString &engineSql, EngineErrors &errors);
     bool TakeLock(const QString &key, bool waits, bool &isFree, EngineErrors &errors);
+    bool RunStatement(const QString &engineSql, EngineErrors &errors);
     /// `goesOn` is asked now and then while the rows come; false ends it without a result.
     bool Read(const QString &engineSql, Recordset &result, const std::function<bool()> &goesOn,
               EngineErrors &errors);
+    bool Read(const QString &engineSql, Recordset &result, EngineErrors &errors);
+    bool ReadStatement(const QString &engineSql, Recordset &result, const std::function<bool()> &goesOn,
+                       EngineErrors &errors);
     bool FetchInPieces(const QString &engineSql, const TakeRows &take, EngineErrors &errors);
-    bool Fail(const QSqlError &error, EngineErrors &errors);
-    bool Fail(QSqlQuery &query, EngineErrors &errors);
+    bool EndTransaction(bool keeps, EngineErrors &errors);
+    bool Fail(EngineErrors &errors);
     bool Translate(const QString &sql, QString &engineSql, EngineErrors &errors);
 
     QString m_text;
     QString m_driverText;
-    QString m_name; ///< of the connection, among Qt's
-    QSqlDatabase m_database;
+    OdbcSession m_session;
     DatabaseKind m_kind = DatabaseKind::SqlServer;
+    TableKeys m_keys;
     bool m_isLost = false; ///< the server no longer answers; the next statement connects anew
     bool m_isInTransaction = false;
     QSet<QString> m_locks; ///< the keys that the transaction holds

@@ -1,7 +1,13 @@
 #include "platform/OdbcErrors.h"
 
-#include <QSqlError>
 #include <QStringList>
+
+#include <sql.h>
+#include <sqlext.h>
+#include <sqlucode.h>
+
+#include <algorithm>
+#include <array>
 
 namespace
 {
@@ -18,50 +24,75 @@ QString PackageOf(const QString &driver)
     return {};
 }
 
-bool IsRefusedLogon(const QStringList &numbers, const QString &text)
+constexpr int truncatedBefore2019 = 8152;
+constexpr int truncated = 2628;
+
+/// What the driver and the manager tell of one failure, in their order.
+struct Records {
+    QList<int> numbers{};
+    QStringList texts{};
+    QString sqlState; ///< of the first
+
+    bool Have(int number) const { return numbers.contains(number); }
+};
+
+Records RecordsOf(short handleType, void *handle)
 {
-    return numbers.contains(QString::number(OdbcErrors::logonRefused)) ||
-           text.contains(QStringLiteral("password authentication failed"), Qt::CaseInsensitive) ||
-           text.contains(QStringLiteral("no password supplied"), Qt::CaseInsensitive) ||
-           text.contains(QStringLiteral("Login failed for user"), Qt::CaseInsensitive);
+    Records records;
+    std::array<char16_t, 6> state{};
+    std::array<char16_t, 2048> text{};
+    SQLINTEGER number = 0;
+    SQLSMALLINT length = 0;
+    for (SQLSMALLINT i = 1; SQL_SUCCEEDED(SQLGetDiagRecW(
+             handleType, handle, i, reinterpret_cast<SQLWCHAR *>(state.data()), &number,
+             reinterpret_cast<SQLWCHAR *>(text.data()), static_cast<SQLSMALLINT>(text.size()), &length));
+         ++i) {
+        const QString told = QString::fromUtf16(text.data()).trimmed();
+        if (records.numbers.isEmpty())
+            records.sqlState = QString::fromUtf16(state.data());
+        records.numbers.append(number);
+        if (!records.texts.contains(told))
+            records.texts.append(told);
+    }
+    return records;
 }
 
-/// The driver gives the number of the last record alone, which is a refused logon's here too.
-bool IsRefusedCatalogue(const QString &text)
+/// PostgreSQL's driver has one number for every failure to connect.
+bool IsRefusedLogon(const QString &text)
 {
-    return text.contains(QStringLiteral("Cannot open database"), Qt::CaseInsensitive) &&
-           text.contains(QStringLiteral("requested by the login"), Qt::CaseInsensitive);
+    return text.contains(QStringLiteral("password authentication failed"), Qt::CaseInsensitive) ||
+           text.contains(QStringLiteral("no password supplied"), Qt::CaseInsensitive);
 }
 
 /// The number that stands for all records of a failure.
-int NumberOf(const QStringList &numbers, const QString &text)
+int NumberOf(const Records &records, const QString &text)
 {
-    if (IsRefusedCatalogue(text))
-        return OdbcErrors::catalogueRefused;
-    if (IsRefusedLogon(numbers, text))
+    for (const int known : {OdbcErrors::catalogueRefused, OdbcErrors::logonRefused}) {
+        if (records.Have(known))
+            return known;
+    }
+    if (IsRefusedLogon(text))
         return OdbcErrors::logonRefused;
     // The manager's own failures have no number, and none of them is cured by a password, which is what
     // an error without a number asks for.
-    const int given = numbers.first().toInt();
-    return given == 0 ? OdbcErrors::unnumbered : given;
-}
-
-/// SQL Server calls it a truncation, and that of "string or binary data".
-QString PlainText(const QString &text)
-{
-    if (text.contains(QStringLiteral("data would be truncated"), Qt::CaseInsensitive))
-        return u"A text is longer than its column in the database takes. (" % text % u")";
-    return text;
+    const auto isGiven = [](int number) { return number != 0; };
+    const auto given = std::find_if(records.numbers.begin(), records.numbers.end(), isGiven);
+    return given == records.numbers.end() ? OdbcErrors::unnumbered : *given;
 }
 } // namespace
 
-EngineErrors OdbcErrors::ListOf(const QSqlError &error)
+EngineErrors OdbcErrors::ListOf(short handleType, void *handle)
 {
-    const QString text = error.databaseText().trimmed();
+    const Records records = RecordsOf(handleType, handle);
+    const QString text = records.texts.join(u' ');
     if (text.contains(QStringLiteral("Can't open lib")))
         return DriverMissing(text);
-    const QStringList numbers = error.nativeErrorCode().split(u';');
-    return One(NumberOf(numbers, text), PlainText(text.isEmpty() ? error.text() : text));
+    // SQL Server speaks of "string or binary data", in the server's language.
+    const bool isTooLong = records.Have(truncatedBefore2019) || records.Have(truncated);
+    return One(NumberOf(records, text),
+               isTooLong ? QString(u"A text is longer than its column in the database takes. (" % text % u")")
+                         : text,
+               records.sqlState);
 }
 
 EngineErrors OdbcErrors::DriverMissing(const QString &driver)

@@ -3,8 +3,7 @@
 #include "platform/ConnectionText.h"
 #include "platform/EngineError.h"
 
-#include <optional>
-
-/// What the ODBC driver is given for a server or a data source; nothing, with `errors` filled, where the
-/// driver or the data source is not there.
-std::optional<QString> OdbcDriverText(const ConnectionParts &parts, EngineErrors &errors);
+/// Writes what the ODBC driver is given for a server or a data source to `text`. False, with `errors` filled,
+/// where the driver or the data source is not there, or no user is named. Asks the network which port a named
+/// instance has.
+bool OdbcDriverText(const ConnectionParts &parts, QString &text, EngineErrors &errors);

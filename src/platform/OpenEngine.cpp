@@ -24,9 +24,24 @@ std::unique_ptr<Engine> OpenFileSource(ConnectionParts parts, const QString &con
         DataSourceRegistry::Read(u"Software\\ODBC\\odbc.ini\\" % parts.dataSource, QStringLiteral("DBQ"));
     return OpenFile(parts, connectionText % u";DBQ=" % parts.file % u';', errors);
 }
+
+std::unique_ptr<Engine> OpenServerSource(ConnectionParts parts, const QString &connectionText,
+                                         const ServerLogon &logon, EngineErrors &errors)
+{
+    if (logon.user.isEmpty() && logon.password.isEmpty())
+        return OdbcEngine::Open(parts, connectionText, errors);
+    parts.logon = logon;
+    const qsizetype begin = connectionText.indexOf(QStringLiteral(";UID="), 0, Qt::CaseInsensitive);
+    const qsizetype end = connectionText.lastIndexOf(QStringLiteral(";DSN="), -1, Qt::CaseInsensitive);
+    const QString user = logon.user.isEmpty() ? parts.user : logon.user;
+    const QString text =
+        connectionText.left(begin) % u";UID=" % user % u";PWD=" % logon.password % connectionText.mid(end);
+    return OdbcEngine::Open(parts, text, errors);
+}
 } // namespace
 
-std::unique_ptr<Engine> OpenEngine(const QString &connectionText, EngineErrors &errors)
+std::unique_ptr<Engine> OpenEngine(const QString &connectionText, const ServerLogon &logon,
+                                   EngineErrors &errors)
 {
     const ConnectionParts parts = TakeApart(connectionText);
     switch (parts.way) {
@@ -35,7 +50,7 @@ std::unique_ptr<Engine> OpenEngine(const QString &connectionText, EngineErrors &
     case ConnectionParts::Way::DataSource:
         if (DataSourceRegistry::IsFileDriver(DataSourceRegistry::DriverName(parts.dataSource)))
             return OpenFileSource(parts, connectionText, errors);
-        return OdbcEngine::Open(parts, connectionText, errors);
+        return OpenServerSource(parts, connectionText, logon, errors);
     case ConnectionParts::Way::Server:
         return OdbcEngine::Open(parts, connectionText, errors);
     case ConnectionParts::Way::Unknown:

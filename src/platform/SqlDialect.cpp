@@ -10,6 +10,8 @@ namespace
 {
 /// Shorter chains gain nothing from being written as a list.
 constexpr int shortestChain = 8;
+/// SQL Server gives up on longer lists, and on deeper chains.
+constexpr size_t longestServerList = 1000;
 
 struct TypeNames {
     QStringView written;
@@ -48,7 +50,7 @@ public:
         m_out.reserve(tokens.Sql().size() + 32);
     }
 
-    QString Write();
+    QString Write(const QString &order);
 
 private:
     struct Limit {
@@ -64,7 +66,7 @@ private:
 
     bool WriteTableDefinition();
     void WriteToken(qsizetype index);
-    void WriteName(const QString &name);
+    void WriteName(qsizetype index);
     void WriteText(qsizetype index);
     qsizetype WriteType(qsizetype index);
     qsizetype SkipTop(qsizetype index);
@@ -84,7 +86,7 @@ private:
     std::vector<Limit> m_limits;
 };
 
-QString Writer::Write()
+QString Writer::Write(const QString &order)
 {
     if (WriteTableDefinition())
         return m_out;
@@ -108,6 +110,7 @@ QString Writer::Write()
             WriteLimits(depth--);
         WriteToken(i++);
     }
+    m_out += order;
     WriteLimits(0);
     return m_out;
 }
@@ -117,15 +120,16 @@ bool Writer::WriteTableDefinition()
 {
     const bool creates = m_tokens.IsWord(0, u"CREATE") && m_tokens.IsWord(1, u"TABLE");
     if (creates && m_tokens.Count() == 3) {
-        // A table without columns. The file engine knows none, so the table gets the one column that it
-        // is made for, and the statement that adds this column fails as it does where it stands already.
+        // A table without columns. Where the engine knows none, the table gets the one column that it is
+        // made for, and the statement that adds this column fails as it does where it stands already.
         m_out = QStringLiteral("CREATE TABLE ");
-        WriteName(m_tokens.NameAt(2));
-        m_out +=
-            m_dialect == SqlDialect::File ? QStringLiteral(" (DBVersion DOUBLE)") : QStringLiteral(" ()");
+        WriteName(2);
+        m_out += m_dialect == SqlDialect::File         ? QStringLiteral(" (DBVersion DOUBLE)")
+                 : m_dialect == SqlDialect::PostgreSql ? QStringLiteral(" ()")
+                                                       : QStringLiteral(" (DBVersion FLOAT)");
         return true;
     }
-    if (!m_tokens.IsWord(0, u"ALTER") || !m_tokens.IsWord(3, u"ADD"))
+    if (m_dialect == SqlDialect::SqlServer || !m_tokens.IsWord(0, u"ALTER") || !m_tokens.IsWord(3, u"ADD"))
         return false;
     const qsizetype typeAt = m_tokens.IsWord(4, u"COLUMN") ? 6 : 5;
     for (qsizetype i = 0; i < m_tokens.Count();) {
@@ -177,7 +181,7 @@ void Writer::WriteToken(qsizetype index)
     switch (token.kind) {
     case SqlKind::Word:
         if (m_tokens.IsWord(index, u"LIMIT"))
-            WriteName(m_tokens.NameAt(index));
+            WriteName(index);
         else if (m_dialect == SqlDialect::File && m_tokens.IsWord(index, u"LIKE") &&
                  m_tokens.IsKind(index + 1, SqlKind::Text) && HoldsBeyondAscii(m_tokens.Spelling(index + 1)))
             // The file engine's own LIKE knows the case of A to Z alone; this operator is ours.
@@ -186,7 +190,7 @@ void Writer::WriteToken(qsizetype index)
             m_out += m_tokens.Spelling(index);
         break;
     case SqlKind::Name:
-        WriteName(m_tokens.NameAt(index));
+        WriteName(index);
         break;
     case SqlKind::Text:
         WriteText(index);
@@ -198,10 +202,15 @@ void Writer::WriteToken(qsizetype index)
     }
 }
 
-/// A name between quotes. PostgreSQL keeps the case of a quoted name, and its tables are made without
-/// quotes, in lower case.
-void Writer::WriteName(const QString &name)
+/// A name between quotes, but as it stands for SQL Server. PostgreSQL keeps the case of a quoted name, and
+/// its tables are made without quotes, in lower case.
+void Writer::WriteName(qsizetype index)
 {
+    if (m_dialect == SqlDialect::SqlServer) {
+        m_out += m_tokens.Spelling(index);
+        return;
+    }
+    const QString name = m_tokens.NameAt(index);
     QString quoted = m_dialect == SqlDialect::PostgreSql ? name.toLower() : name;
     m_out += u'"' + quoted.replace(QStringLiteral("\""), QStringLiteral("\"\"")) + u'"';
 }
@@ -209,9 +218,13 @@ void Writer::WriteName(const QString &name)
 void Writer::WriteText(qsizetype index)
 {
     QString text = m_tokens.Spelling(index).toString();
-    // PostgreSQL takes a backslash in a pattern for a mark of its own.
-    if (m_dialect == SqlDialect::PostgreSql && m_tokens.IsWord(index - 1, u"LIKE"))
-        text.replace(QStringLiteral("\\"), QStringLiteral("\\\\"));
+    // Marks of their own in a pattern: PostgreSQL's backslash, and SQL Server's bracket, which opens a class.
+    if (m_tokens.IsWord(index - 1, u"LIKE")) {
+        if (m_dialect == SqlDialect::PostgreSql)
+            text.replace(QStringLiteral("\\"), QStringLiteral("\\\\"));
+        else if (m_dialect == SqlDialect::SqlServer)
+            text.replace(QStringLiteral("["), QStringLiteral("[[]"));
+    }
     m_out += text;
 }
 
@@ -221,7 +234,8 @@ qsizetype Writer::SkipTop(qsizetype index)
     const bool behindSelect =
         m_tokens.IsWord(index - 1, u"SELECT") ||
         (m_tokens.IsWord(index - 1, u"DISTINCT") && m_tokens.IsWord(index - 2, u"SELECT"));
-    if (behindSelect && m_tokens.IsWord(index, u"TOP") && m_tokens.IsKind(index + 1, SqlKind::Number))
+    if (behindSelect && m_dialect != SqlDialect::SqlServer && m_tokens.IsWord(index, u"TOP") &&
+        m_tokens.IsKind(index + 1, SqlKind::Number))
         return index + 2;
     return index;
 }
@@ -303,12 +317,17 @@ bool Writer::SameTokens(qsizetype first, qsizetype second, qsizetype count) cons
 
 void Writer::WriteChain(qsizetype index, const Chain &chain)
 {
-    for (qsizetype i = index; i < chain.columnEnd; ++i)
-        WriteToken(i);
-    m_out += QStringLiteral(" IN (");
+    const size_t longest = m_dialect == SqlDialect::SqlServer ? longestServerList : chain.values.size();
     for (size_t term = 0; term < chain.values.size(); ++term) {
-        if (term > 0)
+        if (term % longest == 0) {
+            if (term > 0)
+                m_out += QStringLiteral(") OR");
+            for (qsizetype i = index; i < chain.columnEnd; ++i)
+                WriteToken(i);
+            m_out += QStringLiteral(" IN (");
+        } else {
             m_out += u',';
+        }
         for (qsizetype i = chain.values[term]; i < EndOfValue(chain.values[term]); ++i)
             WriteToken(i);
     }
@@ -317,7 +336,7 @@ void Writer::WriteChain(qsizetype index, const Chain &chain)
 }
 } // namespace
 
-QString SqlFor(SqlDialect dialect, const SqlTokens &tokens)
+QString SqlFor(SqlDialect dialect, const SqlTokens &tokens, const QString &order)
 {
-    return Writer(dialect, tokens).Write();
+    return Writer(dialect, tokens).Write(order);
 }

@@ -2,8 +2,8 @@
 
 #include "platform/SqlTokens.h"
 
-/// The forms of SQL that differ from the system's own, which Microsoft's engines take as it stands.
-enum class SqlDialect { File, PostgreSql };
+/// The forms of SQL that the engines take. SQL Server's differs least from the system's own.
+enum class SqlDialect { File, PostgreSql, SqlServer };
 
-/// The statement as the engine takes it; a lifted value stands as "?".
-QString SqlFor(SqlDialect dialect, const SqlTokens &tokens);
+/// The statement as the engine takes it; a lifted value stands as "?". `order` is added to its end.
+QString SqlFor(SqlDialect dialect, const SqlTokens &tokens, const QString &order = {});

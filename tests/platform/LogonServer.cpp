@@ -11,6 +11,7 @@ namespace
 {
 constexpr char preLogin = 0x12;
 constexpr char login = 0x10;
+constexpr char batch = 0x01;
 constexpr qsizetype headerSize = 8;
 
 QByteArray Read(int client, qsizetype size)
@@ -28,11 +29,18 @@ QByteArray Read(int client, qsizetype size)
 
 void Answer(int client, const QByteArray &body)
 {
-    QByteArray packet("\x04\x01", 2);
-    packet += char((body.size() + headerSize) >> 8);
-    packet += char((body.size() + headerSize) & 0xFF);
-    packet += QByteArray("\0\0\1\0", 4) + body;
-    Q_UNUSED(!write(client, packet.constData(), static_cast<size_t>(packet.size())));
+    constexpr qsizetype mostInPacket = 4000;
+    for (qsizetype at = 0; at < body.size(); at += mostInPacket) {
+        const QByteArray part = body.mid(at, mostInPacket);
+        const qsizetype size = part.size() + headerSize;
+        QByteArray packet("\x04", 1);
+        packet += at + part.size() == body.size() ? '\1' : '\0';
+        packet += char(size >> 8);
+        packet += char(size & 0xFF);
+        packet += QByteArray("\0\0\1\0", 4) + part;
+        if (send(client, packet.constData(), static_cast<size_t>(packet.size()), MSG_NOSIGNAL) < 0)
+            return;
+    }
 }
 
 QByteArray LittleEndian(quint32 value, int bytes)
@@ -47,15 +55,11 @@ QByteArray Wide(const QString &text)
     return {reinterpret_cast<const char *>(text.utf16()), text.size() * 2};
 }
 
-QString TextOf(int number)
+/// In a language of the server's own: nothing may depend on the words.
+QByteArray ErrorRecord(int error)
 {
-    return number == 4060 ? u"Cannot open database \"Train ing\" requested by the login. The "
-                            "login failed."_qs
-                          : u"Login failed for user 'clerk'."_qs;
-}
-
-QByteArray ErrorRecord(quint32 number, const QString &message)
-{
+    const auto number = static_cast<quint32>(error);
+    const QString message = u"Fehler Nummer "_qs + QString::number(error);
     const QByteArray body = LittleEndian(number, 4) + QByteArray("\1\16", 2) +
                             LittleEndian(static_cast<quint32>(message.size()), 2) + Wide(message) +
                             QByteArray("\0\0", 2) + LittleEndian(1, 4);
@@ -73,7 +77,59 @@ QString FromWide(const QByteArray &bytes)
 {
     return QString::fromUtf16(reinterpret_cast<const char16_t *>(bytes.constData()), bytes.size() / 2);
 }
+
+QByteArray Done(int status)
+{
+    return '\xFD' + LittleEndian(static_cast<quint32>(status), 2) + QByteArray(10, '\0');
+}
+
+QByteArray Refused(const QList<int> &numbers)
+{
+    QByteArray answer;
+    for (const int number : numbers)
+        answer += ErrorRecord(number);
+    return answer + Done(2);
+}
+
+/// The type of a value's column, and the value as it stands in a row.
+std::pair<QByteArray, QByteArray> Cell(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::Bool)
+        return {QByteArray("\x68\1", 2), '\1' + QByteArray(1, value.toBool() ? '\1' : '\0')};
+    if (value.typeId() == QMetaType::Int)
+        return {QByteArray("\x26\4", 2), '\4' + LittleEndian(static_cast<quint32>(value.toInt()), 4)};
+    if (value.typeId() == QMetaType::Double) {
+        const double number = value.toDouble();
+        return {QByteArray("\x6D\x08", 2),
+                '\x08' + QByteArray(reinterpret_cast<const char *>(&number), sizeof(number))};
+    }
+    const QByteArray text = Wide(value.toString());
+    const QByteArray size = LittleEndian(static_cast<quint32>(text.size()), 4);
+    QByteArray cell = size + QByteArray(4, '\0');
+    if (!text.isEmpty())
+        cell += size + text;
+    return {QByteArray("\xE7\xFF\xFF\x09\x04\xD0\0\x34", 8), cell + QByteArray(4, '\0')};
+}
+
+QByteArray RowOf(const QVariantList &values)
+{
+    QByteArray columns = '\x81' + LittleEndian(static_cast<quint32>(values.size()), 2);
+    QByteArray row("\xD1", 1);
+    for (const QVariant &value : values) {
+        const auto [type, cell] = Cell(value);
+        columns += QByteArray("\0\0\0\0\x09\0", 6) + type + '\2' +
+                   Wide(u'c' + QString::number(values.indexOf(value)));
+        row += cell;
+    }
+    return columns + row + Done(0x10);
+}
 } // namespace
+
+LogonServer::LogonServer(Answer answer)
+    : LogonServer(QList<int>())
+{
+    m_answer = std::move(answer);
+}
 
 LogonServer::LogonServer(const QList<int> &refusals)
     : m_refusals(refusals)
@@ -92,33 +148,60 @@ LogonServer::LogonServer(const QList<int> &refusals)
 
 LogonServer::~LogonServer()
 {
+    Wait();
+    close(m_listener);
+}
+
+void LogonServer::Wait()
+{
     shutdown(m_listener, SHUT_RDWR);
     if (m_thread.joinable())
         m_thread.join();
-    close(m_listener);
 }
 
 void LogonServer::Serve()
 {
-    const int client = accept(m_listener, nullptr, nullptr);
-    while (client >= 0) {
-        const QByteArray header = Read(client, headerSize);
-        if (header.isEmpty())
-            break;
-        const QByteArray body = Read(client, qFromBigEndian<quint16>(header.constData() + 2) - headerSize);
+    for (int client = accept(m_listener, nullptr, nullptr); client >= 0;
+         client = accept(m_listener, nullptr, nullptr)) {
+        Serve(client);
+        close(client);
+    }
+}
+
+void LogonServer::Serve(int client)
+{
+    QByteArray body;
+    for (QByteArray header = Read(client, headerSize); !header.isEmpty(); header = Read(client, headerSize)) {
+        body += Read(client, qFromBigEndian<quint16>(header.constData() + 2) - headerSize);
+        if ((header.at(1) & 1) == 0)
+            continue; // the rest comes in further packets
         if (header.at(0) == preLogin) {
             // Version 15, no encryption.
-            Answer(client, QByteArray("\0\0\13\0\6\1\0\21\0\1\xFF\17\0\7\xD0\0\0\2", 18));
+            ::Answer(client, QByteArray("\0\0\13\0\6\1\0\21\0\1\xFF\17\0\7\xD0\0\0\2", 18));
         } else if (header.at(0) == login) {
-            ReadLogon(body);
-            QByteArray answer;
-            for (const int number : m_refusals)
-                answer += ErrorRecord(static_cast<quint32>(number), TextOf(number));
-            Answer(client, answer + QByteArray("\xFD\2\0\0\0\0\0\0\0\0\0\0\0", 13));
+            ::Answer(client, AnswerLogon(body));
+        } else if (header.at(0) == batch) {
+            const QString sql = FromWide(body.mid(qFromLittleEndian<quint32>(body.constData())));
+            statements += sql;
+            const Reply reply = m_answer(sql);
+            if (reply.hangsUp)
+                return;
+            ::Answer(client, !reply.errors.isEmpty() ? Refused(reply.errors)
+                             : reply.row.isEmpty()   ? Done(0)
+                                                     : RowOf(reply.row));
         }
+        body.clear();
     }
-    if (client >= 0)
-        close(client);
+}
+
+QByteArray LogonServer::AnswerLogon(const QByteArray &body)
+{
+    ReadLogon(body);
+    if (!m_answer)
+        return Refused(m_refusals);
+    const QByteArray accepted =
+        QByteArray("\1\x74\0\0\4\1", 6) + Wide(u"S"_qs) + QByteArray("\17\0\7\xD0", 4);
+    return '\xAD' + LittleEndian(static_cast<quint32>(accepted.size()), 2) + accepted + Done(0);
 }
 
 void LogonServer::ReadLogon(const QByteArray &body)

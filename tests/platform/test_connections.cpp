@@ -1,11 +1,9 @@
 #include "platform/Connection.h"
 #include "platform/FileDatabase.h"
 #include "platform/LogonServer.h"
-#include "platform/OdbcErrors.h"
 #include "support/OwnDataSources.h"
 #include "support/TestTable.h"
 
-#include <QSqlError>
 #include <QTest>
 
 namespace
@@ -14,6 +12,16 @@ QString ServerText(const QString &server, const QString &user, const QString &pa
 {
     return u"PROVIDER=SQLOLEDB;Data Source=" % server % u";Initial Catalog=Train ing;User id=" % user %
            u";Password=" % password % u";";
+}
+
+QString ServerText(const LogonServer &server, const QString &user)
+{
+    return ServerText(u"127.0.0.1," % QString::number(server.Port()), user, u"secret"_qs);
+}
+
+LogonServer::Reply Done(const QString &)
+{
+    return {};
 }
 
 QString SourceText(const QString &source, const QString &credentials = u"UID=sa;PWD="_qs)
@@ -77,10 +85,39 @@ private slots:
         QCOMPARE(server.protocol, 0x74);
     }
 
+    void longTextsComeBackWhole_data()
+    {
+        const TestTable<int, QString> row{"length", "letter"};
+        for (const QString &letter : {u"a"_qs, u"é"_qs, u"日"_qs, u"👍"_qs}) {
+            for (const int length : {0, 127, 128, 131, 255, 256, 264, 265, 4'000, 1'000'000})
+                row(qPrintable(letter % u' ' % QString::number(length)), length, letter);
+        }
+    }
+    void longTextsComeBackWhole()
+    {
+        QFETCH(int, length);
+        QFETCH(QString, letter);
+        const QString text = letter.repeated(length) % u'.';
+        const LogonServer server([&](const QString &sql) {
+            return sql.startsWith(u"SELECT c"_qs) ? LogonServer::Reply{{text, -3, true, 0.1, QString()}}
+                                                  : LogonServer::Reply{};
+        });
+        Connection connection;
+        QVERIFY(connection.Open(ServerText(server, u"clerk"_qs)));
+        const auto rows = connection.OpenRecordset(u"SELECT c0 FROM T"_qs);
+        QVERIFY(rows && rows->RowCount() == 1);
+        QVERIFY(rows->First().Text(u"c0") == text);
+        QCOMPARE(rows->First().Text(u"C1") % rows->First().Text(u"c2") % rows->First().Text(u"c3"),
+                 u"-310.1"_qs);
+        QVERIFY(!rows->First().IsNull(u"c4") && rows->First().Text(u"c4").isEmpty());
+        QCOMPARE(rows->Column(2).type, ColumnType::SmallInt);
+    }
+
     void unreachable_data()
     {
         const TestTable<QString, int, QString> row{"text", "number", "complaint"};
         row("server is down", ServerText("127.0.0.1,1", "sa", {}), 20009, "unavailable or does not exist");
+        row("no browser service", ServerText("127.0.0.1\\office", "sa", {}), 20009, "its instance office");
         row("PostgreSQL is down", SourceText("down"), 101, "Connection refused");
         row("vanished source", SourceText("gone"), 2, "data source gone is not registered");
         row("driver not installed", SourceText("nodriver"), 126, "odbc-postgresql");
@@ -107,13 +144,67 @@ private slots:
         QVERIFY(!error.source.isEmpty());
     }
 
-    void tooLongIsToldPlainly()
+    /// What SQL Server gets for what the system says.
+    void statementsForSqlServer()
     {
-        const QSqlError error({}, u"[SQL Server]String or binary data would be truncated."_qs,
-                              QSqlError::StatementError, u"8152"_qs);
-        const EngineError told = OdbcErrors::ListOf(error).first();
-        QVERIFY2(told.description.startsWith(u"A text is longer"_qs), qPrintable(told.description));
-        QCOMPARE(told.number, 8152);
+        LogonServer server(Done);
+        {
+            Connection connection;
+            QVERIFY(connection.Open(ServerText(server, u"clerk"_qs)));
+            WriteGroup group(connection);
+            QVERIFY(connection.Execute(u"CREATE TABLE [Version]"_qs) && group.Finish());
+            QVERIFY(connection.OpenRecordset(u"SELECT * FROM T WHERE A LIKE '[x]_%'"_qs));
+            QVERIFY(connection.Execute(u"DELETE FROM Ref"_qs) && group.Undo());
+        }
+        server.Wait();
+        QVERIFY(server.statements.value(0).contains(u"SET LOCK_TIMEOUT 10000"_qs));
+        QVERIFY(server.statements.value(0).contains(u"SET TEXTSIZE 2147483647"_qs));
+        QVERIFY(server.statements.value(1).contains(u"sys.indexes"_qs));
+        QCOMPARE(server.statements.mid(2),
+                 QStringList({u"BEGIN TRANSACTION"_qs, u"CREATE TABLE [Version] (DBVersion FLOAT)"_qs,
+                              u"COMMIT TRANSACTION"_qs, u"SELECT * FROM T WHERE A LIKE '[[]x]_%'"_qs,
+                              u"BEGIN TRANSACTION"_qs, u"DELETE FROM Ref"_qs, u"ROLLBACK TRANSACTION"_qs}));
+    }
+
+    void failuresOfSqlServer_data()
+    {
+        const TestTable<QList<int>, int, QString> row{"errors", "number", "told"};
+        row("too long", {8152, 3621}, 8152, "A text is longer than its column");
+        row("too long, of late", {2628, 3621}, 2628, "A text is longer than its column");
+        row("deadlock", {1205}, 1205, "Fehler Nummer 1205");
+        row("lost", {}, 20017, "The connection to the server was lost");
+    }
+    void failuresOfSqlServer()
+    {
+        QFETCH(QList<int>, errors);
+        QFETCH(QString, told);
+        bool isDown = false;
+        const LogonServer server([&](const QString &sql) {
+            isDown = sql.startsWith(u"UPDATE"_qs);
+            return LogonServer::Reply{{}, isDown ? errors : QList<int>(), isDown && errors.isEmpty()};
+        });
+        Connection connection;
+        QVERIFY(connection.Open(ServerText(server, u"clerk"_qs)));
+        QVERIFY(!connection.Execute(u"UPDATE T SET A = 1"_qs));
+        QTEST(connection.Errors().first().number, "number");
+        const QString description = connection.Errors().first().description;
+        QVERIFY2(description.contains(told), qPrintable(description));
+        QVERIFY2(connection.Execute(u"DELETE FROM T"_qs), "the next statement connects again");
+    }
+
+    void refusedConnections()
+    {
+        LogonServer settings([](const QString &sql) {
+            return LogonServer::Reply{{}, sql.startsWith(u"SET"_qs) ? QList<int>{195} : QList<int>()};
+        });
+        Connection connection;
+        QVERIFY2(!connection.Open(ServerText(settings, u"clerk"_qs)), "not without its settings");
+        QCOMPARE(connection.Errors().first().number, 195);
+        LogonServer unused(Done);
+        QVERIFY(!connection.Open(ServerText(unused, QString())));
+        QCOMPARE(connection.Errors().first().number, 18456);
+        unused.Wait();
+        QVERIFY2(unused.protocol == 0, "no user is told before any attempt");
     }
 
 private:

@@ -108,6 +108,8 @@ private slots:
         row("not like beyond ASCII", "Écully", "City NOT LIKE 'é%'", false);
         row("like with apostrophe", "King's Lynn", "City LIKE '%G''S%'", true);
         row("like with backslash", "a\\b", "City LIKE '%\\%'", true);
+        row("like with bracket", "a[b", "City LIKE 'A[%'", true);
+        row("a bracket is no class", "ab", "City LIKE 'a[b]'", false);
         row("in a list", "Leeds", "City IN ('york', 'LEEDS')", true);
         row("not equal", "Leeds", "City <> 'LEEDS'", false);
         row("greater", "b", "City > 'A'", true);
@@ -164,6 +166,24 @@ private slots:
         QCOMPARE(TestDatabase::Rows(sql % u" OR City = 'none') ORDER BY City ASC"), QStringList{u"b"_qs});
     }
 
+    /// What an update moves about in a server's heap does not show.
+    void rowsComeInKeyOrder()
+    {
+        for (const QString &name : {u"c"_qs, u"a"_qs, u"b"_qs})
+            TestDatabase::Run({InsertCity(name)});
+        TestDatabase::Run({"UPDATE City SET ReferenceID = 'x' WHERE City = 'c'"});
+        QCOMPARE(Read("SELECT City FROM City WHERE City_ID > 1"), u"c a b"_qs);
+        QCOMPARE(Read("SELECT TOP 1 City FROM City WHERE City_ID > 1"), u"c"_qs);
+        QStringList towns;
+        const auto take = [&](const Recordset &rows, int) {
+            for (const Recordset::Row row : rows)
+                towns.append(row.Text(u"City"));
+            return true;
+        };
+        QVERIFY(gConnection.ReadInPieces(u"SELECT City FROM City WHERE City_ID > 1"_qs, take));
+        QCOMPARE(towns.join(u' '), u"c a b"_qs);
+    }
+
     void nestedReadsAndWrites()
     {
         for (int i = 0; i < 20; ++i)
@@ -211,7 +231,7 @@ private slots:
         QVERIFY(gConnection.ReadInPieces(sql, take));
         QCOMPARE(towns, TestDatabase::Rows(sql));
         QCOMPARE(towns.size(), 2000);
-        QVERIFY(pieces > 2);
+        QCOMPARE(pieces > 2, gConnection.Kind() != DatabaseKind::SqlServer); // it hands over all at once
 
         // The first refusal ends it, and a result without rows is handed over once.
         int calls = 0;

@@ -45,8 +45,27 @@ private slots:
     {
         BreakSession();
         QVERIFY(!gConnection.OpenRecordset("SELECT * FROM City"));
-        QVERIFY(!gConnection.Errors().first().description.isEmpty());
+        const QString told = gConnection.Errors().first().description;
+        QVERIFY2(told.startsWith(u"The connection to the server was lost"_qs), qPrintable(told));
         QVERIFY2(gConnection.OpenRecordset("SELECT * FROM City"), "the next statement connects anew");
+    }
+
+    /// A database that was set up to take a backslash for an escape would let a typed text end early.
+    void settingsOfTheDatabaseDoNotCount()
+    {
+        const QString alter = u"ALTER DATABASE "_qs % TestDatabase::Value("SELECT current_database()");
+        TestDatabase::Run({alter % u" SET standard_conforming_strings = off",
+                           alter % u" SET extra_float_digits = 0", alter % u" SET lock_timeout = 0"});
+        const bool reconnected = m_database->Reconnect();
+        TestDatabase::Run({alter % u" RESET ALL",
+                           u"INSERT INTO Users (UserName, Password) VALUES ('Ann', 'x')"_qs,
+                           u"INSERT INTO Transactions (MoneyPaid) VALUES (0.1234567890123456)"_qs});
+        QVERIFY(reconnected);
+        QCOMPARE(TestDatabase::Value("SELECT COUNT(*) FROM Users WHERE UserName = '\\' AND "
+                                     "Password = ' OR 1=1 --'"),
+                 u"0"_qs);
+        QCOMPARE(TestDatabase::Value("SELECT MoneyPaid FROM Transactions"), u"0.1234567890123456"_qs);
+        QCOMPARE(TestDatabase::Value("SHOW lock_timeout"), u"10s"_qs);
     }
 
     /// What a group had not committed is gone with the server, and the group says so.

@@ -1,4 +1,5 @@
 #include "platform/SqlDialect.h"
+#include "platform/SqlKeyOrder.h"
 #include "platform/SqlShape.h"
 #include "support/TestTable.h"
 
@@ -107,6 +108,53 @@ private slots:
         SqlTokens tokens;
         QCOMPARE(tokens.Read(sql), SqlFault::None);
         QCOMPARE(SqlFor(SqlDialect::File, tokens).replace(u"- 9"_qs, u"-9"_qs), expected);
+        QCOMPARE(SqlFor(SqlDialect::SqlServer, tokens).replace(u"- 9"_qs, u"-9"_qs), expected);
+    }
+
+    /// SQL Server gives up on longer lists.
+    void longListsInBatches()
+    {
+        QStringList terms;
+        for (int i = 0; i < 2500; ++i)
+            terms << QString(u"A = " % QString::number(i));
+        const QString sql = u"SELECT B FROM T WHERE ("_qs % terms.join(u" OR "_qs) % u')';
+        SqlTokens tokens;
+        QCOMPARE(tokens.Read(sql), SqlFault::None);
+        const QString sent = SqlFor(SqlDialect::SqlServer, tokens);
+        QVERIFY(sent.startsWith(u"SELECT B FROM T WHERE (A IN ( 0, 1,"_qs) && sent.endsWith(u" 2499))"_qs));
+        QVERIFY(sent.contains(u" 999) OR A IN ( 1000,"_qs) && sent.contains(u" 1999) OR A IN ( 2000,"_qs));
+        QCOMPARE(sent.count(u','), 2500 - 3);
+    }
+
+    /// `ordered`: whether the query gets the key's, "c.id".
+    void keyOrder_data()
+    {
+        const TestTable<QString, bool> row{"sql", "ordered"};
+        row("all rows", "SELECT * FROM City", true);
+        row("some", "SELECT City, [x] FROM [city] WHERE (A = 1 OR B IN (SELECT A FROM T ORDER BY A))", true);
+        row("the first", "SELECT TOP 1 City FROM City WHERE A = 1", true);
+        row("ordered", "SELECT City FROM City WHERE A = 1 ORDER BY City", false);
+        row("counted", "SELECT COUNT(*) FROM City", false);
+        row("each once", "SELECT DISTINCT City FROM City", false);
+        row("grouped", "SELECT A FROM City WHERE A = 1 GROUP BY A", false);
+        row("two tables", "SELECT * FROM City, County", false);
+        row("joined", "SELECT * FROM City INNER JOIN County ON A = B", false);
+        row("two queries", "SELECT A FROM City WHERE A = 1 UNION SELECT A FROM City", false);
+        row("no key", "SELECT * FROM Ref", false);
+        row("no rows", "DELETE FROM City", false);
+        row("no table", "SELECT 1", false);
+        row("cut short", "SELECT A FROM", false);
+    }
+    void keyOrder()
+    {
+        QFETCH(QString, sql);
+        SqlTokens tokens;
+        tokens.Read(sql);
+        const QString order = KeyOrder(tokens, {{u"city"_qs, u"c.id"_qs}});
+        QTEST(!order.isEmpty(), "ordered");
+        const bool isFirst = sql.contains(u"TOP"_qs);
+        QVERIFY(!isFirst ||
+                SqlFor(SqlDialect::PostgreSql, tokens, order).endsWith(u" ORDER BY c.id LIMIT 1"));
     }
 
     void refused()

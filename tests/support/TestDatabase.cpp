@@ -2,6 +2,7 @@
 
 #include "core/Session.h"
 #include "database/BlankTemplate.h"
+#include "platform/ColumnTypes.h"
 #include "platform/Directories.h"
 #include "platform/FileDatabase.h"
 
@@ -146,6 +147,12 @@ TestDatabase::~TestDatabase()
 bool TestDatabase::IsOnServer()
 {
     return qEnvironmentVariable("VELTRANE_TEST_BACKEND") == u"postgresql"_qs;
+}
+
+bool TestDatabase::HasSizedTexts()
+{
+    const auto rows = gConnection.OpenRecordset(u"SELECT City FROM City WHERE City_ID = 0"_qs);
+    return rows && rows->Column(0).definedSize < ColumnTypes::unlimitedSize;
 }
 
 bool TestDatabase::Reconnect() const

@@ -18,6 +18,8 @@ public:
     TestDatabase &operator=(const TestDatabase &) = delete;
 
     static bool IsOnServer();
+    /// Whether its columns of texts refuse what is longer than they are.
+    static bool HasSizedTexts();
     /// The program's directory.
     QString Directory() const { return m_directory.path(); }
     /// The text that the session is connected with; a second connection is another workstation.
