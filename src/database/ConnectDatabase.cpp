@@ -40,10 +40,12 @@ bool GeneralFailure()
     return false;
 }
 
+bool Connect(bool retry, bool knowsLogon);
+
 bool TryStoredCredential()
 {
     FetchSessionCredential();
-    if (!ConnectDatabase(true))
+    if (!Connect(true, true))
         return false;
     gDialogResult = 1;
     return true;
@@ -55,7 +57,7 @@ bool AskForCredential(const QString &message)
     gDialogResult = 0;
     Dialogs::Installed().databaseLogon();
     // A data source goes through the store again, a direct connection straight to the next question.
-    return gDialogResult == 1 && ConnectDatabase(!gDBQUseODBC);
+    return gDialogResult == 1 && Connect(!gDBQUseODBC, true);
 }
 
 /// After a failed open: the first error's native number tells whether a password is missing.
@@ -110,8 +112,11 @@ QString SourceText(const QString &credentials)
     return u"ODBC;DATABASE=" % gDBQName % credentials % u";DSN=" % gDBQName % u";EXCLUSIVE=00";
 }
 
-bool ConnectSource(bool retry)
+/// The text of a server's source is the same for everybody. `knowsLogon`: gDBUser and gDBPassword are the
+/// store's or the user's answer to its refusal, and not those of another database.
+bool ConnectSource(bool retry, bool knowsLogon)
 {
+    const ServerLogon logon = knowsLogon ? ServerLogon{gDBUser, gDBPassword} : ServerLogon{};
     while (!gDBQName.isEmpty()) {
         if (DSNMissing(gDBQName) && !RegisterVanishedSource())
             return false;
@@ -125,7 +130,7 @@ bool ConnectSource(bool retry)
             gDBQFilename = DSNDatabase(gDBQName);
         const QString credentials =
             gDBQType == fileType ? QString(u";PWD=" % gDBPassword) : QStringLiteral(";UID=sa;PWD=");
-        if (!gConnection.Open(SourceText(credentials)))
+        if (!gConnection.Open(SourceText(credentials), logon))
             return OnFailedOpen(retry);
         if (gDBQType == serverType || !CorrectedSourceFile()) {
             TakePasswordOfConnection();
@@ -154,14 +159,19 @@ bool ConnectDirectly(bool retry)
         TakePasswordOfConnection();
     return BroughtUpToDate();
 }
+
+bool Connect(bool retry, bool knowsLogon)
+{
+    const bool connected = gDBQUseODBC ? ConnectSource(retry, knowsLogon) : ConnectDirectly(retry);
+    if (!connected)
+        gConnection.Close();
+    return connected;
+}
 } // namespace
 
 bool ConnectDatabase(bool retry)
 {
-    const bool connected = gDBQUseODBC ? ConnectSource(retry) : ConnectDirectly(retry);
-    if (!connected)
-        gConnection.Close();
-    return connected;
+    return Connect(retry, false);
 }
 
 QString ConnectionStringValue(const QString &key)

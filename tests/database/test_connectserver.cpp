@@ -1,5 +1,6 @@
 #include "core/Session.h"
 #include "database/ConnectDatabase.h"
+#include "database/CredentialStore.h"
 #include "database/MiscODBC.h"
 #include "platform/Dialogs.h"
 #include "support/Files.h"
@@ -8,20 +9,24 @@
 
 #include <QTest>
 
+#include <utility>
+
 namespace
 {
-/// Registers a data source like the test's own, with one entry changed.
-void AddSource(const QString &name, const QString &entry, const QString &value)
+/// Registers a data source like the test's own, with one entry changed, and gives that entry's own value.
+QString AddSource(const QString &name, const QString &entry, const QString &value)
 {
+    QString own;
     const QString file = qEnvironmentVariable("ODBCINI");
     const QString all = QString::fromUtf8(ContentOf(file));
     QStringList lines = all.mid(all.indexOf(u'[' % gDBQName % u']')).section(u'[', 1, 1).split(u'\n');
     lines.first() = u'[' % name % u']';
     for (QString &line : lines) {
         if (line.startsWith(entry % u'='))
-            line = entry % u'=' % value;
+            own = std::exchange(line, entry % u'=' % value).section(u'=', 1);
     }
     WriteFile(file, QString(all % u'\n' % lines.join(u'\n')).toUtf8());
+    return own;
 }
 } // namespace
 
@@ -43,6 +48,31 @@ private slots:
         QCOMPARE(gDBPassword, QString());
         QCOMPARE(GetDBVersion(), 3.0);
         QCOMPARE(DatabaseTitle(), u" using PostgreSQL with Datasource [" % catalogue % u"] via ODBC");
+    }
+
+    /// What was asked for is used at once, and stored so that nobody is asked again.
+    void AsksOnceForALogon()
+    {
+        TestDatabase database;
+        const QString right = AddSource(u"unknown"_qs, u"Password"_qs, u"wrong"_qs);
+        gDBQName = u"unknown"_qs;
+        int asked = 0;
+        Dialogs::Hooks hooks;
+        hooks.msgBox = [](auto &&...) { return Dialogs::Answer::Ok; };
+        hooks.databaseLogon = [&] {
+            ++asked;
+            gDBUser = u"sa"_qs;
+            gDBPassword = right;
+            gDialogResult = 1;
+        };
+        std::swap(Dialogs::Installed(), hooks);
+        const bool connected = ConnectDatabase(false);
+        const QString password = gDBPassword;
+        const bool again = StoreSessionCredential() && ConnectDatabase(false);
+        std::swap(Dialogs::Installed(), hooks);
+        QVERIFY(connected && again);
+        QCOMPARE(password, right);
+        QCOMPARE(asked, 1);
     }
 
     void TellsWhyAServerCannotBeReached_data()
