@@ -270,7 +270,7 @@ bool OdbcEngine::TakeLock(const QString &key, bool waits, bool &isFree, EngineEr
     Recordset answer;
     if (!Read(LockText(m_kind, key, waits), answer, errors))
         return false;
-    isFree = !answer.IsEmpty() && answer.First().Long(u"got") == 1;
+    isFree = !answer.IsEmpty() && answer.First().Long(0) == 1;
     if (isFree)
         m_locks.insert(key);
     else if (waits)

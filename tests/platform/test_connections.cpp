@@ -1,6 +1,7 @@
 #include "platform/Connection.h"
 #include "platform/FileDatabase.h"
 #include "platform/LogonServer.h"
+#include "platform/OneStep.h"
 #include "support/OwnDataSources.h"
 #include "support/TestTable.h"
 
@@ -149,7 +150,9 @@ private slots:
     /// What SQL Server gets for what the system says.
     void statementsForSqlServer()
     {
-        LogonServer server(Done);
+        LogonServer server([](const QString &sql) {
+            return sql.contains(u"sp_getapplock"_qs) ? LogonServer::Reply{{1}} : LogonServer::Reply{};
+        });
         {
             Connection connection;
             QVERIFY(connection.Open(ServerText(server, u"clerk"_qs)));
@@ -158,14 +161,24 @@ private slots:
             QVERIFY(connection.OpenRecordset(u"SELECT * FROM T WHERE A LIKE '[x]_%'"_qs));
             QVERIFY(connection.Execute(u"DELETE FROM Ref"_qs) && group.Undo());
         }
+        {
+            Connection connection;
+            QVERIFY(connection.Open(ServerText(server, u"clerk"_qs)));
+            OneStep step(connection, u"City"_qs);
+            QVERIFY(step.HasBegun() && connection.Execute(u"DELETE FROM City"_qs) && step.Keep());
+        }
         server.Wait();
         QVERIFY(server.statements.value(0).contains(u"SET LOCK_TIMEOUT 10000"_qs));
         QVERIFY(server.statements.value(0).contains(u"SET TEXTSIZE 2147483647"_qs));
         QVERIFY(server.statements.value(1).contains(u"sys.indexes"_qs));
-        QCOMPARE(server.statements.mid(2),
+        QCOMPARE(server.statements.mid(2, 7),
                  QStringList({u"BEGIN TRANSACTION"_qs, u"CREATE TABLE [Version] (DBVersion FLOAT)"_qs,
                               u"COMMIT TRANSACTION"_qs, u"SELECT * FROM T WHERE A LIKE '[[]x]_%'"_qs,
                               u"BEGIN TRANSACTION"_qs, u"DELETE FROM Ref"_qs, u"ROLLBACK TRANSACTION"_qs}));
+        QCOMPARE(server.statements.value(11), u"BEGIN TRANSACTION"_qs);
+        QVERIFY(server.statements.value(12).contains(
+            u"sp_getapplock @Resource = N'City', @LockMode = 'Exclusive', @LockOwner = 'Transaction'"_qs));
+        QCOMPARE(server.statements.mid(13), QStringList({u"DELETE FROM City"_qs, u"COMMIT TRANSACTION"_qs}));
     }
 
     void failuresOfSqlServer_data()
