@@ -39,6 +39,7 @@ public:
 private:
     LineValues ValuesOf() const;
     void Write(const LineValues &values);
+    qint64 AddUnlessThere(const LineValues &values);
     void Update(const LineValues &values, qint64 key);
     bool MayUpdate(const LineValues &values);
 
@@ -86,18 +87,28 @@ void ImportRun::Update(const LineValues &values, qint64 key)
 
 void ImportRun::Write(const LineValues &values)
 {
+    // Another workstation may import the same people, or type them.
+    const qint64 same = InOneStep(m_table, [&] { return AddUnlessThere(values); });
+    if (same > 0)
+        Update(values, same);
+}
+
+/// The key of the row that the line is to update; 0 where the line was added or stands there as it is.
+qint64 ImportRun::AddUnlessThere(const LineValues &values)
+{
     if (HasRow(SelectKey(m_keyColumn, m_table, values.FullTest()))) {
         ++m_counts.skipped;
-        return;
+        return 0;
     }
     const QString identity = values.IdentityTest();
     if (!identity.isEmpty()) {
         const Recordset same = OpenRecordset(SelectKey(m_keyColumn, m_table, identity));
         if (!same.IsEmpty())
-            return Update(values, same.First().Long(m_keyColumn));
+            return same.First().Long(m_keyColumn);
     }
     Execute(u"INSERT INTO " % m_table % u" (" % values.Columns() % u") VALUES (" % values.Values() % u")");
     ++m_counts.imported;
+    return 0;
 }
 
 void ImportRun::TakeLine()

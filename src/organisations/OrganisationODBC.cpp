@@ -1,9 +1,7 @@
 #include "organisations/OrganisationODBC.h"
 
-#include "core/Session.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
-#include "platform/Connection.h"
 
 namespace
 {
@@ -52,16 +50,16 @@ bool ADO_Organisation_CheckCharswithContact(int organRef, int contactRef)
 bool ADO_Organisation_AddSingleContactConcession(int organRef, int contactRef)
 {
     return Reported("ADO_Organisation_AddSingleContactConcession", false, [&] {
-        WriteGroup group(gConnection);
-        for (const Recordset::Row row : OpenCharacteristics(organRef)) {
-            const QString concessionRef = row.Text(u"ConcessionRef");
-            Execute(u"DELETE FROM ContactConcession WHERE ContactRef = " % SqlNumber(contactRef) %
-                    u" AND ConcessionRef = " % concessionRef);
-            Execute(u"INSERT INTO ContactConcession (ContactRef,ConcessionRef) VALUES (" %
-                    SqlNumber(contactRef) % u',' % concessionRef % u')');
-        }
-        EndRows(group);
-        return true;
+        return InOneStep(QStringLiteral("Contacts"), [&] {
+            for (const Recordset::Row row : OpenCharacteristics(organRef)) {
+                const QString concessionRef = row.Text(u"ConcessionRef");
+                Execute(u"DELETE FROM ContactConcession WHERE ContactRef = " % SqlNumber(contactRef) %
+                        u" AND ConcessionRef = " % concessionRef);
+                Execute(u"INSERT INTO ContactConcession (ContactRef,ConcessionRef) VALUES (" %
+                        SqlNumber(contactRef) % u',' % concessionRef % u')');
+            }
+            return true;
+        });
     });
 }
 
