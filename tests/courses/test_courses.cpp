@@ -3,6 +3,7 @@
 #include "courses/CourseModule.h"
 #include "enrolment/School.h"
 #include "support/ScriptedDialogs.h"
+#include "support/SeenElsewhere.h"
 #include "support/StatementLog.h"
 #include "support/TestTable.h"
 
@@ -170,6 +171,27 @@ private slots:
         ADO_Course_ShowCourse(view, course);
         QCOMPARE(view.used.Count(), 2);
         QVERIFY(view.used.Contains("?9"));
+    }
+
+    /// Another workstation sees the course of before until it can see all of the one after.
+    void StoredAndDeletedInOnePiece()
+    {
+        ListModel list;
+        list.Fill({{"?7", {}}, {"?9", {}}});
+        const int course = Course_Save(Course("A", {}), list, TreeModel()).key;
+        QVERIFY(Course_Save(Course("A", {}, course), list, TreeModel()).isWhole);
+        const auto seen = [&](const QString &table, auto &&work) {
+            return SeenElsewhere(
+                *m_database, u"SELECT COUNT(*) FROM " % table % u" WHERE CourseRef = " % SqlNumber(course),
+                work);
+        };
+        list.Remove(0);
+        const auto store = [&] { QVERIFY(Course_Save(Course("B", {}, course), list, TreeModel()).isWhole); };
+        QCOMPARE(seen("CourseChar", store), QSet<QString>{"2"});
+        QCOMPARE(seen("CoursesRelationships", store), QSet<QString>{"1"});
+        const auto remove = [course] { QVERIFY(ADO_Course_DeleteCourse(course)); };
+        QCOMPARE(seen("CourseChar", remove), QSet<QString>{"1"});
+        QCOMPARE(TestDatabase::Rows("SELECT * FROM CourseChar").size(), 0);
     }
 
     void LinksToFolders()

@@ -7,6 +7,7 @@
 #include "organisations/OrganisationODBC.h"
 #include "organisations/OrganisationSave.h"
 #include "support/ScriptedDialogs.h"
+#include "support/SeenElsewhere.h"
 #include "support/StatementLog.h"
 
 #include <QRegularExpression>
@@ -92,6 +93,7 @@ private slots:
     void OwnedByAnother_data();
     void OwnedByAnother();
     void OrderOfASave();
+    void StoredAndDeletedInOnePiece();
     void CharacteristicsSpread();
     void AnsweredForAll();
     void DeletedWhileAsked();
@@ -308,6 +310,20 @@ void TestOrganisations::OrderOfASave()
                                       u"UPDATE Venues SET OrganRef = 1 WHERE OrganRef = " % a,
                                       u"UPDATE Venues SET OrganRef = " % a % u" WHERE VenueRef = " % hall,
                                       u"SELECT ConcessionRef FROM OrganChars WHERE OrganRef = " % a}));
+}
+
+/// Another workstation never sees its people without it, nor half of it deleted.
+void TestOrganisations::StoredAndDeletedInOnePiece()
+{
+    const int acme = Organisation_Add(Company("Acme"));
+    for (const char *name : {"A", "B", "C"})
+        Employee("Ann", name, acme);
+    const QString people = u"SELECT COUNT(*) FROM Contacts WHERE OrganRef = " % SqlNumber(acme);
+    Lists lists(acme);
+    QCOMPARE(SeenElsewhere(m->database, people, [&] { QVERIFY(lists.Store()); }), QSet<QString>{"3"});
+    QCOMPARE(SeenElsewhere(m->database, people, [&] { QVERIFY(Organisation_Delete(acme)); }),
+             QSet<QString>{"3"});
+    QCOMPARE(Rows("Contacts WHERE OrganRef > 1"), 0);
 }
 
 void TestOrganisations::CharacteristicsSpread()
