@@ -5,8 +5,8 @@
 
 #include <optional>
 
-/// The text of a file that some editor saved: by its byte-order mark, or by the form of `first`, the character
-/// that the file is known to begin with; else as UTF-8; else as windows-1252.
+/// The text of a file that some editor saved: by its byte-order mark, or by the form of `first`, the
+/// character that the file is known to begin with; else as UTF-8; else as windows-1252.
 QString TextOf(const QByteArray &bytes, char16_t first = 0);
 
 /// A line "[key]=value" of a settings file or a map.
