@@ -128,7 +128,9 @@ private slots:
     {
         TestDatabase::Run(
             {"INSERT INTO Transactions (CourseRef, DateTrn, MoneyPaid, ChequePaid, CCardPaid, "
-             "VouchersPaid, ReceiptNo) VALUES (-7, 20050322, 1234567.89, 0.1, -3, 1000000, '')",
+             "VouchersPaid, ReceiptNo, ContactRef, Vouchers1Label) VALUES (-7, 20050322, 1234567.89, 0.1, "
+             "-3, "
+             "1000000, '', NULL, NULL)",
              "INSERT INTO Organisations (OrganName, ReferenceID, Board) VALUES ('Body', 'B', 1)",
              "INSERT INTO GroupNames (Name, LinkRef) VALUES ('g', '5')",
              "INSERT INTO Venues (Description, ReferenceID) VALUES ('Hall', 'H')"});
