@@ -1,6 +1,7 @@
 #include "forms/StandardDialogs.h"
 
 #include "enrolment/frmPercent.h"
+#include "forms/frmConflict.h"
 #include "platform/Dialogs.h"
 
 #include <QApplication>
@@ -169,6 +170,7 @@ void InstallStandardDialogs()
     hooks.saveFile = [](const Dialogs::FileQuestion &q) { return ChooseFile(q, QFileDialog::AcceptSave); };
     hooks.chooseColour = AskColour;
     hooks.selectCourses = frmPercent::Choose;
+    hooks.settleChanges = frmConflict::Settle;
     hooks.serveEvents = [] { QApplication::processEvents(); };
     hooks.keepPainting = [] {
         QApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);

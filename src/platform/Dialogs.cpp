@@ -56,6 +56,12 @@ std::optional<int> Dialogs::ChooseColour(int colour)
     return Installed().chooseColour(colour);
 }
 
+bool Dialogs::SettleChanges(const QString &what, QList<FieldChange> &changes)
+{
+    LetGoOfDatabase();
+    return Installed().settleChanges(what, changes);
+}
+
 void Dialogs::ServeEvents()
 {
     if (Installed().serveEvents)

@@ -26,6 +26,16 @@ struct FileQuestion {
     QString defaultExtension; ///< without the point; added to a name that has none
 };
 
+/// A field of a record that was changed on the screen, by another workstation since, or by both.
+struct FieldChange {
+    QString field;
+    QString yours;
+    QString theirs;
+    bool isChangedHere = false;
+    bool isChangedElsewhere = false;
+    bool takesTheirs = false; ///< which of the two is kept
+};
+
 /// The real implementations. Each entry must be set before the first question.
 struct Hooks {
     std::function<Answer(const QString &text, const QString &title, Buttons, Icon, Answer defaultAnswer)>
@@ -40,6 +50,9 @@ struct Hooks {
         registerDatabase;
     /// `frmPercent`, modal, on a list of course titles; gives the positions that were selected.
     std::function<QList<int>(const QStringList &titles)> selectCourses;
+    /// `frmConflict`, modal, on the changes of a record (`what` is "contact"): which of the two is kept of
+    /// each. False where the user goes back to the record.
+    std::function<bool(const QString &what, QList<FieldChange> &changes)> settleChanges;
     /// Lets the window live in a long loop.
     std::function<void()> serveEvents;
     /// Paints the windows while something outside is waited for; what the user does meanwhile waits too.
@@ -71,6 +84,8 @@ QString OpenFile(const FileQuestion &question);
 QString SaveFile(const FileQuestion &question);
 /// A colour as a red-green-blue integer (0xRRGGBB), starting on `colour`; nothing when cancelled.
 std::optional<int> ChooseColour(int colour);
+/// Asks which side is kept where two workstations changed a record; the group that runs is committed first.
+bool SettleChanges(const QString &what, QList<FieldChange> &changes);
 void ServeEvents();
 void KeepPainting();
 } // namespace Dialogs

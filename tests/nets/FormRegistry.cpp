@@ -35,6 +35,7 @@
 #include "exchange/frmCheckFile.h"
 #include "exchange/frmExportWiz.h"
 #include "exchange/frmImportWiz.h"
+#include "forms/frmConflict.h"
 #include "organisations/frmAddOrg.h"
 #include "organisations/frmAwardBoard.h"
 #include "organisations/frmOrganisations.h"
@@ -183,6 +184,9 @@ const std::vector<FormEntry> &FormRegistry()
          QStringLiteral("U")},
         {QStringLiteral("frmChangeMap"), [] { return OpenOnImport<frmChangeMap>(0); }},
         {QStringLiteral("frmCheckFile"), [] { return OpenOnImport<frmCheckFile>(); }},
+        {QStringLiteral("frmConflict"),
+         Open<frmConflict>(QStringLiteral("contact"),
+                           QList<Dialogs::FieldChange>{{"Fax", "01904 1", "01904 2", true, true}})},
         {QStringLiteral("frmContact"), Open<frmContact>(), {}, searchOfPeople},
         {QStringLiteral("frmAwardBoard"), Open<frmAwardBoard>()},
         {QStringLiteral("frmContactMain"), Open<frmContactMain>()},

@@ -59,6 +59,9 @@ ScriptedDialogs::ScriptedDialogs()
     };
     hooks.openFile = [this](const Dialogs::FileQuestion &question) { return OnFile(question.title); };
     hooks.saveFile = hooks.openFile;
+    hooks.settleChanges = [this](const QString &what, QList<Dialogs::FieldChange> &changes) {
+        return OnChanges(what, changes);
+    };
 }
 
 ScriptedDialogs::~ScriptedDialogs()
@@ -68,6 +71,8 @@ ScriptedDialogs::~ScriptedDialogs()
         Fail(u"Box never came: [" % box.title % u"] " % box.text);
     for (const File &file : m_files)
         Fail(u"File chooser never came: " % file.title);
+    for (const Changes &changes : m_changes)
+        Fail(u"Changes never came: " % changes.changes.join(u" | "));
 }
 
 void ScriptedDialogs::Expect(const QString &title, const QString &text, Dialogs::Answer answer)
@@ -84,6 +89,28 @@ void ScriptedDialogs::ExpectFailure()
 void ScriptedDialogs::ExpectFile(const QString &title, const QString &file)
 {
     m_files.push_back({title, file});
+}
+
+void ScriptedDialogs::ExpectChanges(const QString &what, const QStringList &changes,
+                                    const std::optional<QStringList> &theirs)
+{
+    m_changes.push_back({what, changes, theirs});
+}
+
+bool ScriptedDialogs::OnChanges(const QString &what, QList<Dialogs::FieldChange> &changes)
+{
+    QStringList came;
+    for (const Dialogs::FieldChange &change : changes)
+        came.append(change.field % u": " % change.yours % u" / " % change.theirs);
+    const Changes expected = m_changes.empty() ? Changes{} : m_changes.front();
+    if (!m_changes.empty())
+        m_changes.pop_front();
+    if (expected.what != what || expected.changes != came)
+        Fail(u"Expected changes of " % expected.what % u": " % expected.changes.join(u" | ") %
+             u"\n   but came of " % what % u": " % came.join(u" | "));
+    for (Dialogs::FieldChange &change : changes)
+        change.takesTheirs = expected.theirs && expected.theirs->contains(change.field);
+    return expected.theirs.has_value();
 }
 
 Dialogs::Answer ScriptedDialogs::OnBox(const QString &text, const QString &title)
