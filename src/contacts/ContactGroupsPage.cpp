@@ -125,11 +125,12 @@ void ContactGroupsPage::ForgetGroup()
 {
     ForgetChoice();
     m_members.Clear();
+    m_seen = {};
 }
 
 bool ContactGroupsPage::LeaveOutDeleted()
 {
-    const int groupRef = ChangedGroup();
+    const int groupRef = Changed().groupRef;
     if (groupRef == 0)
         return true;
     const int living = Group_LeaveOutDeleted(groupRef, m_members);
@@ -142,6 +143,7 @@ void ContactGroupsPage::ShowStored()
 {
     m_changed = false;
     ADO_Contact_ShowGroup_Tree(KeyNumber(m_contact.key), m_tree);
+    Group_TellElsewhere(m_seen);
 }
 
 void ContactGroupsPage::Clear()
@@ -195,6 +197,8 @@ void ContactGroupsPage::ShowGroup()
     // Members that could not be read would be lost by the next write.
     if (living < 1 || !ADO_Contact_ShowGroup(groupRef, m_members))
         ForgetGroup();
+    else
+        m_seen.See(m_members);
 }
 
 void ContactGroupsPage::ForgetChoice()
@@ -219,8 +223,9 @@ bool ContactGroupsPage::OfferToStore()
 bool ContactGroupsPage::StoreMembers(int groupRef)
 {
     int stored = 0;
-    const bool finished = ProgressBox::Run(
-        this, groupings, [&](Progress &progress) { stored = Group_Update(groupRef, m_members, progress); });
+    const bool finished = ProgressBox::Run(this, groupings, [&](Progress &progress) {
+        stored = Group_Update(groupRef, m_members, m_seen, progress);
+    });
     if (stored < 0) {
         if (!finished)
             Dialogs::MsgBox(
@@ -315,8 +320,8 @@ void ContactGroupsPage::OpenContacts(const QStringList &keys)
     }
     if (gDialogResult > 0) {
         ADO_Contact_ShowGroup_Tree(KeyNumber(m_contact.key), m_tree);
-        if (m_groupRef > 0 && !m_changed)
-            ADO_Contact_ShowGroup(m_groupRef, m_members);
+        if (m_groupRef > 0 && !m_changed && ADO_Contact_ShowGroup(m_groupRef, m_members))
+            m_seen.See(m_members);
     }
     gDialogResult = 0;
 }

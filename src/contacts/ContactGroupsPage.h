@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contacts/ContactSave.h"
 #include "controls/ComboModel.h"
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
@@ -29,8 +30,8 @@ public:
     void SetContact(int contactRef, const QString &name);
     /// Chooses no group: what was done to its members and not written is dropped.
     void ForgetGroup();
-    /// The group whose members were changed and not written yet; 0 = none.
-    int ChangedGroup() const { return m_changed ? std::max(m_names.CurrentData(), 0) : 0; }
+    /// The group whose members were changed and not written yet.
+    ChangedGroup Changed() { return {m_changed ? std::max(m_names.CurrentData(), 0) : 0, m_members, m_seen}; }
     /// Takes out of the changed members who was deleted, and forgets a group that was; the user is told.
     /// False on an error.
     bool LeaveOutDeleted();
@@ -39,7 +40,6 @@ public:
     void Clear();
     void SetLocked(bool locked);
 
-    ListModel &Members() { return m_members; }
     ListModel &GroupList() { return m_people; }
     TreeModel &GroupTree() { return m_tree; }
 
@@ -76,6 +76,7 @@ private:
     ComboModel m_names;
     ListModel m_people;
     ListModel m_members;
+    SeenMembers m_seen;
     TreeModel m_tree;
     ListItem m_contact;     ///< the person whose tab it is
     int m_typeRef = 0;      ///< the type whose groups are listed

@@ -14,19 +14,6 @@
 
 namespace
 {
-ContactRecord Safe(ContactRecord record)
-{
-    QString *const texts[] = {
-        &record.forename,    &record.surname,   &record.addr1,     &record.addr2,     &record.addr3,
-        &record.addr4,       &record.postcode,  &record.telEve,    &record.telDay,    &record.telExt,
-        &record.fax,         &record.email,     &record.url,       &record.notes,     &record.jobTitle,
-        &record.referenceId, &record.altRef[0], &record.altRef[1], &record.altRef[2], &record.altRef[3],
-    };
-    for (QString *text : texts)
-        *text = SqlSafeText(*text);
-    return record;
-}
-
 const std::array<ContactSectionInfo, 11> &Sections()
 {
     static const std::array<ContactSectionInfo, 11> sections = {{
@@ -58,7 +45,6 @@ int RowOfName(const ComboModel &list, const QString &name)
     return -1;
 }
 
-const QString personExists = QStringLiteral("Contact already exists in database.");
 const QString itemExists = QStringLiteral("Item already exists in database.");
 const QString concessionExists = QStringLiteral("Concession already exists in database.");
 } // namespace
@@ -71,17 +57,6 @@ const ContactSectionInfo &ContactSectionOf(ContactSection code)
 std::span<const ContactSectionInfo> ContactSections()
 {
     return std::span(Sections()).subspan(1);
-}
-
-int Contact_Add(const ContactRecord &record)
-{
-    return TellDuplicate(ADO_Contact_AddContact(Safe(record)), personExists, QStringLiteral("Add Contact"));
-}
-
-int Contact_Update(int contactRef, const ContactRecord &record)
-{
-    return TellDuplicate(ADO_Contact_UpdateContact(contactRef, Safe(record)), personExists,
-                         QStringLiteral("Update Contact"));
 }
 
 void Contact_Show(ContactView &view, int contactRef)

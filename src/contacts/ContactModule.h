@@ -1,6 +1,6 @@
 #pragma once
 
-#include "contacts/ContactRecord.h"
+#include "contacts/ContactVersion.h"
 #include "controls/ListModel.h"
 #include "database/GlobalCode.h"
 #include "database/ReadRow.h"
@@ -44,11 +44,6 @@ const ContactSectionInfo &ContactSectionOf(ContactSection code);
 /// Every section with a caption of its own, in the order of the numbers.
 std::span<const ContactSectionInfo> ContactSections();
 
-/// Adds a person as typed. The new ContactRef; 0, after telling the user, where the person exists; -1 on an
-/// error.
-int Contact_Add(const ContactRecord &record);
-/// Writes a person as typed; results as of Contact_Add.
-int Contact_Update(int contactRef, const ContactRecord &record);
 void Contact_Show(ContactView &view, int contactRef);
 /// True if the person still exists; false on an error.
 bool Contact_Check(int contactRef);

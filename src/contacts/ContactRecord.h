@@ -32,4 +32,6 @@ struct ContactRecord {
     QString jobTitle;
     QString referenceId;
     std::array<QString, 4> altRef;
+
+    bool operator==(const ContactRecord &) const = default;
 };

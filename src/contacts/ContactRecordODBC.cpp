@@ -90,10 +90,20 @@ ContactRecord ReadContact(const Recordset::Row &row)
     return record;
 }
 
-bool ShowAttributes(TreeModel &tree, int contactRef)
+Recordset OpenContact(int contactRef)
 {
-    return ADO_CustomAttrib_Show(tree, AttribSection::contacts) &&
-           ADO_CustomAttrib_Get(tree, contactRef, AttribSection::contacts);
+    return OpenRecordset(u"SELECT * FROM Contacts WHERE ContactRef = " % SqlNumber(contactRef));
+}
+
+/// What a save of the person writes again. False where the lists are not whole.
+bool ShowLists(int contactRef, ListModel &available, ListModel &used, TreeModel &attributes, ListModel &roles)
+{
+    return ShowCharacteristics(available, used,
+                               u"SELECT ConcessionRef FROM ContactConcession WHERE ContactRef = " %
+                                   SqlNumber(contactRef)) &&
+           ADO_CustomAttrib_Show(attributes, AttribSection::contacts) &&
+           ADO_CustomAttrib_Get(attributes, contactRef, AttribSection::contacts) &&
+           ADO_Contact_GetRoles(contactRef, roles);
 }
 } // namespace
 
@@ -123,8 +133,7 @@ void ADO_Contact_ShowContact(ContactView &view, int contactRef)
 {
     Reported("ADO_Contact_ShowContact", [&] {
         view.ShowLoading(QStringLiteral("Loading Contact Information"));
-        const Recordset contact =
-            OpenRecordset(u"SELECT * FROM Contacts WHERE ContactRef = " % SqlNumber(contactRef));
+        const Recordset contact = OpenContact(contactRef);
         if (contact.IsEmpty()) {
             view.ShowDeleted(QStringLiteral("#Contact Deleted#"));
             return;
@@ -132,16 +141,25 @@ void ADO_Contact_ShowContact(ContactView &view, int contactRef)
         const ContactRecord record = ReadContact(contact.First());
         view.ShowRecord(record);
         // A save writes these anew: those that could not be read would be lost.
-        if (!ShowCharacteristics(view.AvailCriteria(), view.UsedCriteria(),
-                                 u"SELECT ConcessionRef FROM ContactConcession WHERE ContactRef = " %
-                                     SqlNumber(contactRef)) ||
-            !ShowAttributes(view.AttribList(), contactRef) ||
-            !ADO_Contact_GetRoles(contactRef, view.RolesInfo()))
+        if (!ShowLists(contactRef, view.AvailCriteria(), view.UsedCriteria(), view.AttribList(),
+                       view.RolesInfo()))
             return;
         view.GroupList().Fill({{u'?' % SqlNumber(contactRef), record.surname % u", " % record.forename}});
         ADO_Contact_ShowGroup_Tree(contactRef, view.GroupTree());
         view.ShowLoaded();
     });
+}
+
+bool ReadStoredContact(int contactRef, StoredContact &stored)
+{
+    const Recordset contact = OpenContact(contactRef);
+    if (contact.IsEmpty())
+        return false;
+    stored.record = ReadContact(contact.First());
+    // Lists that are not whole would look like rows that somebody removed.
+    if (!ShowLists(contactRef, stored.availCriteria, stored.usedCriteria, stored.attributes, stored.roles))
+        throw StatementGivenUp{};
+    return true;
 }
 
 void ADO_Contact_FillContactInfo(int contactRef, ListModel &list)

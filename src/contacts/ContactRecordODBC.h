@@ -1,12 +1,11 @@
 #pragma once
 
 #include "contacts/ContactRecord.h"
+#include "controls/ListModel.h"
 #include "controls/RecordView.h"
+#include "controls/TreeModel.h"
 
 #include <optional>
-
-class ListModel;
-class TreeModel;
 
 /// Data functions of one person; table `Contacts`. Two people are the same person when forename, surname,
 /// first address line and ReferenceID are equal; nothing else counts.
@@ -39,6 +38,16 @@ std::optional<bool> ADO_Contact_CheckContact(int contactRef);
 /// roles, and the groups; reads `Contacts`, `Concessions`, `ContactConcession` and the tables of attributes,
 /// roles and groups.
 void ADO_Contact_ShowContact(ContactView &view, int contactRef);
+/// A person as stored, with what a save writes with the record.
+struct StoredContact {
+    ContactRecord record;
+    ListModel availCriteria;
+    ListModel usedCriteria;
+    TreeModel attributes;
+    ListModel roles;
+};
+/// Reads it as ADO_Contact_ShowContact does; false where the person is gone. Only inside Reported.
+bool ReadStoredContact(int contactRef, StoredContact &stored);
 /// Appends a person to a list of four columns (name, address, city, postcode) under the key "?" +
 /// reference and selects the new row; a key that is there already and a person who is gone add nothing.
 void ADO_Contact_FillContactInfo(int contactRef, ListModel &list);

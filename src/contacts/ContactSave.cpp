@@ -2,7 +2,6 @@
 
 #include "attributes/CustomAttribModule.h"
 #include "contacts/ContactModule.h"
-#include "contacts/GroupODBC.h"
 #include "contacts/RoleModule.h"
 
 bool Contact_LeaveOutDeleted(const ContactLists &lists)
@@ -11,15 +10,22 @@ bool Contact_LeaveOutDeleted(const ContactLists &lists)
            CustomAttrib_LeaveOutDeleted(lists.attributes);
 }
 
-RecordSaved Contact_Save(int contactRef, const ContactRecord &record, const ContactLists &lists,
-                         Progress &progress)
+RecordSaved Contact_Save(int contactRef, ContactRecord &record, const ContactLists &lists,
+                         const ChangedGroup &group, FieldValues &base, Progress &progress)
 {
-    return SaveWhole(
-        "Contact_Save", progress,
-        [&] { return contactRef > 0 ? Contact_Update(contactRef, record) : Contact_Add(record); },
-        [&](int key) {
-            return (lists.groupRef < 1 || ADO_Contact_UpdateGroup(lists.groupRef, lists.members, progress)) &&
-                   Concession_Store(key, lists.characteristics) && Role_Store(key, lists.roles) &&
-                   ADO_CustomAttrib_Store(lists.attributes, key, AttribSection::contacts);
-        });
+    const auto storeRecord = [&] {
+        return contactRef > 0 ? Contact_Update(contactRef, record, lists, base) : Contact_Add(record);
+    };
+    const auto storeLists = [&](int key) {
+        return (group.groupRef < 1 ||
+                ADO_Contact_UpdateGroup(group.groupRef, group.members, group.seen, progress)) &&
+               Concession_Store(key, lists.characteristics) && Role_Store(key, lists.roles) &&
+               ADO_CustomAttrib_Store(lists.attributes, key, AttribSection::contacts);
+    };
+    FieldValues before = base;
+    const RecordSaved saved = SaveWhole("Contact_Save", progress, storeRecord, storeLists);
+    base = SeenAfter(
+        saved, std::move(before), [&] { return AsStored(Contact_Values(record, lists)); },
+        [&] { return Contact_StoredValues(saved.key); });
+    return saved;
 }

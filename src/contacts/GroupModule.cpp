@@ -105,10 +105,20 @@ int Group_LeaveOutDeleted(int groupRef, ListModel &members)
     return group < 1 || LeaveOutDeletedMembers(members) ? group : -1;
 }
 
-int Group_Update(int groupRef, ListModel &members, Progress &progress)
+int Group_Update(int groupRef, ListModel &members, SeenMembers &seen, Progress &progress)
 {
     if (groupRef <= 0)
         return groupRef;
     const int group = Group_LeaveOutDeleted(groupRef, members);
-    return group < 1 || ADO_Contact_UpdateGroup(groupRef, members, progress) ? group : -1;
+    return group < 1 || ADO_Contact_UpdateGroup(groupRef, members, seen, progress) ? group : -1;
+}
+
+void Group_TellElsewhere(SeenMembers &seen)
+{
+    TellNames(QStringLiteral("Another user has added these to the group meanwhile, and they stay in it:"),
+              seen.joined, groupings);
+    TellNames(QStringLiteral("Another user has removed these from the group meanwhile:"), seen.left,
+              groupings);
+    seen.joined.clear();
+    seen.left.clear();
 }

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+struct SeenMembers;
 class ComboModel;
 class ListModel;
 class Progress;
@@ -28,6 +29,9 @@ int Group_Check(int groupRef);
 /// as of Group_Check.
 int Group_LeaveOutDeleted(int groupRef, ListModel &members);
 /// Stores the members of a group, without those who were deleted, or whose type was, which the user is told;
-/// nothing where `groupRef` is none. Results as of Group_Check, -1 as well where `progress` was cancelled:
-/// the group has the members of before then.
-int Group_Update(int groupRef, ListModel &members, Progress &progress);
+/// nothing where `groupRef` is none. Whom another workstation added or removed since `seen` joins or leaves
+/// them. Results as of Group_Check, -1 as well where `progress` was cancelled: the group has the members of
+/// before then.
+int Group_Update(int groupRef, ListModel &members, SeenMembers &seen, Progress &progress);
+/// Tells whom the last write found added or removed elsewhere, if anybody.
+void Group_TellElsewhere(SeenMembers &seen);

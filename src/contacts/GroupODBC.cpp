@@ -43,7 +43,39 @@ void AddMembers(TreeModel &tree, const QString &groupKey, const QString &number,
         addLeaf(member);
     }
 }
+
+/// What another workstation did to the members since they were seen is done to `list`.
+void JoinMembers(const ListModel &now, ListModel &list, SeenMembers &seen)
+{
+    seen.joined.clear();
+    seen.left.clear();
+    if (!seen.keys)
+        return;
+    std::vector<int> gone;
+    for (int row = 0; row < list.Count(); ++row) {
+        const ListItem &member = list.At(row);
+        if (!seen.keys->contains(member.key) || now.Contains(member.key))
+            continue;
+        gone.push_back(row);
+        seen.left.append(member.text);
+    }
+    list.Take(gone);
+    for (int row = 0; row < now.Count(); ++row) {
+        const ListItem &member = now.At(row);
+        if (seen.keys->contains(member.key) || list.Contains(member.key))
+            continue;
+        list.Add(member);
+        seen.joined.append(member.text);
+    }
+}
 } // namespace
+
+void SeenMembers::See(const ListModel &members)
+{
+    keys.emplace();
+    for (int row = 0; row < members.Count(); ++row)
+        keys->insert(members.At(row).key);
+}
 
 int MemberLink(const QString &key)
 {
@@ -116,13 +148,17 @@ bool ADO_Contact_ShowGroup(int groupRef, ListModel &list)
     });
 }
 
-bool ADO_Contact_UpdateGroup(int groupRef, ListModel &list, Progress &progress)
+bool ADO_Contact_UpdateGroup(int groupRef, ListModel &list, SeenMembers &seen, Progress &progress)
 {
     int stored = 0;
     const bool done = Reported("ADO_Contact_UpdateGroup", false, [&] {
-        progress.Begin(list.Count());
-        // No row ends on its own: the members are written in one piece.
+        // No row ends on its own: the members are written in one piece, with nobody between reading and
+        // writing.
         WriteGroup group(gConnection);
+        ListModel now;
+        InOneStep(QStringLiteral("Groups"), [&] { return ADO_Contact_ShowGroup(groupRef, now); });
+        JoinMembers(now, list, seen);
+        progress.Begin(list.Count());
         Execute(u"DELETE FROM Groups WHERE GroupRef = " % SqlNumber(groupRef));
         while (stored < list.Count() && !progress.IsCancelled()) {
             const QString &key = list.At(stored).key;
@@ -141,6 +177,8 @@ bool ADO_Contact_UpdateGroup(int groupRef, ListModel &list, Progress &progress)
     });
     for (int row = 0; row < stored; ++row)
         list.SetBold(row, false);
+    if (done)
+        seen.See(list);
     return done;
 }
 

@@ -2,7 +2,11 @@
 
 #include "database/ReadRow.h"
 
+#include <QSet>
 #include <QString>
+#include <QStringList>
+
+#include <optional>
 
 class ComboModel;
 class ListModel;
@@ -17,6 +21,16 @@ struct GroupName {
     QString name;
     QString referenceId;
     int linkRef = 0; ///< the type
+};
+
+/// What a screen knows of the members of a group.
+struct SeenMembers {
+    std::optional<QSet<QString>> keys; ///< as they were read or written last; nothing = not known
+    // Whom the last write found added, or removed, by another workstation since.
+    QStringList joined;
+    QStringList left;
+
+    void See(const ListModel &members);
 };
 
 /// The type in the key of a member, as ADO_Contact_ShowGroup makes it.
@@ -37,10 +51,11 @@ void ADO_Contact_FillGroupNames(int linkRef, ComboModel &list);
 /// and the name of the type. False on an error: the list may lack members then.
 bool ADO_Contact_ShowGroup(int groupRef, ListModel &list);
 /// Makes the members of a group those of `list`, keys as of ADO_Contact_ShowGroup; what is stored loses its
-/// bold mark. Other workstations, and whoever comes after a crash, see the members of before or all of the
-/// new ones. False where `progress` was cancelled: the group keeps the members of before; and on an error: it
-/// has the members up to there.
-bool ADO_Contact_UpdateGroup(int groupRef, ListModel &list, Progress &progress);
+/// bold mark. Whom another workstation added or removed since `seen` joins or leaves the list first. Other
+/// workstations, and whoever comes after a crash, see the members of before or all of the new ones. False
+/// where `progress` was cancelled: the group keeps the members of before; and on an error: it has the members
+/// up to there.
+bool ADO_Contact_UpdateGroup(int groupRef, ListModel &list, SeenMembers &seen, Progress &progress);
 /// Fills `tree` with all relations of a person: the type, the group under it, and under that the person and
 /// the other members of the group under that type. Leaves begin with "?" + ContactRef.
 void ADO_Contact_ShowGroup_Tree(int contactRef, TreeModel &tree);

@@ -85,6 +85,7 @@ void frmAddContact::ReadRecord(int key)
 {
     // What the next one has not must not be that of the one before.
     m_details->Clear();
+    m_seen.clear();
     Contact_Show(*this, key);
     ShowTab(Tabs()->currentIndex());
 }
@@ -99,6 +100,7 @@ void frmAddContact::ShowRecord(const ContactRecord &record)
     m_details->Load(record);
     m_notes->Load(record);
     m_groups->ForgetGroup();
+    m_record = record;
 }
 
 ListModel &frmAddContact::AvailCriteria()
@@ -135,6 +137,12 @@ void frmAddContact::ShowLoaded()
 {
     RecordForm::ShowLoaded();
     TellPages(Key());
+    m_seen = Contact_Values(m_record, Lists());
+}
+
+ContactLists frmAddContact::Lists()
+{
+    return {AvailCriteria(), UsedCriteria(), RolesInfo(), AttribList()};
 }
 
 void frmAddContact::TellPages(int contactRef)
@@ -182,19 +190,23 @@ RecordSaved frmAddContact::StoreRecord(int key, Progress &progress)
     m_notes->Store(record);
     if (!m_groups->LeaveOutDeleted())
         return {};
-    const ContactLists lists{UsedCriteria(), RolesInfo(), AttribList(), m_groups->ChangedGroup(),
-                             m_groups->Members()};
-    if (!Contact_LeaveOutDeleted(lists))
+    if (!Contact_LeaveOutDeleted(Lists()))
         return {};
-    const RecordSaved saved = Contact_Save(key, record, lists, progress);
-    if (saved.key > 0)
-        TellPages(saved.key);
+    m_record = record;
+    const RecordSaved saved = Contact_Save(key, m_record, Lists(), m_groups->Changed(), m_seen, progress);
+    if (saved.key < 1)
+        return saved;
+    if (m_record != record) {
+        m_details->Load(m_record);
+        m_notes->Load(m_record);
+    }
+    TellPages(saved.key);
     return saved;
 }
 
 bool frmAddContact::AfterStore(int key)
 {
-    if (m_groups->ChangedGroup() > 0)
+    if (m_groups->Changed().groupRef > 0)
         m_groups->ShowStored();
     const int organRef = m_details->OrganRef();
     const bool isGiven = WantsOrganisationCharacteristics(organRef, key);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contacts/ContactRecordODBC.h"
+#include "contacts/ContactVersion.h"
 #include "forms/RecordForm.h"
 
 class AttributesPage;
@@ -48,6 +49,7 @@ private:
 
     void BuildPages();
     void WatchChanges();
+    ContactLists Lists();
     void TellPages(int contactRef);
     void ShowTab(int tab);
     /// True if the user wants the person to have the characteristics of the organisation.
@@ -60,4 +62,6 @@ private:
     ContactGroupsPage *m_groups;
     ContactCoursesPage *m_courses;
     ContactHint *m_hint;
+    ContactRecord m_record; ///< as it was read or stored last
+    FieldValues m_seen;     ///< the stored version that the screen set out from; empty = not known
 };

@@ -2,31 +2,21 @@
 
 #include "database/GlobalCode.h"
 
-int Course_Add(const CourseRecord &course)
-{
-    return TellDuplicate(ADO_Course_AddCourse(SqlSafeText(course.title), SqlSafeText(course.description),
-                                              course.fee, course.limit, SqlSafeText(course.referenceID)),
-                         QStringLiteral("Course already exists in database."), QStringLiteral("Add Course"));
-}
-
-int Course_Update(const CourseRecord &course)
-{
-    return TellDuplicate(
-        ADO_Course_UpdateCourse(SqlSafeText(course.title), SqlSafeText(course.description), course.fee,
-                                course.limit, course.courseRef, SqlSafeText(course.referenceID)),
-        QStringLiteral("Course already exists in database."), QStringLiteral("Update Course"));
-}
-
-RecordSaved Course_Save(const CourseRecord &course, const ListModel &characteristics,
-                        const TreeModel &folders)
+RecordSaved Course_Save(CourseRecord &course, const CourseLists &lists, FieldValues &base)
 {
     const bool isNew = course.courseRef == 0;
-    return SaveWhole(
-        "Course_Save", Progress(), [&] { return isNew ? Course_Add(course) : Course_Update(course); },
-        [&](int courseRef) {
-            return (isNew || ADO_Course_UpdateConcessions(courseRef, characteristics)) &&
-                   ADO_Course_UpdateCourseRelations(courseRef, folders);
-        });
+    const auto storeLists = [&](int courseRef) {
+        return (isNew || ADO_Course_UpdateConcessions(courseRef, lists.characteristics)) &&
+               ADO_Course_UpdateCourseRelations(courseRef, lists.folders);
+    };
+    FieldValues before = base;
+    const RecordSaved saved = SaveWhole(
+        "Course_Save", Progress(),
+        [&] { return isNew ? Course_Add(course) : Course_Update(course, lists, base); }, storeLists);
+    base = SeenAfter(
+        saved, std::move(before), [&] { return AsStored(Course_Values(course, lists)); },
+        [&] { return Course_StoredValues(saved.key); });
+    return saved;
 }
 
 int Course_Rename(const QString &title, int courseRef)

@@ -40,12 +40,17 @@ void CoursePage::ShowFolders(const QString &location)
 
 void CoursePage::ShowCourse(const CourseRecord &course)
 {
+    ShowFields(course);
+    ADO_Course_ShowCourseRelations(course.courseRef, m_folders);
+}
+
+void CoursePage::ShowFields(const CourseRecord &course)
+{
     m_title->setText(course.title);
     m_refName->setText(course.referenceID);
     m_description->setPlainText(course.description);
     m_fee->SetValue(course.fee);
     m_limit->setText(QString::number(course.limit));
-    ADO_Course_ShowCourseRelations(course.courseRef, m_folders);
 }
 
 CourseRecord CoursePage::Course() const

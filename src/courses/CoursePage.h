@@ -22,11 +22,13 @@ public:
     /// Lists the folders with `location` ("!" and folder) ticked.
     void ShowFolders(const QString &location);
     void ShowCourse(const CourseRecord &course);
+    /// Shows the course's own row alone.
+    void ShowFields(const CourseRecord &course);
     /// The course as typed, without its reference.
     CourseRecord Course() const;
     /// True if the course has its name; otherwise the user has been told.
     bool Complete() const { return m_required.Complete(); }
-    const TreeModel &Folders() const { return m_folders; }
+    TreeModel &Folders() { return m_folders; }
 
     /// The most students; 0 = no limit.
     int Limit() const;

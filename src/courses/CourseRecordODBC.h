@@ -34,6 +34,8 @@ struct CourseRecord {
     QString description;
     double fee = 0;
     int limit = 0;
+
+    bool operator==(const CourseRecord &) const = default;
 };
 
 /// The course screen, as far as the data layer knows it.

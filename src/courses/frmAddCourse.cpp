@@ -49,6 +49,7 @@ bool frmAddCourse::EditCourse(int courseRef)
     m_course->ShowFolders({});
     if (!ADO_Course_ShowCourse(*this, courseRef))
         return false;
+    m_seen = Course_Values(m_record, Lists());
     RowExists(courseRef);
     m_modified->Clear();
     return true;
@@ -62,6 +63,12 @@ QString frmAddCourse::CourseTitle() const
 void frmAddCourse::ShowRecord(const CourseRecord &record)
 {
     m_course->ShowCourse(record);
+    m_record = record;
+}
+
+CourseLists frmAddCourse::Lists()
+{
+    return {m_usedChar, m_course->Folders()};
 }
 
 void frmAddCourse::RowExists(int courseRef)
@@ -92,9 +99,12 @@ void frmAddCourse::Save()
         return;
     CourseRecord course = m_course->Course();
     course.courseRef = m_courseRef;
-    const RecordSaved saved = Course_Save(course, m_usedChar, m_course->Folders());
+    m_record = course;
+    const RecordSaved saved = Course_Save(m_record, Lists(), m_seen);
     if (saved.key < 1)
         return;
+    if (m_record != course)
+        m_course->ShowFields(m_record);
     m_saved = saved.key;
     if (m_courseRef == 0)
         RowExists(saved.key);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/ListModel.h"
-#include "courses/CourseRecordODBC.h"
+#include "courses/CourseVersion.h"
 #include "forms/FormDialog.h"
 
 class CoursePage;
@@ -37,10 +37,13 @@ private:
     void ApplyRights();
     void Save();
     void AddStudents();
+    CourseLists Lists();
 
     int m_courseRef = 0; ///< 0 = a new course
     int m_saved = 0;     ///< the course's reference once it was saved
     ListModel m_usedChar;
+    CourseRecord m_record; ///< as it was read or stored last
+    FieldValues m_seen;    ///< the stored version that the screen set out from; empty = not known
     QTabWidget *m_tabs = nullptr;
     CoursePage *m_course = nullptr;
     StudentsPage *m_students = nullptr;

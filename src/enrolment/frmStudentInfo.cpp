@@ -2,6 +2,7 @@
 
 #include "controls/ListModel.h"
 #include "database/Security.h"
+#include "enrolment/EnrolmentVersion.h"
 #include "forms/FieldLock.h"
 #include "forms/FormBuilder.h"
 
@@ -275,8 +276,11 @@ bool frmStudentInfo::Save()
     for (MoneyField *box : m_payment.All())
         box->Normalise();
 
-    const PaymentResult result =
-        Course_Pay(m_courseRef, m_contactRef, {*m_read, OnScreen(), m_payment.Values(), {}});
+    StudentRecord shown = *m_read;
+    StudentRecord left = OnScreen();
+    if (!Course_MeetStudent(m_courseRef, m_contactRef, shown, left))
+        return false;
+    const PaymentResult result = Course_Pay(m_courseRef, m_contactRef, {shown, left, m_payment.Values(), {}});
     if (result.outcome == PaymentOutcome::Refused)
         ShowNow(result);
     if (result.outcome != PaymentOutcome::Stored)

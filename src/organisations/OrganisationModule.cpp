@@ -14,38 +14,12 @@
 
 namespace
 {
-OrganisationRecord Safe(OrganisationRecord record)
-{
-    QString *const texts[] = {
-        &record.name,  &record.referenceId, &record.addr1,  &record.addr2,  &record.addr3,
-        &record.addr4, &record.postcode,    &record.telOut, &record.telDay, &record.fax,
-        &record.email, &record.url,         &record.notes,
-    };
-    for (QString *text : texts)
-        *text = SqlSafeText(*text);
-    return record;
-}
-
-const QString organisationExists = QStringLiteral("Organisation already exists in database.");
-
 bool Agrees(const QString &question, const QString &title)
 {
     return Dialogs::MsgBox(question, title, Dialogs::Buttons::YesNo, Dialogs::Icon::Question) ==
            Dialogs::Answer::Yes;
 }
 } // namespace
-
-int Organisation_Add(const OrganisationRecord &record)
-{
-    return TellDuplicate(ADO_Organisation_AddOrganisation(Safe(record)), organisationExists,
-                         QStringLiteral("Add Organisation"));
-}
-
-int Organisation_Update(int organRef, const OrganisationRecord &record)
-{
-    return TellDuplicate(ADO_Organisation_UpdateOrganisation(organRef, Safe(record)), organisationExists,
-                         QStringLiteral("Update Organisation"));
-}
 
 void Organisation_Show(OrganisationView &view, int organRef)
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "organisations/OrganisationRecord.h"
+#include "organisations/OrganisationVersion.h"
 
 class ListModel;
 class OrganisationView;
@@ -9,11 +9,6 @@ class Progress;
 /// The logic of organisations: makes texts safe for SQL, tells the user when a record exists already, and
 /// asks before something that belongs to another organisation is taken from it.
 
-/// Adds an organisation as typed. The new OrganRef; 0, after telling the user, where it exists; -1 on an
-/// error.
-int Organisation_Add(const OrganisationRecord &record);
-/// Writes an organisation as typed; results as of Organisation_Add.
-int Organisation_Update(int organRef, const OrganisationRecord &record);
 void Organisation_Show(OrganisationView &view, int organRef);
 bool Organisation_Delete(int organRef);
 

@@ -21,4 +21,6 @@ struct OrganisationRecord {
     QString url;
     QString notes;
     bool board = false; ///< also an award board
+
+    bool operator==(const OrganisationRecord &) const = default;
 };

@@ -74,6 +74,33 @@ bool FillVenues(ListModel &available)
     return ADO_Course_FillList2(available, QStringLiteral("Description"), QStringLiteral("VenueRef"),
                                 QStringLiteral("Venues"));
 }
+
+Recordset OpenOrganisation(int organRef)
+{
+    return OpenRecordset(u"SELECT * FROM Organisations WHERE OrganRef = " % SqlNumber(organRef));
+}
+
+struct Lists {
+    ListModel &availCriteria;
+    ListModel &usedCriteria;
+    ListModel &contacts;
+    ListModel &availFac;
+    ListModel &usedFac;
+    ListModel &availVenues;
+    ListModel &usedVenues;
+};
+
+/// What a save of the organisation writes again. False where the lists are not whole.
+bool ShowLists(int organRef, const Lists &lists)
+{
+    return ShowCharacteristics(lists.availCriteria, lists.usedCriteria,
+                               u"SELECT ConcessionRef FROM OrganChars WHERE OrganRef = " %
+                                   SqlNumber(organRef)) &&
+           ADO_Organisation_ShowContacts(organRef, lists.contacts) && FillFacilities(lists.availFac) &&
+           ADO_Organisation_ShowFacilities(lists.availFac, lists.usedFac, organRef) &&
+           FillVenues(lists.availVenues) &&
+           ADO_Organisation_ShowVenues(lists.availVenues, lists.usedVenues, organRef);
+}
 } // namespace
 
 int ADO_Organisation_AddOrganisation(const OrganisationRecord &record)
@@ -109,22 +136,29 @@ void ADO_Organisation_ShowOrganisation(OrganisationView &view, int organRef)
 {
     Reported("ADO_Organisation_ShowOrganisation", [&] {
         view.ShowLoading(QStringLiteral("Loading Organisation Information"));
-        const Recordset organisation =
-            OpenRecordset(u"SELECT * FROM Organisations WHERE OrganRef = " % SqlNumber(organRef));
+        const Recordset organisation = OpenOrganisation(organRef);
         if (organisation.IsEmpty()) {
             view.ShowDeleted(QStringLiteral("#Organisation Deleted#"));
             return;
         }
         view.ShowRecord(ReadOrganisation(organisation.First()));
-        if (ShowCharacteristics(view.AvailCriteria(), view.UsedCriteria(),
-                                u"SELECT ConcessionRef FROM OrganChars WHERE OrganRef = " %
-                                    SqlNumber(organRef)) &&
-            ADO_Organisation_ShowContacts(organRef, view.ContactInfo()) && FillFacilities(view.AvailFac()) &&
-            ADO_Organisation_ShowFacilities(view.AvailFac(), view.UsedFac(), organRef) &&
-            FillVenues(view.AvailVenues()) &&
-            ADO_Organisation_ShowVenues(view.AvailVenues(), view.UsedVenues(), organRef))
+        if (ShowLists(organRef, {view.AvailCriteria(), view.UsedCriteria(), view.ContactInfo(),
+                                 view.AvailFac(), view.UsedFac(), view.AvailVenues(), view.UsedVenues()}))
             view.ShowLoaded();
     });
+}
+
+bool ReadStoredOrganisation(int organRef, StoredOrganisation &stored)
+{
+    const Recordset organisation = OpenOrganisation(organRef);
+    if (organisation.IsEmpty())
+        return false;
+    stored.record = ReadOrganisation(organisation.First());
+    // Lists that are not whole would look like rows that somebody removed.
+    if (!ShowLists(organRef, {stored.availCriteria, stored.usedCriteria, stored.contacts, stored.availFac,
+                              stored.usedFac, stored.availVenues, stored.usedVenues}))
+        throw StatementGivenUp{};
+    return true;
 }
 
 bool ADO_Organisation_ShowAvailable(OrganisationView &view)

@@ -1,11 +1,10 @@
 #pragma once
 
+#include "controls/ListModel.h"
 #include "controls/RecordView.h"
 #include "organisations/OrganisationRecord.h"
 
 #include <optional>
-
-class ListModel;
 
 /// Data functions of one organisation; table `Organisations`. Two organisations are the same when name and
 /// ReferenceID are equal.
@@ -38,6 +37,20 @@ std::optional<bool> ADO_Organisation_CheckOrganisation(int organRef);
 /// characteristics, facilities and venues that it can be given. A read that fails ends before ShowLoaded, so
 /// that lists which are not whole are never stored.
 void ADO_Organisation_ShowOrganisation(OrganisationView &view, int organRef);
+/// An organisation as stored, with what a save writes with the record.
+struct StoredOrganisation {
+    OrganisationRecord record;
+    ListModel availCriteria;
+    ListModel usedCriteria;
+    ListModel contacts;
+    ListModel availFac;
+    ListModel usedFac;
+    ListModel availVenues;
+    ListModel usedVenues;
+};
+/// Reads it as ADO_Organisation_ShowOrganisation does; false where the organisation is gone. Only inside
+/// Reported.
+bool ReadStoredOrganisation(int organRef, StoredOrganisation &stored);
 /// Fills the lists of what an organisation can be given, and empties the others: what the lists of a new one
 /// show. False on an error.
 bool ADO_Organisation_ShowAvailable(OrganisationView &view);

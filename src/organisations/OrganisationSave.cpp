@@ -57,6 +57,8 @@ public:
         , m_progress(progress)
     {
     }
+    /// False on an error.
+    bool LeaveOutDeleted() const;
     /// Reads and asks. False on an error, where the run is cancelled, and where the organisation was deleted.
     bool Ask();
     /// Writes, without a question; false likewise.
@@ -69,7 +71,6 @@ private:
         m_progress.SetValue(++m_done);
         return !m_progress.IsCancelled();
     }
-    bool LeaveOutDeleted() const;
     bool AskOwners(const LinkKind &kind, ListModel &list, ListModel *refused);
     bool StoreOwned(const LinkKind &kind, const ListModel &list, int organRef);
     bool StoreCharacteristics(int organRef) const;
@@ -125,8 +126,6 @@ bool LinkSave::AskOwners(const LinkKind &kind, ListModel &list, ListModel *refus
 
 bool LinkSave::Ask()
 {
-    if (!LeaveOutDeleted())
-        return false;
     m_progress.Begin(2 * (m_links.contacts.Count() + m_links.usedFac.Count() + m_links.usedVenues.Count()));
     return AskOwners(contactLinks, m_links.contacts, nullptr) &&
            AskOwners(facilityLinks, m_links.usedFac, &m_links.availFac) &&
@@ -157,16 +156,27 @@ bool LinkSave::Store(int organRef)
 }
 } // namespace
 
-RecordSaved Organisation_Save(int organRef, const OrganisationRecord &record, const OrganisationLinks &links,
-                              Progress &progress)
+RecordSaved Organisation_Save(int organRef, OrganisationRecord &record, const OrganisationLinks &links,
+                              FieldValues &base, Progress &progress)
 {
     LinkSave lists(organRef, links, progress);
+    if (!lists.LeaveOutDeleted())
+        return {organRef, false};
+    // Before the questions: nobody is to be asked about somebody who was taken out elsewhere.
+    if (organRef > 0 && !Organisation_Meet(organRef, record, links, base))
+        return {-1, false};
     if (!lists.Ask())
         return {progress.IsCancelled() ? 0 : organRef, false};
-    return SaveWhole(
-        "Organisation_Save", progress,
-        [&] { return organRef > 0 ? Organisation_Update(organRef, record) : Organisation_Add(record); },
-        [&](int key) { return lists.Store(key); });
+    const auto storeRecord = [&] {
+        return organRef > 0 ? Organisation_Update(organRef, record, links, base) : Organisation_Add(record);
+    };
+    FieldValues before = base;
+    const RecordSaved saved =
+        SaveWhole("Organisation_Save", progress, storeRecord, [&](int key) { return lists.Store(key); });
+    base = SeenAfter(
+        saved, std::move(before), [&] { return AsStored(Organisation_Values(record, links)); },
+        [&] { return Organisation_StoredValues(saved.key); });
+    return saved;
 }
 
 bool Organisation_OfferCharacteristics(int organRef, const ListModel &contacts, Progress &progress)

@@ -73,6 +73,7 @@ void frmAddOrg::ReadRecord(int key)
 {
     // What the next one has not must not be that of the one before.
     m_details->Clear();
+    m_seen.clear();
     Organisation_Show(*this, key);
 }
 
@@ -85,6 +86,18 @@ void frmAddOrg::ShowRecord(const OrganisationRecord &record)
 {
     m_details->Load(record);
     m_notes->SetNotes(record.notes);
+    m_record = record;
+}
+
+void frmAddOrg::ShowLoaded()
+{
+    RecordForm::ShowLoaded();
+    m_seen = Organisation_Values(m_record, Links());
+}
+
+OrganisationLinks frmAddOrg::Links()
+{
+    return {ContactInfo(), UsedCriteria(), AvailFac(), UsedFac(), AvailVenues(), UsedVenues()};
 }
 
 ListModel &frmAddOrg::AvailCriteria()
@@ -154,9 +167,12 @@ RecordSaved frmAddOrg::StoreRecord(int key, Progress &progress)
     OrganisationRecord record;
     m_details->Store(record);
     record.notes = m_notes->Notes();
-    return Organisation_Save(
-        key, record, {ContactInfo(), UsedCriteria(), AvailFac(), UsedFac(), AvailVenues(), UsedVenues()},
-        progress);
+    OrganisationRecord stored = record;
+    const RecordSaved saved = Organisation_Save(key, stored, Links(), m_seen, progress);
+    // What joined shows even where nothing was stored: `m_seen` has it.
+    if (stored != record)
+        ShowRecord(stored);
+    return saved;
 }
 
 bool frmAddOrg::AfterStore(int key)

@@ -2,6 +2,7 @@
 
 #include "forms/RecordForm.h"
 #include "organisations/OrganisationRecordODBC.h"
+#include "organisations/OrganisationVersion.h"
 
 class NotesPage;
 class OrganisationContactsPage;
@@ -44,7 +45,9 @@ private:
     ListModel &UsedFac() override;
     ListModel &AvailVenues() override;
     ListModel &UsedVenues() override;
+    void ShowLoaded() override;
 
+    OrganisationLinks Links();
     void BuildPages();
     void WatchChanges();
 
@@ -52,4 +55,6 @@ private:
     NotesPage *m_notes;
     OrganisationContactsPage *m_contacts;
     OrganisationPlacesPage *m_places;
+    OrganisationRecord m_record; ///< as it was read or stored last
+    FieldValues m_seen;          ///< the stored version that the screen set out from; empty = not known
 };

@@ -2,6 +2,7 @@
 
 #include "contacts/ContactRecord.h"
 #include "contacts/ContactRecordODBC.h"
+#include "contacts/ContactVersion.h"
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
 #include "core/Session.h"
@@ -148,4 +149,13 @@ inline ContactRecord Stored(int contactRef)
     FakeContactView view;
     ADO_Contact_ShowContact(view, contactRef);
     return view.record;
+}
+
+/// Writes a person as a screen does that holds nothing but the record.
+inline int Update(int contactRef, ContactRecord record)
+{
+    StoredContact none;
+    FieldValues unknown;
+    return Contact_Update(contactRef, record,
+                          {none.availCriteria, none.usedCriteria, none.roles, none.attributes}, unknown);
 }

@@ -36,6 +36,7 @@ private slots:
     void TypeWithoutGroupsLeavesTheMembersInView();
     void UnstoredMembersStayOnTheScreen();
     void GroupDeletedMeanwhile();
+    void MembersChangedMeanwhile();
     void OpensPeople();
     void EmptiedGroupTypeMarksTheForename();
     void Rights();
@@ -263,6 +264,36 @@ void TestContactGroups::GroupDeletedMeanwhile()
     QVERIFY(!dialog.isVisible());
 }
 
+/// Whom another workstation put into the group stays in it, and whom it took out stays out.
+void TestContactGroups::MembersChangedMeanwhile()
+{
+    const auto put = [this](int contactRef) {
+        Sql(u"INSERT INTO Groups (ContactRef, LinkRef, GroupRef) VALUES (" % SqlNumber(contactRef) % u',' %
+            SqlNumber(m_family) % u',' % SqlNumber(m_bells) % u')');
+    };
+    const int carl = Contact_Add(Person("Carl", "Moor"));
+    put(carl);
+    const auto form = EditingWithNewMember();
+    Sql("DELETE FROM Groups");
+    put(m_ben);
+    m->dialogs.Expect("Groupings",
+                      "Another user has added these to the group meanwhile, and they stay in it:\n"
+                      "    Young, Ben");
+    m->dialogs.Expect("Groupings",
+                      "Another user has removed these from the group meanwhile:\n    Moor, Carl");
+    Press(*form, "OKBtn");
+    QCOMPARE(TestDatabase::Rows("SELECT ContactRef FROM Groups ORDER BY ContactRef"),
+             QStringList({SqlNumber(m_anna), SqlNumber(m_ben)}));
+    QCOMPARE(Texts(List(*form, "LinkInfo")), QStringList({"Bell, Anna", "Young, Ben"}));
+
+    // What is written once is what the next change sets out from.
+    Press(*form, "EditBtn");
+    List(*form, "LinkInfo").SelectOnly(0);
+    Press(*form, "RemBtn");
+    Press(*form, "OKBtn");
+    QCOMPARE(Rows("Groups"), 1);
+}
+
 /// From the tree and from the list of members; the new name shows in both.
 void TestContactGroups::OpensPeople()
 {
@@ -270,7 +301,8 @@ void TestContactGroups::OpensPeople()
     for (const int who : {m_anna, m_ben})
         both.Add({Key(who) % u'!' % QString::number(m_family), "somebody"});
     Progress progress;
-    Group_Update(m_bells, both, progress);
+    SeenMembers unknown;
+    Group_Update(m_bells, both, unknown, progress);
     const auto form = Editing();
     Choose(*form, "GroupNameList", "Bells");
     ListModel &members = List(*form, "LinkInfo");

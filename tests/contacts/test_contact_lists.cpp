@@ -4,6 +4,7 @@
 #include "contacts/People.h"
 #include "controls/ComboModel.h"
 #include "organisations/AwardBoardODBC.h"
+#include "organisations/Companies.h"
 #include "organisations/OrganisationLinkODBC.h"
 #include "organisations/OrganisationModule.h"
 #include "organisations/OrganisationRecordODBC.h"
@@ -140,13 +141,13 @@ void TestContactLists::TheSentinelStays()
         const ContactSectionInfo &section = ContactSectionOf(code);
         QCOMPARE(Rows(section.table % u" WHERE " % section.keyColumn % u" = 1 AND ReferenceID = ''"), 1);
     }
-    QCOMPARE(Contact_Update(1, Person("Anna", "Bell")), -1);
+    QCOMPARE(Update(1, Person("Anna", "Bell")), -1);
     QVERIFY(!ADO_Contact_UpdateJobTitle(1, "Boss"));
     QVERIFY(!Organisation_Delete(1) && !ADO_Organisations_SetAwardFlag(1, true));
     QVERIFY(!ADO_Organisation_AddContact(1, 2) && !ADO_Organisation_AddVenue(1, 2));
     OrganisationRecord named;
     named.name = "Named";
-    QCOMPARE(Organisation_Update(1, named), -1);
+    QCOMPARE(Update(1, named), -1);
     QCOMPARE(Rows("Organisations WHERE OrganRef = 1 AND OrganName = '' AND Board = 0"), 1);
     QCOMPARE(Rows("Contacts WHERE ContactRef = 1 AND Cust_Surname = '' AND OrganRef = 1"), 1);
     QCOMPARE(Rows("Venues WHERE VenueRef = 1 AND OrganRef = 1"), 1);

@@ -42,10 +42,10 @@ void TestContactRecord::AddShowUpdateDelete()
         *number += 100;
     for (QString *text : TextFields(record))
         *text += u"'; -- %1";
-    QCOMPARE(Contact_Update(anna, record), anna);
+    QCOMPARE(Update(anna, record), anna);
     QCOMPARE(Fields(Stored(anna)), Fields(record));
     record.surname = "a`b";
-    QCOMPARE(Contact_Update(anna, record), anna);
+    QCOMPARE(Update(anna, record), anna);
     QCOMPARE(Stored(anna).surname, u"a``b"_qs);
 
     ADO_Contact_UpdateJobTitle(anna, "Head");
@@ -84,13 +84,13 @@ void TestContactRecord::SamePerson()
         m->dialogs.Expect("Update Contact", exists);
         m->dialogs.Expect("Add Contact", exists);
     }
-    QCOMPARE(Contact_Update(other, second), same ? 0 : other);
+    QCOMPARE(Update(other, second), same ? 0 : other);
     QCOMPARE(Stored(other).notes.isEmpty(), same);
     if (!same)
         ADO_Contact_Delete(other);
     QCOMPARE(Contact_Add(second) > first, !same);
     QCOMPARE(Rows("Contacts WHERE ContactRef > 1"), 2);
-    QCOMPARE(Contact_Update(first, FullPerson()), first); // its own row is no other person
+    QCOMPARE(Update(first, FullPerson()), first); // its own row is no other person
 }
 
 /// What hangs on the person goes, what hangs on others and every payment stays.

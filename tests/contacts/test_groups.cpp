@@ -40,7 +40,8 @@ void Put(int contactRef, int linkRef, int groupRef)
 int Update(int groupRef, ListModel &members)
 {
     Progress progress;
-    return Group_Update(groupRef, members, progress);
+    SeenMembers unknown;
+    return Group_Update(groupRef, members, unknown, progress);
 }
 
 /// The tree as one text a node, a blank before it for each level.
@@ -253,7 +254,8 @@ void TestGroups::StoppedKeepsTheMembersOfBefore()
             0);
         running = &progress;
         members.SetBold(0, true);
-        QCOMPARE(Group_Update(m_bells, members, progress), stops ? -1 : m_bells);
+        SeenMembers unknown;
+        QCOMPARE(Group_Update(m_bells, members, unknown, progress), stops ? -1 : m_bells);
         QCOMPARE(seen(), stops ? 1 : 30);
         QCOMPARE(members.At(0).bold, stops);
     }

@@ -340,6 +340,18 @@ private slots:
 
         form = Open();
         Find<QPlainTextEdit>(*form, "Info")->setPlainText("later");
+        TestDatabase::Run({"UPDATE StudentsEnrolled SET Notes = 'theirs', ReceiptNo = 'R1'"});
+        dialogs.ExpectChanges("enrolment", {"Notes: later / theirs", "Receipt No: 0 / R1"}, std::nullopt);
+        Press(*form, "OkBtn");
+        QCOMPARE(Find<QPlainTextEdit>(*form, "Info")->toPlainText(), u"later"_qs);
+        dialogs.ExpectChanges("enrolment", {"Notes: later / theirs", "Receipt No: 0 / R1"},
+                              QStringList("Receipt No"));
+        Press(*form, "OkBtn");
+        QCOMPARE(TestDatabase::Rows("SELECT Notes, ReceiptNo FROM StudentsEnrolled"),
+                 QStringList("later|R1"));
+
+        form = Open();
+        Find<QPlainTextEdit>(*form, "Info")->setPlainText("later still");
         ADO_Course_RemoveStudent(m_course, m_person);
         dialogs.Expect(
             "Warning",

@@ -4,6 +4,7 @@
 #include "contacts/People.h"
 #include "controls/ListModel.h"
 #include "organisations/OrganisationRecordODBC.h"
+#include "organisations/OrganisationVersion.h"
 
 /// A valid organisation; a test changes what matters to it.
 inline OrganisationRecord Company(const QString &name, const QString &referenceId = {})
@@ -73,3 +74,14 @@ public:
     ListModel availVenues;
     ListModel usedVenues;
 };
+
+/// Writes an organisation as a screen does that holds nothing but the record.
+inline int Update(int organRef, OrganisationRecord record)
+{
+    StoredOrganisation none;
+    FieldValues unknown;
+    return Organisation_Update(
+        organRef, record,
+        {none.contacts, none.usedCriteria, none.availFac, none.usedFac, none.availVenues, none.usedVenues},
+        unknown);
+}

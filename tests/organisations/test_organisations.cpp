@@ -60,7 +60,7 @@ public:
         return Organisation_Save(m_organRef, view.record,
                                  {view.contacts, view.usedCriteria, view.availFac, view.usedFac,
                                   view.availVenues, view.usedVenues},
-                                 progress)
+                                 m_seen, progress)
                    .isWhole &&
                Organisation_OfferCharacteristics(m_organRef, view.contacts, progress);
     }
@@ -68,6 +68,7 @@ public:
 
 private:
     int m_organRef;
+    FieldValues m_seen;
 };
 
 QString Question(const QString &kind, const QString &text, const QString &owner)
@@ -112,7 +113,7 @@ void TestOrganisations::AddFindChangeDelete()
     Organisation_Show(view, key);
     QCOMPARE(view.calls, QStringList({"Loading Organisation Information", "record", "loaded"}));
     QCOMPARE(Fields(view.record), Fields(FullCompany({})));
-    QCOMPARE(Organisation_Update(key, FullCompany("'; --")), key);
+    QCOMPARE(Update(key, FullCompany("'; --")), key);
     Organisation_Show(view, key);
     QCOMPARE(Fields(view.record), Fields(FullCompany("'; --")));
     QVERIFY(Organisation_Delete(key));
@@ -151,9 +152,9 @@ void TestOrganisations::NameAndReference()
 
     const int beta = Organisation_Add(Company("Beta", "B"));
     m->dialogs.Expect("Update Organisation", exists);
-    QCOMPARE(Organisation_Update(beta, Company("Acme")), 0);
-    QCOMPARE(Organisation_Update(beta, Company("Acme", "B")), beta);
-    QCOMPARE(Organisation_Update(acme, Company("Acme")), acme);
+    QCOMPARE(Update(beta, Company("Acme")), 0);
+    QCOMPARE(Update(beta, Company("Acme", "B")), beta);
+    QCOMPARE(Update(acme, Company("Acme")), acme);
 }
 
 void TestOrganisations::FailedReadIsNotWhole()

@@ -84,9 +84,12 @@ bool SavePerson(int &key, int version)
     ContactRecord record;
     record.forename = u"Version " % QString::number(version);
     record.surname = QStringLiteral("Saved");
+    ListModel available;
     ListModel characteristics;
     ListModel roleList;
     ListModel members;
+    SeenMembers unknown;
+    FieldValues notSeen;
     TreeModel attributes;
     Choose(characteristics, concessions, version);
     Choose(roleList, roles, version);
@@ -100,8 +103,8 @@ bool SavePerson(int &key, int version)
             attributes.SetTick(node, TreeTick::On);
     }
     Progress progress;
-    const RecordSaved saved =
-        Contact_Save(key, record, {characteristics, roleList, attributes, GroupRef(), members}, progress);
+    const RecordSaved saved = Contact_Save(key, record, {available, characteristics, roleList, attributes},
+                                           {GroupRef(), members, unknown}, notSeen, progress);
     key = saved.key;
     return saved.isWhole;
 }
@@ -160,7 +163,8 @@ bool SaveCourse(int &key, int version)
         node.tick = folder % 2 == version ? TreeTick::On : TreeTick::Off;
         folders.Add({}, std::move(node));
     }
-    const RecordSaved saved = Course_Save(course, characteristics, folders);
+    FieldValues notSeen;
+    const RecordSaved saved = Course_Save(course, {characteristics, folders}, notSeen);
     key = saved.key;
     return saved.isWhole;
 }
@@ -193,9 +197,10 @@ bool SaveOrganisation(int &key, int version)
     ListModel none[4];
     Choose(contacts, others, version);
     Choose(characteristics, concessions, version);
+    FieldValues notSeen;
     Progress progress;
     const RecordSaved saved = Organisation_Save(
-        key, record, {contacts, characteristics, none[0], none[1], none[2], none[3]}, progress);
+        key, record, {contacts, characteristics, none[0], none[1], none[2], none[3]}, notSeen, progress);
     key = saved.key;
     return saved.isWhole;
 }
