@@ -1,6 +1,7 @@
 #include "platform/FileWholeNumbers.h"
 
 #include <QByteArray>
+#include <QList>
 
 #include <sqlite3.h>
 
