@@ -23,6 +23,7 @@ constexpr int stepsOfASeed = 20'000;
 constexpr int longestSilence = 180'000; ///< milliseconds; a program that says nothing for so long hangs
 constexpr int shortestReplay = 4;
 constexpr int longestReplay = 4096;
+constexpr int longestTold = 60;
 
 /// "run" SEED STEPS FILE: writes what it does to the file. "play" FILE: plays such a file.
 int PlayMonkey(const QStringList &arguments)
@@ -46,6 +47,7 @@ int PlayMonkey(const QStringList &arguments)
 
 struct Outcome {
     bool isGood = false;
+    bool hangs = false;
     QString said; ///< its last lines, what a sanitizer says among them
 };
 
@@ -63,8 +65,9 @@ Outcome RunProcess(const QStringList &arguments)
         process.kill();
     process.waitForFinished();
     said += process.readAll();
-    return {ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0,
-            QString::fromUtf8(said) % (ended ? QString() : u"\nfault: it hangs\n"_qs)};
+    return {.isGood = ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0,
+            .hangs = !ended,
+            .said = QString::fromUtf8(said) % (ended ? QString() : u"\nfault: it hangs\n"_qs)};
 }
 
 bool FailsAgain(const QStringList &keys, const QString &file)
@@ -76,13 +79,18 @@ bool FailsAgain(const QStringList &keys, const QString &file)
     return !RunProcess({u"play"_qs, file}).isGood;
 }
 
+QStringList LastOf(const QStringList &keys, qsizetype length)
+{
+    return keys.mid(qMax<qsizetype>(0, keys.size() - length));
+}
+
 /// The shortest end of a run that fails as well, with what is not needed of it left out; the last of it where
 /// none does.
 QStringList Reduced(const QStringList &keys, const QString &file)
 {
-    QStringList least = keys.mid(qMax<qsizetype>(0, keys.size() - 60));
+    QStringList least = LastOf(keys, longestTold);
     for (int length = shortestReplay; length <= longestReplay; length *= 2) {
-        const QStringList end = keys.mid(qMax<qsizetype>(0, keys.size() - length));
+        const QStringList end = LastOf(keys, length);
         if (!FailsAgain(end, file))
             continue;
         least = end;
@@ -119,11 +127,12 @@ QList<Torture::Result> LetLoose(const Torture::Plan &plan)
         if (outcome.isGood)
             continue;
         ++faults;
-        QFile keys(file);
-        keys.open(QIODevice::ReadOnly);
+        QFile written(file);
+        written.open(QIODevice::ReadOnly);
+        const QStringList keys = QString::fromUtf8(written.readAll()).split(u'\n', Qt::SkipEmptyParts);
+        // To see a hang takes minutes each time.
         Tell(seed, outcome.said,
-             Reduced(QString::fromUtf8(keys.readAll()).split(u'\n', Qt::SkipEmptyParts),
-                     directory.filePath(u"play"_qs)));
+             outcome.hangs ? LastOf(keys, longestTold) : Reduced(keys, directory.filePath(u"play"_qs)));
     }
     return {{u"random keys, clicks and texts: crashes, warnings, damage"_qs, seeds * stepsOfASeed,
              static_cast<double>(faults), 0, u"found"_qs}};

@@ -34,11 +34,37 @@ QWindow *Native(const QWidget *window)
     return window ? window->windowHandle() : nullptr;
 }
 
+// Straight to the toolkit: the functions for tests serve events between the two halves of a press, in which
+// the monkey goes on and the window may go.
+
+void Press(const QPointer<QWindow> &window, int key, const QString &text, Qt::KeyboardModifiers with)
+{
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        if (window)
+            qt_handleKeyEvent(window, type, key, with, text);
+    }
+}
+
+void Click(const QPointer<QWindow> &window, Qt::MouseButton button, const QPoint &at, int sinceLast)
+{
+    static int time = 0; // milliseconds
+    time += sinceLast;
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const bool isPress = type == QEvent::MouseButtonPress;
+        if (window)
+            qt_handleMouseEvent(window, at, window->mapToGlobal(at), isPress ? button : Qt::NoButton, button,
+                                type, Qt::NoModifier, time);
+    }
+}
+
 void PressKey(QWindow *window, const QString &keys)
 {
     const QKeySequence sequence(keys);
-    if (window && !sequence.isEmpty())
-        QTest::keyClick(window, sequence[0].key(), sequence[0].keyboardModifiers());
+    if (sequence.isEmpty())
+        return;
+    const Qt::Key key = sequence[0].key();
+    const bool isLetter = key >= Qt::Key_Space && key <= Qt::Key_AsciiTilde;
+    Press(window, key, isLetter ? QString(QChar(key)).toLower() : QString(), sequence[0].keyboardModifiers());
 }
 
 void TypeText(const QPointer<QWindow> &window, const QString &text)
@@ -46,24 +72,18 @@ void TypeText(const QPointer<QWindow> &window, const QString &text)
     for (const QChar letter : text) {
         if (!window || window != Native(MonkeyWindow()))
             return;
-        QTest::sendKeyEvent(QTest::Click, window, Qt::Key_unknown, QString(letter), Qt::NoModifier);
+        Press(window, Qt::Key_unknown, QString(letter), Qt::NoModifier);
     }
 }
 
-void UseMouse(QWindow *window, const QStringList &what)
+void UseMouse(const QPointer<QWindow> &window, const QStringList &what)
 {
-    if (!window)
-        return;
+    constexpr int apart = 1000; // milliseconds, as two clicks that are not one double one
+    constexpr int together = 10;
     const QPoint at(what.value(1).toInt(), what.value(2).toInt());
-    if (what.value(0) == u"double") {
-        QTest::mouseDClick(window, Qt::LeftButton, {}, at);
-        return;
-    }
-    const Qt::MouseButton button = what.value(0) == u"right" ? Qt::RightButton : Qt::LeftButton;
-    const QPointer<QWindow> living(window);
-    QTest::mousePress(window, button, {}, at);
-    if (living)
-        QTest::mouseRelease(window, button, {}, at);
+    Click(window, what.value(0) == u"right" ? Qt::RightButton : Qt::LeftButton, at, apart);
+    if (what.value(0) == u"double")
+        Click(window, Qt::LeftButton, at, together);
 }
 
 void TurnWheel(QWindow *window, const QStringList &what)

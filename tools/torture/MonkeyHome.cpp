@@ -18,7 +18,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QScopedValueRollback>
 
+#include <type_traits>
 #include <utility>
 
 namespace
@@ -47,6 +49,14 @@ constexpr const char *sentinels[] = {
     "Designation WHERE Designation_ID = 1 AND Title = ''",
     "EthnicGroup WHERE Ethnic_ID = 1 AND Type = ''"};
 
+/// While the home is made nobody is there to answer.
+Dialogs::Answer RefuseToAsk(const QString &text, const QString &, Dialogs::Buttons, Dialogs::Icon,
+                            Dialogs::Answer)
+{
+    Torture::Require(false, u"The monkey's home asks: " % text);
+    return Dialogs::Answer::Cancel;
+}
+
 /// One of a few files of the directory, or none: the chooser of a file, cancelled now and then.
 QString NextOf(const QStringList &files)
 {
@@ -58,8 +68,12 @@ QString NextOf(const QStringList &files)
 MonkeyHome::MonkeyHome()
 {
     ShutDoors();
-    FillForms();
-    FillDatabase();
+    {
+        auto &box = Dialogs::Installed().msgBox;
+        const QScopedValueRollback alone(box, std::decay_t<decltype(box)>(RefuseToAsk));
+        FillForms();
+        FillDatabase();
+    }
     gConnection.Close();
     QFile list(File(u"people.csv"_qs));
     list.open(QIODevice::WriteOnly);
@@ -90,7 +104,7 @@ void MonkeyHome::ShutDoors() const
 
 void MonkeyHome::FillDatabase()
 {
-    const int student = Concession_Add(u"Student"_qs, 25, 0, {});
+    const int student = Concession_Add(u"Apprentice"_qs, 25, 0, {});
     std::vector<int> towns;
     for (const auto &town : {u"York"_qs, u"Leeds"_qs, u"Hull"_qs})
         towns.push_back(Contact_AddItem(ContactSection::Cities, town, {}));

@@ -122,15 +122,15 @@ void MonkeyRun::Step()
         return;
     }
     const MonkeyDeed deed = NextDeed();
-    ++m_done;
+    if (++m_done % lookEvery == 0)
+        std::printf("step %d\n", m_done);
+    std::fflush(stdout);
     Plan(deed.delay);
     ++m_depth;
     deed.Do();
     --m_depth;
-    if (m_done % lookEvery == 0)
-        std::printf("step %d\n", m_done);
-    std::fflush(stdout);
-    if (m_depth == 0 && m_done % lookEvery == 0)
+    // Deeds return at all depths: the last one of many is seldom the one whose turn it is.
+    if (m_depth == 0 && m_done >= m_nextLook)
         Look();
 }
 
@@ -155,6 +155,7 @@ void MonkeyRun::Look()
 {
     if (!gDBValid || !gConnection.IsOpen() || QApplication::activeModalWidget())
         return;
+    m_nextLook = m_done + lookEvery;
     const QString fault = MonkeyHome::FaultOfDatabase();
     if (!fault.isEmpty())
         Fail(fault);

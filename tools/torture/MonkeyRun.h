@@ -35,6 +35,7 @@ private:
     QFile m_keys;
     int m_steps;
     int m_done = 0;
+    int m_nextLook = 0;    ///< the step from which the database is looked at
     int m_depth = 0;       ///< of deeds that have not returned
     int m_closing = 0;     ///< tries to end the session that did not
     int m_sessionEnds = 0; ///< the step at which the session is ended
