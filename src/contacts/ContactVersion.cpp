@@ -4,6 +4,7 @@
 #include "contacts/ContactListODBC.h"
 #include "contacts/ContactModule.h"
 #include "contacts/ContactRecordODBC.h"
+#include "controls/TreeModel.h"
 #include "database/DecodeDateFunc.h"
 #include "database/GlobalCode.h"
 #include "database/MiscODBC.h"
@@ -119,12 +120,24 @@ RecordLists Beside(const ContactLists &lists, StoredContact &stored)
     return beside;
 }
 
-FieldValues ReadValues(int contactRef, StoredContact &stored)
+/// Whether an attribute has one value or many decides by which fields it is compared: in both versions as the
+/// screen knows it.
+void TakeKinds(TreeModel &stored, const TreeModel &shown)
 {
-    return ReadStoredContact(contactRef, stored)
-               ? Contact_Values(stored.record,
-                                {stored.availCriteria, stored.usedCriteria, stored.roles, stored.attributes})
-               : FieldValues();
+    for (TreeNode *node : stored.Nodes()) {
+        if (const TreeNode *known = shown.Find(node->key))
+            node->image = known->image;
+    }
+}
+
+FieldValues ReadValues(int contactRef, StoredContact &stored, const TreeModel *shown = nullptr)
+{
+    if (!ReadStoredContact(contactRef, stored))
+        return {};
+    if (shown)
+        TakeKinds(stored.attributes, *shown);
+    return Contact_Values(stored.record,
+                          {stored.availCriteria, stored.usedCriteria, stored.roles, stored.attributes});
 }
 } // namespace
 
@@ -153,7 +166,7 @@ int Contact_Update(int contactRef, ContactRecord &record, const ContactLists &li
     StoredContact stored;
     const RecordLists beside = Beside(lists, stored);
     MergedSave save = SaveOf(Fields(), beside, QStringLiteral("Contacts"), QStringLiteral("contact"));
-    save.read = [&] { return ReadValues(contactRef, stored); };
+    save.read = [&] { return ReadValues(contactRef, stored, &lists.attributes); };
     save.write = [&](const FieldValues &values) {
         ContactRecord merged = record;
         PutValues(Fields(), values, merged);
