@@ -22,8 +22,9 @@ struct Result {
     double measured = 0; ///< what was lost, doubled or waited for, in `unit`
     double bar = 0;      ///< the most of it that may be
     QString unit;        ///< "lost", "ms"; "" = a count
-    bool isControl =
-        false; ///< ran without the guard: then `measured` must exceed `bar`, or the kind proves nothing
+    /// Ran without the guard: then `measured` must exceed `bar`, or the kind proves nothing. A brief plan
+    /// only tells so.
+    bool isControl = false;
 
     bool IsOver() const { return isControl ? measured <= bar : measured > bar; }
 };

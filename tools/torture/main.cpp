@@ -35,6 +35,14 @@ bool RunsHere(Torture::Engines engines)
     return (engines == Torture::Engines::Server) == TestDatabase::IsOnServer();
 }
 
+/// A race without the guard can go well by chance where the trials are few.
+const char *VerdictOn(const Torture::Result &result, const Torture::Plan &plan)
+{
+    if (!result.IsOver())
+        return "ok";
+    return result.isControl && plan.isBrief ? "not shown" : "over";
+}
+
 /// Prints a line for each result; false if one is over its bar.
 bool RunOne(const QString &name, const Torture::Kind &run, const Torture::Plan &plan)
 {
@@ -43,9 +51,9 @@ bool RunOne(const QString &name, const Torture::Kind &run, const Torture::Plan &
         std::printf("%-10s %-10s %-58s %8d trials %10.6g %-5s (%s %g)  %s\n", qPrintable(name),
                     TestDatabase::IsOnServer() ? "PostgreSQL" : "file", qPrintable(result.what),
                     result.trials, result.measured, qPrintable(result.unit),
-                    result.isControl ? "above" : "at most", result.bar, result.IsOver() ? "over" : "ok");
+                    result.isControl ? "above" : "at most", result.bar, VerdictOn(result, plan));
         std::fflush(stdout);
-        isGood = isGood && !result.IsOver();
+        isGood = isGood && (!result.IsOver() || (result.isControl && plan.isBrief));
     }
     return isGood;
 }
