@@ -20,6 +20,8 @@ constexpr int sessionLength = 5000; ///< steps, if nothing else ends it
 constexpr int closingTries = 2000;
 constexpr qsizetype sparedWidgets = 10; ///< that the toolkit keeps for the next tool tip and the like
 constexpr int faultFound = 4;
+constexpr int longRun = 10'000;
+constexpr int fewWindows = 20;
 
 [[noreturn]] void Fail(const QString &fault)
 {
@@ -72,6 +74,8 @@ void MonkeyRun::Run()
 {
     while (!IsOver())
         PlaySession();
+    if (m_steps >= longRun && m_seen.size() < fewWindows)
+        Fail(u"it came to " % QString::number(m_seen.size()) % u" windows alone");
 }
 
 void MonkeyRun::PlaySession()
@@ -92,7 +96,8 @@ void MonkeyRun::PlaySession()
         m_widgets = widgets;
     if (m_session > 2 && widgets > m_widgets + sparedWidgets)
         Fail(u"a session leaves " % QString::number(widgets - m_widgets) % u" widgets");
-    std::printf("session %d, step %d, %.0f MB\n", m_session, m_done, MegabytesHeld());
+    std::printf("session %d, step %d, %d windows seen, %.0f MB\n", m_session, m_done,
+                static_cast<int>(m_seen.size()), MegabytesHeld());
     std::fflush(stdout);
 }
 
@@ -122,6 +127,8 @@ void MonkeyRun::Step()
         return;
     }
     const MonkeyDeed deed = NextDeed();
+    if (const QWidget *window = MonkeyWindow())
+        m_seen.insert(window->objectName());
     if (++m_done % lookEvery == 0)
         std::printf("step %d\n", m_done);
     std::fflush(stdout);

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 
 class MonkeyHome;
@@ -40,5 +41,6 @@ private:
     int m_closing = 0;     ///< tries to end the session that did not
     int m_sessionEnds = 0; ///< the step at which the session is ended
     int m_session = 0;
+    QSet<QString> m_seen;    ///< windows that it had before it
     qsizetype m_widgets = 0; ///< that a session leaves, when the second has ended
 };
