@@ -149,7 +149,8 @@ void MonkeyRun::CloseDown()
     Plan(1);
     QWidget *window = MonkeyWindow();
     if (!window) {
-        QCoreApplication::quit();
+        // Forms that it opened over each other, some hidden already, would each be asked by quit().
+        QCoreApplication::exit();
         return;
     }
     if (QApplication::activePopupWidget() || m_closing % 3 == 0)
