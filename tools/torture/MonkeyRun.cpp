@@ -153,10 +153,11 @@ void MonkeyRun::CloseDown()
         QCoreApplication::exit();
         return;
     }
+    const MonkeyDeed deed = NextDeed();
     if (QApplication::activePopupWidget() || m_closing % 3 == 0)
         window->close();
-    else
-        NextDeed().Do();
+    else if (deed.kind != MonkeyDeed::Kind::Form && deed.kind != MonkeyDeed::Kind::Command)
+        deed.Do();
 }
 
 void MonkeyRun::Look()
