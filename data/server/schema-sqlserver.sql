@@ -7,7 +7,7 @@
 SET QUOTED_IDENTIFIER ON;
 SET NOCOUNT ON;
 GO
--- Whoever reads does not wait for whoever writes.
+-- Readers do not wait for writers.
 ALTER DATABASE CURRENT SET READ_COMMITTED_SNAPSHOT ON WITH ROLLBACK IMMEDIATE;
 GO
 CREATE TABLE [Contacts] (

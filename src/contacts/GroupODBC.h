@@ -52,7 +52,7 @@ void ADO_Contact_FillGroupNames(int linkRef, ComboModel &list);
 bool ADO_Contact_ShowGroup(int groupRef, ListModel &list);
 /// Makes the members of a group those of `list`, keys as of ADO_Contact_ShowGroup; what is stored loses its
 /// bold mark. Whom another workstation added or removed since `seen` joins or leaves the list first. Other
-/// workstations, and whoever comes after a crash, see the members of before or all of the new ones. False
+/// workstations, and anybody who comes after a crash, see the members of before or all of the new ones. False
 /// where `progress` was cancelled: the group keeps the members of before; and on an error: it has the members
 /// up to there.
 bool ADO_Contact_UpdateGroup(int groupRef, ListModel &list, SeenMembers &seen, Progress &progress);

@@ -43,7 +43,7 @@ void Course_ChangePercentage(const QString &concessionName, double percentage, d
 bool Course_CheckLimit(int selected, int limit);
 void Course_TellLimit(int limit);
 
-/// Asks whether those of the students behind `keys` who have paid may be removed, with name and sum. The
+/// Asks whether those of the students of `keys` who have paid may be removed, with name and sum. The
 /// students with what they have paid; nothing where the user says no, and on an error.
 std::optional<KnownStudents> Course_AgreeToRemove(int courseRef, const QStringList &keys);
 /// Removes students, after that question. False where it was not all done.

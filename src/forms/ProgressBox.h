@@ -10,7 +10,7 @@ class ProgressBar;
 
 /// Stands before a form while a long run of its own is under way: how far it is, and a button that stops it.
 /// A run that is over at once shows nothing. From its first moment nothing but the box and what the run asks
-/// takes input; the rest of the program is painted, no more.
+/// takes input; the rest of the program is only painted.
 class ProgressBox final : public QDialog
 {
     Q_OBJECT

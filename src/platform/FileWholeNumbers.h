@@ -11,7 +11,7 @@ struct sqlite3;
 /// A value of a statement that goes straight into a column of whole numbers.
 struct WholeTarget {
     size_t value;   ///< among the statement's values
-    qint64 most;    ///< that the column takes, behind a sign that the statement itself has
+    qint64 most;    ///< that the column takes, after a sign that the statement itself has
     QString column; ///< as a message names it
 };
 

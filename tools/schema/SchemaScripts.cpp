@@ -217,7 +217,7 @@ QString SqlServerScript(const Schema &schema)
         "-- A server before 2019 has no UTF-8 collation. One like Latin1_General_CI_AS serves there,\n"
         "-- and keeps the letters of its code page: the program writes its texts without an N.\n"
         "SET QUOTED_IDENTIFIER ON;\nSET NOCOUNT ON;\nGO\n"
-        "-- Whoever reads does not wait for whoever writes.\n"
+        "-- Readers do not wait for writers.\n"
         "ALTER DATABASE CURRENT SET READ_COMMITTED_SNAPSHOT ON WITH ROLLBACK IMMEDIATE;\nGO\n");
     for (const Schema::Table &table : schema.tables)
         script += CreateTable(table, Bracketed, SqlServerType) % u";\nGO\n";

@@ -11,7 +11,7 @@ namespace SaveKills
 struct Subject {
     QString name;        ///< "saving a person with lists"
     unsigned long pause; ///< microseconds before each statement of the save
-    /// Makes version 0 of it, of `key` or, where that is 0 or gone, anew; the key of it.
+    /// Makes version 0 of it, of `key`, or a new one where that is 0 or gone; the key of it.
     std::function<int(int key)> prepare;
     /// Saves version 1; false where that failed.
     std::function<bool(int key)> save;
