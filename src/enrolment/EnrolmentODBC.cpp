@@ -9,6 +9,8 @@
 #include "platform/Connection.h"
 #include "platform/Dialogs.h"
 
+#include <algorithm>
+
 namespace
 {
 QString OfCourse(int courseRef)
@@ -89,10 +91,10 @@ QString NameOf(const Recordset::Row &row)
     return row.Text(u"Cust_Surname") % u", " % row.Text(u"Cust_Forename");
 }
 
-/// A number to two places, 0 for NULL.
+/// A number to two places, 0 for NULL and for one below zero, whose sign a leading zero hides.
 double Number(const Recordset::Row &row, QStringView column)
 {
-    return CurrencyValue(u'0' % row.Text(column));
+    return Money::Of(std::max(0.0, row.Double(column))).Units();
 }
 
 /// Only inside a step.

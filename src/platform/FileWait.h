@@ -14,8 +14,8 @@ struct Pace {
 /// Waits with this pace from now on, and no longer once the file was moved away.
 void Install(sqlite3 *handle, const Pace &pace);
 
-/// Milliseconds that a long loop leaves the file alone between two groups, so that a workstation that waits looks
-/// meanwhile.
+/// Milliseconds that a long loop leaves the file alone between two groups, so that a workstation that waits
+/// looks meanwhile.
 constexpr int Gap(const Pace &pace)
 {
     return 4 * pace.between;
