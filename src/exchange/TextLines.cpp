@@ -52,6 +52,8 @@ bool LooksLikeUtf16(const QByteArray &bytes, int zeroByte)
     return looked >= 4 && zeros * 4 >= looked && others * 20 <= looked;
 }
 
+constexpr QByteArrayView utf8Mark("\xEF\xBB\xBF");
+
 bool IsLineEnd(char c)
 {
     return c == '\n' || c == '\r';
@@ -88,7 +90,7 @@ Recognised Recognise(const QByteArray &bytes)
         return {Encoding::Utf16LE, 2};
     if (bytes.startsWith("\xFE\xFF"))
         return {Encoding::Utf16BE, 2};
-    const qsizetype markSize = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+    const qsizetype markSize = bytes.startsWith(utf8Mark) ? utf8Mark.size() : 0;
     if (markSize == 0 && LooksLikeUtf16(bytes, 1))
         return {Encoding::Utf16LE};
     if (markSize == 0 && LooksLikeUtf16(bytes, 0))
@@ -174,7 +176,12 @@ QString TextLines::Decoded(QByteArrayView line)
 {
     m_isOdd = m_isMixed && !IsAscii(line) && IsUtf8(line) != (m_encoding == Encoding::Utf8);
     const bool isWindows1252 = (m_encoding == Encoding::Windows1252) != m_isOdd;
-    return isWindows1252 ? FromWindows1252(line.data(), line.size()) : QString::fromUtf8(line);
+    if (isWindows1252)
+        return FromWindows1252(line.data(), line.size());
+    // The toolkit drops a mark at the beginning of a text, which a line is not.
+    return line.startsWith(utf8Mark)
+               ? QString(QChar::ByteOrderMark % QString::fromUtf8(line.sliced(utf8Mark.size())))
+               : QString::fromUtf8(line);
 }
 
 QString TextLines::EncodingName() const
