@@ -67,7 +67,7 @@ QString LineToMend(const ImportSource &source)
            u',' % source.Line().text % u"\r\n";
 }
 
-/// False if the file takes no more.
+/// False if the file cannot be written.
 bool WriteFaultyLines(QSaveFile &file, ImportSource &source, Progress &progress)
 {
     const auto write = [&file](const QString &text) {

@@ -56,7 +56,7 @@ public:
     }
     /// Empties the file but for the byte-order mark and the header. False if it cannot be written.
     bool Begin(const QString &header);
-    /// False if the file takes no more.
+    /// False if the file cannot be written.
     bool Write(const Recordset::Row &row);
     bool Finish();
     /// Of the rows written since Begin.
