@@ -1,10 +1,10 @@
 #include "Bench.h"
 
-#include "contacts/ContactListODBC.h"
-#include "contacts/ContactRecordODBC.h"
+#include "contacts/lists/ContactListODBC.h"
+#include "contacts/record/ContactRecordODBC.h"
 #include "controls/ListModel.h"
-#include "core/Session.h"
-#include "platform/FileText.h"
+#include "core/session/Session.h"
+#include "platform/engines/FileText.h"
 #include "support/TestDatabase.h"
 
 #include <malloc.h>

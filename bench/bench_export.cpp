@@ -1,11 +1,11 @@
 #include "Bench.h"
 
-#include "core/Progress.h"
-#include "core/Session.h"
-#include "exchange/ExportState.h"
-#include "platform/Connection.h"
-#include "platform/Dialogs.h"
-#include "platform/FileText.h"
+#include "core/session/Progress.h"
+#include "core/session/Session.h"
+#include "exchange/export/ExportState.h"
+#include "platform/connection/Connection.h"
+#include "platform/desktop/Dialogs.h"
+#include "platform/engines/FileText.h"
 #include "support/TestDatabase.h"
 
 #include <QFile>

@@ -1,10 +1,10 @@
 #include "Bench.h"
 
-#include "core/Progress.h"
-#include "core/Session.h"
-#include "exchange/ImportState.h"
-#include "platform/Connection.h"
-#include "platform/Dialogs.h"
+#include "core/session/Progress.h"
+#include "core/session/Session.h"
+#include "exchange/import/ImportState.h"
+#include "platform/connection/Connection.h"
+#include "platform/desktop/Dialogs.h"
 #include "support/TestDatabase.h"
 
 #include <QCoreApplication>

@@ -1,11 +1,11 @@
 #include "Bench.h"
 
-#include "contacts/ContactModule.h"
+#include "contacts/record/ContactModule.h"
 #include "controls/ComboModel.h"
 #include "controls/ListModel.h"
-#include "core/Session.h"
-#include "platform/Connection.h"
-#include "platform/FileText.h"
+#include "core/session/Session.h"
+#include "platform/connection/Connection.h"
+#include "platform/engines/FileText.h"
 #include "support/TestDatabase.h"
 
 #include <sqlite3.h>

@@ -1,12 +1,12 @@
 #include "Bench.h"
 
-#include "contacts/frmAddContact.h"
-#include "core/Session.h"
-#include "database/Security.h"
-#include "database/System.h"
-#include "forms/TypedCombo.h"
-#include "platform/Connection.h"
-#include "platform/FileText.h"
+#include "contacts/record/frmAddContact.h"
+#include "core/session/Session.h"
+#include "database/statements/Security.h"
+#include "database/statements/System.h"
+#include "forms/fields/TypedCombo.h"
+#include "platform/connection/Connection.h"
+#include "platform/engines/FileText.h"
 #include "support/TestDatabase.h"
 
 #include <QApplication>

@@ -1,10 +1,10 @@
 #include "Bench.h"
 
-#include "core/Progress.h"
-#include "core/Session.h"
-#include "database/System.h"
-#include "reports/ContactReport.h"
-#include "reports/HTMLscript.h"
+#include "core/session/Progress.h"
+#include "core/session/Session.h"
+#include "database/statements/System.h"
+#include "reports/contacts/ContactReport.h"
+#include "reports/writer/HTMLscript.h"
 #include "support/TestDatabase.h"
 
 #include <QFile>

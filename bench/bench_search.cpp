@@ -1,13 +1,13 @@
 #include "Bench.h"
 
-#include "contacts/ContactSearchODBC.h"
+#include "contacts/manager/ContactSearchODBC.h"
 #include "controls/ListModel.h"
-#include "core/Session.h"
-#include "database/DecodeDateFunc.h"
-#include "platform/Clock.h"
-#include "platform/Connection.h"
-#include "platform/Dialogs.h"
-#include "platform/FileText.h"
+#include "core/session/Session.h"
+#include "database/values/DecodeDateFunc.h"
+#include "platform/connection/Connection.h"
+#include "platform/desktop/Clock.h"
+#include "platform/desktop/Dialogs.h"
+#include "platform/engines/FileText.h"
 #include "support/TestDatabase.h"
 
 #include <QElapsedTimer>

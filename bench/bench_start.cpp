@@ -1,7 +1,7 @@
 #include "Bench.h"
 
-#include "database/BlankTemplate.h"
-#include "platform/FileDatabase.h"
+#include "database/connection/BlankTemplate.h"
+#include "platform/engines/FileDatabase.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,7 +1,7 @@
 #include "Bench.h"
 
-#include "core/Session.h"
-#include "database/MiscODBC.h"
+#include "core/session/Session.h"
+#include "database/statements/MiscODBC.h"
 #include "support/TestDatabase.h"
 
 #include <sqlite3.h>

@@ -1,5 +1,5 @@
-#include "platform/Connection.h"
-#include "platform/OneStep.h"
+#include "platform/connection/Connection.h"
+#include "platform/connection/OneStep.h"
 
 #include <QCoreApplication>
 #include <QString>

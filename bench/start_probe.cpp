@@ -1,9 +1,9 @@
-#include "core/Main.h"
-#include "core/Screens.h"
-#include "core/frmMain.h"
-#include "forms/StandardDialogs.h"
-#include "platform/Dialogs.h"
-#include "platform/Directories.h"
+#include "core/shell/Main.h"
+#include "core/shell/Screens.h"
+#include "core/shell/frmMain.h"
+#include "forms/frames/StandardDialogs.h"
+#include "platform/desktop/Dialogs.h"
+#include "platform/desktop/Directories.h"
 
 #include <QApplication>
 #include <QMainWindow>

@@ -1,7 +1,7 @@
-#include "core/Main.h"
-#include "core/Screens.h"
-#include "forms/FormStyle.h"
-#include "forms/StandardDialogs.h"
+#include "core/shell/Main.h"
+#include "core/shell/Screens.h"
+#include "forms/frames/FormStyle.h"
+#include "forms/frames/StandardDialogs.h"
 
 #include <QApplication>
 #include <QLocale>

@@ -1,8 +1,8 @@
 #include "assessments/CandidateODBC.h"
 
-#include "courses/SelectionMatch.h"
-#include "database/GlobalCode.h"
-#include "database/MiscODBC.h"
+#include "courses/record/SelectionMatch.h"
+#include "database/statements/MiscODBC.h"
+#include "database/values/GlobalCode.h"
 
 namespace
 {

@@ -1,7 +1,7 @@
 #include "attributes/AttributesPage.h"
 
 #include "attributes/CustomAttribModule.h"
-#include "forms/FormBuilder.h"
+#include "forms/frames/FormBuilder.h"
 
 AttributesPage::AttributesPage(QWidget *parent)
     : QWidget(parent)

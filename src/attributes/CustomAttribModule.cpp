@@ -1,8 +1,8 @@
 #include "attributes/CustomAttribModule.h"
 
 #include "controls/TreeModel.h"
-#include "database/DeletedMeanwhile.h"
-#include "database/GlobalCode.h"
+#include "database/statements/DeletedMeanwhile.h"
+#include "database/values/GlobalCode.h"
 
 #include <array>
 

@@ -2,10 +2,10 @@
 
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
-#include "core/Session.h"
-#include "database/GlobalCode.h"
-#include "database/MiscODBC.h"
-#include "platform/Connection.h"
+#include "core/session/Session.h"
+#include "database/statements/MiscODBC.h"
+#include "database/values/GlobalCode.h"
+#include "platform/connection/Connection.h"
 
 #include <QSet>
 

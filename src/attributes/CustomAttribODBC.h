@@ -1,6 +1,6 @@
 #pragma once
 
-#include "database/ReadRow.h"
+#include "database/statements/ReadRow.h"
 
 #include <QString>
 

@@ -1,8 +1,8 @@
 #include "attributes/frmAddAttribute.h"
 
 #include "attributes/CustomAttribModule.h"
-#include "database/GlobalCode.h"
-#include "forms/FormBuilder.h"
+#include "database/values/GlobalCode.h"
+#include "forms/frames/FormBuilder.h"
 
 namespace
 {

@@ -2,7 +2,7 @@
 
 #include "attributes/CustomAttribODBC.h"
 #include "controls/ListModel.h"
-#include "forms/ItemDialog.h"
+#include "forms/frames/ItemDialog.h"
 
 class FormBuilder;
 class QLineEdit;

@@ -1,7 +1,7 @@
 #include "attributes/frmAddAttributeVal.h"
 
 #include "attributes/CustomAttribModule.h"
-#include "forms/FormBuilder.h"
+#include "forms/frames/FormBuilder.h"
 
 frmAddAttributeVal::frmAddAttributeVal(int attributeRef, const QString &attributeName, QWidget *parent)
     : ItemDialog(QStringLiteral("frmAddAttributeVal"), u"Add Attribute Value to " % attributeName, parent)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/ItemDialog.h"
+#include "forms/frames/ItemDialog.h"
 
 class QLineEdit;
 

@@ -4,10 +4,10 @@
 #include "attributes/frmAddAttribute.h"
 #include "attributes/frmAddAttributeVal.h"
 #include "controls/ListModel.h"
-#include "core/Session.h"
-#include "database/GlobalCode.h"
-#include "database/Security.h"
-#include "forms/FormBuilder.h"
+#include "core/session/Session.h"
+#include "database/statements/Security.h"
+#include "database/values/GlobalCode.h"
+#include "forms/frames/FormBuilder.h"
 
 namespace
 {

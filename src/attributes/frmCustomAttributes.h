@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/TreeModel.h"
-#include "forms/FormDialog.h"
+#include "forms/frames/FormDialog.h"
 
 class FormBuilder;
 class QPushButton;

@@ -1,13 +1,13 @@
 #include "enrolment/EnrolmentModule.h"
 
 #include "controls/ListModel.h"
-#include "database/DecodeDateFunc.h"
-#include "database/GlobalCode.h"
-#include "database/MiscODBC.h"
-#include "database/System.h"
+#include "database/statements/MiscODBC.h"
+#include "database/statements/System.h"
+#include "database/values/DecodeDateFunc.h"
+#include "database/values/GlobalCode.h"
 #include "enrolment/TransactionODBC.h"
-#include "platform/Clock.h"
-#include "platform/Dialogs.h"
+#include "platform/desktop/Clock.h"
+#include "platform/desktop/Dialogs.h"
 
 #include <algorithm>
 

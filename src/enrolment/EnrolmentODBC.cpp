@@ -1,13 +1,13 @@
 #include "enrolment/EnrolmentODBC.h"
 
 #include "controls/ListModel.h"
-#include "core/Progress.h"
-#include "core/Session.h"
-#include "database/GlobalCode.h"
-#include "database/MiscODBC.h"
-#include "database/System.h"
-#include "platform/Connection.h"
-#include "platform/Dialogs.h"
+#include "core/session/Progress.h"
+#include "core/session/Session.h"
+#include "database/statements/MiscODBC.h"
+#include "database/statements/System.h"
+#include "database/values/GlobalCode.h"
+#include "platform/connection/Connection.h"
+#include "platform/desktop/Dialogs.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "enrolment/Fees.h"
-#include "platform/Recordset.h"
+#include "platform/connection/Recordset.h"
 
 #include <QHash>
 #include <QString>

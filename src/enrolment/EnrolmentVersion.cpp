@@ -1,6 +1,6 @@
 #include "enrolment/EnrolmentVersion.h"
 
-#include "database/RecordLists.h"
+#include "database/statements/RecordLists.h"
 #include "enrolment/EnrolmentODBC.h"
 
 #include <optional>

@@ -1,6 +1,6 @@
 #include "enrolment/Money.h"
 
-#include "database/GlobalCode.h"
+#include "database/values/GlobalCode.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "enrolment/PaymentBoxes.h"
 
-#include "database/System.h"
-#include "forms/FormBuilder.h"
+#include "database/statements/System.h"
+#include "forms/frames/FormBuilder.h"
 
 QString WithSymbol(const QString &caption)
 {

@@ -1,8 +1,8 @@
 #include "enrolment/TransactionODBC.h"
 
-#include "database/GlobalCode.h"
-#include "database/MiscODBC.h"
-#include "database/System.h"
+#include "database/statements/MiscODBC.h"
+#include "database/statements/System.h"
+#include "database/values/GlobalCode.h"
 
 bool ADO_Course_Log_Transaction(int courseRef, int contactRef, int date, const QString &receiptNo,
                                 const Fees::Payments &act, int creditCardRef)

@@ -1,6 +1,6 @@
 #include "enrolment/frmPercent.h"
 
-#include "forms/FormBuilder.h"
+#include "forms/frames/FormBuilder.h"
 
 #include <QApplication>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/ListModel.h"
-#include "forms/FormDialog.h"
+#include "forms/frames/FormDialog.h"
 
 /// The courses whose students are to get a characteristic's new discount.
 class frmPercent final : public FormDialog

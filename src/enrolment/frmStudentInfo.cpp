@@ -1,10 +1,10 @@
 #include "enrolment/frmStudentInfo.h"
 
 #include "controls/ListModel.h"
-#include "database/Security.h"
+#include "database/statements/Security.h"
 #include "enrolment/EnrolmentVersion.h"
-#include "forms/FieldLock.h"
-#include "forms/FormBuilder.h"
+#include "forms/fields/FieldLock.h"
+#include "forms/frames/FormBuilder.h"
 
 namespace
 {

@@ -2,7 +2,7 @@
 
 #include "enrolment/EnrolmentModule.h"
 #include "enrolment/PaymentBoxes.h"
-#include "forms/FormDialog.h"
+#include "forms/frames/FormDialog.h"
 
 #include <optional>
 

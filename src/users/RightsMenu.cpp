@@ -1,8 +1,8 @@
 #include "users/RightsMenu.h"
 
 #include "controls/TreeModel.h"
-#include "forms/TreeView.h"
-#include "platform/Dialogs.h"
+#include "forms/lists/TreeView.h"
+#include "platform/desktop/Dialogs.h"
 #include "users/UserRights.h"
 
 #include <QAction>

@@ -1,7 +1,7 @@
 #include "users/SecurityMap.h"
 
-#include "database/Security.h"
-#include "platform/TextFile.h"
+#include "database/statements/Security.h"
+#include "platform/desktop/TextFile.h"
 
 #include <QFile>
 #include <QSet>

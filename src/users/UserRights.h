@@ -1,6 +1,6 @@
 #pragma once
 
-#include "database/Security.h"
+#include "database/statements/Security.h"
 #include "users/SecurityMap.h"
 
 #include <QString>

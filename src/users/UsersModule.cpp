@@ -1,8 +1,8 @@
 #include "users/UsersModule.h"
 
-#include "core/Session.h"
-#include "database/GlobalCode.h"
-#include "platform/Dialogs.h"
+#include "core/session/Session.h"
+#include "database/values/GlobalCode.h"
+#include "platform/desktop/Dialogs.h"
 #include "users/UsersODBC.h"
 
 bool CheckLogon(const QString &name, const QString &password)

@@ -2,9 +2,9 @@
 
 #include "controls/ComboModel.h"
 #include "controls/ListModel.h"
-#include "database/GlobalCode.h"
-#include "database/MiscODBC.h"
-#include "database/Security.h"
+#include "database/statements/MiscODBC.h"
+#include "database/statements/Security.h"
+#include "database/values/GlobalCode.h"
 
 namespace
 {

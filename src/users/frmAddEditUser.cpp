@@ -1,9 +1,9 @@
 #include "users/frmAddEditUser.h"
 
-#include "core/Session.h"
-#include "forms/FormBuilder.h"
-#include "forms/OkCancel.h"
-#include "platform/Directories.h"
+#include "core/session/Session.h"
+#include "forms/frames/FormBuilder.h"
+#include "forms/frames/OkCancel.h"
+#include "platform/desktop/Directories.h"
 #include "users/RightsMenu.h"
 #include "users/UsersModule.h"
 

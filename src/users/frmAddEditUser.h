@@ -3,8 +3,8 @@
 #include "controls/ComboModel.h"
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
-#include "forms/FormDialog.h"
-#include "forms/RequiredMarks.h"
+#include "forms/fields/RequiredMarks.h"
+#include "forms/frames/FormDialog.h"
 #include "users/UserRights.h"
 
 class ComboBox;

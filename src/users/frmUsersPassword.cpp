@@ -1,8 +1,8 @@
 #include "users/frmUsersPassword.h"
 
-#include "core/Session.h"
-#include "forms/FormBuilder.h"
-#include "forms/OkCancel.h"
+#include "core/session/Session.h"
+#include "forms/frames/FormBuilder.h"
+#include "forms/frames/OkCancel.h"
 #include "users/UsersModule.h"
 
 frmUsersPassword::frmUsersPassword(const ListItem &user, QWidget *parent)

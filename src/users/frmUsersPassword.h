@@ -1,8 +1,8 @@
 #pragma once
 
 #include "controls/ListModel.h"
-#include "forms/FormDialog.h"
-#include "forms/RequiredMarks.h"
+#include "forms/fields/RequiredMarks.h"
+#include "forms/frames/FormDialog.h"
 
 class QLineEdit;
 

@@ -3,7 +3,7 @@
 #include "attributes/frmCustomAttributes.h"
 #include "contacts/ContactForm.h"
 #include "contacts/Keyboard.h"
-#include "core/Screens.h"
+#include "core/shell/Screens.h"
 #include "support/RightsTable.h"
 
 #include <QTest>

@@ -1,6 +1,6 @@
 #include "attributes/Attributes.h"
 #include "contacts/People.h"
-#include "database/GlobalCode.h"
+#include "database/values/GlobalCode.h"
 
 #include <QTest>
 

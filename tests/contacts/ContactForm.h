@@ -1,13 +1,13 @@
 #pragma once
 
-#include "contacts/ContactModule.h"
 #include "contacts/People.h"
-#include "contacts/frmAddContact.h"
+#include "contacts/record/ContactModule.h"
+#include "contacts/record/frmAddContact.h"
 #include "controls/ComboModel.h"
-#include "core/Session.h"
-#include "database/Security.h"
-#include "database/System.h"
-#include "forms/FormBuilder.h"
+#include "core/session/Session.h"
+#include "database/statements/Security.h"
+#include "database/statements/System.h"
+#include "forms/frames/FormBuilder.h"
 #include "support/ModalDriver.h"
 
 #include <QDir>

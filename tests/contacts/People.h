@@ -1,11 +1,11 @@
 #pragma once
 
-#include "contacts/ContactRecord.h"
-#include "contacts/ContactRecordODBC.h"
-#include "contacts/ContactVersion.h"
+#include "contacts/record/ContactRecord.h"
+#include "contacts/record/ContactRecordODBC.h"
+#include "contacts/record/ContactVersion.h"
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
-#include "core/Session.h"
+#include "core/session/Session.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestDatabase.h"
 

@@ -1,10 +1,10 @@
-#include "contacts/ConcessionODBC.h"
-#include "contacts/ContactModule.h"
-#include "contacts/CourseHistoryText.h"
 #include "contacts/People.h"
+#include "contacts/lists/ConcessionODBC.h"
+#include "contacts/record/ContactModule.h"
+#include "contacts/record/CourseHistoryText.h"
 #include "controls/TreeModel.h"
-#include "core/Progress.h"
-#include "database/System.h"
+#include "core/session/Progress.h"
+#include "database/statements/System.h"
 
 #include <QTest>
 

@@ -1,10 +1,10 @@
-#include "contacts/ConcessionODBC.h"
 #include "contacts/ContactForm.h"
 #include "contacts/Keyboard.h"
-#include "contacts/frmAddContact.h"
-#include "forms/DateField.h"
-#include "organisations/OrganisationRecordODBC.h"
-#include "platform/Clock.h"
+#include "contacts/lists/ConcessionODBC.h"
+#include "contacts/record/frmAddContact.h"
+#include "forms/fields/DateField.h"
+#include "organisations/record/OrganisationRecordODBC.h"
+#include "platform/desktop/Clock.h"
 #include "reports/OwnDesktop.h"
 
 #include <QTest>

@@ -1,7 +1,7 @@
-#include "contacts/ConcessionODBC.h"
 #include "contacts/ContactForm.h"
-#include "contacts/frmAddContact.h"
-#include "contacts/frmContactMainAddEdit.h"
+#include "contacts/lists/ConcessionODBC.h"
+#include "contacts/maintenance/frmContactMainAddEdit.h"
+#include "contacts/record/frmAddContact.h"
 
 #include <QTest>
 

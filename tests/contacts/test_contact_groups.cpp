@@ -1,8 +1,8 @@
 #include "contacts/ContactForm.h"
-#include "contacts/GroupModule.h"
 #include "contacts/Keyboard.h"
-#include "contacts/frmGroupName.h"
-#include "core/Progress.h"
+#include "contacts/groups/GroupModule.h"
+#include "contacts/groups/frmGroupName.h"
+#include "core/session/Progress.h"
 #include "support/RightsTable.h"
 #include "support/StatementLog.h"
 

@@ -1,9 +1,9 @@
-#include "contacts/ConcessionODBC.h"
 #include "contacts/ContactForm.h"
 #include "contacts/Keyboard.h"
-#include "contacts/frmAddContact.h"
-#include "contacts/frmContact.h"
-#include "contacts/frmSelectContacts.h"
+#include "contacts/lists/ConcessionODBC.h"
+#include "contacts/manager/frmContact.h"
+#include "contacts/manager/frmSelectContacts.h"
+#include "contacts/record/frmAddContact.h"
 
 // One whole task on each of the screens of people, without a mouse.
 

@@ -1,13 +1,13 @@
-#include "contacts/ContactListODBC.h"
-#include "contacts/ContactModule.h"
-#include "contacts/ContactRecordODBC.h"
 #include "contacts/People.h"
+#include "contacts/lists/ContactListODBC.h"
+#include "contacts/record/ContactModule.h"
+#include "contacts/record/ContactRecordODBC.h"
 #include "controls/ComboModel.h"
-#include "organisations/AwardBoardODBC.h"
 #include "organisations/Companies.h"
-#include "organisations/OrganisationLinkODBC.h"
-#include "organisations/OrganisationModule.h"
-#include "organisations/OrganisationRecordODBC.h"
+#include "organisations/lists/OrganisationLinkODBC.h"
+#include "organisations/record/AwardBoardODBC.h"
+#include "organisations/record/OrganisationModule.h"
+#include "organisations/record/OrganisationRecordODBC.h"
 
 #include <QTest>
 

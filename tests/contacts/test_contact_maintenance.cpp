@@ -1,7 +1,7 @@
 #include "contacts/ContactForm.h"
-#include "contacts/frmAddContact.h"
-#include "contacts/frmContactMain.h"
-#include "forms/TypedCombo.h"
+#include "contacts/maintenance/frmContactMain.h"
+#include "contacts/record/frmAddContact.h"
+#include "forms/fields/TypedCombo.h"
 #include "support/RightsTable.h"
 #include "support/TestTable.h"
 

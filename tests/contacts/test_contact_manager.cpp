@@ -1,6 +1,6 @@
 #include "contacts/ContactForm.h"
-#include "contacts/frmContact.h"
-#include "platform/Connection.h"
+#include "contacts/manager/frmContact.h"
+#include "platform/connection/Connection.h"
 #include "support/RightsTable.h"
 
 #include <QFile>

@@ -1,8 +1,8 @@
-#include "contacts/ContactModule.h"
-#include "contacts/ContactRecordODBC.h"
 #include "contacts/People.h"
-#include "database/GlobalCode.h"
-#include "platform/Clock.h"
+#include "contacts/record/ContactModule.h"
+#include "contacts/record/ContactRecordODBC.h"
+#include "database/values/GlobalCode.h"
+#include "platform/desktop/Clock.h"
 
 #include <QTest>
 

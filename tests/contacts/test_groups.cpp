@@ -1,9 +1,9 @@
-#include "contacts/ContactModule.h"
-#include "contacts/GroupModule.h"
-#include "contacts/GroupODBC.h"
 #include "contacts/People.h"
+#include "contacts/groups/GroupModule.h"
+#include "contacts/groups/GroupODBC.h"
+#include "contacts/record/ContactModule.h"
 #include "controls/ComboModel.h"
-#include "core/Progress.h"
+#include "core/session/Progress.h"
 #include "support/StatementLog.h"
 
 #include <QTest>

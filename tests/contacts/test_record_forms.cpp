@@ -1,9 +1,9 @@
 #include "contacts/ContactForm.h"
-#include "contacts/frmAddContact.h"
+#include "contacts/record/frmAddContact.h"
 #include "organisations/Companies.h"
-#include "organisations/OrganisationModule.h"
-#include "organisations/frmAddOrg.h"
-#include "platform/Clock.h"
+#include "organisations/record/OrganisationModule.h"
+#include "organisations/record/frmAddOrg.h"
+#include "platform/desktop/Clock.h"
 #include "support/RightsTable.h"
 #include "support/StatementLog.h"
 

@@ -1,5 +1,5 @@
 #include "contacts/ContactForm.h"
-#include "contacts/frmSelectContacts.h"
+#include "contacts/manager/frmSelectContacts.h"
 #include "support/RightsTable.h"
 #include "support/TestTable.h"
 

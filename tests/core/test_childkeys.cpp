@@ -1,6 +1,6 @@
-#include "core/ChildArea.h"
+#include "core/shell/ChildArea.h"
 
-#include "forms/ButtonKeys.h"
+#include "forms/frames/ButtonKeys.h"
 
 #include <QApplication>
 #include <QDialog>

@@ -1,9 +1,9 @@
-#include "core/INIfile.h"
+#include "core/files/INIfile.h"
 
-#include "core/Session.h"
+#include "core/session/Session.h"
 #include "database/FullDisk.h"
-#include "platform/Clock.h"
-#include "platform/Directories.h"
+#include "platform/desktop/Clock.h"
+#include "platform/desktop/Directories.h"
 #include "support/Files.h"
 #include "support/TestTable.h"
 

@@ -1,8 +1,8 @@
-#include "core/INIfile.h"
-#include "core/Icons.h"
-#include "core/Session.h"
-#include "core/frmLocalOptions.h"
-#include "platform/Dialogs.h"
+#include "core/files/INIfile.h"
+#include "core/icons/Icons.h"
+#include "core/session/Session.h"
+#include "core/shell/frmLocalOptions.h"
+#include "platform/desktop/Dialogs.h"
 #include "support/ModalDriver.h"
 #include "support/TestDatabase.h"
 

@@ -1,7 +1,7 @@
-#include "core/Screens.h"
-#include "core/Session.h"
-#include "core/frmMain.h"
-#include "database/Security.h"
+#include "core/session/Session.h"
+#include "core/shell/Screens.h"
+#include "core/shell/frmMain.h"
+#include "database/statements/Security.h"
 #include "support/Files.h"
 #include "support/TestDatabase.h"
 

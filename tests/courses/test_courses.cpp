@@ -1,6 +1,6 @@
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
-#include "courses/CourseModule.h"
+#include "courses/record/CourseModule.h"
 #include "enrolment/School.h"
 #include "support/ScriptedDialogs.h"
 #include "support/SeenElsewhere.h"

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "core/Session.h"
-#include "platform/Connection.h"
-#include "platform/Dialogs.h"
-#include "platform/Directories.h"
-#include "platform/FileDatabase.h"
+#include "core/session/Session.h"
+#include "platform/connection/Connection.h"
+#include "platform/desktop/Dialogs.h"
+#include "platform/desktop/Directories.h"
+#include "platform/engines/FileDatabase.h"
 #include "support/OwnDataSources.h"
 #include "support/TestDatabase.h"
 

@@ -1,7 +1,7 @@
-#include "core/Session.h"
-#include "database/CredentialStore.h"
+#include "core/session/Session.h"
 #include "database/FullDisk.h"
-#include "platform/Directories.h"
+#include "database/connection/CredentialStore.h"
+#include "platform/desktop/Directories.h"
 #include "support/Files.h"
 #include "support/TestTable.h"
 

@@ -1,7 +1,7 @@
-#include "core/Session.h"
-#include "database/DecodeDateFunc.h"
-#include "database/GlobalCode.h"
-#include "platform/Clock.h"
+#include "core/session/Session.h"
+#include "database/values/DecodeDateFunc.h"
+#include "database/values/GlobalCode.h"
+#include "platform/desktop/Clock.h"
 #include "support/Money.h"
 
 #include <QLocale>

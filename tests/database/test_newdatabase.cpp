@@ -1,8 +1,8 @@
-#include "database/BlankTemplate.h"
-#include "database/ConnectDatabase.h"
 #include "database/ConnectFixture.h"
 #include "database/FullDisk.h"
-#include "database/NewDatabase.h"
+#include "database/connection/BlankTemplate.h"
+#include "database/connection/ConnectDatabase.h"
+#include "database/connection/NewDatabase.h"
 #include "support/Files.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
-#include "database/RecordLists.h"
+#include "database/statements/RecordLists.h"
 #include "support/TestTable.h"
 
 #include <QTest>

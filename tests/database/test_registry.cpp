@@ -1,6 +1,6 @@
-#include "core/Session.h"
-#include "database/Registry.h"
-#include "platform/DataSourceRegistry.h"
+#include "core/session/Session.h"
+#include "database/connection/Registry.h"
+#include "platform/connection/DataSourceRegistry.h"
 #include "support/OwnDataSources.h"
 #include "support/ScriptedDialogs.h"
 

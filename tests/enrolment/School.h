@@ -1,7 +1,7 @@
 #pragma once
 
-#include "database/GlobalCode.h"
-#include "database/System.h"
+#include "database/statements/System.h"
+#include "database/values/GlobalCode.h"
 #include "support/TestDatabase.h"
 
 /// A training provider for tests: people, characteristics and courses, put straight into the tables.

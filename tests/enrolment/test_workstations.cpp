@@ -1,11 +1,11 @@
 #include "controls/ListModel.h"
-#include "core/Session.h"
-#include "database/Security.h"
+#include "core/session/Session.h"
+#include "database/statements/Security.h"
 #include "enrolment/EnrolmentODBC.h"
 #include "enrolment/School.h"
 #include "enrolment/frmStudentInfo.h"
-#include "platform/Dialogs.h"
-#include "platform/Directories.h"
+#include "platform/desktop/Dialogs.h"
+#include "platform/desktop/Directories.h"
 #include "support/ModalDriver.h"
 
 #include <QApplication>

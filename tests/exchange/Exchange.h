@@ -1,9 +1,9 @@
 #pragma once
 
-#include "core/Progress.h"
-#include "core/Session.h"
-#include "exchange/ExportState.h"
-#include "exchange/ImportState.h"
+#include "core/session/Progress.h"
+#include "core/session/Session.h"
+#include "exchange/export/ExportState.h"
+#include "exchange/import/ImportState.h"
 #include "support/Files.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestDatabase.h"

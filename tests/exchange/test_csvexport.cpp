@@ -1,6 +1,6 @@
-#include "exchange/CsvExport.h"
 #include "exchange/Exchange.h"
-#include "platform/Directories.h"
+#include "exchange/export/CsvExport.h"
+#include "platform/desktop/Directories.h"
 
 #include <QDir>
 #include <QTest>

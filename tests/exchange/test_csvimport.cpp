@@ -1,10 +1,10 @@
 #include "controls/ListModel.h"
-#include "database/MiscODBC.h"
-#include "exchange/CsvImport.h"
+#include "database/statements/MiscODBC.h"
 #include "exchange/Exchange.h"
-#include "exchange/ImportColumn.h"
-#include "exchange/ReportQuery.h"
-#include "exchange/TableFixODBC.h"
+#include "exchange/csv/ReportQuery.h"
+#include "exchange/csv/TableFixODBC.h"
+#include "exchange/import/CsvImport.h"
+#include "exchange/import/ImportColumn.h"
 #include "support/StatementLog.h"
 
 #include <QRegularExpression>

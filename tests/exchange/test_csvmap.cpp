@@ -1,5 +1,5 @@
-#include "exchange/CsvMap.h"
-#include "exchange/ImportState.h"
+#include "exchange/csv/CsvMap.h"
+#include "exchange/import/ImportState.h"
 #include "support/Files.h"
 #include "support/ScriptedDialogs.h"
 

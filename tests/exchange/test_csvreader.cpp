@@ -1,5 +1,5 @@
-#include "exchange/CsvFields.h"
-#include "exchange/CsvReader.h"
+#include "exchange/csv/CsvFields.h"
+#include "exchange/csv/CsvReader.h"
 #include "support/Files.h"
 
 #include <QStringEncoder>

@@ -1,11 +1,11 @@
 #include "contacts/Keyboard.h"
 #include "exchange/Exchange.h"
-#include "exchange/frmChangeMap.h"
-#include "exchange/frmExportWiz.h"
-#include "exchange/frmImportWiz.h"
-#include "forms/ListView.h"
-#include "forms/StandardDialogs.h"
-#include "platform/Directories.h"
+#include "exchange/export/frmExportWiz.h"
+#include "exchange/import/frmChangeMap.h"
+#include "exchange/import/frmImportWiz.h"
+#include "forms/frames/StandardDialogs.h"
+#include "forms/lists/ListView.h"
+#include "platform/desktop/Directories.h"
 #include "support/ModalDriver.h"
 
 #include <QAbstractButton>

@@ -1,7 +1,7 @@
-#include "core/Progress.h"
-#include "core/Session.h"
-#include "exchange/ImportState.h"
-#include "platform/Dialogs.h"
+#include "core/session/Progress.h"
+#include "core/session/Session.h"
+#include "exchange/import/ImportState.h"
+#include "platform/desktop/Dialogs.h"
 #include "support/Files.h"
 #include "support/TestDatabase.h"
 

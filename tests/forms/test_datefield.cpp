@@ -1,5 +1,5 @@
-#include "forms/DateField.h"
-#include "platform/Clock.h"
+#include "forms/fields/DateField.h"
+#include "platform/desktop/Clock.h"
 #include "support/ScriptedDialogs.h"
 
 #include <QApplication>

@@ -1,5 +1,5 @@
 #include "controls/ComboModel.h"
-#include "forms/FormBuilder.h"
+#include "forms/frames/FormBuilder.h"
 #include "support/TestTable.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
-#include "exchange/CsvFields.h"
-#include "exchange/CsvMap.h"
-#include "exchange/CsvReader.h"
+#include "exchange/csv/CsvFields.h"
+#include "exchange/csv/CsvMap.h"
+#include "exchange/csv/CsvReader.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,5 @@
-#include "platform/SqlDialect.h"
-#include "platform/SqlShape.h"
+#include "platform/sql/SqlDialect.h"
+#include "platform/sql/SqlShape.h"
 
 #include <cstddef>
 #include <cstdint>

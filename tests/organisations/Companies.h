@@ -1,10 +1,10 @@
 #pragma once
 
-#include "contacts/ContactModule.h"
 #include "contacts/People.h"
+#include "contacts/record/ContactModule.h"
 #include "controls/ListModel.h"
-#include "organisations/OrganisationRecordODBC.h"
-#include "organisations/OrganisationVersion.h"
+#include "organisations/record/OrganisationRecordODBC.h"
+#include "organisations/record/OrganisationVersion.h"
 
 /// A valid organisation; a test changes what matters to it.
 inline OrganisationRecord Company(const QString &name, const QString &referenceId = {})

@@ -1,7 +1,7 @@
-#include "platform/Connection.h"
-#include "platform/FileDatabase.h"
 #include "platform/LogonServer.h"
-#include "platform/OneStep.h"
+#include "platform/connection/Connection.h"
+#include "platform/connection/OneStep.h"
+#include "platform/engines/FileDatabase.h"
 #include "support/OwnDataSources.h"
 #include "support/TestTable.h"
 

@@ -1,5 +1,5 @@
-#include "platform/Connection.h"
-#include "platform/FileDatabase.h"
+#include "platform/connection/Connection.h"
+#include "platform/engines/FileDatabase.h"
 #include "support/Files.h"
 #include "support/TestTable.h"
 

@@ -1,4 +1,4 @@
-#include "core/Session.h"
+#include "core/session/Session.h"
 #include "support/TestDatabase.h"
 
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
-#include "platform/SqlDialect.h"
-#include "platform/SqlKeyOrder.h"
-#include "platform/SqlShape.h"
+#include "platform/sql/SqlDialect.h"
+#include "platform/sql/SqlKeyOrder.h"
+#include "platform/sql/SqlShape.h"
 #include "support/TestTable.h"
 
 #include <QTest>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reports/HTMLscript.h"
+#include "reports/writer/HTMLscript.h"
 #include "support/TestDatabase.h"
 
 #include <QFile>

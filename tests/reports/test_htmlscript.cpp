@@ -1,6 +1,6 @@
-#include "core/Session.h"
-#include "platform/Windows1252.h"
-#include "reports/HTMLscript.h"
+#include "core/session/Session.h"
+#include "platform/sql/Windows1252.h"
+#include "reports/writer/HTMLscript.h"
 #include "support/TestTable.h"
 
 #include <QDir>

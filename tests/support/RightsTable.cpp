@@ -1,7 +1,7 @@
 #include "support/RightsTable.h"
 
-#include "core/Session.h"
-#include "database/Security.h"
+#include "core/session/Session.h"
+#include "database/statements/Security.h"
 
 #include <QTest>
 #include <QVariant>

@@ -1,7 +1,7 @@
 #include "support/ScriptedDialogs.h"
 
-#include "core/Session.h"
-#include "platform/Connection.h"
+#include "core/session/Session.h"
+#include "platform/connection/Connection.h"
 
 #include <QTest>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Session.h"
+#include "core/session/Session.h"
 #include "support/TestDatabase.h"
 
 #include <QSet>

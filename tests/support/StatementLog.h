@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/Session.h"
-#include "platform/Connection.h"
+#include "core/session/Session.h"
+#include "platform/connection/Connection.h"
 
 #include <QStringList>
 

@@ -1,10 +1,10 @@
 #include "support/TestDatabase.h"
 
-#include "core/Session.h"
-#include "database/BlankTemplate.h"
-#include "platform/ColumnTypes.h"
-#include "platform/Directories.h"
-#include "platform/FileDatabase.h"
+#include "core/session/Session.h"
+#include "database/connection/BlankTemplate.h"
+#include "platform/connection/ColumnTypes.h"
+#include "platform/desktop/Directories.h"
+#include "platform/engines/FileDatabase.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Connection.h"
+#include "platform/connection/Connection.h"
 
 #include <QStringList>
 #include <QTemporaryDir>

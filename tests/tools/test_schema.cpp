@@ -1,5 +1,5 @@
-#include "database/BlankTemplate.h"
-#include "platform/Connection.h"
+#include "database/connection/BlankTemplate.h"
+#include "platform/connection/Connection.h"
 #include "schema/SchemaScripts.h"
 #include "support/Files.h"
 

@@ -1,23 +1,23 @@
 // Makes the demo database through the program's own import and data functions, and the settings that open
 // it. Leaves both alone where they stand already.
 
-#include "contacts/ConcessionODBC.h"
-#include "contacts/ContactListODBC.h"
-#include "contacts/ContactModule.h"
+#include "contacts/lists/ConcessionODBC.h"
+#include "contacts/lists/ContactListODBC.h"
+#include "contacts/record/ContactModule.h"
 #include "controls/ListModel.h"
-#include "core/INIfile.h"
-#include "core/Progress.h"
-#include "core/Session.h"
-#include "courses/CourseModule.h"
-#include "courses/CourseRecordODBC.h"
-#include "database/BlankTemplate.h"
-#include "database/ConnectDatabase.h"
-#include "database/System.h"
+#include "core/files/INIfile.h"
+#include "core/session/Progress.h"
+#include "core/session/Session.h"
+#include "courses/record/CourseModule.h"
+#include "courses/record/CourseRecordODBC.h"
+#include "database/connection/BlankTemplate.h"
+#include "database/connection/ConnectDatabase.h"
+#include "database/statements/System.h"
 #include "enrolment/EnrolmentODBC.h"
-#include "exchange/ImportState.h"
-#include "platform/Connection.h"
-#include "platform/Dialogs.h"
-#include "platform/Directories.h"
+#include "exchange/import/ImportState.h"
+#include "platform/connection/Connection.h"
+#include "platform/desktop/Dialogs.h"
+#include "platform/desktop/Directories.h"
 
 #include <QCoreApplication>
 #include <QFile>

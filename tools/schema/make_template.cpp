@@ -2,8 +2,8 @@
 // derives from the one description of the schema the template of a new database file, or the script that
 // sets a server's catalogue up.
 
-#include "database/BlankTemplate.h"
-#include "platform/FileDatabase.h"
+#include "database/connection/BlankTemplate.h"
+#include "platform/engines/FileDatabase.h"
 #include "schema/SchemaScripts.h"
 
 #include <QFile>

@@ -1,7 +1,7 @@
 #include "torture/MonkeyMind.h"
 
-#include "core/Commands.h"
-#include "core/Session.h"
+#include "core/session/Session.h"
+#include "core/shell/Commands.h"
 #include "nets/FormRegistry.h"
 
 #include <QAbstractButton>

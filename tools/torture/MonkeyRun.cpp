@@ -1,8 +1,8 @@
 #include "torture/MonkeyRun.h"
 
-#include "core/Main.h"
-#include "core/Session.h"
-#include "platform/Connection.h"
+#include "core/session/Session.h"
+#include "core/shell/Main.h"
+#include "platform/connection/Connection.h"
 #include "torture/MonkeyHome.h"
 
 #include <QApplication>

@@ -1,5 +1,5 @@
-#include "core/Session.h"
-#include "platform/Connection.h"
+#include "core/session/Session.h"
+#include "platform/connection/Connection.h"
 #include "support/TestDatabase.h"
 #include "torture/Torture.h"
 #include "torture/Workstation.h"

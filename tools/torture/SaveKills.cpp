@@ -1,8 +1,8 @@
 #include "torture/SaveKills.h"
 
-#include "core/Session.h"
-#include "platform/Connection.h"
-#include "platform/OneStep.h"
+#include "core/session/Session.h"
+#include "platform/connection/Connection.h"
+#include "platform/connection/OneStep.h"
 #include "support/TestDatabase.h"
 #include "torture/Torture.h"
 #include "torture/Workstation.h"

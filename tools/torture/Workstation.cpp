@@ -1,10 +1,10 @@
 #include "torture/Workstation.h"
 
-#include "core/Session.h"
-#include "database/Security.h"
-#include "platform/Connection.h"
-#include "platform/Dialogs.h"
-#include "platform/Directories.h"
+#include "core/session/Session.h"
+#include "database/statements/Security.h"
+#include "platform/connection/Connection.h"
+#include "platform/desktop/Dialogs.h"
+#include "platform/desktop/Directories.h"
 #include "support/TestDatabase.h"
 
 #include <QCoreApplication>

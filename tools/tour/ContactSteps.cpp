@@ -1,4 +1,4 @@
-#include "database/MiscODBC.h"
+#include "database/statements/MiscODBC.h"
 #include "tour/TourDriver.h"
 #include "tour/TourPlan.h"
 

@@ -1,5 +1,5 @@
-#include "database/GlobalCode.h"
-#include "database/MiscODBC.h"
+#include "database/statements/MiscODBC.h"
+#include "database/values/GlobalCode.h"
 #include "tour/Keyboard.h"
 #include "tour/TourPlan.h"
 

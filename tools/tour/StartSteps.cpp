@@ -1,5 +1,5 @@
-#include "core/Main.h"
-#include "core/Session.h"
+#include "core/session/Session.h"
+#include "core/shell/Main.h"
 #include "tour/TourDriver.h"
 #include "tour/TourPlan.h"
 

@@ -1,6 +1,6 @@
 #include "tour/TourPlan.h"
 
-#include "database/MiscODBC.h"
+#include "database/statements/MiscODBC.h"
 
 int RowsOf(const QString &sql)
 {

@@ -1,12 +1,12 @@
 // The main job from end to end on the real screens: veltrane_tour PICTURE_FOLDER PEOPLE_CSV.
 // With --show FILE PICTURE it is the browser that the tour's desktop opens reports with.
 
-#include "core/Main.h"
-#include "core/Screens.h"
-#include "exchange/CsvReader.h"
-#include "forms/FormStyle.h"
-#include "forms/StandardDialogs.h"
-#include "platform/Directories.h"
+#include "core/shell/Main.h"
+#include "core/shell/Screens.h"
+#include "exchange/csv/CsvReader.h"
+#include "forms/frames/FormStyle.h"
+#include "forms/frames/StandardDialogs.h"
+#include "platform/desktop/Directories.h"
 #include "tour/Keyboard.h"
 #include "tour/TourDriver.h"
 #include "tour/TourPlan.h"

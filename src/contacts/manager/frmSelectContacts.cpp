@@ -1,0 +1,316 @@
+#include "contacts/manager/frmSelectContacts.h"
+
+#include "assessments/CandidateODBC.h"
+#include "contacts/manager/ContactSelection.h"
+#include "contacts/manager/PeopleRun.h"
+#include "contacts/manager/frmSearchContact.h"
+#include "contacts/record/ContactModule.h"
+#include "contacts/record/frmAddContact.h"
+#include "core/session/Session.h"
+#include "courses/record/AttendanceODBC.h"
+#include "database/statements/Security.h"
+#include "database/values/GlobalCode.h"
+#include "enrolment/EnrolmentModule.h"
+#include "forms/frames/FormBuilder.h"
+#include "forms/lists/SearchBox.h"
+#include "organisations/record/OrganisationModule.h"
+
+#include <QMenu>
+
+frmSelectContacts::frmSelectContacts(QWidget *parent)
+    : FormDialog(QStringLiteral("frmSelectContacts"), QStringLiteral("Select Contacts"), parent)
+{
+    gDialogResult = 0;
+    m_available.SetColumns({QStringLiteral("Contact")});
+    m_selected.SetColumns({QStringLiteral("Contact"), QStringLiteral("Address"), QStringLiteral("City"),
+                           QStringLiteral("Postcode")});
+    Contact_FillSubsetList(m_subsets);
+    Build();
+    BuildMenu();
+    Connect();
+    FillSubset();
+    m_search->setFocus();
+}
+
+void frmSelectContacts::Configure(Mode mode, ListModel &target, int courseRef, int limit, int extra)
+{
+    m_mode = mode;
+    m_target = &target;
+    m_courseRef = courseRef;
+    m_limit = limit;
+    m_extra = extra;
+    if (IsMatch()) {
+        const QStringList stored = Stored().value_or(QStringList());
+        m_known = {stored.begin(), stored.end()};
+    }
+    if (m_mode == Mode::ReplaceList)
+        Contact_JoinSelection(target, m_selected);
+    else if (m_mode != Mode::AddToList)
+        StartWith(target);
+}
+
+/// Those who are there already, with their addresses.
+void frmSelectContacts::StartWith(const ListModel &people)
+{
+    PeopleRun::Run(this, QStringLiteral("Selected Contacts"),
+                   QStringLiteral("The rest are selected too, and shown by their names."),
+                   [&](Progress &progress) {
+                       if (m_mode == Mode::EnrolOnCourse) {
+                           Contact_SelectStudents(m_courseRef, people, m_selected, progress);
+                       } else {
+                           Contact_JoinNames(people, m_selected);
+                           Contact_RefreshSelected(m_selected, progress);
+                       }
+                   });
+}
+
+void frmSelectContacts::Configure(Mode mode, TreeModel &target)
+{
+    m_mode = mode;
+    m_tree = &target;
+}
+
+void frmSelectContacts::Build()
+{
+    FormBuilder form(this);
+    m_search = form.Text(QStringLiteral("SearchBox"), QStringLiteral("&Type name or select from list:"));
+    m_search->setClearButtonEnabled(true);
+    form.Beside();
+    form.Combo(QStringLiteral("ConcessionList"), QStringLiteral("&Sub-set by Characteristic:"), m_subsets);
+
+    const FormBuilder::Pair pair =
+        form.UsedAvailablePair({.available = QStringLiteral("ContactList"),
+                                .availableCaption = QStringLiteral("Available Contacts"),
+                                .used = QStringLiteral("SelectedList"),
+                                .usedCaption = QStringLiteral("Selected Contacts:")},
+                               m_available, m_selected);
+    m_availableList = pair.available;
+    m_selectedList = pair.used;
+    m_menuList = pair.available;
+    m_viewed = pair.available;
+    m_moves = pair.moves;
+    m_availableList->SetEmptyText(QStringLiteral("Nobody is in this list."));
+    m_selectedList->SetEmptyText(QStringLiteral("Nobody is selected."));
+    m_selectedList->SetColumnChars({22, 18, 12, 9});
+
+    form.BeginButtons(FormBuilder::Align::Start);
+    m_new = form.Button(QStringLiteral("AddBtn"), QStringLiteral("&New Contact"));
+    m_view = form.Button(QStringLiteral("ViewBtn"), QStringLiteral("&View Contact"));
+    m_find = form.Button(QStringLiteral("FindBtn"), QStringLiteral("&Find"));
+    form.Gap();
+    m_refresh = form.Button(QStringLiteral("RefBtn"), QStringLiteral("Refresh"));
+    m_exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
+    m_exit->setToolTip(QStringLiteral("Take the selected contacts over and close"));
+    form.EndButtons();
+    resize(fontMetrics().averageCharWidth() * 150, fontMetrics().lineSpacing() * 32);
+}
+
+void frmSelectContacts::BuildMenu()
+{
+    m_menu = new QMenu(this);
+    m_menu->setObjectName(QStringLiteral("Menu"));
+    const auto add = [this](const QString &name, const QString &caption) {
+        QAction *action = m_menu->addAction(caption);
+        action->setObjectName(name);
+        return action;
+    };
+    QAction *newContact = add(QStringLiteral("ID_New"), QStringLiteral("&New Contact"));
+    newContact->setEnabled(UserMay(Right::Contacts, Level::Add));
+    connect(newContact, &QAction::triggered, this, &frmSelectContacts::AddContact);
+    m_menu->addSeparator();
+    connect(add(QStringLiteral("ID_Add"), QStringLiteral("&Add")), &QAction::triggered, m_moves,
+            &UsedAvailable::Add);
+    connect(add(QStringLiteral("ID_Remove"), QStringLiteral("Re&move")), &QAction::triggered, m_moves,
+            &UsedAvailable::Remove);
+    connect(add(QStringLiteral("ID_SelectAll"), QStringLiteral("&Select All")), &QAction::triggered, this,
+            [this] { m_menuList->Model().SelectAll(); });
+    m_menu->addSeparator();
+    connect(add(QStringLiteral("ID_Refresh"), QStringLiteral("&Refresh")), &QAction::triggered, this,
+            &frmSelectContacts::Refresh);
+}
+
+void frmSelectContacts::Connect()
+{
+    BindSearchBox(m_search, m_availableList);
+    connect(m_search, &QLineEdit::returnPressed, this, [this] {
+        m_moves->Add();
+        m_search->selectAll();
+    });
+    connect(&m_subsets, &ComboModel::CurrentChanged, this, [this](int row) {
+        if (row >= 0 && m_subsets.CurrentData() != m_shownSubset)
+            FillSubset();
+    });
+    m_moves->SetActions({.add = [this] { PeopleRun::SelectChosen(this, m_available, m_selected); },
+                         .remove = [this] { m_selected.Take(m_selected.SelectedRows()); },
+                         .clear = [this] { m_selected.Clear(); }});
+    connect(m_new, &QPushButton::clicked, this, &frmSelectContacts::AddContact);
+    connect(m_view, &QPushButton::clicked, this, &frmSelectContacts::ViewContacts);
+    connect(m_find, &QPushButton::clicked, this, &frmSelectContacts::Search);
+    connect(m_refresh, &QPushButton::clicked, this, &frmSelectContacts::Refresh);
+    connect(m_exit, &QPushButton::clicked, this, &frmSelectContacts::HandOver);
+    for (ListView *list : {m_availableList, m_selectedList}) {
+        list->setContextMenuPolicy(Qt::CustomContextMenu);
+        connect(list, &ListView::customContextMenuRequested, this,
+                [this, list](const QPoint &position) { ShowMenu(list, position); });
+        connect(list->Model().Selection(), &QItemSelectionModel::selectionChanged, this,
+                [this, list] { OnSelection(list); });
+    }
+    m_new->setEnabled(UserMay(Right::Contacts, Level::Add));
+    OnSelection(m_availableList);
+}
+
+void frmSelectContacts::OnSelection(ListView *list)
+{
+    const auto isChosen = [](ListView *of) { return of->Model().Selection()->hasSelection(); };
+    if (isChosen(list))
+        m_viewed = list;
+    else if (!isChosen(m_viewed))
+        m_viewed = m_viewed == m_availableList ? m_selectedList : m_availableList;
+    m_view->setEnabled(isChosen(m_viewed));
+}
+
+void frmSelectContacts::ShowMenu(ListView *list, const QPoint &position)
+{
+    m_menuList = list;
+    const auto action = [this](const QString &name) { return m_menu->findChild<QAction *>(name); };
+    action(QStringLiteral("ID_Add"))->setEnabled(m_available.Selection()->hasSelection());
+    action(QStringLiteral("ID_Remove"))->setEnabled(m_selected.Selection()->hasSelection());
+    action(QStringLiteral("ID_SelectAll"))->setEnabled(!list->Model().IsEmpty());
+    m_menu->popup(list->viewport()->mapToGlobal(position));
+}
+
+void frmSelectContacts::FillSubset()
+{
+    m_shownSubset = m_subsets.CurrentData();
+    PeopleRun::FillSubset(this, m_shownSubset, m_available);
+}
+
+void frmSelectContacts::Refresh()
+{
+    Contact_FillSubsetList(m_subsets);
+    FillSubset();
+    PeopleRun::Refresh(this, m_selected);
+}
+
+void frmSelectContacts::AddContact()
+{
+    const int contactRef = frmAddContact::AddRecord(this);
+    gDialogResult = 0;
+    if (contactRef <= 0)
+        return;
+    Refresh();
+    const int row = m_available.Find(u'?' % SqlNumber(contactRef));
+    if (row < 0)
+        return;
+    m_available.SelectOnly(row);
+    m_availableList->ShowRow(row);
+}
+
+void frmSelectContacts::ViewContacts()
+{
+    const QStringList keys = m_viewed->Model().SelectedKeys();
+    frmAddContact form(this);
+    form.OpenRecords(keys);
+    form.exec();
+    gDialogResult = 0;
+    Refresh();
+}
+
+void frmSelectContacts::Search()
+{
+    frmSearchContact form(m_selected, this);
+    form.exec();
+    gDialogResult = 0;
+}
+
+void frmSelectContacts::HandOver()
+{
+    if (!Contact_DropDeleted(m_selected, windowTitle()) || !FollowStored() || !Deliver())
+        return;
+    gDialogResult = 1;
+    accept();
+}
+
+bool frmSelectContacts::Deliver()
+{
+    switch (m_mode) {
+    case Mode::EnrolOnCourse:
+        return Enrol();
+    case Mode::Attendance:
+        return Store(windowTitle(), QStringLiteral("attendees"), [this](Progress &progress) {
+            return ADO_Course_Attended(m_courseRef, m_extra, m_selected, m_known, progress);
+        });
+    case Mode::Candidates:
+        return Store(windowTitle(), QStringLiteral("candidates"), [this](Progress &progress) {
+            return ADO_Course_AddStudentsExam(m_courseRef, m_extra, m_selected, m_known, progress);
+        });
+    case Mode::AddToList:
+        Contact_JoinNames(m_selected, *m_target);
+        break;
+    case Mode::ReplaceList:
+        Contact_ReplaceSelection(m_selected, *m_target);
+        break;
+    case Mode::AddToTree:
+        Contact_JoinTree(m_selected, *m_tree);
+        break;
+    case Mode::OrganisationContacts:
+        PeopleRun::Run(
+            this, windowTitle(), QStringLiteral("The rest are there too, without their positions."),
+            [this](Progress &progress) { Organisation_TakeContacts(m_selected, *m_target, progress); });
+        break;
+    }
+    return true;
+}
+
+bool frmSelectContacts::IsMatch() const
+{
+    return m_mode == Mode::EnrolOnCourse || m_mode == Mode::Attendance || m_mode == Mode::Candidates;
+}
+
+std::optional<QStringList> frmSelectContacts::Stored() const
+{
+    if (m_mode == Mode::Attendance)
+        return ADO_Course_AttendedKeys(m_courseRef, m_extra);
+    return m_mode == Mode::Candidates ? ADO_Course_CandidateKeys(m_courseRef, m_extra)
+                                      : ADO_Course_StudentKeys(m_courseRef);
+}
+
+bool frmSelectContacts::FollowStored()
+{
+    if (!IsMatch())
+        return true;
+    const std::optional<QStringList> stored = Stored();
+    return stored && Contact_FollowStored(*stored, m_known, m_selected, windowTitle());
+}
+
+bool frmSelectContacts::Enrol()
+{
+    QStringList leaving;
+    for (const QString &key : m_known) {
+        if (!m_selected.Contains(key))
+            leaving.append(key);
+    }
+    if (!Course_CheckLimit(m_selected.Count(), m_limit))
+        return false;
+    const std::optional<KnownStudents> agreed = Course_AgreeToRemove(m_courseRef, leaving);
+    if (!agreed)
+        return false;
+    EnrolmentChange change = EnrolmentChange::Failed;
+    Store(QStringLiteral("Course Enrollment"), QStringLiteral("enrolled"), [&](Progress &progress) {
+        change = ADO_Course_EnrollStudents(m_courseRef, m_limit, m_selected, *agreed, progress);
+        return change == EnrolmentChange::Done;
+    });
+    if (change == EnrolmentChange::Full)
+        Course_TellLimit(m_limit);
+    // Somebody paid while the question was open: it comes again, with the new sum.
+    return change == EnrolmentChange::Paid ? Enrol() : change == EnrolmentChange::Done;
+}
+
+bool frmSelectContacts::Store(const QString &title, const QString &stored,
+                              const std::function<bool(Progress &progress)> &work)
+{
+    bool done = false;
+    PeopleRun::Run(this, title, u"Those are " % stored % u", the rest are not.",
+                   [&](Progress &progress) { done = work(progress); });
+    return done;
+}

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "controls/ComboModel.h"
+#include "controls/ListModel.h"
+#include "forms/frames/FormDialog.h"
+
+#include <QSet>
+#include <QStringList>
+
+#include <functional>
+#include <optional>
+
+class ListView;
+class Progress;
+class QLineEdit;
+class QMenu;
+class QPushButton;
+class TreeModel;
+class UsedAvailable;
+
+/// The picker of people. `ExitBtn` hands the selected people over, but those who were deleted meanwhile;
+/// Escape and the window's close button leave without it. gDialogResult is 1 when they were handed over.
+class frmSelectContacts final : public FormDialog
+{
+    Q_OBJECT
+
+public:
+    enum class Mode {
+        AddToList = 1,            ///< joins the target list
+        EnrolOnCourse = 2,        ///< becomes the students of a course, starting with the present ones
+        Attendance = 3,           ///< becomes those who attended an event, starting with the target list
+        Candidates = 4,           ///< becomes the candidates of an assessment, starting with the target list
+        OrganisationContacts = 5, ///< takes the place of an organisation's people, starting with these
+        ReplaceList = 6,          ///< takes the place of the target list, starting with what that holds
+        AddToTree = 7             ///< joins the selected attendance branches of a course's tree
+    };
+
+    explicit frmSelectContacts(QWidget *parent = nullptr);
+
+    /// `target` is the caller's list, `limit` the most students that the course takes, 0 = no limit, and
+    /// `extra` an event or an assessment.
+    void Configure(Mode mode, ListModel &target, int courseRef = 0, int limit = 0, int extra = 0);
+    /// For the mode that fills a tree.
+    void Configure(Mode mode, TreeModel &target);
+
+private:
+    void Build();
+    void BuildMenu();
+    void Connect();
+    void StartWith(const ListModel &people);
+    void ShowMenu(ListView *list, const QPoint &position);
+    void FillSubset();
+    void Refresh();
+    void OnSelection(ListView *list);
+    void AddContact();
+    void ViewContacts();
+    void Search();
+    void HandOver();
+    bool Deliver();
+    /// True where the selected people take the place of people who are stored.
+    bool IsMatch() const;
+    /// The "?" keys of those who are stored now; nothing on an error.
+    std::optional<QStringList> Stored() const;
+    bool FollowStored();
+    bool Enrol();
+    /// Stores the people of a course; `stored` says what becomes of those that a stopped run came to.
+    bool Store(const QString &title, const QString &stored,
+               const std::function<bool(Progress &progress)> &work);
+
+    Mode m_mode = Mode::AddToList;
+    ListModel *m_target = nullptr;
+    TreeModel *m_tree = nullptr;
+    int m_courseRef = 0;
+    int m_limit = 0;
+    int m_extra = 0;
+    QSet<QString> m_known; ///< those who were stored when the selection was drawn up
+    int m_shownSubset = 0; ///< the characteristic whose people are listed; 0 = everybody
+
+    ComboModel m_subsets;
+    ListModel m_available;
+    ListModel m_selected;
+
+    QLineEdit *m_search = nullptr;
+    ListView *m_availableList = nullptr;
+    ListView *m_selectedList = nullptr;
+    ListView *m_viewed = nullptr;   ///< the one whose rows ViewBtn shows: where a row was chosen last
+    ListView *m_menuList = nullptr; ///< the one that the pop-up menu was asked on
+    UsedAvailable *m_moves = nullptr;
+    QPushButton *m_new = nullptr;
+    QPushButton *m_view = nullptr;
+    QPushButton *m_find = nullptr;
+    QPushButton *m_refresh = nullptr;
+    QPushButton *m_exit = nullptr;
+    QMenu *m_menu = nullptr;
+};

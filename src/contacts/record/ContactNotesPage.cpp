@@ -1,0 +1,44 @@
+#include "contacts/record/ContactNotesPage.h"
+
+#include "contacts/maintenance/frmContactMainAddEdit.h"
+#include "contacts/record/ContactModule.h"
+#include "core/session/Session.h"
+
+#include <QPushButton>
+
+ContactNotesPage::ContactNotesPage(QWidget *parent)
+    : NotesPage({QStringLiteral("Additonal notes about this person (e.g. emergency medical information, "
+                                "dietary requirements etc.)."),
+                 QStringLiteral("App&lied to this person:"), QStringLiteral("New C&haracteristic")},
+                parent)
+{
+    connect(m_newBtn, &QPushButton::clicked, this, &ContactNotesPage::NewCharacteristic);
+}
+
+void ContactNotesPage::FillLists()
+{
+    Contact_FillListView(ContactSection::Characteristics, m_available);
+}
+
+void ContactNotesPage::Load(const ContactRecord &record)
+{
+    SetNotes(record.notes);
+}
+
+void ContactNotesPage::Store(ContactRecord &record) const
+{
+    record.notes = Notes();
+}
+
+void ContactNotesPage::NewCharacteristic()
+{
+    frmContactMainAddEdit form(ContactSection::Characteristics, this);
+    form.SetCaptions(QStringLiteral("Characteristics"), QStringLiteral("Characteristics:"));
+    gDialogResult = 0;
+    form.exec();
+    if (gDialogResult < 1)
+        return;
+    m_used.Add(
+        {u'!' % QString::number(gDialogResult), FormatRefLabel(form.Item().reference, form.Item().name)});
+    gDialogResult = 0;
+}

@@ -1,0 +1,248 @@
+#include "contacts/record/frmAddContact.h"
+
+#include "attributes/AttributesPage.h"
+#include "contacts/record/ContactCoursesPage.h"
+#include "contacts/record/ContactDetailsPage.h"
+#include "contacts/record/ContactGroupsPage.h"
+#include "contacts/record/ContactHint.h"
+#include "contacts/record/ContactModule.h"
+#include "contacts/record/ContactNotesPage.h"
+#include "contacts/record/ContactRolesPage.h"
+#include "contacts/record/ContactSave.h"
+#include "controls/ListModel.h"
+#include "core/session/Session.h"
+#include "forms/frames/FormBuilder.h"
+#include "organisations/lists/OrganisationODBC.h"
+#include "platform/desktop/Dialogs.h"
+
+frmAddContact::frmAddContact(QWidget *parent)
+    : RecordForm({.form = QStringLiteral("frmAddContact"),
+                  .okBtn = QStringLiteral("OKBtn"),
+                  .newCaption = QStringLiteral("New &Contact"),
+                  .word = QStringLiteral("contact"),
+                  .right = Right::Contacts,
+                  .canRefresh = true},
+                 parent)
+{
+    BuildPages();
+    BuildButtons();
+    WatchChanges();
+    connect(Tabs(), &QTabWidget::currentChanged, this, &frmAddContact::ShowTab);
+
+    m_details->FillLists();
+    m_notes->FillLists();
+    m_attributes->FillLists();
+    m_roles->FillLists();
+    m_groups->FillLists();
+    StartRecord();
+    resize(140 * fontMetrics().averageCharWidth(), sizeHint().height());
+}
+
+void frmAddContact::BuildPages()
+{
+    m_details = FormBuilder::AddTab(Tabs(), new ContactDetailsPage, QStringLiteral("Details"),
+                                    QStringLiteral("Details"));
+    m_notes = FormBuilder::AddTab(Tabs(), new ContactNotesPage, QStringLiteral("NotesAndCharacteristics"),
+                                  QStringLiteral("Notes and Characteristics"));
+    m_attributes = FormBuilder::AddTab(Tabs(), new AttributesPage, QStringLiteral("CustomAttributes"),
+                                       QStringLiteral("Custom Attributes"));
+    m_roles =
+        FormBuilder::AddTab(Tabs(), new ContactRolesPage, QStringLiteral("Roles"), QStringLiteral("Roles"));
+    m_groups = FormBuilder::AddTab(Tabs(), new ContactGroupsPage, QStringLiteral("Groups"),
+                                   QStringLiteral("Groups"));
+    m_courses = FormBuilder::AddTab(Tabs(), new ContactCoursesPage, QStringLiteral("Courses"),
+                                    QStringLiteral("Courses"));
+    m_hint = new ContactHint(m_details->Typed(), this);
+    Builder().Place(m_hint, QStringLiteral("SimilarHint"));
+    connect(m_hint, &ContactHint::Opened, this, [this](const QStringList &keys) {
+        frmAddContact record(this);
+        record.OpenRecords(keys);
+        record.exec();
+        gDialogResult = 0;
+    });
+}
+
+void frmAddContact::WatchChanges()
+{
+    ModifiedMark &modified = Modified();
+    modified.Watch(m_details);
+    modified.Watch(m_notes);
+    modified.Watch(m_notes->UsedCriteria());
+    modified.Watch(m_attributes->AttribList());
+    // The fields of a role, and the choice of a group, are no part of the record before they are added.
+    modified.Watch(m_roles->RolesInfo());
+    connect(m_groups, &ContactGroupsPage::MembersChanged, &modified, &ModifiedMark::Set);
+    // Typing in the list of group types marks the forename by its own text: as it always was.
+    connect(m_groups, &ContactGroupsPage::TypeEdited, m_details, &ContactDetailsPage::MarkForename);
+}
+
+bool frmAddContact::Exists(int key)
+{
+    return ADO_Contact_CheckContact(key).value_or(true);
+}
+
+void frmAddContact::ReadRecord(int key)
+{
+    // What the next one has not must not be that of the one before.
+    m_details->Clear();
+    m_seen.clear();
+    Contact_Show(*this, key);
+    ShowTab(Tabs()->currentIndex());
+}
+
+void frmAddContact::ShowPlaceholder(const QString &text)
+{
+    m_details->ShowPlaceholder(text);
+}
+
+void frmAddContact::ShowRecord(const ContactRecord &record)
+{
+    m_details->Load(record);
+    m_notes->Load(record);
+    m_groups->ForgetGroup();
+    m_record = record;
+}
+
+ListModel &frmAddContact::AvailCriteria()
+{
+    return m_notes->AvailCriteria();
+}
+
+ListModel &frmAddContact::UsedCriteria()
+{
+    return m_notes->UsedCriteria();
+}
+
+TreeModel &frmAddContact::AttribList()
+{
+    return m_attributes->AttribList();
+}
+
+ListModel &frmAddContact::RolesInfo()
+{
+    return m_roles->RolesInfo();
+}
+
+ListModel &frmAddContact::GroupList()
+{
+    return m_groups->GroupList();
+}
+
+TreeModel &frmAddContact::GroupTree()
+{
+    return m_groups->GroupTree();
+}
+
+void frmAddContact::ShowLoaded()
+{
+    RecordForm::ShowLoaded();
+    TellPages(Key());
+    m_seen = Contact_Values(m_record, Lists());
+}
+
+ContactLists frmAddContact::Lists()
+{
+    return {AvailCriteria(), UsedCriteria(), RolesInfo(), AttribList()};
+}
+
+void frmAddContact::TellPages(int contactRef)
+{
+    m_roles->SetContact(contactRef);
+    m_groups->SetContact(contactRef, contactRef > 0 ? m_details->Name() : QString());
+}
+
+void frmAddContact::ApplyState(State state)
+{
+    const bool isNew = state == State::NewRecord;
+    const bool locked = state == State::View;
+    m_details->SetLocked(locked);
+    m_notes->SetLocked(locked);
+    m_attributes->SetLocked(locked);
+    m_roles->SetLocked(locked);
+    m_groups->SetLocked(locked);
+    for (int tab = 1; tab < Tabs()->count(); ++tab)
+        Tabs()->setTabEnabled(tab, !isNew);
+    m_hint->Watch(isNew);
+}
+
+void frmAddContact::ShowTab(int tab)
+{
+    if (Tabs()->widget(tab) == m_courses)
+        m_courses->ShowHistory(IsGone() ? 0 : Key());
+}
+
+const RequiredMarks &frmAddContact::Required() const
+{
+    return m_details->Required();
+}
+
+QString frmAddContact::RecordName() const
+{
+    return m_details->Name();
+}
+
+RecordSaved frmAddContact::StoreRecord(int key, Progress &progress)
+{
+    if (!DaysAreReadable(m_details))
+        return {};
+    ContactRecord record;
+    m_details->Store(record);
+    m_notes->Store(record);
+    if (!m_groups->LeaveOutDeleted())
+        return {};
+    if (!Contact_LeaveOutDeleted(Lists()))
+        return {};
+    m_record = record;
+    const RecordSaved saved = Contact_Save(key, m_record, Lists(), m_groups->Changed(), m_seen, progress);
+    if (saved.key < 1)
+        return saved;
+    if (m_record != record) {
+        m_details->Load(m_record);
+        m_notes->Load(m_record);
+    }
+    TellPages(saved.key);
+    return saved;
+}
+
+bool frmAddContact::AfterStore(int key)
+{
+    if (m_groups->Changed().groupRef > 0)
+        m_groups->ShowStored();
+    const int organRef = m_details->OrganRef();
+    const bool isGiven = WantsOrganisationCharacteristics(organRef, key);
+    // Another workstation may have deleted the person while the question stood.
+    if (isGiven && Exists(key))
+        ADO_Organisation_AddSingleContactConcession(organRef, key);
+    return isGiven;
+}
+
+bool frmAddContact::WantsOrganisationCharacteristics(int organRef, int contactRef) const
+{
+    return organRef > 1 && ADO_Organisation_CheckCharswithContact(organRef, contactRef) &&
+           Dialogs::MsgBox(
+               QStringLiteral("Would you like to apply the Organisation Characteristics to this Contact?"),
+               QStringLiteral("Organisation Characteristics"), Dialogs::Buttons::YesNo,
+               Dialogs::Icon::Question) == Dialogs::Answer::Yes;
+}
+
+void frmAddContact::ClearPages()
+{
+    m_details->Clear();
+    m_notes->Clear();
+    m_attributes->Clear();
+    m_roles->ClearFields();
+    m_groups->Clear();
+}
+
+void frmAddContact::EmptyPages()
+{
+    TellPages(0);
+    m_roles->RolesInfo().Clear();
+    ClearPages();
+}
+
+void frmAddContact::DetachPages()
+{
+    m_groups->ForgetGroup();
+    TellPages(0);
+}

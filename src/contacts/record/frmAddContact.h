@@ -1,0 +1,67 @@
+#pragma once
+
+#include "contacts/record/ContactRecordODBC.h"
+#include "contacts/record/ContactVersion.h"
+#include "forms/frames/RecordForm.h"
+
+class AttributesPage;
+class ContactCoursesPage;
+class ContactDetailsPage;
+class ContactGroupsPage;
+class ContactHint;
+class ContactNotesPage;
+class ContactRolesPage;
+
+/// The record of one person.
+class frmAddContact final : public RecordForm, private ContactView
+{
+    Q_OBJECT
+
+public:
+    explicit frmAddContact(QWidget *parent = nullptr);
+
+    /// Opens the form for a new person, modal; the new ContactRef, 0 for none.
+    static int AddRecord(QWidget *parent) { return frmAddContact(parent).RunNew(); }
+
+private:
+    bool Exists(int key) override;
+    void ReadRecord(int key) override;
+    void ShowPlaceholder(const QString &text) override;
+    RecordSaved StoreRecord(int key, Progress &progress) override;
+    bool AfterStore(int key) override;
+    void ClearPages() override;
+    void EmptyPages() override;
+    void DetachPages() override;
+    void ApplyState(State state) override;
+    const RequiredMarks &Required() const override;
+    QString RecordName() const override;
+    bool MayStartNew() override { return MayLeave(); }
+
+    // What the record is read into.
+    void ShowRecord(const ContactRecord &record) override;
+    ListModel &AvailCriteria() override;
+    ListModel &UsedCriteria() override;
+    TreeModel &AttribList() override;
+    ListModel &RolesInfo() override;
+    ListModel &GroupList() override;
+    TreeModel &GroupTree() override;
+    void ShowLoaded() override;
+
+    void BuildPages();
+    void WatchChanges();
+    ContactLists Lists();
+    void TellPages(int contactRef);
+    void ShowTab(int tab);
+    /// True if the user wants the person to have the characteristics of the organisation.
+    bool WantsOrganisationCharacteristics(int organRef, int contactRef) const;
+
+    ContactDetailsPage *m_details;
+    ContactNotesPage *m_notes;
+    AttributesPage *m_attributes;
+    ContactRolesPage *m_roles;
+    ContactGroupsPage *m_groups;
+    ContactCoursesPage *m_courses;
+    ContactHint *m_hint;
+    ContactRecord m_record; ///< as it was read or stored last
+    FieldValues m_seen;     ///< the stored version that the screen set out from; empty = not known
+};

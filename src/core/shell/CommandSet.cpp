@@ -1,0 +1,129 @@
+#include "core/shell/CommandSet.h"
+
+#include "core/icons/Icons.h"
+#include "core/shell/Commands.h"
+
+#include <QAction>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+#include <QToolButton>
+
+namespace
+{
+/// Short captions for the tool bar, where the two screens of daily work are named beside their icons.
+const QHash<QString, QString> &BarCaptions()
+{
+    static const QHash<QString, QString> captions{
+        {QStringLiteral("ID_ContactManager"), QStringLiteral("Contacts")},
+        {QStringLiteral("ID_CourseManager"), QStringLiteral("Courses")},
+    };
+    return captions;
+}
+
+QString WithoutMnemonic(QString caption)
+{
+    return caption.remove(u'&').remove(u'…').trimmed();
+}
+} // namespace
+
+CommandSet::CommandSet(QMainWindow *window, const std::function<bool(const QString &id)> &stands)
+    : QObject(window)
+{
+    MakeCommands(stands);
+    FillMenus(window);
+    FillToolBar(window);
+}
+
+void CommandSet::AddTool(QAction *tool, const QString &id, bool stands)
+{
+    tool->setObjectName(id);
+    m_tools.insert(id, tool);
+    m_stands.insert(id, stands);
+}
+
+void CommandSet::MakeCommands(const std::function<bool(const QString &id)> &stands)
+{
+    for (const Command &command : Commands()) {
+        const QString id = QString::fromLatin1(command.id);
+        auto *tool = new QAction(Icons::Of(QString::fromLatin1(command.icon)),
+                                 QString::fromUtf8(command.caption), this);
+        tool->setStatusTip(QString::fromUtf8(command.hint));
+        tool->setToolTip(command.hint[0] ? QString::fromUtf8(command.hint)
+                                         : WithoutMnemonic(QString::fromUtf8(command.caption)));
+        tool->setIconText(BarCaptions().value(id, tool->toolTip()));
+        if (command.shortcut[0])
+            tool->setShortcut(QKeySequence(QString::fromLatin1(command.shortcut)));
+        AddTool(tool, id, stands(id));
+        connect(tool, &QAction::triggered, this, [this, id] { emit Chosen(id); });
+    }
+    Tool(QStringLiteral("ID_Exit"))->setMenuRole(QAction::QuitRole);
+    Tool(QStringLiteral("ID_About"))->setMenuRole(QAction::AboutRole);
+}
+
+void CommandSet::FillMenus(QMainWindow *window)
+{
+    const auto fill = [this](QMenu *menu, const CommandMenu &content) {
+        AddTool(menu->menuAction(), QString::fromLatin1(content.id), true);
+        for (const char *entry : content.entries) {
+            if (QLatin1String(entry).isEmpty())
+                menu->addSeparator();
+            else
+                menu->addAction(Tool(QString::fromLatin1(entry)));
+        }
+    };
+    auto *options = new QMenu(QString::fromUtf8(OptionsMenu().caption), window);
+    fill(options, OptionsMenu());
+    options->setIcon(Icons::Of(QStringLiteral("configure")));
+    for (const CommandMenu &content : CommandMenus())
+        fill(window->menuBar()->addMenu(QString::fromUtf8(content.caption)), content);
+}
+
+void CommandSet::FillToolBar(QMainWindow *window)
+{
+    m_toolBar = window->addToolBar(QStringLiteral("Tools"));
+    m_toolBar->setObjectName(QStringLiteral("ToolBar"));
+    for (const char *entry : ToolBarCommands()) {
+        const QString id = QString::fromLatin1(entry);
+        const bool separatorLast =
+            m_toolBar->actions().isEmpty() || m_toolBar->actions().last()->isSeparator();
+        if (id.isEmpty() && !separatorLast)
+            m_toolBar->addSeparator();
+        // What can never be chosen would only take room here; the menus show it greyed.
+        if (!id.isEmpty() && m_stands.value(id))
+            m_toolBar->addAction(Tool(id));
+    }
+    if (m_toolBar->actions().last()->isSeparator())
+        m_toolBar->removeAction(m_toolBar->actions().last());
+    for (auto caption = BarCaptions().begin(); caption != BarCaptions().end(); ++caption) {
+        auto *button = qobject_cast<QToolButton *>(m_toolBar->widgetForAction(Tool(caption.key())));
+        if (button)
+            button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    }
+}
+
+QString CommandSet::Caption(const QString &id) const
+{
+    const QAction *tool = Tool(id);
+    const QString key = tool->shortcut().toString(QKeySequence::NativeText);
+    const QString caption = WithoutMnemonic(tool->text());
+    return key.isEmpty() ? caption : caption % u" (" % key % u')';
+}
+
+void CommandSet::Enable(const QString &id, bool enabled)
+{
+    if (QAction *tool = Tool(id))
+        tool->setEnabled(enabled && m_stands.value(id));
+}
+
+void CommandSet::EnableAll(bool enabled)
+{
+    for (const QString &id : m_tools.keys())
+        Enable(id, enabled);
+}
+
+void CommandSet::HoldDrawing(bool hold)
+{
+    m_toolBar->setUpdatesEnabled(!hold);
+}

@@ -1,0 +1,410 @@
+#include "core/shell/frmMain.h"
+
+#include "core/files/ErrorHandler.h"
+#include "core/files/File_Tools.h"
+#include "core/files/INIfile.h"
+#include "core/icons/Icons.h"
+#include "core/session/Session.h"
+#include "core/session/WebSite.h"
+#include "core/shell/ChildArea.h"
+#include "core/shell/CommandSet.h"
+#include "core/shell/Commands.h"
+#include "core/shell/Main.h"
+#include "core/shell/Screens.h"
+#include "database/connection/ConnectDatabase.h"
+#include "database/connection/CredentialStore.h"
+#include "database/connection/NewDatabase.h"
+#include "database/statements/Security.h"
+#include "database/statements/System.h"
+#include "database/values/DecodeDateFunc.h"
+#include "forms/frames/WindowMemory.h"
+#include "platform/connection/Connection.h"
+#include "platform/desktop/Clock.h"
+#include "platform/desktop/Dialogs.h"
+#include "platform/desktop/Directories.h"
+#include "users/UsersModule.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QFocusEvent>
+#include <QHash>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QScreen>
+#include <QStatusBar>
+#include <QStatusTipEvent>
+
+#include <algorithm>
+
+/// Which database the session was on, to go back to.
+struct DatabaseChoice {
+    QString name{};
+    QString file{};
+    int type = 0;
+    bool useODBC = false;
+
+    static DatabaseChoice OfSession()
+    {
+        return gDBValid ? DatabaseChoice{gDBQName, gDBQFilename, gDBQType, gDBQUseODBC} : DatabaseChoice{};
+    }
+    bool IsEmpty() const { return name.isEmpty() && file.isEmpty(); }
+    void Restore() const
+    {
+        gDBQName = name;
+        gDBQFilename = file;
+        gDBQType = type;
+        gDBQUseODBC = useODBC;
+    }
+};
+
+namespace
+{
+constexpr int serverDatabase = 2;
+constexpr int narrowScreen = 1024;
+/// 900 twips, taken off the course manager where the screen is exactly as wide as the least.
+constexpr int narrowCorrection = 60;
+
+int g_assumedScreenWidth = 0;
+
+const QString userGuide = QStringLiteral("veltrane.pdf");
+
+QString Id(const char *id)
+{
+    return QString::fromLatin1(id);
+}
+
+/// Whether the database is one that the program can work with. Every one is at present.
+bool CheckDB()
+{
+    return true;
+}
+} // namespace
+
+frmMain::frmMain()
+    : m_children(new ChildArea(this))
+{
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("Veltrane"));
+    setAttribute(Qt::WA_DeleteOnClose, false);
+    setCentralWidget(m_children);
+    m_commands = new CommandSet(this, [](const QString &id) {
+        if (id == u"ID_OnlineHelp")
+            return DocumentExists(userGuide);
+        return OwnActions().contains(id) || Screens::Of(id);
+    });
+    // The window is seen before the first box of a session is answered, and only Login knows what may be
+    // done.
+    m_commands->EnableAll(false);
+    connect(m_commands, &CommandSet::Chosen, this, &frmMain::Choose);
+    BuildStatusBar();
+    RestoreWindow();
+}
+
+void frmMain::AssumeScreenWidth(int pixels)
+{
+    g_assumedScreenWidth = pixels;
+}
+
+void frmMain::BuildStatusBar()
+{
+    for (int i = 0; i < 3; ++i) {
+        m_panels[i] = new QLabel(this);
+        m_panels[i]->setObjectName(u"Panel_" % QString::number(i + 1));
+        m_panels[i]->setTextFormat(Qt::PlainText);
+        if (i == 0)
+            statusBar()->addWidget(m_panels[i], 1);
+        else
+            statusBar()->addPermanentWidget(m_panels[i]);
+    }
+}
+
+void frmMain::RestoreWindow()
+{
+    const QVariantMap settings = WindowMemory::Recall(objectName());
+    const QSize room = screen()->availableSize();
+    if (!restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray()))
+        resize(room.width() * 9 / 10, room.height() * 9 / 10);
+    restoreState(settings.value(QStringLiteral("state")).toByteArray());
+}
+
+void frmMain::StoreWindow() const
+{
+    WindowMemory::Store(
+        objectName(), {{QStringLiteral("geometry"), saveGeometry()}, {QStringLiteral("state"), saveState()}});
+}
+
+void frmMain::Load()
+{
+    m_commands->Tool(Id("ID_OnlineHelp"))->setIcon(Icons::OfFileType(QStringLiteral(".pdf")));
+    m_commands->Tool(Id("ID_ReportManager"))
+        ->setIcon(Icons::OfFileType(QStringLiteral(".rpt"), QStringLiteral(".doc")));
+    if (gDBValid) {
+        SetTitle();
+        OpenManagers();
+    } else {
+        Dialogs::MsgBox(QStringLiteral("Must select a valid datasource"), {}, Dialogs::Buttons::Ok,
+                        Dialogs::Icon::Exclamation);
+        gDBQFilename.clear();
+        gDBQName.clear();
+    }
+    Login();
+}
+
+void frmMain::SetTitle()
+{
+    setWindowTitle(u"Veltrane" % DatabaseTitle());
+    m_commands->Enable(Id("ID_DBSecurity"), gDBQType != serverDatabase);
+}
+
+void frmMain::OpenManagers()
+{
+    const int width = g_assumedScreenWidth > 0 ? g_assumedScreenWidth : screen()->size().width();
+    if (width < narrowScreen)
+        Dialogs::MsgBox(QStringLiteral("Veltrane is best run in 1024x768 or higher."),
+                        QStringLiteral("Screen Resolution Warning"), Dialogs::Buttons::Ok,
+                        Dialogs::Icon::Exclamation);
+    OpenChild(Id("ID_CourseManager"));
+    OpenChild(Id("ID_ContactManager"));
+    m_children->Tile();
+    if (QMdiSubWindow *courses = m_children->Child(QStringLiteral("frmCourse"));
+        courses && width == narrowScreen)
+        courses->resize(courses->width() - narrowCorrection, courses->height());
+}
+
+void frmMain::Login()
+{
+    m_commands->HoldDrawing(true);
+    m_loginComplete = false;
+    m_panels[1]->setText(u"Logged in at " % GeneralDateText(Clock::Now()) % u"  ");
+    m_panels[2]->setText(QStringLiteral("No Database.  "));
+    m_panels[2]->setEnabled(false);
+    m_commands->EnableAll(false);
+    for (const char *id : CommandsWithoutDatabase())
+        m_commands->Enable(Id(id));
+    if (gDBValid && !CheckDB()) {
+        m_commands->Enable(Id("ID_Properties"));
+        m_panels[2]->setText(QStringLiteral("Invalid Database.  "));
+        m_panels[2]->setEnabled(true);
+    } else if (gDBValid) {
+        m_commands->EnableAll(true);
+        ApplyRights();
+        m_loginComplete = true;
+    }
+    m_commands->HoldDrawing(false);
+    ShowWhatToDo();
+    if (!m_loginComplete)
+        return;
+    LoadSystemValues();
+    m_panels[2]->setText(u"  " % SystemValue(SystemRef::DatabaseName));
+    m_panels[2]->setEnabled(true);
+}
+
+/// Without a database the room of the child windows stays empty, and says how to get one.
+void frmMain::ShowWhatToDo()
+{
+    if (gDBValid) {
+        m_children->SetNotice({}, {});
+        return;
+    }
+    QStringList ways;
+    for (const auto &[id, does] :
+         {std::pair{"ID_SwitchDatabase", u"opens one"}, {"ID_New", u"makes a new one"}})
+        ways.append(m_commands->Caption(Id(id)) % u' ' % QStringView(does) % u'.');
+    m_children->SetNotice(QStringLiteral("No database is open"), ways.join(u'\n'));
+}
+
+void frmMain::ApplyRights()
+{
+    const auto disableBelowFull = [this](Right right, const char *id) {
+        if (!UserMay(right, Level::Full))
+            m_commands->Enable(Id(id), false);
+    };
+    if (gDBQType == serverDatabase)
+        m_commands->Enable(Id("ID_DBSecurity"), false);
+    if (!UserMay(Right::SecurityMenu, Level::Full)) {
+        m_commands->Enable(Id("ID_Security"), false);
+    } else {
+        if (UserRight(Right::Users) == Level::None)
+            m_commands->Enable(Id("ID_Users"), false);
+        disableBelowFull(Right::DatabasePassword, "ID_DBSecurity");
+    }
+    if (!UserMay(Right::ContactsMenu, Level::Full))
+        m_commands->Enable(Id("ID_Contacts"), false);
+    else
+        disableBelowFull(Right::ContactSettings, "ID_ContactGlobalSettings");
+    for (const CommandRight &rule : CommandRights())
+        disableBelowFull(rule.right, rule.id);
+}
+
+bool frmMain::event(QEvent *event)
+{
+    if (event->type() == QEvent::StatusTip) {
+        m_panels[0]->setText(static_cast<QStatusTipEvent *>(event)->tip());
+        return true;
+    }
+    return QMainWindow::event(event);
+}
+
+void frmMain::Choose(const QString &id)
+{
+    const auto own = OwnActions().constFind(id);
+    const Screen *target = Screens::Of(id);
+    if (own != OwnActions().constEnd())
+        (*own)(*this);
+    else if (target && target->makeChild)
+        OpenChild(id);
+    else if (target)
+        target->runModal(this);
+}
+
+const QHash<QString, frmMain::Action> &frmMain::OwnActions()
+{
+    static const QHash<QString, Action> actions{
+        {Id("ID_New"), [](frmMain &) { NewDatabase(); }},
+        {Id("ID_SwitchDatabase"), [](frmMain &main) { main.SwitchDatabase(); }},
+        {Id("ID_LogOff"), [](frmMain &) { Restart(); }},
+        // The patch of the schema has already run when the database was opened.
+        {Id("ID_TestDB"), [](frmMain &) {}},
+        {Id("ID_Properties"), [](frmMain &main) { main.ShowProperties(); }},
+        {Id("ID_Exit"), [](frmMain &main) { main.close(); }},
+        {Id("ID_Tile"), [](frmMain &main) { main.m_children->Tile(); }},
+        {Id("ID_Cascade"), [](frmMain &main) { main.m_children->cascadeSubWindows(); }},
+        {Id("ID_ArrangeIcons"), [](frmMain &main) { main.m_children->ArrangeIcons(); }},
+        {Id("ID_OnlineHelp"), [](frmMain &) { OpenDocument(userGuide); }},
+        {Id("ID_Web"), [](frmMain &) { OpenDocument(WebSite()); }},
+    };
+    return actions;
+}
+
+void frmMain::OpenChild(const QString &command)
+{
+    const Screen *screenOf = Screens::Of(command);
+    if (!screenOf)
+        return;
+    QMdiSubWindow *frame = m_children->Child(screenOf->childName);
+    if (!frame) {
+        QWidget *form = screenOf->makeChild();
+        form->setWindowIcon(m_commands->Tool(command)->icon());
+        frame = m_children->Open(form);
+    }
+    if (frame->isMinimized())
+        frame->showNormal();
+    m_children->setActiveSubWindow(frame);
+}
+
+void frmMain::ShowProperties()
+{
+    Screens::Installed().showProperties(this, m_panels[2]->text().trimmed(), m_loginComplete);
+    if (m_loginComplete)
+        m_panels[2]->setText(u"  " % SystemValue(SystemRef::DatabaseName));
+}
+
+/// What was half typed belongs to the database that is about to be closed.
+void frmMain::LeaveField()
+{
+    QFocusEvent left(QEvent::FocusOut, Qt::OtherFocusReason);
+    if (QWidget *field = focusWidget())
+        QCoreApplication::sendEvent(field, &left);
+}
+
+bool frmMain::ReconnectUntilSettled(const DatabaseChoice &last)
+{
+    while (!ConnectDatabase(false)) {
+        gDBValid = false; // the chooser has no present database to offer
+        if (gDBQUseODBC) {
+            gDBQName.clear();
+            gDBQFilename.clear();
+        }
+        Screens::Installed().chooseDatabase(this);
+        if (gDialogResult == 1)
+            continue;
+        if (last.IsEmpty())
+            return false;
+        if (Dialogs::MsgBox(QStringLiteral("Restore last valid Veltrane database?"),
+                            QStringLiteral("ODBC Connect"), Dialogs::Buttons::YesNo,
+                            Dialogs::Icon::Question) != Dialogs::Answer::Yes)
+            return false;
+        last.Restore();
+    }
+    return true;
+}
+
+void frmMain::StartAnew(const QString &text, const QString &title, bool exclamation)
+{
+    Dialogs::MsgBox(text, title, Dialogs::Buttons::Ok,
+                    exclamation ? Dialogs::Icon::Exclamation : Dialogs::Icon::None);
+    Restart();
+}
+
+void frmMain::SwitchDatabase()
+{
+    const DatabaseChoice last = DatabaseChoice::OfSession();
+    Screens::Installed().chooseDatabase(this);
+    if (gDialogResult != 1)
+        return;
+    LeaveField();
+    gConnection.Close();
+    gDBValid = ReconnectUntilSettled(last);
+    if (gDBValid && !CheckLogon(gUserName, gUserPassword)) {
+        StartAnew(QStringLiteral("Must re-logon on this database, as invalid username/password detected."),
+                  QStringLiteral("Security"), false);
+        return;
+    }
+    if (!gDBValid) {
+        StartAnew(QStringLiteral("No valid database selected!"), QStringLiteral("Database Changed"), true);
+        return;
+    }
+    Dialogs::MsgBox(QStringLiteral("Database switch confirmed."), QStringLiteral("Database Changed"));
+    SetTitle();
+    Login();
+    RefreshForms();
+}
+
+void frmMain::RefreshForms()
+{
+    const QList<QMdiSubWindow *> frames = m_children->subWindowList(QMdiArea::CreationOrder);
+    std::for_each(frames.rbegin(), frames.rend(), [](QMdiSubWindow *frame) {
+        QWidget *form = frame->widget();
+        const Screen *screenOf = form ? Screens::OfChild(form->objectName()) : nullptr;
+        if (screenOf && screenOf->refreshChild)
+            screenOf->refreshChild(form);
+    });
+}
+
+/// What a child window still has to store needs the database, so that they close first. The last opened goes
+/// first; false where one stays open.
+bool frmMain::CloseChildren()
+{
+    const QList<QMdiSubWindow *> frames = m_children->subWindowList(QMdiArea::CreationOrder);
+    return std::all_of(frames.rbegin(), frames.rend(), [](QMdiSubWindow *frame) { return frame->close(); });
+}
+
+bool frmMain::Unload()
+{
+    if (m_unloaded)
+        return true;
+    // Without a database there is nothing to stay for.
+    if (!CloseChildren() && gDBValid)
+        return false;
+    m_unloaded = true;
+    StoreWindow();
+    if (gDBValid)
+        StoreSessionCredential();
+    gConnection.Close();
+    WriteSettings(Directories::WrittenFile(QStringLiteral("prog.ini")));
+    LogFinish();
+    hide();
+    deleteLater();
+    return true;
+}
+
+void frmMain::closeEvent(QCloseEvent *event)
+{
+    if (m_unloaded)
+        return;
+    const bool isOver = Unload();
+    event->setAccepted(isOver);
+    if (isOver)
+        QCoreApplication::quit();
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "controls/ListModel.h"
+#include "courses/record/CourseVersion.h"
+#include "forms/frames/FormDialog.h"
+
+class CoursePage;
+class QPushButton;
+class QTabWidget;
+class StudentsPage;
+
+/// Adds and edits a course, its folders and its students. When it closes, gDialogResult holds
+/// the course's reference, or 0 if nothing was saved.
+class frmAddCourse final : public FormDialog, private CourseView
+{
+    Q_OBJECT
+
+public:
+    explicit frmAddCourse(QWidget *parent = nullptr);
+
+    /// Opens on a new course in the folder `location` ("!" and folder; "!0" is the root level).
+    void NewCourse(const QString &location);
+    /// Opens on a course; false if it could not be read.
+    bool EditCourse(int courseRef);
+    QString CourseTitle() const;
+
+    void done(int result) override;
+
+protected:
+    bool MayLeave() override;
+
+private:
+    void ShowRecord(const CourseRecord &record) override;
+    ListModel &UsedCharacteristics() override { return m_usedChar; }
+
+    void RowExists(int courseRef);
+    void ApplyRights();
+    void Save();
+    void AddStudents();
+    CourseLists Lists();
+
+    int m_courseRef = 0; ///< 0 = a new course
+    int m_saved = 0;     ///< the course's reference once it was saved
+    ListModel m_usedChar;
+    CourseRecord m_record; ///< as it was read or stored last
+    FieldValues m_seen;    ///< the stored version that the screen set out from; empty = not known
+    QTabWidget *m_tabs = nullptr;
+    CoursePage *m_course = nullptr;
+    StudentsPage *m_students = nullptr;
+    QPushButton *m_add = nullptr;
+    ModifiedMark *m_modified = nullptr;
+};

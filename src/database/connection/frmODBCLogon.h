@@ -1,0 +1,45 @@
+#pragma once
+
+#include "controls/ListModel.h"
+#include "forms/frames/FormDialog.h"
+
+#include <array>
+
+class FormBuilder;
+class QLineEdit;
+class QRadioButton;
+class QStackedWidget;
+
+/// Chooses the database of the session: the present one, a registered data source, a file or a server's
+/// catalogue. gDialogResult is 1 when another one was chosen, else 0. Nothing is opened here.
+class frmODBCLogon final : public FormDialog
+{
+    Q_OBJECT
+
+public:
+    explicit frmODBCLogon(QWidget *parent = nullptr);
+
+private:
+    /// What can be chosen, in the order of the options and of the pages below them.
+    enum Way { Present, Source, File, Server };
+
+    void BuildOptions(FormBuilder &form);
+    QWidget *PresentPage();
+    QWidget *SourcePage();
+    QWidget *FilePage();
+    QWidget *ServerPage();
+    void ShowSession();
+    Way Chosen() const;
+    void Refresh();
+    void Take();
+    bool TakeSource();
+    bool TakeFile();
+    bool TakeServer();
+
+    ListModel m_sources;
+    std::array<QRadioButton *, 4> m_ways{};
+    QStackedWidget *m_pages = nullptr;
+    QLineEdit *m_file = nullptr;
+    QLineEdit *m_server = nullptr;
+    QLineEdit *m_catalogue = nullptr;
+};

@@ -1,0 +1,24 @@
+#include "database/statements/Security.h"
+
+#include "core/session/Session.h"
+
+Level UserRight(Right right)
+{
+    // Rights written by an older version may be fewer than there are now. What they do not tell of is
+    // refused.
+    const auto position = static_cast<qsizetype>(right);
+    if (position >= gUserRights.size())
+        return Level::None;
+    const int digit = gUserRights.at(position).digitValue();
+    return digit < 0 ? Level::None : static_cast<Level>(digit);
+}
+
+bool UserMay(Right right, Level level)
+{
+    return UserRight(right) >= level;
+}
+
+QString RightsBlank()
+{
+    return QString(RightsCount, u'9');
+}

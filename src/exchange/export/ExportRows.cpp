@@ -1,0 +1,188 @@
+#include "exchange/export/ExportRows.h"
+
+#include "controls/ListModel.h"
+#include "database/values/DecodeDateFunc.h"
+#include "database/values/GlobalCode.h"
+#include "exchange/csv/CsvFields.h"
+#include "exchange/csv/CsvReader.h"
+#include "exchange/import/ImportColumn.h"
+
+#include <QFileDevice>
+
+#include <string_view>
+#include <utility>
+
+using Kind = ExportedField::Kind;
+
+namespace
+{
+Kind KindOf(const RecordsetColumn &column)
+{
+    if (column.name.compare(u"CUST_SEX", Qt::CaseInsensitive) == 0)
+        return Kind::Sex;
+    if (column.name.compare(u"CUST_DOB", Qt::CaseInsensitive) == 0)
+        return Kind::Date;
+    switch (column.type) {
+    case ColumnType::VarWChar:
+    case ColumnType::VarChar:
+    case ColumnType::Char:
+        return Kind::Text;
+    default:
+        return Kind::Number;
+    }
+}
+} // namespace
+
+std::vector<ExportedField> FieldsToExport(const ListModel &fields, const Recordset &rows)
+{
+    std::vector<ExportedField> exported;
+    for (const int row : fields.CheckedRows()) {
+        const int column = rows.ColumnIndex(fields.At(row).key);
+        if (column >= 0)
+            exported.push_back({column, KindOf(rows.Column(column)), fields.At(row).bold});
+    }
+    return exported;
+}
+
+QString ExportHeader(const ListModel &fields, const Recordset &rows)
+{
+    QString header;
+    for (const int row : fields.CheckedRows()) {
+        if (rows.ColumnIndex(fields.At(row).key) >= 0)
+            header += u',' % CsvQuoteField(fields.At(row).text);
+    }
+    return header.mid(1);
+}
+
+void ExportLosses::TakeText(std::u16string_view text)
+{
+    bool doubled = false;
+    bool afterReturn = false;
+    for (const char16_t c : text) {
+        doubled = doubled || c == u'"' || c == u'`';
+        m_lineBreaks += c == u'\r' || (c == u'\n' && !afterReturn) ? 1 : 0;
+        afterReturn = c == u'\r';
+    }
+    m_doubled += doubled ? 1 : 0;
+}
+
+void ExportLosses::TakeDate(const QString &written)
+{
+    m_badDates += ImportedDate(written).isValid() ? 0 : 1;
+}
+
+void ExportLosses::EndRecord(bool isComplete)
+{
+    m_incomplete += isComplete ? 0 : 1;
+    m_tooLong += m_lineBreaks < mostLinesOfRecord ? 0 : 1;
+    m_lineBreaks = 0;
+}
+
+QString ExportLosses::Text() const
+{
+    QString text;
+    const auto add = [&text](int count, const char *one, const char *many, const char *why) {
+        if (count > 0)
+            text += u"    " % FormatNumber(count, 0) % u' ' % QLatin1String(count == 1 ? one : many) %
+                    QLatin1String(why) % u'\n';
+    };
+    add(m_doubled, "value with quotation marks or backticks", "values with quotation marks or backticks",
+        ": an import doubles them.");
+    add(m_tooLong, "record of over 500 lines", "records of over 500 lines", ": an import skips the record.");
+    add(m_badDates, "date of birth that is no date", "dates of birth that are no dates",
+        ": an import skips the record.");
+    add(m_incomplete, "record without a field that is shown in bold",
+        "records without a field that is shown in bold", ": an import skips the record.");
+    return text;
+}
+
+bool ExportWriter::Begin(const QString &header)
+{
+    m_text = u"\uFEFF";
+    m_text.append(header.toStdU16String()).append(u"\r\n");
+    m_losses = {};
+    return m_file.resize(0) && m_file.seek(0);
+}
+
+bool ExportWriter::Write(const Recordset::Row &row)
+{
+    constexpr size_t worthIt = 32 * 1024; // characters
+    bool isFirst = true;
+    bool isComplete = true;
+    for (const ExportedField &field : m_fields) {
+        if (!std::exchange(isFirst, false))
+            m_text.push_back(u',');
+        AddValue(row, field);
+        isComplete = isComplete && (!field.required || row.HasText(field.column));
+    }
+    m_text.append(u"\r\n");
+    m_losses.EndRecord(isComplete);
+    return m_text.size() < worthIt || HandOver();
+}
+
+bool ExportWriter::Finish()
+{
+    return HandOver() && m_file.flush();
+}
+
+void ExportWriter::AddValue(const Recordset::Row &row, const ExportedField &field)
+{
+    switch (field.kind) {
+    case Kind::Text:
+        AddText(row, field.column);
+        break;
+    case Kind::Number:
+        if (row.IsNull(field.column))
+            m_text.push_back(u'0');
+        else
+            row.AppendText(field.column, m_text);
+        break;
+    case Kind::Sex: {
+        const qint64 sex = row.Long(field.column);
+        m_text.append(sex == 0 ? u"\"Not Specified\"" : sex == 1 ? u"\"Female\"" : u"\"Male\"");
+        break;
+    }
+    case Kind::Date:
+        AddDate(row, field.column);
+        break;
+    }
+}
+
+void ExportWriter::AddText(const Recordset::Row &row, int column)
+{
+    m_text.push_back(u'"');
+    const size_t begin = m_text.size();
+    row.AppendText(column, m_text);
+    m_losses.TakeText(std::u16string_view(m_text).substr(begin));
+    for (size_t at = m_text.find(u'"', begin); at != std::u16string::npos; at = m_text.find(u'"', at + 2))
+        m_text.insert(at, 1, u'"');
+    m_text.push_back(u'"');
+}
+
+void ExportWriter::AddDate(const Recordset::Row &row, int column)
+{
+    m_text.push_back(u'"');
+    // A date that is not known would be written as today's, and come back as that.
+    const int date = static_cast<int>(row.Long(column));
+    if (date != 0) {
+        const QString text = IntToDateText(int(date));
+        m_losses.TakeDate(text);
+        m_text.append(text.toStdU16String());
+    }
+    m_text.push_back(u'"');
+}
+
+bool ExportWriter::HandOver()
+{
+    m_bytes.resize(m_encode.requiredSpace(static_cast<qsizetype>(m_text.size())));
+    const char *const behind = m_encode.appendToBuffer(m_bytes.data(), m_text);
+    m_text.clear();
+    // A disk that gets full takes a part without an error; the next write says why.
+    for (const char *at = m_bytes.constData(); at != behind;) {
+        const qint64 taken = m_file.write(at, behind - at);
+        if (taken <= 0)
+            return false;
+        at += taken;
+    }
+    return true;
+}

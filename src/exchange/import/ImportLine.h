@@ -1,0 +1,38 @@
+#pragma once
+
+#include "exchange/import/ImportColumn.h"
+
+#include <vector>
+
+/// What a line of the file brings in, column by column, and the texts of SQL that are made of it.
+class LineValues final
+{
+public:
+    void Add(const ImportColumn &column, const QString &value) { m_cells.push_back({&column, value}); }
+    void Clear() { m_cells.clear(); }
+    bool IsEmpty() const { return m_cells.empty(); }
+
+    QString Columns() const;      ///< "A,B"
+    QString Values() const;       ///< "1,'b'"
+    QString Updates() const;      ///< "A = 1,B = 'b'"
+    QString FullTest() const;     ///< "A = 1 AND B = 'b'", of every column
+    QString IdentityTest() const; ///< the same of the columns by which a record is recognised
+    QString Display() const;      ///< the values of the required columns, to show to the user
+
+private:
+    struct Cell {
+        const ImportColumn *column;
+        QString value;
+    };
+    static bool Every(const Cell &) { return true; }
+    static bool Identifies(const Cell &cell);
+    static void AddValue(QString &text, const Cell &cell);
+    static void AddPair(QString &text, const Cell &cell);
+    QString Joined(QStringView separator, void (*add)(QString &, const Cell &),
+                   bool (*isWanted)(const Cell &) = Every) const;
+
+    std::vector<Cell> m_cells;
+};
+
+/// The query for the key of the records that `test` finds.
+QString SelectKey(const QString &keyColumn, const QString &table, const QString &test);

@@ -1,0 +1,45 @@
+#include "forms/fields/CaptionLabel.h"
+
+#include "core/session/Session.h"
+
+#include <QPainter>
+#include <QStyle>
+
+CaptionLabel::CaptionLabel(const QString &caption, QWidget *parent)
+    : QLabel(caption, parent)
+{
+    setTextFormat(Qt::PlainText);
+    // Room for both sides of the plate, on the right: captions stand on one line with the fields below them.
+    setContentsMargins(0, 0, fontMetrics().averageCharWidth(), 0);
+}
+
+void CaptionLabel::SetMissing(bool missing)
+{
+    if (missing == m_missing)
+        return;
+    m_missing = missing;
+    update();
+}
+
+void CaptionLabel::paintEvent(QPaintEvent *event)
+{
+    if (!m_missing || !isEnabled()) {
+        QLabel::paintEvent(event);
+        return;
+    }
+    const QColor plate = QColor::fromRgb(static_cast<QRgb>(gWarnColour) | 0xFF000000U);
+    const QColor ink = qGray(plate.rgb()) < 128 ? Qt::white : Qt::black;
+    const int margin = fontMetrics().averageCharWidth() / 2;
+    const QRect room = contentsRect().translated(margin, 0);
+    const QRect text =
+        style()->itemTextRect(fontMetrics(), room, static_cast<int>(alignment()), true, this->text());
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.setBrush(plate);
+    const QRectF around = QRectF(text).adjusted(-margin, 0, margin, 0) & QRectF(rect());
+    painter.drawRoundedRect(around.adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
+    painter.setPen(ink);
+    const int flags = static_cast<int>(alignment()) | (buddy() ? Qt::TextShowMnemonic : 0);
+    painter.drawText(room, flags, this->text());
+}

@@ -1,0 +1,34 @@
+#include "forms/fields/ComboBox.h"
+
+#include "controls/ComboModel.h"
+
+#include <QListView>
+
+ComboBox::ComboBox(ComboModel &model, QWidget *parent)
+    : QComboBox(parent)
+    , m_list(model)
+{
+    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(14);
+    setMaxVisibleItems(20);
+    // A combo box picks a row of its own when its model is reset; the model's choice must win.
+    connect(&m_list, &ComboModel::modelAboutToBeReset, this, [this] { m_filling = true; });
+    setModel(&m_list);
+    setCurrentIndex(m_list.Current());
+    connect(this, &QComboBox::currentIndexChanged, this, [this](int row) {
+        if (!m_filling)
+            m_list.SetCurrent(row);
+    });
+    connect(&m_list, &ComboModel::CurrentChanged, this, [this](int row) {
+        m_filling = false;
+        setCurrentIndex(row);
+    });
+}
+
+void ComboBox::showPopup()
+{
+    // Rows of one height need not be measured one by one.
+    if (auto *rows = qobject_cast<QListView *>(view()))
+        rows->setUniformItemSizes(true);
+    QComboBox::showPopup();
+}

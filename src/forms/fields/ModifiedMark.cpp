@@ -1,0 +1,90 @@
+#include "forms/fields/ModifiedMark.h"
+
+#include "controls/ListModel.h"
+#include "controls/TreeModel.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+
+ModifiedMark::ModifiedMark(QAbstractButton *saveButton, QObject *parent)
+    : QObject(parent)
+    , m_saveButton(saveButton)
+{
+    if (!m_saveButton)
+        return;
+    connect(m_saveButton, &QObject::destroyed, &m_timer, &QTimer::stop);
+    connect(&m_timer, &QTimer::timeout, this, &ModifiedMark::Paint);
+    m_timer.start(250);
+}
+
+void ModifiedMark::Watch(QWidget *root)
+{
+    const auto belongs = [this, root](QWidget *field) {
+        for (QWidget *at = field; at && at != root->parentWidget(); at = at->parentWidget()) {
+            if (m_ignored.contains(at))
+                return false;
+        }
+        return true;
+    };
+    for (QWidget *field : root->findChildren<QWidget *>()) {
+        if (!belongs(field))
+            continue;
+        if (auto *text = qobject_cast<QLineEdit *>(field))
+            connect(text, &QLineEdit::textChanged, this, &ModifiedMark::Set);
+        else if (auto *notes = qobject_cast<QPlainTextEdit *>(field))
+            connect(notes, &QPlainTextEdit::textChanged, this, &ModifiedMark::Set);
+        else if (auto *combo = qobject_cast<QComboBox *>(field))
+            connect(combo, &QComboBox::currentIndexChanged, this, &ModifiedMark::Set);
+        else if (auto *button = qobject_cast<QAbstractButton *>(field))
+            connect(button, &QAbstractButton::toggled, this, &ModifiedMark::Set);
+    }
+}
+
+void ModifiedMark::Watch(ListModel &list)
+{
+    connect(&list, &ListModel::Changed, this, &ModifiedMark::Set);
+}
+
+void ModifiedMark::Watch(TreeModel &tree)
+{
+    connect(&tree, &TreeModel::Changed, this, &ModifiedMark::Set);
+}
+
+void ModifiedMark::Ignore(QWidget *field)
+{
+    m_ignored.insert(field);
+}
+
+bool ModifiedMark::AskToSave(const std::function<void()> &save, Dialogs::Answer defaultAnswer)
+{
+    if (!m_set)
+        return true;
+    const Dialogs::Answer answer = Dialogs::MsgBox(
+        QStringLiteral("Some of the data has changed.\nOkay to update before exiting?"),
+        QStringLiteral("Warning"), Dialogs::Buttons::YesNoCancel, Dialogs::Icon::Question, defaultAnswer);
+    if (answer == Dialogs::Answer::No)
+        return true;
+    if (answer != Dialogs::Answer::Yes)
+        return false;
+    save();
+    return !m_set;
+}
+
+void ModifiedMark::Paint()
+{
+    if (m_painted == m_set)
+        return;
+    m_painted = m_set;
+    if (!m_painted) {
+        m_saveButton->setPalette(QPalette());
+        return;
+    }
+    QPalette palette = m_saveButton->palette();
+    const QColor highlight = palette.color(QPalette::Highlight);
+    palette.setColor(QPalette::Button, highlight);
+    // Styles draw a button lighter than its colour, so that the text for selections may be too faint.
+    palette.setColor(QPalette::ButtonText, qGray(highlight.lighter(120).rgb()) < 128 ? Qt::white : Qt::black);
+    m_saveButton->setPalette(palette);
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/desktop/Dialogs.h"
+
+#include <QObject>
+#include <QSet>
+#include <QTimer>
+
+#include <functional>
+
+class ListModel;
+class QAbstractButton;
+class QWidget;
+class TreeModel;
+
+/// The one "modified" flag of a record form, set by every field's change, and the save button that is
+/// painted in the highlight colour while it is set. A timer paints, so that a record that loads (many
+/// changes, then Clear) does not make the button flicker.
+class ModifiedMark final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `saveButton` may be nothing: then there is only the flag.
+    explicit ModifiedMark(QAbstractButton *saveButton, QObject *parent = nullptr);
+
+    /// Every text, combo, date, check and option below `root` sets the flag from now on. Lists do not:
+    /// most only show something. Watch the models of those that belong to the record.
+    void Watch(QWidget *root);
+    void Watch(ListModel &list);
+    void Watch(TreeModel &tree);
+    /// A field that belongs to the screen and not to the record (a search box, a filter). Before Watch.
+    void Ignore(QWidget *field);
+
+    bool IsSet() const { return m_set; }
+    void Set() { m_set = true; }
+    void Clear() { m_set = false; }
+
+    /// The question on leaving; true if the form may go. Yes runs `save`, after which the flag tells
+    /// whether it worked; No leaves; Cancel stays. Unmodified forms go unasked.
+    bool AskToSave(const std::function<void()> &save, Dialogs::Answer defaultAnswer = Dialogs::Answer::None);
+
+private:
+    void Paint();
+
+    QAbstractButton *m_saveButton;
+    QSet<QWidget *> m_ignored;
+    QTimer m_timer;
+    bool m_set = false;
+    bool m_painted = false;
+};

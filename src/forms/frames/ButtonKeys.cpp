@@ -1,0 +1,71 @@
+#include "forms/frames/ButtonKeys.h"
+
+#include "forms/frames/ModalFront.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QPushButton>
+#include <QShortcutEvent>
+
+namespace
+{
+/// The toolkit gives the focus to what can be ticked when its mnemonic is pressed, and to no other button.
+void Click(QAbstractButton *button)
+{
+    const QPointer<QAbstractButton> living(button);
+    if (button->isCheckable() && button->focusPolicy() & Qt::ClickFocus)
+        button->setFocus(Qt::ShortcutFocusReason);
+    if (living)
+        living->click();
+}
+
+bool PressMnemonic(QObject *watched, const QShortcutEvent &shortcut)
+{
+    auto *button = qobject_cast<QAbstractButton *>(watched);
+    if (!button || shortcut.isAmbiguous() || button->shortcut() != shortcut.key())
+        return false;
+    Click(button);
+    return true;
+}
+
+bool PressEnter(QObject *watched, QKeyEvent &key)
+{
+    auto *button = qobject_cast<QPushButton *>(watched);
+    const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    if (!button || !isEnter || (key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
+        return false;
+    key.accept();
+    if (!key.isAutoRepeat())
+        button->click();
+    return true;
+}
+
+class Filter final : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        switch (event->type()) {
+        case QEvent::Shortcut:
+            return ModalFront::Covers(watched) ||
+                   PressMnemonic(watched, static_cast<const QShortcutEvent &>(*event));
+        case QEvent::KeyPress:
+            return PressEnter(watched, static_cast<QKeyEvent &>(*event));
+        default:
+            return false;
+        }
+    }
+};
+} // namespace
+
+void ButtonKeys::Serve()
+{
+    static QPointer<Filter> served;
+    if (served)
+        return;
+    served = new Filter(qApp);
+    qApp->installEventFilter(served);
+}

@@ -1,0 +1,287 @@
+#include "forms/frames/FormBuilder.h"
+
+#include "controls/ListModel.h"
+#include "core/icons/Icons.h"
+#include "forms/frames/ButtonKeys.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+namespace
+{
+/// Pages that cannot be opened are passed by.
+void TurnPage(QTabWidget &tabs, int step)
+{
+    int page = tabs.currentIndex();
+    do
+        page = (page + step + tabs.count()) % tabs.count();
+    while (!tabs.isTabEnabled(page));
+    tabs.setCurrentIndex(page);
+}
+} // namespace
+
+FormBuilder::FormBuilder(QWidget *page)
+    : m_page(page)
+{
+    ButtonKeys::Serve();
+    auto *grid = new QGridLayout(page);
+    Push(page, grid);
+}
+
+FormBuilder::~FormBuilder()
+{
+    WidenFields();
+    // A page without lists keeps its fields at the top, and its last buttons at the bottom.
+    if (!Top().stretches && Top().row == m_buttonRow)
+        Top().grid->setRowStretch(m_buttonRow - 1, 1);
+    else if (!Top().stretches)
+        Stretch();
+    for (size_t i = 1; i < m_order.size(); ++i)
+        QWidget::setTabOrder(m_order[i - 1], m_order[i]);
+}
+
+void FormBuilder::Push(QWidget *parent, QGridLayout *grid)
+{
+    m_sections.push_back({parent, grid});
+    grid->setColumnStretch(1, 1);
+}
+
+void FormBuilder::Pop()
+{
+    WidenFields();
+    const bool stretches = Top().stretches;
+    Top().grid->setRowStretch(Top().row + 1, stretches ? 0 : 1);
+    m_sections.pop_back();
+    Top().stretches = Top().stretches || stretches;
+}
+
+/// Where no field has a caption there is no column of captions to stand clear of.
+void FormBuilder::WidenFields()
+{
+    QGridLayout *grid = Top().grid;
+    std::vector<int> rows; // with a field of its own column
+    for (int row = 0; row <= Top().row; ++row) {
+        QLayoutItem *field = grid->itemAtPosition(row, 1);
+        QLayoutItem *caption = grid->itemAtPosition(row, 0);
+        if (caption && caption != field)
+            return;
+        if (field && !caption)
+            rows.push_back(row);
+    }
+    for (const int row : rows) {
+        QLayoutItem *field = grid->itemAtPosition(row, 1);
+        const Qt::Alignment alignment = field->alignment();
+        if (QWidget *widget = field->widget()) {
+            grid->removeWidget(widget);
+            grid->addWidget(widget, row, 0, 1, 2, alignment);
+        } else if (QLayout *layout = field->layout()) {
+            grid->removeItem(layout);
+            grid->addLayout(layout, row, 0, 1, 2, alignment);
+        }
+    }
+}
+
+QHBoxLayout *FormBuilder::NextRow()
+{
+    Section &section = Top();
+    if (!section.beside) {
+        ++section.row;
+        return nullptr;
+    }
+    section.beside = false;
+    QLayoutItem *last = section.grid->itemAtPosition(section.row, 1);
+    if (auto *row = qobject_cast<QHBoxLayout *>(last->layout()))
+        return row;
+    QWidget *field = last->widget();
+    section.grid->removeWidget(field);
+    auto *row = new QHBoxLayout;
+    row->addWidget(field, 1);
+    section.grid->addLayout(row, section.row, 1);
+    return row;
+}
+
+void FormBuilder::Span(QWidget *widget, bool stretches)
+{
+    if (QHBoxLayout *row = NextRow()) {
+        row->addWidget(widget);
+        return;
+    }
+    Section &section = Top();
+    section.grid->addWidget(widget, section.row, 0, 1, -1);
+    if (!stretches)
+        return;
+    section.grid->setRowStretch(section.row, 1);
+    section.stretches = true;
+}
+
+void FormBuilder::Beside()
+{
+    Top().beside = true;
+}
+
+void FormBuilder::BeginButtons(Align align)
+{
+    m_buttons = new QHBoxLayout;
+    // The empty row before it can take the space that is left, and parts the buttons from the fields.
+    Top().row += 1;
+    if (m_sections.size() == 1)
+        Top().grid->setRowMinimumHeight(Top().row, m_page->fontMetrics().height() / 2);
+    NextRow();
+    if (m_sections.size() == 1)
+        m_buttonRow = Top().row;
+    Top().grid->addLayout(m_buttons, Top().row, 0, 1, -1);
+    if (align == Align::End)
+        m_buttons->addStretch();
+}
+
+void FormBuilder::EndButtons()
+{
+    bool isSpread = false; // by the alignment or a gap
+    for (int i = 0; i < m_buttons->count(); ++i)
+        isSpread = isSpread || m_buttons->itemAt(i)->spacerItem();
+    if (!isSpread)
+        m_buttons->addStretch();
+    m_buttons = nullptr;
+}
+
+void FormBuilder::Gap()
+{
+    m_buttons->addStretch();
+}
+
+QPushButton *FormBuilder::NewButton(const QString &name, const QString &caption)
+{
+    auto *button = new QPushButton(caption, Parent());
+    button->setObjectName(name);
+    // Away from the buttons Enter presses the default one or nothing, never the one that happens to come
+    // first.
+    button->setAutoDefault(false);
+    m_order.push_back(button);
+    return button;
+}
+
+QPushButton *FormBuilder::Button(const QString &name, const QString &caption)
+{
+    QPushButton *button = NewButton(name, caption);
+    if (m_buttons) {
+        m_buttons->addWidget(button);
+        return button;
+    }
+    if (QHBoxLayout *row = NextRow())
+        row->addWidget(button);
+    else
+        Top().grid->addWidget(button, Top().row, 1, Qt::AlignLeft);
+    return button;
+}
+
+QPushButton *FormBuilder::DefaultButton(const QString &name, const QString &caption)
+{
+    QPushButton *button = Button(name, caption);
+    button->setDefault(true);
+    return button;
+}
+
+QGroupBox *FormBuilder::BeginGroup(const QString &caption, const QString &name)
+{
+    auto *group = new QGroupBox(caption, Parent());
+    group->setObjectName(name);
+    Span(group);
+    Push(group, new QGridLayout(group));
+    return group;
+}
+
+void FormBuilder::EndGroup()
+{
+    const bool stretches = Top().stretches;
+    Pop();
+    if (stretches)
+        Top().grid->setRowStretch(Top().row, 1);
+}
+
+void FormBuilder::BeginColumns(int weight)
+{
+    NextRow();
+    auto *columns = new QHBoxLayout;
+    Section &section = Top();
+    section.grid->addLayout(columns, section.row, 0, 1, -1);
+    section.columns = columns;
+    auto *grid = new QGridLayout;
+    columns->addLayout(grid, weight);
+    Push(section.parent, grid);
+}
+
+void FormBuilder::NextColumn(int weight)
+{
+    Pop();
+    auto *grid = new QGridLayout;
+    Top().columns->addLayout(grid, weight);
+    Push(Top().parent, grid);
+}
+
+void FormBuilder::EndColumns()
+{
+    Pop();
+    if (Top().stretches)
+        Top().grid->setRowStretch(Top().row, 1);
+}
+
+QTabWidget *FormBuilder::Tabs(const QString &name)
+{
+    auto *tabs = new QTabWidget(Parent());
+    Place(tabs, name, {}, true);
+    // Notes and drop-downs would keep the keys that turn the pages.
+    const auto turn = [tabs](const QKeySequence &keys, int step) {
+        QObject::connect(new QShortcut(keys, tabs), &QShortcut::activated, tabs,
+                         [tabs, step] { TurnPage(*tabs, step); });
+    };
+    turn(Qt::CTRL | Qt::Key_Tab, 1);
+    turn(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, -1);
+    return tabs;
+}
+
+QWidget *FormBuilder::AddTab(QTabWidget *tabs, const QString &name, const QString &caption)
+{
+    return AddTab(tabs, new QWidget, name, caption);
+}
+
+FormBuilder::Pair FormBuilder::UsedAvailablePair(const PairNames &names, ListModel &available,
+                                                 ListModel &used)
+{
+    Pair pair{};
+    BeginColumns();
+    pair.available = List(names.available, names.availableCaption, available, ListView::Choice::Multi);
+    Pop();
+
+    auto *buttons = new QVBoxLayout;
+    QHBoxLayout *columns = Top().columns;
+    columns->addLayout(buttons);
+    buttons->addStretch();
+    const auto button = [&](const QString &name, const QString &icon, const QString &caption) {
+        QPushButton *made = NewButton(name, caption);
+        made->setIcon(Icons::Of(icon));
+        buttons->addWidget(made);
+        return made;
+    };
+    pair.add = button(names.add, QStringLiteral("go-next"), QStringLiteral("Add"));
+    pair.remove = button(names.remove, QStringLiteral("go-previous"), QStringLiteral("Remove"));
+    pair.clear = button(names.clear, QStringLiteral("edit-clear-all"), QStringLiteral("Clear"));
+    buttons->addStretch();
+
+    auto *grid = new QGridLayout;
+    // A list that tells more of each row than its name needs the room for it.
+    columns->addLayout(grid, used.columnCount() > available.columnCount() ? 2 : 1);
+    Push(Top().parent, grid);
+    pair.used = List(names.used, names.usedCaption, used, ListView::Choice::Multi);
+    EndColumns();
+    pair.moves = new UsedAvailable(pair.available, pair.used, pair.add, pair.remove, pair.clear, m_page);
+    return pair;
+}
+
+void FormBuilder::Stretch()
+{
+    NextRow();
+    Top().grid->setRowStretch(Top().row, 1);
+    Top().stretches = true;
+}

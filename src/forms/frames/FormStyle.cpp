@@ -1,0 +1,113 @@
+#include "forms/frames/FormStyle.h"
+
+#include "core/icons/Icons.h"
+
+#include <QAbstractScrollArea>
+#include <QApplication>
+#include <QPainter>
+#include <QProxyStyle>
+#include <QStyleOptionButton>
+
+namespace
+{
+class FormStyle final : public QProxyStyle
+{
+public:
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *result) const override
+    {
+        if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+            return 0;
+        return QProxyStyle::styleHint(hint, option, widget, result);
+    }
+
+    QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &contents,
+                           const QWidget *widget) const override
+    {
+        QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+        if (type == CT_PushButton) {
+            const int air =
+                pixelMetric(PM_ButtonMargin, option, widget) + 2 * option->fontMetrics.averageCharWidth();
+            size.setWidth(qMax(size.width(), contents.width() + air));
+        }
+        return size;
+    }
+
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
+                         const QWidget *widget) const override
+    {
+        const auto *group = qstyleoption_cast<const QStyleOptionGroupBox *>(option);
+        if (control == CC_GroupBox && group && group->text.isEmpty()) {
+            if (part == SC_GroupBoxFrame)
+                return group->rect;
+            if (part == SC_GroupBoxContents) {
+                const int frame = pixelMetric(PM_DefaultFrameWidth, option, widget);
+                return group->rect.adjusted(frame, frame, -frame, -frame);
+            }
+        }
+        return QProxyStyle::subControlRect(control, option, part, widget);
+    }
+
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                            const QWidget *widget) const override
+    {
+        const auto *combo = qstyleoption_cast<const QStyleOptionComboBox *>(option);
+        const auto *bar = qstyleoption_cast<const QStyleOptionTitleBar *>(option);
+        if (control == CC_ComboBox && combo && !(combo->state & State_Enabled)) {
+            QStyleOptionComboBox field = *combo;
+            field.editable = true;
+            QProxyStyle::drawComplexControl(control, &field, painter, widget);
+        } else if (control == CC_TitleBar && bar && !(bar->titleBarState & State_Active) &&
+                   IsDark(bar->palette)) {
+            // Its signs would be black on black: those of an active bar are light.
+            QStyleOptionTitleBar light = *bar;
+            light.titleBarState |= State_Active;
+            light.palette.setColor(QPalette::Highlight, bar->palette.color(QPalette::Window));
+            QProxyStyle::drawComplexControl(control, &light, painter, widget);
+        } else {
+            QProxyStyle::drawComplexControl(control, option, painter, widget);
+        }
+    }
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override
+    {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (element == PE_Frame && option->state & State_HasFocus &&
+            qobject_cast<const QAbstractScrollArea *>(widget)) {
+            painter->setPen(option->palette.color(QPalette::Highlight));
+            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+            return;
+        }
+        const bool box = element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck;
+        if ((!box && element != PE_IndicatorRadioButton) || !IsDark(option->palette))
+            return;
+        QColor outline = option->palette.color(QPalette::Text);
+        outline.setAlpha(option->state & State_Enabled ? 150 : 70);
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing, !box);
+        painter->setPen(outline);
+        painter->setBrush(Qt::NoBrush);
+        const QRectF around = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+        if (box)
+            painter->drawRect(around);
+        else
+            painter->drawEllipse(around);
+        painter->restore();
+    }
+
+private:
+    static bool IsDark(const QPalette &palette)
+    {
+        return qGray(palette.color(QPalette::Base).rgb()) < qGray(palette.color(QPalette::Text).rgb());
+    }
+};
+} // namespace
+
+void InstallFormStyle()
+{
+    QApplication::setWindowIcon(Icons::Application());
+    // Styles that belong to a desktop have an answer of their own.
+    if (QApplication::style()->name().compare(u"fusion", Qt::CaseInsensitive) == 0)
+        QApplication::setStyle(new FormStyle);
+}

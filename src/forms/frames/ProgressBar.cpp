@@ -1,0 +1,11 @@
+#include "forms/frames/ProgressBar.h"
+
+Progress ProgressBar::NewRun()
+{
+    reset();
+    return Progress([this](int done, int maximum) {
+        setMaximum(maximum);
+        setValue(done);
+        emit Shown(done, maximum);
+    });
+}

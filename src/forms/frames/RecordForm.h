@@ -1,0 +1,123 @@
+#pragma once
+
+#include "controls/RecordView.h"
+#include "database/statements/Rights.h"
+#include "database/statements/WholeSave.h"
+#include "forms/frames/FormDialog.h"
+
+#include <memory>
+
+class FormBuilder;
+class QLabel;
+class QPushButton;
+class QTabWidget;
+class RecordNavigator;
+class RequiredMarks;
+
+/// The frame of a record screen: the notice, the tabs, the row of buttons, the states of a record, walking
+/// over a list of records, and leaving. It opens for a new record, or on a list of records to walk through; a
+/// saved record is shown first and edited on request. When it closes, gDialogResult has the key of the
+/// record that it showed or saved last, 0 for none.
+///
+/// A subject adds its pages to Tabs in its constructor, then calls BuildButtons, watches what belongs to the
+/// record, and ends with StartRecord.
+class RecordForm : public FormDialog, protected virtual RecordView
+{
+    Q_OBJECT
+
+public:
+    ~RecordForm() override;
+
+    enum class Open { View, Edit };
+    /// Stands on a list of records ("?" keys) and shows the first, to look at or, where the user may, to
+    /// change.
+    void OpenRecords(const QStringList &keys, Open open = Open::View);
+    /// Runs the form for a new record, modal; the new key, 0 for none.
+    int RunNew();
+
+    void done(int result) override;
+
+protected:
+    struct Kind {
+        QString form;       ///< name of the form
+        QString okBtn;      ///< name of the button that saves
+        QString newCaption; ///< of the button for a new record
+        QString word;       ///< what a record is called in the middle of a sentence
+        Right right;        ///< who may add and change
+        bool canRefresh = false;
+    };
+    enum class State { NewRecord, View, Edit };
+
+    RecordForm(const Kind &kind, QWidget *parent);
+
+    /// False where another workstation deleted the record; an error counts as true.
+    virtual bool Exists(int key) = 0;
+    /// Reads a record into the pages.
+    virtual void ReadRecord(int key) = 0;
+    virtual void ShowPlaceholder(const QString &text) = 0;
+    /// Stores the record, added where `key` is 0, with all that hangs on it; nothing where `progress` is
+    /// cancelled.
+    virtual RecordSaved StoreRecord(int key, Progress &progress) = 0;
+    /// What is left to ask and do once all is stored. True where the record is to be read again.
+    virtual bool AfterStore(int key) = 0;
+    /// Empties the pages for the user.
+    virtual void ClearPages() = 0;
+    /// Makes the pages those of a record that does not exist yet.
+    virtual void EmptyPages() = 0;
+    /// Tells the pages that what they show belongs to a record that does not exist yet.
+    virtual void DetachPages() {}
+    virtual void ApplyState(State state) = 0;
+    virtual const RequiredMarks &Required() const = 0;
+    virtual QString RecordName() const = 0;
+    /// False keeps the record that is shown.
+    virtual bool MayStartNew() = 0;
+
+    void ShowLoading(const QString &notice) override;
+    void ShowDeleted(const QString &placeholder) override;
+    void ShowLoaded() override;
+    bool MayLeave() override;
+
+    FormBuilder &Builder() { return *m_builder; }
+    QTabWidget *Tabs() const { return m_tabs; }
+    ModifiedMark &Modified() const { return *m_modified; }
+    QPushButton *NewBtn() const { return m_newBtn; }
+    int Key() const { return m_key; }
+    /// The record shown could not be read or is no more.
+    bool IsGone() const { return m_gone; }
+    void BuildButtons();
+    /// Shows an empty form for a new record.
+    void StartRecord();
+
+private:
+    bool May(Level level) const;
+    void ShowKey(int key);
+    void KeepFocus(QWidget *focus);
+    void SetState(State state);
+    /// Goes into a state in which the user types, and to the first field of the page.
+    void StartEditing(State state);
+    void ShowCaption();
+    bool IsDeleted();
+    void KeepAsNew();
+    bool Save();
+    RecordSaved RunStore();
+    void ToggleEdit();
+    void Refresh();
+
+    Kind m_kind;
+    State m_state = State::NewRecord;
+    int m_key = 0; ///< of the record shown; 0 for a new one
+    bool m_gone = false;
+
+    std::unique_ptr<FormBuilder> m_builder; ///< until the buttons stand
+    QLabel *m_warn;
+    QTabWidget *m_tabs;
+    QPushButton *m_okBtn;
+    QPushButton *m_newBtn;
+    QPushButton *m_editBtn;
+    QPushButton *m_prevBtn;
+    QPushButton *m_nextBtn;
+    QPushButton *m_clearBtn;
+    QPushButton *m_refreshBtn;
+    ModifiedMark *m_modified;
+    RecordNavigator *m_navigator;
+};

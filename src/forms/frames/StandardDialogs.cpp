@@ -1,0 +1,178 @@
+#include "forms/frames/StandardDialogs.h"
+
+#include "enrolment/frmPercent.h"
+#include "forms/frames/frmConflict.h"
+#include "platform/desktop/Dialogs.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QDir>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QMessageBox>
+
+namespace
+{
+using Dialogs::Answer;
+using Dialogs::Buttons;
+
+QMessageBox::StandardButtons ButtonsOf(Buttons buttons)
+{
+    switch (buttons) {
+    case Buttons::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case Buttons::YesNoAll:
+        return QMessageBox::Yes | QMessageBox::YesToAll | QMessageBox::No | QMessageBox::NoToAll;
+    case Buttons::RetryCancel:
+        return QMessageBox::Retry | QMessageBox::Cancel;
+    case Buttons::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+QMessageBox::StandardButton ButtonOf(Answer answer)
+{
+    switch (answer) {
+    case Answer::Ok:
+        return QMessageBox::Ok;
+    case Answer::Cancel:
+        return QMessageBox::Cancel;
+    case Answer::Retry:
+        return QMessageBox::Retry;
+    case Answer::Yes:
+        return QMessageBox::Yes;
+    case Answer::No:
+        return QMessageBox::No;
+    case Answer::YesToAll:
+        return QMessageBox::YesToAll;
+    case Answer::NoToAll:
+        return QMessageBox::NoToAll;
+    case Answer::None:
+        break;
+    }
+    return QMessageBox::NoButton;
+}
+
+Answer AnswerOf(int button)
+{
+    for (const Answer answer : {Answer::Ok, Answer::Cancel, Answer::Retry, Answer::Yes, Answer::No,
+                                Answer::YesToAll, Answer::NoToAll}) {
+        if (ButtonOf(answer) == button)
+            return answer;
+    }
+    return Answer::Cancel;
+}
+
+Answer FirstAnswer(Buttons buttons)
+{
+    switch (buttons) {
+    case Buttons::YesNo:
+    case Buttons::YesNoCancel:
+    case Buttons::YesNoAll:
+        return Answer::Yes;
+    case Buttons::RetryCancel:
+        return Answer::Retry;
+    case Buttons::Ok:
+    case Buttons::OkCancel:
+        break;
+    }
+    return Answer::Ok;
+}
+
+QMessageBox::Icon IconOf(Dialogs::Icon icon)
+{
+    switch (icon) {
+    case Dialogs::Icon::Information:
+        return QMessageBox::Information;
+    case Dialogs::Icon::Question:
+        return QMessageBox::Question;
+    case Dialogs::Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Dialogs::Icon::Stop:
+        return QMessageBox::Critical;
+    case Dialogs::Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+/// A box is as wide as its text, which is often shorter than its title.
+void ShowWholeTitle(QMessageBox &box)
+{
+    auto *grid = qobject_cast<QGridLayout *>(box.layout());
+    if (!grid)
+        return;
+    const QFontMetrics metrics = box.fontMetrics();
+    const int titleButtons = metrics.averageCharWidth() * 16;
+    grid->addItem(new QSpacerItem(metrics.horizontalAdvance(box.windowTitle()) + titleButtons, 0),
+                  grid->rowCount(), 0, 1, grid->columnCount());
+}
+
+/// The window that a question belongs to. Between two questions in a row no window is active yet, and one
+/// that belonged to none would leave the focus nowhere behind it.
+QWidget *Asker()
+{
+    QWidget *modal = QApplication::activeModalWidget();
+    return modal ? modal : QApplication::activeWindow();
+}
+
+Answer ShowMsgBox(const QString &text, const QString &title, Buttons buttons, Dialogs::Icon icon,
+                  Answer defaultAnswer)
+{
+    QWidget *asker = Asker();
+    QMessageBox box(IconOf(icon), title.isEmpty() ? QApplication::applicationDisplayName() : title, text,
+                    ButtonsOf(buttons), asker);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(ButtonOf(defaultAnswer == Answer::None ? FirstAnswer(buttons) : defaultAnswer));
+    if (buttons == Buttons::YesNoAll)
+        box.setEscapeButton(QMessageBox::No);
+    ShowWholeTitle(box);
+    const Answer answer = AnswerOf(box.exec());
+    // Where one question follows another, some desktops lose sight of the window that asks.
+    if (asker)
+        asker->activateWindow();
+    return answer;
+}
+
+QString ChooseFile(const Dialogs::FileQuestion &question, QFileDialog::AcceptMode mode)
+{
+    const QString folder =
+        question.folder.isEmpty() || QDir(question.folder).exists() ? question.folder : QDir::homePath();
+    QFileDialog chooser(Asker(), question.title, folder, question.filter);
+    chooser.setAcceptMode(mode);
+    chooser.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    chooser.setDefaultSuffix(question.defaultExtension);
+    if (!question.fileName.isEmpty())
+        chooser.selectFile(question.fileName);
+    return chooser.exec() == QDialog::Accepted ? QDir::toNativeSeparators(chooser.selectedFiles().value(0))
+                                               : QString();
+}
+
+std::optional<int> AskColour(int colour)
+{
+    const QColor chosen = QColorDialog::getColor(QColor::fromRgb(static_cast<QRgb>(colour)), Asker());
+    if (!chosen.isValid())
+        return std::nullopt;
+    return static_cast<int>(chosen.rgb() & 0xFFFFFF);
+}
+} // namespace
+
+void InstallStandardDialogs()
+{
+    Dialogs::Hooks &hooks = Dialogs::Installed();
+    hooks.msgBox = ShowMsgBox;
+    hooks.openFile = [](const Dialogs::FileQuestion &q) { return ChooseFile(q, QFileDialog::AcceptOpen); };
+    hooks.saveFile = [](const Dialogs::FileQuestion &q) { return ChooseFile(q, QFileDialog::AcceptSave); };
+    hooks.chooseColour = AskColour;
+    hooks.selectCourses = frmPercent::Choose;
+    hooks.settleChanges = frmConflict::Settle;
+    hooks.serveEvents = [] { QApplication::processEvents(); };
+    hooks.keepPainting = [] {
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+    };
+}

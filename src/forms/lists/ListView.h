@@ -1,0 +1,64 @@
+#pragma once
+
+#include "forms/lists/EmptyText.h"
+
+#include <QList>
+#include <QTreeView>
+
+class ListModel;
+class QLabel;
+
+/// The view of a ListModel: adopts the model and its selection, sorts by a click on a column title, copies
+/// the selected rows with Ctrl+C, prints with Ctrl+P, finds a row by typing its start, and stays quick with
+/// 100,000 rows. A list without a pop-up menu of its own has one for copying and printing.
+class ListView final : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    enum class Choice { Single, Multi };
+
+    explicit ListView(ListModel &model, Choice choice = Choice::Single, QWidget *parent = nullptr);
+
+    ListModel &Model() const { return m_list; }
+    /// Widths of the columns in average characters, of which each takes its share of the list's width until
+    /// the user sets one; the last column takes what is left.
+    void SetColumnChars(const QList<int> &chars);
+    /// The text shown while there are no rows.
+    void SetEmptyText(const QString &text) { m_emptyText.Set(text); }
+    /// Keeps `label` telling how many rows there are and how many of several are selected.
+    void CountOn(QLabel *label);
+    /// Check marks cannot be changed by the user while it is locked; rows can still be selected.
+    void SetLocked(bool locked);
+    /// Scrolls `row` into view.
+    void ShowRow(int row);
+    /// Sorts by the column that the user asked for, if any: rows that join a list come last at first.
+    void KeepOrder();
+
+signals:
+    void Opened(int row); ///< a double click on a row, or Enter on the current one
+    void DeletePressed();
+
+protected:
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
+    QSize sizeHint() const override;
+
+private:
+    void ShowTitles();
+    void ShareWidth();
+    void CopySelected() const;
+    void Print();
+    void TellCount();
+
+    ListModel &m_list;
+    EmptyText m_emptyText;
+    QList<int> m_shares; ///< of the columns; empty once the user set their widths
+    bool m_sharing = false;
+    QLabel *m_count = nullptr;
+    bool m_locked = false;
+};

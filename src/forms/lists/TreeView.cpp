@@ -1,0 +1,95 @@
+#include "forms/lists/TreeView.h"
+
+#include "controls/TreeModel.h"
+#include "forms/lists/ItemDelegate.h"
+
+#include <QKeyEvent>
+
+TreeView::TreeView(TreeModel &model, QWidget *parent)
+    : QTreeView(parent)
+    , m_tree(model)
+    , m_emptyText(this)
+{
+    setHeaderHidden(true);
+    setUniformRowHeights(true);
+    setEditTriggers(NoEditTriggers);
+    setExpandsOnDoubleClick(false);
+    setItemDelegate(new ItemDelegate(this));
+    setModel(&m_tree);
+    QItemSelectionModel *unused = selectionModel();
+    setSelectionModel(m_tree.Selection());
+    delete unused;
+
+    for (const TreeNode *node : m_tree.Nodes()) {
+        if (node->expanded)
+            expand(m_tree.IndexOf(node));
+    }
+    connect(&m_tree, &TreeModel::Changed, viewport(), qOverload<>(&QWidget::update));
+    connect(&m_tree, &TreeModel::ExpandedChanged, this, &TreeView::setExpanded);
+    connect(this, &TreeView::expanded, this,
+            [this](const QModelIndex &at) { m_tree.SetExpanded(m_tree.NodeAt(at), true); });
+    connect(this, &TreeView::collapsed, this,
+            [this](const QModelIndex &at) { m_tree.SetExpanded(m_tree.NodeAt(at), false); });
+}
+
+void TreeView::ShowNode(const TreeNode *node)
+{
+    if (!node)
+        return;
+    for (TreeNode *above = node->parent; above && above->parent; above = above->parent)
+        m_tree.SetExpanded(above, true);
+    scrollTo(m_tree.IndexOf(node));
+}
+
+void TreeView::keyPressEvent(QKeyEvent *event)
+{
+    TreeNode *node = m_tree.Selected();
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (node && enter)
+        emit Opened(node);
+    else if (node && event->key() == Qt::Key_Space && node->tick != TreeTick::None)
+        emit TickAsked(node);
+    else if (event->key() == Qt::Key_Delete)
+        emit DeletePressed();
+    else {
+        QTreeView::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+}
+
+void TreeView::mouseReleaseEvent(QMouseEvent *event)
+{
+    QTreeView::mouseReleaseEvent(event);
+    TreeNode *node = m_tree.NodeAt(indexAt(event->pos()));
+    if (!node || node->tick == TreeTick::None || event->button() != Qt::LeftButton)
+        return;
+    const QRect row = visualRect(m_tree.IndexOf(node));
+    const int tickWidth = style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this) +
+                          2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this);
+    const int fromStart =
+        layoutDirection() == Qt::RightToLeft ? row.right() - event->pos().x() : event->pos().x() - row.left();
+    if (fromStart >= 0 && fromStart <= tickWidth + 2)
+        emit TickAsked(node);
+}
+
+void TreeView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    // The click selects the node, and a form may take out a node that is gone.
+    const QPersistentModelIndex at(indexAt(event->pos()));
+    QTreeView::mouseDoubleClickEvent(event);
+    if (at.isValid() && event->button() == Qt::LeftButton)
+        emit Opened(m_tree.NodeAt(at));
+}
+
+void TreeView::paintEvent(QPaintEvent *event)
+{
+    QTreeView::paintEvent(event);
+    m_emptyText.Paint();
+}
+
+QSize TreeView::sizeHint() const
+{
+    const QFontMetrics metrics = fontMetrics();
+    return {metrics.averageCharWidth() * 36, metrics.height() * 12};
+}

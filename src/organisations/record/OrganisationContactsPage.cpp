@@ -1,0 +1,110 @@
+#include "organisations/record/OrganisationContactsPage.h"
+
+#include "contacts/lists/ContactFields.h"
+#include "contacts/manager/frmSelectContacts.h"
+#include "contacts/record/frmAddContact.h"
+#include "core/session/Session.h"
+#include "forms/fields/FieldLock.h"
+#include "forms/frames/FormBuilder.h"
+#include "organisations/record/OrganisationModule.h"
+
+namespace
+{
+QStringList Keys(const ListModel &list)
+{
+    QStringList keys;
+    for (int row = 0; row < list.Count(); ++row)
+        keys.append(list.At(row).key);
+    return keys;
+}
+
+std::vector<ListItem> Items(const ListModel &list)
+{
+    std::vector<ListItem> items;
+    for (int row = 0; row < list.Count(); ++row)
+        items.push_back(list.At(row));
+    return items;
+}
+} // namespace
+
+OrganisationContactsPage::OrganisationContactsPage(QWidget *parent)
+    : QWidget(parent)
+{
+    m_contacts.SetColumns({QStringLiteral("Contact"), QStringLiteral("Job Title")});
+    FormBuilder form(this);
+    ListView *list = form.List(QStringLiteral("ContactInfo"), {}, m_contacts, ListView::Choice::Multi);
+    list->setAccessibleName(QStringLiteral("Contacts"));
+    list->SetEmptyText(QStringLiteral("Nobody belongs to this organisation."));
+    list->SetColumnChars({40, 30});
+    form.BeginButtons(FormBuilder::Align::Start);
+    m_addBtn = form.Button(QStringLiteral("AddContactBtn"), QStringLiteral("Add Contact(s)"));
+    m_deleteBtn = form.Button(QStringLiteral("DeleteContactBtn"), QStringLiteral("Remove Contact(s)"));
+    m_viewBtn = form.Button(QStringLiteral("ViewBtn"), QStringLiteral("View Contact(s)"));
+    form.EndButtons();
+    m_jobTitle = form.Text(QStringLiteral("JobTitle"), QStringLiteral("Job Title of the selected:"));
+    form.Beside();
+    m_updateBtn = form.Button(QStringLiteral("UpdateJTitleBtn"), QStringLiteral("Update"));
+    m_updateBtn->setToolTip(QStringLiteral("Give the selected contacts this job title at once"));
+
+    connect(m_addBtn, &QPushButton::clicked, this, &OrganisationContactsPage::AddContacts);
+    connect(m_deleteBtn, &QPushButton::clicked, this, &OrganisationContactsPage::RemoveContacts);
+    connect(m_viewBtn, &QPushButton::clicked, this, &OrganisationContactsPage::ViewContacts);
+    connect(m_updateBtn, &QPushButton::clicked, this, &OrganisationContactsPage::UpdateJobTitle);
+    connect(list, &ListView::Opened, m_viewBtn, &QPushButton::click);
+    connect(list, &ListView::DeletePressed, m_deleteBtn, &QPushButton::click);
+    connect(&m_contacts, &ListModel::Changed, this, &OrganisationContactsPage::EnableButtons);
+    connect(m_contacts.Selection(), &QItemSelectionModel::selectionChanged, this,
+            &OrganisationContactsPage::EnableButtons);
+    EnableButtons();
+}
+
+void OrganisationContactsPage::SetLocked(bool locked)
+{
+    m_locked = locked;
+    LockFields(m_jobTitle, locked);
+    EnableButtons();
+}
+
+void OrganisationContactsPage::EnableButtons()
+{
+    const bool chosen = m_contacts.Selection()->hasSelection();
+    m_addBtn->setEnabled(!m_locked);
+    m_deleteBtn->setEnabled(!m_locked && chosen);
+    m_viewBtn->setEnabled(!m_contacts.IsEmpty());
+    m_updateBtn->setEnabled(!m_locked && chosen);
+}
+
+void OrganisationContactsPage::AddContacts()
+{
+    // The picker rewrites its target; what it leaves as it was is no change of the record.
+    ListModel chosen;
+    chosen.SetColumns({QStringLiteral("Contact"), QStringLiteral("Job Title")});
+    chosen.Fill(Items(m_contacts));
+    frmSelectContacts picker(this);
+    picker.Configure(frmSelectContacts::Mode::OrganisationContacts, chosen);
+    picker.exec();
+    gDialogResult = 0;
+    if (Keys(chosen) != Keys(m_contacts))
+        m_contacts.Fill(Items(chosen));
+    Organisation_RefreshContacts(m_contacts);
+}
+
+void OrganisationContactsPage::RemoveContacts()
+{
+    Organisation_RemoveContacts(m_contacts);
+}
+
+void OrganisationContactsPage::ViewContacts()
+{
+    const QStringList chosen = m_contacts.SelectedKeys();
+    frmAddContact form(this);
+    form.OpenRecords(chosen.isEmpty() ? Keys(m_contacts) : chosen);
+    form.exec();
+    gDialogResult = 0;
+    Organisation_RefreshContacts(m_contacts);
+}
+
+void OrganisationContactsPage::UpdateJobTitle()
+{
+    Organisation_UpdateJobTitles(m_contacts, m_jobTitle->text());
+}

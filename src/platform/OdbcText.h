@@ -1,9 +1,0 @@
-#pragma once
-
-#include "platform/ConnectionText.h"
-#include "platform/EngineError.h"
-
-/// Writes what the ODBC driver is given for a server or a data source to `text`. False, with `errors` filled,
-/// where the driver or the data source is not there, or no user is named. Asks the network which port a named
-/// instance has.
-bool OdbcDriverText(const ConnectionParts &parts, QString &text, EngineErrors &errors);

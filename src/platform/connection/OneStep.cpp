@@ -1,0 +1,127 @@
+#include "platform/connection/OneStep.h"
+
+#include "platform/connection/Connection.h"
+#include "platform/connection/Engine.h"
+
+namespace
+{
+OneStep *g_running = nullptr;
+bool g_isGuarding = true;
+
+EngineErrors TakenBack()
+{
+    return {{1, QStringLiteral("Veltrane Connection"),
+             QStringLiteral("What was done last was undone, since a question came in between."), QString()}};
+}
+} // namespace
+
+OneStep::OneStep(Connection &connection, const QString &key)
+    : m_connection(connection)
+    , m_isInner(g_running != nullptr)
+{
+    if (!g_isGuarding) {
+        m_hasBegun = true;
+        return;
+    }
+    if (m_isInner) {
+        m_hasBegun = Lock(key);
+        return;
+    }
+    g_running = this;
+    m_hasBegun = Begin(key);
+    if (!m_hasBegun)
+        TakeBack();
+}
+
+OneStep::~OneStep()
+{
+    TakeBack();
+    if (g_running == this)
+        g_running = nullptr;
+}
+
+bool OneStep::Keep()
+{
+    if (!g_isGuarding || m_isInner || m_isInGroup)
+        return true;
+    EngineErrors errors = TakenBack();
+    const bool isKept = m_isOpen && m_connection.m_engine->Commit(errors);
+    if (isKept)
+        m_isOpen = false;
+    return isKept || m_connection.Fail(errors);
+}
+
+bool OneStep::IsRunning(const Connection &connection)
+{
+    return g_running && &g_running->m_connection == &connection;
+}
+
+void OneStep::TakeBackRunning()
+{
+    if (g_running)
+        g_running->TakeBack();
+}
+
+void OneStep::SetGuarding(bool isOn)
+{
+    g_isGuarding = isOn;
+}
+
+bool OneStep::RefusesWrite(const Connection &connection, EngineErrors &errors)
+{
+    if (!IsRunning(connection) || g_running->m_isInGroup || g_running->m_isOpen)
+        return false;
+    errors = TakenBack();
+    return true;
+}
+
+void OneStep::Leave(const Connection &connection)
+{
+    if (IsRunning(connection))
+        g_running->TakeBack();
+}
+
+bool OneStep::Begin(const QString &key)
+{
+    if (!m_connection.IsOpen())
+        return m_connection.Fail(Connection::NotOpen());
+    ReadSnapshot::Leave(m_connection);
+    m_isInGroup = WriteGroup::IsRunning(m_connection);
+    if (m_isInGroup)
+        return BeginInGroup(key);
+    EngineErrors errors;
+    m_isOpen = m_connection.m_engine->Begin(errors);
+    return m_isOpen ? Lock(key) : m_connection.Fail(errors);
+}
+
+/// A group that waited for a key with others in its hands could wait for somebody who waits for it: it lets
+/// go of what it holds first.
+bool OneStep::BeginInGroup(const QString &key)
+{
+    EngineErrors errors;
+    if (!WriteGroup::BeforeWrite(m_connection, errors))
+        return m_connection.Fail(errors);
+    bool isFree = false;
+    if (!m_connection.m_engine->TryLock(key, isFree, errors))
+        return m_connection.Fail(errors);
+    if (isFree)
+        return true;
+    if (!WriteGroup::CommitRunning())
+        return false;
+    return WriteGroup::BeforeWrite(m_connection, errors) ? Lock(key) : m_connection.Fail(errors);
+}
+
+bool OneStep::Lock(const QString &key)
+{
+    EngineErrors errors;
+    return m_connection.m_engine->Lock(key, errors) || m_connection.Fail(errors);
+}
+
+void OneStep::TakeBack()
+{
+    if (!m_isOpen)
+        return;
+    EngineErrors ignored; // where the server is lost it takes back by itself
+    m_connection.m_engine->Rollback(ignored);
+    m_isOpen = false;
+}

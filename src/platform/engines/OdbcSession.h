@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/connection/EngineError.h"
+
+/// A connection of the ODBC manager. Its statements must be gone before it closes.
+class OdbcSession final
+{
+public:
+    OdbcSession() = default;
+    ~OdbcSession();
+    OdbcSession(const OdbcSession &) = delete;
+    OdbcSession &operator=(const OdbcSession &) = delete;
+
+    /// Connects with a text as the driver reads it. A server that does not answer is given up after some
+    /// seconds. False on a failure, with nothing left open.
+    bool Open(const QString &driverText, EngineErrors &errors);
+    void Close();
+
+    /// The server's name for itself: "PostgreSQL", "Microsoft SQL Server".
+    QString ServerName() const;
+    /// Without it, a transaction runs until it is ended.
+    bool SetAutoCommit(bool isOn, EngineErrors &errors);
+    bool EndTransaction(bool keeps, EngineErrors &errors);
+
+private:
+    friend class OdbcStatement;
+    bool Fail(EngineErrors &errors) const;
+
+    // The manager's handles.
+    void *m_environment = nullptr;
+    void *m_connection = nullptr;
+    bool m_isOpen = false;
+};

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "reports/wizard/WizardForm.h"
+#include "reports/writer/ReportRun.h"
+
+class ContactWizChoicePage;
+class ContactWizOrgPage;
+class ContactWizWelcomePage;
+class Progress;
+class ReportEnd;
+
+/// The report wizard of the contacts: picks one of seven reports and what it holds, writes it, opens it, and
+/// saves it as PDF.
+class frmContactWiz final : public WizardForm
+{
+    Q_OBJECT
+
+public:
+    /// Who opens it: the main window has no list of selected people in sight, so that all are reported; the
+    /// Contact Manager has one, empty or not.
+    enum class Opener { MainWindow, NothingSelected, PeopleSelected };
+
+    explicit frmContactWiz(QWidget *parent = nullptr, Opener opener = Opener::MainWindow);
+
+protected:
+    Offer Offered(int page) const override;
+    void Enter(int page) override;
+    void OnFinish() override;
+
+private:
+    void OnReportChanged();
+    ReportResult Write(Progress &progress);
+
+    ContactWizWelcomePage *m_welcome;
+    ContactWizChoicePage *m_choice;
+    ContactWizOrgPage *m_organisations;
+    ReportEnd *m_end;
+};
