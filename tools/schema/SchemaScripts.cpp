@@ -198,7 +198,7 @@ QString FileIndexList(const Schema &schema)
 {
     const auto literal = [](const QString &text) -> QString { return u"R\"(" % text % u")\""; };
     QString source = QStringLiteral("// Made by tools/make-index-list from data/system/schema.sql.\n"
-                                    "#include \"platform/FileSchema.h\"\n\n"
+                                    "#include \"platform/engines/FileSchema.h\"\n\n"
                                     "const FileSchema::Index FileSchema::indexes[] = {\n");
     for (const Schema::Index &index : schema.indexes)
         source += u"    {" % literal(index.table) % u", " % literal(index.Name()) % u", " %

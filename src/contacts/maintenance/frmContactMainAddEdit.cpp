@@ -7,7 +7,7 @@
 #include "enrolment/EnrolmentModule.h"
 #include "forms/fields/FieldLock.h"
 #include "forms/frames/FormBuilder.h"
-#include "forms/frames/ProgressBox.h"
+#include "forms/progress/ProgressBox.h"
 
 namespace
 {

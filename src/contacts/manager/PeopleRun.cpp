@@ -2,7 +2,7 @@
 
 #include "contacts/manager/ContactSelection.h"
 #include "core/session/Progress.h"
-#include "forms/frames/ProgressBox.h"
+#include "forms/progress/ProgressBox.h"
 
 bool PeopleRun::Run(QWidget *form, const QString &title, const QString &stopped,
                     const std::function<void(Progress &progress)> &work)

@@ -9,7 +9,7 @@
 #include "database/statements/Security.h"
 #include "forms/fields/FieldLock.h"
 #include "forms/frames/FormBuilder.h"
-#include "forms/frames/ProgressBox.h"
+#include "forms/progress/ProgressBox.h"
 #include "platform/desktop/Dialogs.h"
 
 namespace

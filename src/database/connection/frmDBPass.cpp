@@ -5,7 +5,7 @@
 #include "database/connection/Registry.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/OkCancel.h"
-#include "forms/frames/ProgressBox.h"
+#include "forms/progress/ProgressBox.h"
 #include "platform/connection/Connection.h"
 #include "platform/desktop/Dialogs.h"
 #include "platform/engines/FileDatabase.h"

@@ -3,7 +3,7 @@
 #include "database/values/GlobalCode.h"
 #include "exchange/import/ImportState.h"
 #include "forms/frames/FormBuilder.h"
-#include "forms/frames/ProgressBar.h"
+#include "forms/progress/ProgressBar.h"
 #include "platform/desktop/Dialogs.h"
 
 #include <QFileInfo>

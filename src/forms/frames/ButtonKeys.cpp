@@ -1,6 +1,6 @@
 #include "forms/frames/ButtonKeys.h"
 
-#include "forms/frames/ModalFront.h"
+#include "forms/progress/ModalFront.h"
 
 #include <QApplication>
 #include <QKeyEvent>

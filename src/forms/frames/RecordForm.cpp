@@ -6,8 +6,8 @@
 #include "database/statements/Sentinel.h"
 #include "forms/fields/RequiredMarks.h"
 #include "forms/frames/FormBuilder.h"
-#include "forms/frames/ProgressBox.h"
 #include "forms/frames/RecordNavigator.h"
+#include "forms/progress/ProgressBox.h"
 #include "platform/desktop/Dialogs.h"
 
 RecordForm::RecordForm(const Kind &kind, QWidget *parent)

@@ -1,7 +1,7 @@
 #include "forms/frames/StandardDialogs.h"
 
-#include "enrolment/frmPercent.h"
 #include "forms/frames/frmConflict.h"
+#include "platform/connection/Painting.h"
 #include "platform/desktop/Dialogs.h"
 
 #include <QApplication>
@@ -169,10 +169,9 @@ void InstallStandardDialogs()
     hooks.openFile = [](const Dialogs::FileQuestion &q) { return ChooseFile(q, QFileDialog::AcceptOpen); };
     hooks.saveFile = [](const Dialogs::FileQuestion &q) { return ChooseFile(q, QFileDialog::AcceptSave); };
     hooks.chooseColour = AskColour;
-    hooks.selectCourses = frmPercent::Choose;
     hooks.settleChanges = frmConflict::Settle;
     hooks.serveEvents = [] { QApplication::processEvents(); };
-    hooks.keepPainting = [] {
+    Painting::Install([] {
         QApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
-    };
+    });
 }

@@ -1,8 +1,8 @@
 #include "forms/lists/ListPrint.h"
 
 #include "controls/ListModel.h"
-#include "forms/frames/ProgressBox.h"
 #include "forms/lists/ListView.h"
+#include "forms/progress/ProgressBox.h"
 #include "platform/desktop/Dialogs.h"
 
 #include <QPagedPaintDevice>

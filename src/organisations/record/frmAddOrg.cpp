@@ -4,7 +4,7 @@
 #include "contacts/record/ContactModule.h"
 #include "controls/ListModel.h"
 #include "forms/frames/FormBuilder.h"
-#include "forms/frames/ProgressBox.h"
+#include "forms/progress/ProgressBox.h"
 #include "organisations/record/OrganisationContactsPage.h"
 #include "organisations/record/OrganisationDetailsPage.h"
 #include "organisations/record/OrganisationModule.h"

@@ -1,7 +1,7 @@
 #include "organisations/record/frmAwardBoard.h"
 
 #include "forms/frames/FormBuilder.h"
-#include "forms/frames/ProgressBox.h"
+#include "forms/progress/ProgressBox.h"
 #include "organisations/record/AwardBoardODBC.h"
 #include "organisations/record/OrganisationModule.h"
 

@@ -67,9 +67,3 @@ void Dialogs::ServeEvents()
     if (Installed().serveEvents)
         Installed().serveEvents();
 }
-
-void Dialogs::KeepPainting()
-{
-    if (Installed().keepPainting)
-        Installed().keepPainting();
-}

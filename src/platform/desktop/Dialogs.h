@@ -55,8 +55,6 @@ struct Hooks {
     std::function<bool(const QString &what, QList<FieldChange> &changes)> settleChanges;
     /// Lets the window live in a long loop.
     std::function<void()> serveEvents;
-    /// Paints the windows while something outside is waited for; what the user does meanwhile waits too.
-    std::function<void()> keepPainting;
 };
 
 Hooks &Installed();
@@ -87,5 +85,4 @@ std::optional<int> ChooseColour(int colour);
 /// Asks which side is kept where two workstations changed a record; the group that runs is committed first.
 bool SettleChanges(const QString &what, QList<FieldChange> &changes);
 void ServeEvents();
-void KeepPainting();
 } // namespace Dialogs

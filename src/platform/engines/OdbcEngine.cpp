@@ -1,6 +1,6 @@
 #include "platform/engines/OdbcEngine.h"
 
-#include "platform/desktop/Dialogs.h"
+#include "platform/connection/Painting.h"
 #include "platform/engines/OdbcErrors.h"
 #include "platform/engines/OdbcStatement.h"
 #include "platform/engines/OdbcText.h"
@@ -44,7 +44,7 @@ bool WhilePainting(const std::function<bool()> &work)
     using namespace std::chrono_literals;
     std::future<bool> done = std::async(std::launch::async, work);
     while (done.wait_for(20ms) != std::future_status::ready)
-        Dialogs::KeepPainting();
+        Painting::Keep();
     return done.get();
 }
 

@@ -1,7 +1,7 @@
 #include "reports/wizard/WizardRunPage.h"
 
 #include "forms/frames/FormBuilder.h"
-#include "forms/frames/ProgressBar.h"
+#include "forms/progress/ProgressBar.h"
 
 #include <QLabel>
 #include <QLocale>

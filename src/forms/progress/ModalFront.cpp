@@ -1,4 +1,4 @@
-#include "forms/frames/ModalFront.h"
+#include "forms/progress/ModalFront.h"
 
 #include <QApplication>
 #include <QWidget>

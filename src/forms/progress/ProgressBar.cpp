@@ -1,4 +1,4 @@
-#include "forms/frames/ProgressBar.h"
+#include "forms/progress/ProgressBar.h"
 
 Progress ProgressBar::NewRun()
 {

@@ -1,11 +1,13 @@
-#include "forms/frames/ProgressBox.h"
+#include "forms/progress/ProgressBox.h"
 
-#include "forms/frames/FormBuilder.h"
-#include "forms/frames/ModalFront.h"
-#include "forms/frames/ProgressBar.h"
+#include "forms/progress/ModalFront.h"
+#include "forms/progress/ProgressBar.h"
 #include "platform/desktop/Dialogs.h"
 
 #include <QApplication>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
 
 namespace
 {
@@ -61,13 +63,17 @@ ProgressBox::ProgressBox(QWidget *form, const QString &title)
     setObjectName(QStringLiteral("ProgressBox"));
     setWindowTitle(title);
     setModal(true);
-    FormBuilder builder(this);
-    builder.Place(m_bar, QStringLiteral("ProgBar"), QStringLiteral("Progress:"));
+    m_bar->setObjectName(QStringLiteral("ProgBar"));
     m_bar->setMinimumWidth(40 * fontMetrics().averageCharWidth());
-    builder.BeginButtons();
-    connect(builder.Button(QStringLiteral("CancelBtn"), QStringLiteral("&Cancel")), &QPushButton::clicked,
-            this, &ProgressBox::reject);
-    builder.EndButtons();
+    auto *cancel = new QPushButton(QStringLiteral("&Cancel"));
+    cancel->setObjectName(QStringLiteral("CancelBtn"));
+    cancel->setAutoDefault(false);
+    connect(cancel, &QPushButton::clicked, this, &ProgressBox::reject);
+    auto *grid = new QGridLayout(this);
+    grid->addWidget(new QLabel(QStringLiteral("Progress:")), 0, 0);
+    grid->addWidget(m_bar, 0, 1);
+    grid->setRowMinimumHeight(1, fontMetrics().height() / 2);
+    grid->addWidget(cancel, 2, 0, 1, 2, Qt::AlignRight);
     connect(m_bar, &ProgressBar::Shown, this, &ProgressBox::ShowIfLong);
     m_since.start();
     qApp->installEventFilter(this);
