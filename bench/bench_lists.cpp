@@ -1,6 +1,6 @@
 #include "Bench.h"
 
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "controls/ComboModel.h"
 #include "controls/ListModel.h"
 #include "core/session/Session.h"

@@ -1,6 +1,6 @@
 #include "assessments/CandidateODBC.h"
 
-#include "courses/record/SelectionMatch.h"
+#include "courses/lists/SelectionMatch.h"
 #include "database/statements/MiscODBC.h"
 #include "database/values/GlobalCode.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "contacts/People.h"
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "contacts/record/frmAddContact.h"
 #include "controls/ComboModel.h"
 #include "core/session/Session.h"

@@ -1,6 +1,6 @@
 #include "contacts/People.h"
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
-#include "contacts/record/ContactModule.h"
 #include "contacts/record/CourseHistoryText.h"
 #include "controls/TreeModel.h"
 #include "core/session/Progress.h"

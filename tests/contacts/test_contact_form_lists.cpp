@@ -1,6 +1,6 @@
 #include "contacts/ContactForm.h"
 #include "contacts/lists/ConcessionODBC.h"
-#include "contacts/maintenance/frmContactMainAddEdit.h"
+#include "contacts/lists/frmContactMainAddEdit.h"
 #include "contacts/record/frmAddContact.h"
 
 #include <QTest>

@@ -1,5 +1,7 @@
 #include "contacts/People.h"
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ContactListODBC.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "contacts/record/ContactModule.h"
 #include "contacts/record/ContactRecordODBC.h"
 #include "controls/ComboModel.h"

@@ -1,4 +1,6 @@
 #include "contacts/People.h"
+#include "contacts/lists/ConcessionModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "contacts/record/ContactModule.h"
 #include "contacts/record/ContactRecordODBC.h"
 #include "database/values/GlobalCode.h"

@@ -1,6 +1,7 @@
 #include "contacts/People.h"
 #include "contacts/groups/GroupModule.h"
 #include "contacts/groups/GroupODBC.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "contacts/record/ContactModule.h"
 #include "controls/ComboModel.h"
 #include "core/session/Progress.h"

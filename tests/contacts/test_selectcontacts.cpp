@@ -1,5 +1,7 @@
+#include "assessments/Candidates.h"
 #include "contacts/ContactForm.h"
 #include "contacts/manager/frmSelectContacts.h"
+#include "courses/record/CoursePeople.h"
 #include "support/RightsTable.h"
 #include "support/TestTable.h"
 
@@ -177,8 +179,6 @@ void TestSelectContacts::HandsOver_data()
     const QString ben = "Ben as the caller has him";
     row("joins", Mode::AddToList, {}, {ben, "Smythe, Dora", "Adams, Ann"});
     row("replaces", Mode::ReplaceList, {"?3", "?5"}, {ben, "Smythe, Dora", "Adams, Ann|1 Mill Lane|Leeds"});
-    row("organisation", Mode::OrganisationContacts, {"?3", "?5"},
-        {"O'Neil, Ben|", "Smythe, Dora|", "Adams, Ann|Tutor"});
 }
 
 void TestSelectContacts::HandsOver()
@@ -186,7 +186,6 @@ void TestSelectContacts::HandsOver()
     QFETCH(const Mode, mode);
     m_target.Fill({{"?3", "Ben as the caller has him"}, {"?5", "Smythe, Dora"}});
     m->dialogs.Expect("Select Contacts", leftOut % u"Smith, Carl");
-    Sql("UPDATE Contacts SET JobTitle = 'Tutor' WHERE ContactRef = 2");
     frmSelectContacts form;
     form.Configure(mode, m_target);
     form.show();
@@ -226,18 +225,24 @@ void TestSelectContacts::JoinsTheBranchesOfATree()
 /// Ann and Ben are stored and the picker leaves Ben and takes Dora. Meanwhile others remove Ben and add Carl.
 void TestSelectContacts::FollowsWhatOthersStore_data()
 {
-    const TestTable<Mode, QString, QString, QString> row{"mode", "columns", "values", "added"};
-    row("attendance", Mode::Attendance, "AttendanceRecord (CourseRef,EventNo,ContactRef)", "(1,7,",
-        "EventNo = 7");
-    row("candidates", Mode::Candidates, "StudentExams (CourseRef,ExamRef,ExamResult,ResultFormat,ContactRef)",
-        "(1,7,60,'%',", "ExamResult = 0 AND ResultFormat = '%''s'");
-    row("students", Mode::EnrolOnCourse, "StudentsEnrolled (CourseRef,ContactRef,BasicFee)", "(1,",
-        "BasicFee = 100");
+    const TestTable<Mode, PeopleStore (*)(), QString, QString, QString> row{"mode", "store", "columns",
+                                                                            "values", "added"};
+    row(
+        "attendance", Mode::Attendance, [] { return CoursePeople::Attendees(1, 7); },
+        "AttendanceRecord (CourseRef,EventNo,ContactRef)", "(1,7,", "EventNo = 7");
+    row(
+        "candidates", Mode::Candidates, [] { return Candidates(1, 7); },
+        "StudentExams (CourseRef,ExamRef,ExamResult,ResultFormat,ContactRef)", "(1,7,60,'%',",
+        "ExamResult = 0 AND ResultFormat = '%''s'");
+    row(
+        "students", Mode::EnrolOnCourse, [] { return CoursePeople::Students(1, 0); },
+        "StudentsEnrolled (CourseRef,ContactRef,BasicFee)", "(1,", "BasicFee = 100");
 }
 
 void TestSelectContacts::FollowsWhatOthersStore()
 {
     QFETCH(const Mode, mode);
+    QFETCH(PeopleStore(*const)(), store);
     QFETCH(const QString, columns);
     QFETCH(const QString, values);
     QFETCH(const QString, added);
@@ -251,7 +256,7 @@ void TestSelectContacts::FollowsWhatOthersStore()
     Sql("INSERT INTO Exam (ExamRef,ExamName,ResultFormat) VALUES (7,'Welding','%''s')");
     m_target.Fill({{"?2", "Adams, Ann"}, {"?3", "O'Neil, Ben"}});
     frmSelectContacts form;
-    form.Configure(mode, m_target, 1, 0, 7);
+    form.Configure(mode, m_target, store());
     form.show();
     QCOMPARE(Keys(List(form, "SelectedList")), QStringList({"?2", "?3"}));
     List(form, "SelectedList").SelectKeys({"?2"});
@@ -273,7 +278,7 @@ void TestSelectContacts::FollowsWhatOthersStore()
 void TestSelectContacts::EnrolsAndRemoves()
 {
     const auto open = [this](frmSelectContacts &form, int limit) {
-        form.Configure(Mode::EnrolOnCourse, m_target, 1, limit);
+        form.Configure(Mode::EnrolOnCourse, m_target, CoursePeople::Students(1, limit));
         form.show();
     };
     {
@@ -334,7 +339,7 @@ void TestSelectContacts::StudentsAreNeverDroppedUnseen()
             u",100)");
     {
         frmSelectContacts form;
-        form.Configure(Mode::EnrolOnCourse, m_target, 1, 0);
+        form.Configure(Mode::EnrolOnCourse, m_target, CoursePeople::Students(1, 0));
         form.show();
         Press(form, "RefBtn");
         Press(form, "ExitBtn");
@@ -349,7 +354,7 @@ void TestSelectContacts::StudentsAreNeverDroppedUnseen()
         Sql(u"ALTER TABLE " % table % u" RENAME TO Away");
         for (int box = 0; box < failures; ++box)
             m->dialogs.Expect(FailureTitle(), engineFailure);
-        form.Configure(Mode::EnrolOnCourse, m_target, 1, 0);
+        form.Configure(Mode::EnrolOnCourse, m_target, CoursePeople::Students(1, 0));
         form.show();
         Press(form, "ExitBtn");
         QVERIFY(form.isVisible() && m->dialogs.AllCame());

@@ -5,8 +5,8 @@
 #include "attributes/frmAddAttributeVal.h"
 #include "attributes/frmCustomAttributes.h"
 #include "contacts/groups/frmGroupName.h"
+#include "contacts/lists/frmContactMainAddEdit.h"
 #include "contacts/maintenance/frmContactMain.h"
-#include "contacts/maintenance/frmContactMainAddEdit.h"
 #include "contacts/manager/frmContact.h"
 #include "contacts/manager/frmSearchContact.h"
 #include "contacts/manager/frmSelectContacts.h"
@@ -18,6 +18,7 @@
 #include "core/shell/frmMain.h"
 #include "core/shell/frmSplash.h"
 #include "courses/manager/frmCourse.h"
+#include "courses/record/CoursePeople.h"
 #include "courses/record/CourseRecordODBC.h"
 #include "courses/record/frmAddCourse.h"
 #include "database/connection/frmDBLogon.h"
@@ -72,7 +73,7 @@ std::function<std::unique_ptr<QWidget>()> Open(Arguments... arguments)
 std::unique_ptr<QWidget> OpenPicker()
 {
     auto form = std::make_unique<frmSelectContacts>();
-    form->Configure(frmSelectContacts::Mode::EnrolOnCourse, *g_list, g_courseRef, 3);
+    form->Configure(frmSelectContacts::Mode::EnrolOnCourse, *g_list, CoursePeople::Students(g_courseRef, 3));
     return form;
 }
 

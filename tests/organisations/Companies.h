@@ -1,7 +1,7 @@
 #pragma once
 
 #include "contacts/People.h"
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "controls/ListModel.h"
 #include "organisations/record/OrganisationRecordODBC.h"
 #include "organisations/record/OrganisationVersion.h"

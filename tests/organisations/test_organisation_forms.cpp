@@ -145,6 +145,7 @@ void TestOrganisationForms::PeoplePickedAndKept()
     const int beta = Organisation_Add(Company("Beta"));
     const int anna = Employee("Anna", "Bell", acme);
     const int ben = Employee("Ben", "Carter", beta);
+    Sql("UPDATE Contacts SET JobTitle = 'Tutor' WHERE Cust_Forname = 'Ben'");
     frmAddOrg form;
     form.OpenRecords({Key(acme)}, RecordForm::Open::Edit);
     ShowTab(form, 2);
@@ -161,6 +162,7 @@ void TestOrganisationForms::PeoplePickedAndKept()
     });
     Press(form, "AddContactBtn");
     QCOMPARE(Texts(List(form, "ContactInfo")), QStringList({"Bell, Anna", "Carter, Ben"}));
+    QCOMPARE(List(form, "ContactInfo").At(1).subItems, QStringList("Tutor"));
     QCOMPARE(OrganisationOf(ben), beta); // until the save
     m->dialogs.Expect(
         "Change Contact Organisation",

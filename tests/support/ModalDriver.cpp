@@ -1,5 +1,7 @@
 #include "support/ModalDriver.h"
 
+#include "core/shell/Screens.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
@@ -20,6 +22,7 @@ void Fail(const QString &message)
 ModalDriver::ModalDriver()
 {
     qApp->installEventFilter(this);
+    Screens::InstallOpeners();
 }
 
 ModalDriver::~ModalDriver()

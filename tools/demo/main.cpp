@@ -1,9 +1,9 @@
 // Makes the demo database through the program's own import and data functions, and the settings that open
 // it. Leaves both alone where they stand already.
 
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
 #include "contacts/lists/ContactListODBC.h"
-#include "contacts/record/ContactModule.h"
 #include "controls/ListModel.h"
 #include "core/files/INIfile.h"
 #include "core/session/Progress.h"

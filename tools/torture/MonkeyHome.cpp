@@ -1,9 +1,11 @@
 #include "torture/MonkeyHome.h"
 
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
 #include "contacts/lists/ContactListODBC.h"
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "contacts/record/ContactRecordODBC.h"
+#include "contacts/record/ContactVersion.h"
 #include "core/session/Session.h"
 #include "courses/record/CourseModule.h"
 #include "courses/record/CourseRecordODBC.h"

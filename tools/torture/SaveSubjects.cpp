@@ -1,5 +1,7 @@
 #include "attributes/CustomAttribModule.h"
 #include "contacts/groups/GroupModule.h"
+#include "contacts/lists/ConcessionModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "contacts/record/ContactModule.h"
 #include "contacts/record/ContactRecordODBC.h"
 #include "contacts/record/ContactSave.h"

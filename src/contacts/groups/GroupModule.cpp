@@ -1,7 +1,7 @@
 #include "contacts/groups/GroupModule.h"
 
 #include "contacts/groups/GroupODBC.h"
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "controls/ComboModel.h"
 #include "database/statements/DeletedMeanwhile.h"
 #include "platform/desktop/Dialogs.h"

@@ -1,6 +1,6 @@
 #include "contacts/lists/NotesPage.h"
 
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "database/statements/Security.h"
 #include "forms/fields/FieldLock.h"
 #include "forms/frames/FormBuilder.h"

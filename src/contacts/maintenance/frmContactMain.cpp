@@ -1,7 +1,8 @@
 #include "contacts/maintenance/frmContactMain.h"
 
 #include "contacts/groups/frmGroupName.h"
-#include "contacts/maintenance/frmContactMainAddEdit.h"
+#include "contacts/lists/frmContactMainAddEdit.h"
+#include "contacts/record/ContactModule.h"
 #include "contacts/roles/RoleModule.h"
 #include "contacts/roles/frmAddEditRoleTypes.h"
 #include "core/session/Session.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "controls/ListModel.h"
 #include "database/statements/Rights.h"
 #include "forms/frames/FormDialog.h"

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contacts/lists/VocabularyModule.h"
 #include "contacts/manager/ContactSearchQuery.h"
-#include "contacts/record/ContactModule.h"
 #include "controls/ComboModel.h"
 
 #include <QWidget>

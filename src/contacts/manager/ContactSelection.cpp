@@ -2,6 +2,7 @@
 
 #include "contacts/lists/ConcessionODBC.h"
 #include "contacts/lists/ContactListODBC.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "contacts/record/ContactModule.h"
 #include "contacts/record/ContactRecordODBC.h"
 #include "controls/ComboModel.h"

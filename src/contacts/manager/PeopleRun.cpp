@@ -10,6 +10,15 @@ bool PeopleRun::Run(QWidget *form, const QString &title, const QString &stopped,
     return ProgressBox::Run(form, title, QStringLiteral("contacts"), stopped, work);
 }
 
+bool PeopleRun::Store(QWidget *form, const QString &title, const QString &become,
+                      const std::function<bool(Progress &progress)> &work)
+{
+    bool done = false;
+    Run(form, title, u"Those are " % become % u", the rest are not.",
+        [&](Progress &progress) { done = work(progress); });
+    return done;
+}
+
 void PeopleRun::FillSubset(QWidget *form, int concessionRef, ListModel &available)
 {
     Run(form, QStringLiteral("Available Contacts"), QStringLiteral("Those are listed, the rest are not."),

@@ -15,6 +15,10 @@ namespace PeopleRun
 /// that means: "Stopped after 3 of 10 contacts. " and `stopped`. False then.
 bool Run(QWidget *form, const QString &title, const QString &stopped,
          const std::function<void(Progress &progress)> &work);
+/// The same for work that stores the people and gives whether it did: where it is cancelled, "Those are
+/// `become`, the rest are not."
+bool Store(QWidget *form, const QString &title, const QString &become,
+           const std::function<bool(Progress &progress)> &work);
 /// Fills `available` with the people of a characteristic, or with everybody where it is 0.
 void FillSubset(QWidget *form, int concessionRef, ListModel &available);
 /// The rows chosen in `available` join `selected`; who does not exist any more leaves both lists.

@@ -1,6 +1,8 @@
 #include "contacts/manager/frmContact.h"
 
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "contacts/manager/ContactSelection.h"
 #include "contacts/manager/PeopleRun.h"
 #include "contacts/manager/frmSearchContact.h"
@@ -11,10 +13,10 @@
 #include "forms/fields/FieldLock.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/FormSize.h"
+#include "forms/frames/OtherScreens.h"
 #include "forms/lists/DeleteSelected.h"
 #include "forms/lists/SearchBox.h"
 #include "platform/desktop/Dialogs.h"
-#include "reports/contacts/frmContactWiz.h"
 
 #include <QMenu>
 #include <QScopedValueRollback>
@@ -226,8 +228,7 @@ void frmContact::OpenReports()
 {
     if (!m_published && !StoreSelection())
         return;
-    using Opener = frmContactWiz::Opener;
-    frmContactWiz(this, m_selected.IsEmpty() ? Opener::NothingSelected : Opener::PeopleSelected).exec();
+    OtherScreens::Installed().contactReports(!m_selected.IsEmpty(), this);
 }
 
 void frmContact::Refresh()

@@ -1,19 +1,14 @@
 #include "contacts/manager/frmSelectContacts.h"
 
-#include "assessments/CandidateODBC.h"
 #include "contacts/manager/ContactSelection.h"
 #include "contacts/manager/PeopleRun.h"
 #include "contacts/manager/frmSearchContact.h"
-#include "contacts/record/ContactModule.h"
 #include "contacts/record/frmAddContact.h"
 #include "core/session/Session.h"
-#include "courses/record/AttendanceODBC.h"
 #include "database/statements/Security.h"
 #include "database/values/GlobalCode.h"
-#include "enrolment/EnrolmentModule.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/lists/SearchBox.h"
-#include "organisations/record/OrganisationModule.h"
 
 #include <QMenu>
 
@@ -32,15 +27,13 @@ frmSelectContacts::frmSelectContacts(QWidget *parent)
     m_search->setFocus();
 }
 
-void frmSelectContacts::Configure(Mode mode, ListModel &target, int courseRef, int limit, int extra)
+void frmSelectContacts::Configure(Mode mode, ListModel &target, PeopleStore store)
 {
     m_mode = mode;
     m_target = &target;
-    m_courseRef = courseRef;
-    m_limit = limit;
-    m_extra = extra;
-    if (IsMatch()) {
-        const QStringList stored = Stored().value_or(QStringList());
+    m_store = std::move(store);
+    if (m_store.stored) {
+        const QStringList stored = m_store.stored().value_or(QStringList());
         m_known = {stored.begin(), stored.end()};
     }
     if (m_mode == Mode::ReplaceList)
@@ -55,8 +48,8 @@ void frmSelectContacts::StartWith(const ListModel &people)
     PeopleRun::Run(this, QStringLiteral("Selected Contacts"),
                    QStringLiteral("The rest are selected too, and shown by their names."),
                    [&](Progress &progress) {
-                       if (m_mode == Mode::EnrolOnCourse) {
-                           Contact_SelectStudents(m_courseRef, people, m_selected, progress);
+                       if (m_store.start) {
+                           m_store.start(people, m_selected, progress);
                        } else {
                            Contact_JoinNames(people, m_selected);
                            Contact_RefreshSelected(m_selected, progress);
@@ -234,83 +227,24 @@ void frmSelectContacts::HandOver()
 bool frmSelectContacts::Deliver()
 {
     switch (m_mode) {
-    case Mode::EnrolOnCourse:
-        return Enrol();
-    case Mode::Attendance:
-        return Store(windowTitle(), QStringLiteral("attendees"), [this](Progress &progress) {
-            return ADO_Course_Attended(m_courseRef, m_extra, m_selected, m_known, progress);
-        });
-    case Mode::Candidates:
-        return Store(windowTitle(), QStringLiteral("candidates"), [this](Progress &progress) {
-            return ADO_Course_AddStudentsExam(m_courseRef, m_extra, m_selected, m_known, progress);
-        });
     case Mode::AddToList:
         Contact_JoinNames(m_selected, *m_target);
-        break;
+        return true;
     case Mode::ReplaceList:
         Contact_ReplaceSelection(m_selected, *m_target);
-        break;
+        return true;
     case Mode::AddToTree:
         Contact_JoinTree(m_selected, *m_tree);
-        break;
-    case Mode::OrganisationContacts:
-        PeopleRun::Run(
-            this, windowTitle(), QStringLiteral("The rest are there too, without their positions."),
-            [this](Progress &progress) { Organisation_TakeContacts(m_selected, *m_target, progress); });
-        break;
+        return true;
+    default:
+        return m_store.take(this, m_selected, m_known);
     }
-    return true;
-}
-
-bool frmSelectContacts::IsMatch() const
-{
-    return m_mode == Mode::EnrolOnCourse || m_mode == Mode::Attendance || m_mode == Mode::Candidates;
-}
-
-std::optional<QStringList> frmSelectContacts::Stored() const
-{
-    if (m_mode == Mode::Attendance)
-        return ADO_Course_AttendedKeys(m_courseRef, m_extra);
-    return m_mode == Mode::Candidates ? ADO_Course_CandidateKeys(m_courseRef, m_extra)
-                                      : ADO_Course_StudentKeys(m_courseRef);
 }
 
 bool frmSelectContacts::FollowStored()
 {
-    if (!IsMatch())
+    if (!m_store.stored)
         return true;
-    const std::optional<QStringList> stored = Stored();
+    const std::optional<QStringList> stored = m_store.stored();
     return stored && Contact_FollowStored(*stored, m_known, m_selected, windowTitle());
-}
-
-bool frmSelectContacts::Enrol()
-{
-    QStringList leaving;
-    for (const QString &key : m_known) {
-        if (!m_selected.Contains(key))
-            leaving.append(key);
-    }
-    if (!Course_CheckLimit(m_selected.Count(), m_limit))
-        return false;
-    const std::optional<KnownStudents> agreed = Course_AgreeToRemove(m_courseRef, leaving);
-    if (!agreed)
-        return false;
-    EnrolmentChange change = EnrolmentChange::Failed;
-    Store(QStringLiteral("Course Enrollment"), QStringLiteral("enrolled"), [&](Progress &progress) {
-        change = ADO_Course_EnrollStudents(m_courseRef, m_limit, m_selected, *agreed, progress);
-        return change == EnrolmentChange::Done;
-    });
-    if (change == EnrolmentChange::Full)
-        Course_TellLimit(m_limit);
-    // Somebody paid while the question was open: it comes again, with the new sum.
-    return change == EnrolmentChange::Paid ? Enrol() : change == EnrolmentChange::Done;
-}
-
-bool frmSelectContacts::Store(const QString &title, const QString &stored,
-                              const std::function<bool(Progress &progress)> &work)
-{
-    bool done = false;
-    PeopleRun::Run(this, title, u"Those are " % stored % u", the rest are not.",
-                   [&](Progress &progress) { done = work(progress); });
-    return done;
 }

@@ -1,17 +1,11 @@
 #pragma once
 
+#include "contacts/manager/PeopleStore.h"
 #include "controls/ComboModel.h"
 #include "controls/ListModel.h"
 #include "forms/frames/FormDialog.h"
 
-#include <QSet>
-#include <QStringList>
-
-#include <functional>
-#include <optional>
-
 class ListView;
-class Progress;
 class QLineEdit;
 class QMenu;
 class QPushButton;
@@ -37,9 +31,8 @@ public:
 
     explicit frmSelectContacts(QWidget *parent = nullptr);
 
-    /// `target` is the caller's list, `limit` the most students that the course takes, 0 = no limit, and
-    /// `extra` an event or an assessment.
-    void Configure(Mode mode, ListModel &target, int courseRef = 0, int limit = 0, int extra = 0);
+    /// `target` is the caller's list; the modes that store the people want to know where.
+    void Configure(Mode mode, ListModel &target, PeopleStore store = {});
     /// For the mode that fills a tree.
     void Configure(Mode mode, TreeModel &target);
 
@@ -57,22 +50,12 @@ private:
     void Search();
     void HandOver();
     bool Deliver();
-    /// True where the selected people take the place of people who are stored.
-    bool IsMatch() const;
-    /// The "?" keys of those who are stored now; nothing on an error.
-    std::optional<QStringList> Stored() const;
     bool FollowStored();
-    bool Enrol();
-    /// Stores the people of a course; `stored` says what becomes of those that a stopped run came to.
-    bool Store(const QString &title, const QString &stored,
-               const std::function<bool(Progress &progress)> &work);
 
     Mode m_mode = Mode::AddToList;
     ListModel *m_target = nullptr;
     TreeModel *m_tree = nullptr;
-    int m_courseRef = 0;
-    int m_limit = 0;
-    int m_extra = 0;
+    PeopleStore m_store;
     QSet<QString> m_known; ///< those who were stored when the selection was drawn up
     int m_shownSubset = 0; ///< the characteristic whose people are listed; 0 = everybody
 

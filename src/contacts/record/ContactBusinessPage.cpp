@@ -5,7 +5,7 @@
 #include "database/statements/Security.h"
 #include "forms/fields/FieldLock.h"
 #include "forms/frames/FormBuilder.h"
-#include "organisations/record/frmAddOrg.h"
+#include "forms/frames/OtherScreens.h"
 
 #include <QLayout>
 #include <QSignalBlocker>
@@ -112,7 +112,7 @@ void ContactBusinessPage::EditOrganisation()
     const int organRef = m_organisations.CurrentData();
     if (organRef <= 1)
         return;
-    frmAddOrg::EditRecords({u'?' % QString::number(organRef)}, true, this);
+    OtherScreens::Installed().organisations({u'?' % QString::number(organRef)}, this);
     gDialogResult = 0;
     // The same organisation under another name is no change of the person.
     std::vector<QSignalBlocker> quiet;

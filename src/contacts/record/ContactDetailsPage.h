@@ -1,7 +1,7 @@
 #pragma once
 
+#include "contacts/lists/VocabularyModule.h"
 #include "contacts/record/ContactHint.h"
-#include "contacts/record/ContactModule.h"
 #include "contacts/record/ContactRecord.h"
 #include "controls/ComboModel.h"
 #include "forms/fields/RequiredMarks.h"

@@ -3,12 +3,12 @@
 #include "contacts/groups/GroupModule.h"
 #include "contacts/groups/GroupODBC.h"
 #include "contacts/lists/ContactFields.h"
-#include "contacts/manager/frmSelectContacts.h"
 #include "contacts/record/frmAddContact.h"
 #include "core/session/Session.h"
 #include "database/statements/Security.h"
 #include "forms/fields/FieldLock.h"
 #include "forms/frames/FormBuilder.h"
+#include "forms/frames/OtherScreens.h"
 #include "forms/progress/ProgressBox.h"
 #include "platform/desktop/Dialogs.h"
 
@@ -254,9 +254,7 @@ void ContactGroupsPage::SetChanged()
 
 void ContactGroupsPage::SelectContacts()
 {
-    frmSelectContacts form(this);
-    form.Configure(frmSelectContacts::Mode::AddToList, m_people);
-    form.exec();
+    OtherScreens::Installed().pickPeople(m_people, this);
     gDialogResult = 0;
 }
 

@@ -1,7 +1,7 @@
 #include "contacts/record/ContactNotesPage.h"
 
-#include "contacts/maintenance/frmContactMainAddEdit.h"
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/VocabularyModule.h"
+#include "contacts/lists/frmContactMainAddEdit.h"
 #include "core/session/Session.h"
 
 #include <QPushButton>

@@ -1,7 +1,7 @@
 #include "contacts/record/ContactSave.h"
 
 #include "attributes/CustomAttribModule.h"
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/roles/RoleModule.h"
 
 bool Contact_LeaveOutDeleted(const ContactLists &lists)

@@ -2,7 +2,7 @@
 
 #include "attributes/CustomAttribODBC.h"
 #include "contacts/lists/ContactListODBC.h"
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "contacts/record/ContactRecordODBC.h"
 #include "controls/TreeModel.h"
 #include "database/statements/MiscODBC.h"

@@ -3,6 +3,7 @@
 #include "attributes/frmCustomAttributes.h"
 #include "contacts/maintenance/frmContactMain.h"
 #include "contacts/manager/frmContact.h"
+#include "contacts/manager/frmSelectContacts.h"
 #include "core/shell/Main.h"
 #include "core/shell/frmAbout.h"
 #include "core/shell/frmLocalOptions.h"
@@ -16,6 +17,8 @@
 #include "enrolment/frmPercent.h"
 #include "exchange/export/frmExportWiz.h"
 #include "exchange/import/frmImportWiz.h"
+#include "forms/frames/OtherScreens.h"
+#include "organisations/record/frmAddOrg.h"
 #include "organisations/record/frmAwardBoard.h"
 #include "organisations/record/frmOrganisations.h"
 #include "platform/desktop/Dialogs.h"
@@ -114,4 +117,23 @@ void Screens::Install()
     hooks.databaseLogon = frmDBLogon::Ask;
     hooks.registerDatabase = frmRegisterDB::Propose;
     hooks.selectCourses = frmPercent::Choose;
+    InstallOpeners();
+}
+
+void Screens::InstallOpeners()
+{
+    OtherScreens::Openers &openers = OtherScreens::Installed();
+    openers.organisations = [](const QStringList &keys, QWidget *parent) {
+        frmAddOrg::EditRecords(keys, true, parent);
+    };
+    openers.pickPeople = [](ListModel &people, QWidget *parent) {
+        frmSelectContacts form(parent);
+        form.Configure(frmSelectContacts::Mode::AddToList, people);
+        form.exec();
+    };
+    openers.contactReports = [](bool arePeopleSelected, QWidget *parent) {
+        using Opener = frmContactWiz::Opener;
+        frmContactWiz(parent, arePeopleSelected ? Opener::PeopleSelected : Opener::NothingSelected).exec();
+    };
+    openers.courseReports = [](QWidget *parent) { frmCourseWiz(parent).exec(); };
 }

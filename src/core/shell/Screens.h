@@ -38,4 +38,6 @@ Dialogues &Installed();
 
 /// Installs the real screens, here and for the code below that asks for some.
 void Install();
+/// Of these the ones that screens open of each other, as of OtherScreens.h.
+void InstallOpeners();
 } // namespace Screens

@@ -9,8 +9,8 @@
 #include "forms/fields/FieldLock.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/FormSize.h"
+#include "forms/frames/OtherScreens.h"
 #include "platform/desktop/Dialogs.h"
-#include "reports/courses/frmCourseWiz.h"
 
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -118,7 +118,8 @@ void frmCourse::Connect()
     connect(m_edit, &QPushButton::clicked, this, &frmCourse::EditCourse);
     connect(m_delete, &QPushButton::clicked, this, &frmCourse::DeleteCourse);
     connect(m_refresh, &QPushButton::clicked, this, &frmCourse::Refresh);
-    connect(m_reports, &QPushButton::clicked, this, [this] { frmCourseWiz(this).exec(); });
+    connect(m_reports, &QPushButton::clicked, this,
+            [this] { OtherScreens::Installed().courseReports(this); });
     connect(m_exit, &QPushButton::clicked, this, [this] {
         auto *frame = qobject_cast<QMdiSubWindow *>(parentWidget());
         frame ? frame->close() : close();

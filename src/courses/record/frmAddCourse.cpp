@@ -4,6 +4,7 @@
 #include "core/session/Session.h"
 #include "courses/record/CourseModule.h"
 #include "courses/record/CoursePage.h"
+#include "courses/record/CoursePeople.h"
 #include "courses/record/StudentsPage.h"
 #include "database/statements/Security.h"
 #include "forms/frames/FormBuilder.h"
@@ -120,8 +121,8 @@ bool frmAddCourse::MayLeave()
 void frmAddCourse::AddStudents()
 {
     frmSelectContacts picker(this);
-    picker.Configure(frmSelectContacts::Mode::EnrolOnCourse, m_students->Students(), m_courseRef,
-                     m_course->Limit());
+    picker.Configure(frmSelectContacts::Mode::EnrolOnCourse, m_students->Students(),
+                     CoursePeople::Students(m_courseRef, m_course->Limit()));
     picker.exec();
     m_students->ShowStudents(m_courseRef);
 }

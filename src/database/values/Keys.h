@@ -12,7 +12,10 @@ struct Key {
     int number = 0; ///< as it is stored; 0 = no row
 
     constexpr Key() = default;
-    constexpr explicit Key(int stored) : number(stored) {}
+    constexpr explicit Key(int stored)
+        : number(stored)
+    {
+    }
     constexpr explicit operator bool() const { return number != 0; }
     friend constexpr auto operator<=>(const Key &, const Key &) = default;
 };

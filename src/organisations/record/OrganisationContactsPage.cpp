@@ -1,6 +1,7 @@
 #include "organisations/record/OrganisationContactsPage.h"
 
 #include "contacts/lists/ContactFields.h"
+#include "contacts/manager/PeopleRun.h"
 #include "contacts/manager/frmSelectContacts.h"
 #include "contacts/record/frmAddContact.h"
 #include "core/session/Session.h"
@@ -81,7 +82,14 @@ void OrganisationContactsPage::AddContacts()
     chosen.SetColumns({QStringLiteral("Contact"), QStringLiteral("Job Title")});
     chosen.Fill(Items(m_contacts));
     frmSelectContacts picker(this);
-    picker.Configure(frmSelectContacts::Mode::OrganisationContacts, chosen);
+    PeopleStore store;
+    store.take = [&chosen](QWidget *form, const ListModel &selected, const QSet<QString> &) {
+        PeopleRun::Run(form, form->windowTitle(),
+                       QStringLiteral("The rest are there too, without their positions."),
+                       [&](Progress &progress) { Organisation_TakeContacts(selected, chosen, progress); });
+        return true;
+    };
+    picker.Configure(frmSelectContacts::Mode::OrganisationContacts, chosen, store);
     picker.exec();
     gDialogResult = 0;
     if (Keys(chosen) != Keys(m_contacts))

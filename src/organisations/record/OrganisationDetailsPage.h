@@ -1,6 +1,6 @@
 #pragma once
 
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "controls/ComboModel.h"
 #include "forms/fields/RequiredMarks.h"
 #include "organisations/record/OrganisationRecord.h"

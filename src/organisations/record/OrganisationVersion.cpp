@@ -1,6 +1,6 @@
 #include "organisations/record/OrganisationVersion.h"
 
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "database/statements/MiscODBC.h"
 #include "database/statements/RecordLists.h"
 #include "database/values/GlobalCode.h"

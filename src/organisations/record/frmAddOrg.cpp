@@ -1,7 +1,7 @@
 #include "organisations/record/frmAddOrg.h"
 
 #include "contacts/lists/NotesPage.h"
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "controls/ListModel.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/progress/ProgressBox.h"

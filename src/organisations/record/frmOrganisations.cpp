@@ -1,6 +1,6 @@
 #include "organisations/record/frmOrganisations.h"
 
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "core/session/Session.h"
 #include "database/statements/Security.h"
 #include "forms/frames/FormBuilder.h"

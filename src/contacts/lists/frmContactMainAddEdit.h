@@ -1,6 +1,6 @@
 #pragma once
 
-#include "contacts/record/ContactModule.h"
+#include "contacts/lists/VocabularyModule.h"
 #include "forms/frames/ItemDialog.h"
 
 class MoneyField;

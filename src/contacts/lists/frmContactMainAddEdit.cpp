@@ -1,5 +1,6 @@
-#include "contacts/maintenance/frmContactMainAddEdit.h"
+#include "contacts/lists/frmContactMainAddEdit.h"
 
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
 #include "contacts/lists/ContactFields.h"
 #include "database/statements/Security.h"

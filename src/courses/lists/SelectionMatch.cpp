@@ -1,4 +1,4 @@
-#include "courses/record/SelectionMatch.h"
+#include "courses/lists/SelectionMatch.h"
 
 #include "controls/ListModel.h"
 #include "core/session/Progress.h"
