@@ -3,6 +3,7 @@
 #include "attributes/frmCustomAttributes.h"
 #include "contacts/ContactForm.h"
 #include "contacts/Keyboard.h"
+#include "contacts/lists/ConcessionModule.h"
 #include "core/shell/Screens.h"
 #include "support/RightsTable.h"
 

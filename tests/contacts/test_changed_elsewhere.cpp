@@ -1,5 +1,6 @@
 #include "attributes/Attributes.h"
 #include "contacts/ContactForm.h"
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
 #include "contacts/roles/RoleODBC.h"
 #include "courses/record/CourseModule.h"

@@ -5,6 +5,7 @@
 #include "controls/TreeModel.h"
 #include "core/session/Progress.h"
 #include "database/statements/System.h"
+#include "database/values/GlobalCode.h"
 
 #include <QTest>
 

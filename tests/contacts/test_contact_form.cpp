@@ -1,6 +1,8 @@
 #include "contacts/ContactForm.h"
 #include "contacts/Keyboard.h"
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
+#include "contacts/record/ContactModule.h"
 #include "contacts/record/frmAddContact.h"
 #include "forms/fields/DateField.h"
 #include "organisations/record/OrganisationRecordODBC.h"

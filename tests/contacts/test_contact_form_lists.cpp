@@ -1,4 +1,5 @@
 #include "contacts/ContactForm.h"
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
 #include "contacts/lists/frmContactMainAddEdit.h"
 #include "contacts/record/frmAddContact.h"

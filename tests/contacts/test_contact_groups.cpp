@@ -2,6 +2,7 @@
 #include "contacts/Keyboard.h"
 #include "contacts/groups/GroupModule.h"
 #include "contacts/groups/frmGroupName.h"
+#include "contacts/record/ContactModule.h"
 #include "core/session/Progress.h"
 #include "support/RightsTable.h"
 #include "support/StatementLog.h"

@@ -1,8 +1,10 @@
 #include "contacts/ContactForm.h"
 #include "contacts/Keyboard.h"
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
 #include "contacts/manager/frmContact.h"
 #include "contacts/manager/frmSelectContacts.h"
+#include "contacts/record/ContactModule.h"
 #include "contacts/record/frmAddContact.h"
 
 // One whole task on each of the screens of people, without a mouse.

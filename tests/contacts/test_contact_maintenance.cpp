@@ -1,5 +1,7 @@
 #include "contacts/ContactForm.h"
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/maintenance/frmContactMain.h"
+#include "contacts/record/ContactModule.h"
 #include "contacts/record/frmAddContact.h"
 #include "forms/fields/TypedCombo.h"
 #include "support/RightsTable.h"

@@ -1,5 +1,7 @@
 #include "contacts/ContactForm.h"
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/manager/frmContact.h"
+#include "contacts/record/ContactModule.h"
 #include "platform/connection/Connection.h"
 #include "support/RightsTable.h"
 

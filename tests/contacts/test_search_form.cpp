@@ -1,5 +1,6 @@
 #include "contacts/ContactForm.h"
 #include "contacts/Keyboard.h"
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
 #include "contacts/manager/frmContact.h"
 #include "contacts/manager/frmSearchContact.h"

@@ -1,5 +1,6 @@
 #include "assessments/Candidates.h"
 #include "contacts/ContactForm.h"
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/manager/frmSelectContacts.h"
 #include "courses/record/CoursePeople.h"
 #include "support/RightsTable.h"
@@ -8,6 +9,7 @@
 #include <QAction>
 
 using Mode = frmSelectContacts::Mode;
+using StoreOf = PeopleStore (*)();
 
 namespace
 {
@@ -225,8 +227,8 @@ void TestSelectContacts::JoinsTheBranchesOfATree()
 /// Ann and Ben are stored and the picker leaves Ben and takes Dora. Meanwhile others remove Ben and add Carl.
 void TestSelectContacts::FollowsWhatOthersStore_data()
 {
-    const TestTable<Mode, PeopleStore (*)(), QString, QString, QString> row{"mode", "store", "columns",
-                                                                            "values", "added"};
+    const TestTable<Mode, StoreOf, QString, QString, QString> row{"mode", "storeOf", "columns", "values",
+                                                                  "added"};
     row(
         "attendance", Mode::Attendance, [] { return CoursePeople::Attendees(1, 7); },
         "AttendanceRecord (CourseRef,EventNo,ContactRef)", "(1,7,", "EventNo = 7");
@@ -242,7 +244,7 @@ void TestSelectContacts::FollowsWhatOthersStore_data()
 void TestSelectContacts::FollowsWhatOthersStore()
 {
     QFETCH(const Mode, mode);
-    QFETCH(PeopleStore(*const)(), store);
+    QFETCH(const StoreOf, storeOf);
     QFETCH(const QString, columns);
     QFETCH(const QString, values);
     QFETCH(const QString, added);
@@ -256,7 +258,7 @@ void TestSelectContacts::FollowsWhatOthersStore()
     Sql("INSERT INTO Exam (ExamRef,ExamName,ResultFormat) VALUES (7,'Welding','%''s')");
     m_target.Fill({{"?2", "Adams, Ann"}, {"?3", "O'Neil, Ben"}});
     frmSelectContacts form;
-    form.Configure(mode, m_target, store());
+    form.Configure(mode, m_target, storeOf());
     form.show();
     QCOMPARE(Keys(List(form, "SelectedList")), QStringList({"?2", "?3"}));
     List(form, "SelectedList").SelectKeys({"?2"});

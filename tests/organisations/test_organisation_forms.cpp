@@ -1,4 +1,5 @@
 #include "contacts/ContactForm.h"
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
 #include "contacts/record/frmAddContact.h"
 #include "organisations/Companies.h"
@@ -145,7 +146,7 @@ void TestOrganisationForms::PeoplePickedAndKept()
     const int beta = Organisation_Add(Company("Beta"));
     const int anna = Employee("Anna", "Bell", acme);
     const int ben = Employee("Ben", "Carter", beta);
-    Sql("UPDATE Contacts SET JobTitle = 'Tutor' WHERE Cust_Forname = 'Ben'");
+    Sql(u"UPDATE Contacts SET JobTitle = 'Tutor' WHERE ContactRef = " % SqlNumber(ben));
     frmAddOrg form;
     form.OpenRecords({Key(acme)}, RecordForm::Open::Edit);
     ShowTab(form, 2);

@@ -1,3 +1,4 @@
+#include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
 #include "core/session/Progress.h"
 #include "database/connection/ReferenceRepair.h"
