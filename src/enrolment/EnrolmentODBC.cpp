@@ -319,13 +319,12 @@ void ADO_Course_ShowEnrolledStudents(int courseRef, ListModel &students)
     });
 }
 
-void ADO_Course_StudentInfo(StudentView &form, int courseRef, int contactRef)
+ReadRow<StudentRecord> ADO_Course_StudentInfo(int courseRef, int contactRef)
 {
-    Reported("ADO_Course_StudentInfo", [&] {
-        if (const std::optional<StudentRecord> student = ReadStudent(courseRef, contactRef))
-            form.ShowStudent(*student);
-        else
-            form.ShowNotEnrolled();
+    using Student = ReadRow<StudentRecord>;
+    return Reported("ADO_Course_StudentInfo", Student::Failed(), [&] {
+        const std::optional<StudentRecord> student = ReadStudent(courseRef, contactRef);
+        return student ? Student(*student) : Student::Missing();
     });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/statements/ReadRow.h"
 #include "enrolment/Fees.h"
 #include "platform/connection/Recordset.h"
 
@@ -87,17 +88,8 @@ StudentRecord EnrolmentOf(const Recordset::Row &row);
 /// The enrolment of a person on a course; nothing where there is none. Only inside Reported.
 std::optional<StudentRecord> ReadStudent(int courseRef, int contactRef);
 
-/// The payment screen, as far as the data layer knows it.
-class StudentView
-{
-public:
-    virtual ~StudentView() = default;
-    virtual void ShowStudent(const StudentRecord &record) = 0;
-    virtual void ShowNotEnrolled() = 0;
-};
-
-/// Shows one enrolment in the form. On an error the form is left as it is.
-void ADO_Course_StudentInfo(StudentView &form, int courseRef, int contactRef);
+/// Reads one enrolment for the payment screen; missing where the person is not enrolled on the course.
+ReadRow<StudentRecord> ADO_Course_StudentInfo(int courseRef, int contactRef);
 
 /// Writes the enrolment back. False on an error.
 bool ADO_Course_UpdateStudent(int courseRef, int contactRef, const StudentRecord &student);

@@ -54,7 +54,10 @@ frmStudentInfo::frmStudentInfo(int courseRef, ListModel &students, const QString
     m_newPayment->hide();
     m_ok->setEnabled(false);
     m_edit->setEnabled(false);
-    ADO_Course_StudentInfo(*this, courseRef, m_contactRef);
+    if (const ReadRow<StudentRecord> student = ADO_Course_StudentInfo(courseRef, m_contactRef))
+        ShowStudent(*student);
+    else if (student.IsMissing())
+        ShowNotEnrolled();
     m_modified = new ModifiedMark(m_ok, this);
     m_modified->Watch(this);
 }

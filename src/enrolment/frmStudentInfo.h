@@ -15,7 +15,7 @@ class QPushButton;
 
 /// One student's fee and payments on one course. A payment is logged and added to the running totals at
 /// once, when the user presses Update.
-class frmStudentInfo final : public FormDialog, private StudentView
+class frmStudentInfo final : public FormDialog
 {
     Q_OBJECT
 
@@ -27,8 +27,8 @@ protected:
     bool MayLeave() override;
 
 private:
-    void ShowStudent(const StudentRecord &record) override;
-    void ShowNotEnrolled() override;
+    void ShowStudent(const StudentRecord &record);
+    void ShowNotEnrolled();
 
     void Build();
     void BuildFee(FormBuilder &form);

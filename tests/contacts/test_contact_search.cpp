@@ -22,14 +22,12 @@ const QString base = QStringLiteral(
 const QString order = QStringLiteral(" ORDER BY Contacts.Cust_Surname;");
 constexpr int today = 20261123;
 
-/// The search screen of a test.
-class FakeSearch final : public ContactSearchView
-{
-public:
-    ContactSearchCriteria Criteria() const override { return criteria; }
-    ListModel &ContactInfo() override { return found; }
-    void ShowLooked(int number) override { looked = number; }
-
+/// A search, and what it shows.
+struct AskedSearch {
+    QString Run()
+    {
+        return ADO_Contact_Search(criteria, found, [this](int number) { looked = number; });
+    }
     void Ask(SearchField field, const QString &text, bool isNot = false, int key = -1)
     {
         criteria.Of(field) = {text, key, isNot};
@@ -45,21 +43,21 @@ public:
     int looked = 0;
 };
 
-using Setter = std::function<void(FakeSearch &)>;
+using Setter = std::function<void(AskedSearch &)>;
 
 Setter Text(SearchField field, const QString &text, bool isNot = false)
 {
-    return [=](FakeSearch &search) { search.Ask(field, text, isNot); };
+    return [=](AskedSearch &search) { search.Ask(field, text, isNot); };
 }
 
 Setter Choice(SearchField field, int key, bool isNot = false)
 {
-    return [=](FakeSearch &search) { search.Ask(field, QStringLiteral("Row"), isNot, key); };
+    return [=](AskedSearch &search) { search.Ask(field, QStringLiteral("Row"), isNot, key); };
 }
 
 Setter Ages(const QString &from, const QString &to, bool isNot = false)
 {
-    return [=](FakeSearch &search) { search.Aged(from, to, isNot); };
+    return [=](AskedSearch &search) { search.Aged(from, to, isNot); };
 }
 
 struct TickCase {
@@ -103,7 +101,7 @@ private slots:
 
 private:
     /// Runs a search that works: its summary is shown as it is returned, under the program's own title.
-    QString Run(FakeSearch &search);
+    QString Run(AskedSearch &search);
 
     std::unique_ptr<TestDatabase> m_database;
     Progress m_progress;
@@ -141,10 +139,10 @@ void TestContactSearch::cleanup()
     m_database.reset();
 }
 
-QString TestContactSearch::Run(FakeSearch &search)
+QString TestContactSearch::Run(AskedSearch &search)
 {
     m_boxes.clear();
-    const QString summary = ADO_Contact_Search(search);
+    const QString summary = search.Run();
     if (m_boxes != QStringList(u'|' % summary))
         QTest::qFail(qPrintable(m_boxes.join('\n')), __FILE__, __LINE__);
     return summary;
@@ -185,7 +183,7 @@ void TestContactSearch::OneCriterion()
     QFETCH(Setter, set);
     QFETCH(QString, where);
     QFETCH(QString, line);
-    FakeSearch search;
+    AskedSearch search;
     set(search);
     const QString summary = u"Searching on the following fields:\n\n" % line % u"\n\n\n";
     ContactSearchQuery query = ContactSearch_Build(search.criteria, today);
@@ -200,7 +198,7 @@ void TestContactSearch::OneCriterion()
 
 void TestContactSearch::SeveralCriteria()
 {
-    FakeSearch search;
+    AskedSearch search;
     search.Ask(SearchField::Surname, "A");
     search.Ask(SearchField::Town, "York", true, 2);
     search.criteria.characteristics = Ticks({{7}, {8}});
@@ -223,7 +221,7 @@ void TestContactSearch::SeveralCriteria()
     QCOMPARE(query.sql, QString(base % order));
     QVERIFY(query.description.endsWith("Attribute <> C10\n"));
     // Nothing but a lower age asks for nothing.
-    FakeSearch younger;
+    AskedSearch younger;
     younger.Aged("30", "");
     query = ContactSearch_Build(younger.criteria, today);
     QCOMPARE(query.sql, QString(base % order));
@@ -244,7 +242,7 @@ void TestContactSearch::Found_data()
     row("up to sixteen", Ages("", "20"), "Adams, Ann;Adams, Ben");
     row(
         "a town with an apostrophe in its name",
-        [](FakeSearch &search) { search.Ask(F::Town, "King's Lynn", false, 2); }, "Adams, Ann;Baker, Cleo");
+        [](AskedSearch &search) { search.Ask(F::Town, "King's Lynn", false, 2); }, "Adams, Ann;Baker, Cleo");
     row("an age of ten digits", Ages("0", "9999999999"), "Adams, Ann;Adams, Ben;Carter, Eve");
     row("outside of the ages", Ages("20", "60", true), "Adams, Ann;Adams, Ben;Baker, Cleo;Carter, Eve");
 }
@@ -253,7 +251,7 @@ void TestContactSearch::Found()
 {
     QFETCH(Setter, set);
     QFETCH(QString, found);
-    FakeSearch search;
+    AskedSearch search;
     search.found.Add({"?4711", "of the search before"});
     set(search);
     const QString summary = Run(search);
@@ -297,7 +295,7 @@ void TestContactSearch::Characteristics()
     }
     for (const bool any : {false, true}) {
         for (const bool attributes : {false, true}) {
-            FakeSearch search;
+            AskedSearch search;
             search.Ask(SearchField::Surname, surname);
             search.criteria.any = any;
             (attributes ? search.criteria.attributes : search.criteria.characteristics) = Ticks(ticks);
@@ -313,7 +311,7 @@ void TestContactSearch::Characteristics()
 void TestContactSearch::StatementsOfARow()
 {
     Sql("INSERT INTO ContactConcession (ContactRef,ConcessionRef) VALUES (2,1)");
-    FakeSearch search;
+    AskedSearch search;
     search.Ask(SearchField::Surname, "Adams");
     search.criteria.characteristics = Ticks({{1, 3}, {2}});
     search.criteria.attributes = Ticks({{4}, {5}});
@@ -351,11 +349,11 @@ void TestContactSearch::ApostropheFails_data()
 void TestContactSearch::ApostropheFails()
 {
     QFETCH(Setter, set);
-    FakeSearch search;
+    AskedSearch search;
     search.found.Add({"?4711", "of the search before"});
     set(search);
     const StatementLog statements;
-    QCOMPARE(ADO_Contact_Search(search), "Search Error!");
+    QCOMPARE(search.Run(), "Search Error!");
     QCOMPARE(statements.Statements(), QStringList());
     QCOMPARE(m_boxes.size(), 1);
     QFile log(m_database->Directory() % u"/log.txt");

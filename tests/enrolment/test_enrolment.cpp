@@ -13,18 +13,9 @@
 
 namespace
 {
-/// What the payment screen is shown by the data layer.
-struct FakeStudentView final : StudentView {
-    void ShowStudent(const StudentRecord &record) override { shown = record; }
-    void ShowNotEnrolled() override {}
-    StudentRecord shown;
-};
-
 StudentRecord Shown(int courseRef, int contactRef)
 {
-    FakeStudentView view;
-    ADO_Course_StudentInfo(view, courseRef, contactRef);
-    return view.shown;
+    return *ADO_Course_StudentInfo(courseRef, contactRef);
 }
 
 QStringList Enrolment(int courseRef)

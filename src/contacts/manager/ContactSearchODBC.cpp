@@ -65,8 +65,10 @@ private:
 class Search final
 {
 public:
-    Search(ContactSearchView &form, const ContactSearchQuery &query, bool any)
-        : m_form(form)
+    Search(ListModel &found, const std::function<void(int looked)> &showLooked,
+           const ContactSearchQuery &query, bool any)
+        : m_found(found)
+        , m_showLooked(showLooked)
         , m_characteristics(QStringLiteral("SELECT * FROM ContactConcession WHERE ContactRef = "),
                             query.characteristics, query.notCharacteristics, any)
         , m_attributes(QStringLiteral("SELECT * FROM AppliedAttributes WHERE AppliesToRef = "),
@@ -86,11 +88,12 @@ private:
         int contactRef, surname, forename, addr1, city, postcode;
     };
 
-    ContactSearchView &m_form;
+    ListModel &m_found;
+    const std::function<void(int looked)> &m_showLooked;
     TickFilter m_characteristics;
     TickFilter m_attributes;
     Columns m_columns{};
-    std::vector<ListItem> m_found; ///< since the list was brought up to date
+    std::vector<ListItem> m_new; ///< found since the list was brought up to date
     int m_looked = 0;
     QElapsedTimer m_sinceServed;
 };
@@ -98,8 +101,8 @@ private:
 bool Search::Look(const Recordset &people, int firstRow)
 {
     if (firstRow == 0) {
-        m_form.ContactInfo().Clear();
-        m_found.clear();
+        m_found.Clear();
+        m_new.clear();
         m_looked = 0;
         m_columns = {people.ColumnIndex(u"ContactRef"),    people.ColumnIndex(u"Cust_Surname"),
                      people.ColumnIndex(u"Cust_Forename"), people.ColumnIndex(u"Cust_Addr1"),
@@ -127,7 +130,7 @@ void Search::LookAt(const Recordset::Row &person)
     if (!person.HasText(m_columns.surname) || !person.HasText(m_columns.forename) ||
         person.Long(m_columns.contactRef) <= 1)
         return;
-    m_found.push_back(
+    m_new.push_back(
         {u'?' % contactRef,
          person.Text(m_columns.surname) % u", " % person.Text(m_columns.forename),
          {person.Text(m_columns.addr1), person.Text(m_columns.city), person.Text(m_columns.postcode)}});
@@ -135,8 +138,8 @@ void Search::LookAt(const Recordset::Row &person)
 
 void Search::Show()
 {
-    m_form.ContactInfo().AddAll(std::exchange(m_found, {}));
-    m_form.ShowLooked(m_looked);
+    m_found.AddAll(std::exchange(m_new, {}));
+    m_showLooked(m_looked);
     Dialogs::ServeEvents();
     m_sinceServed.start();
 }
@@ -164,20 +167,20 @@ std::vector<SearchTick> SearchTicksOf(const TreeModel &tree)
     return ticks;
 }
 
-QString ADO_Contact_Search(ContactSearchView &form)
+QString ADO_Contact_Search(const ContactSearchCriteria &criteria, ListModel &found,
+                           const std::function<void(int looked)> &showLooked)
 {
     return Reported(routineName, QStringLiteral("Search Error!"), [&]() -> QString {
-        form.ContactInfo().Clear();
-        const ContactSearchCriteria criteria = form.Criteria();
+        found.Clear();
         RefuseApostrophes(criteria);
         const ContactSearchQuery query = ContactSearch_Build(criteria, DateToInt(Clock::Today()));
-        Search search(form, query, criteria.any);
+        Search search(found, showLooked, query, criteria.any);
         ReadInPieces(query.sql, [&search](const Recordset &people, int firstRow) {
             return search.Look(people, firstRow);
         });
         search.Show();
         const QString summary =
-            query.description % u"\nNumber of records found = " % QString::number(form.ContactInfo().Count());
+            query.description % u"\nNumber of records found = " % QString::number(found.Count());
         Dialogs::MsgBox(summary);
         return summary;
     });

@@ -144,11 +144,6 @@ ContactSearchCriteria frmSearchContact::Criteria() const
     return criteria;
 }
 
-ListModel &frmSearchContact::ContactInfo()
-{
-    return m_found;
-}
-
 void frmSearchContact::ShowLooked(int looked)
 {
     m_looked->setText(looked == 1 ? QStringLiteral("1 contact looked at")
@@ -180,7 +175,7 @@ void frmSearchContact::Find()
     ShowRunning(true);
     m_stopBtn->setFocus();
     gStop = false;
-    ADO_Contact_Search(*this);
+    ADO_Contact_Search(Criteria(), m_found, [this](int looked) { ShowLooked(looked); });
     ShowRunning(false);
     setWindowTitle(u"Search Result: " % QString::number(m_found.Count()) % u" items found");
     m_result->KeepOrder();

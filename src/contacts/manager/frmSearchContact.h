@@ -17,7 +17,7 @@ class QTabWidget;
 
 /// Finds people by any mix of their data, characteristics and attributes. While a search runs, Escape and the
 /// window's close button stop it.
-class frmSearchContact final : public FormDialog, private ContactSearchView
+class frmSearchContact final : public FormDialog
 {
     Q_OBJECT
 
@@ -30,11 +30,8 @@ protected:
     bool MayLeave() override;
 
 private:
-    // What the search asks of the screen.
-    ContactSearchCriteria Criteria() const override;
-    ListModel &ContactInfo() override;
-    void ShowLooked(int looked) override;
-
+    ContactSearchCriteria Criteria() const;
+    void ShowLooked(int looked);
     void BuildCriteria(FormBuilder &form);
     void BuildResult(FormBuilder &form);
     void BuildButtons(FormBuilder &form);

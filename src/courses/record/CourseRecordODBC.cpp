@@ -1,6 +1,5 @@
 #include "courses/record/CourseRecordODBC.h"
 
-#include "controls/ListModel.h"
 #include "core/session/Session.h"
 #include "database/statements/MiscODBC.h"
 #include "database/values/GlobalCode.h"
@@ -78,24 +77,20 @@ bool ADO_Course_UpdateConcessions(int courseRef, const ListModel &characteristic
     });
 }
 
-bool ADO_Course_ShowCourse(CourseView &form, int courseRef)
+ReadRow<CourseFile> ADO_Course_ShowCourse(int courseRef)
 {
-    return Reported("ADO_Course_ShowCourse", false, [&] {
-        const Recordset course = OpenRecordset(CourseRow(courseRef));
-        if (course.IsEmpty())
-            return false;
-        const Recordset used =
-            OpenRecordset(u"SELECT * FROM CourseChar WHERE CourseRef = " % SqlNumber(courseRef));
-
-        const auto row = course.First();
-        form.ShowRecord({courseRef, row.Text(u"Title"), row.Text(u"ReferenceID"), row.Text(u"Description"),
-                         row.Double(u"Fee"), static_cast<int>(row.Long(u"Limit"))});
-        std::vector<ListItem> items;
-        for (const auto &characteristic : used)
-            items.push_back({u'?' % characteristic.Text(u"ConcessionRef"), {}});
-        form.UsedCharacteristics().Fill(std::move(items));
-        return true;
-    });
+    return ReadOne<CourseFile>(
+        "ADO_Course_ShowCourse", CourseRow(courseRef), [courseRef](const Recordset::Row &row) {
+            CourseFile file{{courseRef, row.Text(u"Title"), row.Text(u"ReferenceID"),
+                             row.Text(u"Description"), row.Double(u"Fee"),
+                             static_cast<int>(row.Long(u"Limit"))},
+                            {}};
+            const Recordset used =
+                OpenRecordset(u"SELECT * FROM CourseChar WHERE CourseRef = " % SqlNumber(courseRef));
+            for (const auto &characteristic : used)
+                file.characteristics.push_back({u'?' % characteristic.Text(u"ConcessionRef"), {}});
+            return file;
+        });
 }
 
 std::optional<QString> ADO_Course_Description(int courseRef)

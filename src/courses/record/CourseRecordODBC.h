@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QString>
+#include "controls/ListModel.h"
+#include "database/statements/ReadRow.h"
 
 #include <optional>
-
-class ListModel;
+#include <vector>
 
 /// Data functions of a course's own row, table `Courses`, and of its characteristics, table `CourseChar`.
 /// Texts come already safe for SQL.
@@ -38,19 +38,14 @@ struct CourseRecord {
     bool operator==(const CourseRecord &) const = default;
 };
 
-/// The course screen, as far as the data layer knows it.
-class CourseView
-{
-public:
-    virtual ~CourseView() = default;
-    virtual void ShowRecord(const CourseRecord &record) = 0;
-    /// The list of the course's characteristics.
-    virtual ListModel &UsedCharacteristics() = 0;
+/// A course with what its screen shows beside its row.
+struct CourseFile {
+    CourseRecord course;
+    std::vector<ListItem> characteristics; ///< keys "?" and `ConcessionRef`
 };
 
-/// Fills the form from the course's row and its characteristics; a course that is gone, or an error, leaves
-/// it as it is. True if the course was shown.
-bool ADO_Course_ShowCourse(CourseView &form, int courseRef);
+/// Reads a course. Reads `Courses` and `CourseChar`.
+ReadRow<CourseFile> ADO_Course_ShowCourse(int courseRef);
 
 /// The course's free text, nothing where the course is gone. On an error it is "": a failed read must not
 /// pass for a deletion.

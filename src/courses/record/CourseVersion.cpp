@@ -17,13 +17,7 @@ const QString folder = QStringLiteral("Folder");
 const QString rootLevel = QStringLiteral("!0");
 
 /// A course as stored, with what a save writes with the row.
-class StoredCourse final : public CourseView
-{
-public:
-    void ShowRecord(const CourseRecord &shown) override { record = shown; }
-    ListModel &UsedCharacteristics() override { return characteristics; }
-
-    CourseRecord record;
+struct StoredCourse {
     ListModel characteristics;
     TreeModel folders;
 };
@@ -42,11 +36,13 @@ const std::vector<Column> &Fields()
 
 FieldValues ReadValues(int courseRef, StoredCourse &stored)
 {
-    if (!ADO_Course_ShowCourse(stored, courseRef))
+    const ReadRow<CourseFile> file = ADO_Course_ShowCourse(courseRef);
+    if (!file)
         return {};
+    stored.characteristics.Fill(file->characteristics);
     ADO_Course_ShowFolders(stored.folders, true, true);
     ADO_Course_ShowCourseRelations(courseRef, stored.folders);
-    return Course_Values(stored.record, {stored.characteristics, stored.folders});
+    return Course_Values(file->course, {stored.characteristics, stored.folders});
 }
 
 int Write(const CourseRecord &course)

@@ -48,8 +48,12 @@ void frmAddCourse::NewCourse(const QString &location)
 bool frmAddCourse::EditCourse(int courseRef)
 {
     m_course->ShowFolders({});
-    if (!ADO_Course_ShowCourse(*this, courseRef))
+    const ReadRow<CourseFile> file = ADO_Course_ShowCourse(courseRef);
+    if (!file)
         return false;
+    m_record = file->course;
+    m_course->ShowCourse(m_record);
+    m_usedChar.Fill(file->characteristics);
     m_seen = Course_Values(m_record, Lists());
     RowExists(courseRef);
     m_modified->Clear();
@@ -59,12 +63,6 @@ bool frmAddCourse::EditCourse(int courseRef)
 QString frmAddCourse::CourseTitle() const
 {
     return m_course->Course().title;
-}
-
-void frmAddCourse::ShowRecord(const CourseRecord &record)
-{
-    m_course->ShowCourse(record);
-    m_record = record;
 }
 
 CourseLists frmAddCourse::Lists()

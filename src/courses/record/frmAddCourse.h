@@ -11,7 +11,7 @@ class StudentsPage;
 
 /// Adds and edits a course, its folders and its students. When it closes, gDialogResult holds
 /// the course's reference, or 0 if nothing was saved.
-class frmAddCourse final : public FormDialog, private CourseView
+class frmAddCourse final : public FormDialog
 {
     Q_OBJECT
 
@@ -30,9 +30,6 @@ protected:
     bool MayLeave() override;
 
 private:
-    void ShowRecord(const CourseRecord &record) override;
-    ListModel &UsedCharacteristics() override { return m_usedChar; }
-
     void RowExists(int courseRef);
     void ApplyRights();
     void Save();
