@@ -76,39 +76,15 @@ inline QStringList Fields(ContactRecord person)
     return texts;
 }
 
-/// A record screen without a screen: what it was told, in order.
-class FakeRecordView : public virtual RecordView
-{
-public:
-    void ShowLoading(const QString &notice) override { calls.append(notice); }
-    void ShowDeleted(const QString &placeholder) override { calls.append(placeholder); }
-    void ShowLoaded() override { calls.append("loaded"); }
-
-    QStringList calls;
-};
-
-class FakeContactView final : public FakeRecordView, public ContactView
-{
-public:
-    void ShowRecord(const ContactRecord &shown) override
+/// What a person's screen is filled with.
+struct ShownContact : StoredContact {
+    explicit ShownContact(int contactRef)
+        : file(ADO_Contact_ShowContact(contactRef, Lists(), {groupList, groupTree}))
     {
-        record = shown;
-        calls.append("record");
     }
-    ListModel &AvailCriteria() override { return available; }
-    ListModel &UsedCriteria() override { return used; }
-    TreeModel &AttribList() override { return attributes; }
-    ListModel &RolesInfo() override { return roles; }
-    ListModel &GroupList() override { return groupList; }
-    TreeModel &GroupTree() override { return groupTree; }
-
-    ContactRecord record;
-    ListModel available;
-    ListModel used;
-    TreeModel attributes;
-    ListModel roles;
     ListModel groupList;
     TreeModel groupTree;
+    ReadRow<ContactFile> file;
 };
 
 inline QString Key(int reference)
@@ -146,9 +122,7 @@ inline int Rows(const QString &fromWhere)
 
 inline ContactRecord Stored(int contactRef)
 {
-    FakeContactView view;
-    ADO_Contact_ShowContact(view, contactRef);
-    return view.record;
+    return ShownContact(contactRef).file->record;
 }
 
 /// Writes a person as a screen does that holds nothing but the record.
@@ -156,6 +130,5 @@ inline int Update(int contactRef, ContactRecord record)
 {
     StoredContact none;
     FieldValues unknown;
-    return Contact_Update(contactRef, record,
-                          {none.availCriteria, none.usedCriteria, none.roles, none.attributes}, unknown);
+    return Contact_Update(contactRef, record, none.Lists(), unknown);
 }

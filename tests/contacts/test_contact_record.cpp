@@ -130,18 +130,17 @@ void TestContactRecord::Show()
         u"WHERE ContactRef = " %
         SqlNumber(anna));
 
-    FakeContactView view;
-    Contact_Show(view, anna);
+    ShownContact shown(anna);
     Clock::StopAt({});
-    QCOMPARE(view.calls, QStringList({"Loading Contact Information", "record", "loaded"}));
-    QCOMPARE(view.record.dob, 20260309);
-    QCOMPARE(view.record.city, -1);
-    QCOMPARE(view.record.sex, 0);
-    QCOMPARE(view.record.notes, QString());
-    QCOMPARE(Keys(view.used), QStringList(u'?' % SqlNumber(student)));
-    QCOMPARE(Texts(view.available), QStringList("Member"));
-    QCOMPARE(view.available.SelectedKeys(), QStringList(u'?' % SqlNumber(member)));
-    QCOMPARE(view.used.SelectedRows().size(), size_t(1));
+    QVERIFY(shown.file->isWhole);
+    QCOMPARE(shown.file->record.dob, 20260309);
+    QCOMPARE(shown.file->record.city, -1);
+    QCOMPARE(shown.file->record.sex, 0);
+    QCOMPARE(shown.file->record.notes, QString());
+    QCOMPARE(Keys(shown.usedCriteria), QStringList(u'?' % SqlNumber(student)));
+    QCOMPARE(Texts(shown.availCriteria), QStringList("Member"));
+    QCOMPARE(shown.availCriteria.SelectedKeys(), QStringList(u'?' % SqlNumber(member)));
+    QCOMPARE(shown.usedCriteria.SelectedRows().size(), size_t(1));
 }
 
 void TestContactRecord::FillInfo()

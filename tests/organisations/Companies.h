@@ -49,39 +49,10 @@ inline QString PlaceKey(int reference)
     return u'!' % SqlNumber(reference);
 }
 
-class FakeOrganisationView final : public FakeRecordView, public OrganisationView
-{
-public:
-    void ShowRecord(const OrganisationRecord &shown) override
-    {
-        record = shown;
-        calls.append(QStringLiteral("record"));
-    }
-    ListModel &AvailCriteria() override { return availCriteria; }
-    ListModel &UsedCriteria() override { return usedCriteria; }
-    ListModel &ContactInfo() override { return contacts; }
-    ListModel &AvailFac() override { return availFac; }
-    ListModel &UsedFac() override { return usedFac; }
-    ListModel &AvailVenues() override { return availVenues; }
-    ListModel &UsedVenues() override { return usedVenues; }
-
-    OrganisationRecord record;
-    ListModel availCriteria;
-    ListModel usedCriteria;
-    ListModel contacts;
-    ListModel availFac;
-    ListModel usedFac;
-    ListModel availVenues;
-    ListModel usedVenues;
-};
-
 /// Writes an organisation as a screen does that holds nothing but the record.
 inline int Update(int organRef, OrganisationRecord record)
 {
     StoredOrganisation none;
     FieldValues unknown;
-    return Organisation_Update(
-        organRef, record,
-        {none.contacts, none.usedCriteria, none.availFac, none.usedFac, none.availVenues, none.usedVenues},
-        unknown);
+    return Organisation_Update(organRef, record, none.Lists(), unknown);
 }

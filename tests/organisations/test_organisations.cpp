@@ -53,19 +53,15 @@ public:
     explicit Lists(int organRef)
         : m_organRef(organRef)
     {
-        Organisation_Show(view, organRef);
+        view.record = Organisation_Show(organRef, view.Lists())->record;
     }
     bool Store()
     {
         Progress progress;
-        return Organisation_Save(m_organRef, view.record,
-                                 {view.contacts, view.usedCriteria, view.availFac, view.usedFac,
-                                  view.availVenues, view.usedVenues},
-                                 m_seen, progress)
-                   .isWhole &&
+        return Organisation_Save(m_organRef, view.record, view.Lists(), m_seen, progress).isWhole &&
                Organisation_OfferCharacteristics(m_organRef, view.contacts, progress);
     }
-    FakeOrganisationView view;
+    StoredOrganisation view;
 
 private:
     int m_organRef;
@@ -110,13 +106,10 @@ void TestOrganisations::AddFindChangeDelete()
 {
     const int key = Organisation_Add(FullCompany({}));
     QVERIFY(key > 1);
-    FakeOrganisationView view;
-    Organisation_Show(view, key);
-    QCOMPARE(view.calls, QStringList({"Loading Organisation Information", "record", "loaded"}));
-    QCOMPARE(Fields(view.record), Fields(FullCompany({})));
+    StoredOrganisation view;
+    QCOMPARE(Fields(Organisation_Show(key, view.Lists())->record), Fields(FullCompany({})));
     QCOMPARE(Update(key, FullCompany("'; --")), key);
-    Organisation_Show(view, key);
-    QCOMPARE(Fields(view.record), Fields(FullCompany("'; --")));
+    QCOMPARE(Fields(Organisation_Show(key, view.Lists())->record), Fields(FullCompany("'; --")));
     QVERIFY(Organisation_Delete(key));
     QCOMPARE(Rows("Organisations"), 1);
 }
@@ -164,9 +157,9 @@ void TestOrganisations::FailedReadIsNotWhole()
     Sql("ALTER TABLE Facilities RENAME TO FacilitiesAway");
     m->dialogs.Expect("Veltrane Connection",
                       "A number of errors have been detected, please seek technical support.");
-    FakeOrganisationView view;
-    Organisation_Show(view, acme);
-    QVERIFY(!view.calls.contains("loaded"));
+    StoredOrganisation view;
+    const auto file = Organisation_Show(acme, view.Lists());
+    QVERIFY(file && !file->isWhole);
 }
 
 void TestOrganisations::DeleteLetsGo()
@@ -204,10 +197,10 @@ void TestOrganisations::ShowsLists()
         ADO_Organisation_AddConcession(acme, characteristic);
     QCOMPARE(Rows("OrganChars"), 2);
 
-    FakeOrganisationView view;
+    StoredOrganisation view;
     view.contacts.Add({"?99", "left over"});
     view.usedFac.Add({"!99", "left over"});
-    Organisation_Show(view, acme);
+    QVERIFY(Organisation_Show(acme, view.Lists())->isWhole);
     QCOMPARE(Keys(view.contacts), QStringList(Key(anna)));
     QCOMPARE(Texts(view.contacts), QStringList("Bell, Anna"));
     QCOMPARE(Keys(view.usedFac), QStringList(PlaceKey(lathe)));
@@ -218,7 +211,7 @@ void TestOrganisations::ShowsLists()
     QCOMPARE(Keys(view.usedCriteria), QStringList(Key(staff)));
     QCOMPARE(Texts(view.availCriteria), QStringList("Member"));
 
-    QVERIFY(ADO_Organisation_ShowAvailable(view));
+    QVERIFY(ADO_Organisation_ShowAvailable(view.Lists()));
     QVERIFY(view.contacts.IsEmpty() && view.usedFac.IsEmpty() && view.usedVenues.IsEmpty());
     QCOMPARE(Texts(view.availFac), QStringList({"Anvil", "Lathe"}));
 }

@@ -37,7 +37,7 @@ public:
         const bool isThere =
             Reported("Screen", false, [&] { return ReadStoredContact(contactRef, m_shown); });
         Torture::Require(isThere, u"the person could not be read"_qs);
-        m_seen = Contact_Values(m_shown.record, Lists());
+        m_seen = Contact_Values(m_shown.record, m_shown.Lists());
     }
     ContactRecord &Record() { return m_shown.record; }
     /// Without what it has seen nothing counts as changed elsewhere.
@@ -47,16 +47,12 @@ public:
         Progress progress;
         ListModel nobody;
         SeenMembers unknown;
-        return Contact_Save(m_contactRef, m_shown.record, Lists(), {0, nobody, unknown}, m_seen, progress)
+        return Contact_Save(m_contactRef, m_shown.record, m_shown.Lists(), {0, nobody, unknown}, m_seen,
+                            progress)
             .isWhole;
     }
 
 private:
-    ContactLists Lists()
-    {
-        return {m_shown.availCriteria, m_shown.usedCriteria, m_shown.roles, m_shown.attributes};
-    }
-
     int m_contactRef;
     StoredContact m_shown;
     FieldValues m_seen;

@@ -132,6 +132,14 @@ bool Contact_CheckChosen(ContactSection code, ComboModel &list)
     return false;
 }
 
+std::function<QString(const QString &key)> Contact_NamesIn(ContactSection code)
+{
+    return [code](const QString &key) {
+        const auto item = Contact_ViewItem(code, key.toInt());
+        return item ? item->name : QString();
+    };
+}
+
 ReadRow<RefLabel> Contact_ViewItem(ContactSection code, int key)
 {
     const ContactSectionInfo &section = ContactSectionOf(code);

@@ -52,6 +52,8 @@ int Contact_AddItem(ContactSection code, const QString &name, const QString &ref
 int Contact_UpdateItem(ContactSection code, int key, const QString &name, const QString &referenceId);
 /// The name and reference of a row of a vocabulary.
 ReadRow<RefLabel> Contact_ViewItem(ContactSection code, int key);
+/// Gives the name of a row of a vocabulary by its key, "" where there is no such row.
+std::function<QString(const QString &key)> Contact_NamesIn(ContactSection code);
 /// False, after telling the user, where another workstation deleted what is chosen in a list; the list is
 /// then filled anew with its select row. An error counts as true.
 bool Contact_CheckChosen(ContactSection code, ComboModel &list);

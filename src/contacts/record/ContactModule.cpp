@@ -4,11 +4,10 @@
 #include "contacts/lists/ConcessionODBC.h"
 #include "contacts/lists/ContactListODBC.h"
 #include "contacts/record/ContactHintODBC.h"
-#include "contacts/record/ContactRecordODBC.h"
 
-void Contact_Show(ContactView &view, int contactRef)
+ReadRow<ContactFile> Contact_Show(int contactRef, const ContactLists &lists, const ContactGroups &groups)
 {
-    ADO_Contact_ShowContact(view, contactRef);
+    return ADO_Contact_ShowContact(contactRef, lists, groups);
 }
 
 bool Contact_Check(int contactRef)

@@ -1,15 +1,15 @@
 #pragma once
 
 #include "contacts/lists/VocabularyModule.h"
+#include "contacts/record/ContactRecordODBC.h"
 #include "controls/ListModel.h"
 
 #include <vector>
 
-class ContactView;
-
 /// The logic of people: makes texts safe for SQL.
 
-void Contact_Show(ContactView &view, int contactRef);
+/// Reads a person, as of ADO_Contact_ShowContact.
+ReadRow<ContactFile> Contact_Show(int contactRef, const ContactLists &lists, const ContactGroups &groups);
 /// True if the person still exists; false on an error.
 bool Contact_Check(int contactRef);
 void Contact_FillInfo(int contactRef, ListModel &list);

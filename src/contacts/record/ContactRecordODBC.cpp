@@ -96,14 +96,14 @@ Recordset OpenContact(int contactRef)
 }
 
 /// What a save of the person writes again. False where the lists are not whole.
-bool ShowLists(int contactRef, ListModel &available, ListModel &used, TreeModel &attributes, ListModel &roles)
+bool ShowLists(int contactRef, const ContactLists &lists)
 {
-    return ShowCharacteristics(available, used,
+    return ShowCharacteristics(lists.availCriteria, lists.characteristics,
                                u"SELECT ConcessionRef FROM ContactConcession WHERE ContactRef = " %
                                    SqlNumber(contactRef)) &&
-           ADO_CustomAttrib_Show(attributes, AttribSection::contacts) &&
-           ADO_CustomAttrib_Get(attributes, contactRef, AttribSection::contacts) &&
-           ADO_Contact_GetRoles(contactRef, roles);
+           ADO_CustomAttrib_Show(lists.attributes, AttribSection::contacts) &&
+           ADO_CustomAttrib_Get(lists.attributes, contactRef, AttribSection::contacts) &&
+           ADO_Contact_GetRoles(contactRef, lists.roles);
 }
 } // namespace
 
@@ -129,24 +129,21 @@ std::optional<bool> ADO_Contact_CheckContact(int contactRef)
     });
 }
 
-void ADO_Contact_ShowContact(ContactView &view, int contactRef)
+ReadRow<ContactFile> ADO_Contact_ShowContact(int contactRef, const ContactLists &lists,
+                                             const ContactGroups &groups)
 {
-    Reported("ADO_Contact_ShowContact", [&] {
-        view.ShowLoading(QStringLiteral("Loading Contact Information"));
+    return Reported("ADO_Contact_ShowContact", ReadRow<ContactFile>::Failed(), [&] {
         const Recordset contact = OpenContact(contactRef);
-        if (contact.IsEmpty()) {
-            view.ShowDeleted(QStringLiteral("#Contact Deleted#"));
-            return;
+        if (contact.IsEmpty())
+            return ReadRow<ContactFile>::Missing();
+        ContactFile file{ReadContact(contact.First())};
+        file.isWhole = ShowLists(contactRef, lists);
+        if (file.isWhole) {
+            groups.people.Fill(
+                {{u'?' % SqlNumber(contactRef), file.record.surname % u", " % file.record.forename}});
+            ADO_Contact_ShowGroup_Tree(contactRef, groups.groups);
         }
-        const ContactRecord record = ReadContact(contact.First());
-        view.ShowRecord(record);
-        // A save writes these anew: those that could not be read would be lost.
-        if (!ShowLists(contactRef, view.AvailCriteria(), view.UsedCriteria(), view.AttribList(),
-                       view.RolesInfo()))
-            return;
-        view.GroupList().Fill({{u'?' % SqlNumber(contactRef), record.surname % u", " % record.forename}});
-        ADO_Contact_ShowGroup_Tree(contactRef, view.GroupTree());
-        view.ShowLoaded();
+        return ReadRow<ContactFile>(file);
     });
 }
 
@@ -157,7 +154,7 @@ bool ReadStoredContact(int contactRef, StoredContact &stored)
         return false;
     stored.record = ReadContact(contact.First());
     // Lists that are not whole would look like rows that somebody removed.
-    if (!ShowLists(contactRef, stored.availCriteria, stored.usedCriteria, stored.attributes, stored.roles))
+    if (!ShowLists(contactRef, stored.Lists()))
         throw StatementGivenUp{};
     return true;
 }

@@ -2,28 +2,32 @@
 
 #include "contacts/record/ContactRecord.h"
 #include "controls/ListModel.h"
-#include "controls/RecordView.h"
 #include "controls/TreeModel.h"
+#include "database/statements/ReadRow.h"
 
 #include <optional>
 
 /// Data functions of one person; table `Contacts`. Two people are the same person when forename, surname,
 /// first address line and ReferenceID are equal; nothing else counts.
 
-/// What ADO_Contact_ShowContact fills. The calls come in the order they are declared in.
-class ContactView : public virtual RecordView
-{
-public:
+/// The lists of a person that a save writes again.
+struct ContactLists {
+    ListModel &availCriteria;
+    ListModel &characteristics;
+    ListModel &roles;
+    TreeModel &attributes;
+};
+/// The lists that a person's screen shows beside.
+struct ContactGroups {
+    ListModel &people; ///< about to be put in a group: the person shown comes first
+    TreeModel &groups; ///< those the person is in
+};
+/// A person as read.
+struct ContactFile {
     /// The columns as stored; a reference that is NULL comes as -1, and the date of birth as a date-int,
     /// today's where none is stored.
-    virtual void ShowRecord(const ContactRecord &record) = 0;
-    virtual ListModel &AvailCriteria() = 0;
-    virtual ListModel &UsedCriteria() = 0;
-    virtual TreeModel &AttribList() = 0;
-    virtual ListModel &RolesInfo() = 0;
-    /// People about to be put in a group: the person shown comes first.
-    virtual ListModel &GroupList() = 0;
-    virtual TreeModel &GroupTree() = 0;
+    ContactRecord record;
+    bool isWhole = false; ///< false where lists could not be read, and must not be stored
 };
 
 /// Adds a person. The texts come already safe for SQL. The new ContactRef, 0 where the person exists,
@@ -34,10 +38,11 @@ int ADO_Contact_AddContact(const ContactRecord &record);
 int ADO_Contact_UpdateContact(int contactRef, const ContactRecord &record);
 /// Whether the person still exists; nothing on an error.
 std::optional<bool> ADO_Contact_CheckContact(int contactRef);
-/// Shows a person with the characteristics held and those that can be given, the custom attributes, the
-/// roles, and the groups; reads `Contacts`, `Concessions`, `ContactConcession` and the tables of attributes,
-/// roles and groups.
-void ADO_Contact_ShowContact(ContactView &view, int contactRef);
+/// Reads a person, and fills the lists with the characteristics held and those that can be given, the custom
+/// attributes, the roles, and the groups; reads `Contacts`, `Concessions`, `ContactConcession` and the tables
+/// of attributes, roles and groups.
+ReadRow<ContactFile> ADO_Contact_ShowContact(int contactRef, const ContactLists &lists,
+                                             const ContactGroups &groups);
 /// A person as stored, with what a save writes with the record.
 struct StoredContact {
     ContactRecord record;
@@ -45,6 +50,8 @@ struct StoredContact {
     ListModel usedCriteria;
     TreeModel attributes;
     ListModel roles;
+
+    ContactLists Lists() { return {availCriteria, usedCriteria, roles, attributes}; }
 };
 /// Reads it as ADO_Contact_ShowContact does; false where the person is gone. Only inside Reported.
 bool ReadStoredContact(int contactRef, StoredContact &stored);

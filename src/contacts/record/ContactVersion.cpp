@@ -46,14 +46,6 @@ QString Person(const QString &value)
     return list.IsEmpty() ? QString() : list.At(0).text;
 }
 
-std::function<QString(const QString &)> NameIn(ContactSection section)
-{
-    return [section](const QString &value) {
-        const auto item = Contact_ViewItem(section, value.toInt());
-        return item ? item->name : QString();
-    };
-}
-
 std::function<QString &(ContactRecord &)> AltRef(size_t index)
 {
     return [index](ContactRecord &record) -> QString & { return record.altRef[index]; };
@@ -62,22 +54,22 @@ std::function<QString &(ContactRecord &)> AltRef(size_t index)
 const std::vector<Column> &Fields()
 {
     static const std::vector<Column> columns{
-        {"Title", &ContactRecord::designation, NameIn(ContactSection::Titles)},
+        {"Title", &ContactRecord::designation, Contact_NamesIn(ContactSection::Titles)},
         {"Forename", &ContactRecord::forename},
         {"Surname", &ContactRecord::surname},
         {"Date of birth", &ContactRecord::dob,
          [](const QString &value) { return IntToDateText(value.toInt()); }},
         {"Gender", &ContactRecord::sex, Gender},
-        {"Ethnicity", &ContactRecord::ethnicGroup, NameIn(ContactSection::EthnicTypes)},
+        {"Ethnicity", &ContactRecord::ethnicGroup, Contact_NamesIn(ContactSection::EthnicTypes)},
         {"Emergency Contact", &ContactRecord::contactContactRef, Person},
         {"Address line 1", &ContactRecord::addr1},
         {"Address line 2", &ContactRecord::addr2},
         {"Address line 3", &ContactRecord::addr3},
         {"Address line 4", &ContactRecord::addr4},
-        {"Town/City", &ContactRecord::city, NameIn(ContactSection::Cities)},
-        {"State/County", &ContactRecord::county, NameIn(ContactSection::Counties)},
+        {"Town/City", &ContactRecord::city, Contact_NamesIn(ContactSection::Cities)},
+        {"State/County", &ContactRecord::county, Contact_NamesIn(ContactSection::Counties)},
         {"ZIP/Postcode", &ContactRecord::postcode},
-        {"Country", &ContactRecord::country, NameIn(ContactSection::Countries)},
+        {"Country", &ContactRecord::country, Contact_NamesIn(ContactSection::Countries)},
         {"Reference ID", &ContactRecord::referenceId},
         {"Alt Ref ID 1", AltRef(0)},
         {"Alt Ref ID 2", AltRef(1)},
@@ -89,7 +81,7 @@ const std::vector<Column> &Fields()
         {"Fax", &ContactRecord::fax},
         {"E-mail", &ContactRecord::email},
         {"Website", &ContactRecord::url},
-        {"Organisation", &ContactRecord::organRef, NameIn(ContactSection::Organisations)},
+        {"Organisation", &ContactRecord::organRef, Contact_NamesIn(ContactSection::Organisations)},
         {"Position", &ContactRecord::jobTitle},
         {"Notes", &ContactRecord::notes},
     };
@@ -136,8 +128,7 @@ FieldValues ReadValues(int contactRef, StoredContact &stored, const TreeModel *s
         return {};
     if (shown)
         TakeKinds(stored.attributes, *shown);
-    return Contact_Values(stored.record,
-                          {stored.availCriteria, stored.usedCriteria, stored.roles, stored.attributes});
+    return Contact_Values(stored.record, stored.Lists());
 }
 } // namespace
 

@@ -1,20 +1,9 @@
 #pragma once
 
-#include "contacts/record/ContactRecord.h"
+#include "contacts/record/ContactRecordODBC.h"
 #include "database/statements/RecordMerge.h"
 
-class ListModel;
-class TreeModel;
-
 /// Storing a person, also where another workstation stored the same one since the screen was filled.
-
-/// The lists of a person's screen that are stored with the record.
-struct ContactLists {
-    ListModel &availCriteria;
-    ListModel &characteristics;
-    ListModel &roles;
-    TreeModel &attributes;
-};
 
 /// The version that a screen shows, or was filled from.
 FieldValues Contact_Values(const ContactRecord &record, const ContactLists &lists);

@@ -20,6 +20,8 @@ frmAddContact::frmAddContact(QWidget *parent)
                   .okBtn = QStringLiteral("OKBtn"),
                   .newCaption = QStringLiteral("New &Contact"),
                   .word = QStringLiteral("contact"),
+                  .loading = QStringLiteral("Loading Contact Information"),
+                  .deleted = QStringLiteral("#Contact Deleted#"),
                   .right = Right::Contacts,
                   .canRefresh = true},
                  parent)
@@ -81,12 +83,24 @@ bool frmAddContact::Exists(int key)
     return ADO_Contact_CheckContact(key).value_or(true);
 }
 
-void frmAddContact::ReadRecord(int key)
+RecordForm::Found frmAddContact::ReadRecord(int key)
 {
-    // What the next one has not must not be that of the one before.
+    // A record that cannot be read must not leave the fields of the one before it.
     m_details->Clear();
     m_seen.clear();
-    Contact_Show(*this, key);
+    const ReadRow<ContactFile> file =
+        Contact_Show(key, Lists(), {m_groups->GroupList(), m_groups->GroupTree()});
+    if (file)
+        ShowRecord(file->record);
+    if (file && file->isWhole) {
+        TellPages(key);
+        m_seen = Contact_Values(m_record, Lists());
+    }
+    return FoundIn(file);
+}
+
+void frmAddContact::RecordRead()
+{
     ShowTab(Tabs()->currentIndex());
 }
 
@@ -103,46 +117,10 @@ void frmAddContact::ShowRecord(const ContactRecord &record)
     m_record = record;
 }
 
-ListModel &frmAddContact::AvailCriteria()
-{
-    return m_notes->AvailCriteria();
-}
-
-ListModel &frmAddContact::UsedCriteria()
-{
-    return m_notes->UsedCriteria();
-}
-
-TreeModel &frmAddContact::AttribList()
-{
-    return m_attributes->AttribList();
-}
-
-ListModel &frmAddContact::RolesInfo()
-{
-    return m_roles->RolesInfo();
-}
-
-ListModel &frmAddContact::GroupList()
-{
-    return m_groups->GroupList();
-}
-
-TreeModel &frmAddContact::GroupTree()
-{
-    return m_groups->GroupTree();
-}
-
-void frmAddContact::ShowLoaded()
-{
-    RecordForm::ShowLoaded();
-    TellPages(Key());
-    m_seen = Contact_Values(m_record, Lists());
-}
-
 ContactLists frmAddContact::Lists()
 {
-    return {AvailCriteria(), UsedCriteria(), RolesInfo(), AttribList()};
+    return {m_notes->AvailCriteria(), m_notes->UsedCriteria(), m_roles->RolesInfo(),
+            m_attributes->AttribList()};
 }
 
 void frmAddContact::TellPages(int contactRef)

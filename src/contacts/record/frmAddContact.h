@@ -13,7 +13,7 @@ class ContactNotesPage;
 class ContactRolesPage;
 
 /// The record of one person.
-class frmAddContact final : public RecordForm, private ContactView
+class frmAddContact final : public RecordForm
 {
     Q_OBJECT
 
@@ -25,7 +25,8 @@ public:
 
 private:
     bool Exists(int key) override;
-    void ReadRecord(int key) override;
+    Found ReadRecord(int key) override;
+    void RecordRead() override;
     void ShowPlaceholder(const QString &text) override;
     RecordSaved StoreRecord(int key, Progress &progress) override;
     bool AfterStore(int key) override;
@@ -37,16 +38,7 @@ private:
     QString RecordName() const override;
     bool MayStartNew() override { return MayLeave(); }
 
-    // What the record is read into.
-    void ShowRecord(const ContactRecord &record) override;
-    ListModel &AvailCriteria() override;
-    ListModel &UsedCriteria() override;
-    TreeModel &AttribList() override;
-    ListModel &RolesInfo() override;
-    ListModel &GroupList() override;
-    TreeModel &GroupTree() override;
-    void ShowLoaded() override;
-
+    void ShowRecord(const ContactRecord &record);
     void BuildPages();
     void WatchChanges();
     ContactLists Lists();

@@ -92,7 +92,12 @@ void RecordForm::ShowKey(int key)
     // The row that stands for nobody is no record, however a caller came to its key.
     m_key = IsSentinel(key) ? 0 : key;
     m_gone = true;
-    ReadRecord(m_key);
+    ShowLoading();
+    const Found found = ReadRecord(m_key);
+    if (found == Found::Missing)
+        ShowDeleted();
+    m_gone = found != Found::Whole;
+    RecordRead();
     // A read that failed leaves the record locked, with the way to try again.
     SetState(State::View);
     m_warn->hide();
@@ -110,24 +115,19 @@ void RecordForm::KeepFocus(QWidget *focus)
         focusNextChild();
 }
 
-void RecordForm::ShowLoading(const QString &notice)
+void RecordForm::ShowLoading()
 {
     m_tabs->setEnabled(false);
     m_editBtn->hide();
-    m_warn->setText(notice);
+    m_warn->setText(m_kind.loading);
     m_warn->show();
 }
 
-void RecordForm::ShowDeleted(const QString &placeholder)
+void RecordForm::ShowDeleted()
 {
     EmptyPages();
     m_tabs->setCurrentIndex(0);
-    ShowPlaceholder(placeholder);
-}
-
-void RecordForm::ShowLoaded()
-{
-    m_gone = false;
+    ShowPlaceholder(m_kind.deleted);
 }
 
 void RecordForm::SetState(State state)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "controls/RecordView.h"
 #include "database/statements/Rights.h"
 #include "database/statements/WholeSave.h"
 #include "forms/frames/FormDialog.h"
@@ -21,7 +20,7 @@ class RequiredMarks;
 ///
 /// A subject adds its pages to Tabs in its constructor, then calls BuildButtons, watches what belongs to the
 /// record, and ends with StartRecord.
-class RecordForm : public FormDialog, protected virtual RecordView
+class RecordForm : public FormDialog
 {
     Q_OBJECT
 
@@ -43,17 +42,34 @@ protected:
         QString okBtn;      ///< name of the button that saves
         QString newCaption; ///< of the button for a new record
         QString word;       ///< what a record is called in the middle of a sentence
+        QString loading;    ///< shown while a record is read
+        QString deleted;    ///< takes the place of the name of a record that is gone
         Right right;        ///< who may add and change
         bool canRefresh = false;
     };
     enum class State { NewRecord, View, Edit };
+    enum class Found {
+        Whole,
+        Part, ///< lists of the record could not be read: it is shown, and stays locked
+        Missing,
+        Failed
+    };
 
     RecordForm(const Kind &kind, QWidget *parent);
 
     /// False where another workstation deleted the record; an error counts as true.
     virtual bool Exists(int key) = 0;
     /// Reads a record into the pages.
-    virtual void ReadRecord(int key) = 0;
+    virtual Found ReadRecord(int key) = 0;
+    /// What is left to show once it is known whether there is a record.
+    virtual void RecordRead() {}
+    template <typename Row>
+    static Found FoundIn(const Row &file)
+    {
+        if (!file)
+            return file.IsMissing() ? Found::Missing : Found::Failed;
+        return file->isWhole ? Found::Whole : Found::Part;
+    }
     virtual void ShowPlaceholder(const QString &text) = 0;
     /// Stores the record, added where `key` is 0, with all that hangs on it; nothing where `progress` is
     /// cancelled.
@@ -72,9 +88,6 @@ protected:
     /// False keeps the record that is shown.
     virtual bool MayStartNew() = 0;
 
-    void ShowLoading(const QString &notice) override;
-    void ShowDeleted(const QString &placeholder) override;
-    void ShowLoaded() override;
     bool MayLeave() override;
 
     FormBuilder &Builder() { return *m_builder; }
@@ -91,6 +104,8 @@ protected:
 private:
     bool May(Level level) const;
     void ShowKey(int key);
+    void ShowLoading();
+    void ShowDeleted();
     void KeepFocus(QWidget *focus);
     void SetState(State state);
     /// Goes into a state in which the user types, and to the first field of the page.

@@ -21,9 +21,9 @@ bool Agrees(const QString &question, const QString &title)
 }
 } // namespace
 
-void Organisation_Show(OrganisationView &view, int organRef)
+ReadRow<OrganisationFile> Organisation_Show(int organRef, const OrganisationLists &lists)
 {
-    ADO_Organisation_ShowOrganisation(view, organRef);
+    return ADO_Organisation_ShowOrganisation(organRef, lists);
 }
 
 bool Organisation_Delete(int organRef)

@@ -3,13 +3,13 @@
 #include "organisations/record/OrganisationVersion.h"
 
 class ListModel;
-class OrganisationView;
 class Progress;
 
 /// The logic of organisations: makes texts safe for SQL, tells the user when a record exists already, and
 /// asks before something that belongs to another organisation is taken from it.
 
-void Organisation_Show(OrganisationView &view, int organRef);
+/// Reads an organisation, as of ADO_Organisation_ShowOrganisation.
+ReadRow<OrganisationFile> Organisation_Show(int organRef, const OrganisationLists &lists);
 bool Organisation_Delete(int organRef);
 
 /// Makes `people` ("?" keys) the rows of a list of an organisation's people, with name and position as

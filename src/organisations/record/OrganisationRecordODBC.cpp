@@ -80,18 +80,8 @@ Recordset OpenOrganisation(int organRef)
     return OpenRecordset(u"SELECT * FROM Organisations WHERE OrganRef = " % SqlNumber(organRef));
 }
 
-struct Lists {
-    ListModel &availCriteria;
-    ListModel &usedCriteria;
-    ListModel &contacts;
-    ListModel &availFac;
-    ListModel &usedFac;
-    ListModel &availVenues;
-    ListModel &usedVenues;
-};
-
 /// What a save of the organisation writes again. False where the lists are not whole.
-bool ShowLists(int organRef, const Lists &lists)
+bool ShowLists(int organRef, const OrganisationLists &lists)
 {
     return ShowCharacteristics(lists.availCriteria, lists.usedCriteria,
                                u"SELECT ConcessionRef FROM OrganChars WHERE OrganRef = " %
@@ -132,19 +122,15 @@ std::optional<bool> ADO_Organisation_CheckOrganisation(int organRef)
     });
 }
 
-void ADO_Organisation_ShowOrganisation(OrganisationView &view, int organRef)
+ReadRow<OrganisationFile> ADO_Organisation_ShowOrganisation(int organRef, const OrganisationLists &lists)
 {
-    Reported("ADO_Organisation_ShowOrganisation", [&] {
-        view.ShowLoading(QStringLiteral("Loading Organisation Information"));
+    return Reported("ADO_Organisation_ShowOrganisation", ReadRow<OrganisationFile>::Failed(), [&] {
         const Recordset organisation = OpenOrganisation(organRef);
-        if (organisation.IsEmpty()) {
-            view.ShowDeleted(QStringLiteral("#Organisation Deleted#"));
-            return;
-        }
-        view.ShowRecord(ReadOrganisation(organisation.First()));
-        if (ShowLists(organRef, {view.AvailCriteria(), view.UsedCriteria(), view.ContactInfo(),
-                                 view.AvailFac(), view.UsedFac(), view.AvailVenues(), view.UsedVenues()}))
-            view.ShowLoaded();
+        if (organisation.IsEmpty())
+            return ReadRow<OrganisationFile>::Missing();
+        OrganisationFile file{ReadOrganisation(organisation.First())};
+        file.isWhole = ShowLists(organRef, lists);
+        return ReadRow<OrganisationFile>(file);
     });
 }
 
@@ -155,18 +141,17 @@ bool ReadStoredOrganisation(int organRef, StoredOrganisation &stored)
         return false;
     stored.record = ReadOrganisation(organisation.First());
     // Lists that are not whole would look like rows that somebody removed.
-    if (!ShowLists(organRef, {stored.availCriteria, stored.usedCriteria, stored.contacts, stored.availFac,
-                              stored.usedFac, stored.availVenues, stored.usedVenues}))
+    if (!ShowLists(organRef, stored.Lists()))
         throw StatementGivenUp{};
     return true;
 }
 
-bool ADO_Organisation_ShowAvailable(OrganisationView &view)
+bool ADO_Organisation_ShowAvailable(const OrganisationLists &lists)
 {
-    for (ListModel *list : {&view.UsedCriteria(), &view.ContactInfo(), &view.UsedFac(), &view.UsedVenues()})
+    for (ListModel *list : {&lists.usedCriteria, &lists.contacts, &lists.usedFac, &lists.usedVenues})
         list->Clear();
-    return FillCharacteristics(view.AvailCriteria()) && FillFacilities(view.AvailFac()) &&
-           FillVenues(view.AvailVenues());
+    return FillCharacteristics(lists.availCriteria) && FillFacilities(lists.availFac) &&
+           FillVenues(lists.availVenues);
 }
 
 bool ADO_Organisation_Delete(int organRef)

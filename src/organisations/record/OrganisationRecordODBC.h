@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controls/ListModel.h"
-#include "controls/RecordView.h"
+#include "database/statements/ReadRow.h"
 #include "organisations/record/OrganisationRecord.h"
 
 #include <optional>
@@ -9,19 +9,20 @@
 /// Data functions of one organisation; table `Organisations`. Two organisations are the same when name and
 /// ReferenceID are equal.
 
-/// What ADO_Organisation_ShowOrganisation fills. The calls come in the order they are declared in.
-class OrganisationView : public virtual RecordView
-{
-public:
-    /// The columns as stored; a reference that is NULL comes as -1.
-    virtual void ShowRecord(const OrganisationRecord &record) = 0;
-    virtual ListModel &AvailCriteria() = 0;
-    virtual ListModel &UsedCriteria() = 0;
-    virtual ListModel &ContactInfo() = 0;
-    virtual ListModel &AvailFac() = 0;
-    virtual ListModel &UsedFac() = 0;
-    virtual ListModel &AvailVenues() = 0;
-    virtual ListModel &UsedVenues() = 0;
+/// The lists of an organisation's screen. All but what it can be given is stored with it.
+struct OrganisationLists {
+    ListModel &availCriteria;
+    ListModel &usedCriteria;
+    ListModel &contacts;
+    ListModel &availFac;
+    ListModel &usedFac;
+    ListModel &availVenues;
+    ListModel &usedVenues;
+};
+/// An organisation as read.
+struct OrganisationFile {
+    OrganisationRecord record; ///< the columns as stored; a reference that is NULL comes as -1
+    bool isWhole = false;      ///< false where lists could not be read, and must not be stored
 };
 
 /// Adds an organisation. The texts come already safe for SQL. The new OrganRef, 0 where the organisation
@@ -33,10 +34,9 @@ int ADO_Organisation_AddOrganisation(const OrganisationRecord &record);
 int ADO_Organisation_UpdateOrganisation(int organRef, const OrganisationRecord &record);
 /// Whether the organisation still exists; nothing on an error.
 std::optional<bool> ADO_Organisation_CheckOrganisation(int organRef);
-/// Shows an organisation with its characteristics, people, facilities and venues, and with the
-/// characteristics, facilities and venues that it can be given. A read that fails ends before ShowLoaded, so
-/// that lists which are not whole are never stored.
-void ADO_Organisation_ShowOrganisation(OrganisationView &view, int organRef);
+/// Reads an organisation, and fills the lists with its characteristics, people, facilities and venues, and
+/// with the characteristics, facilities and venues that it can be given.
+ReadRow<OrganisationFile> ADO_Organisation_ShowOrganisation(int organRef, const OrganisationLists &lists);
 /// An organisation as stored, with what a save writes with the record.
 struct StoredOrganisation {
     OrganisationRecord record;
@@ -47,13 +47,18 @@ struct StoredOrganisation {
     ListModel usedFac;
     ListModel availVenues;
     ListModel usedVenues;
+
+    OrganisationLists Lists()
+    {
+        return {availCriteria, usedCriteria, contacts, availFac, usedFac, availVenues, usedVenues};
+    }
 };
 /// Reads it as ADO_Organisation_ShowOrganisation does; false where the organisation is gone. Only inside
 /// Reported.
 bool ReadStoredOrganisation(int organRef, StoredOrganisation &stored);
 /// Fills the lists of what an organisation can be given, and empties the others: what the lists of a new one
 /// show. False on an error.
-bool ADO_Organisation_ShowAvailable(OrganisationView &view);
+bool ADO_Organisation_ShowAvailable(const OrganisationLists &lists);
 /// Deletes an organisation after moving its people, venues, facilities and assessments to row 1. Its rows of
 /// `OrganChars` stay behind, where nothing reaches them. False on an error: what was done before stays.
 bool ADO_Organisation_Delete(int organRef);

@@ -51,7 +51,7 @@ bool Exists(int organRef)
 class LinkSave final
 {
 public:
-    LinkSave(int organRef, const OrganisationLinks &links, Progress &progress)
+    LinkSave(int organRef, const OrganisationLists &links, Progress &progress)
         : m_organRef(organRef)
         , m_links(links)
         , m_progress(progress)
@@ -76,7 +76,7 @@ private:
     bool StoreCharacteristics(int organRef) const;
 
     int m_organRef;
-    const OrganisationLinks &m_links;
+    const OrganisationLists &m_links;
     Progress &m_progress;
     int m_done = 0;
 };
@@ -156,7 +156,7 @@ bool LinkSave::Store(int organRef)
 }
 } // namespace
 
-RecordSaved Organisation_Save(int organRef, OrganisationRecord &record, const OrganisationLinks &links,
+RecordSaved Organisation_Save(int organRef, OrganisationRecord &record, const OrganisationLists &links,
                               FieldValues &base, Progress &progress)
 {
     LinkSave lists(organRef, links, progress);

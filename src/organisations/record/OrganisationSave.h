@@ -8,7 +8,7 @@
 /// another one: what stays there leaves the list. A question that comes again can be answered for all the
 /// rest. What was deleted meanwhile leaves the lists as well, and the user is told. What another workstation
 /// changed since `base` was read is joined first, as of Organisation_Update.
-RecordSaved Organisation_Save(int organRef, OrganisationRecord &record, const OrganisationLinks &links,
+RecordSaved Organisation_Save(int organRef, OrganisationRecord &record, const OrganisationLists &links,
                               FieldValues &base, Progress &progress);
 /// Offers the characteristics of a stored organisation to each of its people who lacks one of them. False on
 /// an error, where `progress` is cancelled, and where the organisation is deleted meanwhile: those who were

@@ -4,7 +4,6 @@
 #include "database/statements/MiscODBC.h"
 #include "database/statements/RecordLists.h"
 #include "database/values/GlobalCode.h"
-#include "organisations/record/OrganisationRecordODBC.h"
 
 namespace
 {
@@ -28,14 +27,6 @@ OrganisationRecord Safe(OrganisationRecord record)
     return record;
 }
 
-std::function<QString(const QString &)> NameIn(ContactSection section)
-{
-    return [section](const QString &value) {
-        const auto item = Contact_ViewItem(section, value.toInt());
-        return item ? item->name : QString();
-    };
-}
-
 QString YesNo(const QString &value)
 {
     return value == u"1" ? QStringLiteral("yes") : QStringLiteral("no");
@@ -50,10 +41,10 @@ const std::vector<Column> &Fields()
         {"Address line 2", &OrganisationRecord::addr2},
         {"Address line 3", &OrganisationRecord::addr3},
         {"Address line 4", &OrganisationRecord::addr4},
-        {"Town/City", &OrganisationRecord::city, NameIn(ContactSection::Cities)},
-        {"State/County", &OrganisationRecord::county, NameIn(ContactSection::Counties)},
+        {"Town/City", &OrganisationRecord::city, Contact_NamesIn(ContactSection::Cities)},
+        {"State/County", &OrganisationRecord::county, Contact_NamesIn(ContactSection::Counties)},
         {"ZIP/Postcode", &OrganisationRecord::postcode},
-        {"Country", &OrganisationRecord::country, NameIn(ContactSection::Countries)},
+        {"Country", &OrganisationRecord::country, Contact_NamesIn(ContactSection::Countries)},
         {"Telephone", &OrganisationRecord::telDay},
         {"Out of hours", &OrganisationRecord::telOut},
         {"Fax", &OrganisationRecord::fax},
@@ -65,7 +56,7 @@ const std::vector<Column> &Fields()
     return columns;
 }
 
-RecordLists Beside(const OrganisationLinks &links, StoredOrganisation &stored)
+RecordLists Beside(const OrganisationLists &links, StoredOrganisation &stored)
 {
     RecordLists beside;
     beside.Add(RecordLists::List{contact, links.contacts, stored.contacts});
@@ -77,13 +68,11 @@ RecordLists Beside(const OrganisationLinks &links, StoredOrganisation &stored)
 
 FieldValues ReadValues(int organRef, StoredOrganisation &stored)
 {
-    return ReadStoredOrganisation(organRef, stored)
-               ? Organisation_Values(stored.record, {stored.contacts, stored.usedCriteria, stored.availFac,
-                                                     stored.usedFac, stored.availVenues, stored.usedVenues})
-               : FieldValues();
+    return ReadStoredOrganisation(organRef, stored) ? Organisation_Values(stored.record, stored.Lists())
+                                                    : FieldValues();
 }
 
-int Save(int organRef, OrganisationRecord &record, const OrganisationLinks &links, FieldValues &base,
+int Save(int organRef, OrganisationRecord &record, const OrganisationLists &links, FieldValues &base,
          bool writes)
 {
     StoredOrganisation stored;
@@ -107,7 +96,7 @@ int Save(int organRef, OrganisationRecord &record, const OrganisationLinks &link
 }
 } // namespace
 
-FieldValues Organisation_Values(const OrganisationRecord &record, const OrganisationLinks &links)
+FieldValues Organisation_Values(const OrganisationRecord &record, const OrganisationLists &links)
 {
     OrganisationRecord shown = record;
     // A reference that is not there is shown and stored as none.
@@ -133,13 +122,13 @@ int Organisation_Add(const OrganisationRecord &record)
                          QStringLiteral("Add Organisation"));
 }
 
-bool Organisation_Meet(int organRef, OrganisationRecord &record, const OrganisationLinks &links,
+bool Organisation_Meet(int organRef, OrganisationRecord &record, const OrganisationLists &links,
                        FieldValues &base)
 {
     return Save(organRef, record, links, base, false) > 0;
 }
 
-int Organisation_Update(int organRef, OrganisationRecord &record, const OrganisationLinks &links,
+int Organisation_Update(int organRef, OrganisationRecord &record, const OrganisationLists &links,
                         FieldValues &base)
 {
     return TellDuplicate(Save(organRef, record, links, base, true), organisationExists,

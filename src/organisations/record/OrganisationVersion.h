@@ -1,25 +1,13 @@
 #pragma once
 
 #include "database/statements/RecordMerge.h"
-#include "organisations/record/OrganisationRecord.h"
-
-class ListModel;
+#include "organisations/record/OrganisationRecordODBC.h"
 
 /// Storing an organisation's own row, also where another workstation stored the same one since the screen was
 /// filled.
 
-/// The lists of an organisation's screen that are stored with it.
-struct OrganisationLinks {
-    ListModel &contacts;
-    ListModel &usedCriteria;
-    ListModel &availFac;
-    ListModel &usedFac;
-    ListModel &availVenues;
-    ListModel &usedVenues;
-};
-
 /// The version that a screen shows, or was filled from.
-FieldValues Organisation_Values(const OrganisationRecord &record, const OrganisationLinks &links);
+FieldValues Organisation_Values(const OrganisationRecord &record, const OrganisationLists &links);
 /// The version that is stored; empty where the organisation is gone, and on an error.
 FieldValues Organisation_StoredValues(int organRef);
 
@@ -29,10 +17,10 @@ int Organisation_Add(const OrganisationRecord &record);
 /// Brings a screen up to what is stored now: what another workstation changed since `base` was read joins
 /// `record` and `links`, and where both changed a field the user settles it. False on an error, and where the
 /// user went back to the record.
-bool Organisation_Meet(int organRef, OrganisationRecord &record, const OrganisationLinks &links,
+bool Organisation_Meet(int organRef, OrganisationRecord &record, const OrganisationLists &links,
                        FieldValues &base);
 /// Writes an organisation as typed, with what another workstation changed since `base` was read; `record`,
 /// `links` and `base` are then what is stored, up to the links, which are the caller's to write. Results as
 /// of Organisation_Add, -1 as well where the user went back to the record.
-int Organisation_Update(int organRef, OrganisationRecord &record, const OrganisationLinks &links,
+int Organisation_Update(int organRef, OrganisationRecord &record, const OrganisationLists &links,
                         FieldValues &base);

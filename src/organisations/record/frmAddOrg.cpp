@@ -17,6 +17,8 @@ frmAddOrg::frmAddOrg(QWidget *parent)
                   .okBtn = QStringLiteral("OkBtn"),
                   .newCaption = QStringLiteral("New &Org"),
                   .word = QStringLiteral("organisation"),
+                  .loading = QStringLiteral("Loading Organisation Information"),
+                  .deleted = QStringLiteral("#Organisation Deleted#"),
                   .right = Right::Organisations},
                  parent)
 {
@@ -48,13 +50,14 @@ void frmAddOrg::WatchChanges()
     ModifiedMark &modified = Modified();
     modified.Watch(m_details);
     modified.Watch(m_notes);
-    modified.Watch(UsedCriteria());
-    modified.Watch(UsedFac());
-    modified.Watch(UsedVenues());
+    const OrganisationLists lists = Lists();
+    modified.Watch(lists.usedCriteria);
+    modified.Watch(lists.usedFac);
+    modified.Watch(lists.usedVenues);
     // Of the people only who they are belongs to the record; names and positions are stored elsewhere.
-    connect(&ContactInfo(), &ListModel::rowsInserted, &modified, &ModifiedMark::Set);
-    connect(&ContactInfo(), &ListModel::rowsRemoved, &modified, &ModifiedMark::Set);
-    connect(&ContactInfo(), &ListModel::modelReset, &modified, &ModifiedMark::Set);
+    connect(&lists.contacts, &ListModel::rowsInserted, &modified, &ModifiedMark::Set);
+    connect(&lists.contacts, &ListModel::rowsRemoved, &modified, &ModifiedMark::Set);
+    connect(&lists.contacts, &ListModel::modelReset, &modified, &ModifiedMark::Set);
 }
 
 void frmAddOrg::EditRecords(const QStringList &keys, bool edit, QWidget *parent)
@@ -69,12 +72,17 @@ bool frmAddOrg::Exists(int key)
     return ADO_Organisation_CheckOrganisation(key).value_or(true);
 }
 
-void frmAddOrg::ReadRecord(int key)
+RecordForm::Found frmAddOrg::ReadRecord(int key)
 {
-    // What the next one has not must not be that of the one before.
+    // A record that cannot be read must not leave the fields of the one before it.
     m_details->Clear();
     m_seen.clear();
-    Organisation_Show(*this, key);
+    const ReadRow<OrganisationFile> file = Organisation_Show(key, Lists());
+    if (file)
+        ShowRecord(file->record);
+    if (file && file->isWhole)
+        m_seen = Organisation_Values(m_record, Lists());
+    return FoundIn(file);
 }
 
 void frmAddOrg::ShowPlaceholder(const QString &text)
@@ -89,50 +97,11 @@ void frmAddOrg::ShowRecord(const OrganisationRecord &record)
     m_record = record;
 }
 
-void frmAddOrg::ShowLoaded()
+OrganisationLists frmAddOrg::Lists()
 {
-    RecordForm::ShowLoaded();
-    m_seen = Organisation_Values(m_record, Links());
-}
-
-OrganisationLinks frmAddOrg::Links()
-{
-    return {ContactInfo(), UsedCriteria(), AvailFac(), UsedFac(), AvailVenues(), UsedVenues()};
-}
-
-ListModel &frmAddOrg::AvailCriteria()
-{
-    return m_notes->AvailCriteria();
-}
-
-ListModel &frmAddOrg::UsedCriteria()
-{
-    return m_notes->UsedCriteria();
-}
-
-ListModel &frmAddOrg::ContactInfo()
-{
-    return m_contacts->ContactInfo();
-}
-
-ListModel &frmAddOrg::AvailFac()
-{
-    return m_places->AvailFac();
-}
-
-ListModel &frmAddOrg::UsedFac()
-{
-    return m_places->UsedFac();
-}
-
-ListModel &frmAddOrg::AvailVenues()
-{
-    return m_places->AvailVenues();
-}
-
-ListModel &frmAddOrg::UsedVenues()
-{
-    return m_places->UsedVenues();
+    return {m_notes->AvailCriteria(), m_notes->UsedCriteria(), m_contacts->ContactInfo(),
+            m_places->AvailFac(),     m_places->UsedFac(),     m_places->AvailVenues(),
+            m_places->UsedVenues()};
 }
 
 void frmAddOrg::ApplyState(State state)
@@ -168,7 +137,7 @@ RecordSaved frmAddOrg::StoreRecord(int key, Progress &progress)
     m_details->Store(record);
     record.notes = m_notes->Notes();
     OrganisationRecord stored = record;
-    const RecordSaved saved = Organisation_Save(key, stored, Links(), m_seen, progress);
+    const RecordSaved saved = Organisation_Save(key, stored, Lists(), m_seen, progress);
     // What joined shows even where nothing was stored: `m_seen` has it.
     if (stored != record)
         ShowRecord(stored);
@@ -177,10 +146,11 @@ RecordSaved frmAddOrg::StoreRecord(int key, Progress &progress)
 
 bool frmAddOrg::AfterStore(int key)
 {
-    ProgressBox::Run(
-        this, QStringLiteral("Organisation Characteristics"), QStringLiteral("contacts"),
-        QStringLiteral("The rest were not offered them; the next update does so."),
-        [&](Progress &progress) { Organisation_OfferCharacteristics(key, ContactInfo(), progress); });
+    ProgressBox::Run(this, QStringLiteral("Organisation Characteristics"), QStringLiteral("contacts"),
+                     QStringLiteral("The rest were not offered them; the next update does so."),
+                     [&](Progress &progress) {
+                         Organisation_OfferCharacteristics(key, m_contacts->ContactInfo(), progress);
+                     });
     return true;
 }
 
@@ -189,12 +159,12 @@ void frmAddOrg::ClearPages()
     m_details->Clear();
     m_notes->Clear();
     m_places->Clear();
-    ContactInfo().Clear();
+    m_contacts->ContactInfo().Clear();
 }
 
 void frmAddOrg::EmptyPages()
 {
     m_details->Clear();
     m_notes->SetNotes({});
-    ADO_Organisation_ShowAvailable(*this);
+    ADO_Organisation_ShowAvailable(Lists());
 }

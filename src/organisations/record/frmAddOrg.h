@@ -10,7 +10,7 @@ class OrganisationDetailsPage;
 class OrganisationPlacesPage;
 
 /// The record of one organisation with all that belongs to it.
-class frmAddOrg final : public RecordForm, private OrganisationView
+class frmAddOrg final : public RecordForm
 {
     Q_OBJECT
 
@@ -25,7 +25,7 @@ public:
 
 private:
     bool Exists(int key) override;
-    void ReadRecord(int key) override;
+    Found ReadRecord(int key) override;
     void ShowPlaceholder(const QString &text) override;
     RecordSaved StoreRecord(int key, Progress &progress) override;
     bool AfterStore(int key) override;
@@ -36,18 +36,8 @@ private:
     QString RecordName() const override;
     bool MayStartNew() override;
 
-    // What the record is read into.
-    void ShowRecord(const OrganisationRecord &record) override;
-    ListModel &AvailCriteria() override;
-    ListModel &UsedCriteria() override;
-    ListModel &ContactInfo() override;
-    ListModel &AvailFac() override;
-    ListModel &UsedFac() override;
-    ListModel &AvailVenues() override;
-    ListModel &UsedVenues() override;
-    void ShowLoaded() override;
-
-    OrganisationLinks Links();
+    void ShowRecord(const OrganisationRecord &record);
+    OrganisationLists Lists();
     void BuildPages();
     void WatchChanges();
 
