@@ -194,15 +194,12 @@ bool SaveOrganisation(int &key, int version)
 {
     OrganisationRecord record;
     record.name = u"Version " % QString::number(version);
-    ListModel contacts;
-    ListModel characteristics;
-    ListModel none[4];
-    Choose(contacts, others, version);
-    Choose(characteristics, concessions, version);
+    StoredOrganisation shown;
+    Choose(shown.contacts, others, version);
+    Choose(shown.usedCriteria, concessions, version);
     FieldValues notSeen;
     Progress progress;
-    const RecordSaved saved = Organisation_Save(
-        key, record, {contacts, characteristics, none[0], none[1], none[2], none[3]}, notSeen, progress);
+    const RecordSaved saved = Organisation_Save(key, record, shown.Lists(), notSeen, progress);
     key = saved.key;
     return saved.isWhole;
 }
