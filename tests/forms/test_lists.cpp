@@ -11,6 +11,8 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QClipboard>
+#include <QDialogButtonBox>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLabel>
@@ -18,7 +20,9 @@
 #include <QMenu>
 #include <QPdfWriter>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QToolTip>
@@ -358,6 +362,27 @@ private slots:
         }
         QCOMPARE(pdf.data().count("/Type /Page\n"), expected);
         QVERIFY2(expected >= least && expected <= most, qPrintable(QString::number(expected)));
+    }
+
+    void prints_into_no_file_without_a_name()
+    {
+        QTest::failOnWarning(QRegularExpression("No file name"));
+        const QTemporaryDir directory;
+        const QString pdf = directory.filePath("people.pdf");
+        ModalDriver driver;
+        People people;
+        driver.Expect("PrintDialog", [&](QDialog &chooser) {
+            auto *print = chooser.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
+            for (const QString &name : {QString(), QString("  ")}) {
+                TypeInto(chooser, "filename", name);
+                QTest::keyClick(chooser.focusWidget(), Qt::Key_Return);
+                QVERIFY(chooser.isVisible() && !print->isEnabled());
+            }
+            TypeInto(chooser, "filename", pdf);
+            print->click();
+        });
+        QTest::keyClick(&people.view, Qt::Key_P, Qt::ControlModifier);
+        QVERIFY(QFileInfo(pdf).size() > 1000);
     }
 
     void asks_to_print_by_key_and_menu()

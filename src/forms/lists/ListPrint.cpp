@@ -5,10 +5,14 @@
 #include "forms/progress/ProgressBox.h"
 #include "platform/desktop/Dialogs.h"
 
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLineEdit>
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPushButton>
 
 #include <algorithm>
 #include <numeric>
@@ -142,6 +146,25 @@ void Pages::PrintPage(int page, int linesOnPage)
                        Qt::AlignRight,
                        u"Page " % QString::number(page + 1) % u" of " % QString::number(m_count));
 }
+
+/// Where the pages go into a file, there is no printing without a name: the toolkit would try to open a file
+/// of no name, and then say that "" cannot be written.
+void RequireFileName(QPrintDialog &chooser)
+{
+    auto *fileName = chooser.findChild<QLineEdit *>(QStringLiteral("filename"));
+    auto *printers = chooser.findChild<QComboBox *>(QStringLiteral("printers"));
+    auto *buttons = chooser.findChild<QDialogButtonBox *>();
+    if (!fileName || !printers || !buttons)
+        return; // a desktop's own dialog
+    fileName->setPlaceholderText(QStringLiteral("Type the name of the file to print to"));
+    QPushButton *print = buttons->button(QDialogButtonBox::Ok);
+    const auto follow = [=] {
+        print->setEnabled(!fileName->isEnabled() || !fileName->text().trimmed().isEmpty());
+    };
+    QObject::connect(fileName, &QLineEdit::textChanged, print, follow);
+    QObject::connect(printers, &QComboBox::currentIndexChanged, print, follow);
+    follow();
+}
 } // namespace
 
 bool ListPrint::Print(const ListModel &list, const std::vector<int> &rows, const QString &title,
@@ -162,6 +185,7 @@ void ListPrint::Ask(const ListModel &list, ListView *view)
     const std::vector<int> selected = list.SelectedRows();
     chooser.setOption(QAbstractPrintDialog::PrintPageRange, false);
     chooser.setOption(QAbstractPrintDialog::PrintSelection, selected.size() > 1);
+    RequireFileName(chooser);
     if (chooser.exec() != QDialog::Accepted)
         return;
     std::vector<int> rows(static_cast<size_t>(list.Count()));
