@@ -25,6 +25,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
 #include <memory>
 
 using Dialogs::Answer;
@@ -306,7 +307,11 @@ private slots:
         Start();
         gUserName = "Ann";
         gConnection.Execute(oneUser);
-        Command("ID_LogOff");
+        auto *logOff = MainWindow()->findChild<QAction *>("ID_LogOff");
+        logOff->trigger();
+        logOff->trigger(); // the second click of a double one, which is for the window that went
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        QVERIFY(std::count_if(windows.begin(), windows.end(), [](auto *w) { return w->isVisible(); }) == 1);
         QVERIFY(!MainWindow() && gDBValid && gUserName.isEmpty());
         QVERIFY(LogonField("txtUserName"));
         QCOMPARE(Read("log.txt").count('\n'), 1);

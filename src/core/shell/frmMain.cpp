@@ -248,6 +248,9 @@ bool frmMain::event(QEvent *event)
 
 void frmMain::Choose(const QString &id)
 {
+    // The second click of a double one may still be for this window: one session would be followed by two.
+    if (m_unloaded)
+        return;
     const auto own = OwnActions().constFind(id);
     const Screen *target = Screens::Of(id);
     if (own != OwnActions().constEnd())
