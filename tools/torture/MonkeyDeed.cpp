@@ -18,7 +18,8 @@
 
 namespace
 {
-constexpr std::array<const char *, 7> kinds{"key", "main", "text", "mouse", "wheel", "command", "form"};
+constexpr std::array<const char *, 8> kinds{"key",   "main",    "text", "mouse",
+                                            "wheel", "command", "form", "close"};
 
 QWidget *MainWindow()
 {
@@ -96,16 +97,27 @@ void TurnWheel(QWindow *window, const QStringList &what)
     QCoreApplication::sendEvent(window, &notch);
 }
 
+/// Commands and forms are reached without the toolkit's events, which would find their way barred by what
+/// stands in front of the main window.
+QWidget *MainWindowInReach()
+{
+    const bool isCovered =
+        QApplication::activeModalWidget() || QApplication::activePopupWidget() || MonkeyWaitsForRun();
+    return isCovered ? nullptr : MainWindow();
+}
+
 void ChooseCommand(const QString &id)
 {
-    QWidget *window = MainWindow();
+    QWidget *window = MainWindowInReach();
     auto *command = window ? window->findChild<QAction *>(id) : nullptr;
-    if (command && command->isEnabled() && !QApplication::activeModalWidget())
+    if (command && command->isEnabled())
         command->trigger();
 }
 
 void OpenForm(const QString &name)
 {
+    if (!MainWindowInReach())
+        return;
     for (const FormEntry &entry : FormRegistry()) {
         if (entry.name != name)
             continue;
@@ -113,6 +125,12 @@ void OpenForm(const QString &name)
         if (auto *dialog = qobject_cast<QDialog *>(form.get()))
             dialog->exec();
     }
+}
+
+void CloseFront()
+{
+    if (QWidget *window = MonkeyWindow())
+        window->close();
 }
 } // namespace
 
@@ -128,6 +146,13 @@ QWidget *MonkeyWindow()
             return window;
     }
     return nullptr;
+}
+
+bool MonkeyWaitsForRun()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.begin(), windows.end(),
+                       [](const QWidget *window) { return window->objectName() == u"ProgressBox"; });
 }
 
 QString MonkeyDeed::Line() const
@@ -163,5 +188,7 @@ void MonkeyDeed::Do() const
         return ChooseCommand(what);
     case Kind::Form:
         return OpenForm(what);
+    case Kind::Close:
+        return CloseFront();
     }
 }

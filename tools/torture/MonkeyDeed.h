@@ -15,7 +15,8 @@ struct MonkeyDeed {
         Mouse,   ///< "left 120 40": a click there in the window in front; "double" and "right" likewise
         Wheel,   ///< "120 40 -120": that many eighths of a degree
         Command, ///< of the main window, by its identifier
-        Form     ///< of the registry of forms, by its name
+        Form,    ///< of the registry of forms, by its name
+        Close    ///< the window in front, by its frame
     };
     Kind kind = Kind::Key;
     QString what;
@@ -30,3 +31,5 @@ struct MonkeyDeed {
 /// The window that a user would have before him: an open menu or list, else the modal one in front, else the
 /// active one, else the first that is shown.
 QWidget *MonkeyWindow();
+/// Whether a run is under way, be its box shown yet or not.
+bool MonkeyWaitsForRun();

@@ -18,9 +18,14 @@
 #include "platform/desktop/Dialogs.h"
 #include "torture/Torture.h"
 
+#include <QApplication>
 #include <QDir>
+#include <QEvent>
 #include <QFile>
+#include <QLineEdit>
+#include <QRegularExpressionValidator>
 #include <QScopedValueRollback>
+#include <QToolButton>
 
 #include <type_traits>
 #include <utility>
@@ -51,19 +56,33 @@ constexpr const char *sentinels[] = {
     "Designation WHERE Designation_ID = 1 AND Title = ''",
     "EthnicGroup WHERE Ethnic_ID = 1 AND Type = ''"};
 
+/// Keeps what the monkey prints at home: the toolkit's dialog would let it write anywhere, and its chooser of
+/// files delete anything.
+class PrintFence final : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() != QEvent::Show || watched->objectName() != u"PrintDialog")
+            return false;
+        auto *fileName = watched->findChild<QLineEdit *>(u"filename"_qs);
+        auto *browser = watched->findChild<QToolButton *>(u"fileBrowser"_qs);
+        Torture::Require(fileName && browser, u"The monkey could print anywhere"_qs);
+        fileName->setText(u"list.pdf"_qs);
+        fileName->setValidator(new QRegularExpressionValidator(QRegularExpression(u"[^/]*"_qs), fileName));
+        browser->hide();
+        return false;
+    }
+};
+
 /// While the home is made nobody is there to answer.
 Dialogs::Answer RefuseToAsk(const QString &text, const QString &, Dialogs::Buttons, Dialogs::Icon,
                             Dialogs::Answer)
 {
     Torture::Require(false, u"The monkey's home asks: " % text);
     return Dialogs::Answer::Cancel;
-}
-
-/// One of a few files of the directory, or none: the chooser of a file, cancelled now and then.
-QString NextOf(const QStringList &files)
-{
-    static qsizetype turn = 0;
-    return files.at(++turn % files.size());
 }
 } // namespace
 
@@ -85,12 +104,20 @@ MonkeyHome::MonkeyHome()
                      u"No database for the monkey"_qs);
 }
 
-void MonkeyHome::ShutDoors() const
+/// One of a few files of the directory, or none: the chooser of a file, cancelled now and then.
+QString MonkeyHome::NextOf(const QStringList &files)
+{
+    return files.at(++m_filesChosen % files.size());
+}
+
+void MonkeyHome::ShutDoors()
 {
     for (const char *name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "ODBCSYSINI"})
         qputenv(name, QFile::encodeName(m_database.Directory()));
     qputenv("ODBCINI", QFile::encodeName(File(u"odbc.ini"_qs)));
     qputenv("PATH", "");
+    qputenv("CUPS_SERVER", "localhost:1"); // where nothing prints
+    qApp->installEventFilter(new PrintFence(qApp));
     QDir::setCurrent(m_database.Directory());
     Dialogs::Hooks &hooks = Dialogs::Installed();
     hooks.openFile = [this](const auto &question) {
@@ -136,8 +163,9 @@ void MonkeyHome::FillDatabase()
     }
 }
 
-void MonkeyHome::TidyUp() const
+void MonkeyHome::TidyUp()
 {
+    m_filesChosen = 0;
     for (const QString &file : QDir(m_database.Directory()).entryList(QDir::Files)) {
         if (file != u"first.mdb" && file != u"people.csv")
             QFile::remove(File(file));

@@ -12,14 +12,17 @@ public:
     MonkeyHome();
 
     /// Puts the database and the settings back as they were at first; no session may be open.
-    void TidyUp() const;
+    void TidyUp();
     /// What is wrong with the database that the session has open; "" for nothing.
     static QString FaultOfDatabase();
 
 private:
-    void ShutDoors() const;
+    void ShutDoors();
     static void FillDatabase();
     QString File(const QString &name) const { return m_database.Directory() + u'/' + name; }
 
+    QString NextOf(const QStringList &files);
+
     TestDatabase m_database;
+    qsizetype m_filesChosen = 0;
 };

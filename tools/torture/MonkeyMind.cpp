@@ -132,7 +132,7 @@ MonkeyDeed MonkeyMind::Splash(const QWidget *window)
     const auto *user = window->findChild<QLineEdit *>(QStringLiteral("txtUserName"));
     const auto *password = window->findChild<QLineEdit *>(QStringLiteral("txtPassword"));
     if (!user->isVisible())
-        return {MonkeyDeed::Kind::Key, QStringLiteral("Esc"), 5};
+        return {MonkeyDeed::Kind::Key, QStringLiteral("Esc"), 200};
     if (Below(20) == 0)
         return Key();
     if (password->hasFocus() && password->text().isEmpty())

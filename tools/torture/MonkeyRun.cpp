@@ -7,6 +7,8 @@
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QTimer>
 #include <QWidget>
 
@@ -16,8 +18,8 @@
 namespace
 {
 constexpr int lookEvery = 500;
-constexpr int sessionLength = 5000; ///< steps, if nothing else ends it
-constexpr int closingTries = 2000;
+constexpr int sessionLength = 5000;     ///< steps, if nothing else ends it
+constexpr int closingTries = 2000;      ///< while no run is under way
 constexpr qsizetype sparedWidgets = 10; ///< that the toolkit keeps for the next tool tip and the like
 constexpr int faultFound = 4;
 constexpr int longRun = 10'000;
@@ -83,8 +85,13 @@ void MonkeyRun::PlaySession()
     m_home.TidyUp();
     gDBPassword.clear();
     m_closing = 0;
-    m_sessionEnds = m_done + sessionLength;
+    m_sessionEnds = m_lines.isEmpty() ? m_done + sessionLength : m_steps;
+    if (m_keys.isOpen()) {
+        m_keys.resize(0);
+        m_keys.seek(0);
+    }
     Main();
+    LogOn();
     Plan(1);
     QApplication::exec();
     for (QWidget *window : QApplication::topLevelWidgets())
@@ -101,6 +108,19 @@ void MonkeyRun::PlaySession()
     std::fflush(stdout);
 }
 
+void MonkeyRun::LogOn()
+{
+    for (const QWidget *window : QApplication::topLevelWidgets()) {
+        if (window->objectName() != u"frmSplash")
+            continue;
+        window->findChild<QLineEdit *>(QStringLiteral("txtUserName"))->setText(QStringLiteral("clerk"));
+        window->findChild<QLineEdit *>(QStringLiteral("txtPassword"))->setText(QStringLiteral("secret"));
+        window->findChild<QPushButton *>(QStringLiteral("OkBtn"))->click();
+        return;
+    }
+    Fail(QStringLiteral("no window to log on"));
+}
+
 /// A timer of its own for each step: the one that fired does not fire again before its step returns, which
 /// may be after thousands of others in a dialog.
 void MonkeyRun::Plan(int delay)
@@ -115,8 +135,13 @@ MonkeyDeed MonkeyRun::NextDeed()
 {
     if (m_done < m_lines.size())
         return MonkeyDeed::OfLine(m_lines.at(m_done)).value_or(MonkeyDeed());
-    const MonkeyDeed deed = m_mind.Next();
-    m_keys.write(QByteArray(deed.Line().toUtf8() + '\n'));
+    return Noted(m_mind.Next());
+}
+
+MonkeyDeed MonkeyRun::Noted(const MonkeyDeed &deed)
+{
+    if (m_keys.isOpen())
+        m_keys.write(QByteArray(deed.Line().toUtf8() + '\n'));
     return deed;
 }
 
@@ -144,20 +169,18 @@ void MonkeyRun::Step()
 /// Ends the session as a user would who wants to go home: out of every dialog, whatever it asks.
 void MonkeyRun::CloseDown()
 {
-    if (++m_closing > closingTries)
+    if (!MonkeyWaitsForRun() && ++m_closing > closingTries)
         Fail(u"a window that does not close: " % (MonkeyWindow() ? MonkeyWindow()->objectName() : QString()));
     Plan(1);
-    QWidget *window = MonkeyWindow();
-    if (!window) {
+    if (!MonkeyWindow()) {
         // Forms that it opened over each other, some hidden already, would each be asked by quit().
         QCoreApplication::exit();
         return;
     }
-    const MonkeyDeed deed = NextDeed();
-    if (QApplication::activePopupWidget() || m_closing % 3 == 0)
-        window->close();
-    else if (deed.kind != MonkeyDeed::Kind::Form && deed.kind != MonkeyDeed::Kind::Command)
-        deed.Do();
+    const MonkeyDeed deed = m_mind.Next();
+    const bool opensNext = deed.kind == MonkeyDeed::Kind::Form || deed.kind == MonkeyDeed::Kind::Command;
+    const bool closes = opensNext || QApplication::activePopupWidget() || m_closing % 3 == 0;
+    Noted(closes ? MonkeyDeed{MonkeyDeed::Kind::Close, {}} : deed).Do();
 }
 
 void MonkeyRun::Look()

@@ -9,25 +9,27 @@
 
 class MonkeyHome;
 
-/// A run of the monkey in this process, session after session: so many steps of a seed, or a run written down
-/// before. A fault ends the process.
+/// A run of the monkey in this process, session after session: so many steps of a seed, or a session written
+/// down before. A session begins after the logon, in either. A fault ends the process.
 class MonkeyRun final : public QObject
 {
 public:
-    /// `keys` is the file that takes each deed before it is done.
+    /// `keys` is the file that takes each deed of the present session before it is done.
     MonkeyRun(MonkeyHome &home, unsigned seed, int steps, const QString &keys);
-    /// Plays the lines of a run.
+    /// Plays the lines of a session.
     MonkeyRun(MonkeyHome &home, const QStringList &lines);
 
     void Run();
 
 private:
     void PlaySession();
+    static void LogOn();
     void Plan(int delay);
     void Step();
     void CloseDown();
     void Look();
     MonkeyDeed NextDeed();
+    MonkeyDeed Noted(const MonkeyDeed &deed);
     bool IsOver() const { return m_done >= m_steps; }
 
     MonkeyHome &m_home;
