@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Benchmarks, each with a twin that does the same work straight on the engine: a line each with name,
-# ours, twin, ratio, the bar, and "ok" or "over". Exits 1 if any is over.
+# Benchmarks, each with a twin that does the same work directly on the engine. Prints a line for each: name,
+# ours, twin, ratio, the bar, and "ok" or "over". Exits with 1 if any is over.
 set -euo pipefail
 cd "$(dirname "$0")"
 . scripts/common.sh

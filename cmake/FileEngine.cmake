@@ -1,6 +1,6 @@
-# The file engine: SQLite with page encryption. Debian's own build is ten years old, so the
-# amalgamation is fetched once from the npm registry, checked against a pinned hash, and kept
-# outside the build tree. The hash, not the version number, decides what is compiled.
+# The file engine: SQLite with page encryption. Debian's own build of it is ten years old, so the amalgamation
+# is fetched once from the npm registry, checked against a pinned hash, and kept outside the build tree. The
+# hash, not the version number, decides what is compiled.
 set(VELTRANE_ENGINE_PACKAGE better-sqlite3-multiple-ciphers)
 set(VELTRANE_ENGINE_VERSION 13.0.3)
 # sha512 UYabM82r1J84TLWc/SszoHs6XopWpl/2HCg3Nui1JUaFXg/VLswzkPowYiRhK/4CftI8dgtikwyZQecMldrGxQ== in hexadecimal

@@ -21,8 +21,8 @@ if(VELTRANE_SANITIZE)
     target_link_options(veltrane_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
-# Qt's headers are most of what a file costs to compile. Precompiled, they cost a quarter; the CI build goes
-# without, so that no file leans on a header that it does not name.
+# Qt's headers are most of what a file costs to compile; precompiled, they cost a quarter of that. The CI
+# build does without, so that no file relies on a header that it does not include.
 option(VELTRANE_PCH "Precompile Qt's headers" OFF)
 
 function(veltrane_precompile target)

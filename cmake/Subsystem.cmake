@@ -1,6 +1,6 @@
 # veltrane_subsystem(name DATA a.cpp ... LOGIC b.cpp ... SCREENS c.cpp ...)
-# adds the files of a folder to the layer each belongs to. The layers are link targets, so that a
-# data file which includes a form does not compile.
+# adds each file of a folder to the layer it belongs to. The layers are link targets, so a data file that
+# includes a form does not compile.
 function(veltrane_subsystem name)
     cmake_parse_arguments(PARSE_ARGV 1 part "" "" "PLATFORM;CONTROLS;DATA;LOGIC;SCREENS")
     if(part_UNPARSED_ARGUMENTS)
@@ -16,9 +16,9 @@ endfunction()
 set(VELTRANE_TEST_POSTGRES ${CMAKE_BINARY_DIR}/postgres)
 
 # veltrane_test(name LAYER layer [DATABASE | SERVER] [TIMEOUT seconds] SOURCES a.cpp ...)
-# one QtTest executable, headless, with a time limit. With DATABASE it runs twice: as `name` on a database
-# file, and as `name.postgresql` on the private server that the fixture
-# starts; with SERVER on the server alone.
+# adds one QtTest executable, headless, with a time limit. With DATABASE it runs twice: as `name` on a
+# database file, and as `name.postgresql` on the private server that the fixture starts; with SERVER it runs
+# on the server alone.
 function(veltrane_test name)
     cmake_parse_arguments(PARSE_ARGV 1 test "DATABASE;SERVER" "LAYER;TIMEOUT" "SOURCES")
     if(NOT test_TIMEOUT)

@@ -1,8 +1,8 @@
 # Sourced by run, test, bench.sh and .ci/run: the packages the project needs, and one way to build.
 
-# Whatever the program, its tests and the scripts call, though another package may bring it along today:
-# scripts/minimal-root tries them on a Debian that has nothing else. xdg-mime finds no type of a file without
-# `file`, npm no registry without `ca-certificates`.
+# Everything that the program, its tests and the scripts call, even if another package happens to bring it
+# along today: scripts/minimal-root tries the list on a Debian with nothing else. xdg-mime cannot tell the
+# type of a file without `file`, nor npm reach its registry without `ca-certificates`.
 VELTRANE_PACKAGES=(
     git ca-certificates
     g++ cmake ninja-build ccache lld clang libclang-rt-14-dev clang-format
@@ -19,14 +19,14 @@ install_packages()
     for package in "${VELTRANE_PACKAGES[@]}"; do
         [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
     done
-    # The file engine comes by npm, which is needed only until it is in the cache.
+    # The file engine is fetched by npm, which is needed only until the engine is in the cache.
     command -v npm > /dev/null || missing+=(npm)
     [ ${#missing[@]} -gt 0 ] || return 0
 
     local as_root=()
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo > /dev/null || {
-            echo "These Debian packages are missing, and neither root nor sudo is at hand: ${missing[*]}" >&2
+            echo "These Debian packages are missing, and installing them needs root or sudo: ${missing[*]}" >&2
             return 1
         }
         as_root=(sudo)
