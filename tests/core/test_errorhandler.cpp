@@ -98,7 +98,7 @@ private slots:
         row("locked file", 5, "", "locked by another workstation");
         row("read-only", 8, "", "is read-only");
         row("closed", 3709, "", "No database is open");
-        row("SQL Server, too long", 2628, "", "longer than the database takes");
+        row("SQL Server, too long", 2628, "", "longer than the database allows");
         row("SQL Server gone", 20006, "", "cannot be reached");
         row("PostgreSQL gone", 1, "57P01", "cannot be reached");
         row("PostgreSQL, two at once", 1, "40001", "the same rows");

@@ -4,7 +4,7 @@
 
 namespace ColumnTypes
 {
-/// The defined size of a text column that declares none.
+/// The defined size of a text column that declares no size.
 constexpr int unlimitedSize = 1'073'741'823;
 } // namespace ColumnTypes
 

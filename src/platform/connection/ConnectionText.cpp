@@ -2,8 +2,8 @@
 
 namespace
 {
-/// The text between `before` and the next, or the last, `after`; to the end where `after` is empty or
-/// does not come.
+/// The text between `before` and the next, or the last, `after`; up to the end if `after` is empty or not
+/// found.
 QString Between(const QString &text, const QString &before, const QString &after, bool last = false)
 {
     const qsizetype found = text.indexOf(before, 0, Qt::CaseInsensitive);

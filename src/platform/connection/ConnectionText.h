@@ -2,15 +2,15 @@
 
 #include <QString>
 
-/// What a user gave when asked for a logon; handed to a server's data source apart from the connection text,
-/// which names the same for everybody.
+/// What a user entered when asked for a logon; handed to a server's data source separately from the
+/// connection text, which is the same for everybody.
 struct ServerLogon {
     QString user{};
     QString password{};
 };
 
-/// The connection texts of the system, taken apart. A value is found by what stands around it, since a
-/// password may hold any character, semicolons included.
+/// The connection texts of the system, taken apart. A value is found by the text around it, since a password
+/// may contain any character, semicolons included.
 struct ConnectionParts {
     enum class Way { Unknown, File, Server, DataSource };
     Way way = Way::Unknown;

@@ -13,7 +13,7 @@ constexpr char sourcesFile[] = "odbc.ini";
 constexpr char driversFile[] = "odbcinst.ini";
 const QString listOfSources = QStringLiteral("ODBC Data Sources");
 const QString listOfDrivers = QStringLiteral("ODBC Drivers");
-/// The manager cuts lines at a thousand bytes and would read the rest as a value of its own.
+/// The manager cuts lines at a thousand bytes and would read the rest as a separate value.
 constexpr qsizetype longestText = 900;
 
 bool Same(QStringView a, QStringView b)
@@ -21,8 +21,8 @@ bool Same(QStringView a, QStringView b)
     return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
-/// Where a key stands in the manager's files: a section, and what goes before the names in it. Keys below
-/// a data source have no sections of their own, since each section counts as a source.
+/// Where a key is found in the manager's files: a section, and a prefix for the names in it. Keys below a
+/// data source have no sections of their own, since each section counts as a source.
 struct Place {
     bool isRoot = false; ///< the key above both files
     const char *file = nullptr;
@@ -46,7 +46,8 @@ std::optional<Place> PlaceOf(const QString &key)
     return place;
 }
 
-/// What the manager gives for a section and entry; no section lists the sections, no entry the entries.
+/// What the manager returns for a section and entry. Without a section it lists the sections, without an
+/// entry the entries.
 QByteArray Ask(const char *file, const QByteArray &section, const QByteArray &entry,
                const QByteArray &otherwise)
 {
@@ -67,8 +68,8 @@ QStringList AskForNames(const char *file, const QString &section)
     return names;
 }
 
-/// The manager remembers answers for a while, by question and default. A default of its own for each
-/// question makes it look into the file, where another program may have been.
+/// The manager remembers answers for a while, by question and default. A new default for each question makes
+/// it read the file again, which another program may have changed.
 QString AskForValue(const char *file, const QString &section, const QString &entry)
 {
     static int question = 0;
@@ -107,7 +108,8 @@ bool IsSource(const QString &name)
     return !name.isEmpty() && !Same(name, listOfSources) && !AskForNames(sourcesFile, name).isEmpty();
 }
 
-/// The driver of a source, which may be given as the path of its library, by the name it is installed under.
+/// The name that a source's driver is installed under; the source may give the path of the driver's library
+/// instead.
 QString InstalledName(const QString &driver)
 {
     if (!driver.contains(u'/') && !driver.endsWith(QStringLiteral(".so")))
@@ -120,7 +122,7 @@ QString InstalledName(const QString &driver)
     return driver;
 }
 
-/// What the built-in driver answers of itself.
+/// What the built-in driver says about itself.
 QString ReadOfFileDriver(const Place &place, const QString &name)
 {
     const bool listed = Same(place.section, listOfDrivers) && Same(name, DataSourceRegistry::FileDriver);

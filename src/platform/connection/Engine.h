@@ -12,23 +12,23 @@ public:
     virtual bool ReadInPieces(const QString &sql, const TakeRows &take, EngineErrors &errors) = 0;
     virtual bool Begin(EngineErrors &errors) = 0;
     virtual bool Commit(EngineErrors &errors) = 0;
-    /// Takes back what was done since Begin; nothing where the transaction has ended already.
+    /// Undoes what was done since Begin; does nothing if the transaction has already ended.
     virtual bool Rollback(EngineErrors &errors) = 0;
-    /// Reads from one state of the database until Rollback; false, which is no failure, where that would keep
-    /// others from writing or the engine has no such state.
+    /// From here until Rollback, all reads see one state of the database. False, which is not a failure, if
+    /// that would stop others from writing or the engine cannot do it.
     virtual bool BeginReading() { return false; }
     /// False once a transaction has ended, by a commit or by a failure that undid it.
     virtual bool IsInTransaction() const = 0;
     virtual DatabaseKind Kind() const = 0;
-    /// Waits for the right to what `key` names, which the transaction then holds to its end. A file has one
-    /// such right, which its transactions hold from the beginning.
+    /// Waits for the lock on what `key` names, which the transaction then holds to its end. A file has a
+    /// single lock, which its transactions hold from the beginning.
     virtual bool Lock(const QString &key, EngineErrors &errors)
     {
         Q_UNUSED(key)
         Q_UNUSED(errors)
         return true;
     }
-    /// The same without a wait: `isFree` tells whether the transaction holds it now.
+    /// The same without waiting: `isFree` tells whether the transaction now holds the lock.
     virtual bool TryLock(const QString &key, bool &isFree, EngineErrors &errors)
     {
         isFree = true;
@@ -38,6 +38,6 @@ public:
     virtual QString ConnectionText() const = 0;
 };
 
-/// Opens the engine that a connection text names; nothing, with `errors` filled, on a failure.
+/// Opens the engine that a connection text names; null, with `errors` filled, on a failure.
 std::unique_ptr<Engine> OpenEngine(const QString &connectionText, const ServerLogon &logon,
                                    EngineErrors &errors);

@@ -30,7 +30,8 @@ struct Stated {
     Cause cause;
 };
 
-// The file engine's end at 26, and 3709 is the program's own; the others are SQL Server's and its driver's.
+// The file engine's numbers end at 26, and 3709 is the program's own; the others belong to SQL Server and its
+// driver.
 constexpr std::array<Numbered, 28> numbers{{
     {5, Cause::Locked},          {6, Cause::Locked},          {8, Cause::ReadOnly},
     {10, Cause::Unreachable},    {11, Cause::Damaged},        {13, Cause::Full},
@@ -76,9 +77,9 @@ QString TextOf(Cause cause)
         return QStringLiteral("The database file was replaced, or its password was changed. Log off and log "
                               "on again.");
     case Cause::NotOpen:
-        return QStringLiteral("No database is open. Choose one by Switch Database.");
+        return QStringLiteral("No database is open. Choose one with Switch Database.");
     case Cause::TooLong:
-        return QStringLiteral("A text is longer than the database takes there. Shorten it.");
+        return QStringLiteral("A text is longer than the database allows there. Shorten it.");
     case Cause::NoRight:
         return QStringLiteral("The database's administrator has not given you the right to do this.");
     }

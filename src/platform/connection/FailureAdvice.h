@@ -5,5 +5,5 @@
 struct EngineError;
 
 /// What failed and what the user can do about it, in one or two sentences, from the engine's number or its
-/// SQL state. For a failure that nothing is known about, the engine's own words.
+/// SQL state. For an unknown failure, the engine's own words.
 QString FailureAdvice(const EngineError &error);

@@ -94,8 +94,8 @@ bool OneStep::Begin(const QString &key)
     return m_isOpen ? Lock(key) : m_connection.Fail(errors);
 }
 
-/// A group that waited for a key with others in its hands could wait for somebody who waits for it: it lets
-/// go of what it holds first.
+/// A group that waited for one key while holding others could end in a deadlock, so it releases what it holds
+/// first.
 bool OneStep::BeginInGroup(const QString &key)
 {
     EngineErrors errors;
@@ -121,7 +121,7 @@ void OneStep::TakeBack()
 {
     if (!m_isOpen)
         return;
-    EngineErrors ignored; // where the server is lost it takes back by itself
+    EngineErrors ignored; // a lost server undoes it by itself
     m_connection.m_engine->Rollback(ignored);
     m_isOpen = false;
 }

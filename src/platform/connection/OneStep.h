@@ -6,33 +6,32 @@
 
 class Connection;
 
-/// A test and the write that relies on it, as one step that nobody else comes between: others who want a step
-/// of the same key wait for its end. All of it is kept, or nothing. Never held across a question to the user.
-/// Inside a WriteGroup the step is a part of the group's transaction and is kept with it; inside another step
-/// it is a part of that one.
+/// A test and the write that relies on it, as one step that nobody can come between: others who want a step
+/// with the same key wait until it ends. Either all of it is kept or nothing. It is never held during a
+/// question to the user. Inside a WriteGroup the step is part of the group's transaction and is kept with it;
+/// inside another step it is part of that step.
 class OneStep final
 {
 public:
-    /// `key` names what is tested: a table, or one course. On a file a step keeps out all other writers, on a
-    /// server those with the same key.
+    /// `key` names what is tested: a table, or one course. On a file, a step keeps out all other writers; on
+    /// a server, only those with the same key.
     OneStep(Connection &connection, const QString &key);
-    /// Takes back what was not kept.
+    /// Undoes what was not kept.
     ~OneStep();
     OneStep(const OneStep &) = delete;
     OneStep &operator=(const OneStep &) = delete;
 
-    /// False where the step could not begin, which the connection's Errors() then tell.
+    /// False if the step could not begin; the connection's Errors() then say why.
     bool HasBegun() const { return m_hasBegun; }
     /// True for a step inside another one.
     bool IsInner() const { return m_isInner; }
-    /// Makes what was done last. False where it was undone instead, which the connection's Errors() then
-    /// tell.
+    /// Commits what was done. False if it was undone instead; the connection's Errors() then say why.
     bool Keep();
 
     static bool IsRunning(const Connection &connection);
-    /// Takes the running step back, so that nobody waits while a user thinks; Keep() then fails.
+    /// Undoes the running step, so that nobody waits while a user thinks; Keep() then fails.
     static void TakeBackRunning();
-    /// Without the guard steps have no effect, which shows what it guards against.
+    /// With guarding off, steps have no effect; this shows what they guard against.
     static void SetGuarding(bool isOn);
 
 private:

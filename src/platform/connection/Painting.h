@@ -2,11 +2,11 @@
 
 #include <functional>
 
-/// The windows while an engine waits for something outside.
+/// Keeps the windows painted while an engine waits for something outside the program.
 namespace Painting
 {
-/// Installs what paints them; the program without windows has none.
+/// Installs the function that paints them; a program without windows installs none.
 void Install(std::function<void()> paint);
-/// Paints them. What the user does meanwhile waits too.
+/// Paints them. The user's input is not served until the engine is done.
 void Keep();
 } // namespace Painting

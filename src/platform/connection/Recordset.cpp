@@ -29,8 +29,8 @@ int FindColumn(const Columns &columns, QStringView name)
     return -1;
 }
 
-/// Widens a text that is ASCII into `out`, which takes as many characters; false where it is not. Nearly
-/// every text is ASCII and short, which the general decoder is slow with.
+/// Widens an ASCII text into `out`, which has room for as many characters; false if the text is not ASCII.
+/// Nearly every text is short and ASCII, and the general decoder is slow with those.
 bool WidenAscii(QUtf8StringView text, char16_t *out)
 {
     unsigned char all = 0;

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// The data-type numbers that columns report. Export and import decide by them how a value is written.
+/// The data-type numbers that columns report. They decide how export and import write a value.
 enum class ColumnType {
     Empty = 0,
     SmallInt = 2,
@@ -26,9 +26,9 @@ struct RecordsetColumn {
 
 using Columns = std::vector<RecordsetColumn>;
 
-/// A snapshot of what a query gave: every row is read when it opens, so that nested reads and writes on
-/// the one connection cannot disturb it. Values are packed, one cell of 16 bytes and the texts in one
-/// buffer. Copies share the data. Column names compare without regard to case; of two columns of one
+/// A snapshot of a query's result: every row is read when it opens, so that nested reads and writes on the
+/// same connection cannot disturb it. Values are packed: a cell of 16 bytes each, with all texts in one
+/// buffer. Copies share the data. Column names compare without regard to case; of two columns with the same
 /// name the first wins.
 class Recordset final
 {
@@ -42,7 +42,7 @@ public:
     int RowCount() const;
     bool IsEmpty() const { return RowCount() == 0; }
     Row At(int row) const;
-    /// The first row; only for a recordset that is not empty.
+    /// The first row. The recordset must not be empty.
     Row First() const;
     Iterator begin() const;
     Iterator end() const;
@@ -69,7 +69,7 @@ public:
 
     QString Text(int column) const;
     bool HasText(int column) const; ///< the text is not ""
-    /// Appends the text to `out` without a text of its own in between, for lists of very many rows.
+    /// Appends the text to `out` without creating a string in between, for lists of very many rows.
     void AppendText(int column, std::u16string &out) const;
     qint64 Long(int column) const;
     double Double(int column) const;
@@ -111,7 +111,7 @@ private:
 };
 
 /// How an engine fills a recordset: one call per cell, row by row. The columns are shared, so that a
-/// statement that runs again does not describe them anew.
+/// statement that runs again does not have to describe them again.
 class Recordset::Builder final
 {
 public:

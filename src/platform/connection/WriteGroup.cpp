@@ -7,7 +7,7 @@
 
 namespace
 {
-constexpr qint64 longestHold = 250; ///< milliseconds that others wait for the group at most
+constexpr qint64 longestHold = 250; ///< the most milliseconds that others wait for the group
 
 WriteGroup *g_running = nullptr;
 

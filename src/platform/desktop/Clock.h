@@ -2,7 +2,7 @@
 
 #include <QDateTime>
 
-/// The workstation's clock. Tests stop it at a moment of their own.
+/// The workstation's clock. Tests stop it at a chosen moment.
 namespace Clock
 {
 QDate Today();

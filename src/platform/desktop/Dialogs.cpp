@@ -5,7 +5,7 @@
 
 namespace
 {
-/// The user may take all day over an answer.
+/// The user may take all day to answer.
 void LetGoOfDatabase()
 {
     OneStep::TakeBackRunning();

@@ -8,14 +8,14 @@
 #include <functional>
 #include <optional>
 
-/// What code below the screens may ask the user. The screens install the real boxes at start, tests a
-/// script of expected ones.
+/// What code below the screens may ask the user. The screens install the real boxes at the start; tests
+/// install a script of expected ones.
 namespace Dialogs
 {
-/// YesNoAll: Yes and No, each also for all questions of its kind that follow in a run.
+/// YesNoAll: Yes and No, and each of them also for all further questions of the same kind in a run.
 enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, YesNoAll, RetryCancel };
 enum class Icon { None, Information, Question, Exclamation, Stop };
-/// The numbers are those that callers pass on: 4 means that the failed statement runs again.
+/// Callers pass these numbers on: 4 means that the failed statement is run again.
 enum class Answer { None = 0, Ok = 1, Cancel = 2, Retry = 4, Yes = 6, No = 7, YesToAll = 8, NoToAll = 9 };
 
 struct FileQuestion {
@@ -23,10 +23,10 @@ struct FileQuestion {
     QString folder;
     QString fileName;
     QString filter;           ///< in Qt's form: "Comma Separated Values (*.csv);;All Files (*.*)"
-    QString defaultExtension; ///< without the point; added to a name that has none
+    QString defaultExtension; ///< without the dot; added to a name that has no extension
 };
 
-/// A field of a record that was changed on the screen, by another workstation since, or by both.
+/// A field of a record that was changed on the screen, by another workstation in the meantime, or by both.
 struct FieldChange {
     QString field;
     QString yours;
@@ -36,7 +36,7 @@ struct FieldChange {
     bool takesTheirs = false; ///< which of the two is kept
 };
 
-/// The real implementations. Each entry must be set before the first question.
+/// The real implementations. All of them must be set before the first question.
 struct Hooks {
     std::function<Answer(const QString &text, const QString &title, Buttons, Icon, Answer defaultAnswer)>
         msgBox;
@@ -48,26 +48,26 @@ struct Hooks {
     /// `frmRegisterDB`, modal, with its fields filled in.
     std::function<void(const QString &source, const QString &description, const QString &file)>
         registerDatabase;
-    /// `frmPercent`, modal, on a list of course titles; gives the positions that were selected.
+    /// `frmPercent`, modal, with a list of course titles; returns the positions that were selected.
     std::function<QList<int>(const QStringList &titles)> selectCourses;
-    /// `frmConflict`, modal, on the changes of a record (`what` is "contact"): which of the two is kept of
-    /// each. False where the user goes back to the record.
+    /// `frmConflict`, modal, with the changes of a record (`what` is for example "contact"): the user decides
+    /// for each which version is kept. False if the user goes back to the record.
     std::function<bool(const QString &what, QList<FieldChange> &changes)> settleChanges;
-    /// Lets the window live in a long loop.
+    /// Keeps the windows alive during a long loop.
     std::function<void()> serveEvents;
 };
 
 Hooks &Installed();
 
-/// A modal message box. `defaultAnswer` None takes the first button, as a box without a default does.
-/// Work that runs in a group is committed first, so that nobody waits for an answer with a lock held.
+/// A modal message box. With `defaultAnswer` None the first button is the default. A running WriteGroup is
+/// committed first, so that no lock is held while the user thinks.
 Answer MsgBox(const QString &text, const QString &title = {}, Buttons buttons = Buttons::Ok,
               Icon icon = Icon::None, Answer defaultAnswer = Answer::None);
-/// A question that one run may ask of thousands of rows, until it is answered for all the rest.
+/// A question that one run may ask about thousands of rows, until the user answers it for all the rest.
 class RepeatedQuestion final
 {
 public:
-    /// `first` are the buttons of the first time; from then on the question can be answered for all.
+    /// `first` are the buttons shown the first time; after that the question can be answered for all.
     explicit RepeatedQuestion(Buttons first = Buttons::YesNoAll)
         : m_buttons(first)
     {
@@ -80,9 +80,10 @@ private:
 };
 QString OpenFile(const FileQuestion &question);
 QString SaveFile(const FileQuestion &question);
-/// A colour as a red-green-blue integer (0xRRGGBB), starting on `colour`; nothing when cancelled.
+/// A colour as a red-green-blue integer (0xRRGGBB), starting with `colour`; nullopt if cancelled.
 std::optional<int> ChooseColour(int colour);
-/// Asks which side is kept where two workstations changed a record; the group that runs is committed first.
+/// Asks which version of each field to keep when two workstations changed a record. A running WriteGroup is
+/// committed first.
 bool SettleChanges(const QString &what, QList<FieldChange> &changes);
 void ServeEvents();
 } // namespace Dialogs

@@ -4,6 +4,7 @@
 
 class QFile;
 
-/// Opens a file of the program's own for writing, and never what a symbolic link of its name leads to: the
-/// link could be anybody's, and lead to a file that only this user may write. False if it cannot be opened.
+/// Opens one of the program's own files for writing, but never follows a symbolic link of that name: somebody
+/// else could have put the link there, pointing to a file that only this user may write. False if the file
+/// cannot be opened.
 bool OpenOwnFile(QFile &file, QIODevice::OpenMode mode);

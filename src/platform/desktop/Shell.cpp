@@ -8,7 +8,7 @@
 
 namespace
 {
-/// How long the desktop may take to name the program of a type, in milliseconds.
+/// How long the desktop may take to name the program for a type, in milliseconds.
 constexpr int answerTime = 3000;
 
 QString FoundProgram(const QString &name)
@@ -28,8 +28,8 @@ QString TypeOf(const QString &file)
     return QMimeDatabase().mimeTypeForFile(file).name();
 }
 
-/// True if the desktop names a program for the type. A handler is asked for before the start, because
-/// the opener itself may run on in the foreground for as long as the document is open.
+/// True if the desktop names a program for the type. This is asked before opening, because the opener itself
+/// may stay in the foreground for as long as the document is open.
 bool HasHandler(const QString &type)
 {
     QProcess query;

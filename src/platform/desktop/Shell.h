@@ -3,10 +3,10 @@
 #include <QString>
 #include <QStringView>
 
-/// The desktop's way of opening things: each file or address by the program that is set for its type.
+/// Opens things as the desktop does: each file or address with the program that is set for its type.
 namespace Shell
 {
-/// The numbers that Open answers. A number over 31 means success.
+/// The numbers that Open returns. A number over 31 means success.
 namespace Result
 {
 constexpr int FileNotFound = 2;
@@ -16,8 +16,8 @@ constexpr int NoAssociation = 31;
 constexpr int Success = 42;
 } // namespace Result
 
-/// True if the text begins as an address of the web does. One that only holds "http://" somewhere may begin
-/// as anything else, the address of a file among it.
+/// True if the text begins as a web address does. A text that only contains "http://" somewhere could be
+/// anything else, such as the address of a file.
 bool IsWebAddress(QStringView text);
 /// Opens a file, a web address or a "mailto:" address with its associated program; does not wait for
 /// it. `arguments` is given to a file that is itself a program.

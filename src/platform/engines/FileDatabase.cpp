@@ -8,7 +8,7 @@
 
 namespace
 {
-/// Another workstation that only reads for a moment is waited for; one that works on is not.
+/// Long enough for a workstation that reads for a moment; one that keeps working is not waited for.
 constexpr int exclusiveWait = 2'000;
 
 bool Runs(sqlite3 *handle, const char *sql)
@@ -16,9 +16,9 @@ bool Runs(sqlite3 *handle, const char *sql)
     return sqlite3_exec(handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
-/// Holds the file alone until it is closed. Leaving the write-ahead log needs the file alone too, and a
-/// change of the password needs the log gone. A file that is held already would keep the journal of the
-/// leaving beside it.
+/// Holds the file exclusively until it is closed. A change of the password needs the write-ahead log gone,
+/// and turning the log off needs exclusive access too. If the file were locked first, the journal of that
+/// switch would be left beside it.
 bool TakeAlone(sqlite3 *handle)
 {
     return Runs(handle, "PRAGMA journal_mode=DELETE") && Runs(handle, "PRAGMA locking_mode=EXCLUSIVE") &&

@@ -11,23 +11,23 @@ struct sqlite3;
 class FileDatabase final
 {
 public:
-    /// Told how far a long work is; false stops it.
+    /// Told how far a long operation has got; returns false to stop it.
     using Progress = std::function<bool(int done, int maximum)>;
 
     ~FileDatabase();
 
-    /// The source of its errors.
+    /// The source named in its errors.
     static QString Source();
-    /// Opens an existing file alone, not read-only, with its password ("" = none). Nothing on a failure:
-    /// the file is no database, the password is wrong, or another program has it open; the engine's error
-    /// list then tells which.
+    /// Opens an existing file exclusively for reading and writing, with its password ("" = none). Null on a
+    /// failure: the file is not a database, the password is wrong, or another program has it open;
+    /// EngineErrorList() then says which.
     static std::unique_ptr<FileDatabase> OpenExclusive(const QString &file, const QString &password);
-    /// Gives the file a new password, or with "" none, and closes it. False, with the file as it was, where
-    /// that fails or `progress` stopped it; the engine's error list is empty after a stop.
+    /// Gives the file a new password ("" = none) and closes it. False, with the file unchanged, if that fails
+    /// or `progress` stopped it; EngineErrorList() is empty after a stop.
     bool NewPassword(const QString &newPassword, const Progress &progress = {});
-    /// Runs statements parted by ";" (schema scripts).
+    /// Runs statements separated by ";" (schema scripts).
     bool Run(const QString &script);
-    /// Makes an empty database file for OpenExclusive; false if the file cannot be made.
+    /// Creates an empty database file for OpenExclusive; false if the file cannot be created.
     static bool Create(const QString &file);
 
 private:
@@ -38,6 +38,6 @@ private:
     sqlite3 *m_handle;
 };
 
-/// The list of the errors of the file engine's own interface, which only FileDatabase fills. The error
-/// reporter offers a retry for an error whose source stands in it.
+/// The errors of the file engine's own interface, filled only by FileDatabase. The error reporter offers a
+/// retry for an error whose source is in this list.
 EngineErrors &EngineErrorList();

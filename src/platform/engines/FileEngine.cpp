@@ -17,7 +17,7 @@ QString Source()
 
 void AddCell(Recordset::Builder &rows, sqlite3_stmt *statement, int column)
 {
-    // Compiled for one thread a connection, the engine lets a column's value be read directly.
+    // The engine is compiled for one thread per connection, so a column's value may be read directly.
     sqlite3_value *const value = sqlite3_column_value(statement, column);
     switch (sqlite3_value_type(value)) {
     case SQLITE_NULL:
@@ -57,7 +57,7 @@ private:
 std::unique_ptr<Engine> FileEngine::Open(const Request &request, EngineErrors &errors)
 {
     std::unique_ptr<FileEngine> engine = TryOpen(request, errors);
-    // Whoever replaced the file meanwhile held it alone, and is done.
+    // The program that replaced the file in the meantime held it exclusively and has finished.
     if (engine && FileOpen::HasMoved(engine->m_handle))
         engine = TryOpen(request, errors);
     return engine;
@@ -95,7 +95,7 @@ FileEngine::~FileEngine()
     sqlite3_close(m_handle);
 }
 
-/// The text then says that the file has no password, whatever it was opened with.
+/// Makes the connection text say that the file has no password, whatever it was opened with.
 void FileEngine::ForgetPassword()
 {
     const QString mark = QStringLiteral(";PWD=");
@@ -106,12 +106,12 @@ void FileEngine::ForgetPassword()
     m_request.password.clear();
 }
 
-/// What was confirmed survives a power cut. The write-ahead log needs memory that all its users share,
-/// which computers on a network do not.
+/// Makes committed work survive a power cut. The write-ahead log needs memory shared by all its users, which
+/// computers on a network do not have.
 void FileEngine::Configure()
 {
     const bool onNetwork = FileOpen::IsOnNetwork(m_request.file);
-    EngineErrors ignored; // another program may hold the file in the other mode, which works as well
+    EngineErrors ignored; // another program may have the file open in the other mode, which works as well
     Run(onNetwork ? "PRAGMA journal_mode=DELETE" : "PRAGMA journal_mode=WAL", ignored);
     Run("PRAGMA synchronous=FULL", ignored);
     Run("PRAGMA foreign_keys=OFF", ignored);
@@ -168,7 +168,7 @@ bool FileEngine::ReadInPieces(const QString &sql, const TakeRows &take, EngineEr
         errors = {{SQLITE_ERROR, Source(), SqlFaultText(fault), QString()}};
         return false;
     }
-    // A kept statement could be dropped by those that run in between.
+    // A cached statement could be dropped by the statements that run in between.
     sqlite3_stmt *statement = PrepareText(WellFormed(SqlFor(SqlDialect::File, m_tokens)), false, errors);
     if (!statement)
         return false;
@@ -192,8 +192,8 @@ bool FileEngine::ReadInPieces(const QString &sql, const TakeRows &take, EngineEr
     }
 }
 
-/// A group takes the right to write at once: taking it at the first write would fail without a wait
-/// where another workstation wrote after the group's first read.
+/// A group takes the write lock at once: taken only at the first write, it would fail without waiting if
+/// another workstation wrote after the group's first read.
 bool FileEngine::Begin(EngineErrors &errors)
 {
     LeaveGap();
@@ -218,7 +218,7 @@ bool FileEngine::Commit(EngineErrors &errors)
         m_lastWrite = Clock::now();
         return done;
     }
-    // A disk that is full or fails makes the engine undo a transaction of its own accord.
+    // When the disk is full or fails, the engine undoes a transaction of its own accord.
     errors = {{SQLITE_ABORT, Source(),
                u"What was done last in the database file " % m_request.file %
                    u" was undone, since its disk is full or failed.",
@@ -233,7 +233,7 @@ bool FileEngine::Rollback(EngineErrors &errors)
 
 bool FileEngine::BeginReading()
 {
-    EngineErrors ignored; // each statement then reads by itself
+    EngineErrors ignored; // each statement then takes its own lock
     return HasLog() && !IsInTransaction() && Run("BEGIN", ignored);
 }
 
@@ -242,7 +242,7 @@ bool FileEngine::IsInTransaction() const
     return sqlite3_get_autocommit(m_handle) == 0;
 }
 
-/// The prepared statement with the values of `sql` bound. One that is not kept lives in `once`.
+/// The prepared statement with the values of `sql` bound. One that is not cached lives in `once`.
 PreparedStatement *FileEngine::Prepare(const QString &sql, std::unique_ptr<PreparedStatement> &once,
                                        EngineErrors &errors)
 {
@@ -251,7 +251,7 @@ PreparedStatement *FileEngine::Prepare(const QString &sql, std::unique_ptr<Prepa
         return nullptr;
     }
     if (!m_shape.Take(m_tokens)) {
-        // What defines tables needs them free of prepared statements.
+        // Statements that define tables need them free of prepared statements.
         if (!IsRowStatement(m_tokens))
             m_cache.Clear();
         sqlite3_stmt *statement = PrepareText(WellFormed(SqlFor(SqlDialect::File, m_tokens)), false, errors);
@@ -293,7 +293,7 @@ sqlite3_stmt *FileEngine::PrepareText(const QString &engineSql, bool isKept, Eng
     return statement;
 }
 
-/// The texts are bound where they stand: they outlive the run.
+/// The texts are bound without a copy: they outlive the run.
 void FileEngine::BindValues(sqlite3_stmt *statement) const
 {
     int place = 0;
@@ -320,7 +320,7 @@ bool FileEngine::Fail(EngineErrors &errors) const
     return false;
 }
 
-/// A file that was deleted or replaced would take what is written, and nobody would find it again.
+/// What is written to a file that was deleted or replaced would never be found again.
 bool FileEngine::IsInPlace(EngineErrors &errors) const
 {
     if (!FileOpen::HasMoved(m_handle))
@@ -329,7 +329,7 @@ bool FileEngine::IsInPlace(EngineErrors &errors) const
     return false;
 }
 
-/// A loop that takes the file back at once leaves the others no moment to take it.
+/// A loop that locks the file again at once gives the others no chance to lock it.
 void FileEngine::LeaveGap()
 {
     constexpr std::chrono::milliseconds longestRun{100};
@@ -347,7 +347,7 @@ bool FileEngine::Run(const char *sql, EngineErrors &errors) const
     return sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK || Fail(errors);
 }
 
-/// Whether writers go to the log, beside whoever reads: without one they would wait for the readers.
+/// Whether writers use the write-ahead log, so that they need not wait for readers.
 bool FileEngine::HasLog() const
 {
     const auto isLog = [](void *found, int, char **values, char **) {

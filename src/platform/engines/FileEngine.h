@@ -8,7 +8,7 @@
 #include <chrono>
 #include <memory>
 
-/// A database in one file, in this process.
+/// A database in one file, opened in this process.
 class FileEngine final : public Engine
 {
 public:

@@ -9,7 +9,7 @@
 
 namespace
 {
-constexpr int pagesAsked = 8; ///< each with a seal of its own, of which one that fits proves the key
+constexpr int pagesAsked = 8; ///< each has a seal of its own; one that fits proves the key
 
 int PageSize(sqlite3_file *file)
 {
@@ -30,7 +30,8 @@ KeyFit TryKey(sqlite3 *handle, const QString &password)
 {
     sqlite3_file *file = nullptr;
     sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    const int pageSize = PageSize(file); // encryption leaves it readable, but not through a handle with a key
+    const int pageSize =
+        PageSize(file); // readable despite the encryption, but not through a handle with a key
     constexpr int least = 512;
     if (pageSize < least || (pageSize & (pageSize - 1)) != 0 || !GiveKey(handle, password))
         return KeyFit::Wrong;

@@ -127,8 +127,8 @@ EngineError RefusePassword(const FileOpen::Request &request)
                   FileOpen::wrongPassword);
 }
 
-/// The opening of one file, which takes another try where the file was replaced meanwhile, or where a crash
-/// left a page half written.
+/// The opening of one file. It tries again if the file was replaced in the meantime, or if a crash left a
+/// page half written.
 struct Opening {
     const FileOpen::Request &request;
     EngineError &error;
@@ -139,7 +139,7 @@ struct Opening {
     sqlite3 *Try()
     {
         isWorthAnotherTry = false;
-        // An absolute path is never taken for one of the engine's special names.
+        // An absolute path is never mistaken for one of the engine's special names.
         const QByteArray path = QFileInfo(request.file).absoluteFilePath().toUtf8();
         constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI; // names of copies carry their key
         sqlite3 *handle = nullptr;
@@ -169,7 +169,8 @@ struct Opening {
         return true;
     }
 
-    /// A password for a file without one is passed over, as a stored one may be older than its removal.
+    /// A password for a file without one is ignored, since the stored password may have been removed from the
+    /// file later.
     bool TakesKey(sqlite3 *handle)
     {
         if (content != Content::Encrypted)
@@ -254,7 +255,7 @@ bool FileOpen::IsOnNetwork(const QString &file)
     struct statfs system = {};
     if (statfs(QFileInfo(file).absolutePath().toUtf8().constData(), &system) != 0)
         return false;
-    // NFS, SMB in its three forms, AFS, Coda, NCP, 9P, Ceph, and what runs in a user's process (sshfs).
+    // NFS, SMB in its three forms, AFS, Coda, NCP, 9P, Ceph, and those that run in a user process (sshfs).
     constexpr std::array<quint32, 10> networks{0x6969,     0x517B, 0xFF534D42, 0xFE534D42, 0x5346414F,
                                                0x73757245, 0x564C, 0x01021997, 0x00C36400, 0x65735546};
     return std::find(networks.begin(), networks.end(), static_cast<quint32>(system.f_type)) != networks.end();

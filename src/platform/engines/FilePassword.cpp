@@ -17,10 +17,10 @@
 namespace
 {
 constexpr int wholeWork = 100;
-constexpr int copied = 80; ///< of it; the rest is the check of the copy
+constexpr int copied = 80; ///< percent of the whole; the rest is the check of the copy
 constexpr int stepsBetweenLooks = 5'000;
 
-/// What the change of one file works on.
+/// What a change of one file's password works on.
 struct Change {
     sqlite3 *handle;
     QString file;
@@ -35,7 +35,7 @@ struct Change {
         errors = {{SQLITE_ERROR, FileDatabase::Source(), why, QString()}};
         return false;
     }
-    /// Of a statement on `failed`; one that was stopped is no error.
+    /// Notes the failure of a statement on `failed`; a stop is not an error.
     bool FailOf(sqlite3 *failed, const QString &name)
     {
         if ((sqlite3_errcode(failed) & 0xFF) != SQLITE_INTERRUPT)
@@ -57,7 +57,7 @@ qint64 WholeSize(sqlite3 *handle)
     return pages * pageSize;
 }
 
-/// Called by the engine while a long statement runs; not 0 stops it.
+/// Called by the engine while a long statement runs; any result but 0 stops it.
 int LookAtCopying(void *given)
 {
     const auto &change = *static_cast<const Change *>(given);
@@ -77,8 +77,8 @@ void RemoveCopy(const QString &copy)
     QFile::remove(copy % QLatin1String("-journal"));
 }
 
-/// Work of the file's own that is not in it yet would be taken for the copy's. A journal without its
-/// beginning is done with.
+/// Work in a journal or log beside the file that is not yet in the file would be taken for the copy's. A
+/// journal whose beginning was cleared is finished.
 bool HasUnfinishedWork(const QString &file)
 {
     QFile journal(file % QLatin1String("-journal"));
@@ -152,8 +152,8 @@ bool CheckCopy(Change &change)
     return whole;
 }
 
-/// A program that waits for the file goes on with what it has opened. Without its header that is no
-/// database, so that nothing is written where nobody would look for it.
+/// A program that waits for the file goes on with the old one, which it has open. Without its header that one
+/// is not a database, so nothing can be written to a file that nobody would look for.
 void Spoil(sqlite3 *handle)
 {
     sqlite3_file *file = nullptr;

@@ -12,7 +12,7 @@
 
 namespace
 {
-/// The names in the file's own list of what it holds, in lower case; nothing while it cannot be read.
+/// The names in the file's own list of its contents, in lower case; nullopt if it cannot be read.
 std::optional<QSet<QByteArray>> NamesOf(sqlite3 *handle, const char *query)
 {
     const auto take = [](void *names, int, char **values, char **) {
@@ -38,7 +38,7 @@ bool Runs(sqlite3 *handle, const char *sql)
 
 QString FileSchema::WhyForeign(sqlite3 *handle, const QString &file)
 {
-    // Those that the first of its versions had.
+    // The tables that the program's first version had.
     constexpr std::array<const char *, 4> needed{"Contacts", "Courses", "System", "Users"};
     const std::optional<QSet<QByteArray>> tables = Tables(handle);
     QStringList missing;
@@ -48,8 +48,7 @@ QString FileSchema::WhyForeign(sqlite3 *handle, const QString &file)
     }
     if (missing.isEmpty())
         return {};
-    return QDir::toNativeSeparators(file) %
-           u" is a database of another program, or of none: it has no table " %
+    return QDir::toNativeSeparators(file) % u" is not a database of this program: it has no table " %
            missing.join(QStringLiteral(", ")) % u". Nothing was changed in it.";
 }
 

@@ -27,7 +27,8 @@ bool TakeRights(const QString &made, const QString &file)
     const QByteArray path = QFile::encodeName(made);
     if (stat(QFile::encodeName(file).constData(), &rights) != 0)
         return false;
-    // Another owner can be set by root alone, another group by its members; the rights then say the rest.
+    // Only root can set another owner, and only a member of a group can set it. If even that fails, the group
+    // gets no permissions.
     if (chown(path.constData(), rights.st_uid, rights.st_gid) != 0 &&
         chown(path.constData(), static_cast<uid_t>(-1), rights.st_gid) != 0)
         rights.st_mode &= ~static_cast<mode_t>(S_IRWXG);
@@ -48,7 +49,8 @@ bool FileSwap::Replace(const QString &made, const QString &file)
         return false;
     if (std::rename(QFile::encodeName(made).constData(), QFile::encodeName(file).constData()) != 0)
         return false;
-    Flush(QFileInfo(file).absolutePath()); // a file system that cannot flush a folder orders this by itself
+    Flush(QFileInfo(file)
+              .absolutePath()); // a file system that cannot flush a folder keeps this order by itself
     return true;
 }
 

@@ -8,7 +8,7 @@
 
 namespace
 {
-/// Walks UTF-8 by characters with their case folded. A byte that is no UTF-8 stands for itself.
+/// Walks UTF-8 character by character with the case folded. A byte that is not valid UTF-8 counts as itself.
 class Folded final
 {
 public:
@@ -60,10 +60,10 @@ int CompareTexts(void *, int leftSize, const void *left, int rightSize, const vo
     return l.AtEnd() ? -1 : 1;
 }
 
-/// Whether `text` is like `pattern`: "%" any run of characters, "_" any one.
+/// Whether `text` matches `pattern`: "%" is any run of characters, "_" any single one.
 bool IsLike(Folded pattern, Folded text)
 {
-    // Where the last "%" stood, to go back to when what follows it does not fit here.
+    // The position after the last "%", to go back to when what follows it does not match here.
     Folded patternBehindRun = pattern;
     Folded textOfRun = text;
     bool hasRun = false;

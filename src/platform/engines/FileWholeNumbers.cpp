@@ -9,7 +9,7 @@
 
 namespace
 {
-/// The most that a column of that declared type takes, 0 where it is none of whole numbers.
+/// The largest number that a column of that declared type takes, 0 if the type is not a whole number.
 qint64 MostOf(const char *declared)
 {
     const QByteArray type = QByteArray(declared).toUpper();
@@ -18,7 +18,7 @@ qint64 MostOf(const char *declared)
     return type.startsWith("INT") ? 2'147'483'647 : 0;
 }
 
-/// Walks a statement and notes which of its lifted values goes where.
+/// Walks a statement and notes which lifted value goes into which column.
 class Walk final
 {
 public:
@@ -89,7 +89,7 @@ private:
         return at;
     }
 
-    /// Notes the value at `at` if it is one alone, but for its sign.
+    /// Notes the value at `at` if it is a single value, apart from its sign.
     void Note(const QByteArray &table, const QByteArray &column, qsizetype at)
     {
         const int sign = m_tokens.IsSymbol(at, u'-') ? 1 : 0;
@@ -107,11 +107,11 @@ private:
 
     const SqlTokens &m_tokens;
     sqlite3 *m_handle;
-    std::vector<size_t> m_values{}; ///< of each token, where it is lifted
+    std::vector<size_t> m_values{}; ///< for each lifted token, the index of its value
     std::vector<WholeTarget> m_targets{};
 };
 
-/// A text that holds a number is taken for it, as on the servers.
+/// A text that contains a number is taken as that number, as on the servers.
 bool TakeText(SqlValue &value, const char *texts)
 {
     bool isWhole = false;
@@ -131,11 +131,11 @@ std::vector<WholeTarget> WholeTargets(const SqlTokens &tokens, sqlite3 *handle)
 QString FitWholeNumber(const WholeTarget &target, SqlValue &value, const char *texts)
 {
     if (value.kind == SqlValue::Kind::Text && !TakeText(value, texts))
-        return u"The column " % target.column % u" takes whole numbers alone.";
+        return u"The column " % target.column % u" takes only whole numbers.";
     if (value.kind == SqlValue::Kind::Real) {
         const double rounded = std::round(value.real);
         value.kind = SqlValue::Kind::Whole;
-        // Far beyond every column, where a conversion would have no result.
+        // Too large for any column, and for the conversion to have a defined result.
         value.whole = std::abs(rounded) < 1e18 ? static_cast<qint64>(rounded) : target.most + 1;
     }
     if (value.whole <= target.most && value.whole >= -target.most - 1)

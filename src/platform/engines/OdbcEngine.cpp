@@ -13,13 +13,14 @@
 
 namespace
 {
-/// What a server, a catalogue or a role may have set otherwise, and statements and results rely on: a
-/// backslash in a text is a character, doubles come whole, nobody waits for another workstation for ever.
+/// Settings that statements and results rely on, and that a server, a catalogue or a role may have set
+/// otherwise: a backslash in a text is a plain character, doubles arrive in full precision, nobody waits for
+/// another workstation for ever.
 const QString postgreSqlSettings = QStringLiteral(
     "SET standard_conforming_strings = on; SET extra_float_digits = 1; SET transform_null_equals = off; "
     "SET default_transaction_isolation = 'read committed'; SET lock_timeout = 10000");
-/// And here: quoted names, a text too long for its column is refused and not cut, long texts come whole, and
-/// a statement that fails takes back itself alone.
+/// The same for SQL Server: names may be quoted, a text too long for its column is refused and not cut, long
+/// texts arrive whole, and a statement that fails undoes only itself.
 const QString sqlServerSettings = QStringLiteral(
     "SET QUOTED_IDENTIFIER ON; SET ANSI_NULLS ON; SET ANSI_PADDING ON; SET ANSI_WARNINGS ON; "
     "SET ARITHABORT ON; SET CONCAT_NULL_YIELDS_NULL ON; SET NUMERIC_ROUNDABORT OFF; "
@@ -37,8 +38,8 @@ const QString sqlServerKeys =
                    "JOIN sys.index_columns c ON c.object_id = i.object_id AND c.index_id = i.index_id "
                    "WHERE i.is_primary_key = 1 AND c.key_ordinal = 1");
 
-/// Does what waits for a server or for the network on a thread of its own, while the windows go on being
-/// painted.
+/// Runs work that waits for a server or the network on a separate thread, and keeps the windows painted
+/// meanwhile.
 bool WhilePainting(const std::function<bool()> &work)
 {
     using namespace std::chrono_literals;
@@ -48,10 +49,10 @@ bool WhilePainting(const std::function<bool()> &work)
     return done.get();
 }
 
-/// Asks for a lock that ends with the transaction; "got" is 1 where it is held then.
+/// Asks for a lock that ends with the transaction; "got" is 1 if it was granted.
 QString LockText(DatabaseKind kind, const QString &key, bool waits)
 {
-    constexpr int longestWait = 10'000; ///< milliseconds, as for a row
+    constexpr int longestWait = 10'000; ///< milliseconds, the same as for a row
     const QString quoted = u'\'' % QString(key).replace(u'\'', QStringLiteral("''")) % u'\'';
     const QString hash = u"hashtextextended(" % quoted % u", 0)";
     if (kind == DatabaseKind::PostgreSql)
@@ -102,7 +103,7 @@ bool OdbcEngine::Connect(EngineErrors &errors)
     return true;
 }
 
-/// Without its settings a connection is none: with the backslash as an escape, a text could end early and
+/// A connection without its settings is unusable: with the backslash as an escape, a text could end early and
 /// the rest of it run as a statement.
 bool OdbcEngine::ApplySettings(EngineErrors &errors)
 {
@@ -113,7 +114,8 @@ bool OdbcEngine::ApplySettings(EngineErrors &errors)
     return applied;
 }
 
-/// Without them the rows of some lists come in another order; that is worth no refused connection.
+/// Without the keys the rows of some lists come in another order, which is no reason to refuse the
+/// connection.
 void OdbcEngine::LearnKeys()
 {
     m_keys.clear();
@@ -137,7 +139,7 @@ bool OdbcEngine::OpenRecordset(const QString &sql, Recordset &result, EngineErro
     return Translate(sql, engineSql, errors) && Revive(errors) && Read(engineSql, result, errors);
 }
 
-/// SQL Server has one open result on a connection, so that all rows are read before the first is handed over.
+/// SQL Server allows one open result per connection, so all rows are read before the first is handed over.
 bool OdbcEngine::ReadInPieces(const QString &sql, const TakeRows &take, EngineErrors &errors)
 {
     QString engineSql;
@@ -155,8 +157,8 @@ bool OdbcEngine::ReadInPieces(const QString &sql, const TakeRows &take, EngineEr
     return true;
 }
 
-/// PostgreSQL keeps the result under a name: read in one, its driver takes all rows before it gives the
-/// first.
+/// On PostgreSQL the result is read through a cursor: otherwise its driver fetches all rows before it returns
+/// the first.
 bool OdbcEngine::FetchInPieces(const QString &engineSql, const TakeRows &take, EngineErrors &errors)
 {
     constexpr int firstPiece = 32;
@@ -245,7 +247,7 @@ bool OdbcEngine::EndTransaction(bool keeps, EngineErrors &errors)
         return Run(keeps ? QStringLiteral("COMMIT TRANSACTION") : QStringLiteral("ROLLBACK TRANSACTION"),
                    errors);
     const bool ended = m_session.EndTransaction(keeps, errors);
-    EngineErrors ignored; // that of the end is told
+    EngineErrors ignored; // the error at the end is reported
     m_session.SetAutoCommit(true, ended ? errors : ignored);
     return ended || Fail(errors);
 }
@@ -261,7 +263,7 @@ bool OdbcEngine::TryLock(const QString &key, bool &isFree, EngineErrors &errors)
     return TakeLock(key, false, isFree, errors);
 }
 
-/// Both servers let go of such a lock when the transaction ends, whichever way it does.
+/// Both servers release such a lock when the transaction ends, whichever way it ends.
 bool OdbcEngine::TakeLock(const QString &key, bool waits, bool &isFree, EngineErrors &errors)
 {
     isFree = m_locks.contains(key);
@@ -290,7 +292,8 @@ bool OdbcEngine::RunStatement(const QString &engineSql, EngineErrors &errors)
     return statement.Run(engineSql, errors) && statement.PassResults(errors);
 }
 
-/// Connects anew after the server was restarted or the line broke. The failure itself has been told.
+/// Connects again after the server was restarted or the network failed. The failure itself has already been
+/// reported.
 bool OdbcEngine::Revive(EngineErrors &errors)
 {
     if (!m_isLost)
@@ -302,18 +305,19 @@ bool OdbcEngine::Revive(EngineErrors &errors)
     return connected;
 }
 
-/// Asks the server where the failure has left the session. The statement that failed is gone by then: SQL
-/// Server's driver has room for one open result, and would refuse the question as if the server were lost.
+/// Asks the server what state the failure has left the session in. The failed statement must be closed by
+/// then: SQL Server's driver allows one open result, and would refuse the question as if the server were
+/// lost.
 bool OdbcEngine::Fail(EngineErrors &errors)
 {
-    // SQL Server takes a whole transaction back at some failures, at a deadlock for one.
+    // SQL Server undoes the whole transaction at some failures, such as a deadlock.
     const bool isSqlServer = m_kind == DatabaseKind::SqlServer;
     Recordset answer;
     EngineErrors ignored;
     m_isLost = !ReadStatement(
         isSqlServer ? QStringLiteral("SELECT @@TRANCOUNT") : QStringLiteral("SELECT 1"), answer,
         [] { return true; }, ignored);
-    if (m_isLost) { // the driver takes a commit after this for a good one
+    if (m_isLost) { // the driver would report a later commit as successful
         m_isInTransaction = false;
         errors.first().description = LossText(errors.first().description);
     } else if (isSqlServer) {

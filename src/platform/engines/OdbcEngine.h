@@ -12,7 +12,7 @@
 class OdbcEngine final : public Engine
 {
 public:
-    /// A server by name and catalogue, or a registered data source of a server.
+    /// Opens a server by name and catalogue, or a registered data source of a server.
     static std::unique_ptr<Engine> Open(const ConnectionParts &parts, const QString &connectionText,
                                         EngineErrors &errors);
 
@@ -53,7 +53,7 @@ private:
     OdbcSession m_session;
     DatabaseKind m_kind = DatabaseKind::SqlServer;
     TableKeys m_keys;
-    bool m_isLost = false; ///< the server no longer answers; the next statement connects anew
+    bool m_isLost = false; ///< the server no longer answers; the next statement connects again
     bool m_isInTransaction = false;
     QSet<QString> m_locks; ///< the keys that the transaction holds
     int m_cursors = 0;     ///< opened so far

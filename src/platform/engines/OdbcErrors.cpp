@@ -11,7 +11,7 @@
 
 namespace
 {
-/// The Debian package of a driver, by its name or its library's.
+/// The Debian package of a driver, given the driver's name or its library's.
 QString PackageOf(const QString &driver)
 {
     const auto names = [&driver](const char *part) {
@@ -27,7 +27,7 @@ QString PackageOf(const QString &driver)
 constexpr int truncatedBefore2019 = 8152;
 constexpr int truncated = 2628;
 
-/// What the driver and the manager tell of one failure, in their order.
+/// What the driver and the manager report about one failure, in their order.
 struct Records {
     QList<int> numbers{};
     QStringList texts{};
@@ -64,7 +64,7 @@ bool IsRefusedLogon(const QString &text)
            text.contains(QStringLiteral("no password supplied"), Qt::CaseInsensitive);
 }
 
-/// The number that stands for all records of a failure.
+/// The one number for all records of a failure.
 int NumberOf(const Records &records, const QString &text)
 {
     for (const int known : {OdbcErrors::catalogueRefused, OdbcErrors::logonRefused}) {
@@ -73,8 +73,8 @@ int NumberOf(const Records &records, const QString &text)
     }
     if (IsRefusedLogon(text))
         return OdbcErrors::logonRefused;
-    // The manager's own failures have no number, and none of them is cured by a password, which is what
-    // an error without a number asks for.
+    // The manager's own failures have no number. An error without a number would ask for a password, which
+    // cures none of them.
     const auto isGiven = [](int number) { return number != 0; };
     const auto given = std::find_if(records.numbers.begin(), records.numbers.end(), isGiven);
     return given == records.numbers.end() ? OdbcErrors::unnumbered : *given;
@@ -87,11 +87,12 @@ EngineErrors OdbcErrors::ListOf(short handleType, void *handle)
     const QString text = records.texts.join(u' ');
     if (text.contains(QStringLiteral("Can't open lib")))
         return DriverMissing(text);
-    // SQL Server speaks of "string or binary data", in the server's language.
+    // SQL Server's own text speaks of "string or binary data", in the server's language.
     const bool isTooLong = records.Have(truncatedBefore2019) || records.Have(truncated);
     return One(NumberOf(records, text),
-               isTooLong ? QString(u"A text is longer than its column in the database takes. (" % text % u")")
-                         : text,
+               isTooLong
+                   ? QString(u"A text is longer than its column in the database allows. (" % text % u")")
+                   : text,
                records.sqlState);
 }
 

@@ -33,7 +33,7 @@ bool OdbcSession::Open(const QString &driverText, EngineErrors &errors)
         return false;
     }
     SQLSetConnectAttr(m_connection, SQL_ATTR_LOGIN_TIMEOUT, AsPointer(logonTimeout), SQL_IS_UINTEGER);
-    QString text = driverText; // the manager's functions write to nothing, but take no constants
+    QString text = driverText; // the manager's functions do not write to it, but do not accept a constant
     const SQLRETURN connected =
         SQLDriverConnectW(m_connection, nullptr, reinterpret_cast<SQLWCHAR *>(text.data()),
                           static_cast<SQLSMALLINT>(text.size()), nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);

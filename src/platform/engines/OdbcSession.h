@@ -2,7 +2,7 @@
 
 #include "platform/connection/EngineError.h"
 
-/// A connection of the ODBC manager. Its statements must be gone before it closes.
+/// A connection of the ODBC manager. Its statements must be destroyed before it closes.
 class OdbcSession final
 {
 public:
@@ -11,14 +11,14 @@ public:
     OdbcSession(const OdbcSession &) = delete;
     OdbcSession &operator=(const OdbcSession &) = delete;
 
-    /// Connects with a text as the driver reads it. A server that does not answer is given up after some
+    /// Connects with a text in the driver's own form. Gives up on a server that does not answer within some
     /// seconds. False on a failure, with nothing left open.
     bool Open(const QString &driverText, EngineErrors &errors);
     void Close();
 
     /// The server's name for itself: "PostgreSQL", "Microsoft SQL Server".
     QString ServerName() const;
-    /// Without it, a transaction runs until it is ended.
+    /// With auto-commit off, a transaction runs until it is ended.
     bool SetAutoCommit(bool isOn, EngineErrors &errors);
     bool EndTransaction(bool keeps, EngineErrors &errors);
 

@@ -48,10 +48,10 @@ OdbcStatement::~OdbcStatement()
 
 bool OdbcStatement::Run(const QString &sql, EngineErrors &errors)
 {
-    QString text = sql; // the manager takes no constants
+    QString text = sql; // the manager does not accept a constant
     const SQLRETURN result = SQLExecDirectW(m_statement, reinterpret_cast<SQLWCHAR *>(text.data()),
                                             static_cast<SQLINTEGER>(text.size()));
-    // Drivers answer what defines tables, and what changes no row, with "no data".
+    // Drivers answer "no data" to a statement that defines a table or changes no row.
     if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA)
         return Fail(errors);
     while (!HasRows()) {
@@ -150,8 +150,8 @@ bool OdbcStatement::AddCell(Recordset::Builder &rows, int column, ColumnType typ
     return true;
 }
 
-/// A text comes in pieces, as wide characters. Drivers may not tell how long a piece is of which more
-/// follows; it then fills the room that it was given.
+/// A text comes in pieces, as wide characters. Drivers need not say how long a piece is if more follows; it
+/// then fills its buffer.
 bool OdbcStatement::AddText(Recordset::Builder &rows, int column)
 {
     std::array<char16_t, 4096> piece; // NOLINT: the driver fills it

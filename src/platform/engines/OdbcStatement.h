@@ -5,7 +5,7 @@
 
 class OdbcSession;
 
-/// One statement of a session and its result, row by row.
+/// A statement of a session and its result, row by row.
 class OdbcStatement final
 {
 public:
@@ -14,17 +14,17 @@ public:
     OdbcStatement(const OdbcStatement &) = delete;
     OdbcStatement &operator=(const OdbcStatement &) = delete;
 
-    /// Runs it up to its first result that has rows, or to its end.
+    /// Runs the statement up to its first result with rows, or to its end.
     bool Run(const QString &sql, EngineErrors &errors);
-    /// Passes over what follows: a statement that fails after the first of a batch shows in no result before
-    /// its own.
+    /// Reads past the remaining results, since a failure of a later statement in a batch shows only in that
+    /// statement's own result.
     bool PassResults(EngineErrors &errors);
 
     /// `knowsSizes`: the driver tells the true size of a text column.
     std::shared_ptr<const Columns> Describe(bool knowsSizes) const;
     enum class Step { Row, End, Failure };
     Step Next(EngineErrors &errors);
-    /// Adds the row that Next() came to. A read that fails, in the middle of a text too, is a failure.
+    /// Adds the row that Next() reached. False if a read fails, even in the middle of a text.
     bool AddRow(Recordset::Builder &rows, const Columns &columns, EngineErrors &errors);
 
 private:

@@ -11,8 +11,8 @@ namespace
 constexpr int defaultPort = 1433;
 const QString freeTds = QStringLiteral("FreeTDS");
 
-/// A value as the drivers read it: in braces where it holds a character of the text's own. They end it at
-/// the first "};" and know no doubling.
+/// A value as the drivers read it: in braces if it contains a character with a meaning in the text. They end
+/// it at the first "};" and know no doubling.
 QString Quoted(const QString &value)
 {
     static const QRegularExpression special(QStringLiteral("[\\[\\]{}(),;?*=!@]|^\\s|\\s$"));
@@ -24,8 +24,8 @@ QString Entry(const QString &key, const QString &value)
     return value.isEmpty() ? QString() : QString(key % u'=' % Quoted(value) % u';');
 }
 
-/// "server", "server,port" or "server\instance". The driver would look for an instance's port for a quarter
-/// of a minute.
+/// "server", "server,port" or "server\instance". The driver itself would spend a quarter of a minute looking
+/// for an instance's port.
 bool ServerEntries(const QString &name, QString &entries, EngineErrors &errors)
 {
     const qsizetype comma = name.lastIndexOf(u',');
@@ -57,7 +57,7 @@ bool IsInstalled(const QString &driver)
            DataSourceRegistry::HasKey(QStringLiteral("Software\\ODBC\\ODBCINST.INI\\") + driver);
 }
 
-/// Without a user the driver turns to Kerberos, which nobody here has set up: what is missing is a logon.
+/// Without a user the driver tries Kerberos, which nobody has set up here; what is really missing is a logon.
 bool ServerText(const ConnectionParts &parts, QString &text, EngineErrors &errors)
 {
     if (!IsInstalled(freeTds)) {
@@ -97,8 +97,8 @@ QString FirstOf(const QStringList &values)
     return {};
 }
 
-/// The system's text names one fixed user without a password for every server; a user that the data
-/// source names itself comes before it, and one that was asked for before both.
+/// The system's text names one fixed user without a password for every server. A user named in the data
+/// source takes precedence over it, and one that the user was asked for over both.
 bool DataSourceText(const ConnectionParts &parts, QString &text, EngineErrors &errors)
 {
     const QString driver = DataSourceRegistry::DriverName(parts.dataSource);
@@ -122,7 +122,7 @@ bool DataSourceText(const ConnectionParts &parts, QString &text, EngineErrors &e
            Entry(QStringLiteral("PWD"), FirstOf({parts.logon.password, parts.password, ownPassword}));
     if (driver.contains(QStringLiteral("psqlodbc"), Qt::CaseInsensitive) ||
         driver.contains(QStringLiteral("PostgreSQL"), Qt::CaseInsensitive))
-        // A statement that fails takes back itself alone, not what its transaction did before.
+        // Makes a failing statement undo only itself, not what its transaction did before.
         text += QStringLiteral("Protocol=7.4-2;");
     else
         text += QStringLiteral("TDS_Version=7.4;ClientCharset=UTF-8;");
@@ -134,7 +134,7 @@ bool OdbcDriverText(const ConnectionParts &parts, QString &text, EngineErrors &e
 {
     for (const QString &value : {parts.server, parts.catalogue, parts.user, parts.password, parts.logon.user,
                                  parts.logon.password}) {
-        // What stands behind it would be read as further entries.
+        // What follows it would be read as further entries.
         if (value.contains(QStringLiteral("};"))) {
             errors =
                 OdbcErrors::One(OdbcErrors::unnumbered,

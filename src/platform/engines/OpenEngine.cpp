@@ -1,4 +1,4 @@
-// OpenEngine of Engine.h, which picks among the engines of this folder.
+// OpenEngine of Engine.h: picks one of the engines in this folder.
 #include "platform/connection/ConnectionText.h"
 #include "platform/connection/DataSourceRegistry.h"
 #include "platform/engines/FileEngine.h"
@@ -17,7 +17,7 @@ std::unique_ptr<Engine> OpenFile(const ConnectionParts &parts, const QString &co
     return FileEngine::Open(request, errors);
 }
 
-/// A data source of a file: its text then says which file it is.
+/// Opens a data source of a file, and adds the file to its connection text.
 std::unique_ptr<Engine> OpenFileSource(ConnectionParts parts, const QString &connectionText,
                                        EngineErrors &errors)
 {

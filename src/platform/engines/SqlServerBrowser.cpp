@@ -41,7 +41,7 @@ std::vector<pollfd> SocketsTo(const QString &host)
     return sockets;
 }
 
-/// "...;InstanceName;X;...;tcp;49152;..." after three bytes; -1 where it names no port.
+/// The port in "...;InstanceName;X;...;tcp;49152;...", which follows three bytes; -1 if it names none.
 int PortIn(const QByteArray &told)
 {
     if (told.isEmpty() || told.front() != answer)

@@ -15,7 +15,7 @@ RecordsetColumn DescribeColumn(sqlite3_stmt *statement, int index)
     if (const char *declared = sqlite3_column_decltype(statement, index)) {
         column = ColumnOfDeclaredType(QString::fromUtf8(declared));
     } else {
-        // A count or a sum has no declared type; its value tells.
+        // A count or a sum has no declared type, so the type of its value is used.
         switch (sqlite3_column_type(statement, index)) {
         case SQLITE_INTEGER:
             column.type = ColumnType::Integer;

@@ -17,7 +17,7 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// A prepared statement with what its columns are.
+/// A prepared statement with the description of its columns.
 class PreparedStatement final
 {
 public:
@@ -32,21 +32,23 @@ public:
 
     sqlite3_stmt *Statement() const { return m_statement; }
     const std::vector<WholeTarget> &WholeNumbers() const { return m_wholeNumbers; }
-    /// The columns, described once the statement has stepped: a change of the tables shows only then.
+    /// The columns. Call it after the first step of a run, because only then is a change of the tables
+    /// noticed.
     const std::shared_ptr<const Columns> &DescribeColumns();
 
 private:
     sqlite3_stmt *m_statement;
     std::vector<WholeTarget> m_wholeNumbers;
     std::shared_ptr<const Columns> m_columns;
-    int m_preparations = -1; ///< by the engine, of its own accord, when m_columns was made
+    int m_preparations =
+        -1; ///< how often the engine had prepared the statement again by itself when m_columns was made
 };
 
-/// The prepared statements of the shapes that ran last.
+/// The prepared statements of the most recent shapes.
 class StatementCache final
 {
 public:
-    /// Null where that shape is not kept.
+    /// Null if that shape is not in the cache.
     PreparedStatement *Find(std::u16string_view shape);
     PreparedStatement *Add(std::u16string_view shape, std::unique_ptr<PreparedStatement> statement);
     void Clear();
@@ -68,7 +70,7 @@ private:
             return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0;
         }
     };
-    std::list<Entry> m_entries; ///< the one used last comes first
+    std::list<Entry> m_entries; ///< the most recently used first
     std::unordered_map<std::u16string_view, std::list<Entry>::iterator, Hash, Same>
         m_byShape; ///< of the entries' texts
 };

@@ -2,8 +2,8 @@
 
 #include <QStringView>
 
-/// Whether two names are the same without regard to case. Nearly all are plain ASCII and most pairs differ
-/// in the first character, which a comparison for every alphabet does not profit from.
+/// Whether two names are the same without regard to case. Nearly all names are plain ASCII and most pairs
+/// differ in the first character, which a comparison for every alphabet makes no use of.
 inline bool SameName(QStringView left, QStringView right)
 {
     if (left.size() != right.size())

@@ -19,8 +19,8 @@ struct TypeNames {
     QStringView postgreSql;
 };
 
-/// The data types that the system writes when it adds a column. Flags are compared with 1 and written as
-/// -1, so they are small numbers; texts compare without regard to case.
+/// The data types that the system writes when it adds a column. Flags are compared with 1 and written as -1,
+/// so they are small integers; texts compare without regard to case.
 constexpr std::array typeNames{
     TypeNames{u"BIT", u"SMALLINT", u"smallint"},   TypeNames{u"FLOAT", u"DOUBLE", u"double precision"},
     TypeNames{u"INT", u"INTEGER", u"integer"},     TypeNames{u"LONG", u"INTEGER", u"integer"},
@@ -39,7 +39,7 @@ bool HoldsBeyondAscii(QStringView text)
     return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() > 0x7F; });
 }
 
-/// Writes a statement anew, token by token.
+/// Rewrites a statement, token by token.
 class Writer final
 {
 public:
@@ -59,8 +59,8 @@ private:
     };
     /// A run of `column = value OR column = value ...`.
     struct Chain {
-        qsizetype columnEnd = 0;       ///< behind the first column's tokens
-        qsizetype end = 0;             ///< behind the last term
+        qsizetype columnEnd = 0;       ///< just after the first column's tokens
+        qsizetype end = 0;             ///< just after the last term
         std::vector<qsizetype> values; ///< first token of each value, a minus sign or the literal
     };
 
@@ -115,13 +115,15 @@ QString Writer::Write(const QString &order)
     return m_out;
 }
 
-/// CREATE TABLE and ALTER TABLE ... ADD, whose column types have other names; false for all else.
+/// Writes CREATE TABLE and ALTER TABLE ... ADD, whose column types have other names; false for any other
+/// statement.
 bool Writer::WriteTableDefinition()
 {
     const bool creates = m_tokens.IsWord(0, u"CREATE") && m_tokens.IsWord(1, u"TABLE");
     if (creates && m_tokens.Count() == 3) {
-        // A table without columns. Where the engine knows none, the table gets the one column that it is
-        // made for, and the statement that adds this column fails as it does where it stands already.
+        // A table without columns. On engines that do not allow one, the table gets the one column that it is
+        // made for, and the statement that adds this column later fails as it does when the column already
+        // exists.
         m_out = QStringLiteral("CREATE TABLE ");
         WriteName(2);
         m_out += m_dialect == SqlDialect::File         ? QStringLiteral(" (DBVersion DOUBLE)")
@@ -184,7 +186,7 @@ void Writer::WriteToken(qsizetype index)
             WriteName(index);
         else if (m_dialect == SqlDialect::File && m_tokens.IsWord(index, u"LIKE") &&
                  m_tokens.IsKind(index + 1, SqlKind::Text) && HoldsBeyondAscii(m_tokens.Spelling(index + 1)))
-            // The file engine's own LIKE knows the case of A to Z alone; this operator is ours.
+            // The file engine's own LIKE knows only the case of A to Z; this operator is ours.
             m_out += QStringLiteral("REGEXP");
         else
             m_out += m_tokens.Spelling(index);
@@ -202,8 +204,8 @@ void Writer::WriteToken(qsizetype index)
     }
 }
 
-/// A name between quotes, but as it stands for SQL Server. PostgreSQL keeps the case of a quoted name, and
-/// its tables are made without quotes, in lower case.
+/// Writes a name in quotes, but unchanged for SQL Server. PostgreSQL keeps the case of a quoted name, and its
+/// tables are made without quotes, in lower case.
 void Writer::WriteName(qsizetype index)
 {
     if (m_dialect == SqlDialect::SqlServer) {
@@ -218,7 +220,7 @@ void Writer::WriteName(qsizetype index)
 void Writer::WriteText(qsizetype index)
 {
     QString text = m_tokens.Spelling(index).toString();
-    // Marks of their own in a pattern: PostgreSQL's backslash, and SQL Server's bracket, which opens a class.
+    // Special characters in a pattern: PostgreSQL's backslash, and SQL Server's bracket, which opens a class.
     if (m_tokens.IsWord(index - 1, u"LIKE")) {
         if (m_dialect == SqlDialect::PostgreSql)
             text.replace(QStringLiteral("\\"), QStringLiteral("\\\\"));
@@ -228,7 +230,7 @@ void Writer::WriteText(qsizetype index)
     m_out += text;
 }
 
-/// Behind `TOP n` that begins at `index`; `index` itself where none does.
+/// The position after a `TOP n` that begins at `index`; `index` itself if there is none.
 qsizetype Writer::SkipTop(qsizetype index)
 {
     const bool behindSelect =
@@ -248,7 +250,7 @@ void Writer::WriteLimits(int depth)
     }
 }
 
-/// A chain may only begin where no AND or NOT binds its first term to something else.
+/// A chain may begin only where no AND or NOT binds its first term to something else.
 bool Writer::StartsChain(qsizetype index) const
 {
     return m_tokens.IsKind(index, SqlKind::Word) &&

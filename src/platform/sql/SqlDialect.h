@@ -2,8 +2,8 @@
 
 #include "platform/sql/SqlTokens.h"
 
-/// The forms of SQL that the engines take. SQL Server's differs least from the system's own.
+/// The forms of SQL that the engines accept. SQL Server's differs least from the system's own.
 enum class SqlDialect { File, PostgreSql, SqlServer };
 
-/// The statement as the engine takes it; a lifted value stands as "?". `order` is added to its end.
+/// The statement in the engine's form; a lifted value is written as "?". `order` is added to its end.
 QString SqlFor(SqlDialect dialect, const SqlTokens &tokens, const QString &order = {});

@@ -2,13 +2,13 @@
 
 namespace
 {
-/// The place of FROM; -1 where what is selected is not plainly rows of a table.
+/// The position of FROM; -1 if what is selected is not simply rows of a table.
 qsizetype FindFrom(const SqlTokens &tokens)
 {
     if (!tokens.IsWord(0, u"SELECT") || tokens.IsWord(1, u"DISTINCT"))
         return -1;
     for (qsizetype i = 1; i < tokens.Count(); ++i) {
-        if (tokens.IsSymbol(i, u'(')) // COUNT(*) and its like make one row of many
+        if (tokens.IsSymbol(i, u'(')) // COUNT(*) and the like make one row of many
             return -1;
         if (tokens.IsWord(i, u"FROM"))
             return i;
@@ -16,7 +16,7 @@ qsizetype FindFrom(const SqlTokens &tokens)
     return -1;
 }
 
-/// Whether the rows that the condition lets through come as they are and in no order of their own.
+/// Whether the condition only filters the rows, without grouping or ordering them.
 bool IsPlainCondition(const SqlTokens &tokens, qsizetype begin)
 {
     int depth = 0;

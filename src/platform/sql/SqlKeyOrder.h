@@ -4,10 +4,11 @@
 
 #include <QHash>
 
-/// The key column of each table, by the table's name in lower case: with its table, as it stands in a
-/// statement.
+/// The key column of each table, qualified with the table as in a statement, by the table's name in lower
+/// case.
 using TableKeys = QHash<QString, QString>;
 
-/// The order by its key that a query of rows of one table gets where it names none, since servers then answer
-/// as they like, and PostgreSQL otherwise after every update. "" for all other statements.
+/// The ORDER BY on the key that a query for rows of one table gets if it has none of its own. Without it
+/// servers return the rows in any order, and PostgreSQL in another one after every update. "" for all other
+/// statements.
 QString KeyOrder(const SqlTokens &tokens, const TableKeys &keys);

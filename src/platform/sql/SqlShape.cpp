@@ -2,7 +2,7 @@
 
 namespace
 {
-/// Statements with more values than this come once; binding them would only fill the cache.
+/// A statement with more values than this is run once; caching it would only fill the cache.
 constexpr int mostValues = 150;
 
 bool IsOrdering(const SqlTokens &tokens, qsizetype index)
@@ -16,7 +16,7 @@ bool FollowsKeptWord(const SqlTokens &tokens, qsizetype index)
     return tokens.IsWord(index - 1, u"LIKE") || tokens.IsWord(index - 1, u"TOP");
 }
 
-/// Marks the values that are lifted; false where there are too many.
+/// Marks the values to lift; false if there are too many.
 bool MarkLifted(SqlTokens &tokens)
 {
     int lifted = 0;
@@ -35,7 +35,7 @@ bool MarkLifted(SqlTokens &tokens)
     return true;
 }
 
-/// Writes a character that is not ASCII at `out`, and gives the place behind it.
+/// Writes a character that is not ASCII at `out`, and returns the position after it.
 char *WriteUtf8(char *out, char32_t c)
 {
     if (c < 0x800) {
@@ -80,7 +80,7 @@ bool SqlShape::Take(SqlTokens &tokens)
         if (!token.lifted)
             continue;
         m_key.append(sql.utf16() + taken, static_cast<size_t>(token.begin - taken));
-        // A text and a number at one place are two shapes: nothing may depend on which came first.
+        // A text and a number in the same place make two shapes: nothing may depend on which came first.
         m_key.push_back(token.kind == SqlKind::Text ? u'\1' : u'\2');
         taken = token.end;
         if (token.kind == SqlKind::Text)
@@ -107,7 +107,7 @@ void SqlShape::TakeText(QStringView inside)
         if (c == u'\'')
             ++i; // the second of the pair
         if (c == u'\0')
-            continue; // no server takes it, so no engine gets it
+            continue; // no server accepts it, so no engine is given it
         if (c < 0x80)
             *out++ = static_cast<char>(c);
         else if (!QChar::isSurrogate(c))

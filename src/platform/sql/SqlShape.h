@@ -19,18 +19,18 @@ struct SqlValue {
     };
 };
 
-/// Whether the statement reads or changes rows; all others define tables or steer the engine.
+/// Whether the statement reads or changes rows; all others define tables or control the engine.
 bool IsRowStatement(const SqlTokens &tokens);
 
-/// What is left of a statement when its values are taken out. Statements of one shape differ in their
-/// values alone, so that one prepared statement serves them all. A value that decides what the statement
-/// means or how it runs stays in: after TOP and LIKE, behind ORDER BY and GROUP BY, and everything in a
-/// statement that defines tables or holds very many values.
+/// What is left of a statement when its values are taken out. Statements of one shape differ only in their
+/// values, so one prepared statement serves them all. A value that decides what the statement means or how it
+/// runs stays in: after TOP and LIKE, after ORDER BY and GROUP BY, and every value in a statement that
+/// defines tables or has very many values.
 class SqlShape final
 {
 public:
-    /// Takes the values out of `tokens` (whose `lifted` marks it sets). False where the statement has no
-    /// shape worth keeping; nothing is lifted then.
+    /// Takes the values out of `tokens` (and sets their `lifted` marks). False, with nothing lifted, if the
+    /// statement has no shape worth keeping.
     bool Take(SqlTokens &tokens);
 
     std::u16string_view Key() const { return m_key; }

@@ -6,7 +6,7 @@
 
 namespace
 {
-/// What a character can be part of. Every statement is read by these, so that ASCII is looked up.
+/// What a character can be part of. Every statement goes through this, so ASCII is looked up in a table.
 enum CharClass : quint8 { Space = 1, Digit = 2, WordStart = 4, WordPart = 8 };
 
 constexpr auto asciiClasses = [] {
@@ -38,7 +38,7 @@ bool IsDigit(char16_t c)
     return Is(c, Digit);
 }
 
-/// Walks a statement. Each End... gives the place behind the token that begins at `at`.
+/// Walks a statement. Each End... returns the position after the token that begins at `at`.
 class Cursor final
 {
 public:
@@ -50,7 +50,7 @@ public:
 
     char16_t At(qsizetype at) const { return at < m_size ? m_text[at] : u'\0'; }
 
-    /// Behind the closing quote, a doubled one being part of the text; -1 where it does not close.
+    /// The position after the closing quote (a doubled quote is part of the text); -1 if there is none.
     qsizetype EndOfQuoted(qsizetype at, char16_t quote) const
     {
         for (qsizetype i = at + 1; i < m_size; ++i) {

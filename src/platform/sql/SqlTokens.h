@@ -17,20 +17,20 @@ enum class SqlKind : quint8 {
 
 struct SqlToken {
     SqlKind kind;
-    bool lifted; ///< its value is bound instead of standing in the statement
+    bool lifted; ///< its value is bound instead of being written in the statement
     qint32 begin;
     qint32 end;
 };
 
 enum class SqlFault { None, OpenText, OpenName, SecondStatement };
 
-/// One statement, cut into tokens. Comments do not exist here: two hyphens are two minus signs, so that
-/// nothing behind them can vanish. A second statement behind a semicolon is a fault, and so are quotes
-/// that do not close; neither reaches an engine.
+/// One statement, cut into tokens. There are no comments: two hyphens are two minus signs, so that nothing
+/// after them can vanish. A second statement after a semicolon is a fault, and so are quotes that do not
+/// close; neither reaches an engine.
 class SqlTokens final
 {
 public:
-    /// Reads a statement; `sql` must outlive the tokens. What the last one left is dropped.
+    /// Reads a statement, replacing the previous one; `sql` must outlive the tokens.
     SqlFault Read(QStringView sql);
 
     QStringView Sql() const { return m_sql; }
