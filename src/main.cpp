@@ -11,9 +11,9 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Veltrane"));
     QApplication::setDesktopFileName(QStringLiteral("veltrane"));
-    // The end of a session decides when the program ends: between two sessions no window is open.
+    // The end of a session decides when the program ends, since no window is open between two sessions.
     QApplication::setQuitOnLastWindowClosed(false);
-    // A workstation without a locale of its own shows amounts as the product's users write them.
+    // On a workstation without a locale, amounts are shown as the product's users write them.
     if (QLocale::system().language() == QLocale::C)
         QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));
     InstallFormStyle();

@@ -2,5 +2,5 @@
 
 #include <Qt>
 
-/// What the item models carry beside the text, for the delegate that draws it.
+/// What the item models hold besides the text, for the delegate that draws it.
 enum ItemRole { ImageRole = Qt::UserRole + 1, BoldRole, TickRole };

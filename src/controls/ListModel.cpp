@@ -14,7 +14,8 @@ namespace
 {
 constexpr size_t scatteredRuns = 100;
 
-/// What an amount ("1,234.50") or a day ("9/3/2026") sorts by, nothing at all coming first; none for a text.
+/// What an amount ("1,234.50") or a day ("9/3/2026") is sorted by, an empty cell coming first; nullopt for
+/// any other text.
 std::optional<double> SortNumber(const QString &cell)
 {
     if (cell.isEmpty())
@@ -85,7 +86,7 @@ void ListModel::Fill(std::vector<ListItem> items)
 {
     beginResetModel();
     m_items = std::move(items);
-    // Built row by row, the vector may have room for twice its rows.
+    // A vector built row by row may have room for twice its rows.
     if (m_items.capacity() > m_items.size() + m_items.size() / 4)
         m_items.shrink_to_fit();
     m_rowOfKey.clear();
@@ -118,8 +119,8 @@ void ListModel::AddAll(std::vector<ListItem> items)
     emit Changed();
 }
 
-/// Takes rows that stand far apart in one reset: removed run by run, views and the selection would look at
-/// all of what is left each time.
+/// Takes scattered rows in one reset: if they were removed run by run, views and the selection would go
+/// through all the remaining rows each time.
 std::vector<ListItem> ListModel::TakeScattered(const std::vector<int> &rows)
 {
     std::vector<ListItem> taken;
@@ -290,7 +291,7 @@ std::vector<int> ListModel::RowsOf(const QStringList &keys) const
 void ListModel::SelectKeys(const QStringList &keys)
 {
     const std::vector<int> rows = RowsOf(keys);
-    // A range a run of rows: Qt looks at every range of a selection whenever a row is painted.
+    // One range per run of rows: Qt looks at every range of a selection whenever a row is painted.
     QItemSelection selection;
     for (size_t first = 0, end = 0; first < rows.size(); first = end) {
         for (end = first + 1; end < rows.size() && rows[end] <= rows[end - 1] + 1;)
@@ -402,7 +403,7 @@ void ListModel::sort(int column, Qt::SortOrder order)
     const auto text = [&](int row) -> QString {
         return column == 0 ? At(row).text : At(row).subItems.value(column - 1);
     };
-    // A column of amounts or days goes by their values, if it holds nothing else.
+    // A column that holds only amounts or only days is sorted by their values.
     std::vector<double> numbers;
     for (const int row : rows) {
         const std::optional<double> number = SortNumber(text(row));

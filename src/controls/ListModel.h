@@ -7,7 +7,7 @@
 
 #include <vector>
 
-/// A row of a list: its key holds the reference behind a one-character mark ("?12", "!12").
+/// A row of a list: its key is a one-character mark followed by the reference ("?12", "!12").
 struct ListItem {
     QString key;
     QString text;
@@ -17,14 +17,14 @@ struct ListItem {
     QString image{};
 };
 
-/// The number behind the one-character mark of a key, up to the first character that is no digit (a
-/// leading minus counts); 0 where there is none.
+/// The number after the one-character mark of a key, up to the first character that is not a digit (a leading
+/// minus counts); 0 if there is none.
 int KeyNumber(const QString &key);
 
 /// What a list control holds, without a widget: rows with keys, columns, check marks and the selection,
-/// so that "the first item is selected" works in the data layer and in tests. Views adopt the model and
-/// its selection. Sorting reorders the rows themselves: by the values of a column that holds amounts or days
-/// alone, by the texts of any other.
+/// so that "the first item is selected" works in the data layer and in tests. Views adopt the model and its
+/// selection. Sorting reorders the rows themselves: a column that holds only amounts or only days is sorted
+/// by their values, any other by its texts.
 class ListModel final : public QAbstractTableModel
 {
     Q_OBJECT
@@ -40,27 +40,27 @@ public:
     int Count() const { return static_cast<int>(m_items.size()); }
     bool IsEmpty() const { return m_items.empty(); }
     const ListItem &At(int row) const { return m_items[static_cast<size_t>(row)]; }
-    /// The row of that key, or -1. Keys compare exactly.
+    /// The row with that key, or -1. Keys compare exactly.
     int Find(const QString &key) const;
     bool Contains(const QString &key) const { return Find(key) >= 0; }
 
     void Clear();
-    /// Takes the place of all rows in one reset; nothing is selected afterwards.
+    /// Replaces all rows in one reset; nothing is selected afterwards.
     void Fill(std::vector<ListItem> items);
     int Add(ListItem item);
     /// Adds rows at the end, in one step.
     void AddAll(std::vector<ListItem> items);
     void Remove(int row);
-    /// Takes rows (ascending) out of the list, in one step a run of rows, or all where there are many runs.
+    /// Takes rows (ascending) out of the list, one step for each run of rows, or one step for all if there
+    /// are many runs.
     std::vector<ListItem> Take(const std::vector<int> &rows);
     void RemoveKey(const QString &key);
-    /// Moves the rows of those keys to the end of `to`, in the order of the keys; unknown keys are passed
-    /// over.
+    /// Moves the rows with those keys to the end of `to`, in the order of the keys; unknown keys are skipped.
     void MoveKeys(const QStringList &keys, ListModel &to);
     void SetText(int row, const QString &text);
     void SetSubItem(int row, int subItem, const QString &text); ///< sub-items count from 0
     void SetKey(int row, const QString &key);
-    void SetBold(int row, bool bold); ///< a mark alone, no change of what the list holds
+    void SetBold(int row, bool bold); ///< only a mark; the contents of the list do not count as changed
     void SetChecked(int row, bool checked);
     std::vector<int> CheckedRows() const;
 
@@ -74,9 +74,9 @@ public:
             SelectOnly(0);
     }
     void SelectAll();
-    /// The rows of those keys, ascending; unknown keys are passed over.
+    /// The rows with those keys, ascending; unknown keys are skipped.
     std::vector<int> RowsOf(const QStringList &keys) const;
-    /// Makes the rows of those keys the selected ones, in one step; unknown keys are passed over.
+    /// Selects exactly the rows with those keys, in one step; unknown keys are skipped.
     void SelectKeys(const QStringList &keys);
     void ClearSelection();
     bool IsSelected(int row) const;
@@ -93,7 +93,8 @@ public:
     void sort(int column, Qt::SortOrder order) override;
 
 signals:
-    /// Rows were added, removed or replaced, or a text or check mark changed; not for a selection.
+    /// Emitted when rows were added, removed or replaced, or a text or check mark changed; not for a new
+    /// selection.
     void Changed();
     void Checked(int row);
 

@@ -7,8 +7,8 @@
 #include <memory>
 #include <vector>
 
-/// A node's picture by its position in a tree's image list: the tick and criterion trees show their
-/// state by it.
+/// A node's picture, as its position in a tree's image list: it shows the state of a node in the tick and
+/// criterion trees.
 enum class TreeTick { None = 0, Off = 6, On = 7, Not = 8 };
 
 struct TreeNode {
@@ -20,7 +20,7 @@ struct TreeNode {
     bool expanded = false;
 
     TreeNode *parent = nullptr;
-    int row = 0; ///< its place among the children of its parent
+    int row = 0; ///< its position among the children of its parent
     std::vector<std::unique_ptr<TreeNode>> children{};
 };
 
@@ -35,13 +35,13 @@ public:
     ~TreeModel() override;
 
     void Clear();
-    /// Adds a node below the node of `parentKey` ("" = top level). Nothing where the parent is missing or
-    /// the key is there already.
+    /// Adds a node below the node with `parentKey` ("" = top level). Null if the parent is missing or the key
+    /// exists already.
     TreeNode *Add(const QString &parentKey, TreeNode node);
     void Remove(const QString &key);
     bool IsEmpty() const { return m_root->children.empty(); }
     int Count() const { return static_cast<int>(m_byKey.size()); }
-    TreeNode *Find(const QString &key) const; ///< nothing if there is no such node
+    TreeNode *Find(const QString &key) const; ///< null if there is no such node
     /// Every node, parents before their children, in the order shown.
     std::vector<TreeNode *> Nodes() const;
 
@@ -52,7 +52,7 @@ public:
     void SetExpanded(TreeNode *node, bool expanded);
 
     QItemSelectionModel *Selection() { return m_selection; }
-    void Select(const TreeNode *node); ///< nothing = no node selected
+    void Select(const TreeNode *node); ///< null = no node selected
     TreeNode *Selected() const;
     void SelectFirst();
 
@@ -67,7 +67,7 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
 signals:
-    void Changed(); ///< nodes, texts or ticks changed; not for a selection or what is expanded
+    void Changed(); ///< nodes, texts or ticks changed; not for the selection or what is expanded
     void ExpandedChanged(const QModelIndex &index, bool expanded);
 
 private:

@@ -41,7 +41,7 @@ QString WithoutDriverNames(const QString &description)
     return end < 0 ? description.trimmed() : description.mid(end + 1).trimmed();
 }
 
-/// The box serves events, under which another failure may come: the text is held when it is written.
+/// Takes the text as it is now: the box serves events, during which another failure may come.
 void Log(const QString &routineName, const QString &reportText)
 {
     g_reportText = reportText;

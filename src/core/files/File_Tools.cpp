@@ -13,7 +13,7 @@ namespace
 {
 constexpr int lastFailure = 31;
 
-/// What stands behind the last separator, of either kind: documents may have been registered elsewhere.
+/// What follows the last separator, of either kind: documents may have been registered on another system.
 QString BareName(const QString &file)
 {
     return file.mid(qMax(file.lastIndexOf(u'\\'), file.lastIndexOf(u'/')) + 1);

@@ -23,7 +23,7 @@ constexpr qint64 longestFile = 16 * 1024 * 1024;
 constexpr int white = 0xFFFFFF;
 constexpr int allCourseParts = 31;
 
-/// A value that is no number of its kind: it ends the reading.
+/// A value that is not a number of its kind: it ends the reading.
 struct MalformedNumber {
 };
 
@@ -71,7 +71,7 @@ bool BooleanOf(const QString &text)
     return NumberOf(text) != 0;
 }
 
-/// The items of a list, each up to its comma. Items that the text does not hold keep their value.
+/// Reads the items of a list, each up to its comma. Items that the text does not have keep their value.
 void ReadList(const QString &text, std::span<int> items)
 {
     qsizetype position = 0;
@@ -85,7 +85,7 @@ void ReadList(const QString &text, std::span<int> items)
     }
 }
 
-/// The count of values, and then the values, of which only the first has a meaning.
+/// Reads the count of values and then the values, of which only the first has a meaning.
 void ReadSwitches(const QString &text)
 {
     const qsizetype comma = text.indexOf(u',');
@@ -141,7 +141,7 @@ void ReadFile(const QString &name)
             begin = end + 1;
         }
     } catch (const MalformedNumber &) {
-        // What was found up to here stands.
+        // What was read up to here is kept.
     }
 }
 
@@ -162,7 +162,7 @@ QString ListText(std::span<const int> items)
     return result;
 }
 
-/// A value on its one line: a line end in it would make a line of its own of the rest.
+/// A value on a single line: after a line end in it, the rest would be a line of its own.
 QString OneLine(const QString &value)
 {
     QString result = value;
@@ -216,6 +216,7 @@ bool WriteSettings(const QString &file)
     if (!target.open(QIODevice::WriteOnly | QIODevice::Text))
         return false;
     const QByteArray text = (SettingsLines().join(u'\n') % u'\n').toUtf8();
-    // Flushed first: a commit of this Qt overlooks a disk that turns out full at its own flush.
+    // Flushed first: in this version of Qt, a commit does not notice a disk that turns out to be full during
+    // its own flush.
     return target.write(text) == text.size() && target.flush() && target.commit();
 }

@@ -11,7 +11,7 @@
 
 static void LoadPictures()
 {
-    // The pictures lie in a static library, whose resources nobody registers by itself.
+    // The pictures are in a static library, whose resources are not registered automatically.
     Q_INIT_RESOURCE(icons);
 }
 
@@ -25,8 +25,8 @@ QStringList ShippedNames()
     return names;
 }
 
-/// True if the desktop's theme has every icon. Breeze itself is left to the shipped drawings, which are
-/// the same and follow the palette.
+/// True if the desktop's theme has every icon. False for Breeze itself, because the shipped drawings are the
+/// same and follow the palette.
 bool ThemeServes()
 {
     const QString theme = QIcon::themeName();
@@ -43,7 +43,7 @@ QIcon Shipped(const QString &name)
     return icon.isNull() ? QIcon() : icon;
 }
 
-/// The names that the icon of a file type may go by, the best first; none for a type that nobody knows.
+/// The names that the icon of a file type may have, the best first; none for an unknown type.
 QStringList FileTypeNames(const QString &extension)
 {
     static const QHash<QString, QString> fixedNames{

@@ -17,7 +17,7 @@ QString FileOf(const QString &name, int drawing)
     return u":/icons/breeze/" % QString::number(drawing) % u'/' % name % u".svg";
 }
 
-/// The drawing made for that many logical pixels: the small one has fewer lines, set on its own grid.
+/// The drawing made for that many logical pixels: the small one has fewer lines, on a grid of its own.
 QString BestFile(const QString &name, int logicalSize)
 {
     const bool large = logicalSize >= largeDrawing;
@@ -41,7 +41,7 @@ QColor AccentColour(QIcon::Mode mode)
                : TextColour(mode);
 }
 
-/// The style sheet that stands in place of the drawing's own.
+/// The style sheet that replaces the drawing's own.
 QByteArray StyleSheet(QIcon::Mode mode)
 {
     const auto rule = [](const char *name, const QColor &colour) -> QByteArray {

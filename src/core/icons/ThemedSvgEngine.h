@@ -2,8 +2,8 @@
 
 #include <QIconEngine>
 
-/// Draws an icon of the shipped set. Its one-coloured parts take the palette's colour of the moment, so
-/// that the same drawing serves light and dark palettes; it is drawn anew for each size and scaling.
+/// Draws an icon of the shipped set. Its parts of one colour take the palette's current colour, so that the
+/// same drawing serves light and dark palettes; it is drawn separately for each size and scaling.
 class ThemedSvgEngine final : public QIconEngine
 {
 public:

@@ -21,8 +21,8 @@ extern QString gDBUser;
 extern QString gUserName; ///< the logged-on user; empty until someone logs on with a name
 extern QString gUserPassword;
 extern QString gUserRights; ///< a digit for each right
-extern int gDialogResult;   ///< result of the modal dialog that last closed; a record's key, or 1 and 0
-extern bool gStop;          ///< ends the long loop that runs, behind its row; cleared before it begins
+extern int gDialogResult;   ///< result of the modal dialog closed last: a record's key, or 1 or 0
+extern bool gStop; ///< ends the running long loop after its current row; cleared before a loop begins
 
 // The settings of this workstation.
 extern QString gDocDir;
@@ -35,7 +35,7 @@ extern std::array<int, 6> gCourseInf;
 extern QString gFromDate; ///< report range, "DD/MM/YYYY"
 extern QString gToDate;
 
-// Values of the report writer, fixed at each reading of the settings.
+// Values of the report writer, which reading the settings sets to fixed values.
 extern QString gReportWidth;
 extern QString gReportFont;
 extern QString gHeaderFile;

@@ -2,7 +2,7 @@
 
 #include <QAbstractButton>
 
-/// A panel of one colour; a click lets the user choose another.
+/// A panel filled with a colour; a click lets the user choose another.
 class ColourPanel final : public QAbstractButton
 {
     Q_OBJECT

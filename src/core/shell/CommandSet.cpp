@@ -12,7 +12,7 @@
 
 namespace
 {
-/// Short captions for the tool bar, where the two screens of daily work are named beside their icons.
+/// Short captions for the tool bar, where the two screens of daily work have a name beside their icon.
 const QHash<QString, QString> &BarCaptions()
 {
     static const QHash<QString, QString> captions{
@@ -90,7 +90,7 @@ void CommandSet::FillToolBar(QMainWindow *window)
             m_toolBar->actions().isEmpty() || m_toolBar->actions().last()->isSeparator();
         if (id.isEmpty() && !separatorLast)
             m_toolBar->addSeparator();
-        // What can never be chosen would only take room here; the menus show it greyed.
+        // A command that can never be chosen would only take up space here; the menus show it greyed.
         if (!id.isEmpty() && m_stands.value(id))
             m_toolBar->addAction(Tool(id));
     }

@@ -11,23 +11,23 @@ class QMainWindow;
 class QMenu;
 class QToolBar;
 
-/// The tools of the main window: one action a command, shared by the menus and the tool bar, so that every
-/// place shows one state. A command whose screen does not stand stays disabled whatever is asked.
+/// The tools of the main window: one action per command, shared by the menus and the tool bar, so that its
+/// state is the same everywhere. A command without a screen always stays disabled.
 class CommandSet final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Fills the menu bar and adds the tool bar. `stands` says which commands can be carried out.
+    /// Fills the menu bar and adds the tool bar. `stands` tells whether a command can be carried out.
     CommandSet(QMainWindow *window, const std::function<bool(const QString &id)> &stands);
 
-    /// Nothing where no tool has that identifier.
+    /// Null if no tool has that identifier.
     QAction *Tool(const QString &id) const { return m_tools.value(id); }
     /// The tool's caption as running text, with its key: "Switch Database (Ctrl+O)".
     QString Caption(const QString &id) const;
     void Enable(const QString &id, bool enabled = true);
     void EnableAll(bool enabled);
-    /// Holds the drawing of the tool bar off while many states change.
+    /// Holds off the drawing of the tool bar while many states change.
     void HoldDrawing(bool hold);
 
 signals:

@@ -23,21 +23,21 @@ struct CommandMenu {
     std::vector<const char *> entries;
 };
 
-/// A right, and the tool that a level below Full on it disables.
+/// A right, and the tool that is disabled at any level below Full.
 struct CommandRight {
     Right right;
     const char *id;
 };
 
-/// Every command that is no menu.
+/// Every command that is not a menu.
 std::span<const Command> Commands();
 /// The menu bar from left to right.
 const std::vector<CommandMenu> &CommandMenus();
 /// The sub-menu of `ID_Tools`.
 const CommandMenu &OptionsMenu();
-/// What stands on the tool bar beside the menus; "" is a separator.
+/// The commands on the tool bar; "" is a separator.
 std::span<const char *const> ToolBarCommands();
-/// What a session without a database may use.
+/// The commands that work without a database.
 std::span<const char *const> CommandsWithoutDatabase();
-/// The rights below the headings, in the order in which they are applied.
+/// The rights, without their headings, in the order in which they are applied.
 std::span<const CommandRight> CommandRights();

@@ -17,7 +17,7 @@ constexpr int fileDatabase = 1;
 
 QPointer<frmMain> g_mainWindow;
 
-/// True if the settings name a database that a connection can be tried to.
+/// True if the settings name a database that the program can try to open.
 bool DatabaseIsNamed()
 {
     if (!gDBQFilename.isEmpty() && !gDBQUseODBC && gDBQType == fileDatabase)
@@ -41,7 +41,7 @@ void Main()
     gDBValid = false;
     gDBValid = DatabaseIsNamed() && ConnectDatabase(false);
 
-    // Its boxes may stand for any time: no window opens before the logon is decided.
+    // Its boxes may stay open for any length of time: no window opens before the logon is decided.
     auto *splash = new frmSplash;
     if (gDBValid && !CheckLogon({}, {}))
         splash->AskForLogon();

@@ -49,7 +49,7 @@ Screen Modal()
     return screen;
 }
 
-/// A database that cannot be opened again behind its new password ends the session.
+/// Ends the session if the database cannot be opened again with its new password.
 void ChangeDatabasePassword(QWidget *parent)
 {
     bool isLost = false;

@@ -8,26 +8,26 @@ class QWidget;
 
 /// A screen that a command opens.
 struct Screen {
-    /// Makes a child window; empty for a modal screen.
+    /// Creates a child window; empty for a modal screen.
     std::function<QWidget *()> makeChild{};
     /// The object name of the child window.
     QString childName{};
-    /// Fills a child window anew after a switch of the database; empty where the form has no Form_Refresh.
+    /// Refills a child window after a switch of the database; empty if the form has no Form_Refresh.
     std::function<void(QWidget *child)> refreshChild{};
-    /// Shows a modal screen and returns when it closed.
+    /// Shows a modal screen and returns when it is closed.
     std::function<void(QWidget *parent)> runModal{};
 };
 
-/// The screens that stand, by the command that opens them. A command that has none, and that the main
-/// window does not carry out by itself, stays disabled.
+/// The screens, by the command that opens them. A command that has none, and that the main window does not
+/// carry out itself, stays disabled.
 namespace Screens
 {
-/// Nothing where the command opens no screen.
+/// Null if the command opens no screen.
 const Screen *Of(const QString &command);
-/// The child screen of that object name.
+/// The child screen with that object name.
 const Screen *OfChild(const QString &name);
 
-/// The modal screens that the main window needs beside its commands. Tests put their own here.
+/// The modal screens that the main window needs apart from its commands. Tests install their own here.
 struct Dialogues {
     /// The chooser of the database connection; its result is in gDialogResult.
     std::function<void(QWidget *parent)> chooseDatabase;
@@ -36,8 +36,8 @@ struct Dialogues {
 };
 Dialogues &Installed();
 
-/// Installs the real screens, here and for the code below that asks for some.
+/// Installs the real screens, here and for the lower layers that ask for some.
 void Install();
-/// Of these the ones that screens open of each other, as of OtherScreens.h.
+/// Of these, installs only the screens that other screens open (OtherScreens.h).
 void InstallOpeners();
 } // namespace Screens

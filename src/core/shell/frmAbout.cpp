@@ -13,7 +13,7 @@
 
 namespace
 {
-/// The palette's colour of links, light on a dark window: the standard blue is too dark to read there.
+/// The palette's colour for links, light on a dark window: the standard blue is too dark to read there.
 QColor LinkColour(const QPalette &palette)
 {
     constexpr int light = 200;

@@ -5,7 +5,7 @@
 class ColourPanel;
 class QCheckBox;
 
-/// The options of this workstation. They reach the settings file when the program ends.
+/// The options of this workstation. They are written to the settings file when the program ends.
 class frmLocalOptions final : public FormDialog
 {
     Q_OBJECT

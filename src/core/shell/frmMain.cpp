@@ -37,7 +37,7 @@
 
 #include <algorithm>
 
-/// Which database the session was on, to go back to.
+/// The database that the session was using, to go back to.
 struct DatabaseChoice {
     QString name{};
     QString file{};
@@ -62,7 +62,7 @@ namespace
 {
 constexpr int serverDatabase = 2;
 constexpr int narrowScreen = 1024;
-/// 900 twips, taken off the course manager where the screen is exactly as wide as the least.
+/// 900 twips, taken off the course manager if the screen is exactly as wide as the minimum.
 constexpr int narrowCorrection = 60;
 
 int g_assumedScreenWidth = 0;
@@ -74,7 +74,7 @@ QString Id(const char *id)
     return QString::fromLatin1(id);
 }
 
-/// Whether the database is one that the program can work with. Every one is at present.
+/// Whether the program can work with the database. At present it can with every one.
 bool CheckDB()
 {
     return true;
@@ -93,8 +93,8 @@ frmMain::frmMain()
             return DocumentExists(userGuide);
         return OwnActions().contains(id) || Screens::Of(id);
     });
-    // The window is seen before the first box of a session is answered, and only Login knows what may be
-    // done.
+    // The window is visible before the first box of a session is answered, and only Login knows what the user
+    // may do.
     m_commands->EnableAll(false);
     connect(m_commands, &CommandSet::Chosen, this, &frmMain::Choose);
     BuildStatusBar();
@@ -200,7 +200,7 @@ void frmMain::Login()
     m_panels[2]->setEnabled(true);
 }
 
-/// Without a database the room of the child windows stays empty, and says how to get one.
+/// Without a database the area of the child windows stays empty, and says how to get one.
 void frmMain::ShowWhatToDo()
 {
     if (gDBValid) {
@@ -248,7 +248,7 @@ bool frmMain::event(QEvent *event)
 
 void frmMain::Choose(const QString &id)
 {
-    // The second click of a double one may still be for this window: one session would be followed by two.
+    // The second click of a double click may still reach this window; two sessions would then be started.
     if (m_unloaded)
         return;
     const auto own = OwnActions().constFind(id);
@@ -303,7 +303,7 @@ void frmMain::ShowProperties()
         m_panels[2]->setText(u"  " % SystemValue(SystemRef::DatabaseName));
 }
 
-/// What was half typed belongs to the database that is about to be closed.
+/// A half-typed value belongs to the database that is about to be closed.
 void frmMain::LeaveField()
 {
     QFocusEvent left(QEvent::FocusOut, Qt::OtherFocusReason);
@@ -314,7 +314,7 @@ void frmMain::LeaveField()
 bool frmMain::ReconnectUntilSettled(const DatabaseChoice &last)
 {
     while (!ConnectDatabase(false)) {
-        gDBValid = false; // the chooser has no present database to offer
+        gDBValid = false; // the chooser then has no current database to offer
         if (gDBQUseODBC) {
             gDBQName.clear();
             gDBQFilename.clear();
@@ -375,8 +375,8 @@ void frmMain::RefreshForms()
     });
 }
 
-/// What a child window still has to store needs the database, so that they close first. The last opened goes
-/// first; false where one stays open.
+/// Child windows may still have something to store, so they are closed while the database is open. The last
+/// opened goes first; false if one stays open.
 bool frmMain::CloseChildren()
 {
     const QList<QMdiSubWindow *> frames = m_children->subWindowList(QMdiArea::CreationOrder);
@@ -387,7 +387,7 @@ bool frmMain::Unload()
 {
     if (m_unloaded)
         return true;
-    // Without a database there is nothing to stay for.
+    // Without a database there is nothing to stay open for.
     if (!CloseChildren() && gDBValid)
         return false;
     m_unloaded = true;

@@ -16,16 +16,17 @@ class frmMain final : public QMainWindow
 public:
     frmMain();
 
-    /// What follows the first show: the title, the warnings, the two managers side by side, and Login.
+    /// Called after the first show: sets the title, shows the warnings, opens the two managers side by side,
+    /// and calls Login.
     void Load();
-    /// Sets the status bar and what each command may do, by the database and the user's rights.
+    /// Sets the status bar, and enables the commands that the database and the user's rights allow.
     void Login();
-    /// Ends the session, errors ignored: forms, credentials, connection, settings and log. The window goes.
-    /// False where a child window stays open, and with it the session.
+    /// Ends the session: forms, credentials, connection, settings and log, ignoring errors. The window
+    /// closes. False if a child window stays open, and the session with it.
     bool Unload();
     void SwitchDatabase();
 
-    /// Takes the place of the screen's width, in pixels, for the advice that it gives; 0 = the real one.
+    /// Overrides the screen's width, in pixels, for the advice about it; 0 = the real width.
     static void AssumeScreenWidth(int pixels);
 
 protected:
@@ -41,7 +42,7 @@ private:
     void ShowWhatToDo();
     void ApplyRights();
     void Choose(const QString &id);
-    /// What the window carries out by itself, by command.
+    /// What the window carries out itself, by command.
     using Action = void (*)(frmMain &);
     static const QHash<QString, Action> &OwnActions();
     void OpenChild(const QString &command);

@@ -34,7 +34,7 @@ QLabel *NewLabel(const QString &name, const QString &text, QWidget *parent)
     return label;
 }
 
-/// White text, for the picture, in a size relative to the desktop's font.
+/// Makes a label white for the picture, in a size relative to the desktop's font.
 void StandOnPicture(QLabel *label, double size, QFont::Weight weight)
 {
     QFont font = label->font();
@@ -162,7 +162,7 @@ void frmSplash::keyPressEvent(QKeyEvent *event)
 
 void frmSplash::closeEvent(QCloseEvent *event)
 {
-    // The window manager's way of closing is a cancel, whatever the splash shows.
+    // Closing through the window manager is a cancel, whatever the splash shows.
     if (event->spontaneous())
         Cancel();
     QWidget::closeEvent(event);
@@ -170,7 +170,7 @@ void frmSplash::closeEvent(QCloseEvent *event)
 
 void frmSplash::SetTopmost(bool topmost)
 {
-    // On the native window: the widget's own flag would hide the window for a moment.
+    // Set on the native window: changing the widget's own flag would hide the window for a moment.
     if (windowHandle())
         windowHandle()->setFlag(Qt::WindowStaysOnTopHint, topmost);
 }
@@ -192,7 +192,7 @@ void frmSplash::LogOn()
                         Dialogs::Buttons::Ok, Dialogs::Icon::Stop);
         m_user->setFocus();
         m_user->selectAll();
-        // Whoever clicks into it types the password anew.
+        // A user who clicks into the field types the whole password again.
         m_password->selectAll();
         return;
     }
