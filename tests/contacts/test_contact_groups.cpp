@@ -222,7 +222,7 @@ void TestContactGroups::UnstoredMembersStayOnTheScreen()
     Dialogs::Installed().serveEvents = [] { QApplication::processEvents(); };
     gConnection.ObserveStatements([](const QString &sql) { QThread::msleep(sql.startsWith('I') ? 400 : 0); });
     m->driver.Expect("ProgressBox", [](QDialog &box) { Press(box, "CancelBtn"); });
-    m->dialogs.Expect("Update Contact", "Stopped. Nothing of what is shown was stored.");
+    m->dialogs.Expect("Update Contact", "Stopped. Nothing on this screen was stored.");
     Press(*form, "OKBtn");
     gConnection.ObserveStatements({});
     QCOMPARE(Rows("Groups"), 0);

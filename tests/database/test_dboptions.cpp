@@ -77,8 +77,8 @@ private slots:
         });
         ScriptedDialogs user;
         user.Expect("Database Options",
-                    "What was changed could not be stored. All workstations go on with what the database "
-                    "has.\nThe connection cannot be used: no database is open.");
+                    "The changes could not be stored. All workstations continue with what the database has.\n"
+                    "The connection cannot be used: no database is open.");
         Press(form, "OKBtn");
         gConnection.ObserveStatements({});
         QVERIFY(user.AllCame() && form.isVisible());

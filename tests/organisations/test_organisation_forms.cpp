@@ -103,7 +103,7 @@ void TestOrganisationForms::SavingCanBeStopped()
             QThread::msleep(400);
     });
     m->driver.Expect("ProgressBox", [](QDialog &box) { Press(box, "CancelBtn"); });
-    m->dialogs.Expect("Update Organisation", "Stopped. Nothing of what is shown was stored.");
+    m->dialogs.Expect("Update Organisation", "Stopped. Nothing on this screen was stored.");
     Press(form, "OkBtn");
     gConnection.ObserveStatements({});
     QCOMPARE(OrganisationOf(anna), acme);

@@ -24,7 +24,7 @@ bool FileExists(const QString &file)
     return QFileInfo(file).isFile();
 }
 
-/// A file given by its bare name and not found here is looked for in a folder of the program's directory.
+/// A file given by its bare name and not found is looked for in a folder of the program's directory.
 QString FileOrIn(const QString &folder, const QString &file)
 {
     const bool isBare = !file.isEmpty() && QDir::isRelativePath(file);
@@ -56,7 +56,7 @@ bool AskForCredential(const QString &message)
     Dialogs::MsgBox(message);
     gDialogResult = 0;
     Dialogs::Installed().databaseLogon();
-    // A data source goes through the store again, a direct connection straight to the next question.
+    // A data source tries the credential store again, a direct connection asks again at once.
     return gDialogResult == 1 && Connect(!gDBQUseODBC, true);
 }
 
@@ -74,14 +74,14 @@ bool OnFailedOpen(bool retry)
     return retry ? AskForCredential(message) : TryStoredCredential();
 }
 
-/// Makes a data source that has vanished again, from the file that the session remembers.
+/// Registers a vanished data source again, with the file that the session remembers.
 bool RegisterVanishedSource()
 {
     gDBQFilename = FileOrIn(QStringLiteral("database/"), gDBQFilename);
     return FileExists(gDBQFilename) && RegisterAccessDSN(gDBQName, gDBQFilename, gDBQDescription, {}, {});
 }
 
-/// True if the connection leads to another file than the registry said, and the registry now says so too.
+/// True if the connection led to another file than the registered one, and the registry has been corrected.
 bool CorrectedSourceFile()
 {
     const QString registered = DSNFile(gDBQName);
@@ -92,8 +92,9 @@ bool CorrectedSourceFile()
     return differs && FileExists(gDBQFilename) && SetDSNFile(gDBQName, gDBQFilename);
 }
 
-/// A stored password may be older than its removal, or belong to the database before a switch. One that the
-/// text holds whole is left alone, since its value in the text ends at its first semicolon.
+/// A stored password may since have been removed from the database, or belong to the database used before a
+/// switch. A password that the text contains whole is kept, since its value in the text would end at its
+/// first semicolon.
 void TakePasswordOfConnection()
 {
     if (!gConnection.ConnectionText().contains(u"PWD=" % gDBPassword))
@@ -112,8 +113,9 @@ QString SourceText(const QString &credentials)
     return u"ODBC;DATABASE=" % gDBQName % credentials % u";DSN=" % gDBQName % u";EXCLUSIVE=00";
 }
 
-/// The text of a server's source is the same for everybody. `knowsLogon`: gDBUser and gDBPassword are the
-/// store's or the user's answer to its refusal, and not those of another database.
+/// Connects a data source; the text for a server's is the same for everybody. `knowsLogon`: gDBUser and
+/// gDBPassword come from the store or the user after this database refused a logon, and are not those of
+/// another database.
 bool ConnectSource(bool retry, bool knowsLogon)
 {
     const ServerLogon logon = knowsLogon ? ServerLogon{gDBUser, gDBPassword} : ServerLogon{};

@@ -15,11 +15,11 @@ namespace
 {
 using Table = std::array<unsigned char, 256>;
 
-/// Longer lines are none of ours; a file that is no store may have one of any length.
+/// Longer lines are not ours; a file that is not a store may have lines of any length.
 constexpr qint64 longestLine = 64 * 1024;
 
-/// Pairs of numbers that stand for each other, from a small fixed generator. What ends a line, or a text,
-/// stands for itself, so that a scrambled line stays one line.
+/// Pairs of bytes that are exchanged for each other, from a small fixed generator. The bytes that end a line
+/// or a text are left alone, so that a scrambled line stays one line.
 Table MakeTable()
 {
     Table table{};
@@ -43,7 +43,7 @@ Table MakeTable()
     return table;
 }
 
-/// The line with its key in upper case.
+/// The unscrambled line, with its key in upper case.
 std::optional<KeyLine> EntryOf(const QByteArray &scrambled)
 {
     std::optional<KeyLine> line = KeyLineOf(QString::fromUtf8(ScrambleLine(scrambled)));
@@ -52,7 +52,7 @@ std::optional<KeyLine> EntryOf(const QByteArray &scrambled)
     return line;
 }
 
-/// Calls `take` with each line of the file, without its end. False if a reading fails.
+/// Calls `take` with each line of the file, without its end. False if a read fails.
 template <typename Take>
 bool ForEachLine(QFile &file, Take &&take)
 {

@@ -22,7 +22,7 @@ void ChooseDatabaseFile(QLineEdit *field)
 void ShowWholePath(QLineEdit *field)
 {
     QObject::connect(field, &QLineEdit::textChanged, field, [field](const QString &path) {
-        // As rich text, so that signs of markup in the path are shown as they are.
+        // Escaped as rich text, so that markup characters in the path are shown as they are.
         field->setToolTip(path.isEmpty() ? QString() : u"<span>" % path.toHtmlEscaped() % u"</span>");
     });
 }

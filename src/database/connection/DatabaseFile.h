@@ -6,5 +6,5 @@ class QLineEdit;
 /// changes nothing.
 void ChooseDatabaseFile(QLineEdit *field);
 
-/// Keeps the whole path as the tool tip of a field that is too short for it.
+/// Keeps the whole path as the field's tool tip, since the field may be too short for it.
 void ShowWholePath(QLineEdit *field);

@@ -21,7 +21,7 @@ void TellNotCreated(const QString &file)
                     Dialogs::Icon::Exclamation);
 }
 
-/// A database that somebody works on must not be replaced under them.
+/// A database that somebody is working on must not be replaced under them.
 bool IsInUse(const QString &file)
 {
     const QFileInfo chosen(file);
@@ -34,7 +34,7 @@ bool IsInUse(const QString &file)
     return !alone && !EngineErrorList().isEmpty() && EngineErrorList().first().number == busy;
 }
 
-/// What the engine keeps beside a database belongs to the file that was there before.
+/// The files that the engine keeps beside a database belong to the old file.
 void RemoveCompanions(const QString &file)
 {
     for (const auto *ending : {"-wal", "-shm", "-journal"})

@@ -17,7 +17,7 @@ QString KeyOf(const QString &source)
     return u"Software\\ODBC\\odbc.ini\\" % source;
 }
 
-/// The path of the installed driver of database files; "" where it is not installed.
+/// The path of the installed driver for database files; "" if it is not installed.
 QString AccessDriverPath()
 {
     const QString driverKey = u"Software\\ODBC\\ODBCINST.INI\\" % accessDriver;
@@ -39,7 +39,7 @@ bool WriteSource(const QString &name, const QString &driver, const QString &file
 {
     const QString key = KeyOf(name);
     const QString jet = key % u"\\Engines\\Jet";
-    // The engine's values differ on purpose from those of a direct connection.
+    // The engine values differ on purpose from those of a direct connection.
     return RegWriteString(sourcesKey, name, accessDriver) &&
            RegWriteString(key, QStringLiteral("DBQ"), file) &&
            RegWriteString(key, QStringLiteral("Driver"), driver) &&

@@ -4,8 +4,8 @@
 
 class QLineEdit;
 
-/// Asks for the credentials of a secured database, gDBUser and gDBPassword. gDialogResult becomes 1 on OK
-/// and is left alone on Cancel.
+/// Asks for the credentials of a secured database, gDBUser and gDBPassword. gDialogResult becomes 1 on OK and
+/// is left unchanged on Cancel.
 class frmDBLogon final : public FormDialog
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ class frmDBLogon final : public FormDialog
 public:
     explicit frmDBLogon(QWidget *parent = nullptr);
 
-    /// Shows the form and returns when it closed.
+    /// Shows the form and returns when it is closed.
     static void Ask();
 
 private:

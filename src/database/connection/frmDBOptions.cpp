@@ -128,7 +128,7 @@ bool frmDBOptions::eventFilter(QObject *watched, QEvent *event)
     if (voucher && event->type() == QEvent::FocusOut) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
         const bool leavesField = reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
-        // Asked once the focus has settled: on the way to Cancel nothing needs to be put right.
+        // Checked once the focus has settled: on the way to Cancel nothing needs to be corrected.
         if (leavesField)
             QTimer::singleShot(0, voucher, [this, voucher] {
                 if (isVisible() && focusWidget() != m_cancel && focusWidget() != voucher)
@@ -158,7 +158,7 @@ std::vector<NumberedValue> frmDBOptions::Changed() const
 {
     std::vector<NumberedValue> changed;
     TakeIfChanged(changed, SystemRef::CurrencySymbol, m_currency->text());
-    // The rate travels with its label: a new rate alone is not stored, and users know to type the label anew.
+    // The rate is stored with its label: a new rate alone is not stored, and users know to retype the label.
     if (m_taxLabel->text() != SystemValue(SystemRef::TaxName)) {
         changed.push_back({SystemRef::TaxName, m_taxLabel->text()});
         changed.push_back({SystemRef::TaxRate, m_taxRate->text()});

@@ -11,7 +11,7 @@ class QLineEdit;
 class QPushButton;
 class QTabWidget;
 
-/// The settings that belong to the database and not to the workstation.
+/// The settings that belong to the database, not to the workstation.
 class frmDBOptions final : public FormDialog
 {
     Q_OBJECT

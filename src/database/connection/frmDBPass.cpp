@@ -19,7 +19,7 @@ void Tell(const QString &text, const QString &title, Dialogs::Icon icon)
     Dialogs::MsgBox(text, title, Dialogs::Buttons::Ok, icon);
 }
 
-/// False if the user stopped it, so that the old password holds.
+/// False if the user stopped it, so that the old password still applies.
 bool GiveNewPassword(QWidget *form, const QString &newPassword)
 {
     const QString file = gDBQUseODBC ? DSNFile(gDBQName) : gDBQFilename;

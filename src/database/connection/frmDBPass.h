@@ -5,7 +5,7 @@
 class QLineEdit;
 
 /// Changes the password of the open database file, with progress. The connection is closed meanwhile, since
-/// the engine needs the file alone; a change that is stopped leaves the old password.
+/// the engine needs exclusive access to the file; a change that is stopped leaves the old password.
 class frmDBPass final : public FormDialog
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ public:
     explicit frmDBPass(QWidget *parent = nullptr);
 
 signals:
-    /// The database could not be opened again afterwards; the session has to start anew.
+    /// Emitted when the database could not be opened again afterwards; the session has to be started again.
     void DatabaseLost();
 
 private:

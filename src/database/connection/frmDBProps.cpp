@@ -13,7 +13,7 @@ bool HoldsPassword(const QString &part)
     return part.contains(QStringLiteral("PWD=")) || part.toUpper().contains(QStringLiteral("PASSWORD="));
 }
 
-/// A password may hold a semicolon, and what follows it would stand in a row of its own.
+/// A password may contain a semicolon, and what follows it would be shown in a row of its own.
 QString TextWithoutPassword()
 {
     QString text = gConnection.ConnectionText();

@@ -5,13 +5,13 @@
 
 class QLineEdit;
 
-/// What the open database is: the user's own name for it, and its connection.
+/// Shows the open database: the user's own name for it, and its connection.
 class frmDBProps final : public FormDialog
 {
     Q_OBJECT
 
 public:
-    /// `name` is what the main window shows; without `nameCanChange` it is only shown.
+    /// `name` is what the main window shows; without `nameCanChange` it cannot be edited.
     frmDBProps(const QString &name, bool nameCanChange, QWidget *parent = nullptr);
 
 protected:

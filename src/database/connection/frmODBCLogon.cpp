@@ -15,7 +15,7 @@
 
 namespace
 {
-/// The administrator's program of the ODBC manager, where the machine has one; else "".
+/// The ODBC manager's administration program; "" if the machine has none.
 QString Administrator()
 {
     for (const auto *name : {"ODBCManageDataSourcesQ5", "ODBCManageDataSourcesQ4", "ODBCConfig"}) {
@@ -100,8 +100,7 @@ QWidget *frmODBCLogon::SourcePage()
 
     administrator->setEnabled(!Administrator().isEmpty());
     if (!administrator->isEnabled())
-        administrator->setToolTip(
-            QStringLiteral("No administrator's program for data sources is installed."));
+        administrator->setToolTip(QStringLiteral("No program for administering data sources is installed."));
     connect(administrator, &QPushButton::clicked, this, [] { QProcess::startDetached(Administrator(), {}); });
     connect(refresh, &QPushButton::clicked, this, &frmODBCLogon::Refresh);
     return page;

@@ -10,8 +10,8 @@ class QLineEdit;
 class QRadioButton;
 class QStackedWidget;
 
-/// Chooses the database of the session: the present one, a registered data source, a file or a server's
-/// catalogue. gDialogResult is 1 when another one was chosen, else 0. Nothing is opened here.
+/// Chooses the session's database: the current one, a registered data source, a file or a server's catalogue.
+/// gDialogResult is 1 if another one was chosen, otherwise 0. Nothing is opened here.
 class frmODBCLogon final : public FormDialog
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ public:
     explicit frmODBCLogon(QWidget *parent = nullptr);
 
 private:
-    /// What can be chosen, in the order of the options and of the pages below them.
+    /// The choices, in the order of the options and of the pages below them.
     enum Way { Present, Source, File, Server };
 
     void BuildOptions(FormBuilder &form);

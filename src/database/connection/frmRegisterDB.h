@@ -13,8 +13,7 @@ class frmRegisterDB final : public FormDialog
 public:
     explicit frmRegisterDB(QWidget *parent = nullptr);
 
-    /// Shows the form with its fields filled in, for a database that was just made, and returns when it
-    /// closed.
+    /// Shows the form filled in for a database that was just created, and returns when it is closed.
     static void Propose(const QString &source, const QString &description, const QString &file);
 
 protected:

@@ -27,7 +27,7 @@ bool WantsRetry(const char *routineName)
     return HandleError(QString::fromLatin1(routineName), 0) == retryAnswer;
 }
 
-/// True when the failed statement is to run again. Inside a step nobody is asked: the whole step ends.
+/// True if the failed statement is to run again. Inside a step the user is not asked: the whole step ends.
 bool RetryAfterFailure()
 {
     if (OneStep::IsRunning(gConnection))
@@ -35,7 +35,7 @@ bool RetryAfterFailure()
     return WantsRetry(g_runningRoutine);
 }
 
-/// Two workstations waited for each other, and the server chose this one to give way.
+/// True if two workstations waited for each other and the server chose this one to give way.
 bool IsDeadlock(const EngineError &error)
 {
     constexpr int sqlServersNumber = 1205;
@@ -199,7 +199,7 @@ void FillRefTable(const ListModel &selection, const QString &fileName, Progress 
             const QString reference = key.mid(1);
             TryExecute(u"INSERT INTO Ref (ContactRef) VALUES (" % reference % u")");
             file.write(reference.toLatin1() + '\n');
-            group.Tick(); // a commit that fails is passed by like a statement
+            group.Tick(); // a commit that fails is ignored like a statement
         }
         progress.SetValue(row + 1);
     }

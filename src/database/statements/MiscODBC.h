@@ -20,7 +20,7 @@ class Progress;
 struct StatementGivenUp {
 };
 
-/// Names the data function that runs, for the error report, as long as it lives.
+/// Names the running data function for the error report, for as long as it lives.
 class ReportedScope final
 {
 public:
@@ -33,8 +33,8 @@ private:
     const char *m_outer;
 };
 
-/// Runs `body`. A statement of it that fails goes to HandleError under `routineName`; on Retry it runs
-/// again in place, otherwise the body is left and `failureValue` is the result.
+/// Runs `body`. A statement in it that fails goes to HandleError under `routineName`; on Retry the statement
+/// runs again, otherwise the body is left and `failureValue` is returned.
 template <typename Value, typename Body>
 Value Reported(const char *routineName, Value failureValue, Body &&body)
 {
@@ -63,17 +63,17 @@ struct StepBroken {
     const char *routineName; ///< the data function whose statement it was
 };
 
-/// Keeps the step; its failure is the step's failure.
+/// Keeps the step; if that fails, the step has failed.
 void KeepStep(OneStep &step);
-/// Tells that a step could not begin; its failure is the step's failure.
+/// Requires that the step has begun; if it could not, the step has failed.
 void RequireBegun(const OneStep &step);
-/// True when the step that broke is to run again: at once where the server chose it to give way to another,
-/// otherwise if the user says so. `attempt` counts from 1.
+/// True if the failed step is to run again: at once if the server chose it to give way to another, otherwise
+/// if the user says so. `attempt` counts from 1.
 bool RunsAgain(const StepBroken &broken, int attempt);
 
-/// Runs `body`, a test and the write that relies on it, as one OneStep under `key`, and gives its result;
-/// only inside Reported. A statement that fails takes back all that the body did before the failure is told;
-/// on Retry the body runs again from its beginning. No question may be asked inside.
+/// Runs `body`, a test and the write that relies on it, as one OneStep under `key`, and returns its result;
+/// only inside Reported. When a statement fails, everything that the body did is undone before the failure is
+/// reported; on Retry the body runs again from its beginning. It must not ask the user anything.
 template <typename Body>
 auto InOneStep(const QString &key, Body &&body)
 {
@@ -85,7 +85,7 @@ auto InOneStep(const QString &key, Body &&body)
             KeepStep(step);
             return result;
         } catch (const StepBroken &broken) {
-            // An inner step has no end of its own.
+            // An inner step ends with the outer one.
             if (OneStep::IsRunning(gConnection))
                 throw;
             if (!RunsAgain(broken, attempt))
@@ -98,38 +98,39 @@ auto InOneStep(const QString &key, Body &&body)
 void Execute(const QString &sql);
 /// Opens a query and reads it whole; only inside Reported.
 Recordset OpenRecordset(const QString &sql);
-/// Runs a query of very many rows and hands them over as they come; only inside Reported. After a failure
-/// that is tried again they come from the first row on.
+/// Runs a query of very many rows and hands them over as they come; only inside Reported. On a retry after a
+/// failure they come from the first row again.
 void ReadInPieces(const QString &sql, const TakeRows &take);
-/// True if the query gives a row; only inside Reported.
+/// True if the query returns a row; only inside Reported.
 bool HasRow(const QString &sql);
 /// The whole number in `column` of the query's first row, 0 without a row; only inside Reported.
 int ReadKey(const QString &sql, QStringView column);
 
-/// Runs statements that end in `key`, in order and one transaction. False on an error: those before it stay.
+/// Runs statements that end in `key`, in order and in one transaction. False on an error: what the statements
+/// before it did is kept.
 bool RunWithKey(const char *routineName, std::initializer_list<QStringView> statements, int key);
 
-/// Marks the end of a whole row of a long loop; only inside Reported, which a commit that fails goes to.
+/// Marks the end of a whole row in a long loop; only inside Reported, which handles a commit that fails.
 void EndRow(WriteGroup &group);
-/// Commits what the group still holds behind the last row; only inside Reported, likewise.
+/// Commits what the group still holds after the last row; only inside Reported, which handles a failure.
 void EndRows(WriteGroup &group);
 
-/// Adds a row where `same` finds none, in one step: the key that `readBack` then gives in `keyColumn`; 0
-/// where there is one already, -1 on an error.
+/// Adds a row if `same` finds none, in one step. Returns the key that `readBack` then gives in `keyColumn`; 0
+/// if there is such a row already, -1 on an error.
 int AddRow(const char *routineName, const QString &same, const QString &insert, const QString &readBack,
            QStringView keyColumn);
-/// Writes a row where `other` finds none that it would be equal to, in one step: `key`; 0 where there is one,
-/// -1 on an error.
+/// Writes a row if `other` finds no row that it would duplicate, in one step. Returns `key`; 0 if there is a
+/// duplicate, -1 on an error.
 int UpdateRow(const char *routineName, const QString &other, const QString &update, int key);
 
 /// The same with errors ignored, for the few routines that go on after a failure.
 bool TryExecute(const QString &sql);
 std::optional<Recordset> TryOpenRecordset(const QString &sql);
 
-/// The schema level in table `Version`; 0 with no row or on any error.
+/// The schema level in table `Version`; 0 without a row or on any error.
 double GetDBVersion();
 
-/// Publishes the current contact selection: the references behind the "?" keys of `selection`, in table
-/// `Ref` (emptied first) and one a line in the file `fileName` of the folder `temp`. Errors are ignored. A
-/// cancelled `progress` ends it behind a person, with the rest in neither.
+/// Publishes the current contact selection: the references in the "?" keys of `selection`, in table `Ref`
+/// (emptied first) and one per line in the file `fileName` in the folder `temp`. Errors are ignored. A
+/// cancelled `progress` ends it after a whole person; the rest are then in neither.
 void FillRefTable(const ListModel &selection, const QString &fileName, Progress &progress);

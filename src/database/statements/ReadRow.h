@@ -5,8 +5,8 @@
 #include <optional>
 #include <utility>
 
-/// What a data function read of the one row that was asked for: the row, or that there is none, or that the
-/// read failed, which is neither.
+/// What a data function read when asked for one row: the row, or that there is none, or that the read failed,
+/// which is a case of its own.
 template <typename Row>
 class ReadRow final
 {

@@ -49,7 +49,7 @@ void TakeRows(const FieldValues &values, const RecordLists::List &list)
     }
 }
 
-/// What another workstation ticked may be something that it made only then.
+/// What another workstation ticked may be something that it has only just created.
 void AddNode(TreeModel &tree, const TreeNode &from)
 {
     const QString parentKey = from.parent ? from.parent->key : QString();

@@ -5,7 +5,7 @@
 class ListModel;
 class TreeModel;
 
-/// The lists and trees of a screen that are stored with its record, beside what is stored of them now.
+/// The lists and trees of a screen that are stored with its record, together with what is stored of them now.
 class RecordLists final
 {
 public:
@@ -13,14 +13,14 @@ public:
         QString word;     ///< what a row is: "Characteristic"
         ListModel &yours; ///< the rows on the screen
         ListModel &theirs;
-        ListModel *available = nullptr; ///< where a row of `yours` comes from and goes back to
-        bool hasValues = false;         ///< the sub-items of a row are stored too
+        ListModel *available = nullptr; ///< the list that rows of `yours` come from and go back to
+        bool hasValues = false;         ///< whether the sub-items of a row are stored too
     };
     struct Ticks {
         QString word;
         TreeModel &yours;
         TreeModel &theirs;
-        QString singleImage{}; ///< of the nodes below which one node alone is ticked
+        QString singleImage{}; ///< of the nodes below which only one node can be ticked
     };
 
     void Add(const List &list) { m_lists.push_back(list); }
@@ -28,9 +28,9 @@ public:
 
     void AddYours(FieldValues &values) const;
     void AddTheirs(FieldValues &values) const;
-    /// Makes the lists on the screen those of `values`; a row that they lack is taken from what is stored.
+    /// Makes the lists on the screen show `values`; a row that they lack is taken from what is stored.
     void Take(const FieldValues &values) const;
-    /// The name and a value of a row as the user reads them; a null value is that of a missing row.
+    /// A row's name, and its value, as the user reads them; a null value means that the row is missing.
     QString Caption(const QString &field) const;
     QString Shown(const QString &field, const QString &value) const;
 
@@ -44,7 +44,8 @@ void AddRows(FieldValues &values, const QString &word, const ListModel &list, bo
 /// The ticks of a tree as fields of a record. Below a node of `singleImage` they are one field.
 void AddTicks(FieldValues &values, const QString &word, const TreeModel &tree, const QString &singleImage);
 
-/// How a record of those columns and lists is told to the user; `read` and `write` are left to the caller.
+/// How a record with those columns and lists is described to the user; `read` and `write` are left to the
+/// caller.
 template <typename Record>
 MergedSave SaveOf(const std::vector<MergedColumn<Record>> &columns, const RecordLists &lists,
                   const QString &table, const QString &what)

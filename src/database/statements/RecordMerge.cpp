@@ -22,7 +22,7 @@ void TakeField(FieldValues &to, const FieldValues &from, const QString &name)
         to.remove(name);
 }
 
-/// What is read from the database goes back as it was: writing it doubles its backticks again.
+/// Takes a stored value so that it can be written back unchanged: writing doubles its backticks again.
 void TakeStored(FieldValues &to, const FieldValues &stored, const QString &name)
 {
     TakeField(to, stored, name);
@@ -30,7 +30,7 @@ void TakeStored(FieldValues &to, const FieldValues &stored, const QString &name)
         to[name].replace(QStringLiteral("``"), QStringLiteral("`"));
 }
 
-/// The fields that were changed, those that both changed first.
+/// The fields that were changed, with those that both changed first.
 QList<Dialogs::FieldChange> ChangesOf(const MergedSave &save, const FieldMerge &merge,
                                       const FieldValues &yours, const FieldValues &theirs, QStringList &names)
 {
@@ -51,7 +51,8 @@ QList<Dialogs::FieldChange> ChangesOf(const MergedSave &save, const FieldMerge &
     return changes;
 }
 
-/// True once the user settled each field: what is stored of it now was seen, and is kept or not.
+/// True if the user settled every field: has seen what is now stored in it, and decided which version to
+/// keep.
 bool Settle(const MergedSave &save, const FieldMerge &merge, const FieldValues &theirs, FieldValues &base,
             FieldValues &yours)
 {
@@ -104,7 +105,7 @@ FieldValues AsStored(FieldValues values)
 
 int SaveMerged(const char *routineName, const MergedSave &save, FieldValues &base, FieldValues &values)
 {
-    // Until it is stored the record on the screen is as it was, whatever the user settles.
+    // The record on the screen stays as it was until it is stored, whatever the user settles.
     FieldValues seen = base;
     FieldValues yours = values;
     while (true) {

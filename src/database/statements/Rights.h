@@ -1,7 +1,7 @@
 #pragma once
 
-/// The rights of a user, each by its position in the rights string. The shipped map of rights gives them
-/// their names, and tells which are graded and which are only yes or no.
+/// The rights of a user, each with its position in the rights string. The shipped map of rights gives their
+/// names, and says which are graded and which are only yes or no.
 enum class Right {
     SecurityMenu = 0,
     ContactsMenu = 1,
@@ -70,8 +70,8 @@ enum class Right {
     CustomAttributes = 120,
 };
 
-/// How far a right goes. Each level includes the ones above it in this list; a right that is only yes or no
-/// has None or Full.
+/// How far a right goes. Each level includes those above it in this list; a right that is only yes or no has
+/// None or Full.
 enum class Level {
     None = 0,
     View = 1,

@@ -4,8 +4,7 @@
 
 Level UserRight(Right right)
 {
-    // Rights written by an older version may be fewer than there are now. What they do not tell of is
-    // refused.
+    // An older version may have written fewer rights than there are now. Those that are missing are refused.
     const auto position = static_cast<qsizetype>(right);
     if (position >= gUserRights.size())
         return Level::None;

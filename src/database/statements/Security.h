@@ -6,10 +6,10 @@
 
 constexpr int RightsCount = 256;
 
-/// The logged-on user's level of a right: the digit at its position in gUserRights. None where the string is
-/// shorter or the character is no digit.
+/// The logged-on user's level for a right: the digit at its position in gUserRights. None if the string is
+/// shorter or the character is not a digit.
 Level UserRight(Right right);
-/// True where the logged-on user's level of a right is `level` or above it.
+/// True if the logged-on user's level for a right is `level` or higher.
 bool UserMay(Right right, Level level);
-/// The rights of a session when no user is defined: 256 nines.
+/// The rights of a session if no user is defined: 256 nines.
 QString RightsBlank();

@@ -62,6 +62,6 @@ void TellNotStored(const QString &title)
     const EngineErrors errors = gConnection.Errors();
     const QString why = errors.isEmpty() ? QString() : QString(u'\n' % errors.first().description);
     Dialogs::MsgBox(
-        u"What was changed could not be stored. All workstations go on with what the database has." % why,
+        u"The changes could not be stored. All workstations continue with what the database has." % why,
         title, Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
 }

@@ -15,13 +15,13 @@ constexpr int TaxName = 16;
 constexpr int TaxRate = 17; ///< percent, as text
 } // namespace SystemRef
 
-/// Reads table `System` into the session anew; errors are ignored, and a row outside 0 to 20 is passed over.
+/// Reads table `System` into the session again; errors are ignored, and a row outside 0 to 20 is skipped.
 void LoadSystemValues();
-/// The value of that number, 0 to 20; "" where the database has none.
+/// The value with that number, 0 to 20; "" if the database has none.
 QString SystemValue(int index);
-/// Replaces the value in table `System` (a DELETE and an INSERT) and in the session, all or nothing. False
-/// where it could not be stored, which the connection's Errors() tell: the session keeps what the database
-/// has.
+/// Replaces the value in table `System` (a DELETE and an INSERT) and in the session, both or neither. False
+/// if it could not be stored, with the reason in the connection's Errors(); the session then keeps what the
+/// database has.
 bool SetSystemValue(int index, const QString &text);
 struct NumberedValue {
     int index = 0;

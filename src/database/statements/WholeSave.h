@@ -7,16 +7,17 @@
 
 #include <utility>
 
-/// What came of storing a record with all that hangs on it.
+/// The outcome of storing a record with everything that belongs to it.
 struct RecordSaved {
-    int key = 0;          ///< of the record, which is stored; 0 where nothing was stored, -1 on an error
-    bool isWhole = false; ///< so is all that hangs on it; otherwise it may have less than was to be stored
+    int key = 0; ///< of the stored record; 0 if nothing was stored, -1 on an error
+    bool isWhole =
+        false; ///< everything that belongs to it is stored too; otherwise some of that may be missing
 };
 
-/// Stores a record by `storeRecord`, which gives its key or 0 or -1, and what hangs on it by
-/// `storeLists(key)`, which is false on an error, in one transaction: a crash leaves all of it or nothing.
-/// Cancelled `progress` takes all back. A statement that fails leaves what came before it. All that is to be
-/// asked is asked before, since a question ends the transaction.
+/// Stores a record with `storeRecord`, which returns its key or 0 or -1, and what belongs to it with
+/// `storeLists(key)`, which is false on an error, in one transaction: a crash leaves all of it or nothing. A
+/// cancelled `progress` undoes everything. When a statement fails, what was written before it stays. Ask the
+/// user everything beforehand, since a question ends the transaction.
 template <typename StoreRecord, typename StoreLists>
 RecordSaved SaveWhole(const char *routineName, const Progress &progress, StoreRecord &&storeRecord,
                       StoreLists &&storeLists)

@@ -7,13 +7,13 @@
 
 /// A date as a date-int; an invalid date gives 0.
 int DateToInt(QDate date);
-/// "DD/MM/YYYY". 0 becomes today's date-int, in the caller's variable as well.
+/// "DD/MM/YYYY". 0 is replaced by today's date-int, in the caller's variable too.
 QString IntToDateText(int &value);
-/// The same for a value that is nobody's variable.
+/// The same for a value that is not a variable.
 QString IntToDateText(int &&value);
 /// "DD/MM/YYYY HH:MM:SS", for the log and the status bar.
 QString GeneralDateText(const QDateTime &moment);
-/// A date-int as a date; invalid for 0 or a value that is no date.
+/// A date-int as a date; invalid for 0 or a value that is not a date.
 QDate IntToDate(int value);
 /// The decimal text of `n`, with a "0" before a single character.
 QString TwoDigits(int n);

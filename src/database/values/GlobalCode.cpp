@@ -37,12 +37,12 @@ QString RoundedDecimal(const QString &digits, int places)
 QString ShortestDecimal(double value)
 {
     // The shortest text that reads back as the value has at most 17 digits; "f" with that precision would
-    // show the digits behind them.
+    // show further digits.
     return QString::number(value, 'f', QLocale::FloatingPointShortest);
 }
 
-/// The text of an amount of whole cents, as nearly all are, without the search for the shortest decimal; ""
-/// for any other.
+/// The text of an amount in whole hundredths, as nearly all are, without the search for the shortest decimal;
+/// "" for any other.
 QString WholeCents(double size)
 {
     constexpr double most = 1e12;
@@ -55,8 +55,8 @@ QString WholeCents(double size)
     return digits.left(digits.size() - 2) % u'.' % digits.right(2);
 }
 
-/// The locale's mark between groups of digits. The decimal sign is a point everywhere, because amounts are
-/// read back by it; where the locale has the point between groups, a comma takes that place.
+/// The locale's separator between groups of digits. The decimal sign is always a point, because amounts are
+/// read back that way; if the locale separates groups with a point, a comma is used instead.
 QString GroupSeparator()
 {
     const QString separator = QLocale().groupSeparator();

@@ -9,7 +9,8 @@ CaptionLabel::CaptionLabel(const QString &caption, QWidget *parent)
     : QLabel(caption, parent)
 {
     setTextFormat(Qt::PlainText);
-    // Room for both sides of the plate, on the right: captions stand on one line with the fields below them.
+    // Space for both sides of the plate, on the right only, so that captions line up with the fields below
+    // them.
     setContentsMargins(0, 0, fontMetrics().averageCharWidth(), 0);
 }
 

@@ -2,8 +2,8 @@
 
 #include <QLabel>
 
-/// The caption of a field. A caption whose field is required and empty is drawn on a plate of gWarnColour
-/// with a text that stands out on it: the colour is the user's own and may be anything, white included.
+/// The caption of a field. The caption of a required field that is empty is drawn on a plate of gWarnColour,
+/// with a text colour that contrasts with it: users choose the colour, and it may be anything, even white.
 class CaptionLabel final : public QLabel
 {
     Q_OBJECT

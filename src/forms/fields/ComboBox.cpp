@@ -11,7 +11,7 @@ ComboBox::ComboBox(ComboModel &model, QWidget *parent)
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(14);
     setMaxVisibleItems(20);
-    // A combo box picks a row of its own when its model is reset; the model's choice must win.
+    // A combo box picks a row by itself when its model is reset; the model's choice must win.
     connect(&m_list, &ComboModel::modelAboutToBeReset, this, [this] { m_filling = true; });
     setModel(&m_list);
     setCurrentIndex(m_list.Current());
@@ -27,7 +27,7 @@ ComboBox::ComboBox(ComboModel &model, QWidget *parent)
 
 void ComboBox::showPopup()
 {
-    // Rows of one height need not be measured one by one.
+    // Rows of equal height need not be measured one by one.
     if (auto *rows = qobject_cast<QListView *>(view()))
         rows->setUniformItemSizes(true);
     QComboBox::showPopup();

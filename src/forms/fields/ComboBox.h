@@ -4,8 +4,8 @@
 
 class ComboModel;
 
-/// The view of a ComboModel: what is chosen travels both ways. Forms read the choice from the model. Its
-/// width does not depend on its rows, so that long lists cost nothing.
+/// The view of a ComboModel: the choice is kept the same in both. Forms read it from the model. The width
+/// does not depend on the rows, so that long lists cost nothing.
 class ComboBox : public QComboBox
 {
     Q_OBJECT

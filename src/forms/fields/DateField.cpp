@@ -18,7 +18,7 @@ namespace
 {
 const QString dateFormat = QStringLiteral("dd/MM/yyyy");
 
-/// The key that stands for what was pressed: every mark between the parts of a day is a stroke.
+/// What a pressed key enters: every mark between the parts of a date becomes a slash.
 QString Stroke(const QString &key)
 {
     return key.size() == 1 && QStringView(u".,- ").contains(key.front()) ? QStringLiteral("/") : key;
@@ -36,7 +36,7 @@ DateField::DateField(QWidget *parent)
     QAction *open = addAction(Icons::Of(QStringLiteral("view-calendar")), TrailingPosition);
     connect(open, &QAction::triggered, this, &DateField::OpenCalendar);
     connect(this, &QLineEdit::returnPressed, this, &DateField::Leave);
-    // A day that was typed wrong is shown as such only once the user has done with it.
+    // A mistyped date is marked only once the user has finished with it.
     connect(this, &QLineEdit::textEdited, this, [this] { setPalette(QPalette()); });
 }
 

@@ -5,10 +5,10 @@
 
 #include <optional>
 
-/// A day, typed as it is written: "01/02/1990", "1/2/90", with points, dashes or blanks for the strokes, or
-/// without any ("010290"). What is left out, the year or the month too, is that of today. Up and Down go to
-/// the next day, Page Up and Page Down to the next month, Alt+Down opens the calendar. A text that is no day
-/// stays as it was typed, in the colour of errors, until it is put right.
+/// A date, typed as it is written: "01/02/1990", "1/2/90", with dots, dashes or blanks for the slashes, or
+/// without any ("010290"). A year, or month and year, left out is today's. Up and Down go one day on or back,
+/// Page Up and Page Down one month, Alt+Down opens the calendar. A text that is not a date stays as it was
+/// typed, in the colour of errors, until it is corrected.
 class DateField final : public QLineEdit
 {
     Q_OBJECT
@@ -16,13 +16,13 @@ class DateField final : public QLineEdit
 public:
     explicit DateField(QWidget *parent = nullptr);
 
-    /// The day that the text gives; the one before it was edited where it is empty or gives none.
+    /// The date in the text; if it is empty or not a date, the date before it was edited.
     QDate Day() const;
     void SetDay(QDate day);
-    /// Short years are those up to this one, "30" is 1930 for a day of birth. Without it they are the ones
-    /// nearest to this year.
+    /// Makes short years mean years up to this one, so that "30" is 1930 for a date of birth. Otherwise they
+    /// mean the ones nearest to this year.
     void TakeShortYearsAsPast() { m_past = true; }
-    /// Whether the text gives a day, or is empty and leaves the one before.
+    /// Whether the text is a date, or empty, which keeps the previous date.
     bool IsDay() const;
 
     QSize sizeHint() const override;
@@ -42,6 +42,6 @@ private:
     bool m_past = false;
 };
 
-/// Tells of the first text in `form` that should be a day and is none, and goes to it. False where there is
-/// one: what hangs on the day is not to be stored.
+/// Tells the user about the first text in `form` that should be a date and is not, and moves the focus to it.
+/// False if there is one; what depends on the date must not be stored then.
 bool DaysAreReadable(QWidget *form);

@@ -5,7 +5,7 @@
 #include <QAbstractTableModel>
 
 /// The rows of the box that settles changes: field, yours, theirs. The side that is kept has a check mark,
-/// and what was changed is bold.
+/// and changed values are bold.
 class FieldChanges final : public QAbstractTableModel
 {
     Q_OBJECT

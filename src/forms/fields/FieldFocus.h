@@ -2,8 +2,8 @@
 
 #include <QFocusEvent>
 
-/// Whether a field that loses the focus is left. A user who opens a menu, a list or another window comes back
-/// to what was half typed.
+/// Whether a field that loses the focus is really left. A user who only opens a menu, a list or another
+/// window comes back to the half-typed value.
 inline bool IsLeft(const QFocusEvent &event)
 {
     switch (event.reason()) {

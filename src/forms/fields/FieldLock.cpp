@@ -23,7 +23,7 @@ void Recolour(QWidget *field, bool locked)
     field->setFocusPolicy(locked ? Qt::ClickFocus : Qt::StrongFocus);
 }
 
-/// What a locked field shows is there to be read, so that it is not greyed like a thing out of use.
+/// A locked field is still there to be read, so it is not greyed like a disabled one.
 void KeepReadable(QWidget *field, bool locked)
 {
     QPalette palette;

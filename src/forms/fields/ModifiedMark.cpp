@@ -84,7 +84,7 @@ void ModifiedMark::Paint()
     QPalette palette = m_saveButton->palette();
     const QColor highlight = palette.color(QPalette::Highlight);
     palette.setColor(QPalette::Button, highlight);
-    // Styles draw a button lighter than its colour, so that the text for selections may be too faint.
+    // Styles draw a button lighter than its colour, so the text colour for selections may be too faint.
     palette.setColor(QPalette::ButtonText, qGray(highlight.lighter(120).rgb()) < 128 ? Qt::white : Qt::black);
     m_saveButton->setPalette(palette);
 }

@@ -14,30 +14,31 @@ class QWidget;
 class TreeModel;
 
 /// The one "modified" flag of a record form, set by every field's change, and the save button that is
-/// painted in the highlight colour while it is set. A timer paints, so that a record that loads (many
+/// painted in the highlight colour while it is set. A timer does the painting, so that loading a record (many
 /// changes, then Clear) does not make the button flicker.
 class ModifiedMark final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `saveButton` may be nothing: then there is only the flag.
+    /// `saveButton` may be null: then there is only the flag.
     explicit ModifiedMark(QAbstractButton *saveButton, QObject *parent = nullptr);
 
-    /// Every text, combo, date, check and option below `root` sets the flag from now on. Lists do not:
-    /// most only show something. Watch the models of those that belong to the record.
+    /// From now on every text, combo, date, check and option below `root` sets the flag. Lists do not, since
+    /// most only show something: watch the models of those that belong to the record.
     void Watch(QWidget *root);
     void Watch(ListModel &list);
     void Watch(TreeModel &tree);
-    /// A field that belongs to the screen and not to the record (a search box, a filter). Before Watch.
+    /// Leaves out a field that belongs to the screen and not to the record (a search box, a filter). Call it
+    /// before Watch.
     void Ignore(QWidget *field);
 
     bool IsSet() const { return m_set; }
     void Set() { m_set = true; }
     void Clear() { m_set = false; }
 
-    /// The question on leaving; true if the form may go. Yes runs `save`, after which the flag tells
-    /// whether it worked; No leaves; Cancel stays. Unmodified forms go unasked.
+    /// Asks the question on leaving; true if the form may close. Yes runs `save`, after which the flag tells
+    /// whether it worked; No leaves; Cancel stays. An unmodified form may close without a question.
     bool AskToSave(const std::function<void()> &save, Dialogs::Answer defaultAnswer = Dialogs::Answer::None);
 
 private:

@@ -91,7 +91,7 @@ void MoneyField::keyPressEvent(QKeyEvent *event)
     QLineEdit::keyPressEvent(event);
 }
 
-// A finished amount is replaced by what is typed: behind "0.00", "50" would make half a hundredth.
+// A finished amount is replaced by what is typed: after "0.00", typing "50" would give half a hundredth.
 void MoneyField::focusInEvent(QFocusEvent *event)
 {
     QLineEdit::focusInEvent(event);
@@ -116,9 +116,9 @@ void MoneyField::focusOutEvent(QFocusEvent *event)
         Leave();
 }
 
-// Every way of editing ends here: what came in is the part between the common start of the text before and
-// after and the cursor, and goes in again key by key. textChanged runs behind textEdited, so m_before
-// still holds the text before the edit; it reads text(), since the setText here runs inside that edit.
+// Every kind of edit ends here. The inserted part is what lies between the common start of the old and the
+// new text and the cursor; it is entered again key by key. textChanged runs after textEdited, so m_before
+// still has the text before the edit; it reads text(), since the setText here runs inside that edit.
 void MoneyField::CleanEdit(const QString &edited)
 {
     const qsizetype end = edited.size() - cursorPosition();

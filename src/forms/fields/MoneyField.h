@@ -4,17 +4,17 @@
 
 #include <functional>
 
-/// Which keys an amount takes: a digit while the text is shorter than `digitLimit`, a "." while it is shorter
-/// than `pointLimit` and holds none. A point limit of 0 makes a whole number.
+/// Which keys an amount accepts: a digit while the text is shorter than `digitLimit`, a "." while it is
+/// shorter than `pointLimit` and has none yet. A point limit of 0 makes it a whole number.
 struct MoneyKeys {
     int digitLimit = 9;
     int pointLimit = 9;
     bool digitsAlone = false; ///< the point does not count towards the digits' limit
 };
 
-/// A text box that takes an amount or a whole number, key by key. What is pasted, dropped or composed goes
-/// in as if its characters had been typed one after the other. Texts that the program sets are shown as
-/// they are, grouped ones included.
+/// A text box for an amount or a whole number, checked key by key. What is pasted, dropped or composed is
+/// entered as if it had been typed character by character. Texts that the program sets are shown unchanged,
+/// even grouped ones.
 class MoneyField final : public QLineEdit
 {
     Q_OBJECT
@@ -29,7 +29,7 @@ public:
     void SetLeaveHandler(std::function<void()> handler);
     void Leave();
 
-    double Value() const;           ///< the number that the text holds, grouped or not; 0 for none
+    double Value() const;           ///< the number in the text, grouped or not; 0 if there is none
     void SetValue(double value);    ///< shown with two decimals
     void Normalise(int places = 2); ///< rewrites the text as its number with that many decimals
 
@@ -49,12 +49,12 @@ private:
     void CleanEdit(const QString &edited);
 
     KeyRule m_rule;
-    bool m_typed = false;         ///< the text is the user's, and unfinished
-    bool m_selectOnPress = false; ///< the press that brings the focus also selects
+    bool m_typed = false;         ///< the user is still typing the text
+    bool m_selectOnPress = false; ///< the mouse press that brings the focus also selects
     QString m_before;
     std::function<void()> m_leave;
 };
 
 /// Runs the leave handler of the amount field that has the focus in `form`, as a click elsewhere would: a
-/// button pressed by its mnemonic takes no focus.
+/// button pressed by its mnemonic does not take the focus.
 void LeaveMoneyField(const QWidget *form);

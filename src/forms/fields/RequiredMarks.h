@@ -10,7 +10,7 @@ class QLineEdit;
 class QPlainTextEdit;
 
 /// The required fields of a form: their captions are marked while they are empty, and the marked captions
-/// make the list that stops a save. A text of blanks alone counts as empty, but for passwords.
+/// form the list that stops a save. Except for passwords, a text of only blanks counts as empty.
 class RequiredMarks final : public QObject
 {
     Q_OBJECT
@@ -18,14 +18,14 @@ class RequiredMarks final : public QObject
 public:
     using QObject::QObject;
 
-    /// Marks `label` by the field's own text from now on.
+    /// From now on marks `label` while the field's text is empty.
     void Add(CaptionLabel *label, QLineEdit *field);
     void Add(CaptionLabel *label, QPlainTextEdit *field);
     void Add(CaptionLabel *label, QComboBox *field);
-    /// Marks a label of the list by hand; a label that was not added joins the list.
+    /// Marks a label explicitly; one that was not added joins the list.
     void Mark(CaptionLabel *label, bool missing);
 
-    /// One line for each marked caption: four blanks and the caption less its last character.
+    /// One line for each marked caption: four blanks and the caption without its last character.
     QString MissingList() const;
     /// True if nothing is missing; otherwise the "Form not complete" box has been shown.
     bool Complete() const;

@@ -34,13 +34,14 @@ void TypedCombo::AllowTyping(bool allowed)
     if (!allowed)
         return;
     setInsertPolicy(NoInsert);
-    // A popup and no inline completion: "York" must stay "York" where "Yorkshire" is known.
+    // A popup and no inline completion: "York" must stay "York" even if "Yorkshire" is in the list.
     completer()->setCompletionMode(QCompleter::PopupCompletion);
     completer()->setCaseSensitivity(Qt::CaseInsensitive);
-    // Rows of one height: measured one by one, 50,000 of them would hold up every key.
+    // Rows of equal height: measuring 50,000 of them one by one would delay every key.
     if (auto *list = qobject_cast<QListView *>(completer()->popup()))
         list->setUniformItemSizes(true);
-    // A long text shows its beginning. The line edit of a list that was locked since lives a little longer.
+    // A long text shows its beginning. If the list has been locked since, its line edit exists for a little
+    // longer.
     QLineEdit *edit = lineEdit();
     connect(this, &QComboBox::currentIndexChanged, edit, [edit] { edit->setCursorPosition(0); });
     ShowChoice();

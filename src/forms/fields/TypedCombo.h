@@ -4,9 +4,9 @@
 
 #include <functional>
 
-/// A drop-down list that also takes new text. On leaving it, and on Enter, what was typed is compared with
-/// the items, case aside: a match is chosen; a new text goes to the handler, which adds it and chooses it.
-/// If nothing comes of it, the field shows its choice again.
+/// A drop-down list that also accepts new text. On leaving it, and on Enter, what was typed is compared with
+/// the items regardless of case: a match is chosen; a new text goes to the handler, which adds and chooses
+/// it. If the handler does neither, the field shows its previous choice again.
 class TypedCombo final : public ComboBox
 {
     Q_OBJECT
@@ -16,9 +16,9 @@ public:
 
     /// Called with a text that is not among the items; its name part ("[ref] name") is never empty.
     void SetNewTextHandler(std::function<void(const QString &text)> handler);
-    /// Called on every Enter, after the text has been dealt with.
+    /// Called on every Enter, after the text has been handled.
     void SetEnterHandler(std::function<void()> handler);
-    /// Off: the list can only be chosen from.
+    /// If not allowed, the user can only choose from the list.
     void AllowTyping(bool allowed);
     void Leave();
 

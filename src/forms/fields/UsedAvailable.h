@@ -7,33 +7,33 @@
 class ListView;
 class QAbstractButton;
 
-/// A pair of lists with its Add, Remove and Clear buttons. Rows move with their keys: by the buttons, by a
-/// double click or Enter on a row, and by Delete on the used list. Buttons that can do nothing are
+/// A pair of lists with its Add, Remove and Clear buttons. Rows and their keys are moved with the buttons,
+/// with a double click or Enter on a row, and with Delete in the used list. Buttons that would do nothing are
 /// disabled.
 class UsedAvailable final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// What the buttons do. Each one that is left empty moves rows between the two lists.
+    /// What the buttons do. One that is left empty moves rows between the two lists.
     struct Actions {
         std::function<void()> add{};
         std::function<void()> remove{};
         std::function<void()> clear{};
     };
 
-    /// `clear` may be nothing.
+    /// `clear` may be null.
     UsedAvailable(ListView *available, ListView *used, QAbstractButton *add, QAbstractButton *remove,
                   QAbstractButton *clear, QObject *parent = nullptr);
 
     void SetActions(Actions actions);
-    /// Which of the three deeds the user's rights leave; a locked pair still shows its lists.
+    /// Which of the three actions the user's rights allow; a locked pair still shows its lists.
     void Allow(bool add, bool remove, bool clear);
     void Allow(bool all) { Allow(all, all, all); }
 
     void Add();    ///< the selected available rows become used
     void Remove(); ///< the selected used rows become available again
-    void Clear();  ///< so do all of them
+    void Clear();  ///< all of them do
 
 signals:
     void Moved(); ///< the user moved rows

@@ -10,7 +10,7 @@
 
 namespace
 {
-/// The toolkit gives the focus to what can be ticked when its mnemonic is pressed, and to no other button.
+/// When a mnemonic is pressed, the toolkit gives the focus to a button that can be ticked, but to no other.
 void Click(QAbstractButton *button)
 {
     const QPointer<QAbstractButton> living(button);

@@ -1,12 +1,12 @@
 #pragma once
 
 /// What the keyboard does with buttons, in every window of the program. Enter presses the push button that
-/// has the focus; a dialog's default button has it where none has. A mnemonic clicks its button at once: the
-/// toolkit shows it pressed for a tenth of a second first, in which another dialog may open in front of it or
-/// the button may be greyed. No shortcut reaches a window that has a modal one in front of it; until the
-/// desktop has moved the focus, the toolkit would let it through.
+/// has the focus, or the dialog's default button if none has. A mnemonic clicks its button at once: the
+/// toolkit would first show it pressed for a tenth of a second, in which another dialog may open in front of
+/// it or the button may be disabled. No shortcut reaches a window behind a modal one; the toolkit would let
+/// it through until the desktop has moved the focus.
 namespace ButtonKeys
 {
-/// Once for all windows, however often it is called.
+/// Installs this for all windows; further calls have no effect.
 void Serve();
 } // namespace ButtonKeys

@@ -11,7 +11,7 @@
 
 namespace
 {
-/// Pages that cannot be opened are passed by.
+/// Turns to the next page that can be opened.
 void TurnPage(QTabWidget &tabs, int step)
 {
     int page = tabs.currentIndex();
@@ -33,7 +33,7 @@ FormBuilder::FormBuilder(QWidget *page)
 FormBuilder::~FormBuilder()
 {
     WidenFields();
-    // A page without lists keeps its fields at the top, and its last buttons at the bottom.
+    // On a page without lists the fields stay at the top, and the last buttons at the bottom.
     if (!Top().stretches && Top().row == m_buttonRow)
         Top().grid->setRowStretch(m_buttonRow - 1, 1);
     else if (!Top().stretches)
@@ -57,11 +57,11 @@ void FormBuilder::Pop()
     Top().stretches = Top().stretches || stretches;
 }
 
-/// Where no field has a caption there is no column of captions to stand clear of.
+/// If no field has a caption, the fields also take the column of captions.
 void FormBuilder::WidenFields()
 {
     QGridLayout *grid = Top().grid;
-    std::vector<int> rows; // with a field of its own column
+    std::vector<int> rows; // those with a field only in the second column
     for (int row = 0; row <= Top().row; ++row) {
         QLayoutItem *field = grid->itemAtPosition(row, 1);
         QLayoutItem *caption = grid->itemAtPosition(row, 0);
@@ -124,7 +124,7 @@ void FormBuilder::Beside()
 void FormBuilder::BeginButtons(Align align)
 {
     m_buttons = new QHBoxLayout;
-    // The empty row before it can take the space that is left, and parts the buttons from the fields.
+    // The empty row before it can take the remaining space, and separates the buttons from the fields.
     Top().row += 1;
     if (m_sections.size() == 1)
         Top().grid->setRowMinimumHeight(Top().row, m_page->fontMetrics().height() / 2);
@@ -155,7 +155,7 @@ QPushButton *FormBuilder::NewButton(const QString &name, const QString &caption)
 {
     auto *button = new QPushButton(caption, Parent());
     button->setObjectName(name);
-    // Away from the buttons Enter presses the default one or nothing, never the one that happens to come
+    // Outside the buttons, Enter presses the default button or nothing, never the one that happens to come
     // first.
     button->setAutoDefault(false);
     m_order.push_back(button);
@@ -231,7 +231,7 @@ QTabWidget *FormBuilder::Tabs(const QString &name)
 {
     auto *tabs = new QTabWidget(Parent());
     Place(tabs, name, {}, true);
-    // Notes and drop-downs would keep the keys that turn the pages.
+    // Otherwise notes and drop-downs would swallow the keys that turn the pages.
     const auto turn = [tabs](const QKeySequence &keys, int step) {
         QObject::connect(new QShortcut(keys, tabs), &QShortcut::activated, tabs,
                          [tabs, step] { TurnPage(*tabs, step); });
@@ -270,7 +270,7 @@ FormBuilder::Pair FormBuilder::UsedAvailablePair(const PairNames &names, ListMod
     buttons->addStretch();
 
     auto *grid = new QGridLayout;
-    // A list that tells more of each row than its name needs the room for it.
+    // A list with more columns than the name needs more width.
     columns->addLayout(grid, used.columnCount() > available.columnCount() ? 2 : 1);
     Push(Top().parent, grid);
     pair.used = List(names.used, names.usedCaption, used, ListView::Choice::Multi);

@@ -26,8 +26,8 @@ class QHBoxLayout;
 class TreeModel;
 
 /// Builds a page or a dialog so that the code reads like the screen: each call makes a caption and its field,
-/// names the field (an array control `RefID(2)` is `RefID_2`), ties the caption to it as its buddy, and puts
-/// both in the next row. The tab order is the order of the calls, set when the builder goes.
+/// names the field (an array control `RefID(2)` is `RefID_2`), makes the field the caption's buddy, and puts
+/// both in the next row. The tab order is the order of the calls, set when the builder is destroyed.
 ///
 ///     FormBuilder form(this);
 ///     form.BeginGroup("Personal");
@@ -64,7 +64,7 @@ public:
     TypedCombo *Typed(const QString &name, const QString &caption, ComboModel &model);
     QCheckBox *Check(const QString &name, const QString &caption);
     QRadioButton *Option(const QString &name, const QString &caption);
-    /// A list with its caption above it and its count of rows below it; the two stretch with the form.
+    /// A list with its caption above and its count of rows below; it stretches with the form.
     ListView *List(const QString &name, const QString &caption, ListModel &model,
                    ListView::Choice choice = ListView::Choice::Single);
     TreeView *Tree(const QString &name, const QString &caption, TreeModel &model);
@@ -79,14 +79,14 @@ public:
     /// The next field goes into the same row, to the right.
     void Beside();
 
-    // Buttons stand in rows; outside of a row a button takes a row of its own.
+    // Buttons are in rows; outside a row of buttons a button gets a row of its own.
     enum class Align { Start, End };
     void BeginButtons(Align align = Align::End);
     void EndButtons();
     QPushButton *Button(const QString &name, const QString &caption);
     /// The button that Enter presses.
     QPushButton *DefaultButton(const QString &name, const QString &caption);
-    /// Parts the buttons before it from those behind it, to the two ends of the row.
+    /// Moves the buttons before it and those after it to the two ends of the row.
     void Gap();
 
     // Structure. Groups and columns nest.
@@ -96,7 +96,7 @@ public:
     void BeginColumns(int weight = 1);
     void NextColumn(int weight = 1);
     void EndColumns();
-    /// A tab panel, to which AddTab adds pages; each page is built with a builder of its own.
+    /// A tab panel; AddTab adds its pages, and each page is built with its own builder.
     QTabWidget *Tabs(const QString &name);
     static QWidget *AddTab(QTabWidget *tabs, const QString &name, const QString &caption);
     /// The same with a page of a class of its own.
@@ -128,7 +128,8 @@ public:
     /// Two lists of rows that move between them, with the three buttons in the middle.
     Pair UsedAvailablePair(const PairNames &names, ListModel &available, ListModel &used);
 
-    /// Space below the last row takes what a form without lists has too much. Called by itself at the end.
+    /// Lets the space below the last row take the spare height of a form without lists. Done automatically at
+    /// the end.
     void Stretch();
 
 private:
@@ -145,7 +146,7 @@ private:
     void Push(QWidget *parent, QGridLayout *grid);
     void Pop();
     void WidenFields();
-    /// Starts the next row, or gives the row so far if the next widget stands beside the last.
+    /// Starts the next row, or returns the current row if the next widget goes beside the last.
     QHBoxLayout *NextRow();
     void Caption(QWidget *field, const QString &name, const QString &caption);
     template <typename Field>
@@ -158,5 +159,5 @@ private:
     std::vector<QWidget *> m_order;
     CaptionLabel *m_label = nullptr;
     QHBoxLayout *m_buttons = nullptr;
-    int m_buttonRow = -1; ///< of the last row of buttons outside of groups and columns
+    int m_buttonRow = -1; ///< the last row of buttons outside groups and columns
 };

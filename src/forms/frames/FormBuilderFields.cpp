@@ -6,8 +6,8 @@
 
 namespace
 {
-/// A wrapped text that is never cut off: the narrower it becomes, the more height it asks for. A layout by
-/// itself lets a window become too small for it.
+/// A wrapped text that is never cut off: the narrower it becomes, the more height it asks for. A layout alone
+/// would let a window become too small for it.
 class WrappedLabel final : public QLabel
 {
 public:
@@ -155,7 +155,7 @@ ListView *FormBuilder::List(const QString &name, const QString &caption, ListMod
     count->setObjectName(name % u"_Count");
     count->setAlignment(Qt::AlignRight);
     count->setForegroundRole(QPalette::PlaceholderText);
-    // The first row must not push the rest of the form about.
+    // The rest of the form must not move when the first row is added.
     count->setMinimumHeight(count->fontMetrics().height());
     list->CountOn(count);
     Span(count);

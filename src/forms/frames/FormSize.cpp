@@ -32,7 +32,7 @@ public:
     }
 
 private:
-    /// A child window of the main window has its size on the frame around it.
+    /// The size of a child window of the main window is that of the frame around it.
     QWidget *Frame() const
     {
         auto *frame = qobject_cast<QMdiSubWindow *>(m_form->parentWidget());

@@ -2,11 +2,11 @@
 
 class QWidget;
 
-/// Every form remembers its size, and its lists the widths of their columns, in the memory that this
-/// workstation has of its windows.
+/// Every form remembers its size, and its lists the widths of their columns, on this workstation
+/// (WindowMemory).
 namespace FormSize
 {
-/// Restores when `form` is first shown and stores each time it goes. Forms and lists are known by their
-/// object names.
+/// Restores them when `form` is first shown, and stores them each time it is hidden. Forms and lists are
+/// identified by their object names.
 void Remember(QWidget *form);
 } // namespace FormSize

@@ -59,7 +59,7 @@ public:
             QProxyStyle::drawComplexControl(control, &field, painter, widget);
         } else if (control == CC_TitleBar && bar && !(bar->titleBarState & State_Active) &&
                    IsDark(bar->palette)) {
-            // Its signs would be black on black: those of an active bar are light.
+            // Its signs would be black on black, while those of an active bar are light.
             QStyleOptionTitleBar light = *bar;
             light.titleBarState |= State_Active;
             light.palette.setColor(QPalette::Highlight, bar->palette.color(QPalette::Window));
@@ -107,7 +107,7 @@ private:
 void InstallFormStyle()
 {
     QApplication::setWindowIcon(Icons::Application());
-    // Styles that belong to a desktop have an answer of their own.
+    // The styles of a desktop have an answer of their own.
     if (QApplication::style()->name().compare(u"fusion", Qt::CaseInsensitive) == 0)
         QApplication::setStyle(new FormStyle);
 }

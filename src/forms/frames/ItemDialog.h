@@ -8,7 +8,7 @@ class QLabel;
 class QPushButton;
 
 /// The dialog of one row of a list: a few fields above "Add" and "Exit". It adds a row, or changes the one
-/// that it was opened on. On success gDialogResult has the row's key.
+/// that it was opened for. On success gDialogResult has the row's key.
 class ItemDialog : public FormDialog
 {
     Q_OBJECT
@@ -16,26 +16,27 @@ class ItemDialog : public FormDialog
 protected:
     ItemDialog(const QString &name, const QString &title, QWidget *parent);
 
-    /// Makes the line above the fields, which is hidden while it is empty.
+    /// Makes the notice above the fields, which is hidden while it is empty.
     void AddNotice(FormBuilder &form);
     void Notify(const QString &text);
-    /// Makes the buttons below the fields; what changes in those from now on is to be saved.
+    /// Makes the buttons below the fields; from now on a change in a field sets the modified flag.
     void AddButtons(FormBuilder &form);
 
-    /// The row of `key` is being read, and cannot be stored meanwhile.
+    /// Notes that the row of `key` is being read; it cannot be stored until EndReading.
     void BeginEditing(int key);
-    /// The row is read. Where it was not `found` the notice tells so of `what` ("group"), and it cannot be
-    /// stored.
+    /// Ends the reading. If the row was not `found`, the notice says so about `what` ("group"), and the row
+    /// cannot be stored.
     void EndReading(bool found, const QString &what);
-    int Key() const { return m_key; } ///< of the row to change; 0 to add one
+    int Key() const { return m_key; } ///< of the row to change; 0 when adding one
     RequiredMarks &Required() { return m_required; }
 
     bool MayLeave() override;
 
 private:
-    /// Takes what is still being typed: Enter saves while a field has the focus.
+    /// Takes over what is still being typed, since Enter saves while a field has the focus.
     virtual void LeaveFields() {}
-    /// Stores the fields, which are complete. The key; below 1, once the user was told, the form stays open.
+    /// Stores the fields, which are complete. Returns the key; the form stays open if it is below 1, of which
+    /// the user has been told.
     virtual int Store() = 0;
     void Save();
 

@@ -6,7 +6,7 @@ class FormBuilder;
 class FormDialog;
 class QPushButton;
 
-/// The last row of a dialog: the button that Enter presses, and the one that leaves the form as Escape does.
+/// The last row of a dialog: the button that Enter presses, and the one that leaves the form, as Escape does.
 struct OkCancel {
     QPushButton *ok;
     QPushButton *cancel;

@@ -7,15 +7,16 @@
 class ListModel;
 class QWidget;
 
-/// The screens that a screen of another subject opens, where an include would point up or round in a circle.
+/// Screens that are opened by a screen of another subject, where an include would point upwards or make a
+/// cycle.
 namespace OtherScreens
 {
 struct Openers {
-    /// The record form on a list of organisations ("?" keys), modal, for changing.
+    /// The record form for a list of organisations ("?" keys), modal, opened for changing.
     std::function<void(const QStringList &keys, QWidget *parent)> organisations;
-    /// The picker, modal: who is picked joins `people`.
+    /// The picker of people, modal: those picked are added to `people`.
     std::function<void(ListModel &people, QWidget *parent)> pickPeople;
-    /// The contact reports, modal; `arePeopleSelected` is whether the caller has published a selection of
+    /// The contact reports, modal; `arePeopleSelected` tells whether the caller has published a selection of
     /// people for them.
     std::function<void(bool arePeopleSelected, QWidget *parent)> contactReports;
     /// The course reports, modal.

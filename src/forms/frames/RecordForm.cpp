@@ -89,7 +89,7 @@ bool RecordForm::May(Level level) const
 void RecordForm::ShowKey(int key)
 {
     QWidget *focus = focusWidget();
-    // The row that stands for nobody is no record, however a caller came to its key.
+    // The row that means "nobody" is not a record, however a caller came by its key.
     m_key = IsSentinel(key) ? 0 : key;
     m_gone = true;
     ShowLoading();
@@ -98,15 +98,15 @@ void RecordForm::ShowKey(int key)
         ShowDeleted();
     m_gone = found != Found::Whole;
     RecordRead();
-    // A read that failed leaves the record locked, with the way to try again.
+    // After a failed read the record stays locked, with a button to try again.
     SetState(State::View);
     m_warn->hide();
     m_modified->Clear();
     KeepFocus(focus);
 }
 
-/// While a record is read its pages are out of use, and the field that had the focus loses it; a key that
-/// walks over the records does not go back to where the hands were by itself.
+/// Gives the focus back to the field that had it: the pages are disabled while a record is read, so the field
+/// loses it when the user steps through the records by key.
 void RecordForm::KeepFocus(QWidget *focus)
 {
     if (focus && focus->isEnabled() && focus->isVisible())
@@ -177,8 +177,8 @@ void RecordForm::ShowCaption()
     }
 }
 
-/// What is stored with a record that another workstation deleted would hang on nothing. True if it is gone:
-/// what was typed is kept as a new record if the user wants it.
+/// Whether another workstation has deleted the record, so that what is stored with it would belong to
+/// nothing. If so, what was typed is kept as a new record if the user wants that.
 bool RecordForm::IsDeleted()
 {
     if (m_state == State::NewRecord || Exists(m_key))
@@ -217,7 +217,7 @@ bool RecordForm::Save()
     m_gone = false;
     gDialogResult = saved.key;
     if (!saved.isWhole) {
-        // The record stands; what the pages show is still to be stored.
+        // The record itself is stored, but not everything that the pages show.
         SetState(State::Edit);
         m_modified->Set();
         IsDeleted();
@@ -238,7 +238,7 @@ RecordSaved RecordForm::RunStore()
         saved = StoreRecord(m_state == State::NewRecord ? 0 : m_key, progress);
     });
     if (!isFinished && saved.key == 0)
-        Dialogs::MsgBox(QStringLiteral("Stopped. Nothing of what is shown was stored."), title,
+        Dialogs::MsgBox(QStringLiteral("Stopped. Nothing on this screen was stored."), title,
                         Dialogs::Buttons::Ok, Dialogs::Icon::Information);
     return saved;
 }
@@ -256,7 +256,7 @@ void RecordForm::StartRecord()
 
 void RecordForm::ToggleEdit()
 {
-    // Nobody is to type into a record that is no more.
+    // Do not let the user edit a record that no longer exists.
     if (m_state == State::View && !m_modified->IsSet() && !Exists(m_key))
         ShowKey(m_key);
     else if (m_state == State::View)

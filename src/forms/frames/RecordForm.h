@@ -13,10 +13,10 @@ class QTabWidget;
 class RecordNavigator;
 class RequiredMarks;
 
-/// The frame of a record screen: the notice, the tabs, the row of buttons, the states of a record, walking
-/// over a list of records, and leaving. It opens for a new record, or on a list of records to walk through; a
-/// saved record is shown first and edited on request. When it closes, gDialogResult has the key of the
-/// record that it showed or saved last, 0 for none.
+/// The frame of a record screen: the notice, the tabs, the row of buttons, the states of a record, stepping
+/// through a list of records, and leaving. It opens for a new record, or with a list of records to step
+/// through; a stored record is shown first and edited on request. When it closes, gDialogResult has the key
+/// of the record that it last showed or saved, 0 for none.
 ///
 /// A subject adds its pages to Tabs in its constructor, then calls BuildButtons, watches what belongs to the
 /// record, and ends with StartRecord.
@@ -28,10 +28,9 @@ public:
     ~RecordForm() override;
 
     enum class Open { View, Edit };
-    /// Stands on a list of records ("?" keys) and shows the first, to look at or, where the user may, to
-    /// change.
+    /// Takes a list of records ("?" keys) and shows the first, to look at or, if the user may, to change.
     void OpenRecords(const QStringList &keys, Open open = Open::View);
-    /// Runs the form for a new record, modal; the new key, 0 for none.
+    /// Runs the form for a new record, modal. Returns the new key, 0 for none.
     int RunNew();
 
     void done(int result) override;
@@ -41,27 +40,27 @@ protected:
         QString form;       ///< name of the form
         QString okBtn;      ///< name of the button that saves
         QString newCaption; ///< of the button for a new record
-        QString word;       ///< what a record is called in the middle of a sentence
+        QString word;       ///< what a record is called within a sentence
         QString loading;    ///< shown while a record is read
-        QString deleted;    ///< takes the place of the name of a record that is gone
+        QString deleted;    ///< shown in place of the name of a record that is gone
         Right right;        ///< who may add and change
         bool canRefresh = false;
     };
     enum class State { NewRecord, View, Edit };
     enum class Found {
         Whole,
-        Part, ///< lists of the record could not be read: it is shown, and stays locked
+        Part, ///< lists of the record could not be read: it is shown but stays locked
         Missing,
         Failed
     };
 
     RecordForm(const Kind &kind, QWidget *parent);
 
-    /// False where another workstation deleted the record; an error counts as true.
+    /// False if another workstation has deleted the record; true after an error.
     virtual bool Exists(int key) = 0;
     /// Reads a record into the pages.
     virtual Found ReadRecord(int key) = 0;
-    /// What is left to show once it is known whether there is a record.
+    /// Shows what is left once it is known whether there is a record.
     virtual void RecordRead() {}
     template <typename Row>
     static Found FoundIn(const Row &file)
@@ -71,21 +70,21 @@ protected:
         return file->isWhole ? Found::Whole : Found::Part;
     }
     virtual void ShowPlaceholder(const QString &text) = 0;
-    /// Stores the record, added where `key` is 0, with all that hangs on it; nothing where `progress` is
-    /// cancelled.
+    /// Stores the record (a new one if `key` is 0) with everything that belongs to it; nothing if `progress`
+    /// is cancelled.
     virtual RecordSaved StoreRecord(int key, Progress &progress) = 0;
-    /// What is left to ask and do once all is stored. True where the record is to be read again.
+    /// Asks and does what is left once everything is stored. True if the record must be read again.
     virtual bool AfterStore(int key) = 0;
     /// Empties the pages for the user.
     virtual void ClearPages() = 0;
-    /// Makes the pages those of a record that does not exist yet.
+    /// Prepares the pages for a record that does not exist yet.
     virtual void EmptyPages() = 0;
     /// Tells the pages that what they show belongs to a record that does not exist yet.
     virtual void DetachPages() {}
     virtual void ApplyState(State state) = 0;
     virtual const RequiredMarks &Required() const = 0;
     virtual QString RecordName() const = 0;
-    /// False keeps the record that is shown.
+    /// False keeps the record shown.
     virtual bool MayStartNew() = 0;
 
     bool MayLeave() override;
@@ -95,10 +94,10 @@ protected:
     ModifiedMark &Modified() const { return *m_modified; }
     QPushButton *NewBtn() const { return m_newBtn; }
     int Key() const { return m_key; }
-    /// The record shown could not be read or is no more.
+    /// Whether the record shown could not be read or no longer exists.
     bool IsGone() const { return m_gone; }
     void BuildButtons();
-    /// Shows an empty form for a new record.
+    /// Shows an empty form, ready for a new record.
     void StartRecord();
 
 private:
@@ -108,7 +107,7 @@ private:
     void ShowDeleted();
     void KeepFocus(QWidget *focus);
     void SetState(State state);
-    /// Goes into a state in which the user types, and to the first field of the page.
+    /// Switches to a state in which the user can type, and to the first field of the page.
     void StartEditing(State state);
     void ShowCaption();
     bool IsDeleted();
@@ -123,7 +122,7 @@ private:
     int m_key = 0; ///< of the record shown; 0 for a new one
     bool m_gone = false;
 
-    std::unique_ptr<FormBuilder> m_builder; ///< until the buttons stand
+    std::unique_ptr<FormBuilder> m_builder; ///< until the buttons are built
     QLabel *m_warn;
     QTabWidget *m_tabs;
     QPushButton *m_okBtn;

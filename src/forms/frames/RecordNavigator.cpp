@@ -45,7 +45,7 @@ void RecordNavigator::Go(int step)
                             Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
         if (answer == Dialogs::Answer::Yes) {
             m_save();
-            // A save may make a new record of it, which stands on no list.
+            // A save may turn it into a new record, which is on no list.
             if (m_keys.isEmpty())
                 return;
         }

@@ -8,19 +8,19 @@
 class ModifiedMark;
 class QAbstractButton;
 
-/// Prev and Next over the list of keys that a record form was opened on.
+/// Prev and Next over the list of keys that a record form was opened with.
 class RecordNavigator final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `save` runs when the user wants a changed record saved before the move; the move goes on whether it
+    /// `save` runs if the user wants a changed record saved before moving on; the move happens whether it
     /// worked or not. `show` loads the record of a key.
     RecordNavigator(QAbstractButton *prev, QAbstractButton *next, ModifiedMark &modified,
                     std::function<void()> save, std::function<void(const QString &key)> show,
                     QObject *parent = nullptr);
 
-    /// Takes a list of keys and stands on one of them, without loading it.
+    /// Takes a list of keys, and one of them as the current one, without loading it.
     void SetKeys(const QStringList &keys, int index = 0);
     int Index() const { return m_index; }
     int Count() const { return static_cast<int>(m_keys.size()); }

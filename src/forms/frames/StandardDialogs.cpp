@@ -101,7 +101,7 @@ QMessageBox::Icon IconOf(Dialogs::Icon icon)
     return QMessageBox::NoIcon;
 }
 
-/// A box is as wide as its text, which is often shorter than its title.
+/// Makes a box wide enough for its title; by itself it is as wide as its text, which is often shorter.
 void ShowWholeTitle(QMessageBox &box)
 {
     auto *grid = qobject_cast<QGridLayout *>(box.layout());
@@ -113,8 +113,8 @@ void ShowWholeTitle(QMessageBox &box)
                   grid->rowCount(), 0, 1, grid->columnCount());
 }
 
-/// The window that a question belongs to. Between two questions in a row no window is active yet, and one
-/// that belonged to none would leave the focus nowhere behind it.
+/// The window that a question belongs to. Between two questions in a row no window is active yet; a question
+/// without a window would leave the focus nowhere when it closes.
 QWidget *Asker()
 {
     QWidget *modal = QApplication::activeModalWidget();
@@ -133,7 +133,7 @@ Answer ShowMsgBox(const QString &text, const QString &title, Buttons buttons, Di
         box.setEscapeButton(QMessageBox::No);
     ShowWholeTitle(box);
     const Answer answer = AnswerOf(box.exec());
-    // Where one question follows another, some desktops lose sight of the window that asks.
+    // Between two questions, some desktops lose track of the window that asks.
     if (asker)
         asker->activateWindow();
     return answer;

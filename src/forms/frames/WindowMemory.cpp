@@ -8,7 +8,7 @@
 
 namespace
 {
-constexpr qint64 largestFile = 1 << 20; ///< bytes; what is larger is none of ours
+constexpr qint64 largestFile = 1 << 20; ///< bytes; a larger file is not ours
 
 QString FileName()
 {

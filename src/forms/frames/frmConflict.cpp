@@ -29,8 +29,8 @@ frmConflict::frmConflict(const QString &what, const QList<Dialogs::FieldChange> 
     form.Line(
         QStringLiteral("Notice"),
         u"Another user has changed this " % what %
-            u" meanwhile. What was changed is bold, what is kept is ticked: the left and right keys and "
-            u"the space bar change the side.");
+            u" meanwhile. Changed values are bold, and the ones to keep are ticked: the left and right keys "
+            u"and the space bar change the side.");
     m_list = BuildList();
     form.Place(m_list, QStringLiteral("ChangeList"), QString(), true);
     form.BeginColumns();

@@ -7,8 +7,9 @@ class FieldChanges;
 class QPlainTextEdit;
 class QTreeView;
 
-/// The fields of a record that were changed on the screen, by another workstation, or by both: which of the
-/// two is kept of each. Left and right choose the side of the current field, the space bar the other one.
+/// The fields of a record that were changed on the screen, by another workstation, or by both: for each, the
+/// user decides which version is kept. The left and right keys choose a side for the current field, the space
+/// bar changes to the other one.
 class frmConflict final : public FormDialog
 {
     Q_OBJECT
@@ -16,7 +17,7 @@ class frmConflict final : public FormDialog
 public:
     frmConflict(const QString &what, const QList<Dialogs::FieldChange> &changes, QWidget *parent = nullptr);
 
-    /// Shows the form; false where it was left, and `changes` stay as they were.
+    /// Shows the form; false if the user left it, and `changes` are then unchanged.
     static bool Settle(const QString &what, QList<Dialogs::FieldChange> &changes);
 
 protected:

@@ -9,9 +9,8 @@ struct ListItem;
 
 enum class Deletion { Done, Kept, Failed };
 
-/// Walks the selected rows of a list of the maintenance screens: asks about each, and takes those out of the
-/// list that `erase` deletes. What the user keeps is no longer selected. A deletion that failed ends the
-/// walk.
-/// `word` is what the question calls a row.
+/// Goes through the selected rows of a list on a maintenance screen: asks about each, and removes those that
+/// `erase` deletes. Rows that the user keeps are no longer selected. A failed deletion ends it. `word` is
+/// what the question calls a row.
 void DeleteSelected(ListModel &list, const std::function<Deletion(const ListItem &)> &erase,
                     const QString &word = QStringLiteral("item"));

@@ -4,14 +4,14 @@
 
 class QAbstractItemView;
 
-/// What a list or a tree says while it holds no rows.
+/// What a list or a tree says while it has no rows.
 class EmptyText final
 {
 public:
     explicit EmptyText(QAbstractItemView *view);
 
     void Set(const QString &text);
-    /// For the end of the view's paintEvent.
+    /// To be called at the end of the view's paintEvent.
     void Paint() const;
 
 private:

@@ -12,7 +12,7 @@
 
 namespace
 {
-/// The icon of a node's picture. Folders open while they are selected.
+/// The icon for a node's picture. Selected folders are shown open.
 QString IconOf(const QString &image, bool selected)
 {
     if (image == u"card")

@@ -30,7 +30,7 @@ public:
         , m_title(title)
         , m_device(device)
     {
-        // The pages are of the list as it is now, whatever becomes of it while the window lives.
+        // The pages show the list as it is now, whatever happens to it while the window serves events.
         for (const int row : rows)
             m_rows.push_back(list.At(row));
     }
@@ -43,7 +43,8 @@ public:
         font.setPointSize(pointSize);
         m_painter.setFont(font);
         m_lineHeight = m_painter.fontMetrics().lineSpacing();
-        // The title with a line below it, the columns' titles, and the number of the page below a line.
+        // Five lines go to the title, the rule below it, the column titles, and the page number below another
+        // rule.
         const int linesOnPage = qMax(1, Paper().height() / m_lineHeight - 5);
         m_count = qMax(1, (static_cast<int>(m_rows.size()) + linesOnPage - 1) / linesOnPage);
         MeasureColumns();
@@ -56,7 +57,7 @@ public:
     }
 
 private:
-    /// Where the painter draws: its origin is the corner of what can be printed on.
+    /// The area that can be printed on, in the painter's coordinates.
     QRect Paper() const { return m_painter.viewport(); }
     static QString Cell(const ListItem &row, int column)
     {
@@ -90,7 +91,8 @@ void Pages::SetBold(bool bold)
     m_painter.setFont(font);
 }
 
-/// Columns share the paper by what stands in them; a thousand rows tell enough of a list of very many.
+/// Columns share the paper according to their contents; of a very long list, a thousand rows are enough to
+/// tell.
 void Pages::MeasureColumns()
 {
     SetBold(true);
@@ -106,7 +108,7 @@ void Pages::MeasureColumns()
             width = qMax(width, metrics.horizontalAdvance(Cell(m_rows[i], column)));
         width += gap;
     }
-    // Narrow columns keep what they need; one very long text must not squeeze them.
+    // Narrow columns get what they need; one very long text must not squeeze them.
     std::vector<int *> narrowFirst;
     for (int &width : m_widths)
         narrowFirst.push_back(&width);
@@ -147,15 +149,15 @@ void Pages::PrintPage(int page, int linesOnPage)
                        u"Page " % QString::number(page + 1) % u" of " % QString::number(m_count));
 }
 
-/// Where the pages go into a file, there is no printing without a name: the toolkit would try to open a file
-/// of no name, and then say that "" cannot be written.
+/// Requires a name when printing to a file: the toolkit would try to open a file without a name, and then say
+/// that "" cannot be written.
 void RequireFileName(QPrintDialog &chooser)
 {
     auto *fileName = chooser.findChild<QLineEdit *>(QStringLiteral("filename"));
     auto *printers = chooser.findChild<QComboBox *>(QStringLiteral("printers"));
     auto *buttons = chooser.findChild<QDialogButtonBox *>();
     if (!fileName || !printers || !buttons)
-        return; // a desktop's own dialog
+        return; // the desktop's own dialog
     fileName->setPlaceholderText(QStringLiteral("Type the name of the file to print to"));
     QPushButton *print = buttons->button(QDialogButtonBox::Ok);
     const auto follow = [=] {

@@ -9,17 +9,18 @@ class ListModel;
 class ListView;
 class QPagedPaintDevice;
 
-/// Lists on paper: the columns side by side under their titles, which every page has again, and the number
-/// of the page.
+/// Prints lists: the columns side by side under their titles, which are repeated on every page, and the page
+/// number.
 namespace ListPrint
 {
-/// Called before each page; false stops there.
+/// Called before each page; returns false to stop there.
 using EachPage = std::function<bool(int page, int pages)>;
 
-/// Prints rows of a list, in their order. `title` heads each page. False where it was stopped or the device
-/// cannot be drawn on.
+/// Prints rows of a list, in their order. `title` is at the top of each page. False if it was stopped or the
+/// device cannot be drawn on.
 bool Print(const ListModel &list, const std::vector<int> &rows, const QString &title,
            QPagedPaintDevice &device, const EachPage &eachPage = {});
-/// Asks for a printer and prints a list on it, or of several selected rows those, if the user wants that.
+/// Asks for a printer and prints a list on it, or only the selected rows if several are selected and the user
+/// wants that.
 void Ask(const ListModel &list, ListView *view);
 } // namespace ListPrint

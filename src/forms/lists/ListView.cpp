@@ -33,7 +33,7 @@ ListView::ListView(ListModel &model, Choice choice, QWidget *parent)
     setSelectionModel(m_list.Selection());
     delete unused;
 
-    // Until the user asks for another one, the order is that in which the rows were filled in.
+    // The rows stay in the order in which they were filled in until the user asks for another.
     header()->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
     header()->setSectionsMovable(false);
@@ -156,8 +156,8 @@ void ListView::keyPressEvent(QKeyEvent *event)
         emit DeletePressed();
     } else {
         QTreeView::keyPressEvent(event);
-        // Tab makes the first row the current one without selecting it; the keys that lead there move
-        // nothing.
+        // Tab makes the first row the current one without selecting it; the keys that lead to it would then
+        // change nothing.
         const bool leadsThere = event->key() == Qt::Key_Home || event->key() == Qt::Key_Up;
         if (leadsThere && event->modifiers() == Qt::NoModifier && currentIndex().isValid())
             m_list.SelectOnly(currentIndex().row());

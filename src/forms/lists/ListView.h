@@ -8,9 +8,9 @@
 class ListModel;
 class QLabel;
 
-/// The view of a ListModel: adopts the model and its selection, sorts by a click on a column title, copies
-/// the selected rows with Ctrl+C, prints with Ctrl+P, finds a row by typing its start, and stays quick with
-/// 100,000 rows. A list without a pop-up menu of its own has one for copying and printing.
+/// The view of a ListModel: adopts the model and its selection, sorts on a click on a column title, copies
+/// the selected rows with Ctrl+C, prints with Ctrl+P, finds a row when its start is typed, and stays fast
+/// with 100,000 rows. A list without a pop-up menu of its own gets one for copying and printing.
 class ListView final : public QTreeView
 {
     Q_OBJECT
@@ -21,18 +21,19 @@ public:
     explicit ListView(ListModel &model, Choice choice = Choice::Single, QWidget *parent = nullptr);
 
     ListModel &Model() const { return m_list; }
-    /// Widths of the columns in average characters, of which each takes its share of the list's width until
-    /// the user sets one; the last column takes what is left.
+    /// The widths of the columns in average characters. Each column gets its share of the list's width until
+    /// the user sets one; the last takes what is left.
     void SetColumnChars(const QList<int> &chars);
     /// The text shown while there are no rows.
     void SetEmptyText(const QString &text) { m_emptyText.Set(text); }
-    /// Keeps `label` telling how many rows there are and how many of several are selected.
+    /// Makes `label` show how many rows there are and, if several are selected, how many.
     void CountOn(QLabel *label);
     /// Check marks cannot be changed by the user while it is locked; rows can still be selected.
     void SetLocked(bool locked);
     /// Scrolls `row` into view.
     void ShowRow(int row);
-    /// Sorts by the column that the user asked for, if any: rows that join a list come last at first.
+    /// Sorts again by the column that the user asked for, if any, since rows added to a list are at first the
+    /// last.
     void KeepOrder();
 
 signals:
@@ -57,7 +58,7 @@ private:
 
     ListModel &m_list;
     EmptyText m_emptyText;
-    QList<int> m_shares; ///< of the columns; empty once the user set their widths
+    QList<int> m_shares; ///< of the columns; empty once the user has set their widths
     bool m_sharing = false;
     QLabel *m_count = nullptr;
     bool m_locked = false;

@@ -75,7 +75,7 @@ void TreeView::mouseReleaseEvent(QMouseEvent *event)
 
 void TreeView::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    // The click selects the node, and a form may take out a node that is gone.
+    // The click selects the node, whereupon a form may remove a node that is gone.
     const QPersistentModelIndex at(indexAt(event->pos()));
     QTreeView::mouseDoubleClickEvent(event);
     if (at.isValid() && event->button() == Qt::LeftButton)

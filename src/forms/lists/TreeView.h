@@ -7,9 +7,9 @@
 class TreeModel;
 struct TreeNode;
 
-/// The view of a TreeModel: adopts the model, its selection and what is expanded, both ways, and shows the
-/// ticks. A click on a tick, or the space bar on the selected node, asks for a change; the form decides
-/// what changes.
+/// The view of a TreeModel: keeps the model's selection and expansion the same as its own, and shows the
+/// ticks. A click on a tick, or the space bar on the selected node, asks for a change; the form decides what
+/// changes.
 class TreeView final : public QTreeView
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ public:
     TreeModel &Model() const { return m_tree; }
     /// The text shown while there are no nodes.
     void SetEmptyText(const QString &text) { m_emptyText.Set(text); }
-    /// Scrolls the node into view, its parents opened.
+    /// Opens the node's parents and scrolls it into view.
     void ShowNode(const TreeNode *node);
 
 signals:

@@ -4,7 +4,7 @@
 
 #include <QProgressBar>
 
-/// Shows how far a run is. The bar must outlive the run.
+/// Shows how far a run has got. The bar must outlive the run.
 class ProgressBar final : public QProgressBar
 {
     Q_OBJECT
@@ -12,7 +12,7 @@ class ProgressBar final : public QProgressBar
 public:
     using QProgressBar::QProgressBar;
 
-    /// A run that has not begun, which this bar will show.
+    /// A run that has not begun yet, to be shown by this bar.
     Progress NewRun();
 
 signals:

@@ -13,8 +13,8 @@ namespace
 {
 constexpr qint64 shownAfter = 300; // milliseconds
 
-/// What changes the focus or the state of a whole window before its widgets are told. The end of a press
-/// passes on to them, since the toolkit would wait for it.
+/// Events that change the focus or the state of a whole window before its widgets are told. The release of a
+/// mouse button is let through, since the toolkit would wait for it.
 bool StartsInput(const QEvent &event)
 {
     switch (event.type()) {
@@ -105,14 +105,14 @@ bool ProgressBox::Run(QWidget *form, const QString &title, const QString &rows, 
     return false;
 }
 
-/// The run ends behind the row that it is at, and the box with it.
+/// The run ends after its current row, and the box with it.
 void ProgressBox::reject()
 {
     m_progress.Cancel();
 }
 
-/// Nothing but painting passes while a run is under way, except to this box and to questions of the run: what
-/// the run reads must not change below it, and nothing may start a second one.
+/// Only painting gets through during a run, except to this box and to the questions of the run: what the run
+/// reads must not change under it, and nothing may start a second run.
 bool ProgressBox::eventFilter(QObject *watched, QEvent *event)
 {
     const bool isWindow = watched->isWindowType();
