@@ -44,12 +44,11 @@ frmStudentInfo::frmStudentInfo(int courseRef, ListModel &students, const QString
     Build();
     SetLeaveHandlers();
     LockFee(true);
-    LockFields(m_basicFee, true);
-    LockFields(m_netFee, true);
+    for (QWidget *field : std::initializer_list<QWidget *>{m_basicFee, m_netFee, m_info, m_receipt})
+        LockFields(field, true);
     // Card payments need the card screen, which takes the card's details.
     m_payment.CreditCard()->setEnabled(false);
 
-    m_previous.Show({});
     m_payment.Show({});
     m_newPayment->hide();
     m_ok->setEnabled(false);
@@ -175,12 +174,11 @@ void frmStudentInfo::ShowNotEnrolled()
 {
     for (MoneyField *box : {m_basicFee, m_discount, m_netFee, m_hardDiscount, m_taxRate})
         box->SetValue(0);
+    m_previous.Show({});
     ShowTotals({}, {});
     m_ok->hide();
     m_edit->hide();
     m_info->setPlainText(QStringLiteral("This student as of current is not enrolled on this course!"));
-    LockFields(m_info, true);
-    LockFields(m_receipt, true);
 }
 
 void frmStudentInfo::ShowTotals(Money totalDue, Money paid)
