@@ -7,7 +7,7 @@
 class QPushButton;
 class TreeView;
 
-/// The "Custom Attributes" tab of a person: every attribute with its values, those of the person ticked.
+/// The "Custom Attributes" tab of a person: every attribute with its values, with those of the person ticked.
 class AttributesPage final : public QWidget
 {
     Q_OBJECT

@@ -76,7 +76,7 @@ bool ADO_CustomAttrib_Show(TreeModel &tree, int section)
 bool ADO_CustomAttrib_Store(const TreeModel &tree, int recordRef, int section)
 {
     return Reported("ADO_CustomAttrib_Store", false, [&] {
-        // In one piece: a crash behind the delete would lose what the record had.
+        // One transaction: a crash after the delete would lose what the record had.
         WriteGroup group(gConnection);
         Execute(u"DELETE FROM AppliedAttributes WHERE AppliesToRef = " % SqlNumber(recordRef) %
                 u" AND RefSection = " % SqlNumber(section));

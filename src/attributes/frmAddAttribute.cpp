@@ -37,7 +37,7 @@ void frmAddAttribute::BuildFields(FormBuilder &form)
     m_multi = form.Option(QStringLiteral("SelectOpt_0"), QStringLiteral("&Multi-Select Attribute"));
     m_multi->setToolTip(QStringLiteral("A record can have any number of its values"));
     m_single = form.Option(QStringLiteral("SelectOpt_1"), QStringLiteral("&Single Select Attribute"));
-    m_single->setToolTip(QStringLiteral("A record can have one of its values at most"));
+    m_single->setToolTip(QStringLiteral("A record can have at most one of its values"));
     form.EndGroup();
 }
 

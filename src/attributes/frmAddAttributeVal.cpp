@@ -10,7 +10,7 @@ frmAddAttributeVal::frmAddAttributeVal(int attributeRef, const QString &attribut
 {
     FormBuilder form(this);
     m_attribName = form.Text(QStringLiteral("AttribName"), QStringLiteral("&Name:"));
-    // The title tells the attribute, and most windows would cut it off above so short a form.
+    // The title contains the attribute's name, which most window managers would cut off on so narrow a form.
     m_attribName->setMinimumWidth(50 * fontMetrics().averageCharWidth());
     Required().Add(form.Label(), m_attribName);
     AddButtons(form);

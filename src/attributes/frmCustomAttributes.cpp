@@ -77,7 +77,7 @@ void frmCustomAttributes::EnableButtons()
 void frmCustomAttributes::ShowAttributes()
 {
     ADO_CustomAttrib_Show(m_attributes, AttribSection::contacts);
-    // Here values are kept, not given to anybody, so that they need no box to tick.
+    // Here values are maintained, not given to anybody, so they need no check box.
     m_attributes.SetAllTicks(TreeTick::None);
     if (!m_attributes.Selected())
         m_attributes.SelectFirst();

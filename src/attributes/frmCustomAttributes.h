@@ -19,7 +19,7 @@ private:
     void BuildButtons(FormBuilder &form);
     void EnableButtons();
     void ShowAttributes();
-    /// Lists the attributes anew after a dialog, and stands on what it saved.
+    /// Lists the attributes again after a dialog, and selects the one that it saved.
     void ShowSaved(const QString &key);
     void AddAttribute();
     void AddValue();

@@ -7,8 +7,8 @@ class TreeView;
 class UserRights;
 struct TreeNode;
 
-/// The pop-up menus of the rights tree: on a right click, the Menu key, Shift+F10 and the space bar the
-/// selected right offers its levels, and the one chosen is stored and shown. While the user is an
+/// The pop-up menus of the rights tree: on a right click, the Menu key, Shift+F10 or the space bar the
+/// selected right offers its levels, and the chosen one is stored and shown. While the user is an
 /// administrator there is nothing to choose, and a click or key says so.
 class RightsMenu final : public QObject
 {

@@ -10,8 +10,7 @@
 
 namespace
 {
-/// A map has a line for each right. What lies behind these limits is no map, and must not cost the screen
-/// its memory.
+/// A map has a line for each right. A file beyond these limits is not a map, and must not use up the memory.
 constexpr qint64 maxFileBytes = 64 * 1024 * 1024;
 constexpr size_t maxEntries = 2000;
 constexpr qsizetype maxLine = 1000;

@@ -5,26 +5,26 @@
 class ComboModel;
 class ListModel;
 
-/// Users as the screens see them: texts come as typed, table `Users`.
+/// Users as the screens see them: texts are passed as typed. Table `Users`.
 
-/// Checks a name and password as typed and sets gUserRights by them; a logon that fails clears it. True
-/// when the logon passed. Reads `Users`.
+/// Checks a name and password as typed and sets gUserRights accordingly; a failed logon clears it. True if
+/// the logon succeeded. Reads `Users`.
 bool CheckLogon(const QString &name, const QString &password);
 
-/// Every user by name; key "?" and the `UserID`.
+/// Lists every user by name; the key is "?" and the `UserID`.
 void Users_FillList(ListModel &list);
-/// Every user by name, `UserID` as data; the first is chosen.
+/// Lists every user by name, with the `UserID` as data, and chooses the first.
 void Users_Fill(ComboModel &combo);
 
-/// The new `UserID`; 0 where the name is taken, which the user is told; -1 on an error.
+/// Returns the new `UserID`; 0, after telling the user, if the name is taken; -1 on an error.
 int Users_Add(const QString &name, const QString &password, const QString &rights);
 /// False on an error.
 bool Users_UpdateSecurity(int id, const QString &rights);
-/// True if both are the same, case included; otherwise the user has been told.
+/// True if both are the same, including case; otherwise tells the user.
 bool Users_PasswordsMatch(const QString &password, const QString &confirmed);
 /// False on an error.
 bool Users_ChangePassword(int id, const QString &password);
 /// False on an error.
 bool Users_Delete(int id);
-/// "" where there is no such user, and on an error.
+/// "" if there is no such user, and on an error.
 QString Users_GetSecurityRights(int id);

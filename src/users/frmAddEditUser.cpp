@@ -49,7 +49,8 @@ void frmAddEditUser::Build()
                             .okCaption = IsNew() ? QStringLiteral("&Add") : QStringLiteral("&Update")})
                  .ok;
     m_modified = new ModifiedMark(m_save, this);
-    // The rights are what the form is about: room for more of them than a list starts with.
+    // The rights are what the form is about, so it starts with space for more of them than a list usually
+    // has.
     resize(fontMetrics().averageCharWidth() * 72, fontMetrics().lineSpacing() * 38);
 }
 
@@ -69,7 +70,7 @@ void frmAddEditUser::BuildUserList(FormBuilder &form)
     form.BeginGroup({}, QStringLiteral("EditFrame"));
     QLabel *caption = form.Line(QStringLiteral("EditList_Label"),
                                 QStringLiteral("Setting security for the following users:"));
-    // A few rows, so that the room goes to the rights.
+    // Only a few rows, so that the rights get the space.
     auto *list = new ListView(m_users);
     list->setMaximumHeight(fontMetrics().lineSpacing() * 6);
     form.Place(list, QStringLiteral("EditList"));

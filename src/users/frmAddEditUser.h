@@ -14,8 +14,8 @@ class QLineEdit;
 class QPushButton;
 class RightsMenu;
 
-/// A new user with name, password and rights, or the rights of users who are there. gDialogResult is the
-/// new UserID, or 1 after an update, and 0 where nothing was done.
+/// A new user with name, password and rights, or the rights of existing users. gDialogResult is the new
+/// UserID, or 1 after an update, or 0 if nothing was done.
 class frmAddEditUser final : public FormDialog
 {
     Q_OBJECT
@@ -23,11 +23,11 @@ class frmAddEditUser final : public FormDialog
 public:
     /// For a new user.
     explicit frmAddEditUser(QWidget *parent = nullptr);
-    /// For the rights of `users`, rows of the list of users; those of the first one are what the form
-    /// starts with. `readOnly` shows them and no more.
+    /// For the rights of `users`, rows of the list of users; the form starts with those of the first. With
+    /// `readOnly` they can only be looked at.
     frmAddEditUser(std::vector<ListItem> users, bool readOnly, QWidget *parent = nullptr);
 
-    /// The name of the user that was added.
+    /// The name of the added user.
     const QString &AddedName() const { return m_addedName; }
 
 protected:

@@ -66,7 +66,7 @@ void frmUsers::Connect()
 void frmUsers::ApplyRights()
 {
     const Level users = UserRight(Right::Users);
-    // Who may change rights but not delete may still not add: Level::Edit is left out on purpose.
+    // Users who may change rights but not delete cannot add either: Level::Edit is left out on purpose.
     m_add->setEnabled(users == Level::Add || users == Level::Full);
     m_delete->setEnabled(users == Level::Full);
     m_setPassword->setEnabled(UserMay(Right::UserPasswords, Level::Full));

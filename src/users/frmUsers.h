@@ -17,7 +17,7 @@ public:
     explicit frmUsers(QWidget *parent = nullptr);
 
 public slots:
-    /// Lists the users anew, and applies the rights of whoever is logged on by now.
+    /// Lists the users again, and applies the rights of the user who is logged on now.
     void Form_Refresh();
 
 private:

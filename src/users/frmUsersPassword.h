@@ -6,7 +6,7 @@
 
 class QLineEdit;
 
-/// A new password for a user, a row of the list of users. gDialogResult is 1 when it was stored.
+/// A new password for a user, a row of the list of users. gDialogResult is 1 if it was stored.
 class frmUsersPassword final : public FormDialog
 {
     Q_OBJECT

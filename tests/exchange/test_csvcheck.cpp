@@ -133,15 +133,15 @@ void TestCsvCheck::NamesEveryFaultAndMendedLinesComeIn()
     QStringList faults;
     for (const ImportFault &fault : check->faults)
         faults.append(QString::number(fault.line) % u' ' % fault.Text());
-    QStringList expected{"3 field 'Date of Birth': 'so, \"\"soon\"\"' is no date as DD/MM/YYYY or YYYY-MM-DD",
-                         "3 field 'Surname': '' is required",
-                         "4 'Cat,\"Cole,3 Mid St,,' opens a quotation mark and does not close it",
-                         "5 field 'Title': '" + QString(40, u'x') +
-                             "...' has 300 characters, of which 255 fit",
-                         "5 'more' stands behind the last field that the header names",
-                         "6 is empty",
-                         "7 field 'Forename': 'Eve' holds NUL characters, which are left out",
-                         "9 is not written in UTF-8 like most of the file; please look at its accents"};
+    QStringList expected{
+        "3 field 'Date of Birth': 'so, \"\"soon\"\"' is not a date (DD/MM/YYYY or YYYY-MM-DD)",
+        "3 field 'Surname': '' is required",
+        "4 'Cat,\"Cole,3 Mid St,,' has a quotation mark that is not closed",
+        "5 field 'Title': '" + QString(40, u'x') + "...' has 300 characters, of which 255 fit",
+        "5 'more' comes after the last field that the header names",
+        "6 is empty",
+        "7 field 'Forename': 'Eve' contains NUL characters, which are left out",
+        "9 is not in UTF-8 like most of the file; please check its accents"};
     if (!TestDatabase::HasSizedTexts())
         expected.removeAt(3);
     QCOMPARE(faults, expected);
@@ -152,11 +152,11 @@ void TestCsvCheck::NamesEveryFaultAndMendedLinesComeIn()
     QByteArray saved = ContentOf(file);
     QCOMPARE(saved,
              QByteArray("\xEF\xBB\xBF\"Line\",\"Fault\",Forename,Surname,Address,Date of Birth,Title\r\n"
-                        "3,\"field 'Date of Birth': 'so, \"\"\"\"soon\"\"\"\"' is no date as "
-                        "DD/MM/YYYY or YYYY-MM-DD; field 'Surname': '' is required\",Ben,,2 Low St,"
+                        "3,\"field 'Date of Birth': 'so, \"\"\"\"soon\"\"\"\"' is not a date "
+                        "(DD/MM/YYYY or YYYY-MM-DD); field 'Surname': '' is required\",Ben,,2 Low St,"
                         "\"so, \"\"soon\"\"\",\r\n"
-                        "4,\"'Cat,\"\"Cole,3 Mid St,,' opens a quotation mark and does not close "
-                        "it\",Cat,\"Cole,3 Mid St,,\r\n"));
+                        "4,\"'Cat,\"\"Cole,3 Mid St,,' has a quotation mark that is not closed\","
+                        "Cat,\"Cole,3 Mid St,,\r\n"));
     saved.replace("Ben,,", "Ben,Birch,").replace("\"so, \"\"soon\"\"\"", "").replace(",\"Cole", ",Cole");
     desk.user.Expect("CSV Import", Exchange::Summary(2, 0, 0));
     QVERIFY(desk.ImportBytes(saved));
@@ -168,8 +168,7 @@ void TestCsvCheck::NamesEveryFaultAndMendedLinesComeIn()
     QVERIFY(!state.SaveFaulty("/no/such/faulty.csv", desk.progress));
     WriteFile(state.FileName(), "Forename\nAnn\n");
     desk.user.Expect("CSV Import", u"The fields of '" % state.FileName() %
-                                       u"' are not any more what they were when you chose it. Please choose "
-                                       u"the file again.");
+                                       u"' have changed since you chose it. Please choose the file again.");
     QVERIFY(!state.SaveFaulty(file, desk.progress));
 }
 

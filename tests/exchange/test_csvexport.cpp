@@ -146,10 +146,10 @@ void TestCsvExport::SaysWhatTheFileDoesNotCarry()
                            "UPDATE Contacts SET Cust_Addr1 = '' WHERE Cust_Surname = 'Ash 3'"});
         const QString tooLong = "    1 record of over 500 lines: an import skips the record.\n";
         const QString question =
-            "The file does not carry all of it as it stands:\n"
+            "An import of this file would not bring back everything unchanged:\n"
             "    2 values with quotation marks or backticks: an import doubles them.\n" %
             tooLong %
-            "    1 date of birth that is no date: an import skips the record.\n"
+            "    1 date of birth that is not a date: an import skips the record.\n"
             "    1 record without a field that is shown in bold: an import skips the record.\nOkay to "
             "export?";
         desk.user.Expect("CSV Export", question, Dialogs::Answer::No);
@@ -164,9 +164,10 @@ void TestCsvExport::SaysWhatTheFileDoesNotCarry()
     // What comes back is what the question said, and nothing else is lost.
     Exchange desk;
     desk.user.Expect("CSV Import", Exchange::Summary(2, 0, 2));
-    desk.user.Expect("CSV Import", "2 lines of 'people.csv' were skipped because of what they hold:\n"
-                                   "    Line 6, field 'Date of Birth': '31/02/1999' is no date as DD/MM/YYYY "
-                                   "or YYYY-MM-DD.\n    Line 7, field 'Address': '' is required.");
+    desk.user.Expect("CSV Import",
+                     "2 lines of 'people.csv' were skipped because of their contents:\n"
+                     "    Line 6, field 'Date of Birth': '31/02/1999' is not a date "
+                     "(DD/MM/YYYY or YYYY-MM-DD).\n    Line 7, field 'Address': '' is required.");
     QVERIFY(desk.Import(file));
     QCOMPARE(TestDatabase::Rows("SELECT JobTitle, AltRef1, Cust_Notes, Cust_DOB FROM Contacts WHERE "
                                 "Cust_Surname = 'Ash 1'"),

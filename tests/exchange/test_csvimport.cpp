@@ -32,7 +32,7 @@ private slots:
     void CutsBetweenWholeCharacters();
     void Dates();
     void RefusedLinesAreNamedOnce();
-    void WhatDoesNotGoInAsItStandsIsTold();
+    void ChangedValuesAreReported();
     void WhatTheDatabaseDoesNotTake_data();
     void WhatTheDatabaseDoesNotTake();
     void RefusesQueriesThatAreNoDataSet();
@@ -137,7 +137,7 @@ void TestCsvImport::LinesAreCounted()
                                             "Cat,Cole,3 Mid St,C1,,,\n");
     desk.user.Expect("CSV Import", Exchange::Summary(5, 0, 4));
     desk.user.Expect("CSV Import", u"1 line of '" % file.section('/', -1) %
-                                       u"' was skipped because of what it holds:\n"
+                                       u"' was skipped because of its contents:\n"
                                        u"    Line 6, field 'Surname': '' is required.");
     QVERIFY(desk.Import(file));
     QCOMPARE(TestDatabase::Rows("SELECT ReferenceID FROM Contacts WHERE ContactRef > 1 ORDER BY ContactRef"),
@@ -201,26 +201,26 @@ void TestCsvImport::RefusedLinesAreNamedOnce()
     QByteArray lines("Forename,Surname,Address,City,Date of Birth\nAnn,Ash,1 High St,Ely,01/02/1990\n"
                      "Ben,\"Birch,2 High St,Newtown,01/02/1990\n");
     QString listed =
-        "    Line 3: 'Ben,\"Birch,2 High St,Newtown,01/02/1990' opens a quotation mark and does not "
-        "close it.\n";
+        "    Line 3: 'Ben,\"Birch,2 High St,Newtown,01/02/1990' has a quotation mark that is not "
+        "closed.\n";
     for (int line = 4; line < 16; ++line) {
         lines += "Cat,Cole,3 High St,Oldtown,soon\n";
         if (line < 13)
             listed += u"    Line " % QString::number(line) %
-                      u", field 'Date of Birth': 'soon' is no date as "
-                      u"DD/MM/YYYY or YYYY-MM-DD.\n";
+                      u", field 'Date of Birth': 'soon' is not a date "
+                      u"(DD/MM/YYYY or YYYY-MM-DD).\n";
     }
     lines += "Dan,Dale,4 High St,Ely,1990-02-01\n";
     const QString file = desk.File(lines);
     desk.user.Expect("CSV Import", Exchange::Summary(2, 0, 13));
     desk.user.Expect("CSV Import", u"13 lines of '" % file.section('/', -1) %
-                                       u"' were skipped because of what they hold:\n" % listed %
+                                       u"' were skipped because of their contents:\n" % listed %
                                        u"    and 3 more.");
     QVERIFY(desk.Import(file));
     QCOMPARE(TestDatabase::Rows("SELECT City FROM City WHERE City_ID > 1"), QStringList{"Ely"});
 }
 
-void TestCsvImport::WhatDoesNotGoInAsItStandsIsTold()
+void TestCsvImport::ChangedValuesAreReported()
 {
     Exchange desk;
     if (!TestDatabase::HasSizedTexts())
@@ -231,7 +231,7 @@ void TestCsvImport::WhatDoesNotGoInAsItStandsIsTold()
     const QString cut = "'" + QString(40, 'n') + "...' has 1,300 characters, of which 255 fit.";
     desk.user.Expect("CSV Import", Exchange::Summary(1, 0, 0));
     desk.user.Expect("CSV Import", u"2 values of '" % file.section('/', -1) %
-                                       u"' did not go in as they stand:\n    Line 2, field 'Surname': " %
+                                       u"' were not imported unchanged:\n    Line 2, field 'Surname': " %
                                        cut % u"\n    Line 2, field 'City': " % cut);
     QVERIFY(desk.Import(file));
     QCOMPARE(TestDatabase::Rows("SELECT Cust_Surname FROM Contacts WHERE ContactRef > 1").value(0).size(),
@@ -243,16 +243,16 @@ void TestCsvImport::WhatTheDatabaseDoesNotTake_data()
 {
     QTest::addColumn<QString>("fault");
     QTest::addColumn<QString>("told"); // "%1" is the line that it came to
-    const QString stopped = "The import stopped behind line %1 of 401. What it did before stays in the "
-                            "database:\n0 Records where imported.\n";
+    const QString stopped = "The import stopped after line %1 of 401. What it had done so far stays "
+                            "in the database:\n0 Records where imported.\n";
     const QString skipped = " Records where updated.\n0 Records where skipped.";
     QTest::newRow("a table is gone") << "DROP TABLE City" << QString(stopped + "1" + skipped);
     if (TestDatabase::IsOnServer())
         return; // has a disk of its own, and locks rows
     QTest::newRow("the disk is full") << "PRAGMA max_page_count"
-                                      << "The database did not take the last lines before line %1 of 401. "
-                                         "When it does again, import the file once more: the records that "
-                                         "are there are skipped.";
+                                      << "The database could not store the last lines before line %1 of 401. "
+                                         "When it can again, import the file once more: records that are "
+                                         "already there are skipped.";
     QTest::newRow("locked for longer than the wait") << "BEGIN IMMEDIATE" << QString(stopped + "0" + skipped);
 }
 
@@ -333,18 +333,17 @@ void TestCsvImport::FilesThatCannotBeImported()
         QVERIFY(refused(desk.File(bytes), "File contains no data."));
     QVERIFY(refused(desk.File(" , ,\"\"\nAnn,Ash,1 High St\n"), "No field header names found."));
     QVERIFY(refused(desk.File("Forename,\"Surname,Address\nAnn,Ash,1 High St\n"),
-                    "Line 1 of '%1' opens a quotation mark that it does not close."));
+                    "Line 1 of '%1' has a quotation mark that is not closed."));
     QVERIFY(refused("/no/such.csv", "Unable to open '%1'."));
     QVERIFY(refused("/tmp", "Unable to open '%1'.\nIt is a folder."));
-    QVERIFY(refused("/dev/zero", "Unable to open '%1'.\nIt is no file of text."));
+    QVERIFY(refused("/dev/zero", "Unable to open '%1'.\nIt is not a text file."));
 
     const QString file = desk.File("Forename,Surname,Address\nAnn,Ash,1 High St\n");
     ImportState state(Exchange::ShippedMap());
     QVERIFY(Exchange::Choose(state, file));
     WriteFile(file, "Surname,Forename,Address\nAsh,Ann,1 High St\n");
     desk.user.Expect("CSV Import", u"The fields of '" % file %
-                                       u"' are not any more what they were when you chose it. Please choose "
-                                       u"the file again.");
+                                       u"' have changed since you chose it. Please choose the file again.");
     QVERIFY(!state.Run(desk.progress));
     QCOMPARE(Exchange::Count("Contacts"), 1);
 }

@@ -201,9 +201,9 @@ void TestCsvWizards::ChecksTheFile()
         QCOMPARE(Find<QLabel>(check, "Notice")->text(),
                  QStringLiteral("2 lines: 1 new, 0 changed, 0 the same, 1 faulty. An import skips the faulty "
                                 "ones."));
-        QCOMPARE(
-            Find<QLabel>(check, "FaultText")->text(),
-            QStringLiteral("Line 3, field 'Date of Birth': 'soon' is no date as DD/MM/YYYY or YYYY-MM-DD."));
+        QCOMPARE(Find<QLabel>(check, "FaultText")->text(),
+                 QStringLiteral(
+                     "Line 3, field 'Date of Birth': 'soon' is not a date (DD/MM/YYYY or YYYY-MM-DD)."));
         desk.user.ExpectFile("Save As", faulty);
         Press(check, "SaveBtn");
         QTest::keyClick(&check, Qt::Key_Escape);
@@ -288,8 +288,8 @@ void TestCsvWizards::CancelLeavesWhatWasImported()
     const int people = Exchange::Count("Contacts") - 1;
     QVERIFY(people > 0 && people < 20000);
     const QString number = QString::number(people);
-    QCOMPARE(told, u"Import cancelled behind line " % number %
-                       u" of 20000. What it did before stays in the database:\n" % number %
+    QCOMPARE(told, u"Import cancelled after line " % number %
+                       u" of 20000. What it had done so far stays in the database:\n" % number %
                        u" Records where imported.\n0 Records where updated.\n0 Records where skipped.");
     QCOMPARE(Offered(form), QStringLiteral("F"));
     Press(form, finish);

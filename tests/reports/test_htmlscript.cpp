@@ -108,7 +108,7 @@ private slots:
     {
         const TestTable<QByteArray, QByteArray, QString> row{"file", "inReport", "fault"};
         const QByteArray most(8 << 20, 'x');
-        row("picture", {"\x89PNG\0\0\x01", 7}, {}, "is not a text.");
+        row("picture", {"\x89PNG\0\0\x01", 7}, {}, "is not a text file.");
         row("huge", most + 'x', {}, "is larger than 8 megabytes.");
         row("just not huge", most, most + '\n', {});
         row("another code page", "\x81\xFF\n", "\x81\xFF\n", {});

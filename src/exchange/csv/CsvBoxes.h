@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// Tells the user of an import; false, for the step that ends with it.
+/// Tells the user something about an import; returns false, for a step that ends with it.
 bool TellOfImport(const QString &text);
-/// The same of an export.
+/// The same about an export.
 bool TellOfExport(const QString &text);

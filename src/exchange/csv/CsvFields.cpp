@@ -4,7 +4,7 @@ namespace
 {
 constexpr QChar quote = u'"';
 
-/// The position after the character at `at`; a doubled quote inside quotes counts as one. Keeps `inside`.
+/// The position after the character at `at`; a doubled quote inside quotes counts as one. Updates `inside`.
 qsizetype Step(QStringView line, qsizetype at, bool &inside)
 {
     if (line.at(at) != quote)

@@ -4,8 +4,8 @@
 #include <QStringList>
 #include <QStringView>
 
-/// Walks a comma-separated text character by character and knows whether it stands inside quotes. A
-/// double quote opens and closes; inside quotes a doubled one does neither.
+/// Walks a comma-separated text character by character and knows whether it is inside quotes. A double quote
+/// opens and closes; inside quotes a doubled one does neither.
 class CsvQuoteWalk final
 {
 public:
@@ -13,12 +13,12 @@ public:
         : m_delimiter(delimiter)
     {
     }
-    /// Goes on over one line of the text.
+    /// Continues over one line of the text.
     void Walk(QStringView line);
-    /// A quote was opened and not closed so far.
+    /// Whether a quote has been opened and not closed yet.
     bool Inside() const { return m_inside; }
     int Delimiters() const { return m_delimiters; } ///< outside quotes
-    /// Every quote so far opened at the start of a field or closed at the end of one.
+    /// Whether every quote so far opened at the start of a field or closed at the end of one.
     bool Orderly() const { return m_orderly; }
 
 private:
@@ -29,14 +29,14 @@ private:
     int m_delimiters = 0;
 };
 
-/// `text` between double quotes, its own double quotes doubled.
+/// `text` in double quotes, with its own double quotes doubled.
 QString CsvQuoteField(const QString &text);
 /// The number of fields: 0 for an empty line, otherwise one more than the delimiters outside quotes.
 int CsvCountFields(QStringView line, QChar delimiter);
-/// The field of that number, from 1, trimmed and without its quotes; "" where there is none. Doubled quotes
-/// inside stay doubled: what CsvQuoteField did is not undone.
+/// The field with that number, from 1, trimmed and without its quotes; "" if there is none. Doubled quotes
+/// inside stay doubled: CsvQuoteField is not undone.
 QString CsvGetField(QStringView line, QChar delimiter, int index);
-/// Takes the NUL characters out of the text, which no column and no caption takes; true if there were any.
+/// Removes the NUL characters from the text, which no column and no caption accepts; true if there were any.
 bool RemoveNul(QString &text);
-/// All fields of a line, each as CsvGetField gives it, in one walk.
+/// All fields of a line in one walk, each as from CsvGetField.
 QStringList CsvGetFields(QStringView line, QChar delimiter);

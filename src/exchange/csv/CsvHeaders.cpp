@@ -27,7 +27,7 @@ bool CsvReadHeaders(const QString &fileName, ListModel &fields)
     if (!hasLine || line.text.isEmpty())
         return TellOfImport(QStringLiteral("File contains no data."));
     if (line.unclosedQuote)
-        return TellOfImport(u"Line 1 of '" % fileName % u"' opens a quotation mark that it does not close.");
+        return TellOfImport(u"Line 1 of '" % fileName % u"' has a quotation mark that is not closed.");
 
     const QString header = line.text % u' ';
     std::vector<ListItem> items;

@@ -4,6 +4,6 @@
 
 class ListModel;
 
-/// Fills `fields` with the header fields of a CSV file: key "?" and the field's position from 1; a field
-/// without a name is left out. Tells the user why and gives false where there are none.
+/// Fills `fields` with the header fields of a CSV file; the key is "?" and the field's position from 1. A
+/// field without a name is left out. If there are none, tells the user why and returns false.
 bool CsvReadHeaders(const QString &fileName, ListModel &fields);

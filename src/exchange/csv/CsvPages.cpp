@@ -49,7 +49,7 @@ void FilePage::Enter()
     Filename->setFocus();
 }
 
-/// A name without a folder means the one that Browse begins in.
+/// A name without a folder means a file in the folder that Browse starts in.
 QString FilePage::FileName() const
 {
     const QString name = Filename->text().trimmed();

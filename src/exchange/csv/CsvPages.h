@@ -8,10 +8,9 @@ class ListView;
 class QLineEdit;
 class QWidget;
 
-// The pages that the import and the export wizard share. Each builds its fields into the widget that it is
-// given.
+// The pages that the import and the export wizard share. Each builds its fields into the given widget.
 
-/// What is imported or exported, and in what kind of file.
+/// The page for what is imported or exported, and in what kind of file.
 class DataSetPage final : public QObject
 {
     Q_OBJECT
@@ -33,7 +32,7 @@ private:
     ListView *m_list;
 };
 
-/// The file.
+/// The page for the file.
 class FilePage final : public QObject
 {
     Q_OBJECT

@@ -8,16 +8,16 @@
 struct CsvLine {
     QString text;               ///< without its line end
     int number = 0;             ///< of its first line in the file, from 1
-    bool unclosedQuote = false; ///< it opens a quote that it does not close
+    bool unclosedQuote = false; ///< it has a quote that is not closed
     bool isOdd = false;         ///< it is not in the encoding of most of the file
 };
 
-/// A record of more lines than this is taken for one with a quote that was never closed.
+/// A record with more lines than this is assumed to have a quote that was never closed.
 constexpr int mostLinesOfRecord = 500;
 
 /// Reads the records of a comma-separated file, the header line first. A line end inside quotes belongs to
-/// the field where the quotes close in good order and the record gets as many fields as the header has.
-/// Any other open quote ends with its line, so that it cannot swallow the lines behind it.
+/// the field if the quotes close in good order and the record then has as many fields as the header. Any
+/// other open quote ends with its line, so that it cannot swallow the lines after it.
 class CsvReader final
 {
 public:
@@ -25,13 +25,13 @@ public:
         : m_delimiter(delimiter)
     {
     }
-    /// False if the file cannot be read; Problem() then tells why, as a sentence.
+    /// False if the file cannot be read; Problem() then says why, as a sentence.
     bool Open(const QString &fileName);
     void SetBytes(const QByteArray &bytes);
     const QString &Problem() const { return m_lines.Problem(); }
 
     bool Next(CsvLine &line);
-    /// The records from here to the end; the place stays.
+    /// Counts the records from here to the end, without moving.
     int CountRest();
     QString EncodingName() const { return m_lines.EncodingName(); }
     const FileStamp &Stamp() const { return m_lines.Stamp(); }
@@ -41,5 +41,5 @@ private:
 
     TextLines m_lines;
     QChar m_delimiter;
-    int m_headerFields = 0; ///< 0 until the header was read
+    int m_headerFields = 0; ///< 0 until the header has been read
 };

@@ -5,9 +5,9 @@
 class ComboModel;
 class ListModel;
 
-/// The language of the map that the wizards ask for.
+/// The language section of the map that the wizards use.
 inline const QString wizardLanguage = QStringLiteral("English");
 
-/// The first page of both wizards: the one kind of file there is, and the data sets of the map (key "!" and
-/// the number), of which the first is selected.
+/// Fills the first page of both wizards: the only kind of file there is, and the data sets of the map (key
+/// "!" and the number), with the first selected.
 void FillDataSets(const CsvMap &map, ComboModel &types, ListModel &sets);

@@ -4,7 +4,7 @@
 
 namespace
 {
-/// A file that cannot take another's place at the end does not say why.
+/// A file that cannot replace the other one at the end does not say why.
 QString Problem(const QSaveFile &file)
 {
     const QString problem = file.errorString();

@@ -2,5 +2,5 @@
 
 #include <QSaveFile>
 
-/// "Unable to write 'name': why." of a file that was not written.
+/// "Unable to write 'name': why." for a file that was not written.
 QString UnableToWrite(const QSaveFile &file);

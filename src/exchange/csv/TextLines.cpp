@@ -24,8 +24,8 @@ bool IsUtf8(QByteArrayView bytes)
     return QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8();
 }
 
-/// A character cut off at the very end does not make a file any other than UTF-8, where it has others that
-/// are whole.
+/// A character cut off at the very end does not stop a file from being UTF-8, if it has others that are
+/// whole.
 bool IsCutUtf8(QByteArrayView bytes)
 {
     constexpr qsizetype mostCut = 3;
@@ -39,7 +39,7 @@ bool IsCutUtf8(QByteArrayView bytes)
     return false;
 }
 
-/// Text in UTF-16 without a mark shows by the zero in every other byte of its plain letters.
+/// UTF-16 without a mark is recognised by the zero in every other byte of its plain letters.
 bool LooksLikeUtf16(const QByteArray &bytes, int zeroByte)
 {
     const qsizetype looked = std::min<qsizetype>(bytes.size(), 4096) & ~qsizetype(1);
@@ -65,7 +65,7 @@ struct Recognised {
     bool isMixed = false;
 };
 
-/// Of a text that is not UTF-8 from its beginning to its end: what most of its lines with accents are in.
+/// For a text that is not all UTF-8: the encoding of most of its lines with accents.
 Recognised RecogniseByLines(const QByteArray &bytes, qsizetype markSize)
 {
     const char *const end = bytes.constData() + bytes.size();
@@ -117,7 +117,7 @@ bool TextLines::Open(const QString &fileName)
     else if (info.isDir())
         m_problem = QStringLiteral("It is a folder.");
     else if (!info.isFile())
-        m_problem = QStringLiteral("It is no file of text.");
+        m_problem = QStringLiteral("It is not a text file.");
     else if (info.size() > largestFile)
         m_problem = QStringLiteral("It is larger than 512 megabytes.");
     if (!m_problem.isEmpty())
@@ -178,7 +178,7 @@ QString TextLines::Decoded(QByteArrayView line)
     const bool isWindows1252 = (m_encoding == Encoding::Windows1252) != m_isOdd;
     if (isWindows1252)
         return FromWindows1252(line.data(), line.size());
-    // The toolkit drops a mark at the beginning of a text, which a line is not.
+    // The toolkit drops a mark at the beginning of a text, but this is a line in the middle of one.
     return line.startsWith(utf8Mark)
                ? QString(QChar::ByteOrderMark % QString::fromUtf8(line.sliced(utf8Mark.size())))
                : QString::fromUtf8(line);

@@ -22,8 +22,8 @@ QString Title()
     return QStringLiteral("CSV Export");
 }
 
-/// One export. The rows go to a file beside the one of that name as they are read, so that none is kept; it
-/// takes the other's place once all are there and the user knows what is lost.
+/// One export. The rows are written as they are read to a file beside the one with that name, so that none is
+/// kept in memory; it replaces the other once all are there and the user knows what will be lost.
 class ExportRun final
 {
 public:
@@ -57,7 +57,8 @@ private:
     int m_written = 0;
 };
 
-/// For the bar. SQL Server takes no such query, and has its result whole before it hands the first row over.
+/// Counts the rows for the progress bar. SQL Server does not accept such a query, and reads the whole result
+/// before it hands over the first row.
 void ExportRun::CountRows()
 {
     if (gConnection.Kind() == DatabaseKind::SqlServer || !IsReportQuery(m_sql))
@@ -106,7 +107,8 @@ bool ExportRun::MayLose() const
 {
     const QString text = m_writer.Losses().Text();
     return text.isEmpty() ||
-           Dialogs::MsgBox(u"The file does not carry all of it as it stands:\n" % text % u"Okay to export?",
+           Dialogs::MsgBox(u"An import of this file would not bring back everything unchanged:\n" % text %
+                               u"Okay to export?",
                            Title(), Dialogs::Buttons::YesNo, Dialogs::Icon::Question) == Dialogs::Answer::Yes;
 }
 

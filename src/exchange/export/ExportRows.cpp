@@ -89,7 +89,7 @@ QString ExportLosses::Text() const
     add(m_doubled, "value with quotation marks or backticks", "values with quotation marks or backticks",
         ": an import doubles them.");
     add(m_tooLong, "record of over 500 lines", "records of over 500 lines", ": an import skips the record.");
-    add(m_badDates, "date of birth that is no date", "dates of birth that are no dates",
+    add(m_badDates, "date of birth that is not a date", "dates of birth that are not dates",
         ": an import skips the record.");
     add(m_incomplete, "record without a field that is shown in bold",
         "records without a field that is shown in bold", ": an import skips the record.");
@@ -162,7 +162,7 @@ void ExportWriter::AddText(const Recordset::Row &row, int column)
 void ExportWriter::AddDate(const Recordset::Row &row, int column)
 {
     m_text.push_back(u'"');
-    // A date that is not known would be written as today's, and come back as that.
+    // An unknown date would be written, and imported again, as today's.
     const int date = static_cast<int>(row.Long(column));
     if (date != 0) {
         const QString text = IntToDateText(int(date));
@@ -177,7 +177,7 @@ bool ExportWriter::HandOver()
     m_bytes.resize(m_encode.requiredSpace(static_cast<qsizetype>(m_text.size())));
     const char *const behind = m_encode.appendToBuffer(m_bytes.data(), m_text);
     m_text.clear();
-    // A disk that gets full takes a part without an error; the next write says why.
+    // A disk that gets full accepts a part without an error; the next write says why.
     for (const char *at = m_bytes.constData(); at != behind;) {
         const qint64 taken = m_file.write(at, behind - at);
         if (taken <= 0)

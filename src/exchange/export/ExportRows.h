@@ -18,7 +18,7 @@ struct ExportedField {
     enum class Kind { Text, Number, Sex, Date };
     int column;
     Kind kind;
-    bool required; ///< an import takes no record without it
+    bool required; ///< an import skips a record without it
 };
 
 /// The columns that the checked items of `fields` name, in the order of the items; bold items are required.
@@ -26,21 +26,21 @@ std::vector<ExportedField> FieldsToExport(const ListModel &fields, const Records
 /// The header line of those fields: the texts of their items, quoted.
 QString ExportHeader(const ListModel &fields, const Recordset &rows);
 
-/// Counts what an import of the file will not bring back as the database has it.
+/// Counts what an import of the file will not bring back unchanged.
 class ExportLosses final
 {
 public:
     void TakeText(std::u16string_view text);
     void TakeDate(const QString &written);
-    /// After the values of a record.
+    /// Called after the values of a record.
     void EndRecord(bool isComplete);
-    /// A line for each kind of loss, "" where there is none.
+    /// A line for each kind of loss, "" if there is none.
     QString Text() const;
 
 private:
     int m_doubled = 0;
-    int m_lineBreaks = 0; ///< of the record so far
-    int m_tooLong = 0;    ///< records of too many lines
+    int m_lineBreaks = 0; ///< in the record so far
+    int m_tooLong = 0;    ///< records with too many lines
     int m_badDates = 0;
     int m_incomplete = 0; ///< records without a required field
 };
@@ -54,12 +54,12 @@ public:
         , m_fields(fields)
     {
     }
-    /// Empties the file but for the byte-order mark and the header. False if it cannot be written.
+    /// Empties the file and starts it with the byte-order mark and the header. False if it cannot be written.
     bool Begin(const QString &header);
     /// False if the file cannot be written.
     bool Write(const Recordset::Row &row);
     bool Finish();
-    /// Of the rows written since Begin.
+    /// The losses of the rows written since Begin.
     const ExportLosses &Losses() const { return m_losses; }
 
 private:

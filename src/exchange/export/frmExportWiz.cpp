@@ -15,7 +15,7 @@ frmExportWiz::frmExportWiz(QWidget *parent)
         {.types = QStringLiteral("ExportTypes"),
          .list = QStringLiteral("ExportList"),
          .listCaption = QStringLiteral("&Select data for export:"),
-         .empty = QStringLiteral("The map of export fields (csvmap.dat) offers nothing.")},
+         .empty = QStringLiteral("The map of export fields (csvmap.dat) offers nothing to export.")},
         m_state.ExportTypes, m_state.ExportList);
     BuildFields(m_pages->AddPage(QStringLiteral("Step1"), QStringLiteral("Select Fields")));
     m_filePage = new FilePage(m_pages->AddPage(QStringLiteral("Step2"), QStringLiteral("CSV Export")),
@@ -44,7 +44,7 @@ void frmExportWiz::BuildFields(QWidget *page)
     QPushButton *none = form.Button(QStringLiteral("NoneBtn"), QStringLiteral("Select N&one"));
     form.EndButtons();
     connect(all, &QPushButton::clicked, this, [this] { m_state.TickAll(true); });
-    // As in the mapping of an import, Enter and a double click act on the row.
+    // As in the import wizard's mapping, Enter and a double click act on the row.
     connect(ExportSel, &ListView::Opened, this,
             [this](int row) { m_state.ExportSel.SetChecked(row, !m_state.ExportSel.At(row).checked); });
     connect(none, &QPushButton::clicked, this, [this] { m_state.TickAll(false); });
@@ -54,7 +54,7 @@ WizardForm::Offer frmExportWiz::Offered(int step) const
 {
     const bool isOver = step == Exporting;
     const bool hasFile = !m_filePage->FileName().isEmpty();
-    // Where no file came of it, another may be named.
+    // If no file was written, the user may name another.
     return {.back = !isOver || !m_exported,
             .next = step == Data || step == Fields || (step == File && hasFile),
             .finish = isOver,

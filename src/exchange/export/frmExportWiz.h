@@ -7,7 +7,7 @@ class DataSetPage;
 class FilePage;
 class ListView;
 
-/// Writes a data set to a CSV file, in four steps: what, which fields, to which file, run.
+/// Writes a data set to a CSV file in four steps: what, which fields, to which file, run.
 class frmExportWiz final : public WizardForm
 {
     Q_OBJECT

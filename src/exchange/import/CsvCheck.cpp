@@ -53,8 +53,8 @@ void CheckLine(ImportCheck &check, const ImportSource &source, ImportForecast &f
     Note(check, faults);
 }
 
-/// Number, fault and text of the line at which `source` stands, as a line of a file; "" where there is
-/// nothing to mend.
+/// Number, fault and text of the current line of `source`, as a line of a file; "" if there is nothing to
+/// correct.
 QString LineToMend(const ImportSource &source)
 {
     const std::vector<ImportFault> faults = source.IsBlank() ? std::vector<ImportFault>() : FaultsOf(source);

@@ -87,13 +87,13 @@ void ImportRun::Update(const LineValues &values, qint64 key)
 
 void ImportRun::Write(const LineValues &values)
 {
-    // Another workstation may import the same people, or type them.
+    // Another workstation may be importing the same people, or typing them in.
     const qint64 same = InOneStep(m_table, [&] { return AddUnlessThere(values); });
     if (same > 0)
         Update(values, same);
 }
 
-/// The key of the row that the line is to update; 0 where the line was added or stands there as it is.
+/// The key of the row that the line is to update; 0 if the line was added or is already there unchanged.
 qint64 ImportRun::AddUnlessThere(const LineValues &values)
 {
     if (HasRow(SelectKey(m_keyColumn, m_table, values.FullTest()))) {
@@ -125,7 +125,7 @@ void ImportRun::TakeLine()
     Write(values);
 }
 
-/// Each of these may change every row: others get their turn in between.
+/// Each of these may change every row, so others get their turn in between.
 void CleanUp(WriteGroup &group)
 {
     static constexpr std::array statements{
@@ -177,9 +177,9 @@ void TellNotes(const ImportNotes &notes, const ImportSource &source, const QStri
 {
     QString text = notes.IsEmpty() ? QString() : notes.Text(fileName);
     if (FileStamp::Of(fileName) != source.Stamp()) {
-        text += (text.isEmpty() ? u"" : u"\n\n") %
-                QString(u'\'' % fileName %
-                        u"' changed in the meantime. Its lines were taken as they stood at the start.");
+        text +=
+            (text.isEmpty() ? u"" : u"\n\n") %
+            QString(u'\'' % fileName % u"' changed in the meantime. It was imported as it was at the start.");
     }
     if (!text.isEmpty())
         TellOfImport(text);
@@ -212,15 +212,15 @@ bool Import_CSV_File(const QString &fileName, const ListModel &fields, const QSt
         return false;
 
     const QString counts = CountsText(run.Counts());
-    const QString stays = QStringLiteral(". What it did before stays in the database:\n");
+    const QString stays = QStringLiteral(". What it had done so far stays in the database:\n");
     if (!isStored)
         TellOfImport(
-            u"The database did not take the last lines before " % Reached(progress) %
-            u". When it does again, import the file once more: the records that are there are skipped.");
+            u"The database could not store the last lines before " % Reached(progress) %
+            u". When it can again, import the file once more: records that are already there are skipped.");
     else if (!ran)
-        TellOfImport(u"The import stopped behind " % Reached(progress) % stays % counts);
+        TellOfImport(u"The import stopped after " % Reached(progress) % stays % counts);
     else if (progress.IsCancelled())
-        TellOfImport(u"Import cancelled behind " % Reached(progress) % stays % counts);
+        TellOfImport(u"Import cancelled after " % Reached(progress) % stays % counts);
     else
         TellOfImport(u"Import complete:\n" % counts);
     TellNotes(run.Notes(), source, fileName);

@@ -10,10 +10,10 @@
 #include <cmath>
 #include <limits>
 
-/// A column whose text stands for a row of another table.
+/// A column whose text names a row of another table.
 struct ImportColumn::Lookup {
     QString into;   ///< the table that is imported
-    QString column; ///< as the data set's query has it
+    QString column; ///< as in the data set's query
     QString target; ///< the column that takes the key
     QString table;
     QString name;
@@ -23,7 +23,7 @@ struct ImportColumn::Lookup {
 
 namespace
 {
-/// The number that `count` digits spell; -1 where one of them is none.
+/// The number that `count` digits spell; -1 if one of them is not a digit.
 int Digits(QStringView text, qsizetype at, qsizetype count)
 {
     int number = 0;
@@ -136,7 +136,7 @@ ImportColumn::ImportColumn(const QString &field, const RecordsetColumn &about, c
 QString ImportColumn::Objection(const QString &text) const
 {
     if (m_kind == Kind::Date && !text.isEmpty() && !ImportedDate(text).isValid())
-        return QStringLiteral("is no date as DD/MM/YYYY or YYYY-MM-DD");
+        return QStringLiteral("is not a date (DD/MM/YYYY or YYYY-MM-DD)");
     if ((m_kind == Kind::Whole || m_kind == Kind::Number) && ParseNumber(text) > m_largest)
         return QStringLiteral("is too large a number");
     return {};

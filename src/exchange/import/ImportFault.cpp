@@ -33,8 +33,8 @@ QString ImportFault::Sentence(int shown) const
 std::vector<ImportFault> Objections(const ImportSource &source)
 {
     if (source.Line().unclosedQuote)
-        return {OfLine(source, source.Line().text,
-                       QStringLiteral("opens a quotation mark and does not close it"))};
+        return {
+            OfLine(source, source.Line().text, QStringLiteral("has a quotation mark that is not closed"))};
     std::vector<ImportFault> faults;
     for (const ImportColumn &column : source.Columns()) {
         const QString objection = column.Objection(source.Text(column));
@@ -68,15 +68,15 @@ std::vector<ImportFault> Losses(const ImportSource &source)
                                          u" fit"));
         if (source.HasNul(column))
             faults.push_back(
-                OfValue(source, column, QStringLiteral("holds NUL characters, which are left out")));
+                OfValue(source, column, QStringLiteral("contains NUL characters, which are left out")));
     }
     if (source.Line().isOdd)
         faults.push_back(OfLine(source, {},
-                                u"is not written in " % source.EncodingName() %
-                                    u" like most of the file; please look at its accents"));
+                                u"is not in " % source.EncodingName() %
+                                    u" like most of the file; please check its accents"));
     const QString behind = source.TextBehindHeader();
     if (!behind.isEmpty())
         faults.push_back(
-            OfLine(source, behind, QStringLiteral("stands behind the last field that the header names")));
+            OfLine(source, behind, QStringLiteral("comes after the last field that the header names")));
     return faults;
 }

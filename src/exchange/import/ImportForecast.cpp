@@ -6,12 +6,12 @@
 
 namespace
 {
-/// A line as the database compares it: without regard to case, references by what they stand for.
+/// A line as the database compares it: without regard to case, and references by the row that they name.
 struct ComparedLine {
     LineValues values;
     QString all;
     QString identity;
-    bool isKnown = true; ///< every reference is in the database already
+    bool isKnown = true; ///< every reference is already in the database
     bool isIdentityKnown = true;
 };
 
@@ -36,7 +36,7 @@ ComparedLine Compared(const ImportSource &source)
 }
 } // namespace
 
-/// A record of the database satisfies the test, and no line before would have changed it.
+/// Whether a record in the database satisfies the test, and no earlier line would have changed it.
 bool ImportForecast::StandsUnchanged(const QString &test) const
 {
     for (const Recordset::Row row : OpenRecordset(SelectKey(m_keyColumn, m_table, test))) {

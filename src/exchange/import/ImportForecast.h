@@ -6,8 +6,8 @@
 
 class ImportSource;
 
-/// What an import would make of one line after the other, without writing: keeps what the lines before would
-/// have brought in or changed.
+/// Tells what an import would do with one line after another, without writing: remembers what the earlier
+/// lines would have added or changed.
 class ImportForecast final
 {
 public:
@@ -18,7 +18,7 @@ public:
         , m_table(table)
     {
     }
-    /// What becomes of the line at which `source` stands, which must not be faulty. Only inside Reported.
+    /// What would happen to the current line of `source`, which must not be faulty. Only inside Reported.
     Kind Take(const ImportSource &source);
 
 private:
@@ -29,9 +29,9 @@ private:
 
     QString m_keyColumn;
     QString m_table;
-    // Texts are kept as hashes, so that a large file does not stand in the memory twice.
+    // Texts are kept as hashes, so that a large file is not in memory twice.
     std::unordered_map<Record, size_t> m_valuesOf; ///< of the records added or changed so far
-    std::unordered_map<size_t, int> m_held;        ///< how many of these records hold such values
+    std::unordered_map<size_t, int> m_held;        ///< how many of these records have such values
     std::unordered_map<size_t, Record> m_added;    ///< by what identifies them
     Record m_lastAdded = 0;
 };

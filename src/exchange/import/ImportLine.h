@@ -4,7 +4,7 @@
 
 #include <vector>
 
-/// What a line of the file brings in, column by column, and the texts of SQL that are made of it.
+/// The values of a line of the file, column by column, and the SQL texts made from them.
 class LineValues final
 {
 public:
@@ -15,8 +15,8 @@ public:
     QString Columns() const;      ///< "A,B"
     QString Values() const;       ///< "1,'b'"
     QString Updates() const;      ///< "A = 1,B = 'b'"
-    QString FullTest() const;     ///< "A = 1 AND B = 'b'", of every column
-    QString IdentityTest() const; ///< the same of the columns by which a record is recognised
+    QString FullTest() const;     ///< "A = 1 AND B = 'b'", for every column
+    QString IdentityTest() const; ///< the same for the columns by which a record is recognised
     QString Display() const;      ///< the values of the required columns, to show to the user
 
 private:
@@ -34,5 +34,5 @@ private:
     std::vector<Cell> m_cells;
 };
 
-/// The query for the key of the records that `test` finds.
+/// The query for the keys of the records that `test` finds.
 QString SelectKey(const QString &keyColumn, const QString &table, const QString &test);

@@ -48,10 +48,10 @@ QString ImportNotes::Text(const QString &fileName) const
                        name % QLatin1String(isOne ? one : many) % u':');
     };
     const QString skipped =
-        m_skipped.Text(heading(m_skipped.count, "line", "was skipped because of what it holds",
-                               "were skipped because of what they hold"));
+        m_skipped.Text(heading(m_skipped.count, "line", "was skipped because of its contents",
+                               "were skipped because of their contents"));
     const QString lost = m_lost.Text(
-        heading(m_lost.count, "value", "did not go in as it stands", "did not go in as they stand"));
+        heading(m_lost.count, "value", "was not imported unchanged", "were not imported unchanged"));
     const bool both = !skipped.isEmpty() && !lost.isEmpty();
     return QString(skipped % QLatin1String(both ? "\n" : "") % lost).trimmed();
 }

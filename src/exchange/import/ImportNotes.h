@@ -4,13 +4,14 @@
 
 #include <QStringList>
 
-/// What the user must know of single lines of an imported file: collected while it runs, told once.
+/// What the user must know about single lines of an imported file: collected during the run, and shown once
+/// at the end.
 class ImportNotes final
 {
 public:
-    /// A line that was skipped for what it holds. None is no note.
+    /// Notes a line that was skipped because of its contents. Does nothing without faults.
     void LineSkipped(const std::vector<ImportFault> &faults);
-    /// What of a line that was taken did not go in as it stands.
+    /// Notes what was not imported unchanged from a line that was imported.
     void ValuesLost(const std::vector<ImportFault> &losses);
 
     bool IsEmpty() const { return m_skipped.count == 0 && m_lost.count == 0; }

@@ -6,7 +6,7 @@ class ImportState;
 class ListView;
 class QPushButton;
 
-/// The page of frmImportWiz that tells which field of the file goes where.
+/// The page of frmImportWiz for which field of the file goes where.
 class ImportMapPage final : public QObject
 {
     Q_OBJECT

@@ -25,7 +25,7 @@ ImportSource::Opened ImportSource::Open(const char *routineName, const QString &
     const std::optional<Recordset> query = OpenReportQuery(sql);
     if (!query) {
         SetCurrentError({0, QStringLiteral("CSV Import"),
-                         QStringLiteral("The query of the data set does not read what can be imported."),
+                         QStringLiteral("The query of the data set reads nothing that can be imported."),
                          QString()});
         HandleError(QString::fromLatin1(routineName), 0);
         return Opened::RefusedQuery;
@@ -41,12 +41,12 @@ ImportSource::Opened ImportSource::Open(const char *routineName, const QString &
     m_names = CsvGetFields(m_header, delimiter);
     if (HeaderDiffers(fields))
         return Say(u"The fields of '" % fileName %
-                   u"' are not any more what they were when you chose it. Please choose the file again.");
+                   u"' have changed since you chose it. Please choose the file again.");
     m_columns = ImportColumns(fields, *query, table);
     return Opened::Yes;
 }
 
-/// The mapping was made on another header than the file has now.
+/// Whether the mapping was made for a different header than the file has now.
 bool ImportSource::HeaderDiffers(const ListModel &fields) const
 {
     for (const int row : fields.CheckedRows()) {

@@ -14,29 +14,29 @@ class ImportSource final
 {
 public:
     enum class Opened { Yes, RefusedQuery, Told };
-    /// Told: there is nothing to import, and the user knows why. `routineName` is the one that a refused
-    /// query is reported under. Only inside Reported.
+    /// Told: there is nothing to import, and the user has been told why. A refused query is reported under
+    /// `routineName`. Only inside Reported.
     Opened Open(const char *routineName, const QString &fileName, const ListModel &fields, const QString &sql,
                 const QString &table);
 
-    int Lines() const { return m_lines; } ///< behind the header
-    /// Goes to the next line; false behind the last one.
+    int Lines() const { return m_lines; } ///< after the header
+    /// Goes to the next line; false after the last one.
     bool Next();
     const CsvLine &Line() const { return m_line; }
     const std::vector<ImportColumn> &Columns() const { return m_columns; }
-    /// What the line has for a column.
+    /// The line's text for a column.
     QString Text(const ImportColumn &column) const { return m_texts.value(column.Position() - 1); }
-    /// The file has NUL characters in it, which Text leaves out.
+    /// Whether that text has NUL characters in the file, which Text leaves out.
     bool HasNul(const ImportColumn &column) const { return m_withNul.contains(column.Position() - 1); }
-    /// What stands behind the last field that the header names; "" if nothing does.
+    /// What comes after the last field that the header names; "" if nothing does.
     QString TextBehindHeader() const;
     bool IsBlank() const; ///< the line has no text in any field
     const QString &Header() const { return m_header; }
-    /// The header's name of the field that a column is taken from.
+    /// The header's name for the field that a column is taken from.
     QString FieldName(const ImportColumn &column) const { return m_names.value(column.Position() - 1); }
-    /// What most of the file is written in, as a word.
+    /// The encoding of most of the file, as a word.
     QString EncodingName() const { return m_reader.EncodingName(); }
-    /// Of the file as it was read.
+    /// The stamp of the file as it was read.
     const FileStamp &Stamp() const { return m_reader.Stamp(); }
 
 private:

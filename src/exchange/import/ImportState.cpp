@@ -24,7 +24,7 @@ ImportState::ImportState(const CsvMap &map, QObject *parent)
     FillDataSets(m_map, ImportTypes, ImportList);
     ImportSel.SetColumns({QStringLiteral("Text Field"), QStringLiteral("Veltrane Field")});
     ImportSel.SetCheckable(true);
-    // A tick says that the field is imported, which a field without a target cannot be.
+    // A tick means that the field is imported, which is impossible without a target.
     connect(&ImportSel, &ListModel::Checked, this, [this](int row) {
         if (ImportSel.At(row).checked && !TargetOf(row))
             ImportSel.SetChecked(row, false);
@@ -77,7 +77,7 @@ void ImportState::MatchByName()
         const ListItem &item = ImportSel.At(row);
         fields.push_back({KeyNumber(item.key), row, item.text.toUpper()});
     }
-    // The list may be sorted; what comes first in the file does.
+    // The list may be sorted; here the order of the file counts.
     std::sort(fields.begin(), fields.end(),
               [](const Field &left, const Field &right) { return left.position < right.position; });
     for (const TreeNode *target : ImportKey.Nodes()) {

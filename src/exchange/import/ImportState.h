@@ -12,9 +12,9 @@
 
 class Progress;
 
-/// What the import wizard knows, without its widgets: the data sets, the target fields of the one chosen,
-/// and the mapping of the file's fields to them. A row of `ImportSel` that is mapped has as its key the tag
-/// of the target, the field's position in the file, "-" and the target's column; an unmapped one "?" and the
+/// What the import wizard knows, without its widgets: the data sets, the target fields of the chosen one, and
+/// the mapping of the file's fields to them. The key of a mapped row in `ImportSel` is the tag of the target,
+/// the field's position in the file, "-" and the target's column; that of an unmapped one is "?" and the
 /// position.
 class ImportState final : public QObject
 {
@@ -28,27 +28,27 @@ public:
     TreeModel ImportKey;  ///< key: tag and column, text: display name
     ListModel ImportSel;  ///< text: field of the file, sub-item: display name of its target
 
-    /// Step 0. False, with a message, if no data set is selected; else its target fields are loaded.
+    /// Step 0. False, with a message, if no data set is selected; otherwise its target fields are loaded.
     bool ChooseDataSet();
     /// Step 1. Reads the file's header and maps what can be mapped by name. False, with a message, if there
     /// is no header to read.
     bool ChooseFile(const QString &fileName);
     /// Step 2. False, with a message, if nothing or not every required field is to be imported.
     bool CheckMapping();
-    /// What step 3 would do, without doing it. Nothing if it cannot be told, with a message.
+    /// What step 3 would do, without doing it. Nullopt, with a message, if that cannot be told.
     std::optional<ImportCheck> Check(Progress &progress);
-    /// Writes the faulty lines of the file that was checked, to be mended and imported. False if there is no
-    /// such file now; the user knows why.
+    /// Writes the faulty lines of the checked file, to be corrected and imported. False if there is no such
+    /// file now; the user has been told why.
     bool SaveFaulty(const QString &target, Progress &progress);
-    /// False if the file is not any more the one that was checked, and the user wants to look again.
+    /// False if the file is no longer the one that was checked, and the user wants to check it again.
     bool MayRun() const;
-    /// Step 3. False if the import did not get to the end of the file.
+    /// Step 3. False if the import did not reach the end of the file.
     bool Run(Progress &progress);
 
     const QString &FileName() const { return m_fileName; }
-    /// The target of a row of ImportSel; nothing if the row is not mapped.
+    /// The target of a row of ImportSel; null if the row is not mapped.
     TreeNode *TargetOf(int row) const;
-    /// Maps a row to a target, which another row that has it loses; nothing unmaps the row.
+    /// Maps a row to a target; another row with that target loses it. Null unmaps the row.
     void SetTarget(int row, const TreeNode *target);
 
 private:
@@ -58,7 +58,7 @@ private:
 
     CsvMap m_map;
     QString m_fileName;
-    std::optional<FileStamp> m_checked; ///< the file as it was when it was checked last
+    std::optional<FileStamp> m_checked; ///< of the file when it was last checked
     QString m_keyColumn;
     QString m_table;
     QString m_query;

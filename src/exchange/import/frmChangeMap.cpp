@@ -38,7 +38,7 @@ frmChangeMap::frmChangeMap(const ImportState &state, int row, QWidget *parent)
     FieldList->setFocus();
     ShowState();
 
-    // Whoever picks a target wants the field imported.
+    // A user who picks a target wants the field imported.
     connect(m_fields.Selection(), &QItemSelectionModel::selectionChanged, this,
             [this] { ImportField->setChecked(true); });
     connect(m_fields.Selection(), &QItemSelectionModel::selectionChanged, this, &frmChangeMap::ShowState);

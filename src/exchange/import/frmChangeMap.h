@@ -9,7 +9,7 @@ class QCheckBox;
 class QPushButton;
 struct TreeNode;
 
-/// Chooses the target of one field of the file that is imported.
+/// Chooses the target of one field of the imported file.
 class frmChangeMap final : public FormDialog
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ class frmChangeMap final : public FormDialog
 public:
     frmChangeMap(const ImportState &state, int row, QWidget *parent = nullptr);
 
-    /// The chosen target; nothing if the field is not to be imported.
+    /// The chosen target; null if the field is not to be imported.
     const TreeNode *Target() const;
 
 private:

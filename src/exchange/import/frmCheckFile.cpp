@@ -30,8 +30,8 @@ QString Summary(const ImportCheck &check)
         text += QStringLiteral(" An import skips the faulty ones.");
     if (check.lost > 0)
         text += u'\n' % Counted(check.lost) %
-                (check.lost == 1 ? u" value does not go in as it stands."
-                                 : u" values do not go in as they stand.");
+                (check.lost == 1 ? u" value would not be imported unchanged."
+                                 : u" values would not be imported unchanged.");
     if (check.faultCount > static_cast<qint64>(check.faults.size()))
         text += u"\nThe first " % Counted(check.faults.size()) % u" of " % Counted(check.faultCount) %
                 u" faults are listed.";
@@ -52,7 +52,7 @@ frmCheckFile::frmCheckFile(ImportState &state, QWidget *parent)
     form.Place(ProgBar, QStringLiteral("ProgBar"));
     ListView *list = form.List(QStringLiteral("FaultList"), QStringLiteral("&Faults:"), m_faults);
     list->SetColumnChars({7, 20, 26, 57});
-    list->SetEmptyText(QStringLiteral("No line with a fault."));
+    list->SetEmptyText(QStringLiteral("No faulty lines."));
     list->setMinimumSize(list->fontMetrics().averageCharWidth() * 112, list->fontMetrics().height() * 14);
     m_whole = form.Line(QStringLiteral("FaultText"), {});
     m_whole->setMinimumHeight(m_whole->fontMetrics().lineSpacing() * 3);
@@ -118,7 +118,7 @@ void frmCheckFile::ShowResult()
     ExitBtn->setFocus();
 }
 
-/// The columns of the list cut what is long.
+/// Shows the selected fault in full, since the columns of the list cut long texts.
 void frmCheckFile::ShowWhole()
 {
     const int row = m_faults.CurrentRow();

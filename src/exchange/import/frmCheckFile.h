@@ -12,8 +12,8 @@ class ProgressBar;
 class QLabel;
 class QPushButton;
 
-/// Goes over the file of an import without writing: how many lines are new, changed, the same and faulty,
-/// and what is wrong with the faulty ones. The check runs by itself once the form is shown.
+/// Checks the file of an import without writing: how many lines are new, changed, the same and faulty, and
+/// what is wrong with the faulty ones. The check starts when the form is shown.
 class frmCheckFile final : public FormDialog
 {
     Q_OBJECT

@@ -14,7 +14,7 @@ frmImportWiz::frmImportWiz(QWidget *parent)
         {.types = QStringLiteral("ImportTypes"),
          .list = QStringLiteral("ImportList"),
          .listCaption = QStringLiteral("&Importing Data to:"),
-         .empty = QStringLiteral("The map of import fields (csvmap.dat) offers nothing.")},
+         .empty = QStringLiteral("The map of import fields (csvmap.dat) offers nothing to import.")},
         m_state.ImportTypes, m_state.ImportList);
     m_filePage = new FilePage(m_pages->AddPage(QStringLiteral("Step1"), QStringLiteral("CSV Import")),
                               FilePage::Purpose::Open, QStringLiteral("Te&xt file:"),

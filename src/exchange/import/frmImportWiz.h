@@ -7,7 +7,7 @@ class DataSetPage;
 class FilePage;
 class ImportMapPage;
 
-/// Takes a CSV file into the database, in four steps: what, from which file, which field goes where, run.
+/// Imports a CSV file into the database in four steps: what, from which file, which field goes where, run.
 class frmImportWiz final : public WizardForm
 {
     Q_OBJECT

@@ -188,7 +188,7 @@ QString SqlFaultText(SqlFault fault)
     case SqlFault::OpenText:
         return QStringLiteral("Syntax error: a text in the statement has no closing apostrophe.");
     case SqlFault::OpenName:
-        return QStringLiteral("Syntax error: a quoted name in the statement does not close.");
+        return QStringLiteral("Syntax error: a quoted name in the statement has no closing quote.");
     case SqlFault::SecondStatement:
         return QStringLiteral("Syntax error: characters found after the end of the statement.");
     }

@@ -2,6 +2,5 @@
 
 #include "reports/writer/ReportRun.h"
 
-/// Writes the characteristics with their discounts, in order of name. `held` counts them. Reads
-/// `Concessions`.
+/// Writes the characteristics with their discounts, ordered by name. `held` counts them. Reads `Concessions`.
 ReportResult Concession_Rep_HTML(Progress &progress);

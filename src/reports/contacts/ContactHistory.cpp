@@ -54,7 +54,8 @@ QString PaymentLabel(size_t kind)
     return u"Amount Paid by " % SystemValue(SystemRef::VoucherName + voucher).left(longestVoucherName) % u':';
 }
 
-/// Works down from the fee to what is owed, a row for each step, by the amounts of the payment screen.
+/// Works from the fee down to what is owed, with a row for each step, using the amounts of the payment
+/// screen.
 void AddMoney(const StudentRecord &student, ContactHistory::Attended &course)
 {
     const auto add = [&course](const QString &label, const QString &value) {

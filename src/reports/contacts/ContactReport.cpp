@@ -40,7 +40,7 @@ void WriteCoursesStaffed(int contactRef)
     WriteList(QStringLiteral("Courses Staffed:"), courses);
 }
 
-/// Everything of a person that a report of one item per line can hold.
+/// Writes everything about a person that a report with one item per line can contain.
 void WritePerson(const ContactFields &fields, const Recordset::Row &row)
 {
     const auto contactRef = static_cast<int>(row.Long(u"ContactRef"));

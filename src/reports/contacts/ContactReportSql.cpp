@@ -82,7 +82,8 @@ constexpr Part orgParts[] = {
     {OrgItem::Website, ", Organisations.URL", ""},
 };
 
-/// A statement that grows: columns behind the last, joins behind the last with a bracket about all before.
+/// A growing statement: columns and joins are added at the end, each join with brackets around everything
+/// before it.
 class Layout final
 {
 public:
@@ -93,12 +94,12 @@ public:
     }
 
     void AddColumns(const char *columns) { m_select += QLatin1String(columns); }
-    /// Columns in front of all others.
+    /// Adds columns in front of all others.
     void AddFirst(const char *columns)
     {
         m_select.insert(QStringLiteral("SELECT ").size(), QLatin1String(columns));
     }
-    /// Servers take no bracket about a lone table: the first join has a blank in its place.
+    /// Servers accept no brackets around a single table: the first join has a blank instead.
     void AddJoin(const char *join)
     {
         if (*join == '\0')

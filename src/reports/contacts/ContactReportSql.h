@@ -6,7 +6,7 @@
 
 #include <optional>
 
-/// In which order, and under which group, the people of a table stand.
+/// How the people in a table are ordered and grouped.
 enum class ContactOrdering { None, Characteristic, GroupTypeThenGroup, GroupThenGroupType };
 
 /// What a contact report was asked for.
@@ -18,20 +18,20 @@ struct ContactReport {
     ContactOrdering ordering = ContactOrdering::None;
 };
 
-/// The condition on who is in the report, "" for everybody. Nobody selected gives the condition of the empty
-/// person 1, whom no report shows. Nothing after a failure, which has been reported: a report without its
-/// condition would tell of everybody. Reads `Ref`.
+/// The condition on who is in the report, "" for everybody. If nobody is selected, it is the condition for
+/// the empty person 1, whom no report shows. Nullopt after a failure, which has been reported: a report
+/// without its condition would show everybody. Reads `Ref`.
 std::optional<QString> BuildWhereString(const ContactReport &report);
-/// The same for staff: those with a role, of the selection or of all. Reads `Ref` and `ContactRoles`.
+/// The same for staff: people with a role, from the selection or from all. Reads `Ref` and `ContactRoles`.
 std::optional<QString> BuildStaffWhereString(const ContactReport &report);
 
-/// "Selected Staff Details" and the like, with the ordering behind it.
+/// "Selected Staff Details" and the like, followed by the ordering.
 QString BuildTitleString(const ContactReport &report);
 
 /// The statement of the people up to its condition: the columns of the ticked items and their joins, and
 /// those of the ordering.
 QString BuildLayoutSqlString(const ContactFlags &flags, ContactOrdering ordering = ContactOrdering::None);
-/// What stands behind the condition.
+/// What follows the condition.
 QString OrderBy(ContactOrdering ordering);
 
 /// The statement of the organisations up to its order.

@@ -10,7 +10,7 @@ namespace
 {
 const QString lineBreak = QStringLiteral("<br>");
 
-/// What the rows stand under: one column or two, whose value is shown where it changes.
+/// What the rows are grouped by: one column or two, whose value is shown where it changes.
 class GroupCells final
 {
 public:
@@ -39,7 +39,7 @@ public:
             WriteTitleCell(cell.title, width);
     }
 
-    /// A change in the first column opens the second anew, though its value may be the same.
+    /// When the first column changes, the second is shown again even if its value is the same.
     void WriteValues(const Recordset::Row &row)
     {
         bool changed = m_isFirst;
@@ -71,7 +71,7 @@ QString AttendedText(int contactRef)
     return courses.join(lineBreak);
 }
 
-/// Role, course and first day, in three cells whose lines stand beside each other.
+/// Role, course and first day, in three cells whose lines match.
 void WriteRoleCells(int contactRef)
 {
     QStringList roles;

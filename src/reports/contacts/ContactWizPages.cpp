@@ -5,7 +5,7 @@
 
 namespace
 {
-/// A box of choices of which one holds; the first is set.
+/// A box of options, with the first one set.
 template <size_t count>
 void Options(FormBuilder &form, const QString &title, const QString &name, const QStringList &captions,
              std::array<QRadioButton *, count> &options, int firstNumber = 0)
@@ -155,7 +155,7 @@ ContactWizOrgPage::ContactWizOrgPage(QWidget *page)
         form.List(QStringLiteral("OrgDetails"), QStringLiteral("&Include the following data:"), m_items);
     GiveRoom(OrgDetails);
     form.NextColumn();
-    // The first pair of these is on the page of the people.
+    // The first pair of these names is on the page for people.
     Options(form, QStringLiteral("Layout"), QStringLiteral("LayOpt"), layouts, LayOpt, 2);
     form.Stretch();
     form.EndColumns();

@@ -11,7 +11,7 @@ class ListView;
 class QCheckBox;
 class QRadioButton;
 
-/// The pages of the contact report wizard. Each is built into the widget that it is given and lives with it.
+/// The pages of the contact report wizard. Each is built into the given widget and lives as long as that.
 
 /// Which report, and whether its tables have borders.
 class ContactWizWelcomePage final : public QObject
@@ -37,7 +37,7 @@ public:
     bool TableBorder() const;
 
 signals:
-    void Changed(); ///< another report is selected
+    void Changed(); ///< another report was selected
     void Chosen();  ///< the report was double-clicked
 
 private:
@@ -46,7 +46,7 @@ private:
     QCheckBox *HTMLopt;
 };
 
-/// What of the people is in the report, who, and in which form.
+/// What the report contains about people, which people, and in which form.
 class ContactWizChoicePage final : public QObject
 {
     Q_OBJECT
@@ -55,7 +55,7 @@ public:
     explicit ContactWizChoicePage(QWidget *page);
 
     void Enter(bool tabularOnly);
-    /// Without a list of selected people in sight there is no choice but all.
+    /// If the opener has no list of selected people, all is the only choice.
     void OfferSelected(bool offered, bool preferred);
     /// Keeps the ticks for the next time.
     ContactReport Choices();
@@ -71,7 +71,7 @@ private:
     int m_chosenLayout = 0; ///< before the layout was forced
 };
 
-/// What of the organisations is in the report.
+/// What the report contains about organisations.
 class ContactWizOrgPage final : public QObject
 {
     Q_OBJECT

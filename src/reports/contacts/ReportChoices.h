@@ -4,7 +4,7 @@
 
 class ListModel;
 
-/// What a contact report can hold, by the numbers under which the ticks are kept in the settings file.
+/// What a contact report can contain, with the numbers under which the ticks are kept in the settings file.
 namespace ContactItem
 {
 enum Flag {
@@ -44,7 +44,7 @@ enum Flag {
 };
 } // namespace ContactItem
 
-/// The same for a report of organisations.
+/// The same for a report on organisations.
 namespace OrgItem
 {
 enum Flag {
@@ -67,10 +67,10 @@ enum Flag {
 using ContactFlags = std::array<int, 34>;
 using OrgFlags = std::array<int, 13>;
 
-/// Fills the list of what a contact report can hold, ticked as gContactData has it.
+/// Fills the list of what a contact report can contain, ticked according to gContactData.
 void FillChoiceList(ListModel &basic);
-/// The flags of the ticks; they are kept in gContactData.
+/// The flags of the ticks, which are also stored in gContactData.
 ContactFlags SetUpChoiceParameters(const ListModel &basic);
-/// The two for organisations and gOrgData.
+/// The same two for organisations and gOrgData.
 void FillOrgChoiceList(ListModel &orgDetails);
 OrgFlags SetUpOrgParameters(const ListModel &orgDetails);

@@ -132,7 +132,7 @@ QString FieldValue(const ReportField &field, const Recordset::Row &row)
     case ReportField::Kind::Gender:
         return GenderText(row.Long(field.places.front().column));
     case ReportField::Kind::Date: {
-        // No date is nothing; the text of a date would read as today.
+        // A missing date is left empty, since as text it would read as today.
         const auto date = static_cast<int>(row.Long(field.places.front().column));
         return date == 0 ? QString() : IntToDateText(int(date));
     }

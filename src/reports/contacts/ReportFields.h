@@ -12,14 +12,14 @@
 struct ReportField {
     enum class Kind { Text, Gender, Date };
 
-    QString label; ///< of its row, one item per line; "" = it has none
+    QString label; ///< of its row, with one item per line; "" = it has none
     QString title; ///< of its column in a table; "" = it has none
     int width = 0; ///< of the column, in pixels
     QStringList columns{};
-    QString joint{}; ///< between the columns that hold something
+    QString joint{}; ///< between the columns that are not empty
     Kind kind = Kind::Text;
 
-    /// The columns in the recordset that is written, with the schemes of their links.
+    /// Columns in the recordset that is being written, with the schemes of their links.
     struct Place {
         int column;
         QString scheme;
@@ -27,7 +27,7 @@ struct ReportField {
     std::vector<Place> places{};
 };
 
-/// Looks the fields up in the recordset whose rows are written next: once, not for every person.
+/// Looks the fields up once in the recordset whose rows are written next, instead of for every person.
 void FindFields(std::vector<ReportField> &fields, const Recordset &rows);
 
 /// The fields that the ticks ask for, in the order of the report: those of the person up to the notes, those
@@ -36,14 +36,14 @@ std::vector<ReportField> PersonalFields(const ContactFlags &flags);
 std::vector<ReportField> WorkFields(const ContactFlags &flags);
 std::vector<ReportField> OrgFields(const OrgFlags &flags);
 
-/// The value in a row of the recordset that the field was looked up in, with its links; "" where there is
+/// The value in a row of the recordset that the field was looked up in, with its links; "" if there is
 /// nothing.
 QString FieldValue(const ReportField &field, const Recordset::Row &row);
 
-/// An amount with the currency symbol in front, to two places.
+/// An amount with two decimals, with the currency symbol in front.
 QString MoneyText(Money amount);
 
-/// Writes what stands above the items of a person or an organisation.
+/// Writes the heading above the items of a person or an organisation.
 void WriteHeading(const QString &name);
 /// Writes a row for each field that has a label and a value.
 void WriteLabelRows(const std::vector<ReportField> &fields, const Recordset::Row &row);

@@ -51,7 +51,7 @@ frmContactWiz::frmContactWiz(QWidget *parent, Opener opener)
     Start(m_end->RunPage());
 }
 
-/// The pages that the report needs; the list of characteristics needs none.
+/// Makes the pages available that the report needs; the list of characteristics needs none.
 void frmContactWiz::OnReportChanged()
 {
     const Report::Report report = m_welcome->Selected();

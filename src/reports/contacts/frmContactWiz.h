@@ -9,15 +9,15 @@ class ContactWizWelcomePage;
 class Progress;
 class ReportEnd;
 
-/// The report wizard of the contacts: picks one of seven reports and what it holds, writes it, opens it, and
-/// saves it as PDF.
+/// The report wizard of the contacts: the user picks one of seven reports and its contents; it is written,
+/// opened, and saved as PDF on request.
 class frmContactWiz final : public WizardForm
 {
     Q_OBJECT
 
 public:
-    /// Who opens it: the main window has no list of selected people in sight, so that all are reported; the
-    /// Contact Manager has one, empty or not.
+    /// Who opens it: the main window has no list of selected people, so everybody is reported; the Contact
+    /// Manager has one, empty or not.
     enum class Opener { MainWindow, NothingSelected, PeopleSelected };
 
     explicit frmContactWiz(QWidget *parent = nullptr, Opener opener = Opener::MainWindow);

@@ -7,7 +7,7 @@
 
 namespace
 {
-/// A subset of every course of a large site stays far below this.
+/// Even a list of every course of a large site stays far below this.
 constexpr qint64 mostBytes = 1 << 20;
 
 QString FileName()

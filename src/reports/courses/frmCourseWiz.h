@@ -8,8 +8,8 @@ class ListView;
 class QCheckBox;
 class ReportEnd;
 
-/// The report wizard of the Course Manager: picks a report and its period, writes it,
-/// opens it, and saves it as PDF.
+/// The report wizard of the Course Manager: the user picks a report and its period; it is written, opened,
+/// and saved as PDF on request.
 class frmCourseWiz final : public WizardForm
 {
     Q_OBJECT

@@ -61,7 +61,7 @@ SSWizardNavBar::SSWizardNavBar(WizardPages *pages, QWidget *parent)
 void SSWizardNavBar::LayOutBelowPages()
 {
     auto *column = new QVBoxLayout(parentWidget());
-    // The fields of a page bring their margins along; the strip keeps to the same edges.
+    // The fields of a page have margins of their own; the strip is aligned with them.
     column->setContentsMargins(0, column->contentsMargins().top(), 0, column->contentsMargins().bottom());
     layout()->setContentsMargins(style()->pixelMetric(QStyle::PM_LayoutLeftMargin), 0,
                                  style()->pixelMetric(QStyle::PM_LayoutRightMargin), 0);
@@ -72,7 +72,7 @@ void SSWizardNavBar::LayOutBelowPages()
 void SSWizardNavBar::SetEnabled(Code button, bool enabled)
 {
     cmdNav[button]->setEnabled(enabled);
-    // Enter goes on, or ends the wizard where there is nothing more to go on to.
+    // Enter goes to the next page, or ends the wizard if there is none.
     const bool onward = cmdNav[Next]->isEnabled() || !cmdNav[Finish]->isEnabled();
     cmdNav[Next]->setDefault(onward);
     cmdNav[Finish]->setDefault(!onward);

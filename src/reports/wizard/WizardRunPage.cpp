@@ -31,7 +31,7 @@ bool WizardRunPage::Run(const QString &notice, const std::function<void(Progress
     ProgBar->show();
     Progress run = ProgBar->NewRun();
     SetRun(&run);
-    // A large query takes a moment before its first row.
+    // A large query takes a moment to return its first row.
     run.Begin(0);
     work(run);
     if (m_done && run.IsCancelled())

@@ -14,16 +14,15 @@ class WizardRunPage final : public QObject
     Q_OBJECT
 
 public:
-    /// `step` names what the run counts ("Line", "Record") in the line below the bar; "" = there is no such
-    /// line.
+    /// `step` names what the run counts ("Line", "Record") in the line below the bar; "" = no such line.
     explicit WizardRunPage(QWidget *page, const QString &step = {});
 
-    /// Runs `work` to its end, or until Stop, and shows how far it is; true if it was stopped. The notice
-    /// stands above the bar; "" = none.
+    /// Runs `work` to its end, or until Stop, and shows how far it has got; true if it was stopped. The
+    /// notice is shown above the bar; "" = none.
     bool Run(const QString &notice, const std::function<void(Progress &)> &work);
     bool IsRunning() const { return m_run != nullptr; }
     void Stop();
-    /// Puts the text, which is longer than a notice, in the place of the bar.
+    /// Shows the text, which is longer than a notice, in place of the bar.
     void Tell(const QString &text);
 
 signals:

@@ -45,8 +45,8 @@ mso-bidi-font-family:"Times; New Roman"}
 </head>
 <body lang=EN-GB style='tab-interval:36.0pt'>)");
 
-/// The file that is written, and what is not in it yet: a report has hundreds of short lines for each person,
-/// which go out together.
+/// The file being written, and a buffer of what is not in it yet: a report has hundreds of short lines for
+/// each person, which are written together.
 class Output final
 {
 public:
@@ -100,7 +100,7 @@ private:
 
 Output g_output;
 
-/// A line of the output, ended when it goes.
+/// A line of the output, which its destructor ends.
 class Line final
 {
 public:
@@ -121,7 +121,7 @@ public:
     }
 };
 
-/// What stands before the text of a paragraph; built once for each weight and size.
+/// What comes before the text of a paragraph; built once for each weight and size.
 std::string_view ParagraphStart(bool isBold, int size)
 {
     static constexpr std::array points = {"8.0", "7.0", "8.0", "9.0", "10.0", "12.0", "14.0"};
@@ -139,7 +139,7 @@ std::string_view ParagraphStart(bool isBold, int size)
 
 using Words = std::array<std::string_view, 5>;
 
-/// A code that stands for no word stands for the first.
+/// A code without a word means the first word.
 size_t WordOf(int code)
 {
     return code >= 0 && code <= 4 ? static_cast<size_t>(code) : 0;
@@ -154,15 +154,15 @@ std::string BuiltCellStart(int colSpan, size_t hAlign, size_t vAlign, int width)
     if (width >= 1)
         cell += " width = " + std::to_string(width);
     cell.append(" align = ").append(across[hAlign]).append("  valign = ").append(down[vAlign]).append(" ");
-    // No blank behind the span: every report so far has it so.
+    // No blank after the span: reports have always been written this way.
     if (colSpan >= 2)
         cell += " colspan=" + std::to_string(colSpan);
     return cell + "style='border:" + border + ";border-left:none;mso-border-left-alt:" + border +
            ";padding:2pt 2pt 2pt 2pt'>";
 }
 
-/// A report has few kinds of cells and thousands of each: the start of a kind is kept until another needs its
-/// place.
+/// A report has few kinds of cells and thousands of each, so the start of a kind is cached until another
+/// needs its place.
 std::string_view CellStart(int colSpan, int hAlign, int vAlign, int width)
 {
     struct Kept {

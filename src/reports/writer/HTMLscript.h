@@ -5,8 +5,8 @@
 #include <QString>
 
 /// The writer of the reports: one output at a time, `temp.htm` in gDocDir, in windows-1252; a character
-/// outside it becomes a numeric reference. Texts go in as raw HTML. A report writes into a new file, which
-/// takes the place of the last one only when it is whole.
+/// outside it becomes a numeric reference. Texts are written as raw HTML. A report is written to a new file,
+/// which replaces the previous one only when it is complete.
 
 /// 1 = cells have a thin border.
 extern int HTMLBorder;
@@ -14,21 +14,22 @@ extern int HTMLBorder;
 /// The full path of the output.
 QString HTML_OutputPath();
 /// Starts the output with its head, the user's own header file (gHeaderFile, if there is one) and the title.
-/// False where the folder takes no file: HTML_Finish tells why, and what is written meanwhile is lost.
+/// False if no file can be written in the folder: HTML_Finish then says why, and what is written until then
+/// is lost.
 bool HTML_Start(const QString &title);
-/// Why the user's header file is not in the report that was started last; "" if nothing was left out.
+/// Why the user's header file is not in the last report started; "" if nothing was left out.
 QString HTML_HeaderFault();
 
-/// How the last two tags are spelled: the reports about contacts have always had them in small letters.
+/// How the last two tags are spelled: the reports about contacts have always had them in lower case.
 enum class HtmlEnd { Capitals, Small };
 /// Ends the body and puts the file in its place. False if any of it could not be written: the cause is then
-/// noted for HandleError, with the file's name as its source, and told in `fault`; what stood there before is
+/// noted for HandleError, with the file's name as its source, and returned in `fault`; the previous file is
 /// still there.
 bool HTML_Finish(HtmlEnd end = HtmlEnd::Capitals, QString *fault = nullptr);
 /// Throws away what was written since HTML_Start.
 void HTML_Discard();
 
-/// The codes of texts and cells that reports use.
+/// The codes for texts and cells that reports use.
 namespace Html
 {
 constexpr int bare = 0; ///< modes
@@ -42,7 +43,7 @@ constexpr int headingSize = 4;
 constexpr int titleSize = 5;
 } // namespace Html
 
-/// Mode 0 writes the bare text, 1 a bold paragraph, any other a paragraph. Size is a size code, 1 to 6.
+/// Mode 0 writes the bare text, 1 a bold paragraph, any other a plain paragraph. Size is a size code, 1 to 6.
 void HTML_Text(int mode, int size, const QString &text);
 void HTML_Table();
 void HTML_TableEnd();
@@ -53,9 +54,9 @@ void HTML_Rule();
 void HTML_Cell(int colSpan, int mode, int hAlign, int vAlign, int size, int width, const QString &text);
 void HTML_LabelRow(const QString &label, const QString &value);
 void HTML_BlankRow();
-/// The text of a field; the fields of addresses in the net become links by their names. "" for NULL.
+/// The text of a field; fields whose name means an e-mail or web address become links. "" for NULL.
 QString HTML_FieldText(const Recordset::Row &row, QStringView fieldName);
-/// What the name of a field says of its links: "mailto:", "http://", or "" for a plain text.
+/// The link scheme that a field's name implies: "mailto:", "http://", or "" for a plain text.
 QString HTML_LinkScheme(QStringView fieldName);
-/// A text as a link; as it is where there is no scheme or no text.
+/// A text as a link; unchanged if there is no scheme or no text.
 QString HTML_LinkText(const QString &scheme, const QString &value);

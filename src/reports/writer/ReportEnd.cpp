@@ -16,7 +16,8 @@
 
 namespace
 {
-/// "It was not written: /home/ann/temp.htm: Permission denied"; a failure of the database has been told.
+/// "It was not written: /home/ann/temp.htm: Permission denied"; a failure of the database has already been
+/// reported.
 QString NotWritten(const QString &what, const QString &fault)
 {
     return what % u" was not written" % (fault.isEmpty() ? QStringLiteral(".") : QString(u": " % fault));
@@ -82,7 +83,7 @@ void ReportEnd::ShowHeld(const QString &held)
 
 void ReportEnd::SavePdf()
 {
-    // The dates of a title are no folders.
+    // The slashes in the dates of a title must not become folders.
     const QString name = QString(m_title).replace(u'/', u'-') % u".pdf";
     const QString pdf =
         Dialogs::SaveFile({QStringLiteral("Save as PDF"), gDocDir, name,

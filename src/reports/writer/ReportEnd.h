@@ -12,8 +12,8 @@ class SSWizardNavBar;
 class WizardPages;
 class WizardRunPage;
 
-/// The last two pages of a report wizard and what happens on them: the bar of a report that is being written,
-/// and what the finished one holds, which opens by itself, and again or as PDF on demand.
+/// The last two pages of a report wizard and what happens on them: the progress bar while a report is
+/// written, and a summary of the finished one, which is opened automatically, and again or as PDF on request.
 class ReportEnd final : public QObject
 {
     Q_OBJECT
@@ -21,14 +21,14 @@ class ReportEnd final : public QObject
 public:
     using Write = std::function<ReportResult(Progress &)>;
 
-    /// Adds the two pages, which Run alone leads to, behind those of the wizard.
+    /// Adds the two pages after those of the wizard. Only Run leads to them.
     explicit ReportEnd(WizardPages *pages);
     WizardRunPage *RunPage() const { return m_run; }
 
-    /// Writes a report and shows what it holds, told as `one` or `many` of something. One that was stopped
-    /// leads back to the page before.
+    /// Writes a report and shows how much it contains, as `one` or `many` of something. If it was stopped,
+    /// goes back to the previous page.
     void Run(SSWizardNavBar *navigation, const Write &write, const QString &one, const QString &many);
-    /// Whether the finished report is shown, so that there is nothing left to do.
+    /// Whether the finished report is shown and there is nothing left to do.
     bool IsDone() const;
 
 private:
@@ -36,7 +36,7 @@ private:
     void SavePdf();
 
     WizardPages *m_pages;
-    SSWizardNavBar *m_navigation = nullptr; ///< once Run ran
+    SSWizardNavBar *m_navigation = nullptr; ///< once Run has run
     int m_runPage;
     int m_donePage;
     WizardRunPage *m_run;

@@ -10,7 +10,7 @@
 
 namespace
 {
-/// Pictures may stand in a letterhead as text, so that some megabytes are honest.
+/// A letterhead may contain pictures encoded as text, so some megabytes are legitimate.
 constexpr qint64 mostBytes = 8 << 20;
 
 ReportHeader LeftOut(const QString &fileName, QStringView why)
@@ -24,7 +24,7 @@ ReportHeader ReadReportHeader(const QString &fileName)
     const QFileInfo info(fileName);
     if (!info.exists())
         return {};
-    // A pipe or a device of that name would be read for ever.
+    // Reading a pipe or a device of that name would never end.
     if (!info.isFile())
         return LeftOut(fileName, info.isDir() ? u"is a folder." : u"is not a file.");
     QFile file(fileName);
@@ -36,7 +36,7 @@ ReportHeader ReadReportHeader(const QString &fileName)
     if (QStringConverter::encodingForData(bytes))
         bytes = ToWindows1252(TextOf(bytes));
     if (bytes.contains('\0'))
-        return LeftOut(fileName, u"is not a text.");
+        return LeftOut(fileName, u"is not a text file.");
     if (!bytes.isEmpty() && !bytes.endsWith('\n'))
         bytes.append('\n');
     return {bytes, {}};

@@ -3,13 +3,13 @@
 #include <QByteArray>
 #include <QString>
 
-/// The user's own letterhead, a file that every report carries below its head.
+/// The user's own letterhead, a file that is copied into every report below its head.
 struct ReportHeader {
-    QByteArray bytes; ///< as they go into the report, with a line end behind them; "" = none
-    QString fault;    ///< why a letterhead that is there is left out; "" = none is
+    QByteArray bytes; ///< as written to the report, followed by a line end; "" = none
+    QString fault;    ///< why an existing letterhead is left out; "" = it is not
 };
 
-/// Reads the file. It goes in byte by byte, for whoever wrote it chose its encoding for the report's page;
-/// only one that is marked as Unicode is turned into the page's. What is no text, or more of it than a
-/// letterhead can be, is left out: it would spoil every report.
+/// Reads the file. It is copied byte by byte, since its author chose an encoding to suit the report's page;
+/// only one marked as Unicode is converted to the page's encoding. A file that is not text, or is too large
+/// for a letterhead, is left out, since it would spoil every report.
 ReportHeader ReadReportHeader(const QString &fileName);

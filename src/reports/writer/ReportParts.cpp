@@ -5,7 +5,7 @@
 
 namespace
 {
-/// Enough rows that the titles in front of each part cost little, few enough for a look at the clock.
+/// Enough rows that the titles before each part cost little, and few enough to show progress often.
 constexpr int linesOfPart = 700;
 /// What a text document adds around the text of a cell, left and right.
 constexpr int cellPadding = 3;
@@ -92,7 +92,7 @@ void ReportParts::Take(const QString &line)
         m_inTable = false;
 }
 
-/// The cell without its style, which the table's own border stands for.
+/// Adds the cell without its style, which the table's own border replaces.
 void ReportParts::TakeCell(QString line)
 {
     static const QString width = QStringLiteral("width = ");

@@ -3,9 +3,9 @@
 #include <QFile>
 #include <QString>
 
-/// Reads a report in parts that are each a page of their own for a text document: thousands of people in one
-/// document take minutes and gigabytes. A table that goes on in the next part is closed and opened again
-/// there, with its titles.
+/// Reads a report in parts, each of which is a page of its own for a text document: thousands of people in
+/// one document would take minutes and gigabytes. A table that continues in the next part is closed and
+/// opened again there, with its titles.
 class ReportParts final
 {
 public:
@@ -19,9 +19,9 @@ public:
     struct Part {
         QString html;
         bool hasTitles = false; ///< its first table begins with a row of titles
-        bool goesOn = false;    ///< that row stands in the part before it already
+        bool goesOn = false;    ///< that row is already in the part before it
     };
-    /// False behind the last part.
+    /// False after the last part.
     bool Next(Part &part);
     /// The widths of the cells of the widest row so far, in pixels.
     int WidestRow() const { return m_widestRow; }

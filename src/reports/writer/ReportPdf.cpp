@@ -22,7 +22,7 @@ namespace
 constexpr int dotsPerInch = 96; ///< of the widths in a report
 constexpr qreal marginMillimetres = 12;
 constexpr qreal footerHeight = 24;
-/// A table may be this much smaller than in a browser before it gets a larger sheet.
+/// How far a table may be scaled down from its size in a browser before it gets a larger sheet.
 constexpr qreal leastScale = 0.7;
 
 struct Sheet {
@@ -33,7 +33,7 @@ constexpr Sheet sheets[] = {{QPageSize::A4, QPageLayout::Portrait},  {QPageSize:
                             {QPageSize::A3, QPageLayout::Landscape}, {QPageSize::A2, QPageLayout::Landscape},
                             {QPageSize::A1, QPageLayout::Landscape}, {QPageSize::A0, QPageLayout::Landscape}};
 
-/// The smallest sheet on which a row of that width can be read.
+/// The smallest sheet on which a row of that width is legible.
 QPageLayout LayoutFor(int width)
 {
     QPageLayout layout;
@@ -48,7 +48,7 @@ QPageLayout LayoutFor(int width)
     return layout;
 }
 
-/// A part of the report, laid out on a page without an end.
+/// A part of the report, laid out on an endless page.
 class LaidOut final
 {
 public:
@@ -60,7 +60,7 @@ public:
         m_document.setDocumentMargin(0);
         m_document.setUndoRedoEnabled(false);
         m_document.setDefaultStyleSheet(QStringLiteral("p.MsoNormal { margin: 0px; }"));
-        // A long address breaks, or the columns of two parts would differ.
+        // Long addresses must wrap, or the columns of two parts would differ.
         QTextOption option;
         option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
         m_document.setDefaultTextOption(option);
@@ -76,7 +76,7 @@ public:
     /// The titles of the table, to be repeated at the top of a page.
     qreal TitlesTop() const { return m_titlesTop; }
     qreal TitlesBottom() const { return m_titlesBottom; }
-    /// The last place behind `from` and not behind `to` where a page may end; `from` if there is none.
+    /// The last position after `from` and not after `to` where a page may end; `from` if there is none.
     qreal CutBetween(qreal from, qreal to) const
     {
         const auto behind = std::upper_bound(m_cuts.begin(), m_cuts.end(), to);
@@ -125,7 +125,7 @@ private:
             m_titlesTop = tops[0];
             m_titlesBottom = tops[1];
             m_begin = part.goesOn ? m_titlesBottom : 0;
-            // Titles do not stand alone at the foot of a page.
+            // Titles must not be alone at the foot of a page.
             tops.erase(tops.begin() + 1);
         }
         m_cuts.insert(m_cuts.end(), tops.begin(), tops.end());
@@ -138,7 +138,7 @@ private:
     qreal m_titlesBottom = 0;
 };
 
-/// Fills one page after the other.
+/// Fills one page after another.
 class Pages final
 {
 public:
@@ -168,7 +168,7 @@ public:
     void Add(const LaidOut &part)
     {
         qreal from = part.Begin();
-        qreal top = 0; // of the page, below the titles that it repeats
+        qreal top = 0; // of the page, below the repeated titles
         while (from < part.End()) {
             qreal to = part.CutBetween(from, from + m_height - m_at);
             if (to <= from && m_at > top) {
@@ -186,7 +186,7 @@ public:
     }
 
 private:
-    /// Gives where the page begins below the titles.
+    /// Starts a page, and returns where it begins below the titles.
     qreal NewPage(const LaidOut &part)
     {
         m_writer.newPage();
