@@ -4,22 +4,22 @@
 
 #include <functional>
 
-/// Benchmarks that compare the program with a twin which does the same work by hand, straight on the
-/// engine. The ratio of the two is what counts: it holds on any machine.
+/// Benchmarks that compare the program with a twin that does the same work by hand, directly on the engine.
+/// What counts is the ratio of the two, which is the same on any machine.
 namespace Bench
 {
 struct Case {
-    QString unit;   ///< of what `ours` and `twin` give: "ms", "us", "MB"
-    double bar = 1; ///< the most that ours may be of the twin
-    int rounds = 7; ///< run in turn, ours and twin; the least of each counts
+    QString unit;   ///< of what `ours` and `twin` return: "ms", "us", "MB"
+    double bar = 1; ///< the highest allowed ratio of ours to the twin
+    int rounds = 7; ///< ours and twin run in turn; the lowest of each counts
     std::function<double()> ours;
     std::function<double()> twin;
 };
 
-/// Prepares a benchmark when it runs. What it needs lives in what the functions of the case hold.
+/// Prepares a benchmark when it is run. What it needs is kept alive by the functions of the case.
 using Maker = std::function<Case()>;
 
-/// Adds a benchmark. A file of benchmarks holds one object of this per benchmark.
+/// Adds a benchmark. A file has one object of this class for each of its benchmarks.
 class Registration final
 {
 public:

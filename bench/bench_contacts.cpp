@@ -39,7 +39,7 @@ ContactRecord Person(int number)
     return record;
 }
 
-/// The same statements as the program's, prepared once on a handle of its own.
+/// The same statements as the program's, prepared once on a separate handle.
 class Twin final
 {
 public:
@@ -47,7 +47,7 @@ public:
     {
         Bench::Require(sqlite3_open(gDBQFilename.toUtf8().constData(), &m_handle) == SQLITE_OK,
                        QStringLiteral("the twin cannot open the database"));
-        // Names compare as the database's indexes have them, in every alphabet.
+        // Names compare as in the database's indexes, in every alphabet.
         Bench::Require(InstallTextComparison(m_handle),
                        QStringLiteral("the twin has no comparison of names"));
         Run("PRAGMA synchronous=FULL");
@@ -156,7 +156,7 @@ private:
     sqlite3_stmt *m_list = nullptr;
 };
 
-/// A single save commits at once; long loops commit every quarter of a second.
+/// A single save commits at once, a long loop every quarter of a second.
 enum class Commits { EachPerson, InGroups };
 
 /// A database and people to put into it.
@@ -240,7 +240,7 @@ Bench::Case Adding(Commits commits)
 const Bench::Registration addPeople("contacts: add 10,000 people", [] {
     Bench::Case benchmark = Adding(Commits::EachPerson);
     benchmark.bar = 1.3;
-    benchmark.rounds = 3; // ten thousand times waiting for the disk
+    benchmark.rounds = 3; // it waits for the disk ten thousand times
     return benchmark;
 });
 
@@ -280,13 +280,13 @@ const Bench::Registration memoryOfPeople("contacts: memory of that list, of 40 M
     benchmark.rounds = 1;
     benchmark.ours = [fixture] {
         {
-            ListModel first; // fills the engine's own cache, which is not the list's
+            ListModel first; // fills the engine's own cache, which is not part of the list
             ADO_Contact_Fill(first);
         }
         const double before = MegabytesInUse();
         ListModel list;
         ADO_Contact_Fill(list);
-        // The first search by key makes the index of the keys, which counts.
+        // The first search by key builds the index of the keys, which counts too.
         Bench::Require(list.Find(list.At(listed - 1).key) == listed - 1, QStringLiteral("a key is missing"));
         return MegabytesInUse() - before;
     };

@@ -45,7 +45,7 @@ QString Query()
     return CsvMap::ValueOf(CsvMap::Installed().Entries("English", 1), u'$');
 }
 
-/// The query's loop by hand, writing the same bytes.
+/// The loop over the query by hand, writing the same bytes.
 class Twin final
 {
 public:

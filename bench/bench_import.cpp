@@ -25,7 +25,7 @@ constexpr int lines = 10'000;
 constexpr double longestImport = 3225; // milliseconds
 constexpr double longestSave = 1000;   // milliseconds
 
-/// One line of the file; the six last fields are looked up.
+/// One line of the file; its last six fields are looked up.
 struct Person {
     QByteArray forename, surname, address, postcode, telephone, title, city, county, country, ethnic,
         organisation;
@@ -60,7 +60,7 @@ QByteArray File()
     return text;
 }
 
-/// Workstations that save meanwhile, until the import is done.
+/// Workstations that keep saving until the import is done.
 class Clerks final
 {
 public:
@@ -74,7 +74,7 @@ public:
         }
     }
 
-    /// Ends them. Each must have saved until now, and none may have waited for long.
+    /// Ends them. Each must have kept saving until now, and none may have waited for long.
     void Finish()
     {
         for (const auto &clerk : m_clerks) {
@@ -136,7 +136,7 @@ public:
     Twin(const Twin &) = delete;
     Twin &operator=(const Twin &) = delete;
 
-    /// Runs a statement with these values and gives its first column, 0 without a row.
+    /// Runs a statement with these values and returns its first column, 0 without a row.
     qint64 Run(const std::string &sql, std::initializer_list<QByteArray> texts,
                std::initializer_list<qint64> numbers = {})
     {

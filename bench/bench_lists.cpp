@@ -16,7 +16,7 @@ namespace
 {
 constexpr int towns = 10'000;
 
-/// A database of many towns, and a handle of its own that reads them by hand.
+/// A database of many towns, and a separate handle that reads them by hand.
 class Fixture final
 {
 public:

@@ -18,8 +18,8 @@
 
 #include <memory>
 
-// The record of a person among very many others: how soon it opens, how soon the next one stands there, and
-// what a key costs in its longest drop-down list.
+// The record of a person among very many others: how soon it opens, how soon the next one is shown, and what
+// a key press costs in its longest drop-down list.
 
 namespace
 {
@@ -29,7 +29,7 @@ constexpr int people = 50'000;
 constexpr int walked = 40;
 constexpr double mostMillisecondsAKey = 50;
 
-/// A handle of its own that runs the program's statements by hand.
+/// A separate handle that runs the program's statements by hand.
 class ByHand final
 {
 public:
@@ -177,7 +177,7 @@ double Walk(frmAddContact &form, const QStringList &keys)
            static_cast<double>(keys.size() - 1);
 }
 
-/// The twin reads what one record takes and paints the form anew, which the next record cannot do without.
+/// The twin reads what one record needs and repaints the form, which showing the next record always requires.
 const Bench::Registration nextRecord("record: open the next of 50,000 people", [] {
     const auto fixture = std::make_shared<Fixture>();
     const auto form = std::make_shared<frmAddContact>();
@@ -195,7 +195,7 @@ const Bench::Registration nextRecord("record: open the next of 50,000 people", [
     return benchmark;
 });
 
-/// The slowest key of a name that is typed.
+/// The time of the slowest key press while a name is typed.
 double SlowestKey(frmAddContact &form, const QString &name, const QString &text)
 {
     auto *list = form.findChild<TypedCombo *>(name);

@@ -19,7 +19,7 @@ namespace
 {
 constexpr int people = 5'000;
 
-/// 5,000 people with all their fields, two characteristics, a group and two courses each; one in fifty
+/// 5,000 people, each with every field filled, two characteristics, a group and two courses; one in fifty
 /// teaches.
 std::unique_ptr<TestDatabase> School()
 {
@@ -118,7 +118,7 @@ private:
     qint64 m_read = 0;
 };
 
-/// The report's queries by hand, and its bytes written as they are: a share of them for each person.
+/// The report's queries by hand, and its finished bytes written out: an equal share for each person.
 double ByHand(bool tabular, const QByteArray &report)
 {
     return Bench::Milliseconds([&] {

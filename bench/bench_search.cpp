@@ -60,7 +60,7 @@ void FillDatabase()
 class Screen final
 {
 public:
-    /// Nothing but the characteristics and the attribute: everybody is looked up.
+    /// Searches only by the characteristics and the attribute, so that everybody is looked up.
     Screen() { AskForTicks(); }
     explicit Screen(bool any)
     {
@@ -81,7 +81,7 @@ public:
     }
 
     ListModel found;
-    qint64 longestSilence = 0; ///< nanoseconds that the window had to wait for the search
+    qint64 longestSilence = 0; ///< the most nanoseconds that the window had to wait for the search
 
 private:
     void AskForTicks()
@@ -95,7 +95,7 @@ private:
     QElapsedTimer m_sinceShown;
 };
 
-/// The same search on a handle of its own, every statement prepared once and each row read as it comes.
+/// The same search on a separate handle, with every statement prepared once and each row read as it comes.
 class Twin final
 {
 public:
@@ -221,8 +221,8 @@ Bench::Case Searching(bool any)
 
 const Bench::Registration searchWithAnd("contacts: search 50,000 people, AND",
                                         [] { return Searching(false); });
-/// The window has its turn, and Stop is heard, at least every tenth of a second; the first wait is that for
-/// the first row.
+/// The window gets its turn, and Stop is noticed, at least every tenth of a second; the first wait is for the
+/// first row.
 const Bench::Registration searchSilence("contacts: longest wait in that search, of 100 ms", [] {
     const auto fixture = std::make_shared<Fixture>();
     Bench::Case benchmark;

@@ -79,7 +79,7 @@ const Bench::Registration smallSelect("statement: small indexed select", [] {
     Bench::Case benchmark;
     benchmark.unit = QStringLiteral("us");
     benchmark.bar = 0.7;
-    benchmark.rounds = 101; // short ones, so that some of each fall between what else the machine does
+    benchmark.rounds = 101; // short ones, so that some of each are not disturbed by other work on the machine
     benchmark.ours = [data] { return MicrosecondsEach(ReadByRecordset); };
     benchmark.twin = [data] {
         return MicrosecondsEach([&data](const QString &sql) { return ReadByText(data->handle, sql); });

@@ -9,7 +9,7 @@
 #include <thread>
 
 // A clerk at another workstation, for the benchmark that runs it as a process: `clerk_probe <connection
-// text>` saves once a second until it is killed, and tells the milliseconds of each save.
+// text>` saves once a second until it is killed, and prints the milliseconds of each save.
 
 namespace
 {

@@ -62,7 +62,7 @@ void Bench::Require(bool worked, const QString &what)
     std::exit(2);
 }
 
-/// Arguments pick the benchmarks whose names hold one of them; without any, all run.
+/// Arguments select the benchmarks whose names contain one of them; without any, all run.
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);

@@ -14,13 +14,13 @@
 #include <cstdio>
 #include <cstdlib>
 
-// One start, for the benchmark that runs it as a process: `start_probe <directory>` starts the program on
-// the settings in that directory and ends when its main window can be used; without a directory it shows
-// an empty window with a tool bar and a tree.
+// One start, for the benchmark that runs it as a process: `start_probe <directory>` starts the program with
+// the settings in that directory and ends when its main window can be used; without a directory it shows an
+// empty window with a tool bar and a tree.
 
 namespace
 {
-/// Ends the process at once when `isUsable` holds and all that was posted meanwhile is done and painted.
+/// Ends the process as soon as `isUsable` holds and all events posted until then are handled and painted.
 void EndWhen(const std::function<bool()> &isUsable)
 {
     auto *poll = new QTimer(qApp);
@@ -55,7 +55,7 @@ void StartProgram(const QString &directory)
     };
     frmMain::AssumeScreenWidth(1280);
     Main();
-    // The time that the splash stays is no part of the start.
+    // The time that the splash screen is shown is not part of the start.
     Window("frmSplash")->findChild<QTimer *>(QStringLiteral("Timer1"))->setInterval(0);
     EndWhen([] { return Window("frmMain") != nullptr; });
 }

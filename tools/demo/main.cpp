@@ -1,5 +1,5 @@
 // Makes the demo database through the program's own import and data functions, and the settings that open
-// it. Leaves both alone where they stand already.
+// it. Leaves both alone if they already exist.
 
 #include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
@@ -127,6 +127,6 @@ int main(int argc, char *argv[])
     }
     gConnection.Close();
     WriteSettings(settings);
-    std::printf("The demo database stands in %s.\n", qPrintable(file));
+    std::printf("The demo database is in %s.\n", qPrintable(file));
     return 0;
 }

@@ -49,7 +49,7 @@ bool HasColumns(const Schema::Table *table, const QStringList &columns)
                                 [&](const QString &column) { return table->Find(column) != nullptr; });
 }
 
-/// Adds what one statement says to the schema; false where it is wrong.
+/// Adds what one statement says to the schema; false if it is wrong.
 class Reader final
 {
 public:

@@ -14,7 +14,7 @@ struct Schema {
         QString name;
         Kind kind = Kind::Long;
         int size = 0;              ///< characters of a text with a defined size; 0 = no limit
-        QString defaultValue = {}; ///< as SQL writes it; "" for NULL
+        QString defaultValue = {}; ///< as in SQL; "" for NULL
     };
     struct Table {
         QString name;
@@ -31,7 +31,7 @@ struct Schema {
     struct Row {
         QString table;
         QStringList columns;
-        QStringList values; ///< as they stand in the description, quotes included
+        QStringList values; ///< as in the description, including quotes
     };
 
     QList<Table> tables;
@@ -41,6 +41,6 @@ struct Schema {
     const Table *Find(const QString &table) const;
 };
 
-/// Reads a description. Nothing, with `error` telling the statement, where it is wrong: an unknown kind, a
-/// column that its table lacks, a name that stands twice.
+/// Reads a description. Nullopt, with the statement in `error`, if it is wrong: an unknown kind, a column
+/// that its table lacks, a name that is used twice.
 std::optional<Schema> ReadSchema(const QString &description, QString &error);

@@ -9,7 +9,8 @@ QString Bracketed(const QString &name)
     return u'[' % name % u']';
 }
 
-/// Plain names fold to lower case there, so only a reserved word is quoted, in lower case like the rest.
+/// PostgreSQL folds plain names to lower case, so only a reserved word is quoted, in lower case like the
+/// rest.
 QString Folded(const QString &name)
 {
     return name.compare(u"Limit", Qt::CaseInsensitive) == 0 ? u'"' % name.toLower() % u'"' : name;
@@ -98,8 +99,8 @@ QString SqlServerType(const Schema::Column &column)
     return Sized(column, u"NVARCHAR", u"NVARCHAR(MAX)") % u" NULL";
 }
 
-/// Older servers take 900 bytes of index key: what is beyond stands in the index without being part of its
-/// key.
+/// Older servers allow 900 bytes of index key: further columns are included in the index without being part
+/// of its key.
 QString CreateSqlServerIndex(const Schema &schema, const Schema::Index &index)
 {
     constexpr int longestKey = 900;
@@ -115,7 +116,8 @@ QString CreateSqlServerIndex(const Schema &schema, const Schema::Index &index)
     return included.isEmpty() ? statement : statement % u" INCLUDE (" % Names(included, Bracketed) % u')';
 }
 
-/// Text has no size there: the type that compares without regard to case takes none, and none is needed.
+/// Text has no size in PostgreSQL: the type that compares without regard to case allows none, and none is
+/// needed.
 QString PostgreSqlType(const Schema::Column &column, int firstKey)
 {
     switch (column.kind) {
@@ -135,9 +137,9 @@ QString PostgreSqlType(const Schema::Column &column, int firstKey)
     return QStringLiteral("citext");
 }
 
-/// Rows that a search by the index's first columns finds among 100,000, one number a column. A name leads to
-/// few people, a town or an organisation to many: a new database cannot know that of itself, and would look
-/// for a person among everybody of one town.
+/// Rows that a search by the index's first columns finds among 100,000, one number for each column. A name
+/// leads to few people, a town or an organisation to many: a new database cannot know that, and would look
+/// for a person among everybody in a town.
 QString RowsFound(const Schema &schema, const Schema::Index &index)
 {
     const Schema::Column *first = schema.Find(index.table)->Find(index.columns.first());
@@ -150,14 +152,14 @@ QString RowsFound(const Schema &schema, const Schema::Index &index)
     return found;
 }
 
-/// What a search by the index finds, told to the file engine.
+/// The statement that tells the file engine what a search by the index finds.
 QString FileStatistics(const Schema &schema, const Schema::Index &index)
 {
     return u"INSERT INTO sqlite_stat1 (tbl, idx, stat) VALUES ('" % index.table % u"', '" % index.Name() %
            u"', '" % RowsFound(schema, index) % u"')";
 }
 
-/// Keys start behind the rows that the script itself writes.
+/// Keys start after the rows that the script itself writes.
 int FirstKey(const Schema &schema, const QString &table)
 {
     int key = 1;
@@ -168,7 +170,7 @@ int FirstKey(const Schema &schema, const QString &table)
     return key;
 }
 
-/// An index on whole texts would refuse a long one, so there a text is indexed by its hash.
+/// An index on whole texts would refuse a long one, so in PostgreSQL a text is indexed by its hash.
 QString CreatePostgreSqlIndex(const Schema &schema, const Schema::Index &index)
 {
     const Schema::Column *first = schema.Find(index.table)->Find(index.columns.first());

@@ -2,13 +2,13 @@
 
 #include "schema/Schema.h"
 
-/// The script that makes an empty database of each kind, sentinel rows included.
+/// The scripts that make an empty database of each kind, including the sentinel rows.
 
-/// Statements of the file engine, for a database that is not there yet.
+/// Statements for the file engine, for a new database.
 QString FileScript(const Schema &schema);
-/// C++ source of the indexes of a database file, for those that are there already.
+/// C++ source with the indexes of a database file, for existing databases.
 QString FileIndexList(const Schema &schema);
-/// Transact-SQL, in batches parted by GO, for sqlcmd and its like.
+/// Transact-SQL, in batches separated by GO, for sqlcmd and the like.
 QString SqlServerScript(const Schema &schema);
 /// PostgreSQL, for psql.
 QString PostgreSqlScript(const Schema &schema);

@@ -1,6 +1,6 @@
 // make-template file|sqlserver|postgresql <schema.sql> <output>
-// derives from the one description of the schema the template of a new database file, or the script that
-// sets a server's catalogue up.
+// derives from the one description of the schema the template of a new database file, or the script that sets
+// up a server's catalogue.
 
 #include "database/connection/BlankTemplate.h"
 #include "platform/engines/FileDatabase.h"

@@ -13,7 +13,7 @@
 #include <memory>
 #include <vector>
 
-// Several workstations add the same people and towns at once; each must be there once.
+// Several workstations add the same people and towns at once; each must then be there once.
 
 namespace
 {
@@ -25,7 +25,7 @@ QString Name(int trial)
     return u"Name " % QString::number(trial);
 }
 
-/// FIRST-LAST of names, and whether the guard is on.
+/// Arguments: FIRST-LAST of the names, and whether the guard is on.
 int AddAll(const QStringList &arguments)
 {
     if (!Workstation::Begin(arguments))

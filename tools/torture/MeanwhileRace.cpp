@@ -13,8 +13,8 @@
 #include <memory>
 #include <vector>
 
-// Two clerks save the same people, each with the whole record as it was read before: what one changed must
-// not go with the other's save, and a field that both changed must be asked about once.
+// Two clerks save the same people, each with the whole record as it was read before: the changes of one must
+// survive the other's save, and a field that both changed must be asked about once.
 
 namespace
 {
@@ -27,7 +27,7 @@ struct Clerk {
 const Clerk clerks[] = {{&ContactRecord::telDay, &ContactRecord::fax},
                         {&ContactRecord::fax, &ContactRecord::telDay}};
 
-/// A person's record as a screen holds it.
+/// A person's record as on a screen.
 class Screen final
 {
 public:
@@ -40,7 +40,7 @@ public:
         m_seen = Contact_Values(m_shown.record, m_shown.Lists());
     }
     ContactRecord &Record() { return m_shown.record; }
-    /// Without what it has seen nothing counts as changed elsewhere.
+    /// Forgets what it has seen, so that nothing counts as changed elsewhere.
     void Forget() { m_seen.clear(); }
     bool Save()
     {
@@ -69,7 +69,7 @@ bool BeginPaused(const QStringList &arguments)
     return true;
 }
 
-/// Waits until the other clerk has read as much, which each tells by a town.
+/// Waits until the other clerk has read as much, which each signals by adding a town.
 void WaitForOther(const QString &clerk)
 {
     TestDatabase::Run({u"INSERT INTO City (City, ReferenceID) VALUES ('clerk " % clerk % u"', '')"});
@@ -77,8 +77,8 @@ void WaitForOther(const QString &clerk)
         QThread::msleep(1);
 }
 
-/// PERSON, CLERK, number of saves, and whether it looks at what is stored: counts up in its own field, and
-/// says how often the other's, or its own, was seen to go back.
+/// Arguments: PERSON, CLERK, number of saves, and whether it checks what is stored. Counts up in its own
+/// field, and prints how often the other's, or its own, was seen to go back.
 int CountUp(const QStringList &arguments)
 {
     if (!BeginPaused(arguments))
@@ -104,7 +104,8 @@ int CountUp(const QStringList &arguments)
     return 0;
 }
 
-/// First person, CLERK, number of people: gives each another fax number, and says how often it was asked.
+/// Arguments: first person, CLERK, number of people. Gives each another fax number, and prints how often it
+/// was asked.
 int Dispute(const QStringList &arguments)
 {
     if (!BeginPaused(arguments))
@@ -139,7 +140,7 @@ int AddPerson(int number)
     return added;
 }
 
-/// The sum of what the two clerks said last.
+/// The sum of what the two clerks printed last.
 int Run(const TestDatabase &database, const QString &role, const QStringList &before,
         const QStringList &behind)
 {
@@ -167,7 +168,7 @@ int RaceFields(int saves, const QString &guard)
     return lost;
 }
 
-/// How far the number of questions is from one for each person.
+/// How far the number of questions is from one per person.
 int RaceSameField(int people)
 {
     const TestDatabase database;

@@ -15,8 +15,8 @@
 #include <atomic>
 #include <cstdio>
 
-// A monkey at the keyboard and the mouse of the real main window. Each seed runs in a process of its own;
-// where one ends by a crash, a warning of the toolkit, a broken database or a window that does not close, the
+// A monkey at the keyboard and the mouse of the real main window. Each seed runs in a process of its own; if
+// one ends with a crash, a warning from the toolkit, a broken database or a window that does not close, the
 // session is reduced to its last keys.
 
 namespace
@@ -57,7 +57,7 @@ int PlayMonkey(const QStringList &arguments)
     return 0;
 }
 
-/// Where the keys of a seed that found a fault are kept; empty as yet.
+/// The folder, empty at first, for the keys of a seed that found a fault.
 QString FolderOfKeys()
 {
     QDir folder(QCoreApplication::applicationDirPath() % u"/../monkey");
@@ -66,7 +66,7 @@ QString FolderOfKeys()
     return folder.canonicalPath();
 }
 
-/// True if the seed found nothing; else it tells its last keys and the fault.
+/// True if the seed found nothing; otherwise prints its last keys and the fault.
 bool TrySeed(int seed, const QString &folder)
 {
     const QString file = folder % u"/seed-" % QString::number(seed);

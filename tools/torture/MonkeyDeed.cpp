@@ -35,8 +35,8 @@ QWindow *Native(const QWidget *window)
     return window ? window->windowHandle() : nullptr;
 }
 
-// Straight to the toolkit: the functions for tests serve events between the two halves of a press, in which
-// the monkey goes on and the window may go.
+// Sent directly to the toolkit: the test functions serve events between the press and the release, in which
+// the monkey goes on and the window may be destroyed.
 
 void Press(const QPointer<QWindow> &window, int key, const QString &text, Qt::KeyboardModifiers with)
 {
@@ -79,7 +79,7 @@ void TypeText(const QPointer<QWindow> &window, const QString &text)
 
 void UseMouse(const QPointer<QWindow> &window, const QStringList &what)
 {
-    constexpr int apart = 1000; // milliseconds, as two clicks that are not one double one
+    constexpr int apart = 1000; // milliseconds, so that two clicks are not a double click
     constexpr int together = 10;
     const QPoint at(what.value(1).toInt(), what.value(2).toInt());
     Click(window, what.value(0) == u"right" ? Qt::RightButton : Qt::LeftButton, at, apart);
@@ -97,8 +97,8 @@ void TurnWheel(QWindow *window, const QStringList &what)
     QCoreApplication::sendEvent(window, &notch);
 }
 
-/// Commands and forms are reached without the toolkit's events, which would find their way barred by what
-/// stands in front of the main window.
+/// Commands and forms are reached without the toolkit's events, which a modal window in front of the main
+/// window would block.
 QWidget *MainWindowInReach()
 {
     const bool isCovered =

@@ -10,7 +10,7 @@ class QWidget;
 struct MonkeyDeed {
     enum class Kind {
         Key,     ///< "Alt+N" to the window that has the focus
-        KeyMain, ///< the same to the main window, whatever stands in front of it
+        KeyMain, ///< the same to the main window, whatever is in front of it
         Text,    ///< typed into what has the focus
         Mouse,   ///< "left 120 40": a click there in the window in front; "double" and "right" likewise
         Wheel,   ///< "120 40 -120": that many eighths of a degree
@@ -24,12 +24,12 @@ struct MonkeyDeed {
 
     QString Line() const;
     static std::optional<MonkeyDeed> OfLine(const QString &line);
-    /// Does it, and returns when the program has dealt with it, which may be long after.
+    /// Does it, and returns when the program has handled it, which may be much later.
     void Do() const;
 };
 
-/// The window that a user would have before him: an open menu or list, else the modal one in front, else the
-/// active one, else the first that is shown.
+/// The window that a user would be working with: an open menu or list, or else the modal window in front, the
+/// active window, or the first that is shown.
 QWidget *MonkeyWindow();
-/// Whether a run is under way, be its box shown yet or not.
+/// Whether a run is under way, whether or not its box is shown yet.
 bool MonkeyWaitsForRun();

@@ -35,7 +35,7 @@ namespace
 constexpr size_t people = 60;
 constexpr int courses = 4;
 
-/// The references that no row may have without the row that it refers to.
+/// References whose row must exist.
 constexpr std::pair<const char *, const char *> references[] = {
     {"Contacts WHERE OrganRef", "OrganRef FROM Organisations"},
     {"Contacts WHERE Cust_City", "City_ID FROM City"},
@@ -56,8 +56,8 @@ constexpr const char *sentinels[] = {
     "Designation WHERE Designation_ID = 1 AND Title = ''",
     "EthnicGroup WHERE Ethnic_ID = 1 AND Type = ''"};
 
-/// Keeps what the monkey prints at home: the toolkit's dialog would let it write anywhere, and its chooser of
-/// files delete anything.
+/// Keeps what the monkey prints inside its home: the toolkit's print dialog would let it write anywhere, and
+/// its file chooser delete anything.
 class PrintFence final : public QObject
 {
 public:
@@ -77,7 +77,7 @@ public:
     }
 };
 
-/// While the home is made nobody is there to answer.
+/// Nobody is there to answer while the home is made.
 Dialogs::Answer RefuseToAsk(const QString &text, const QString &, Dialogs::Buttons, Dialogs::Icon,
                             Dialogs::Answer)
 {
@@ -104,7 +104,7 @@ MonkeyHome::MonkeyHome()
                      u"No database for the monkey"_qs);
 }
 
-/// One of a few files of the directory, or none: the chooser of a file, cancelled now and then.
+/// Plays the file chooser: returns one of a few files in the directory, or none as if cancelled.
 QString MonkeyHome::NextOf(const QStringList &files)
 {
     return files.at(++m_filesChosen % files.size());
@@ -116,7 +116,7 @@ void MonkeyHome::ShutDoors()
         qputenv(name, QFile::encodeName(m_database.Directory()));
     qputenv("ODBCINI", QFile::encodeName(File(u"odbc.ini"_qs)));
     qputenv("PATH", "");
-    qputenv("CUPS_SERVER", "localhost:1"); // where nothing prints
+    qputenv("CUPS_SERVER", "localhost:1"); // where there is no printer
     qApp->installEventFilter(new PrintFence(qApp));
     QDir::setCurrent(m_database.Directory());
     Dialogs::Hooks &hooks = Dialogs::Installed();

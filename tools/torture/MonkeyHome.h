@@ -4,8 +4,8 @@
 
 #include <QString>
 
-/// Where the monkey lives: a directory that takes all it can write, with a database of people, courses and
-/// organisations, and no way to any other program.
+/// Where the monkey lives: a directory for everything that it can write, with a database of people, courses
+/// and organisations, and no way to any other program.
 class MonkeyHome final
 {
 public:
@@ -13,7 +13,7 @@ public:
 
     /// Puts the database and the settings back as they were at first; no session may be open.
     void TidyUp();
-    /// What is wrong with the database that the session has open; "" for nothing.
+    /// What is wrong with the session's open database; "" if nothing is.
     static QString FaultOfDatabase();
 
 private:

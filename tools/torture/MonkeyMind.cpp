@@ -100,7 +100,7 @@ MonkeyDeed MonkeyMind::Mnemonic(const QWidget *window)
     if (found.isEmpty())
         return Key();
     MonkeyDeed deed{MonkeyDeed::Kind::Key, found.at(Below(static_cast<int>(found.size())))};
-    // Hands that know their way type ahead of the desktop.
+    // A practised user types ahead of the desktop.
     if (Below(8) == 0)
         deed.kind = MonkeyDeed::Kind::KeyMain;
     return deed;
@@ -126,7 +126,7 @@ MonkeyDeed MonkeyMind::AtWidget(const QWidget *window)
     return {MonkeyDeed::Kind::Mouse, u"left " % place};
 }
 
-/// Nobody comes past a logon by chance.
+/// Nobody gets past a logon by chance.
 MonkeyDeed MonkeyMind::Splash(const QWidget *window)
 {
     const auto *user = window->findChild<QLineEdit *>(QStringLiteral("txtUserName"));

@@ -5,8 +5,8 @@
 #include <iterator>
 #include <random>
 
-/// What the monkey does next: at random, from what stands before it. The same seed before the same windows
-/// does the same.
+/// Decides what the monkey does next: at random, from what is on the screen. The same seed with the same
+/// windows does the same.
 class MonkeyMind final
 {
 public:

@@ -9,7 +9,7 @@
 
 namespace
 {
-constexpr int longestSilence = 180'000; ///< milliseconds; a program that says nothing for so long hangs
+constexpr int longestSilence = 180'000; ///< milliseconds; a program that prints nothing for that long hangs
 constexpr int keptBytes = 100'000;
 constexpr int longestReduction = 600'000; ///< milliseconds
 constexpr qsizetype shortestEnd = 4;
@@ -50,7 +50,7 @@ private:
         return MonkeyOutcome::Of({u"play"_qs, m_file}).Fault() == m_fault;
     }
 
-    /// Leaves out halves, quarters and so on, as far as the fault comes without them.
+    /// Leaves out halves, quarters and so on, as long as the fault still occurs without them.
     QStringList Needed(QStringList keys) const
     {
         for (qsizetype step = keys.size() / 2; step > 0; step /= 2) {
@@ -87,7 +87,7 @@ QString MonkeyOutcome::Fault() const
 
 MonkeyOutcome MonkeyOutcome::Of(const QStringList &arguments)
 {
-    // One that ends by a fault leaves its home behind.
+    // A monkey that ends with a fault does not remove its home itself.
     const QTemporaryDir directory;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"TMPDIR"_qs, directory.path());
@@ -120,7 +120,7 @@ MonkeyOutcome MonkeyOutcome::Of(const QStringList &arguments)
 QStringList ReducedKeys(const QStringList &keys, const MonkeyOutcome &outcome, const QString &file)
 {
     Reduction reduction(outcome, file);
-    // To see a hang takes minutes each time.
+    // Reproducing a hang takes minutes each time.
     const QStringList reduced = outcome.hangs ? keys : reduction.Of(keys);
     reduction.Write(reduced);
     return reduced;

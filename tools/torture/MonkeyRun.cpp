@@ -20,7 +20,7 @@ namespace
 constexpr int lookEvery = 500;
 constexpr int sessionLength = 5000;     ///< steps, if nothing else ends it
 constexpr int closingTries = 2000;      ///< while no run is under way
-constexpr qsizetype sparedWidgets = 10; ///< that the toolkit keeps for the next tool tip and the like
+constexpr qsizetype sparedWidgets = 10; ///< kept by the toolkit for the next tool tip and the like
 constexpr int faultFound = 4;
 constexpr int longRun = 10'000;
 constexpr int fewWindows = 20;
@@ -32,7 +32,7 @@ constexpr int fewWindows = 20;
     std::_Exit(faultFound);
 }
 
-/// What the toolkit warns of is done wrongly somewhere; but not what it has to say of this platform.
+/// A warning from the toolkit means that something is wrong, unless it is about this platform.
 void TakeMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
     if (type == QtDebugMsg || type == QtInfoMsg)
@@ -121,8 +121,8 @@ void MonkeyRun::LogOn()
     Fail(QStringLiteral("no window to log on"));
 }
 
-/// A timer of its own for each step: the one that fired does not fire again before its step returns, which
-/// may be after thousands of others in a dialog.
+/// Each step has its own timer: one that has fired does not fire again before its step returns, which may be
+/// after thousands of others in a dialog.
 void MonkeyRun::Plan(int delay)
 {
     QTimer::singleShot(qMax(1, delay), this, [this, session = m_session] {
@@ -161,19 +161,19 @@ void MonkeyRun::Step()
     ++m_depth;
     deed.Do();
     --m_depth;
-    // Deeds return at all depths: the last one of many is seldom the one whose turn it is.
+    // Deeds return at all depths, and the last of many is seldom the one whose turn it is.
     if (m_depth == 0 && m_done >= m_nextLook)
         Look();
 }
 
-/// Ends the session as a user would who wants to go home: out of every dialog, whatever it asks.
+/// Ends the session like a user who wants to go home: out of every dialog, whatever it asks.
 void MonkeyRun::CloseDown()
 {
     if (!MonkeyWaitsForRun() && ++m_closing > closingTries)
         Fail(u"a window that does not close: " % (MonkeyWindow() ? MonkeyWindow()->objectName() : QString()));
     Plan(1);
     if (!MonkeyWindow()) {
-        // Forms that it opened over each other, some hidden already, would each be asked by quit().
+        // quit() would ask each of the forms opened over each other, of which some are already hidden.
         QCoreApplication::exit();
         return;
     }

@@ -9,14 +9,14 @@
 
 class MonkeyHome;
 
-/// A run of the monkey in this process, session after session: so many steps of a seed, or a session written
-/// down before. A session begins after the logon, in either. A fault ends the process.
+/// A run of the monkey in this process, session after session: a number of steps from a seed, or a recorded
+/// session. In both cases a session begins after the logon. A fault ends the process.
 class MonkeyRun final : public QObject
 {
 public:
-    /// `keys` is the file that takes each deed of the present session before it is done.
+    /// `keys` is the file to which each deed of the current session is written before it is done.
     MonkeyRun(MonkeyHome &home, unsigned seed, int steps, const QString &keys);
-    /// Plays the lines of a session.
+    /// Plays the lines of a recorded session.
     MonkeyRun(MonkeyHome &home, const QStringList &lines);
 
     void Run();
@@ -38,11 +38,11 @@ private:
     QFile m_keys;
     int m_steps;
     int m_done = 0;
-    int m_nextLook = 0;    ///< the step from which the database is looked at
-    int m_depth = 0;       ///< of deeds that have not returned
-    int m_closing = 0;     ///< tries to end the session that did not
+    int m_nextLook = 0;    ///< the step after which the database is checked
+    int m_depth = 0;       ///< of deeds that have not returned yet
+    int m_closing = 0;     ///< failed attempts to end the session
     int m_sessionEnds = 0; ///< the step at which the session is ended
     int m_session = 0;
-    QSet<QString> m_seen;    ///< windows that it had before it
-    qsizetype m_widgets = 0; ///< that a session leaves, when the second has ended
+    QSet<QString> m_seen;    ///< windows that it has met
+    qsizetype m_widgets = 0; ///< left by a session, counted when the second has ended
 };

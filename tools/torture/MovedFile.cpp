@@ -10,14 +10,14 @@
 
 #include <algorithm>
 
-// A database file is moved away, with another in its place or none, while a workstation saves. What it was
-// told is saved must be in its file once that is back.
+// A database file is moved away, with or without another in its place, while a workstation saves. Whatever it
+// was told is saved must be in its file once that is back.
 
 namespace
 {
 constexpr unsigned int longestPause = 300'000; ///< microseconds
 
-/// Saves until a save is refused, and tells each that is done.
+/// Saves until a save is refused, and reports each that is done.
 int SaveUntilRefused(const QStringList &arguments)
 {
     if (!Workstation::Begin(arguments))
@@ -28,7 +28,7 @@ int SaveUntilRefused(const QStringList &arguments)
     return 0;
 }
 
-/// How many confirmed saves are not there.
+/// How many confirmed saves are missing.
 int LostWhenMoved(bool isReplaced)
 {
     const TestDatabase database;

@@ -21,8 +21,8 @@
 
 #include <memory>
 
-// The password of a database file is changed and the program killed in the middle of it. The file must then
-// open, with all its people, the way the program itself starts.
+// The password of a database file is changed and the program killed in the middle of it. When the program
+// starts, it must then be able to open the file with all its people.
 
 namespace
 {
@@ -42,7 +42,7 @@ void Type(frmDBPass &form, const char *field, const QString &text)
     form.findChild<QLineEdit *>(QLatin1String(field))->setText(text);
 }
 
-/// FILE, the password before and the one after: the form's own change.
+/// Arguments: FILE, the old and the new password. Changes it as the form does.
 int Change(const QStringList &arguments)
 {
     Directories::SetProgram(arguments.at(1));
@@ -61,7 +61,7 @@ int Change(const QStringList &arguments)
     return gConnection.IsOpen() ? 0 : 1;
 }
 
-/// Without a password first, then with those that the user would type.
+/// Tries without a password first, then with those that the user would type.
 bool StartsWhole(const QString &file, QStringList typed)
 {
     gConnection.Close();
@@ -81,8 +81,7 @@ bool StartsWhole(const QString &file, QStringList typed)
     return isWhole;
 }
 
-/// A database with its people, as it lies on the disk while somebody has it open: with work in the log, or
-/// with none.
+/// A database with people as it is on the disk while somebody has it open: with or without work in the log.
 class Original final
 {
 public:

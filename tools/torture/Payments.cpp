@@ -33,7 +33,7 @@ void PauseBefore(const QString &write)
     });
 }
 
-/// Pays 1 in cash as the payment screen does: on what it was shown, in a step of its own.
+/// Pays 1 in cash as the payment screen does: based on what it was shown, in a step of its own.
 bool PayOne(int courseRef, int contactRef)
 {
     const auto shown = Reported("PayOne", std::optional<StudentRecord>(),
@@ -45,7 +45,8 @@ bool PayOne(int courseRef, int contactRef)
     return Course_Pay(courseRef, contactRef, {*shown, *shown, act, {}}).outcome == PaymentOutcome::Stored;
 }
 
-/// How often each of the people of course 1 pays, and whether the guard is on; a line for each payment.
+/// Arguments: how often each of the people on course 1 pays, and whether the guard is on. Prints a line for
+/// each payment.
 int PayAll(const QStringList &arguments)
 {
     if (!Workstation::Begin(arguments))
@@ -63,7 +64,7 @@ int PayAll(const QStringList &arguments)
     return 0;
 }
 
-/// Enrols the same people on courses 1 to N, each workstation in an order of its own.
+/// Enrols the same people on courses 1 to N, each workstation in a different order.
 int EnrolAll(const QStringList &arguments)
 {
     if (!Workstation::Begin(arguments))
@@ -103,7 +104,7 @@ double Sum(const QString &column, const QString &table)
     return TestDatabase::Value(u"SELECT SUM(" % column % u") AS S FROM " % table).toDouble();
 }
 
-/// What is in the one record of the payments and not in the other.
+/// What is in one record of the payments and not in the other.
 double Missing()
 {
     return std::abs(Sum(u"MoneyPaid"_qs, u"Transactions"_qs) - Sum(u"AmountPaid"_qs, u"StudentsEnrolled"_qs));
@@ -131,8 +132,8 @@ double RacePayments(int rounds, bool isGuarded)
     return Missing();
 }
 
-/// Kills a workstation at a random moment; true where its payments are not the same in both records, or one
-/// that it had confirmed is missing.
+/// Kills a workstation at a random moment; true if its payments are not the same in both records, or a
+/// confirmed one is missing.
 bool KillLoses(const TestDatabase &database, const QString &guard)
 {
     const double before = Sum(u"AmountPaid"_qs, u"StudentsEnrolled"_qs);

@@ -11,7 +11,7 @@
 #include <QRandomGenerator>
 #include <QThread>
 
-// A workstation is killed in the middle of a save; what it left must be the state before or the one after.
+// A workstation is killed in the middle of a save; it must leave either the state before or the state after.
 
 namespace
 {
@@ -22,8 +22,8 @@ const Subject &SubjectAt(int index)
     return SaveKills::Subjects().at(static_cast<size_t>(index));
 }
 
-/// SUBJECT KEY, and whether the save is whole or, to show what that guards against, each statement stands for
-/// itself. Tells its first write, and its end with the microseconds since then.
+/// Arguments: SUBJECT KEY, and whether the save is one transaction or, to show what that guards against, each
+/// statement its own. Prints a line at its first write, and one at its end with the microseconds since then.
 int SaveOnce(const QStringList &arguments)
 {
     if (!Workstation::Begin(arguments))
@@ -53,7 +53,7 @@ int SaveOnce(const QStringList &arguments)
 class Kills final
 {
 public:
-    /// `key` is that of the subject, 0 where it was not made yet.
+    /// `key` is that of the subject, 0 if it does not exist yet.
     Kills(const TestDatabase &database, int index, int &key, bool isWhole)
         : m_database(database)
         , m_index(index)
@@ -69,7 +69,7 @@ public:
         m_after = m_subject.state(m_key);
         Torture::Require(m_before != m_after && m_length > 0, u"nothing came of " % m_subject.name);
     }
-    /// Kills until `trials` of them fell into a save; how many left something half done.
+    /// Kills until `trials` kills have hit a save. Returns how many left something half done.
     int Run(int trials)
     {
         constexpr int mostMissed = 5;
@@ -100,7 +100,7 @@ private:
         workstation.Kill();
         return workstation.Lines().size() == 1;
     }
-    /// A server may still be at the last statement of who was killed.
+    /// A server may still be executing the last statement of the killed workstation.
     bool IsHalfDone() const
     {
         constexpr unsigned long lastStatement = 200; ///< milliseconds

@@ -11,15 +11,15 @@ namespace SaveKills
 struct Subject {
     QString name;        ///< "saving a person with lists"
     unsigned long pause; ///< microseconds before each statement of the save
-    /// Makes version 0 of it, of `key`, or a new one where that is 0 or gone; the key of it.
+    /// Makes version 0 of `key`, or of a new one if that is 0 or gone. Returns its key.
     std::function<int(int key)> prepare;
-    /// Saves version 1; false where that failed.
+    /// Saves version 1; false if that failed.
     std::function<bool(int key)> save;
-    /// All that the save writes, as it is stored.
+    /// Everything that the save writes, as it is stored.
     std::function<QString(int key)> state;
 };
 
-/// Every subject; they read what they need from the session's database.
+/// All subjects; they read what they need from the session's database.
 const std::vector<Subject> &Subjects();
 /// Fills an empty database with what the subjects choose from.
 void MakeChoices();

@@ -29,7 +29,7 @@ QString All(const QString &sql)
     return TestDatabase::Rows(sql).join(u',') % u';';
 }
 
-/// The rows of a query as those of a list: version 0 has the even ones, version 1 the odd ones.
+/// Fills a list with rows of a query: version 0 has the even ones, version 1 the odd ones.
 void Choose(ListModel &list, const QString &sql, int version)
 {
     std::vector<ListItem> items;

@@ -5,25 +5,25 @@
 
 #include <functional>
 
-/// Ways of hurting the program, longer than a test may be: kills, races, starvation, full disks. Each file of
-/// this folder registers its own kinds.
+/// Ways of mistreating the program that take too long for a test: kills, races, starvation, full disks. Each
+/// file in this folder registers its own kinds.
 namespace Torture
 {
-/// How much of it: some three minutes in all, or until the figures can be trusted.
+/// How long to go on: some three minutes in all, or until the figures can be trusted.
 struct Plan {
     bool isBrief = false;
     int Trials(int brief, int full) const { return isBrief ? brief : full; }
 };
 
-/// What came of a kind on the engine that it ran on.
+/// The result of a kind on one engine.
 struct Result {
     QString what; ///< "two workstations add the same people"
     int trials = 0;
     double measured = 0; ///< what was lost, doubled or waited for, in `unit`
-    double bar = 0;      ///< the most of it that may be
+    double bar = 0;      ///< the most that is allowed
     QString unit;        ///< "lost", "ms"; "" = a count
-    /// Ran without the guard: then `measured` must exceed `bar`, or the kind proves nothing. A brief plan
-    /// only tells so.
+    /// True if it ran without the guard: then `measured` must exceed `bar`, or the kind proves nothing. A
+    /// brief plan only reports it.
     bool isControl = false;
 
     bool IsOver() const { return isControl ? measured <= bar : measured > bar; }
@@ -32,7 +32,7 @@ struct Result {
 enum class Engines { File, Server, Both };
 
 using Kind = std::function<QList<Result>(const Plan &plan)>;
-/// What a process of its own does, which this program starts as another workstation: given its arguments, it
+/// What a separate process does that this program starts as another workstation: takes its arguments, and
 /// returns its exit code.
 using Role = std::function<int(const QStringList &arguments)>;
 
@@ -50,6 +50,6 @@ public:
     RoleRegistration(const char *name, Role role);
 };
 
-/// Ends the program where what a kind needs cannot be had.
+/// Ends the program if something that a kind needs is not available.
 void Require(bool worked, const QString &what);
 } // namespace Torture

@@ -15,14 +15,14 @@
 #include <memory>
 #include <vector>
 
-// One workstation imports a long file while four clerks save: each save waits its turn, and no longer.
+// One workstation imports a long file while four clerks save: each save waits for its turn, and no longer.
 
 namespace
 {
 constexpr int clerks = 4;
 constexpr unsigned long pauseOfAClerk = 1'000; ///< milliseconds between two saves
 
-/// Saves until it is killed, and tells the milliseconds of each.
+/// Saves until it is killed, and prints the milliseconds of each.
 int Save(const QStringList &arguments)
 {
     if (!Workstation::Begin(arguments))
@@ -119,7 +119,7 @@ QList<Torture::Result> StarveClerks(const Torture::Plan &plan)
                                     beside.longest, 1'000, u"ms"_qs},
                                    {u"4 clerks save beside an import: clerks whose save failed"_qs,
                                     beside.saves, static_cast<double>(beside.stopped), 0, QString()}};
-    if (!plan.isBrief) // a short import's time says more of the machine than of the clerks
+    if (!plan.isBrief) // the time of a short import says more about the machine than about the clerks
         results.append({u"the import beside 4 clerks: slower than alone"_qs, lines, slower, 10, u"%"_qs});
     return results;
 }

@@ -35,7 +35,7 @@ bool RunsHere(Torture::Engines engines)
     return (engines == Torture::Engines::Server) == TestDatabase::IsOnServer();
 }
 
-/// A race without the guard can go well by chance where the trials are few.
+/// With few trials, a race without the guard can go well by chance.
 const char *VerdictOn(const Torture::Result &result, const Torture::Plan &plan)
 {
     if (!result.IsOver())
@@ -84,7 +84,7 @@ void Torture::Require(bool worked, const QString &what)
     std::exit(2);
 }
 
-/// [--brief] [kind...]: runs the kinds named, or all. --role NAME ARGUMENTS: another workstation.
+/// [--brief] [kind...]: runs the named kinds, or all. --role NAME ARGUMENTS: plays another workstation.
 int main(int argc, char **argv)
 {
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedKingdom));

@@ -62,7 +62,7 @@ void AddPersonsAttributes(Keyboard &keys, TourPlan &plan)
     keys.See(record, QStringLiteral("attributes of a person"),
              [&keys] { keys.Press(QStringLiteral("OKBtn")); });
     keys.On(record, QStringLiteral("attributes stored"), [&keys, &plan] {
-        // Of the values of which one can hold, the later took the place of the earlier.
+        // Where only one value can be ticked, the later one replaced the earlier.
         const QString applied =
             u"SELECT AttributeValue FROM AppliedAttributes INNER JOIN CustomAttributeValues ON "
             u"AppliedAttributes.AttributeValueRef = CustomAttributeValues.AttributeValueRef "

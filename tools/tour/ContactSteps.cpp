@@ -4,7 +4,7 @@
 
 namespace
 {
-/// The first row of a table stands for none.
+/// The number of rows in a table without the first, which means "nothing chosen".
 int CountOf(const QString &table)
 {
     return RowsOf(u"SELECT * FROM " % table) - 1;

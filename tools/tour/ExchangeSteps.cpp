@@ -12,8 +12,8 @@ const QString exporter = QStringLiteral("frmExportWiz");
 const QString importer = QStringLiteral("frmImportWiz");
 const QString changedNumber = QStringLiteral("0800 000");
 
-/// Every cell of what an export carries, and of the vocabularies that an import may add to. A gender that was
-/// never told reads as one that is not specified.
+/// Every cell of what an export contains, and of the vocabularies that an import may add to. A gender that
+/// was never entered counts as "not specified".
 QString Snapshot()
 {
     QString text;
@@ -60,7 +60,7 @@ void Export(Keyboard &keys, TourPlan &plan, const QString &file)
     });
 }
 
-/// Gives a person whose record was saved before another telephone number, which the file does not know of.
+/// Gives a person whose record was saved earlier another telephone number, which is not in the file.
 void ChangeNumber(Keyboard &keys, TourPlan &plan)
 {
     keys.Command(QStringLiteral("C"), 0, QStringLiteral("C"));
@@ -80,7 +80,7 @@ void ChangeNumber(Keyboard &keys, TourPlan &plan)
              QStringLiteral("Yes"));
 }
 
-/// The people whom the file would change: the one of the new number.
+/// The people whom the file would change: the one with the new number.
 QString Differing()
 {
     return u"SELECT Cust_Forename, Cust_Surname, Cust_Addr1 FROM Contacts WHERE Cust_TelDay = '" %
@@ -147,7 +147,7 @@ void ImportTwice(Keyboard &keys, TourPlan &plan, const QString &file)
     keys.Box(QStringLiteral("CSV Import"), Question, QStringLiteral("Yes to All"));
     ExpectImported(keys, plan, QStringLiteral("imported again"));
 
-    // Now every line is on file as it stands.
+    // Now every line is in the database unchanged.
     OpenFile(keys, file);
     keys.On(importer, QStringLiteral("run once more"), [&keys, &plan] {
         plan.found = 0;

@@ -13,7 +13,7 @@ void OpenContactManager(Keyboard &keys)
     keys.Command(QStringLiteral("C"), 0, QStringLiteral("C"));
 }
 
-/// On the record of the first of the three: gathers the others and adds all of them to the group.
+/// In the record of the first of the three: picks the others and adds all of them to the group.
 void AddMembers(Keyboard &keys, TourPlan &plan, const QString &type)
 {
     keys.On(record, u"group type " % type, [&keys, type] {

@@ -43,7 +43,7 @@ QAbstractItemView &ListOf(QWidget &screen, const QString &name)
 {
     auto *view = qobject_cast<QAbstractItemView *>(&Hands::Control(screen, name));
     if (!view)
-        GiveUp(name % u" of " % screen.objectName() % u" is no list");
+        GiveUp(name % u" of " % screen.objectName() % u" is not a list");
     return *view;
 }
 
@@ -181,7 +181,7 @@ void Hands::Command(QWidget &mainWindow, const QString &identifier)
 {
     auto *command = mainWindow.findChild<QAction *>(identifier);
     if (!command || !command->isEnabled())
-        GiveUp(u"the command " % identifier % u" is not to be had");
+        GiveUp(u"the command " % identifier % u" is not available");
     auto *bar = mainWindow.findChild<QMenuBar *>();
     for (QAction *heading : bar->actions()) {
         QMenu *menu = heading->menu();

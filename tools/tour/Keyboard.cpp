@@ -21,7 +21,7 @@ namespace
 {
 constexpr int mostTabs = 200; ///< more than any screen has fields
 
-/// The letter of the caption that leads to a control, "" where it has none.
+/// The letter of the caption that leads to a control, "" if there is none.
 QString LetterOf(const QWidget &control)
 {
     if (const auto *button = qobject_cast<const QAbstractButton *>(&control))
@@ -104,7 +104,7 @@ void Keyboard::Queue(const QString &what, const std::function<QWidget *()> &foun
 {
     const auto ready = [this, found]() -> QWidget * {
         QWidget *screen = found();
-        // Where the desktop has put no window in front, Alt+Tab is its key for it.
+        // If the desktop has put no window in front, Alt+Tab does it.
         if (screen && !QGuiApplication::focusWindow())
             screen->window()->activateWindow();
         return HasFocus(screen) ? screen : nullptr;
@@ -170,7 +170,7 @@ void Keyboard::ChooseFile(const QString &title, const QString &file)
 
 void Keyboard::Command(const QString &menu, int right, const QString &letter)
 {
-    // The letter of a menu may be that of a button in the window in front; that of the last menu is nobody's.
+    // A button in the window in front may have the same letter as a menu, but none has that of the last menu.
     const int fromHelp = (menu == u"F" ? 6 : 4) - right;
     On(QStringLiteral("frmMain"), u"the menu " % menu, [this, fromHelp, letter] {
         Tap(QStringLiteral("Alt+H"));
@@ -244,7 +244,7 @@ void Keyboard::Fill(const QString &name, const QString &text)
 void Keyboard::Press(const QString &name)
 {
     auto *button = qobject_cast<QAbstractButton *>(&Control(name));
-    Expect(button, name % u" is no button");
+    Expect(button, name % u" is not a button");
     PressButton(*button);
 }
 
@@ -261,7 +261,7 @@ void Keyboard::PressButton(QAbstractButton &button)
     } else {
         Tap(letter);
     }
-    // A button that a letter presses is down for a moment first.
+    // A button pressed by its letter is down for a moment first.
     const bool answered = QTest::qWaitFor([&] { return isPressed || !alive; });
     Expect(answered, letter % u" does not press " % name % u"; the focus is on " % Focus());
     disconnect(watch);
@@ -294,7 +294,7 @@ void Keyboard::AddRow(const QString &text)
 void Keyboard::Walk(const QString &text, const QString &firstKey, const QString &nextKey)
 {
     const QAbstractItemView *list = FocusedList();
-    Expect(list, u"the focus is on " % Focus() % u", which is no list, for " % text);
+    Expect(list, u"the focus is on " % Focus() % u", which is not a list, for " % text);
     Tap(firstKey);
     while (!list->currentIndex().siblingAtColumn(0).data().toString().startsWith(text)) {
         const QModelIndex before = list->currentIndex();
@@ -336,7 +336,7 @@ QString Keyboard::Text(const QString &name) const
 QStringList Keyboard::Rows(const QString &name) const
 {
     const auto *list = qobject_cast<QAbstractItemView *>(&Hands::Control(*m_screen, name));
-    Expect(list, name % u" is no list");
+    Expect(list, name % u" is not a list");
     QStringList rows;
     ReadRows(*list->model(), {}, {}, rows);
     return rows;

@@ -10,12 +10,12 @@ namespace
 const QString wizard = QStringLiteral("frmContactWiz");
 const QString letterhead = QStringLiteral("Northgate Adult Education");
 
-/// A report of the wizard, and what staff see of it.
+/// A report of the wizard, and what staff see in it.
 struct Report {
     const char *name;
     const char *title;
     QString (*held)(const TourPlan &plan);
-    const char *holds; ///< a text that it must hold
+    const char *holds; ///< a text that it must contain
 };
 
 QString Count(int count, const QString &one, const QString &many)
@@ -117,7 +117,7 @@ void AddLetterheadReports(TourDriver &tour, Keyboard &keys, TourPlan &plan)
         keys.See(wizard, QStringLiteral("saved as pdf"), [&keys, pdf] {
             QFile file(pdf);
             keys.Expect(file.open(QIODevice::ReadOnly) && file.read(5) == "%PDF-",
-                        pdf % u" is no PDF document");
+                        pdf % u" is not a PDF document");
             keys.ExpectText(QStringLiteral("Saved"), u"Saved as " % pdf);
             keys.Press(QStringLiteral("cmdNav_3"));
         });

@@ -29,7 +29,7 @@ void OpenSection(Keyboard &keys, const QString &section)
     keys.ToRow(section);
 }
 
-/// Adds a row to the section that is open; the list shows and selects it.
+/// Adds a row to the open section; the list shows and selects it.
 void AddItem(Keyboard &keys, const QString &name, const QString &reference)
 {
     keys.On(form, u"add " % name, [&keys] { keys.Press(QStringLiteral("AddBtn")); });

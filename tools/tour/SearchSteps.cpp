@@ -80,7 +80,8 @@ void ApplyCharacteristic(Keyboard &keys, TourPlan &plan)
     });
 }
 
-/// Who speaks French, has the characteristic and is of the county, but does not prefer the evening.
+/// Searches for those who speak French, have the characteristic and live in the county, but do not prefer the
+/// evening.
 void SearchOnAllTabs(Keyboard &keys, TourPlan &plan)
 {
     keys.On(manager, QStringLiteral("search again"), [&keys] { keys.Press(QStringLiteral("FindBtn")); });
@@ -118,7 +119,7 @@ void SearchOnAllTabs(Keyboard &keys, TourPlan &plan)
         keys.Expect(keys.Rows(found).isEmpty() && keys.Focus() == u"SearchSurname",
                     QStringLiteral("the search does not start over"));
     });
-    // A name that everybody misses, with OR: what the lists ask for narrows the rest all the same.
+    // A name that nobody has, with OR: what the lists ask for still narrows the result.
     keys.On(search, QStringLiteral("with or"), [&keys] {
         keys.Press(QStringLiteral("LblEquals_2"));
         keys.Fill(QStringLiteral("SearchSurname"), QStringLiteral("Nobody"));

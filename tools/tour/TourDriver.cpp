@@ -23,7 +23,7 @@ constexpr int pollEvery = 40;
 constexpr int patience = 20000;
 constexpr int settling = 150; ///< milliseconds for a screen to paint before its picture
 
-/// Stands for the screen of a step that waits for something else.
+/// The screen of a step that waits for something else.
 QWidget *NoScreen()
 {
     static QWidget none;
@@ -161,7 +161,7 @@ int TourDriver::Run()
     QApplication::setQuitOnLastWindowClosed(false);
     m_waitingSince = QDateTime::currentMSecsSinceEpoch();
     QTimer::singleShot(0, [this] { Poll(); });
-    // The program ends its event loop at Exit; the tour goes on until its own last step.
+    // The program ends its event loop at Exit, but the tour goes on to its own last step.
     while (!m_done)
         QApplication::exec();
     return 0;

@@ -8,8 +8,8 @@
 #include <functional>
 
 /// Drives the real screens as a user's hands would: waits for a screen or a box, types and presses in it,
-/// takes a numbered picture, and ends the program with a plain message where something is not as it
-/// should be. Steps run from the event loop, so that they reach into modal screens too.
+/// takes a numbered picture, and ends the program with a plain message if something is not as it should be.
+/// Steps run from the event loop, so that they reach modal screens too.
 class TourDriver final
 {
 public:
@@ -17,24 +17,25 @@ public:
 
     explicit TourDriver(QString pictureFolder);
 
-    /// When the screen of that object name is the one that takes input: `hands` act on it.
+    /// When the screen with that object name takes input, `hands` act on it.
     void On(const QString &screen, const QString &what, Hands hands);
     /// The same with a picture of the desktop before the hands act.
     void See(const QString &screen, const QString &what, Hands hands = {});
-    /// When a message box of that title and text comes: a picture, and the button of that text is pressed.
+    /// When a message box with that title and text appears: takes a picture, and presses the button with that
+    /// text.
     void Box(const QString &title, const QString &text, const QString &button);
-    /// When a file chooser comes: its name field takes `file`.
+    /// When a file chooser appears: types `file` into its name field.
     void ChooseFile(const QString &title, const QString &file);
-    /// Waits until another program has made `file` to say that it shows something, and takes a picture; after
-    /// `look` the file goes, which ends the other program.
+    /// Waits until another program has created `file` to say that it shows something, and takes a picture;
+    /// after `look` the file is removed, which ends the other program.
     void SeeFile(const QString &file, const QString &what, std::function<void()> look);
-    /// When no window is left and the program would end: `action` goes on.
+    /// When no window is left and the program would end, `action` continues.
     void WhenClosed(const QString &what, std::function<void()> action);
 
-    /// A step of another kind: `hands` act on what `ready` gives, once it gives anything.
+    /// A step of another kind: `hands` act on what `ready` returns, once it returns anything.
     void When(const QString &what, std::function<QWidget *()> ready, Hands hands, bool picture = false);
 
-    /// Runs the steps in the application's event loop. 0 when all of them went as told.
+    /// Runs the steps in the application's event loop. 0 if all of them succeeded.
     int Run();
 
     void Picture(const QString &what);
@@ -42,9 +43,9 @@ public:
     void Expect(bool holds, const QString &message);
     [[noreturn]] void Fail(const QString &message);
 
-    /// The screen of that object name, where it takes input now.
+    /// The screen with that object name if it takes input now.
     static QWidget *ScreenNamed(const QString &name);
-    /// The message box that shows, which must be of that title and text.
+    /// The message box shown, which must have that title and text.
     QWidget *ExpectedBox(const QString &title, const QString &text);
     static QWidget *Chooser(const QString &title);
 
@@ -56,13 +57,13 @@ private:
         bool picture = false;
     };
     void Poll();
-    /// While the hands of a step wait for what they began, only a dialog that it opened can go on: the long
-    /// runs serve the event loop, and a step must not overtake the one before it.
+    /// While the hands of a step wait for what they have started, only a dialog that it opened can go on:
+    /// long runs serve the event loop, and a step must not overtake the one before it.
     bool MayGoOn(QWidget *screen) const;
 
     QString m_folder;
     std::deque<Step> m_steps;
-    QWidgetList m_atWork; ///< the screens of the steps whose hands have not come back
+    QWidgetList m_atWork; ///< the screens of the steps whose hands have not returned
     qint64 m_waitingSince = 0;
     int m_pictures = 0;
     bool m_done = false;
@@ -72,12 +73,12 @@ private:
 namespace Hands
 {
 QWidget &Control(QWidget &screen, const QString &name);
-/// Clicks into the field, replaces what it holds, and leaves it with Tab.
+/// Clicks into the field, replaces its contents, and leaves it with Tab.
 void Type(QWidget &screen, const QString &name, const QString &text);
 void Press(QWidget &screen, const QString &name);
 /// Presses a key in the control that has the focus.
 void Key(QWidget &screen, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-/// Chooses the drop-down row of that text.
+/// Chooses the drop-down row with that text.
 void Choose(QWidget &screen, const QString &name, const QString &text);
 /// Clicks the list row that begins with `text`; with `modifiers` the selection is extended.
 void ClickRow(QWidget &screen, const QString &name, const QString &text,

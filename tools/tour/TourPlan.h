@@ -12,18 +12,18 @@ struct TourPlan {
     QString databaseFile;
     QString peopleFile;
     int people = 0;       ///< lines of data in the people file
-    QStringList students; ///< the names that are enrolled, as the lists show them
+    QStringList students; ///< the names of those enrolled, as the lists show them
     QStringList members;  ///< the names of the group of three
     QString employer;     ///< the organisation that one of them stays with
     int found = 0;        ///< people whom the search found, or the import updates
     QString exported;     ///< the data as it was exported
 };
 
-/// Rows of data that a statement gives, -1 where it fails.
+/// Rows of data that a statement returns, -1 if it fails.
 int RowsOf(const QString &sql);
 /// The first column of its first row.
 QString TextOf(const QString &sql);
-/// The ContactRef of a person, named as the lists do.
+/// The ContactRef of a person, named as in the lists.
 QString KeyOf(const QString &person);
 
 // The chapters of the first act, the main job, in their order. Each queues its steps.
@@ -37,7 +37,7 @@ void AddEnrolment(TourDriver &tour, TourPlan &plan);
 void AddPayments(TourDriver &tour, TourPlan &plan);
 void AddReport(TourDriver &tour, TourPlan &plan);
 
-// The chapters of the second act, the people and the organisations, by keys alone.
+// The chapters of the second act, the people and the organisations, using keys alone.
 void AddReferenceLists(Keyboard &keys);
 void AddGroupTypes(Keyboard &keys);
 void AddRoleTypes(Keyboard &keys);

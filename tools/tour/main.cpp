@@ -22,7 +22,7 @@ namespace
 {
 constexpr int lookAtReport = 400; ///< milliseconds
 
-/// Shows the report until the tour has taken "opened.txt" away again.
+/// Shows the report until the tour has removed "opened.txt".
 int ShowReport(const QString &file, const QString &pictureFolder)
 {
     QTextBrowser browser;
@@ -55,8 +55,8 @@ bool WriteText(const QString &file, const QString &text)
     return out.open(QIODevice::WriteOnly) && out.write(text.toUtf8()) > 0;
 }
 
-/// A desktop of the tour's own, so that it changes nothing of the user's: the data sources, the settings,
-/// and the program that opens reports.
+/// Sets up a desktop of the tour's own, so that it changes nothing of the user's: the data sources, the
+/// settings, and the program that opens reports.
 bool MakeDesktop(const QString &folder)
 {
     const QString home = folder % u"/desktop";
