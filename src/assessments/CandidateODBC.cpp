@@ -6,20 +6,20 @@
 
 namespace
 {
-QString Candidates(int courseRef, int examRef)
+QString Candidates(CourseRef courseRef, ExamRef examRef)
 {
     return u"SELECT ContactRef FROM StudentExams WHERE CourseRef = " % SqlNumber(courseRef) %
            u" AND ExamRef = " % SqlNumber(examRef);
 }
 } // namespace
 
-std::optional<QStringList> ADO_Course_CandidateKeys(int courseRef, int examRef)
+std::optional<QStringList> ADO_Course_CandidateKeys(CourseRef courseRef, ExamRef examRef)
 {
     return Reported("ADO_Course_CandidateKeys", std::optional<QStringList>(),
                     [&] { return StoredKeys(Candidates(courseRef, examRef)); });
 }
 
-bool ADO_Course_AddStudentsExam(int courseRef, int examRef, const ListModel &selected,
+bool ADO_Course_AddStudentsExam(CourseRef courseRef, ExamRef examRef, const ListModel &selected,
                                 const QSet<QString> &known, Progress &progress)
 {
     const QString course = SqlNumber(courseRef);

@@ -5,7 +5,7 @@
 
 #include <QWidget>
 
-PeopleStore Candidates(int courseRef, int examRef)
+PeopleStore Candidates(CourseRef courseRef, ExamRef examRef)
 {
     PeopleStore store;
     store.stored = [=] { return ADO_Course_CandidateKeys(courseRef, examRef); };

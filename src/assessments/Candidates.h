@@ -1,6 +1,7 @@
 #pragma once
 
 #include "contacts/manager/PeopleStore.h"
+#include "database/values/Keys.h"
 
 /// The candidates of an assessment on a course, for the picker of people.
-PeopleStore Candidates(int courseRef, int examRef);
+PeopleStore Candidates(CourseRef courseRef, ExamRef examRef);

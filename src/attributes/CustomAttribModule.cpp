@@ -44,16 +44,16 @@ int CustomAttrib_UpdateAttrib(int key, const CustomAttrib &attrib)
         attribExists, title);
 }
 
-int CustomAttrib_AddAttribVal(const QString &value, int attributeRef)
+int CustomAttrib_AddAttribVal(const QString &value, AttributeRef attributeRef)
 {
     const QString title = QStringLiteral("Add Attribute Value");
-    const int living = LivingAttrib(attributeRef, title);
+    const int living = LivingAttrib(attributeRef.number, title);
     return living < 1 ? living
                       : TellDuplicate(ADO_CustomAttrib_AddAttribVal(SqlSafeText(value), attributeRef),
                                       valueExists, title);
 }
 
-int CustomAttrib_UpdateAttribVal(int key, const QString &value, int attributeRef)
+int CustomAttrib_UpdateAttribVal(int key, const QString &value, AttributeRef attributeRef)
 {
     const QString title = QStringLiteral("Update Attribute Value");
     const int living = LivingKey(values, valueKey, key, QStringLiteral("value"), title);

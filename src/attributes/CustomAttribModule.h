@@ -1,6 +1,7 @@
 #pragma once
 
 #include "attributes/CustomAttribODBC.h"
+#include "database/values/Keys.h"
 
 #include <QStringList>
 
@@ -24,9 +25,9 @@ int CustomAttrib_AddAttrib(const CustomAttrib &attrib);
 int CustomAttrib_UpdateAttrib(int key, const CustomAttrib &attrib);
 /// Returns the new AttributeValueRef; 0, after telling the user, if the attribute has the value or was
 /// deleted; -1 on an error.
-int CustomAttrib_AddAttribVal(const QString &value, int attributeRef);
+int CustomAttrib_AddAttribVal(const QString &value, AttributeRef attributeRef);
 /// Returns `key`; 0 and -1 as above, and also 0 if the value was deleted.
-int CustomAttrib_UpdateAttribVal(int key, const QString &value, int attributeRef);
+int CustomAttrib_UpdateAttribVal(int key, const QString &value, AttributeRef attributeRef);
 /// Removes ticked values that were deleted from the tree, and tells the user. False on an error.
 bool CustomAttrib_LeaveOutDeleted(TreeModel &tree);
 /// Deletes the attribute of a node with its values, or the one value of a node. False on an error.

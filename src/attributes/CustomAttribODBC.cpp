@@ -16,7 +16,7 @@ QString SameName(const QString &name)
     return u"SELECT AttributeRef FROM CustomAttributes WHERE AttributeName = '" % name % u"'";
 }
 
-QString SameValue(const QString &value, int attributeRef)
+QString SameValue(const QString &value, AttributeRef attributeRef)
 {
     return u"SELECT AttributeValueRef FROM CustomAttributeValues WHERE AttributeValue = '" % value %
            u"' AND AttributeRef = " % SqlNumber(attributeRef);
@@ -137,7 +137,7 @@ int ADO_CustomAttrib_UpdateAttrib(int key, const QString &name, AttribType type,
                      key);
 }
 
-int ADO_CustomAttrib_AddAttribVal(const QString &value, int attributeRef)
+int ADO_CustomAttrib_AddAttribVal(const QString &value, AttributeRef attributeRef)
 {
     const QString sameValue = SameValue(value, attributeRef);
     return AddRow("ADO_CustomAttrib_AddAttribVal", sameValue,
@@ -146,7 +146,7 @@ int ADO_CustomAttrib_AddAttribVal(const QString &value, int attributeRef)
                   sameValue, u"AttributeValueRef");
 }
 
-int ADO_CustomAttrib_UpdateAttribVal(int key, const QString &value, int attributeRef)
+int ADO_CustomAttrib_UpdateAttribVal(int key, const QString &value, AttributeRef attributeRef)
 {
     return UpdateRow("ADO_CustomAttrib_UpdateAttribVal",
                      SameValue(value, attributeRef) % u" AND AttributeValueRef <> " % SqlNumber(key),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "database/statements/ReadRow.h"
+#include "database/values/Keys.h"
 
 #include <QString>
 
@@ -47,10 +48,10 @@ int ADO_CustomAttrib_AddAttrib(const QString &name, AttribType type, int applies
 /// attribute becomes single select, records with several of its values keep them.
 int ADO_CustomAttrib_UpdateAttrib(int key, const QString &name, AttribType type, int appliesTo);
 /// Returns the new AttributeValueRef; 0 if the attribute has that value, -1 on an error.
-int ADO_CustomAttrib_AddAttribVal(const QString &value, int attributeRef);
+int ADO_CustomAttrib_AddAttribVal(const QString &value, AttributeRef attributeRef);
 /// Returns `key`, 0 if the attribute has the same text as another value (nothing is written then), -1 on an
 /// error.
-int ADO_CustomAttrib_UpdateAttribVal(int key, const QString &value, int attributeRef);
+int ADO_CustomAttrib_UpdateAttribVal(int key, const QString &value, AttributeRef attributeRef);
 /// Deletes an attribute with its values, and removes them from every record. False on an error: what was
 /// deleted before it stays deleted, and the deletion can be repeated.
 bool ADO_CustomAttrib_DelAttrib(int key);

@@ -3,7 +3,8 @@
 #include "attributes/CustomAttribModule.h"
 #include "forms/frames/FormBuilder.h"
 
-frmAddAttributeVal::frmAddAttributeVal(int attributeRef, const QString &attributeName, QWidget *parent)
+frmAddAttributeVal::frmAddAttributeVal(AttributeRef attributeRef, const QString &attributeName,
+                                       QWidget *parent)
     : ItemDialog(QStringLiteral("frmAddAttributeVal"), u"Add Attribute Value to " % attributeName, parent)
     , m_attributeRef(attributeRef)
     , m_attributeName(attributeName)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/values/Keys.h"
 #include "forms/frames/ItemDialog.h"
 
 class QLineEdit;
@@ -10,7 +11,7 @@ class frmAddAttributeVal final : public ItemDialog
     Q_OBJECT
 
 public:
-    frmAddAttributeVal(int attributeRef, const QString &attributeName, QWidget *parent = nullptr);
+    frmAddAttributeVal(AttributeRef attributeRef, const QString &attributeName, QWidget *parent = nullptr);
 
     /// Changes a value instead of adding one.
     void EditValue(int key, const QString &value);
@@ -18,7 +19,7 @@ public:
 private:
     int Store() override;
 
-    int m_attributeRef;
+    AttributeRef m_attributeRef;
     QString m_attributeName;
     QLineEdit *m_attribName;
 };

@@ -11,12 +11,12 @@
 
 namespace
 {
-QString AttributeKey(int attributeRef)
+QString AttributeKey(AttributeRef attributeRef)
 {
     return u'!' % SqlNumber(attributeRef);
 }
 
-QString ValueKey(int valueRef, int attributeRef)
+QString ValueKey(AttributeValueRef valueRef, AttributeRef attributeRef)
 {
     return u'?' % SqlNumber(valueRef) % AttributeKey(attributeRef);
 }
@@ -84,12 +84,10 @@ void frmCustomAttributes::ShowAttributes()
     EnableButtons();
 }
 
-void frmCustomAttributes::ShowSaved(const QString &key)
+void frmCustomAttributes::ShowSaved(int stored, const QString &key)
 {
-    const bool isSaved = gDialogResult > 0;
-    gDialogResult = 0;
     ShowAttributes();
-    const TreeNode *node = isSaved ? m_attributes.Find(key) : nullptr;
+    const TreeNode *node = stored > 0 ? m_attributes.Find(key) : nullptr;
     if (!node)
         return;
     m_attributes.Select(node);
@@ -98,9 +96,8 @@ void frmCustomAttributes::ShowSaved(const QString &key)
 
 void frmCustomAttributes::AddAttribute()
 {
-    gDialogResult = 0;
-    frmAddAttribute(this).exec();
-    ShowSaved(AttributeKey(gDialogResult));
+    const int stored = frmAddAttribute(this).Run();
+    ShowSaved(stored, AttributeKey(AttributeRef(stored)));
 }
 
 void frmCustomAttributes::AddValue()
@@ -109,11 +106,10 @@ void frmCustomAttributes::AddValue()
     if (!node)
         return;
     const TreeNode *attribute = IsAttribute(*node) ? node : node->parent;
-    const int attributeRef = KeyNumber(attribute->key);
+    const AttributeRef attributeRef(KeyNumber(attribute->key));
     const QString name = attribute->text;
-    gDialogResult = 0;
-    frmAddAttributeVal(attributeRef, name, this).exec();
-    ShowSaved(ValueKey(gDialogResult, attributeRef));
+    const int stored = frmAddAttributeVal(attributeRef, name, this).Run();
+    ShowSaved(stored, ValueKey(AttributeValueRef(stored), attributeRef));
 }
 
 void frmCustomAttributes::EditSelected()
@@ -122,18 +118,19 @@ void frmCustomAttributes::EditSelected()
     if (!node)
         return;
     const QString key = node->key;
-    gDialogResult = 0;
+    int stored = 0;
     if (IsAttribute(*node)) {
         frmAddAttribute form(this);
         form.EditAttrib(KeyNumber(key));
-        form.exec();
+        stored = form.Run();
     } else {
         const QString value = node->text;
-        frmAddAttributeVal form(KeyNumber(node->parent->key), QString(node->parent->text), this);
+        frmAddAttributeVal form(AttributeRef(KeyNumber(node->parent->key)), QString(node->parent->text),
+                                this);
         form.EditValue(KeyNumber(key), value);
-        form.exec();
+        stored = form.Run();
     }
-    ShowSaved(key);
+    ShowSaved(stored, key);
 }
 
 void frmCustomAttributes::DeleteSelected()

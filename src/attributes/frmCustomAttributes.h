@@ -20,7 +20,7 @@ private:
     void EnableButtons();
     void ShowAttributes();
     /// Lists the attributes again after a dialog, and selects the one that it saved.
-    void ShowSaved(const QString &key);
+    void ShowSaved(int stored, const QString &key);
     void AddAttribute();
     void AddValue();
     void EditSelected();

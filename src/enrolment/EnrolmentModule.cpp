@@ -42,16 +42,16 @@ StudentRecord KeptRecord(const StudentRecord &shown, const StudentRecord &left, 
 }
 
 /// Logs an act; one of nothing is not logged.
-bool LogAct(int courseRef, int contactRef, const QString &receipt, const StudentPayment &payment)
+bool LogAct(CourseRef courseRef, ContactRef contactRef, const QString &receipt, const StudentPayment &payment)
 {
     if (payment.act.Total() == Money())
         return true;
-    const int creditCardRef = payment.logCard ? std::max(0, payment.logCard()) : 0;
+    const CreditCardRef creditCardRef(payment.logCard ? std::max(0, payment.logCard()) : 0);
     return ADO_Course_Log_Transaction(courseRef, contactRef, DateToInt(Clock::Today()), SqlSafeText(receipt),
                                       payment.act, creditCardRef);
 }
 
-bool UpdateStudent(int courseRef, int contactRef, StudentRecord student)
+bool UpdateStudent(CourseRef courseRef, ContactRef contactRef, StudentRecord student)
 {
     student.notes = SqlSafeText(student.notes);
     student.concession = SqlSafeText(student.concession);
@@ -72,7 +72,7 @@ bool MayRemovePaid(const QStringList &paid)
 }
 
 /// The payment without a word to the user; only inside a step.
-PaymentResult Pay(int courseRef, int contactRef, const StudentPayment &payment)
+PaymentResult Pay(CourseRef courseRef, ContactRef contactRef, const StudentPayment &payment)
 {
     const std::optional<StudentRecord> stored = ReadStudent(courseRef, contactRef);
     if (!stored)
@@ -88,7 +88,7 @@ PaymentResult Pay(int courseRef, int contactRef, const StudentPayment &payment)
 }
 } // namespace
 
-PaymentResult Course_Pay(int courseRef, int contactRef, const StudentPayment &payment)
+PaymentResult Course_Pay(CourseRef courseRef, ContactRef contactRef, const StudentPayment &payment)
 {
     const PaymentResult result = Reported("Course_Pay", PaymentResult(), [&] {
         return InOneStep(CourseStep(courseRef), [&] { return Pay(courseRef, contactRef, payment); });
@@ -124,7 +124,7 @@ void Course_TellLimit(int limit)
                     QStringLiteral("Course Enrollment"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
 }
 
-std::optional<KnownStudents> Course_AgreeToRemove(int courseRef, const QStringList &keys)
+std::optional<KnownStudents> Course_AgreeToRemove(CourseRef courseRef, const QStringList &keys)
 {
     if (keys.isEmpty())
         return KnownStudents();
@@ -144,7 +144,7 @@ std::optional<KnownStudents> Course_AgreeToRemove(int courseRef, const QStringLi
     return paid.isEmpty() || MayRemovePaid(paid) ? std::optional(leaving) : std::nullopt;
 }
 
-bool Course_RemoveStudents(int courseRef, const QStringList &keys)
+bool Course_RemoveStudents(CourseRef courseRef, const QStringList &keys)
 {
     QStringList left = keys;
     while (!left.isEmpty()) {
@@ -154,7 +154,7 @@ bool Course_RemoveStudents(int courseRef, const QStringList &keys)
         QStringList paidMeanwhile;
         for (const QString &key : left) {
             const EnrolmentChange change =
-                ADO_Course_RemoveUnlessPaid(courseRef, KeyNumber(key), agreed->value(key));
+                ADO_Course_RemoveUnlessPaid(courseRef, ContactRef(KeyNumber(key)), agreed->value(key));
             if (change == EnrolmentChange::Failed)
                 return false;
             if (change == EnrolmentChange::Paid)

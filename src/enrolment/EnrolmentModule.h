@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/values/Keys.h"
 #include "enrolment/EnrolmentODBC.h"
 
 #include <functional>
@@ -35,7 +36,7 @@ struct PaymentResult {
 /// What another workstation stored since the enrolment was shown is kept, field by field, where this clerk
 /// left a field as he was shown it; where he changed it, his holds. Payments only add: a running total that
 /// rose meanwhile was paid into, and keeps what was added on top of his correction.
-PaymentResult Course_Pay(int courseRef, int contactRef, const StudentPayment &payment);
+PaymentResult Course_Pay(CourseRef courseRef, ContactRef contactRef, const StudentPayment &payment);
 /// Called when a characteristic's percentage or amount was changed.
 void Course_ChangePercentage(const QString &concessionName, double percentage, double hardDiscount,
                              Progress &progress);
@@ -45,6 +46,6 @@ void Course_TellLimit(int limit);
 
 /// Asks whether those of the students of `keys` who have paid may be removed, with name and sum. The
 /// students with what they have paid; nothing where the user says no, and on an error.
-std::optional<KnownStudents> Course_AgreeToRemove(int courseRef, const QStringList &keys);
+std::optional<KnownStudents> Course_AgreeToRemove(CourseRef courseRef, const QStringList &keys);
 /// Removes students, after that question. False where it was not all done.
-bool Course_RemoveStudents(int courseRef, const QStringList &keys);
+bool Course_RemoveStudents(CourseRef courseRef, const QStringList &keys);

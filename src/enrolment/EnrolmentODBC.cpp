@@ -13,22 +13,22 @@
 
 namespace
 {
-QString OfCourse(int courseRef)
+QString OfCourse(CourseRef courseRef)
 {
     return u" WHERE CourseRef = " % SqlNumber(courseRef);
 }
 
-QString OfStudent(int courseRef, int contactRef)
+QString OfStudent(CourseRef courseRef, ContactRef contactRef)
 {
     return OfCourse(courseRef) % u" AND ContactRef = " % SqlNumber(contactRef);
 }
 
-void RemoveStudent(int courseRef, int contactRef)
+void RemoveStudent(CourseRef courseRef, ContactRef contactRef)
 {
     Execute(u"DELETE FROM StudentsEnrolled" % OfStudent(courseRef, contactRef));
 }
 
-std::vector<Fees::Characteristic> CharacteristicsOf(int contactRef)
+std::vector<Fees::Characteristic> CharacteristicsOf(ContactRef contactRef)
 {
     std::vector<Fees::Characteristic> result;
     const Recordset rows = OpenRecordset(
@@ -40,14 +40,14 @@ std::vector<Fees::Characteristic> CharacteristicsOf(int contactRef)
     return result;
 }
 
-bool IsFull(int courseRef, int limit)
+bool IsFull(CourseRef courseRef, int limit)
 {
     return limit > 0 && ReadKey(u"SELECT COUNT(*) AS Students FROM StudentsEnrolled" % OfCourse(courseRef),
                                 u"Students") >= limit;
 }
 
 /// Only inside a step.
-EnrolmentChange EnrollStudent(int courseRef, int contactRef, int limit)
+EnrolmentChange EnrollStudent(CourseRef courseRef, ContactRef contactRef, int limit)
 {
     const QString taxName = SystemValue(SystemRef::TaxName);
     const double taxRate = CurrencyValue(u'0' % SystemValue(SystemRef::TaxRate));
@@ -98,7 +98,7 @@ double Number(const Recordset::Row &row, QStringView column)
 }
 
 /// Only inside a step.
-EnrolmentChange RemoveUnlessPaid(int courseRef, int contactRef, Money known)
+EnrolmentChange RemoveUnlessPaid(CourseRef courseRef, ContactRef contactRef, Money known)
 {
     const std::optional<StudentRecord> student = ReadStudent(courseRef, contactRef);
     if (student && student->Paid() > known)
@@ -108,7 +108,7 @@ EnrolmentChange RemoveUnlessPaid(int courseRef, int contactRef, Money known)
 }
 
 /// Ends all enrolments in one statement, if there is nobody but the known. True if it did.
-bool RemoveAll(int courseRef, const KnownStudents &known)
+bool RemoveAll(CourseRef courseRef, const KnownStudents &known)
 {
     return InOneStep(CourseStep(courseRef), [&] {
         for (const auto &row : OpenRecordset(u"SELECT * FROM StudentsEnrolled" % OfCourse(courseRef))) {
@@ -122,7 +122,7 @@ bool RemoveAll(int courseRef, const KnownStudents &known)
 }
 
 /// Ends the enrolments of those known who are not selected.
-EnrolmentChange RemoveOthers(int courseRef, const ListModel &selected, const KnownStudents &known,
+EnrolmentChange RemoveOthers(CourseRef courseRef, const ListModel &selected, const KnownStudents &known,
                              WriteGroup &group, Progress &progress)
 {
     const Recordset enrolled =
@@ -132,7 +132,8 @@ EnrolmentChange RemoveOthers(int courseRef, const ListModel &selected, const Kno
         const auto student = known.find(key);
         if (progress.IsCancelled() || student == known.end() || selected.Contains(key))
             continue;
-        const EnrolmentChange change = ADO_Course_RemoveUnlessPaid(courseRef, KeyNumber(key), *student);
+        const EnrolmentChange change =
+            ADO_Course_RemoveUnlessPaid(courseRef, ContactRef(KeyNumber(key)), *student);
         if (change != EnrolmentChange::Done)
             return change;
         EndRow(group);
@@ -158,8 +159,8 @@ QStringList TitlesOf(const Recordset &courses)
 }
 
 /// Gives the students of one course the discount, and gives the percentage on as the amount raised it.
-double ChangeCourse(int courseRef, const QString &concessionName, double percentage, double hardDiscount,
-                    WriteGroup &group)
+double ChangeCourse(CourseRef courseRef, const QString &concessionName, double percentage,
+                    double hardDiscount, WriteGroup &group)
 {
     const Recordset students =
         OpenRecordset(u"SELECT ContactRef,BasicFee FROM StudentsEnrolled WHERE ConcessionType = '" %
@@ -169,7 +170,7 @@ double ChangeCourse(int courseRef, const QString &concessionName, double percent
     for (const auto &row : students) {
         InOneStep(CourseStep(courseRef), [&] {
             Execute(u"UPDATE StudentsEnrolled SET Discount = " % SqlNumber(percentage) %
-                    OfStudent(courseRef, static_cast<int>(row.Long(u"ContactRef"))));
+                    OfStudent(courseRef, ContactRef(static_cast<int>(row.Long(u"ContactRef")))));
             return true;
         });
         EndRow(group);
@@ -178,7 +179,7 @@ double ChangeCourse(int courseRef, const QString &concessionName, double percent
 }
 } // namespace
 
-QString CourseStep(int courseRef)
+QString CourseStep(CourseRef courseRef)
 {
     return u"Course " % SqlNumber(courseRef);
 }
@@ -199,21 +200,21 @@ StudentRecord EnrolmentOf(const Recordset::Row &row)
     return record;
 }
 
-std::optional<StudentRecord> ReadStudent(int courseRef, int contactRef)
+std::optional<StudentRecord> ReadStudent(CourseRef courseRef, ContactRef contactRef)
 {
     const Recordset rows =
         OpenRecordset(u"SELECT * FROM StudentsEnrolled" % OfStudent(courseRef, contactRef));
     return rows.IsEmpty() ? std::nullopt : std::optional(EnrolmentOf(rows.First()));
 }
 
-EnrolmentChange ADO_Course_EnrollStudent(int courseRef, int contactRef, int limit)
+EnrolmentChange ADO_Course_EnrollStudent(CourseRef courseRef, ContactRef contactRef, int limit)
 {
     return Reported("ADO_Course_EnrollStudent", EnrolmentChange::Failed, [&] {
         return InOneStep(CourseStep(courseRef), [&] { return EnrollStudent(courseRef, contactRef, limit); });
     });
 }
 
-EnrolmentChange ADO_Course_EnrollStudents(int courseRef, int limit, const ListModel &selected,
+EnrolmentChange ADO_Course_EnrollStudents(CourseRef courseRef, int limit, const ListModel &selected,
                                           const KnownStudents &known, Progress &progress)
 {
     return Reported("ADO_Course_EnrollStudents", EnrolmentChange::Failed, [&] {
@@ -224,7 +225,7 @@ EnrolmentChange ADO_Course_EnrollStudents(int courseRef, int limit, const ListMo
         EnrolmentChange change = RemoveOthers(courseRef, selected, known, group, progress);
         int done = 0;
         while (change == EnrolmentChange::Done && done < selected.Count() && !progress.IsCancelled()) {
-            change = ADO_Course_EnrollStudent(courseRef, KeyNumber(selected.At(done).key), limit);
+            change = ADO_Course_EnrollStudent(courseRef, ContactRef(KeyNumber(selected.At(done).key)), limit);
             if (change != EnrolmentChange::Done)
                 break;
             EndRow(group);
@@ -237,7 +238,7 @@ EnrolmentChange ADO_Course_EnrollStudents(int courseRef, int limit, const ListMo
     });
 }
 
-bool ADO_Course_RemoveStudent(int courseRef, int contactRef)
+bool ADO_Course_RemoveStudent(CourseRef courseRef, ContactRef contactRef)
 {
     return Reported("ADO_Course_RemoveStudent", false, [&] {
         RemoveStudent(courseRef, contactRef);
@@ -245,7 +246,7 @@ bool ADO_Course_RemoveStudent(int courseRef, int contactRef)
     });
 }
 
-EnrolmentChange ADO_Course_RemoveUnlessPaid(int courseRef, int contactRef, Money known)
+EnrolmentChange ADO_Course_RemoveUnlessPaid(CourseRef courseRef, ContactRef contactRef, Money known)
 {
     return Reported("ADO_Course_RemoveStudent", EnrolmentChange::Failed, [&] {
         return InOneStep(CourseStep(courseRef),
@@ -253,14 +254,14 @@ EnrolmentChange ADO_Course_RemoveUnlessPaid(int courseRef, int contactRef, Money
     });
 }
 
-bool ADO_Course_IsEnrolled(int courseRef, int contactRef)
+bool ADO_Course_IsEnrolled(CourseRef courseRef, ContactRef contactRef)
 {
     return Reported("ADO_Course_IsEnrolled", false, [&] {
         return HasRow(u"SELECT * FROM StudentsEnrolled" % OfStudent(courseRef, contactRef));
     });
 }
 
-int ADO_Course_PlacesLeft(int courseRef)
+int ADO_Course_PlacesLeft(CourseRef courseRef)
 {
     return Reported("ADO_Course_PlacesLeft", 0, [&] {
         const Recordset course = OpenRecordset(u"SELECT Limit FROM Courses" % OfCourse(courseRef));
@@ -273,7 +274,7 @@ int ADO_Course_PlacesLeft(int courseRef)
     });
 }
 
-std::optional<QStringList> ADO_Course_StudentKeys(int courseRef)
+std::optional<QStringList> ADO_Course_StudentKeys(CourseRef courseRef)
 {
     return Reported("ADO_Course_StudentKeys", std::optional<QStringList>(), [&] {
         QStringList keys;
@@ -284,7 +285,7 @@ std::optional<QStringList> ADO_Course_StudentKeys(int courseRef)
     });
 }
 
-std::optional<std::vector<PaidStudent>> ADO_Course_PaidStudents(int courseRef)
+std::optional<std::vector<PaidStudent>> ADO_Course_PaidStudents(CourseRef courseRef)
 {
     using Students = std::vector<PaidStudent>;
     return Reported("ADO_Course_PaidStudents", std::optional<Students>(), [&] {
@@ -299,7 +300,7 @@ std::optional<std::vector<PaidStudent>> ADO_Course_PaidStudents(int courseRef)
     });
 }
 
-void ADO_Course_ShowEnrolledStudents(int courseRef, ListModel &students)
+void ADO_Course_ShowEnrolledStudents(CourseRef courseRef, ListModel &students)
 {
     Reported("ADO_Course_ShowEnrolledStudents", [&] {
         std::vector<ListItem> items;
@@ -319,7 +320,7 @@ void ADO_Course_ShowEnrolledStudents(int courseRef, ListModel &students)
     });
 }
 
-ReadRow<StudentRecord> ADO_Course_StudentInfo(int courseRef, int contactRef)
+ReadRow<StudentRecord> ADO_Course_StudentInfo(CourseRef courseRef, ContactRef contactRef)
 {
     using Student = ReadRow<StudentRecord>;
     return Reported("ADO_Course_StudentInfo", Student::Failed(), [&] {
@@ -328,7 +329,7 @@ ReadRow<StudentRecord> ADO_Course_StudentInfo(int courseRef, int contactRef)
     });
 }
 
-bool ADO_Course_UpdateStudent(int courseRef, int contactRef, const StudentRecord &student)
+bool ADO_Course_UpdateStudent(CourseRef courseRef, ContactRef contactRef, const StudentRecord &student)
 {
     const auto paid = [&student](size_t kind) { return SqlNumber(student.payments[kind].Units()); };
     return Reported("ADO_Course_UpdateStudent", false, [&] {
@@ -364,7 +365,8 @@ void ADO_Course_ChangePercentage(const QString &concessionName, double percentag
         WriteGroup group(gConnection);
         int done = 0;
         while (done < selected.size() && !progress.IsCancelled()) {
-            const int courseRef = static_cast<int>(courses.At(selected.at(done)).Long(u"CourseRef"));
+            const CourseRef courseRef =
+                CourseRef(static_cast<int>(courses.At(selected.at(done)).Long(u"CourseRef")));
             percentage = ChangeCourse(courseRef, concessionName, percentage, hardDiscount, group);
             progress.SetValue(++done);
         }

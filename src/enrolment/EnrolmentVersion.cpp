@@ -20,7 +20,7 @@ const std::vector<MergedColumn<StudentRecord>> &Fields()
 }
 } // namespace
 
-bool Course_MeetStudent(int courseRef, int contactRef, StudentRecord &shown, StudentRecord &left)
+bool Course_MeetStudent(CourseRef courseRef, ContactRef contactRef, StudentRecord &shown, StudentRecord &left)
 {
     const RecordLists none;
     MergedSave meeting = SaveOf(Fields(), none, CourseStep(courseRef), QStringLiteral("enrolment"));

@@ -4,8 +4,9 @@
 #include "database/statements/System.h"
 #include "database/values/GlobalCode.h"
 
-bool ADO_Course_Log_Transaction(int courseRef, int contactRef, int date, const QString &receiptNo,
-                                const Fees::Payments &act, int creditCardRef)
+bool ADO_Course_Log_Transaction(CourseRef courseRef, ContactRef contactRef, int date,
+                                const QString &receiptNo, const Fees::Payments &act,
+                                CreditCardRef creditCardRef)
 {
     const auto paid = [&act](size_t kind) { return SqlNumber(act[kind].Units()); };
     QString vouchers;

@@ -34,7 +34,7 @@ void CutToPercent(MoneyField *field)
 }
 } // namespace
 
-frmStudentInfo::frmStudentInfo(int courseRef, ListModel &students, const QString &key, QWidget *parent)
+frmStudentInfo::frmStudentInfo(CourseRef courseRef, ListModel &students, const QString &key, QWidget *parent)
     : FormDialog(QStringLiteral("frmStudentInfo"), students.At(students.Find(key)).text, parent)
     , m_courseRef(courseRef)
     , m_contactRef(KeyNumber(key))

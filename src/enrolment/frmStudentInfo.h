@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/values/Keys.h"
 #include "enrolment/EnrolmentModule.h"
 #include "enrolment/PaymentBoxes.h"
 #include "forms/frames/FormDialog.h"
@@ -21,7 +22,7 @@ class frmStudentInfo final : public FormDialog
 
 public:
     /// Opens on the row `key` of the opener's list, whose status word is kept up to date.
-    frmStudentInfo(int courseRef, ListModel &students, const QString &key, QWidget *parent = nullptr);
+    frmStudentInfo(CourseRef courseRef, ListModel &students, const QString &key, QWidget *parent = nullptr);
 
 protected:
     bool MayLeave() override;
@@ -50,8 +51,8 @@ private:
     void ShowNow(const PaymentResult &refused);
     void ShowWord(const StudentRecord &student);
 
-    int m_courseRef;
-    int m_contactRef;
+    CourseRef m_courseRef;
+    ContactRef m_contactRef;
     ListModel &m_students;
     QString m_key;
     std::optional<StudentRecord> m_read; ///< the enrolment as the form was shown it

@@ -82,10 +82,10 @@ void frmUsers::Form_Refresh()
 void frmUsers::AddUser()
 {
     frmAddEditUser form(this);
-    form.exec();
-    if (gDialogResult == 0)
+    const int added = form.Run();
+    if (added == 0)
         return;
-    const int row = m_users.Add({u'!' % SqlNumber(gDialogResult), form.AddedName()});
+    const int row = m_users.Add({u'!' % SqlNumber(added), form.AddedName()});
     if (row == 0)
         m_users.SelectFirst();
 }
@@ -98,14 +98,14 @@ void frmUsers::EditRights()
     if (users.empty())
         return;
     const bool readOnly = !UserMay(Right::Users, Level::Edit);
-    frmAddEditUser(std::move(users), readOnly, this).exec();
+    frmAddEditUser(std::move(users), readOnly, this).Run();
 }
 
 void frmUsers::SetPassword()
 {
     const std::vector<int> selected = m_users.SelectedRows();
     if (!selected.empty())
-        frmUsersPassword(m_users.At(selected.front()), this).exec();
+        frmUsersPassword(m_users.At(selected.front()), this).Run();
 }
 
 void frmUsers::DeleteUsers()

@@ -36,11 +36,11 @@ inline TreeNode *NodeOf(const TreeModel &tree, const QString &text)
 /// The attributes that the tests work with; references as the database gave them.
 struct SiteAttributes {
     int colour = CustomAttrib_AddAttrib({"Colour", AttribType::Single});
-    int red = CustomAttrib_AddAttribVal("Red", colour);
-    int blue = CustomAttrib_AddAttribVal("Blue", colour);
+    int red = CustomAttrib_AddAttribVal("Red", AttributeRef(colour));
+    int blue = CustomAttrib_AddAttribVal("Blue", AttributeRef(colour));
     int diet = CustomAttrib_AddAttrib({"Diet", AttribType::Multi});
-    int vegan = CustomAttrib_AddAttribVal("Vegan", diet);
-    int halal = CustomAttrib_AddAttribVal("Halal", diet);
+    int vegan = CustomAttrib_AddAttribVal("Vegan", AttributeRef(diet));
+    int halal = CustomAttrib_AddAttribVal("Halal", AttributeRef(diet));
 };
 
 /// What a person has, as a tree shows it that has just been opened.

@@ -44,7 +44,7 @@ void TestCustomAttrib::DefineGiveAndTakeAway()
     Give(anna, {"Vegan"});
     QCOMPARE(CustomAttrib_UpdateAttrib(site.diet, {"Food", AttribType::Single}), site.diet);
     // A backtick is doubled when it is stored, and stays so.
-    QCOMPARE(CustomAttrib_UpdateAttribVal(site.vegan, "'%1`", site.diet), site.vegan);
+    QCOMPARE(CustomAttrib_UpdateAttribVal(site.vegan, "'%1`", AttributeRef(site.diet)), site.vegan);
     QCOMPARE(SeenOf(anna), QStringList({"one of Colour", "o Blue", "o Red", "one of Food", "x '%1``",
                                         "o Halal", "one of Zodiac"}));
 
@@ -68,15 +68,15 @@ void TestCustomAttrib::NamesAndValues()
     m->dialogs.Expect("Update Attribute", attribExists);
     QCOMPARE(CustomAttrib_UpdateAttrib(site.diet, {"Colour", AttribType::Multi}), 0);
     m->dialogs.Expect("Add Attribute Value", valueExists);
-    QCOMPARE(CustomAttrib_AddAttribVal("RED", site.colour), 0);
+    QCOMPARE(CustomAttrib_AddAttribVal("RED", AttributeRef(site.colour)), 0);
     m->dialogs.Expect("Update Attribute Value", valueExists);
-    QCOMPARE(CustomAttrib_UpdateAttribVal(site.blue, "Red", site.colour), 0);
+    QCOMPARE(CustomAttrib_UpdateAttribVal(site.blue, "Red", AttributeRef(site.colour)), 0);
     // Another attribute can have the value, and what stays the same is no duplicate of itself.
-    QVERIFY(CustomAttrib_AddAttribVal("Red", site.diet) > site.red);
+    QVERIFY(CustomAttrib_AddAttribVal("Red", AttributeRef(site.diet)) > site.red);
     QCOMPARE(CustomAttrib_UpdateAttrib(site.diet, {"Diet", AttribType::Multi}), site.diet);
-    QCOMPARE(CustomAttrib_UpdateAttribVal(site.red, "red", site.colour), site.red);
+    QCOMPARE(CustomAttrib_UpdateAttribVal(site.red, "red", AttributeRef(site.colour)), site.red);
     const QString odd = QString(244, 'x') % "100% [O'N]\"";
-    CustomAttrib_AddAttribVal(odd, CustomAttrib_AddAttrib({odd, AttribType::Single}));
+    CustomAttrib_AddAttribVal(odd, AttributeRef(CustomAttrib_AddAttrib({odd, AttribType::Single})));
     QCOMPARE(SeenOf(anna), QStringList({"one of Colour", "o Blue", "o red", "any of Diet", "o Halal", "o Red",
                                         "o Vegan", "one of " + odd, "o " + odd}));
 }
@@ -108,7 +108,7 @@ void TestCustomAttrib::ListedAnew()
     ADO_CustomAttrib_Show(tree, AttribSection::contacts);
     tree.SetExpanded(NodeOf(tree, "Diet"), false);
     tree.Select(NodeOf(tree, "Red"));
-    CustomAttrib_AddAttribVal("York", CustomAttrib_AddAttrib({"Town", AttribType::Multi}));
+    CustomAttrib_AddAttribVal("York", AttributeRef(CustomAttrib_AddAttrib({"Town", AttribType::Multi})));
     ADO_CustomAttrib_Show(tree, AttribSection::contacts);
     QVERIFY(NodeOf(tree, "Colour")->expanded && !NodeOf(tree, "Diet")->expanded);
     QVERIFY(NodeOf(tree, "Town")->expanded);
@@ -137,11 +137,11 @@ void TestCustomAttrib::DeletedMeanwhile()
         m->dialogs.Expect(title, u"Another user has deleted this " % what % u" meanwhile.");
     };
     gone("Add Attribute Value", "attribute");
-    QCOMPARE(CustomAttrib_AddAttribVal("Green", site.colour), 0);
+    QCOMPARE(CustomAttrib_AddAttribVal("Green", AttributeRef(site.colour)), 0);
     gone("Update Attribute", "attribute");
     QCOMPARE(CustomAttrib_UpdateAttrib(site.colour, {"Hue", AttribType::Multi}), 0);
     gone("Update Attribute Value", "value");
-    QCOMPARE(CustomAttrib_UpdateAttribVal(site.halal, "Kosher", site.diet), 0);
+    QCOMPARE(CustomAttrib_UpdateAttribVal(site.halal, "Kosher", AttributeRef(site.diet)), 0);
     QCOMPARE(Rows("CustomAttributeValues"), 1);
 }
 

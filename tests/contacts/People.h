@@ -79,7 +79,7 @@ inline QStringList Fields(ContactRecord person)
 /// What a person's screen is filled with.
 struct ShownContact : StoredContact {
     explicit ShownContact(int contactRef)
-        : file(ADO_Contact_ShowContact(contactRef, Lists(), {groupList, groupTree}))
+        : file(ADO_Contact_ShowContact(ContactRef(contactRef), Lists(), {groupList, groupTree}))
     {
     }
     ListModel groupList;
@@ -130,5 +130,5 @@ inline int Update(int contactRef, ContactRecord record)
 {
     StoredContact none;
     FieldValues unknown;
-    return Contact_Update(contactRef, record, none.Lists(), unknown);
+    return Contact_Update(ContactRef(contactRef), record, none.Lists(), unknown);
 }

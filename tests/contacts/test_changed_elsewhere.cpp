@@ -23,7 +23,7 @@ void Elsewhere(int contactRef, const std::function<void(ContactRecord &)> &chang
 {
     ContactRecord record = Stored(contactRef);
     change(record);
-    QCOMPARE(ADO_Contact_UpdateContact(contactRef, record), contactRef);
+    QCOMPARE(ADO_Contact_UpdateContact(ContactRef(contactRef), record), contactRef);
 }
 
 QStringList Held(int contactRef)
@@ -145,12 +145,12 @@ void TestChangedElsewhere::ListsOfAPerson()
     const int tutor = ADO_Contact_AddRoleType({"Tutor", "", 0, RoleStatus::Active, ""});
     const SiteAttributes attributes;
     const int anna = Contact_Add(Person("Anna", "Bell"));
-    ADO_Contact_AddContactConcession(anna, first);
-    ADO_Contact_AddContactRole(anna, tutor, 10, 20260101, 20260201);
+    ADO_Contact_AddContactConcession(ContactRef(anna), ConcessionRef(first));
+    ADO_Contact_AddContactRole(ContactRef(anna), RoleTypeRef(tutor), 10, 20260101, 20260201);
     const auto form = EditingOn("NotesAndCharacteristics", {Key(anna)});
 
     Sql(u"DELETE FROM ContactConcession WHERE ContactRef = " % SqlNumber(anna));
-    ADO_Contact_AddContactConcession(anna, second);
+    ADO_Contact_AddContactConcession(ContactRef(anna), ConcessionRef(second));
     Sql(u"UPDATE ContactRoles SET ChargeRate = 12 WHERE ContactRef = " % SqlNumber(anna));
     Give(anna, {"Red", "Halal"});
 
@@ -184,7 +184,7 @@ void TestChangedElsewhere::FailedHalfWay()
 {
     const int tutor = ADO_Contact_AddRoleType({"Tutor", "", 0, RoleStatus::Active, ""});
     const int anna = Contact_Add(Person("Anna", "Bell"));
-    ADO_Contact_AddContactRole(anna, tutor, 10, 20260101, 20260201);
+    ADO_Contact_AddContactRole(ContactRef(anna), RoleTypeRef(tutor), 10, 20260101, 20260201);
     const auto form = EditingOn("Details", {Key(anna)});
     TypeInto(*form, "Fax", "01904");
     m->dialogs.ExpectFailure();
@@ -233,10 +233,10 @@ void TestChangedElsewhere::Course()
     record.fee = 33.333;
     const int pottery = Course_Add(record);
     frmAddCourse form;
-    QVERIFY(form.EditCourse(pottery));
+    QVERIFY(form.EditCourse(CourseRef(pottery)));
     TestDatabase::Run(
         {u"UPDATE Courses SET Description = 'Clay', Limit = 9 WHERE CourseRef = " % SqlNumber(pottery)});
-    ADO_Course_AddCourseRelations(pottery, 1);
+    ADO_Course_AddCourseRelations(CourseRef(pottery), FolderRef(1));
     TypeInto(form, "Title", "Ceramics");
     TreeModel &folders = Find<TreeView>(form, "CatList")->Model();
     folders.SetTick(folders.Find("!2"), TreeTick::On);

@@ -41,20 +41,20 @@ private:
 void TestConcessions::NamesAndFigures()
 {
     const int student = Concession_Add("Student's", 17.5, 1234.56, "S");
-    QCOMPARE(*ADO_Contact_GetConcessionPercent(student), 17.5);
-    QCOMPARE(*ADO_Contact_GetConcesionDiscount(student), 1234.56);
-    QCOMPARE(Concession_Update(student, "Student", 20, 0, "S"), student);
-    QCOMPARE(*ADO_Contact_GetConcessionPercent(student), 20.0);
-    QCOMPARE(*ADO_Contact_GetConcesionDiscount(student), 0.0);
-    QVERIFY(ADO_Contact_GetConcessionPercent(4711).IsMissing());
+    QCOMPARE(*ADO_Contact_GetConcessionPercent(ConcessionRef(student)), 17.5);
+    QCOMPARE(*ADO_Contact_GetConcesionDiscount(ConcessionRef(student)), 1234.56);
+    QCOMPARE(Concession_Update(ConcessionRef(student), "Student", 20, 0, "S"), student);
+    QCOMPARE(*ADO_Contact_GetConcessionPercent(ConcessionRef(student)), 20.0);
+    QCOMPARE(*ADO_Contact_GetConcesionDiscount(ConcessionRef(student)), 0.0);
+    QVERIFY(ADO_Contact_GetConcessionPercent(ConcessionRef(4711)).IsMissing());
 
     m->dialogs.Expect("Add Concession", exists);
     QCOMPARE(Concession_Add("student", 50, 0, "S"), 0);
     const int other = Concession_Add("Student", 30, 0, "");
     QVERIFY(other > student);
     m->dialogs.Expect("Update Concession", exists);
-    QCOMPARE(Concession_Update(other, "Student", 40, 0, "S"), 0);
-    QCOMPARE(*ADO_Contact_GetConcessionPercent(other), 30.0);
+    QCOMPARE(Concession_Update(ConcessionRef(other), "Student", 40, 0, "S"), 0);
+    QCOMPARE(*ADO_Contact_GetConcessionPercent(ConcessionRef(other)), 30.0);
 
     TreeModel tree;
     ADO_Contact_ShowChar(tree);
@@ -69,10 +69,10 @@ void TestConcessions::HoldersInTheOrderOfTheGiving()
     const int zoe = Contact_Add(Person("Zoe", "Young"));
     const int anna = Contact_Add(Person("Anna", "Bell"));
     for (const int who : {zoe, anna, 4711, zoe})
-        ADO_Contact_AddContactConcession(who, student);
+        ADO_Contact_AddContactConcession(ContactRef(who), ConcessionRef(student));
     ListModel list;
     Progress progress;
-    ADO_Contact_Fill_Concession(student, list, progress);
+    ADO_Contact_Fill_Concession(ConcessionRef(student), list, progress);
     QCOMPARE(Texts(list), QStringList({"Young, Zoe", "Bell, Anna"}));
     QCOMPARE(Keys(list), QStringList({u'?' % SqlNumber(zoe), u'?' % SqlNumber(anna)}));
 }
@@ -92,7 +92,7 @@ void TestConcessions::OneFailureDoesNotEndTheList()
         },
         0);
     m->dialogs.Expect(FailureTitle(), engineFailure);
-    ADO_Contact_AddConcessionList(student, list, progress);
+    ADO_Contact_AddConcessionList(ConcessionRef(student), list, progress);
     QVERIFY(Has(501, student) && Has(503, student));
     QCOMPARE(Rows("ContactConcession"), 2);
 }
@@ -104,7 +104,7 @@ void TestConcessions::RemovingThePreviousEmptiesThePersonOfThatNumber()
     const int student = Concession_Add("Student", 20, 0, "");
     const int other = Concession_Add("Other", 0, 0, "");
     const int numberedLikeIt = student;
-    ADO_Contact_AddContactConcession(numberedLikeIt, other);
+    ADO_Contact_AddContactConcession(ContactRef(numberedLikeIt), ConcessionRef(other));
     ListModel list;
     list.Fill({{"?501", "a"}, {"!502", "b"}});
     for (const auto answer : {Dialogs::Answer::None, Dialogs::Answer::No, Dialogs::Answer::Yes}) {
@@ -112,7 +112,7 @@ void TestConcessions::RemovingThePreviousEmptiesThePersonOfThatNumber()
         if (answer != Dialogs::Answer::None)
             m->dialogs.Expect("Contact Update", "Remove all previous contacts added to this type?", answer);
         Progress progress;
-        ADO_Contact_AddConcessionList(student, list, progress);
+        ADO_Contact_AddConcessionList(ConcessionRef(student), list, progress);
         QCOMPARE(progress.Value(), 2);
         QVERIFY(Has(501, student) && Has(502, student));
         QCOMPARE(Has(numberedLikeIt, other), answer != Dialogs::Answer::Yes);
@@ -126,23 +126,23 @@ void TestConcessions::DeletedMeanwhile()
     const int member = Concession_Add("Member", 5, 0, "");
     ListModel used;
     used.Fill({{u'?' % SqlNumber(student), "Student"}, {u'!' % SqlNumber(member), "Member"}});
-    ADO_Contact_AddContactConcession(7, student);
+    ADO_Contact_AddContactConcession(ContactRef(7), ConcessionRef(student));
     Sql(u"INSERT INTO OrganChars (OrganRef,ConcessionRef) VALUES (7," % SqlNumber(student) % u')');
-    QVERIFY(ADO_Contact_DeleteConcession(student));
+    QVERIFY(ADO_Contact_DeleteConcession(ConcessionRef(student)));
     QCOMPARE(Rows("OrganChars") + Rows("ContactConcession"), 0);
     m->dialogs.Expect("Characteristics",
                       "Another user has deleted these meanwhile, and they are left out:\n    Student");
-    QVERIFY(Concession_LeaveOutDeleted(used) && Concession_Store(7, used));
+    QVERIFY(Concession_LeaveOutDeleted(used) && Concession_Store(ContactRef(7), used));
     QCOMPARE(Rows("ContactConcession"), 1);
     m->dialogs.Expect("Update Concession", "Another user has deleted this characteristic meanwhile.");
-    QCOMPARE(Concession_Update(student, "Student", 40, 0, ""), 0);
+    QCOMPARE(Concession_Update(ConcessionRef(student), "Student", 40, 0, ""), 0);
 }
 
 void TestConcessions::CourseHistory()
 {
     SetSystemValue(SystemRef::CurrencySymbol, QString::fromUtf8("\u00a3"));
     SetSystemValue(SystemRef::VoucherName, "Luncheon");
-    QCOMPARE(Contact_CourseHistoryText(7), u"Not enrolled on any course."_qs);
+    QCOMPARE(Contact_CourseHistoryText(ContactRef(7)), u"Not enrolled on any course."_qs);
     Sql("INSERT INTO Courses (Title, Fee) VALUES ('Welding', 200)");
     Sql("INSERT INTO Courses (Title, Fee) VALUES ('Free talk', 0)");
     const int welding = TestDatabase::Value("SELECT CourseRef FROM Courses WHERE Title = 'Welding'").toInt();
@@ -152,7 +152,7 @@ void TestConcessions::CourseHistory()
     Sql(u"INSERT INTO StudentsEnrolled (CourseRef,ContactRef) VALUES (" % SqlNumber(welding + 1) % u",7)");
     Sql("INSERT INTO StudentsEnrolled (CourseRef,ContactRef) VALUES (4711,7)");
 
-    const QString text = Contact_CourseHistoryText(7);
+    const QString text = Contact_CourseHistoryText(ContactRef(7));
     QStringList lines;
     for (const QString &line : text.split('\n', Qt::SkipEmptyParts))
         lines.append(line.simplified());

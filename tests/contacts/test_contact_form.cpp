@@ -66,8 +66,8 @@ void TestContactForm::ChosenIsDeleted()
          {std::pair("CityList", "York"), {"OrganList", "Acme"}, {"ContactList", "Good, Carer"}})
         Choose(form, list, text);
     Contact_DeleteItem(ContactSection::Cities, york);
-    ADO_Organisation_Delete(acme);
-    ADO_Contact_Delete(carer);
+    ADO_Organisation_Delete(OrganRef(acme));
+    ADO_Contact_Delete(ContactRef(carer));
     for (const char *gone : {"Good, Carer", "York", "Acme"})
         m->dialogs.Expect("Record Deleted",
                           u"Another user has deleted these meanwhile, and they are left out:\n    " %

@@ -170,7 +170,7 @@ void TestContactFormLists::CharacteristicDialog()
     QVERIFY(!form.isVisible());
     QVERIFY(gDialogResult > student);
     QCOMPARE(form.Item().name, u"Student"_qs);
-    QCOMPARE(*ADO_Contact_GetConcesionDiscount(gDialogResult), 7.26);
+    QCOMPARE(*ADO_Contact_GetConcesionDiscount(ConcessionRef(gDialogResult)), 7.26);
 }
 
 void TestContactFormLists::ChangedPercentage()
@@ -193,7 +193,7 @@ void TestContactFormLists::ChangedPercentage()
                       "new conecession value?",
                       Dialogs::Answer::No);
     Press(form, "AddBtn");
-    QCOMPARE(*ADO_Contact_GetConcessionPercent(student), 25.0);
+    QCOMPARE(*ADO_Contact_GetConcessionPercent(ConcessionRef(student)), 25.0);
 
     gUserRights[31] = u'3';
     frmContactMainAddEdit locked(ContactSection::Characteristics);

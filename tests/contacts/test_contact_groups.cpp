@@ -62,8 +62,8 @@ void TestContactGroups::init()
     m_anna = Contact_Add(Person("Anna", "Bell"));
     m_ben = Contact_Add(Person("Ben", "Young"));
     m_family = Contact_AddItem(ContactSection::GroupTypes, "Family", "");
-    m_bells = GroupName_Add("Bells", "", m_family);
-    m_youngs = GroupName_Add("Youngs", "", m_family);
+    m_bells = GroupName_Add("Bells", "", LinkRef(m_family));
+    m_youngs = GroupName_Add("Youngs", "", LinkRef(m_family));
     Contact_AddItem(ContactSection::GroupTypes, "Team", "");
 }
 
@@ -250,7 +250,7 @@ void TestContactGroups::GroupDeletedMeanwhile()
     Choose(*form, "GroupNameList", "Youngs");
     QCOMPARE(names.Count(), 0);
     // What another workstation added shows after a refresh.
-    GroupName_Add("Zander", "", m_family);
+    GroupName_Add("Zander", "", LinkRef(m_family));
     Press(*form, "RefBtn");
     QCOMPARE(Chosen(*form, "LinkList"), u"Family"_qs);
     QCOMPARE(names.Count(), 1);
@@ -303,7 +303,7 @@ void TestContactGroups::OpensPeople()
         both.Add({Key(who) % u'!' % QString::number(m_family), "somebody"});
     Progress progress;
     SeenMembers unknown;
-    Group_Update(m_bells, both, unknown, progress);
+    Group_Update(GroupRef(m_bells), both, unknown, progress);
     const auto form = Editing();
     Choose(*form, "GroupNameList", "Bells");
     ListModel &members = List(*form, "LinkInfo");

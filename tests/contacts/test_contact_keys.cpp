@@ -77,7 +77,7 @@ void TestContactKeys::ManagesPeople()
     m->dialogs.Expect("Confirm Deletion", "Okay to delete record 'Bell, Anna'", Dialogs::Answer::Yes);
     keys.TabTo("DelCBtn");
     keys.Press(Qt::Key_Space);
-    QVERIFY(!Contact_Check(anna) && Contact_Check(ben));
+    QVERIFY(!Contact_Check(ContactRef(anna)) && Contact_Check(ContactRef(ben)));
     keys.Alt(Qt::Key_X);
     QVERIFY(!form.isVisible());
 }

@@ -144,9 +144,10 @@ void TestContactLists::TheSentinelStays()
         QCOMPARE(Rows(section.table % u" WHERE " % section.keyColumn % u" = 1 AND ReferenceID = ''"), 1);
     }
     QCOMPARE(Update(1, Person("Anna", "Bell")), -1);
-    QVERIFY(!ADO_Contact_UpdateJobTitle(1, "Boss"));
-    QVERIFY(!Organisation_Delete(1) && !ADO_Organisations_SetAwardFlag(1, true));
-    QVERIFY(!ADO_Organisation_AddContact(1, 2) && !ADO_Organisation_AddVenue(1, 2));
+    QVERIFY(!ADO_Contact_UpdateJobTitle(ContactRef(1), "Boss"));
+    QVERIFY(!Organisation_Delete(OrganRef(1)) && !ADO_Organisations_SetAwardFlag(OrganRef(1), true));
+    QVERIFY(!ADO_Organisation_AddContact(ContactRef(1), OrganRef(2)) &&
+            !ADO_Organisation_AddVenue(VenueRef(1), OrganRef(2)));
     OrganisationRecord named;
     named.name = "Named";
     QCOMPARE(Update(1, named), -1);

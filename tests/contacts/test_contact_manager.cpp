@@ -90,7 +90,7 @@ void TestContactManager::PeopleWhoAreGone()
     frmContact form;
     SelectEverybody(form);
     List(form, "ContactInfo").SelectOnly(1);
-    ADO_Contact_Delete(m_anna);
+    ADO_Contact_Delete(ContactRef(m_anna));
     Sql(u"UPDATE Contacts SET Cust_Surname = 'Carter-Bell' WHERE ContactRef = " % QString::number(m_ben));
     List(form, "ContactList2").SelectOnly(0);
     Press(form, "AddCBtn");
@@ -101,7 +101,7 @@ void TestContactManager::PeopleWhoAreGone()
     QCOMPARE(Texts(List(form, "ContactList2")), QStringList("Carter-Bell, Ben"));
     QCOMPARE(Texts(List(form, "ContactInfo")), QStringList("Carter-Bell, Ben"));
     QCOMPARE(List(form, "ContactInfo").SelectedKeys(), QStringList(u'?' % QString::number(m_ben)));
-    ADO_Contact_Delete(m_ben);
+    ADO_Contact_Delete(ContactRef(m_ben));
     Press(form, "RefBtn");
     QVERIFY(List(form, "ContactInfo").IsEmpty());
     QCOMPARE(Rows("Ref"), 0);
@@ -117,7 +117,8 @@ void TestContactManager::Deleting()
     m->dialogs.Expect("Confirm Deletion", Confirm("Carter, Ben"), Dialogs::Answer::No);
     m->dialogs.Expect("Confirm Deletion", Confirm("Dawson, Chloe"), Dialogs::Answer::Yes);
     Press(form, "DelCBtn");
-    QVERIFY(!Contact_Check(m_anna) && Contact_Check(m_ben) && !Contact_Check(chloe));
+    QVERIFY(!Contact_Check(ContactRef(m_anna)) && Contact_Check(ContactRef(m_ben)) &&
+            !Contact_Check(ContactRef(chloe)));
     QCOMPARE(Texts(List(form, "ContactList2")), QStringList("Carter, Ben"));
     QVERIFY(!List(form, "ContactList2").IsSelected(0));
     QCOMPARE(Texts(List(form, "ContactInfo")), QStringList("Carter, Ben"));
@@ -154,7 +155,7 @@ void TestContactManager::ApplyingCanBeStopped()
     gConnection.ObserveStatements({});
     QCOMPARE(Rows("ContactConcession"), 1);
     // Who was deleted elsewhere meanwhile gets nothing, and leaves the selection.
-    ADO_Contact_Delete(m_ben);
+    ADO_Contact_Delete(ContactRef(m_ben));
     m->dialogs.Expect("Contact Update", "Another user has deleted these meanwhile, and they are left out:\n"
                                         "    Carter, Ben");
     m->dialogs.Expect("Contact Update", "Remove all previous contacts added to this type?",

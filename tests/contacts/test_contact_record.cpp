@@ -36,7 +36,7 @@ void TestContactRecord::AddShowUpdateDelete()
     ContactRecord record = FullPerson();
     const int anna = Contact_Add(record);
     QVERIFY(anna > 1);
-    QVERIFY(Contact_Check(anna));
+    QVERIFY(Contact_Check(ContactRef(anna)));
     QCOMPARE(Fields(Stored(anna)), Fields(record));
 
     // Every field changes, so that none can be left out of the update.
@@ -50,10 +50,10 @@ void TestContactRecord::AddShowUpdateDelete()
     QCOMPARE(Update(anna, record), anna);
     QCOMPARE(Stored(anna).surname, u"a``b"_qs);
 
-    ADO_Contact_UpdateJobTitle(anna, "Head");
+    ADO_Contact_UpdateJobTitle(ContactRef(anna), "Head");
     QCOMPARE(Stored(anna).jobTitle, u"Head"_qs);
-    QVERIFY(ADO_Contact_Delete(anna));
-    QVERIFY(!Contact_Check(anna));
+    QVERIFY(ADO_Contact_Delete(ContactRef(anna)));
+    QVERIFY(!Contact_Check(ContactRef(anna)));
     // The next person must not inherit the payments that outlive the first.
     QVERIFY(Contact_Add(FullPerson()) > anna);
 }
@@ -89,7 +89,7 @@ void TestContactRecord::SamePerson()
     QCOMPARE(Update(other, second), same ? 0 : other);
     QCOMPARE(Stored(other).notes.isEmpty(), same);
     if (!same)
-        ADO_Contact_Delete(other);
+        ADO_Contact_Delete(ContactRef(other));
     QCOMPARE(Contact_Add(second) > first, !same);
     QCOMPARE(Rows("Contacts WHERE ContactRef > 1"), 2);
     QCOMPARE(Update(first, FullPerson()), first); // its own row is no other person
@@ -110,7 +110,7 @@ void TestContactRecord::DeletesWhatHangsOnAPerson()
             Sql(u"INSERT INTO " % table % u" (ContactRef) VALUES (" % SqlNumber(who) % u')');
     }
     QVERIFY(Contact_DeleteItem(ContactSection::Contacts, anna));
-    QVERIFY(!Contact_Check(anna));
+    QVERIFY(!Contact_Check(ContactRef(anna)));
     QCOMPARE(Stored(ben).contactContactRef, 1);
     for (const QString &table : go)
         QCOMPARE(TestDatabase::Rows(u"SELECT ContactRef FROM " % table), QStringList(SqlNumber(ben)));
@@ -152,9 +152,9 @@ void TestContactRecord::FillInfo()
     const int anna = Contact_Add(record);
     ListModel list;
     list.SetColumns({"Contact", "Address", "City", "Postcode"});
-    Contact_FillInfo(anna, list);
-    Contact_FillInfo(anna, list);
-    Contact_FillInfo(4711, list);
+    Contact_FillInfo(ContactRef(anna), list);
+    Contact_FillInfo(ContactRef(anna), list);
+    Contact_FillInfo(ContactRef(4711), list);
     QCOMPARE(list.Count(), 1);
     QCOMPARE(list.At(0).key, QString(u'?' % SqlNumber(anna)));
     QCOMPARE(list.At(0).text, u"Bell, Anna"_qs);

@@ -42,7 +42,7 @@ int Update(int groupRef, ListModel &members)
 {
     Progress progress;
     SeenMembers unknown;
-    return Group_Update(groupRef, members, unknown, progress);
+    return Group_Update(GroupRef(groupRef), members, unknown, progress);
 }
 
 /// The tree as one text a node, a blank before it for each level.
@@ -92,7 +92,7 @@ void TestGroups::init()
     m = std::make_unique<LogicFixture>();
     m_family = AddType("Family");
     m_team = AddType("Team");
-    m_bells = GroupName_Add("Bells", "", m_family);
+    m_bells = GroupName_Add("Bells", "", LinkRef(m_family));
     m_anna = Contact_Add(Person("Anna", "Bell"));
     m_ben = Contact_Add(Person("Ben", "Young"));
 }
@@ -117,7 +117,7 @@ void TestGroups::NamesAndMembers()
 
     // Read back, members stand in bold until they are written again.
     ListModel again;
-    QVERIFY(ADO_Contact_ShowGroup(m_bells, again));
+    QVERIFY(ADO_Contact_ShowGroup(GroupRef(m_bells), again));
     QCOMPARE(again.Count(), 3);
     QCOMPARE(again.At(again.Find(Member(m_anna, m_team).key)).subItems, QStringList("Team"));
     QVERIFY(again.At(0).bold && again.At(2).bold);
@@ -136,35 +136,35 @@ void TestGroups::NamesAndMembers()
 void TestGroups::NamesOverAllTypes()
 {
     m->dialogs.Expect("Add Group Name", exists);
-    QCOMPARE(GroupName_Add("BELLS", "", m_team), 0);
-    const int second = GroupName_Add("Bells", "2", m_team);
+    QCOMPARE(GroupName_Add("BELLS", "", LinkRef(m_team)), 0);
+    const int second = GroupName_Add("Bells", "2", LinkRef(m_team));
     QVERIFY(second > m_bells);
     m->dialogs.Expect("Update Group Name", exists);
-    QCOMPARE(GroupName_Update(second, "Bells", "", m_team), 0);
+    QCOMPARE(GroupName_Update(GroupRef(second), "Bells", "", LinkRef(m_team)), 0);
     StatementLog log;
-    QCOMPARE(GroupName_Update(second, "Ringer's", "R", m_family), second);
+    QCOMPARE(GroupName_Update(GroupRef(second), "Ringer's", "R", LinkRef(m_family)), second);
     // The type stands between apostrophes, as a number does nowhere else.
     QCOMPARE(log.Statements().last(),
              QString(u"UPDATE GroupNames SET Name = 'Ringer''s', ReferenceID = 'R', LinkRef = '" %
                      QString::number(m_family) % u"' WHERE GroupRef = " % QString::number(second)));
     gShowIDs = 1;
     ComboModel names;
-    ADO_Contact_FillGroupNames(m_family, names);
+    ADO_Contact_FillGroupNames(LinkRef(m_family), names);
     QCOMPARE(names.Count(), 2);
     QCOMPARE(names.Current(), -1);
     QCOMPARE(names.At(1).text, u"[R] Ringer's"_qs);
     for (const QString &name : {QString(255, 'x'), u"100% [of] _them_"_qs, u"\"%1\" \\ ''"_qs}) {
-        const int key = GroupName_Add(name, "", m_team);
-        ADO_Contact_FillGroupNames(m_team, names);
+        const int key = GroupName_Add(name, "", LinkRef(m_team));
+        ADO_Contact_FillGroupNames(LinkRef(m_team), names);
         QCOMPARE(names.At(names.FindData(key)).text, name);
     }
 }
 
 void TestGroups::TypedName()
 {
-    GroupName_Add("Blue", "", m_team);
+    GroupName_Add("Blue", "", LinkRef(m_team));
     ComboModel names;
-    ADO_Contact_FillGroupNames(m_family, names);
+    ADO_Contact_FillGroupNames(LinkRef(m_family), names);
     for (const auto &[typed, chosen, count, told] :
          {std::tuple("Ringers", "Ringers", 2, false),
           {"[R1] Tenors", "Tenors", 3, false},
@@ -173,12 +173,12 @@ void TestGroups::TypedName()
           {"Blue", "Bells", 3, true}}) {
         if (told)
             m->dialogs.Expect("Add Group Name", exists);
-        GroupName_TakeTyped(m_family, names, typed);
+        GroupName_TakeTyped(LinkRef(m_family), names, typed);
         QCOMPARE(names.CurrentText(), QString(chosen));
         QCOMPARE(names.Count(), count);
     }
     m->dialogs.Expect("Grouping Members", "No group type selected.");
-    GroupName_TakeTyped(0, names, "Nowhere");
+    GroupName_TakeTyped(LinkRef(0), names, "Nowhere");
     QCOMPARE(Rows("GroupNames WHERE Name = 'Nowhere'"), 0);
 }
 
@@ -224,9 +224,9 @@ void TestGroups::DeletedMeanwhile()
     QVERIFY(Contact_DeleteItem(ContactSection::Groups, m_bells));
     QCOMPARE(Update(m_bells, members), 0);
     gone("Add Group Name", "group type");
-    QCOMPARE(GroupName_Add("New", "", m_team), 0);
+    QCOMPARE(GroupName_Add("New", "", LinkRef(m_team)), 0);
     gone("Update Group Name", "group");
-    QCOMPARE(GroupName_Update(m_bells, "New", "", m_family), 0);
+    QCOMPARE(GroupName_Update(GroupRef(m_bells), "New", "", LinkRef(m_family)), 0);
     gone("Update Item", "item");
     QCOMPARE(Contact_UpdateItem(ContactSection::GroupTypes, m_team, "New", ""), 0);
     QCOMPARE(Rows("GroupNames") + Rows("Groups"), 0);
@@ -256,7 +256,7 @@ void TestGroups::StoppedKeepsTheMembersOfBefore()
         running = &progress;
         members.SetBold(0, true);
         SeenMembers unknown;
-        QCOMPARE(Group_Update(m_bells, members, unknown, progress), stops ? -1 : m_bells);
+        QCOMPARE(Group_Update(GroupRef(m_bells), members, unknown, progress), stops ? -1 : m_bells);
         QCOMPARE(seen(), stops ? 1 : 30);
         QCOMPARE(members.At(0).bold, stops);
     }
@@ -280,20 +280,20 @@ void TestGroups::FailureKeepsTheMembersUpToThere()
 void TestGroups::Relations()
 {
     const int zoe = Contact_Add(Person("Zoe", "Adams"));
-    const int choir = GroupName_Add("Aria", "", m_team);
+    const int choir = GroupName_Add("Aria", "", LinkRef(m_team));
     for (const int who : {m_anna, m_ben, zoe})
         Put(who, m_family, m_bells);
     Put(m_anna, m_team, m_bells);
     Put(m_anna, m_team, choir);
     Put(zoe, m_family, choir);
     TreeModel tree;
-    ADO_Contact_ShowGroup_Tree(m_anna, tree);
+    ADO_Contact_ShowGroup_Tree(ContactRef(m_anna), tree);
     // The person comes first under each group, then who is in it under the same type.
     QCOMPARE(Lines(tree),
              QStringList({"Type: Team", " Group: Aria", "  Bell, Anna",                                    //
                           "Type: Family", " Group: Bells", "  Bell, Anna", "  Adams, Zoe", "  Young, Ben", //
                           "Type: Team", " Group: Bells", "  Bell, Anna"}));
-    ADO_Contact_ShowGroup_Tree(4711, tree);
+    ADO_Contact_ShowGroup_Tree(ContactRef(4711), tree);
     QVERIFY(tree.IsEmpty());
 }
 
@@ -301,8 +301,8 @@ void TestGroups::Relations()
 /// and shows nowhere any more.
 void TestGroups::DeletedTypeHidesMembershipsOfOtherTypes()
 {
-    const int blue = GroupName_Add("Blue", "", m_team);
-    const int red = GroupName_Add("Red", "", m_team);
+    const int blue = GroupName_Add("Blue", "", LinkRef(m_team));
+    const int red = GroupName_Add("Red", "", LinkRef(m_team));
     for (const auto &[type, group] :
          {std::pair(m_family, m_bells), {m_team, m_bells}, {m_family, blue}, {m_team, blue}, {m_team, red}})
         Put(m_anna, type, group);
@@ -318,7 +318,7 @@ void TestGroups::DeletedTypeHidesMembershipsOfOtherTypes()
                                             "DELETE FROM LinkNames WHERE LinkRef = " + type}));
     QCOMPARE(Stored(), QStringList({Numbers({m_anna, m_team, m_bells}), Numbers({m_anna, m_team, blue})}));
     TreeModel tree;
-    ADO_Contact_ShowGroup_Tree(m_anna, tree);
+    ADO_Contact_ShowGroup_Tree(ContactRef(m_anna), tree);
     QCOMPARE(Lines(tree), QStringList({"Type: Team", " Group: Blue", "  Bell, Anna"}));
 }
 

@@ -53,10 +53,12 @@ const Subject subjects[] = {
     {"Contact", "OKBtn", "Surname", "Forname", "    Forename\n    Surname\n", "Contacts WHERE ContactRef > 1",
      "SELECT Cust_Fax FROM Contacts WHERE ContactRef = ", 23,
      [] { return std::make_unique<frmAddContact>(); },
-     [](const QString &name) { return Contact_Add(Person("Anna", name)); }, ADO_Contact_Delete},
+     [](const QString &name) { return Contact_Add(Person("Anna", name)); },
+     [](int key) { return ADO_Contact_Delete(ContactRef(key)); }},
     {"Organisation", "OkBtn", "OrgName", "OrgName", "    Name\n", "Organisations WHERE OrganRef > 1",
      "SELECT Fax FROM Organisations WHERE OrganRef = ", 25, [] { return std::make_unique<frmAddOrg>(); },
-     [](const QString &name) { return Organisation_Add(Company(name)); }, Organisation_Delete}};
+     [](const QString &name) { return Organisation_Add(Company(name)); },
+     [](int key) { return Organisation_Delete(OrganRef(key)); }}};
 
 QTabWidget &Tabs(QWidget &form)
 {

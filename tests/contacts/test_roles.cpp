@@ -88,7 +88,7 @@ QStringList TestRoles::Held() const
 
 void TestRoles::Give(int roleTypeRef, int endDate) const
 {
-    ADO_Contact_AddContactRole(m_anna, roleTypeRef, 7.25, 20260102, endDate);
+    ADO_Contact_AddContactRole(ContactRef(m_anna), RoleTypeRef(roleTypeRef), 7.25, 20260102, endDate);
 }
 
 void TestRoles::Book(int contactRef, int roleTypeRef) const
@@ -142,15 +142,16 @@ void TestRoles::RoleTypes()
     const int evening = RoleType_Add({"Tutor", "", 5, RoleStatus::Active, "E"});
     QVERIFY(evening > m_cook);
     m->dialogs.Expect("Update Role", exists);
-    QCOMPARE(RoleType_Update(evening, {"Tutor", "", 30, RoleStatus::Active, ""}), 0);
+    QCOMPARE(RoleType_Update(RoleTypeRef(evening), {"Tutor", "", 30, RoleStatus::Active, ""}), 0);
     const QString name = QString(245, 'x') % "100% [O'N]";
-    QCOMPARE(RoleType_Update(evening, {name, "it's", 1234.56, RoleStatus::NotActive, "U"}), evening);
+    QCOMPARE(RoleType_Update(RoleTypeRef(evening), {name, "it's", 1234.56, RoleStatus::NotActive, "U"}),
+             evening);
     QCOMPARE(TestDatabase::Rows(u"SELECT Name, Description, ChargeRate, Status, ReferenceID FROM RoleTypes "
                                 u"WHERE RoleTypeRef = " %
                                 SqlNumber(evening)),
              QStringList(QString(name % "|it's|1234.56|2|U")));
-    QCOMPARE(ADO_Contact_GetRoleChargeRate(evening), 1234.56);
-    QCOMPARE(ADO_Contact_GetRoleChargeRate(4711), 0.0);
+    QCOMPARE(ADO_Contact_GetRoleChargeRate(RoleTypeRef(evening)), 1234.56);
+    QCOMPARE(ADO_Contact_GetRoleChargeRate(RoleTypeRef(4711)), 0.0);
 }
 
 void TestRoles::InactiveOnesAreOfferedToNobody()
@@ -164,7 +165,7 @@ void TestRoles::InactiveOnesAreOfferedToNobody()
     // Who held it keeps it. A day that is not stored shows as today.
     Give(m_cook, 0);
     ListModel roles;
-    ADO_Contact_GetRoles(m_anna, roles);
+    ADO_Contact_GetRoles(ContactRef(m_anna), roles);
     QCOMPARE(Lines(roles), QStringList("Cook|7.25|02/01/2026|09/03/2026"));
     QVERIFY(roles.SelectedRows().empty());
 }
@@ -193,7 +194,7 @@ void TestRoles::EndOfABookedRoleIsTodayWithoutPadding()
             m->dialogs.Expect(removeRole, bookedAsk, endToday);
         }
         m->dialogs.Expect(removeRole, "Remove Role Driver from this Contact?", Dialogs::Answer::Yes);
-        Role_RemoveSelected(m_anna, roles);
+        Role_RemoveSelected(ContactRef(m_anna), roles);
         QCOMPARE(Lines(roles), left);
         QVERIFY(roles.SelectedRows().empty());
     }
@@ -203,11 +204,11 @@ void TestRoles::EndOfABookedRoleIsTodayWithoutPadding()
 void TestRoles::StoresWhatItShows()
 {
     Give(m_tutor, 20051332);
-    ADO_Contact_AddContactRole(m_anna + 1, m_tutor, 1, 20260301, 20260302);
+    ADO_Contact_AddContactRole(ContactRef(m_anna + 1), RoleTypeRef(m_tutor), 1, 20260301, 20260302);
     ListModel roles;
-    ADO_Contact_GetRoles(m_anna, roles);
+    ADO_Contact_GetRoles(ContactRef(m_anna), roles);
     roles.Add({u'?' % SqlNumber(m_driver), "Driver", {"1,000.10", "9/3/2026", "10/12/2026"}});
-    QVERIFY(Role_Store(m_anna, roles));
+    QVERIFY(Role_Store(ContactRef(m_anna), roles));
     QCOMPARE(Held(), QStringList({"Driver|1000.1|20260309|20261210", "Tutor|7.25|20260102|20051332"}));
     QCOMPARE(Rows("ContactRoles"), 3);
 }
@@ -216,13 +217,13 @@ void TestRoles::BookingsAloneMakeARoleUsed()
 {
     Give(m_driver);
     Book(m_anna, m_tutor);
-    QVERIFY(ADO_Contact_GetRoleInUse(m_tutor, m_anna));
-    QVERIFY(!ADO_Contact_GetRoleInUse(m_tutor, m_anna + 1));
+    QVERIFY(ADO_Contact_GetRoleInUse(RoleTypeRef(m_tutor), ContactRef(m_anna)));
+    QVERIFY(!ADO_Contact_GetRoleInUse(RoleTypeRef(m_tutor), ContactRef(m_anna + 1)));
     m->dialogs.Expect("Role Deletion", "Unable to delete Role 'Tutor' already in use!");
-    QVERIFY(!RoleType_MayDelete(m_tutor, "Tutor"));
-    QVERIFY(RoleType_MayDelete(m_driver, "Driver"));
+    QVERIFY(!RoleType_MayDelete(RoleTypeRef(m_tutor), "Tutor"));
+    QVERIFY(RoleType_MayDelete(RoleTypeRef(m_driver), "Driver"));
     StatementLog log;
-    QVERIFY(ADO_Contact_DeleteRole(m_driver));
+    QVERIFY(ADO_Contact_DeleteRole(RoleTypeRef(m_driver)));
     QCOMPARE(log.Statements().size(), 2);
     QVERIFY(log.Statements().first().startsWith("DELETE FROM ContactRoles"));
     QCOMPARE(Rows("ContactRoles") + Rows("RoleTypes"), 2);
@@ -330,7 +331,7 @@ void TestRoles::RoleDialog()
     TypeInto(adding, "RefName", "E");
     Press(adding, "AddBtn");
     QVERIFY(!adding.isVisible() && gDialogResult > m_cook);
-    QCOMPARE(ADO_Contact_GetRoleChargeRate(gDialogResult), 7.26);
+    QCOMPARE(ADO_Contact_GetRoleChargeRate(RoleTypeRef(gDialogResult)), 7.26);
 
     frmAddEditRoleTypes changing;
     changing.EditItem(m_cook);
@@ -351,7 +352,7 @@ void TestRoles::DeletedMeanwhile()
     frmAddEditRoleTypes dialog;
     dialog.EditItem(m_tutor);
     dialog.show();
-    ADO_Contact_DeleteRole(m_tutor);
+    ADO_Contact_DeleteRole(RoleTypeRef(m_tutor));
     Find<DateField>(*form, "EndDate")->SetDay(QDate(2027, 1, 31));
     m->dialogs.Expect("Roles", "Another user has deleted these meanwhile, and they are left out:\n    Tutor");
     Press(*form, "OKBtn");

@@ -149,7 +149,7 @@ void TestSearchForm::NineToTenFindsNobody()
 void TestSearchForm::TicksGoAround()
 {
     const int student = Concession_Add("Student", 20, 0, "");
-    ADO_Contact_AddContactConcession(m_anna, student);
+    ADO_Contact_AddContactConcession(ContactRef(m_anna), ConcessionRef(student));
     frmSearchContact form(m_target);
     const Keyboard keys(form);
     keys.TabTo("SearchCityList");

@@ -230,14 +230,14 @@ void TestSelectContacts::FollowsWhatOthersStore_data()
     const TestTable<Mode, StoreOf, QString, QString, QString> row{"mode", "storeOf", "columns", "values",
                                                                   "added"};
     row(
-        "attendance", Mode::Attendance, [] { return CoursePeople::Attendees(1, 7); },
+        "attendance", Mode::Attendance, [] { return CoursePeople::Attendees(CourseRef(1), EventRef(7)); },
         "AttendanceRecord (CourseRef,EventNo,ContactRef)", "(1,7,", "EventNo = 7");
     row(
-        "candidates", Mode::Candidates, [] { return Candidates(1, 7); },
+        "candidates", Mode::Candidates, [] { return Candidates(CourseRef(1), ExamRef(7)); },
         "StudentExams (CourseRef,ExamRef,ExamResult,ResultFormat,ContactRef)", "(1,7,60,'%',",
         "ExamResult = 0 AND ResultFormat = '%''s'");
     row(
-        "students", Mode::EnrolOnCourse, [] { return CoursePeople::Students(1, 0); },
+        "students", Mode::EnrolOnCourse, [] { return CoursePeople::Students(CourseRef(1), 0); },
         "StudentsEnrolled (CourseRef,ContactRef,BasicFee)", "(1,", "BasicFee = 100");
 }
 
@@ -280,7 +280,7 @@ void TestSelectContacts::FollowsWhatOthersStore()
 void TestSelectContacts::EnrolsAndRemoves()
 {
     const auto open = [this](frmSelectContacts &form, int limit) {
-        form.Configure(Mode::EnrolOnCourse, m_target, CoursePeople::Students(1, limit));
+        form.Configure(Mode::EnrolOnCourse, m_target, CoursePeople::Students(CourseRef(1), limit));
         form.show();
     };
     {
@@ -341,7 +341,7 @@ void TestSelectContacts::StudentsAreNeverDroppedUnseen()
             u",100)");
     {
         frmSelectContacts form;
-        form.Configure(Mode::EnrolOnCourse, m_target, CoursePeople::Students(1, 0));
+        form.Configure(Mode::EnrolOnCourse, m_target, CoursePeople::Students(CourseRef(1), 0));
         form.show();
         Press(form, "RefBtn");
         Press(form, "ExitBtn");
@@ -356,7 +356,7 @@ void TestSelectContacts::StudentsAreNeverDroppedUnseen()
         Sql(u"ALTER TABLE " % table % u" RENAME TO Away");
         for (int box = 0; box < failures; ++box)
             m->dialogs.Expect(FailureTitle(), engineFailure);
-        form.Configure(Mode::EnrolOnCourse, m_target, CoursePeople::Students(1, 0));
+        form.Configure(Mode::EnrolOnCourse, m_target, CoursePeople::Students(CourseRef(1), 0));
         form.show();
         Press(form, "ExitBtn");
         QVERIFY(form.isVisible() && m->dialogs.AllCame());

@@ -48,7 +48,7 @@ int CourseOfStudents(const QStringList &names, int limit = 0)
 {
     const int course = School::AddCourse("Pottery", 10, limit);
     for (const QString &name : names)
-        ADO_Course_EnrollStudent(course, School::AddPerson(name, "P"));
+        ADO_Course_EnrollStudent(CourseRef(course), ContactRef(School::AddPerson(name, "P")));
     return course;
 }
 
@@ -144,7 +144,7 @@ private slots:
         QFETCH(QString, typed);
         const int course = CourseOfStudents({"A", "B"});
         frmAddCourse form;
-        QVERIFY(form.EditCourse(course));
+        QVERIFY(form.EditCourse(CourseRef(course)));
         form.show();
         TypeInto(form, box, typed);
         QTest::keyClick(Find<QWidget>(form, box), Qt::Key_Return);
@@ -155,7 +155,7 @@ private slots:
     void RemovesStudents()
     {
         frmAddCourse form;
-        form.EditCourse(CourseOfStudents({"A", "B"}, 2));
+        form.EditCourse(CourseRef(CourseOfStudents({"A", "B"}, 2)));
         form.show();
         Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(1);
         QVERIFY(!IsEnabled(form, "AddStudentBtn"));
@@ -224,7 +224,7 @@ private slots:
         const int course = CourseOfStudents({"A"});
         gUserRights[right] = level;
         frmAddCourse form;
-        QVERIFY(form.EditCourse(course));
+        QVERIFY(form.EditCourse(CourseRef(course)));
         QString state;
         for (const char *box : {"Title", "Limit", "Fee"})
             state += Find<QLineEdit>(form, box)->isReadOnly() ? u'0' : u'1';

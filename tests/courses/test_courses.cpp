@@ -13,7 +13,7 @@ namespace
 {
 CourseRecord Course(const QString &title, const QString &reference, int courseRef = 0)
 {
-    return {courseRef, title, reference, "It's 50%", 99.5, 12};
+    return {CourseRef(courseRef), title, reference, "It's 50%", 99.5, 12};
 }
 
 /// A tree as one line: each node with its depth in dots, its tick and its key.
@@ -63,8 +63,8 @@ private slots:
     {
         const int course = Course_Add(Course("O'Neil's `Craft`", "C'1"));
         QVERIFY(course > 0);
-        QVERIFY(ADO_Course_CheckCourse(course));
-        const ReadRow<CourseFile> shown = ADO_Course_ShowCourse(course);
+        QVERIFY(ADO_Course_CheckCourse(CourseRef(course)));
+        const ReadRow<CourseFile> shown = ADO_Course_ShowCourse(CourseRef(course));
         QCOMPARE(shown->course.title, u"O'Neil's ``Craft``"_qs);
         QCOMPARE(shown->course.fee, 99.5);
         QCOMPARE(shown->course.limit, 12);
@@ -72,15 +72,15 @@ private slots:
         CourseRecord changed = Course("Craft", "C'1", course);
         changed.fee = 0.1;
         QCOMPARE(Update(changed), course);
-        QCOMPARE(Course_Rename("Crafts", course), course);
+        QCOMPARE(Course_Rename("Crafts", CourseRef(course)), course);
         QCOMPARE(TestDatabase::Rows("SELECT Title,Fee,ReferenceID FROM Courses"),
                  QStringList("Crafts|0.1|C'1"));
-        QCOMPARE(ADO_Course_Description(course), std::optional<QString>("It's 50%"));
+        QCOMPARE(ADO_Course_Description(CourseRef(course)), std::optional<QString>("It's 50%"));
 
-        QVERIFY(ADO_Course_DeleteCourse(course));
-        QVERIFY(!ADO_Course_CheckCourse(course));
-        QVERIFY(!ADO_Course_Description(course));
-        QVERIFY(ADO_Course_ShowCourse(course).IsMissing());
+        QVERIFY(ADO_Course_DeleteCourse(CourseRef(course)));
+        QVERIFY(!ADO_Course_CheckCourse(CourseRef(course)));
+        QVERIFY(!ADO_Course_Description(CourseRef(course)));
+        QVERIFY(ADO_Course_ShowCourse(CourseRef(course)).IsMissing());
     }
 
     void TellsDuplicates_data()
@@ -108,7 +108,7 @@ private slots:
         const QString exists = "Course already exists in database.";
         if (!mayRename)
             dialogs.Expect("Rename Course", "Course with this name already.");
-        QCOMPARE(Course_Rename(title, spanish), mayRename ? spanish : 0);
+        QCOMPARE(Course_Rename(title, CourseRef(spanish)), mayRename ? spanish : 0);
         if (!maySave)
             dialogs.Expect("Update Course", exists);
         QCOMPARE(Update(Course(title, reference, spanish)), maySave ? spanish : 0);
@@ -129,7 +129,7 @@ private slots:
         }
         {
             const StatementLog log;
-            QVERIFY(ADO_Course_DeleteCourse(course));
+            QVERIFY(ADO_Course_DeleteCourse(CourseRef(course)));
             QStringList expected;
             for (const QString &table : courseTables)
                 expected += u"DELETE FROM " % table % u" WHERE CourseRef = " % SqlNumber(course);
@@ -149,8 +149,8 @@ private slots:
             {u"INSERT INTO CourseExams (CourseRef) VALUES (" % ref % u')', "DROP TABLE CourseStaff"});
         ScriptedDialogs dialogs;
         dialogs.ExpectFailure();
-        QVERIFY(!ADO_Course_DeleteCourse(course));
-        QVERIFY(ADO_Course_CheckCourse(course));
+        QVERIFY(!ADO_Course_DeleteCourse(CourseRef(course)));
+        QVERIFY(ADO_Course_CheckCourse(CourseRef(course)));
         QVERIFY(TestDatabase::Rows("SELECT CourseRef FROM CourseExams").isEmpty());
     }
 
@@ -158,13 +158,13 @@ private slots:
     {
         ListModel list;
         list.Fill({{"?7", {}}, {"!9", {}}});
-        QVERIFY(ADO_Course_UpdateConcessions(3, list));
-        QVERIFY(ADO_Course_UpdateConcessions(3, list));
+        QVERIFY(ADO_Course_UpdateConcessions(CourseRef(3), list));
+        QVERIFY(ADO_Course_UpdateConcessions(CourseRef(3), list));
         QCOMPARE(TestDatabase::Rows("SELECT * FROM CourseChar ORDER BY ConcessionRef"),
                  QStringList({"3|7", "3|9"}));
         const int course = Course_Add(Course("A", {}));
-        QVERIFY(ADO_Course_UpdateConcessions(course, list));
-        const auto used = ADO_Course_ShowCourse(course)->characteristics;
+        QVERIFY(ADO_Course_UpdateConcessions(CourseRef(course), list));
+        const auto used = ADO_Course_ShowCourse(CourseRef(course))->characteristics;
         QCOMPARE(used.size(), size_t(2));
         QCOMPARE(used[1].key, "?9");
     }
@@ -190,7 +190,7 @@ private slots:
         const auto store = [&] { QVERIFY(save(Course("B", {}, course)).isWhole); };
         QCOMPARE(seen("CourseChar", store), QSet<QString>{"2"});
         QCOMPARE(seen("CoursesRelationships", store), QSet<QString>{"1"});
-        const auto remove = [course] { QVERIFY(ADO_Course_DeleteCourse(course)); };
+        const auto remove = [course] { QVERIFY(ADO_Course_DeleteCourse(CourseRef(course))); };
         QCOMPARE(seen("CourseChar", remove), QSet<QString>{"1"});
         QCOMPARE(TestDatabase::Rows("SELECT * FROM CourseChar").size(), 0);
     }
@@ -202,21 +202,21 @@ private slots:
                 "SELECT CourseHierarchyRef FROM CoursesRelationships WHERE CourseRef = 5 "
                 "ORDER BY CourseHierarchyRef");
         };
-        QVERIFY(ADO_Course_AddCourseRelations(5, 1));
-        QVERIFY(!ADO_Course_AddCourseRelations(5, 1));
+        QVERIFY(ADO_Course_AddCourseRelations(CourseRef(5), FolderRef(1)));
+        QVERIFY(!ADO_Course_AddCourseRelations(CourseRef(5), FolderRef(1)));
         TreeModel tree;
         AddFolder("One", 0);
         const int two = AddFolder("Two", 0);
         ADO_Course_ShowFolders(tree, true, true);
-        ADO_Course_ShowCourseRelations(5, tree);
+        ADO_Course_ShowCourseRelations(CourseRef(5), tree);
         QCOMPARE(Drawn(tree), u"Root Level!0 .One*!1 .Two!2"_qs);
 
         tree.SetTick(tree.Find("!0"), TreeTick::On);
         tree.SetTick(tree.Find(u'!' % SqlNumber(two)), TreeTick::On);
-        QVERIFY(ADO_Course_UpdateCourseRelations(5, tree));
+        QVERIFY(ADO_Course_UpdateCourseRelations(CourseRef(5), tree));
         QCOMPARE(links(), QStringList({"0", "1", "2"}));
         ADO_Course_ShowFolders(tree, true, true);
-        QVERIFY(ADO_Course_UpdateCourseRelations(5, tree));
+        QVERIFY(ADO_Course_UpdateCourseRelations(CourseRef(5), tree));
         QCOMPARE(links(), QStringList("0"));
     }
 
@@ -248,8 +248,8 @@ private slots:
         const int folder = AddFolder("F", 0);
         const int b = School::AddCourse("B", 0);
         const int a = School::AddCourse("A", 0);
-        ADO_Course_AddCourseRelations(b, folder);
-        ADO_Course_AddCourseRelations(b, 0);
+        ADO_Course_AddCourseRelations(CourseRef(b), FolderRef(folder));
+        ADO_Course_AddCourseRelations(CourseRef(b), FolderRef(0));
         const QString keyA = u'?' % SqlNumber(a);
         const QString keyB = u'?' % SqlNumber(b);
         TreeModel tree;
@@ -268,8 +268,8 @@ private slots:
             QCOMPARE(TestDatabase::Rows("SELECT * FROM CoursesRelationships").size(), 3);
         }
         const int c = School::AddCourse("C", 0);
-        ADO_Course_AddCourseRelations(c, folder);
-        ADO_Course_NewCourseToList(tree, c, "C");
+        ADO_Course_AddCourseRelations(CourseRef(c), FolderRef(folder));
+        ADO_Course_NewCourseToList(tree, CourseRef(c), "C");
         QCOMPARE(tree.Find(u'?' % SqlNumber(c) % u"!1")->parent->text, u"F"_qs);
     }
 

@@ -15,7 +15,7 @@ namespace
 {
 StudentRecord Shown(int courseRef, int contactRef)
 {
-    return *ADO_Course_StudentInfo(courseRef, contactRef);
+    return *ADO_Course_StudentInfo(CourseRef(courseRef), ContactRef(contactRef));
 }
 
 QStringList Enrolment(int courseRef)
@@ -43,10 +43,10 @@ Fees::Payments Paid(double cash, double cheque, double creditCard, const std::ar
 EnrolmentChange Enrol(int courseRef, const ListModel &list, Progress &progress, int limit = 0)
 {
     KnownStudents known;
-    const auto students = ADO_Course_PaidStudents(courseRef).value_or(std::vector<PaidStudent>());
+    const auto students = ADO_Course_PaidStudents(CourseRef(courseRef)).value_or(std::vector<PaidStudent>());
     for (const PaidStudent &student : students)
         known.insert(student.key, student.paid);
-    return ADO_Course_EnrollStudents(courseRef, limit, list, known, progress);
+    return ADO_Course_EnrollStudents(CourseRef(courseRef), limit, list, known, progress);
 }
 
 /// The list of the picker: people by their references.
@@ -81,9 +81,10 @@ private slots:
                                         {20, "20|100|0|Member's|0||0"}, // more than the fee
                                         {0, "0|0|0||0||0"}}) {
             const int course = School::AddCourse(QString::number(fee), fee);
-            ADO_Course_EnrollStudent(course, person);
+            ADO_Course_EnrollStudent(CourseRef(course), ContactRef(person));
             QCOMPARE(Enrolment(course), QStringList(Line(person, rest)));
-            QVERIFY(ADO_Course_IsEnrolled(course, person) && !ADO_Course_IsEnrolled(course, person + 1));
+            QVERIFY(ADO_Course_IsEnrolled(CourseRef(course), ContactRef(person)) &&
+                    !ADO_Course_IsEnrolled(CourseRef(course), ContactRef(person + 1)));
         }
     }
 
@@ -110,7 +111,7 @@ private slots:
 
         // A second workstation has deleted the course meanwhile.
         School::SetTax("Duty's", "17.505");
-        ADO_Course_EnrollStudent(course + 1, ada);
+        ADO_Course_EnrollStudent(CourseRef(course + 1), ContactRef(ada));
         QCOMPARE(Enrolment(course + 1), QStringList(Line(ada, "0|0|0||0|Duty's|17.51")));
     }
 
@@ -118,7 +119,7 @@ private slots:
     {
         const int course = School::AddCourse("Pottery", 100);
         const int ada = School::AddPerson("Ada", "Lovelace");
-        ADO_Course_EnrollStudent(course, ada);
+        ADO_Course_EnrollStudent(CourseRef(course), ContactRef(ada));
         TestDatabase::Run({"DROP TABLE ContactConcession"});
         ListModel list;
         Select(list, {ada, ada + 1});
@@ -166,9 +167,9 @@ private slots:
         const int course = School::AddCourse("Pottery", 0);
         TestDatabase::Run({u"UPDATE Courses SET Limit = " % limit});
         for (int person = 2; person < enrolled + 2; ++person)
-            ADO_Course_EnrollStudent(course, person);
-        QTEST(ADO_Course_PlacesLeft(course), "left");
-        QCOMPARE(ADO_Course_PlacesLeft(course + 1), 0);
+            ADO_Course_EnrollStudent(CourseRef(course), ContactRef(person));
+        QTEST(ADO_Course_PlacesLeft(CourseRef(course)), "left");
+        QCOMPARE(ADO_Course_PlacesLeft(CourseRef(course + 1)), 0);
     }
 
     void ListsStatusWords()
@@ -189,13 +190,13 @@ private slots:
         QStringList expected;
         for (const auto &[change, word] : cases) {
             const int person = School::AddPerson("O'P", QString::number(expected.size()));
-            ADO_Course_EnrollStudent(course, person);
+            ADO_Course_EnrollStudent(CourseRef(course), ContactRef(person));
             TestDatabase::Run(
                 {u"UPDATE StudentsEnrolled SET " % change % u" WHERE ContactRef = " % SqlNumber(person)});
             expected += QString::number(expected.size()) % u' ' % word;
         }
         ListModel list;
-        ADO_Course_ShowEnrolledStudents(course, list);
+        ADO_Course_ShowEnrolledStudents(CourseRef(course), list);
         QCOMPARE(list.At(0).text, u"0, O'P"_qs);
         QVERIFY(list.IsSelected(0));
         QStringList words;
@@ -213,7 +214,7 @@ private slots:
         Clock::StopAt(QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
         const int course = School::AddCourse("Pottery", 5000000);
         const int person = School::AddPerson("Ada", "Lovelace");
-        ADO_Course_EnrollStudent(course, person);
+        ADO_Course_EnrollStudent(CourseRef(course), ContactRef(person));
         StudentRecord left = Shown(course, person);
         left.payments = Paid(0, 0, 1234567.25, {0, 5, 6, 7, 7.75});
         left.notes = "a'b`c %1;";
@@ -231,7 +232,7 @@ private slots:
         const StatementLog log;
         const StudentPayment payment{Shown(course, person), left, Paid(1.5, 2, 0, {4, 0, 0, 0, 0.25}),
                                      logCard};
-        QCOMPARE(Course_Pay(course, person, payment).outcome, PaymentOutcome::Stored);
+        QCOMPARE(Course_Pay(CourseRef(course), ContactRef(person), payment).outcome, PaymentOutcome::Stored);
         const QString c = SqlNumber(course);
         const QString k = SqlNumber(person);
         const QString ofStudent = u" WHERE CourseRef = " % c % u" AND ContactRef = " % k;
@@ -275,14 +276,14 @@ private slots:
         QFETCH(double, kept);
         const int course = School::AddCourse("Pottery", 100);
         const int person = School::AddPerson("Ada", "Lovelace");
-        ADO_Course_EnrollStudent(course, person);
+        ADO_Course_EnrollStudent(CourseRef(course), ContactRef(person));
         TestDatabase::Run({u"UPDATE StudentsEnrolled SET Vouchers3 = " % SqlNumber(shown)});
         StudentPayment payment{Shown(course, person), Shown(course, person), Paid(0, 0, 0, {0, 0, 5}), {}};
         payment.left.payments[Fees::FirstVoucher + 2] = Money::Of(left);
         payment.left.taxName = "VAT";
         TestDatabase::Run({u"UPDATE StudentsEnrolled SET Notes = 'theirs', Discount = 10, Vouchers3 = " %
                            SqlNumber(stored)});
-        QCOMPARE(Course_Pay(course, person, payment).outcome, PaymentOutcome::Stored);
+        QCOMPARE(Course_Pay(CourseRef(course), ContactRef(person), payment).outcome, PaymentOutcome::Stored);
         QCOMPARE(TestDatabase::Rows("SELECT Vouchers3,Notes,Discount,TaxName FROM StudentsEnrolled"),
                  QStringList(SqlNumber(kept + 5) % u"|theirs|10|VAT"));
         QCOMPARE(TestDatabase::Value("SELECT SUM(Vouchers3Paid) AS S FROM Transactions"), u"5"_qs);
@@ -297,11 +298,11 @@ private slots:
         Select(list, {2, 3});
         Enrol(course, list, m_progress);
         KnownStudents known{{u"?2"_qs, Money()}, {u"?3"_qs, Money()}};
-        ADO_Course_EnrollStudent(course, 4);
+        ADO_Course_EnrollStudent(CourseRef(course), ContactRef(4));
         TestDatabase::Run({"UPDATE StudentsEnrolled SET ChequePaid = 0.01 WHERE ContactRef = 2"});
         const auto enrol = [&](const QList<int> &people, int limit) {
             Select(list, people);
-            return ADO_Course_EnrollStudents(course, limit, list, known, m_progress);
+            return ADO_Course_EnrollStudents(CourseRef(course), limit, list, known, m_progress);
         };
         QCOMPARE(enrol({3}, 0), EnrolmentChange::Paid);
         QCOMPARE(enrol({3, 5}, 0), EnrolmentChange::Paid);
@@ -322,7 +323,7 @@ private slots:
         for (const auto &[title, fee] : {std::pair{"A", 400.0}, {"B", 100.0}, {"C", 1000.0}, {"D", 10.0}}) {
             const int course = School::AddCourse(title, fee);
             for (const int person : {ada, bob})
-                ADO_Course_EnrollStudent(course, person);
+                ADO_Course_EnrollStudent(CourseRef(course), ContactRef(person));
         }
         TestDatabase::Run({"UPDATE StudentsEnrolled SET ConcessionType = 'Member''s'"});
         const auto discounts = [] {

@@ -25,10 +25,10 @@ constexpr int notPaid = 4;
 /// Enrols a person and pays 1 on the payment screen.
 bool PayOne(int courseRef, int contactRef)
 {
-    ADO_Course_EnrollStudent(courseRef, contactRef);
+    ADO_Course_EnrollStudent(CourseRef(courseRef), ContactRef(contactRef));
     ListModel list;
     list.Fill({{u'?' % SqlNumber(contactRef), {}, {QString()}}});
-    frmStudentInfo form(courseRef, list, list.At(0).key);
+    frmStudentInfo form(CourseRef(courseRef), list, list.At(0).key);
     form.show();
     TypeInto(form, "Payment", "1");
     Press(form, "OkBtn");

@@ -54,7 +54,7 @@
 
 namespace
 {
-int g_courseRef = 0;
+CourseRef g_courseRef;
 int g_contactRef = 0;
 int g_organRef = 0;
 ListModel *g_list = nullptr; ///< the list of a form's opener
@@ -73,7 +73,8 @@ std::function<std::unique_ptr<QWidget>()> Open(Arguments... arguments)
 std::unique_ptr<QWidget> OpenPicker()
 {
     auto form = std::make_unique<frmSelectContacts>();
-    form->Configure(frmSelectContacts::Mode::EnrolOnCourse, *g_list, CoursePeople::Students(g_courseRef, 3));
+    form->Configure(frmSelectContacts::Mode::EnrolOnCourse, *g_list,
+                    CoursePeople::Students(CourseRef(g_courseRef), 3));
     return form;
 }
 
@@ -92,7 +93,7 @@ std::unique_ptr<QWidget> OpenNewCourse()
 std::unique_ptr<QWidget> OpenCourse()
 {
     auto form = std::make_unique<frmAddCourse>();
-    form->EditCourse(g_courseRef);
+    form->EditCourse(CourseRef(g_courseRef));
     return form;
 }
 
@@ -154,7 +155,7 @@ std::unique_ptr<QWidget> OpenSplash()
 
 std::unique_ptr<QWidget> OpenStudent()
 {
-    ADO_Course_ShowEnrolledStudents(g_courseRef, *g_list);
+    ADO_Course_ShowEnrolledStudents(CourseRef(g_courseRef), *g_list);
     if (g_list->IsEmpty())
         return nullptr;
     return std::make_unique<frmStudentInfo>(g_courseRef, *g_list, g_list->At(0).key);
@@ -166,8 +167,8 @@ const std::vector<FormEntry> &FormRegistry()
     static const std::vector<FormEntry> forms = {
         {QStringLiteral("frmAbout"), Open<frmAbout>()},
         {QStringLiteral("frmAddAttribute"), Open<frmAddAttribute>(), QStringLiteral("AttribName")},
-        {QStringLiteral("frmAddAttributeVal"), Open<frmAddAttributeVal>(1, QStringLiteral("Diet")),
-         QStringLiteral("AttribName")},
+        {QStringLiteral("frmAddAttributeVal"),
+         Open<frmAddAttributeVal>(AttributeRef(1), QStringLiteral("Diet")), QStringLiteral("AttribName")},
         {QStringLiteral("frmAddContact new"), Open<frmAddContact>(), QStringLiteral("Surname")},
         {QStringLiteral("frmAddContact view"), OpenPerson, {}, QStringList()},
         {QStringLiteral("frmAddContact edit"), OpenPersonToEdit, QStringLiteral("Surname"), std::nullopt,
@@ -240,12 +241,12 @@ void FillForms()
     g_organRef =
         TestDatabase::Value(QStringLiteral("SELECT OrganRef FROM Organisations WHERE OrganName = 'Acme'"))
             .toInt();
-    CustomAttrib_AddAttribVal(QStringLiteral("Vegan"),
-                              CustomAttrib_AddAttrib({QStringLiteral("Diet"), AttribType::Multi}));
+    CustomAttrib_AddAttribVal(QStringLiteral("Vegan"), AttributeRef(CustomAttrib_AddAttrib(
+                                                           {QStringLiteral("Diet"), AttribType::Multi})));
     ADO_Users_AddUser(clerk.text, QStringLiteral("secret"), RightsBlank());
-    g_courseRef = ADO_Course_AddCourse(QStringLiteral("Welding"), {}, 100, 10, {});
+    g_courseRef = CourseRef(ADO_Course_AddCourse(QStringLiteral("Welding"), {}, 100, 10, {}));
     g_contactRef =
         TestDatabase::Value(QStringLiteral("SELECT ContactRef FROM Contacts WHERE Cust_Surname = 'Lee'"))
             .toInt();
-    ADO_Course_EnrollStudent(g_courseRef, g_contactRef);
+    ADO_Course_EnrollStudent(CourseRef(g_courseRef), ContactRef(g_contactRef));
 }

@@ -54,5 +54,5 @@ inline int Update(int organRef, OrganisationRecord record)
 {
     StoredOrganisation none;
     FieldValues unknown;
-    return Organisation_Update(organRef, record, none.Lists(), unknown);
+    return Organisation_Update(OrganRef(organRef), record, none.Lists(), unknown);
 }

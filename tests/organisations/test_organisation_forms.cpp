@@ -119,11 +119,11 @@ void TestOrganisationForms::PeopleDeletedElsewhere()
 {
     const int acme = Organisation_Add(Company("Acme"));
     const int anna = Employee("Anna", "Bell", acme);
-    ADO_Organisation_AddConcession(acme, Concession_Add("Member", 0, 0, ""));
+    ADO_Organisation_AddConcession(OrganRef(acme), ConcessionRef(Concession_Add("Member", 0, 0, "")));
     frmAddOrg form;
     form.OpenRecords({Key(acme)}, RecordForm::Open::Edit);
     ShowTab(form, 2);
-    ADO_Contact_Delete(anna);
+    ADO_Contact_Delete(ContactRef(anna));
     m->dialogs.Expect("Update Organisation",
                       "Another user has deleted these meanwhile, and they are left out:\n    Bell, Anna");
     Press(form, "OkBtn");
@@ -132,7 +132,7 @@ void TestOrganisationForms::PeopleDeletedElsewhere()
 
     const int ben = Employee("Ben", "Carter", acme);
     form.OpenRecords({Key(acme)}, RecordForm::Open::Edit);
-    ADO_Contact_Delete(ben);
+    ADO_Contact_Delete(ContactRef(ben));
     List(form, "ContactInfo").SelectFirst();
     TypeInto(form, "JobTitle", "Head");
     m->dialogs.Expect("Update Job Title(s)", "Okay to update Contact(s) to Job Title 'Head'?", Answer::Yes);

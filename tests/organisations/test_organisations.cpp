@@ -53,13 +53,13 @@ public:
     explicit Lists(int organRef)
         : m_organRef(organRef)
     {
-        view.record = Organisation_Show(organRef, view.Lists())->record;
+        view.record = Organisation_Show(OrganRef(organRef), view.Lists())->record;
     }
     bool Store()
     {
         Progress progress;
-        return Organisation_Save(m_organRef, view.record, view.Lists(), m_seen, progress).isWhole &&
-               Organisation_OfferCharacteristics(m_organRef, view.contacts, progress);
+        return Organisation_Save(OrganRef(m_organRef), view.record, view.Lists(), m_seen, progress).isWhole &&
+               Organisation_OfferCharacteristics(OrganRef(m_organRef), view.contacts, progress);
     }
     StoredOrganisation view;
 
@@ -107,10 +107,10 @@ void TestOrganisations::AddFindChangeDelete()
     const int key = Organisation_Add(FullCompany({}));
     QVERIFY(key > 1);
     StoredOrganisation view;
-    QCOMPARE(Fields(Organisation_Show(key, view.Lists())->record), Fields(FullCompany({})));
+    QCOMPARE(Fields(Organisation_Show(OrganRef(key), view.Lists())->record), Fields(FullCompany({})));
     QCOMPARE(Update(key, FullCompany("'; --")), key);
-    QCOMPARE(Fields(Organisation_Show(key, view.Lists())->record), Fields(FullCompany("'; --")));
-    QVERIFY(Organisation_Delete(key));
+    QCOMPARE(Fields(Organisation_Show(OrganRef(key), view.Lists())->record), Fields(FullCompany("'; --")));
+    QVERIFY(Organisation_Delete(OrganRef(key)));
     QCOMPARE(Rows("Organisations"), 1);
 }
 
@@ -158,7 +158,7 @@ void TestOrganisations::FailedReadIsNotWhole()
     m->dialogs.Expect("Veltrane Connection",
                       "A number of errors have been detected, please seek technical support.");
     StoredOrganisation view;
-    const auto file = Organisation_Show(acme, view.Lists());
+    const auto file = Organisation_Show(OrganRef(acme), view.Lists());
     QVERIFY(file && !file->isWhole);
 }
 
@@ -169,9 +169,9 @@ void TestOrganisations::DeleteLetsGo()
     Venue("Hall", acme);
     Facility("Lathe", acme);
     Sql(u"INSERT INTO Exam (ExamName,OrganRef) VALUES ('Test'," % SqlNumber(acme) % u")");
-    ADO_Organisation_AddConcession(acme, 5);
+    ADO_Organisation_AddConcession(OrganRef(acme), ConcessionRef(5));
     StatementLog log;
-    QVERIFY(Organisation_Delete(acme));
+    QVERIFY(Organisation_Delete(OrganRef(acme)));
     const QStringList tables{"Contacts", "Venues", "Facilities", "Exam"};
     QStringList expected;
     for (const QString &table : tables)
@@ -194,13 +194,13 @@ void TestOrganisations::ShowsLists()
     Concession_Add("Member", 0, 0, "");
     const int staff = Concession_Add("Staff", 0, 0, "");
     for (const int characteristic : {staff, staff, 4711})
-        ADO_Organisation_AddConcession(acme, characteristic);
+        ADO_Organisation_AddConcession(OrganRef(acme), ConcessionRef(characteristic));
     QCOMPARE(Rows("OrganChars"), 2);
 
     StoredOrganisation view;
     view.contacts.Add({"?99", "left over"});
     view.usedFac.Add({"!99", "left over"});
-    QVERIFY(Organisation_Show(acme, view.Lists())->isWhole);
+    QVERIFY(Organisation_Show(OrganRef(acme), view.Lists())->isWhole);
     QCOMPARE(Keys(view.contacts), QStringList(Key(anna)));
     QCOMPARE(Texts(view.contacts), QStringList("Bell, Anna"));
     QCOMPARE(Keys(view.usedFac), QStringList(PlaceKey(lathe)));
@@ -238,9 +238,11 @@ void TestOrganisations::OwnedByAnother()
                : kind == "Facility" ? Facility(name, organRef)
                                     : Venue(name, organRef);
     };
-    const auto check = isPerson             ? ADO_Organisation_CheckContact
-                       : kind == "Facility" ? ADO_Organisation_CheckFacility
-                                            : ADO_Organisation_CheckVenue;
+    const auto check = [&](int key) {
+        return isPerson             ? ADO_Organisation_CheckContact(ContactRef(key))
+               : kind == "Facility" ? ADO_Organisation_CheckFacility(FacilityRef(key))
+                                    : ADO_Organisation_CheckVenue(VenueRef(key));
+    };
     const int acme = Organisation_Add(Company("Acme"));
     const int beta = Organisation_Add(Company("Beta"));
     const int own = make("Own", acme);
@@ -316,7 +318,7 @@ void TestOrganisations::StoredAndDeletedInOnePiece()
     const QString people = u"SELECT COUNT(*) FROM Contacts WHERE OrganRef = " % SqlNumber(acme);
     Lists lists(acme);
     QCOMPARE(SeenElsewhere(m->database, people, [&] { QVERIFY(lists.Store()); }), QSet<QString>{"3"});
-    QCOMPARE(SeenElsewhere(m->database, people, [&] { QVERIFY(Organisation_Delete(acme)); }),
+    QCOMPARE(SeenElsewhere(m->database, people, [&] { QVERIFY(Organisation_Delete(OrganRef(acme))); }),
              QSet<QString>{"3"});
     QCOMPARE(Rows("Contacts WHERE OrganRef > 1"), 0);
 }
@@ -358,7 +360,7 @@ void TestOrganisations::AnsweredForAll()
     for (const auto &[answer, moved] : {std::pair(Answer::NoToAll, 1), std::pair(Answer::YesToAll, 3)}) {
         const int acme = Organisation_Add(Company(u"Acme " % QString::number(moved)));
         Lists lists(acme);
-        ADO_Organisation_ShowContacts(beta, lists.view.contacts);
+        ADO_Organisation_ShowContacts(OrganRef(beta), lists.view.contacts);
         m->dialogs.Expect("Change Contact Organisation",
                           Question("Contact", lists.view.contacts.At(0).text, "Beta"), Answer::Yes);
         m->dialogs.Expect("Change Contact Organisation",
@@ -378,7 +380,7 @@ void TestOrganisations::DeletedWhileAsked()
     Lists lists(acme);
     lists.view.contacts.Add({Key(theirs), "Dodd, Cy"});
     Dialogs::Installed().msgBox = [acme](auto &&...) {
-        Organisation_Delete(acme);
+        Organisation_Delete(OrganRef(acme));
         return Answer::Yes;
     };
     QVERIFY(!lists.Store());
@@ -406,7 +408,7 @@ void TestOrganisations::RemovingAndTitles()
     const int ben = Employee("Ben", "Carter", acme);
     const int cy = Employee("Cy", "Dodd", acme);
     ListModel list;
-    ADO_Organisation_ShowContacts(acme, list);
+    ADO_Organisation_ShowContacts(OrganRef(acme), list);
     for (const int chosen : {anna, ben})
         list.Select(list.Find(Key(chosen)));
     const QString question = "Okay to update Contact(s) to Job Title 'Head's aide'?";

@@ -38,7 +38,8 @@ QStringList Cells()
 
 void Pay(int course, int contact, int date, const Fees::Payments &act)
 {
-    ADO_Course_Log_Transaction(course, contact, date, QStringLiteral("R1"), act, 0);
+    ADO_Course_Log_Transaction(CourseRef(course), ContactRef(contact), date, QStringLiteral("R1"), act,
+                               CreditCardRef(0));
 }
 } // namespace
 

@@ -62,17 +62,20 @@ bool MakeCourses()
     ADO_Contact_Fill(people);
     for (int row = 0; row < people.Count(); ++row) {
         if (row % 4 == 0)
-            ADO_Contact_AddContactConcession(KeyNumber(people.At(row).key), student);
+            ADO_Contact_AddContactConcession(ContactRef(KeyNumber(people.At(row).key)),
+                                             ConcessionRef(student));
         if (row % 7 == 0)
-            ADO_Contact_AddContactConcession(KeyNumber(people.At(row).key), pensioner);
+            ADO_Contact_AddContactConcession(ContactRef(KeyNumber(people.At(row).key)),
+                                             ConcessionRef(pensioner));
     }
 
     const CourseRecord courses[] = {
-        {0, QStringLiteral("Bookkeeping for Beginners"), QStringLiteral("BK1"),
+        {CourseRef(0), QStringLiteral("Bookkeeping for Beginners"), QStringLiteral("BK1"),
          QStringLiteral("Ten evenings; double entry, VAT returns, year end."), 180, 12},
-        {0, QStringLiteral("First Aid at Work"), QStringLiteral("FA3"),
+        {CourseRef(0), QStringLiteral("First Aid at Work"), QStringLiteral("FA3"),
          QStringLiteral("Three days, with the certificate."), 245.5, 10},
-        {0, QStringLiteral("Spanish, Improvers"), QString(), QStringLiteral("Monday mornings."), 96, 0},
+        {CourseRef(0), QStringLiteral("Spanish, Improvers"), QString(), QStringLiteral("Monday mornings."),
+         96, 0},
     };
     int person = 0;
     for (const CourseRecord &course : courses) {
@@ -80,7 +83,7 @@ bool MakeCourses()
         if (courseRef < 1)
             return false;
         for (int i = 0; i < 8 && person < people.Count(); ++i, ++person)
-            ADO_Course_EnrollStudent(courseRef, KeyNumber(people.At(person).key));
+            ADO_Course_EnrollStudent(CourseRef(courseRef), ContactRef(KeyNumber(people.At(person).key)));
     }
     return true;
 }

@@ -35,7 +35,7 @@ public:
         : m_contactRef(contactRef)
     {
         const bool isThere =
-            Reported("Screen", false, [&] { return ReadStoredContact(contactRef, m_shown); });
+            Reported("Screen", false, [&] { return ReadStoredContact(ContactRef(contactRef), m_shown); });
         Torture::Require(isThere, u"the person could not be read"_qs);
         m_seen = Contact_Values(m_shown.record, m_shown.Lists());
     }
@@ -47,8 +47,8 @@ public:
         Progress progress;
         ListModel nobody;
         SeenMembers unknown;
-        return Contact_Save(m_contactRef, m_shown.record, m_shown.Lists(), {0, nobody, unknown}, m_seen,
-                            progress)
+        return Contact_Save(ContactRef(m_contactRef), m_shown.record, m_shown.Lists(), {{}, nobody, unknown},
+                            m_seen, progress)
             .isWhole;
     }
 

@@ -146,7 +146,7 @@ void MonkeyHome::FillDatabase()
     }
     std::vector<int> given;
     for (int i = 0; i < courses; ++i)
-        given.push_back(Course_Add({0, u"Course " % QString::number(i), {}, {}, 50.0 + i, 20}));
+        given.push_back(Course_Add({{}, u"Course " % QString::number(i), {}, {}, 50.0 + i, 20}));
     for (size_t i = 0; i < people; ++i) {
         ContactRecord person;
         person.forename = u"Pat " % QString::number(i);
@@ -157,9 +157,9 @@ void MonkeyHome::FillDatabase()
         person.organRef = i % 3 == 0 ? organisations[i % organisations.size()] : 1;
         const int added = Contact_Add(person);
         if (i % 4 == 0)
-            ADO_Contact_AddContactConcession(added, student);
+            ADO_Contact_AddContactConcession(ContactRef(added), ConcessionRef(student));
         if (i % 2 == 0)
-            ADO_Course_EnrollStudent(given[i % given.size()], added);
+            ADO_Course_EnrollStudent(CourseRef(given[i % given.size()]), ContactRef(added));
     }
 }
 

@@ -37,12 +37,13 @@ void PauseBefore(const QString &write)
 bool PayOne(int courseRef, int contactRef)
 {
     const auto shown = Reported("PayOne", std::optional<StudentRecord>(),
-                                [&] { return ReadStudent(courseRef, contactRef); });
+                                [&] { return ReadStudent(CourseRef(courseRef), ContactRef(contactRef)); });
     if (!shown)
         return false;
     Fees::Payments act;
     act[Fees::Cash] = Money::OfHundredths(100);
-    return Course_Pay(courseRef, contactRef, {*shown, *shown, act, {}}).outcome == PaymentOutcome::Stored;
+    return Course_Pay(CourseRef(courseRef), ContactRef(contactRef), {*shown, *shown, act, {}}).outcome ==
+           PaymentOutcome::Stored;
 }
 
 /// Arguments: how often each of the people on course 1 pays, and whether the guard is on. Prints a line for
@@ -75,7 +76,8 @@ int EnrolAll(const QStringList &arguments)
     for (int course = 1; course <= own.at(0).toInt(); ++course) {
         for (int i = 0; i < people; ++i) {
             const int person = 1 + (i * 5 + own.at(2).toInt()) % people;
-            if (ADO_Course_EnrollStudent(course, person, places) == EnrolmentChange::Failed)
+            if (ADO_Course_EnrollStudent(CourseRef(course), ContactRef(person), places) ==
+                EnrolmentChange::Failed)
                 return 2;
         }
     }
@@ -96,7 +98,7 @@ void AddStudents()
 {
     AddCourses(1);
     for (int person = 1; person <= people; ++person)
-        ADO_Course_EnrollStudent(1, person);
+        ADO_Course_EnrollStudent(CourseRef(1), ContactRef(person));
 }
 
 double Sum(const QString &column, const QString &table)

@@ -76,9 +76,9 @@ const QStringList tablesOfPerson{u"StudentsEnrolled"_qs,  u"AttendanceRecord"_qs
                                  u"CourseStaff"_qs,       u"StudentExams"_qs,     u"Groups"_qs,
                                  u"ContactConcession"_qs, u"ContactRoles"_qs,     u"Contacts"_qs};
 
-int GroupRef()
+GroupRef TheGroup()
 {
-    return TestDatabase::Value(u"SELECT GroupRef FROM GroupNames"_qs).toInt();
+    return GroupRef(TestDatabase::Value(u"SELECT GroupRef FROM GroupNames"_qs).toInt());
 }
 
 bool SavePerson(int &key, int version)
@@ -86,27 +86,24 @@ bool SavePerson(int &key, int version)
     ContactRecord record;
     record.forename = u"Version " % QString::number(version);
     record.surname = QStringLiteral("Saved");
-    ListModel available;
-    ListModel characteristics;
-    ListModel roleList;
+    StoredContact shown;
     ListModel members;
     SeenMembers unknown;
     FieldValues notSeen;
-    TreeModel attributes;
-    Choose(characteristics, concessions, version);
-    Choose(roleList, roles, version);
+    Choose(shown.usedCriteria, concessions, version);
+    Choose(shown.roles, roles, version);
     Choose(members, others, version);
     const QString link = u'!' % TestDatabase::Value(u"SELECT LinkRef FROM LinkNames"_qs);
     for (int row = 0; row < members.Count(); ++row)
         members.SetKey(row, members.At(row).key % link);
-    ADO_CustomAttrib_Show(attributes, AttribSection::contacts);
-    for (TreeNode *node : attributes.Nodes()) {
+    ADO_CustomAttrib_Show(shown.attributes, AttribSection::contacts);
+    for (TreeNode *node : shown.attributes.Nodes()) {
         if (node->tick != TreeTick::None && node->row % 2 == version)
-            attributes.SetTick(node, TreeTick::On);
+            shown.attributes.SetTick(node, TreeTick::On);
     }
     Progress progress;
-    const RecordSaved saved = Contact_Save(key, record, {available, characteristics, roleList, attributes},
-                                           {GroupRef(), members, unknown}, notSeen, progress);
+    const RecordSaved saved = Contact_Save(ContactRef(key), record, shown.Lists(),
+                                           {TheGroup(), members, unknown}, notSeen, progress);
     key = saved.key;
     return saved.isWhole;
 }
@@ -130,7 +127,7 @@ QString StateOfPerson(int key)
 
 int PrepareDeleted(int key)
 {
-    if (key > 0 && Contact_Check(key))
+    if (key > 0 && Contact_Check(ContactRef(key)))
         return key;
     ContactRecord record;
     record.forename = QStringLiteral("Deleted");
@@ -140,6 +137,11 @@ int PrepareDeleted(int key)
         TestDatabase::Run(
             {u"INSERT INTO " % table % u" (ContactRef) VALUES (" % QString::number(key) % u")"});
     return key;
+}
+
+bool DeletePerson(int key)
+{
+    return ADO_Contact_Delete(ContactRef(key));
 }
 
 QString StateOfDeleted(int key)
@@ -155,7 +157,7 @@ QString StateOfDeleted(int key)
 bool SaveCourse(int &key, int version)
 {
     CourseRecord course;
-    course.courseRef = key;
+    course.courseRef = CourseRef(key);
     course.title = u"Version " % QString::number(version);
     ListModel characteristics;
     Choose(characteristics, concessions, version);
@@ -199,7 +201,7 @@ bool SaveOrganisation(int &key, int version)
     Choose(shown.usedCriteria, concessions, version);
     FieldValues notSeen;
     Progress progress;
-    const RecordSaved saved = Organisation_Save(key, record, shown.Lists(), notSeen, progress);
+    const RecordSaved saved = Organisation_Save(OrganRef(key), record, shown.Lists(), notSeen, progress);
     key = saved.key;
     return saved.isWhole;
 }
@@ -232,7 +234,7 @@ void SaveKills::MakeChoices()
         const QString name = u"Choice " % QString::number(i);
         Concession_Add(name, 10, 0, {});
         RoleType_Add({name, {}, 1, RoleStatus::Active, {}});
-        CustomAttrib_AddAttribVal(name, attribute);
+        CustomAttrib_AddAttribVal(name, AttributeRef(attribute));
     }
     for (int i = 0; i < people; ++i) {
         ContactRecord person;
@@ -240,14 +242,15 @@ void SaveKills::MakeChoices()
         person.surname = QStringLiteral("Other");
         Contact_Add(person);
     }
-    GroupName_Add(u"Family"_qs, {}, Contact_AddItem(ContactSection::GroupTypes, u"Relations"_qs, {}));
+    GroupName_Add(u"Family"_qs, {},
+                  LinkRef(Contact_AddItem(ContactSection::GroupTypes, u"Relations"_qs, {})));
 }
 
 const std::vector<Subject> &SaveKills::Subjects()
 {
     static const std::vector<Subject> subjects{
         {u"storing system values"_qs, 5000, PrepareValues, SaveValues, StateOfValues},
-        {u"deleting a person"_qs, 2000, PrepareDeleted, ADO_Contact_Delete, StateOfDeleted},
+        {u"deleting a person"_qs, 2000, PrepareDeleted, DeletePerson, StateOfDeleted},
         {u"saving a person with lists"_qs, 500, PreparePerson, SaveNext<SavePerson>, StateOfPerson},
         {u"saving a course"_qs, 1000, PrepareCourse, SaveNext<SaveCourse>, StateOfCourse},
         {u"saving an organisation with people"_qs, 500, PrepareOrganisation, SaveNext<SaveOrganisation>,

@@ -11,15 +11,15 @@ namespace
 const QString groupExists = QStringLiteral("Group name already exists in database.");
 const QString groupings = QStringLiteral("Groupings");
 
-int LivingGroup(int groupRef, const QString &title)
+int LivingGroup(GroupRef groupRef, const QString &title)
 {
-    return LivingKey(QStringLiteral("GroupNames"), QStringLiteral("GroupRef"), groupRef,
+    return LivingKey(QStringLiteral("GroupNames"), QStringLiteral("GroupRef"), groupRef.number,
                      QStringLiteral("group"), title);
 }
 
-int LivingType(int linkRef, const QString &title)
+int LivingType(LinkRef linkRef, const QString &title)
 {
-    return LivingKey(QStringLiteral("LinkNames"), QStringLiteral("LinkRef"), linkRef,
+    return LivingKey(QStringLiteral("LinkNames"), QStringLiteral("LinkRef"), linkRef.number,
                      QStringLiteral("group type"), title);
 }
 
@@ -40,7 +40,7 @@ bool Refuse(const QString &text)
 }
 } // namespace
 
-int GroupName_Add(const QString &name, const QString &referenceId, int linkRef)
+int GroupName_Add(const QString &name, const QString &referenceId, LinkRef linkRef)
 {
     const QString title = QStringLiteral("Add Group Name");
     const int type = LivingType(linkRef, title);
@@ -50,7 +50,7 @@ int GroupName_Add(const QString &name, const QString &referenceId, int linkRef)
                          groupExists, title);
 }
 
-int GroupName_Update(int groupRef, const QString &name, const QString &referenceId, int linkRef)
+int GroupName_Update(GroupRef groupRef, const QString &name, const QString &referenceId, LinkRef linkRef)
 {
     const QString title = QStringLiteral("Update Group Name");
     const int group = LivingGroup(groupRef, title);
@@ -62,9 +62,9 @@ int GroupName_Update(int groupRef, const QString &name, const QString &reference
         groupExists, title);
 }
 
-void GroupName_TakeTyped(int linkRef, ComboModel &list, const QString &typed)
+void GroupName_TakeTyped(LinkRef linkRef, ComboModel &list, const QString &typed)
 {
-    if (linkRef < 1) {
+    if (!linkRef) {
         Refuse(QStringLiteral("No group type selected."));
         return;
     }
@@ -94,21 +94,21 @@ bool Group_AddMembers(const ComboModel &types, const ComboModel &groups, const L
     return true;
 }
 
-int Group_Check(int groupRef)
+int Group_Check(GroupRef groupRef)
 {
     return LivingGroup(groupRef, groupings);
 }
 
-int Group_LeaveOutDeleted(int groupRef, ListModel &members)
+int Group_LeaveOutDeleted(GroupRef groupRef, ListModel &members)
 {
     const int group = Group_Check(groupRef);
     return group < 1 || LeaveOutDeletedMembers(members) ? group : -1;
 }
 
-int Group_Update(int groupRef, ListModel &members, SeenMembers &seen, Progress &progress)
+int Group_Update(GroupRef groupRef, ListModel &members, SeenMembers &seen, Progress &progress)
 {
-    if (groupRef <= 0)
-        return groupRef;
+    if (!groupRef)
+        return groupRef.number;
     const int group = Group_LeaveOutDeleted(groupRef, members);
     return group < 1 || ADO_Contact_UpdateGroup(groupRef, members, seen, progress) ? group : -1;
 }

@@ -82,7 +82,7 @@ int MemberLink(const QString &key)
     return key.section(u'!', 1).toInt();
 }
 
-int ADO_Contact_AddGroupName(const QString &name, const QString &referenceId, int linkRef)
+int ADO_Contact_AddGroupName(const QString &name, const QString &referenceId, LinkRef linkRef)
 {
     const QString sameGroup = SameGroup(name, referenceId);
     return AddRow("ADO_Contact_AddGroupName", sameGroup,
@@ -91,7 +91,8 @@ int ADO_Contact_AddGroupName(const QString &name, const QString &referenceId, in
                   sameGroup, u"GroupRef");
 }
 
-int ADO_Contact_UpdateGroupName(int groupRef, const QString &name, const QString &referenceId, int linkRef)
+int ADO_Contact_UpdateGroupName(GroupRef groupRef, const QString &name, const QString &referenceId,
+                                LinkRef linkRef)
 {
     // The type stands between apostrophes here alone; the database takes it as the number that it is.
     return UpdateRow("ADO_Contact_UpdateGroupName",
@@ -99,20 +100,20 @@ int ADO_Contact_UpdateGroupName(int groupRef, const QString &name, const QString
                      u"UPDATE GroupNames SET Name = '" % name % u"', ReferenceID = '" % referenceId %
                          u"', LinkRef = '" % SqlNumber(linkRef) % u"' WHERE GroupRef = " %
                          SqlNumber(groupRef),
-                     groupRef);
+                     groupRef.number);
 }
 
-ReadRow<GroupName> ADO_Contact_ShowGroupName(int groupRef)
+ReadRow<GroupName> ADO_Contact_ShowGroupName(GroupRef groupRef)
 {
     return ReadOne<GroupName>("ADO_Contact_ShowGroupName",
                               u"SELECT * FROM GroupNames WHERE GroupRef = " % SqlNumber(groupRef),
                               [](const Recordset::Row &row) {
                                   return GroupName{row.Text(u"Name"), row.Text(u"ReferenceID"),
-                                                   static_cast<int>(row.Long(u"LinkRef"))};
+                                                   LinkRef(static_cast<int>(row.Long(u"LinkRef")))};
                               });
 }
 
-void ADO_Contact_FillGroupNames(int linkRef, ComboModel &list)
+void ADO_Contact_FillGroupNames(LinkRef linkRef, ComboModel &list)
 {
     Reported("ADO_Contact_FillGroupNames", [&] {
         list.Clear();
@@ -126,7 +127,7 @@ void ADO_Contact_FillGroupNames(int linkRef, ComboModel &list)
     });
 }
 
-bool ADO_Contact_ShowGroup(int groupRef, ListModel &list)
+bool ADO_Contact_ShowGroup(GroupRef groupRef, ListModel &list)
 {
     return Reported("ADO_Contact_ShowGroup", false, [&] {
         list.Clear();
@@ -148,7 +149,7 @@ bool ADO_Contact_ShowGroup(int groupRef, ListModel &list)
     });
 }
 
-bool ADO_Contact_UpdateGroup(int groupRef, ListModel &list, SeenMembers &seen, Progress &progress)
+bool ADO_Contact_UpdateGroup(GroupRef groupRef, ListModel &list, SeenMembers &seen, Progress &progress)
 {
     int stored = 0;
     const bool done = Reported("ADO_Contact_UpdateGroup", false, [&] {
@@ -182,7 +183,7 @@ bool ADO_Contact_UpdateGroup(int groupRef, ListModel &list, SeenMembers &seen, P
     return done;
 }
 
-void ADO_Contact_ShowGroup_Tree(int contactRef, TreeModel &tree)
+void ADO_Contact_ShowGroup_Tree(ContactRef contactRef, TreeModel &tree)
 {
     Reported("ADO_Contact_ShowGroup_Tree", [&] {
         tree.Clear();
@@ -214,17 +215,17 @@ void ADO_Contact_ShowGroup_Tree(int contactRef, TreeModel &tree)
     });
 }
 
-bool ADO_Contact_DeleteLink(int linkRef)
+bool ADO_Contact_DeleteLink(LinkRef linkRef)
 {
     return RunWithKey("ADO_Contact_DeleteLink",
                       {u"DELETE FROM Groups WHERE LinkRef = ", u"DELETE FROM GroupNames WHERE LinkRef = ",
                        u"DELETE FROM LinkNames WHERE LinkRef = "},
-                      linkRef);
+                      linkRef.number);
 }
 
-bool ADO_Contact_DeleteGroup(int groupRef)
+bool ADO_Contact_DeleteGroup(GroupRef groupRef)
 {
     return RunWithKey("ADO_Contact_DeleteGroup",
                       {u"DELETE FROM Groups WHERE GroupRef = ", u"DELETE FROM GroupNames WHERE GroupRef = "},
-                      groupRef);
+                      groupRef.number);
 }

@@ -20,11 +20,11 @@ frmGroupName::frmGroupName(QWidget *parent)
     AddButtons(form);
 }
 
-void frmGroupName::EditItem(int groupRef)
+void frmGroupName::EditItem(int key)
 {
-    BeginEditing(groupRef);
+    BeginEditing(key);
     Notify(QStringLiteral("Loading Group Information"));
-    const ReadRow<GroupName> group = ADO_Contact_ShowGroupName(groupRef);
+    const ReadRow<GroupName> group = ADO_Contact_ShowGroupName(GroupRef(key));
     Notify({});
     if (group)
         ShowGroupName(*group);
@@ -40,7 +40,7 @@ void frmGroupName::ShowGroupName(const GroupName &group)
 {
     ContactFields::Show(m_groupName, group.name);
     ContactFields::Show(m_refName, group.referenceId);
-    m_types.SetCurrent(m_types.FindData(group.linkRef));
+    m_types.SetCurrent(m_types.FindData(group.linkRef.number));
 }
 
 void frmGroupName::LeaveFields()
@@ -50,8 +50,8 @@ void frmGroupName::LeaveFields()
 
 int frmGroupName::Store()
 {
-    const int typeRef = m_types.CurrentData();
+    const LinkRef typeRef(m_types.CurrentData());
     const RefLabel item = Item();
-    return Key() > 0 ? GroupName_Update(Key(), item.name, item.reference, typeRef)
+    return Key() > 0 ? GroupName_Update(GroupRef(Key()), item.name, item.reference, typeRef)
                      : GroupName_Add(item.name, item.reference, typeRef);
 }

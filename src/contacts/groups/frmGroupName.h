@@ -3,6 +3,7 @@
 #include "contacts/groups/GroupODBC.h"
 #include "controls/ComboModel.h"
 #include "database/values/GlobalCode.h"
+#include "database/values/Keys.h"
 #include "forms/frames/ItemDialog.h"
 
 class QLineEdit;
@@ -17,7 +18,7 @@ public:
     explicit frmGroupName(QWidget *parent = nullptr);
 
     /// Loads a group to change instead of adding one.
-    void EditItem(int groupRef);
+    void EditItem(int key);
     RefLabel Item() const;
 
 private:

@@ -19,15 +19,15 @@ int Concession_Add(const QString &name, double percentage, double hardDiscount, 
         concessionExists, QStringLiteral("Add Concession"));
 }
 
-int Concession_Check(int concessionRef, const QString &title)
+int Concession_Check(ConcessionRef concessionRef, const QString &title)
 {
     const ContactSectionInfo &section = ContactSectionOf(ContactSection::Characteristics);
-    return LivingKey(section.table, section.keyColumn, concessionRef, QStringLiteral("characteristic"),
+    return LivingKey(section.table, section.keyColumn, concessionRef.number, QStringLiteral("characteristic"),
                      title);
 }
 
-int Concession_Update(int concessionRef, const QString &name, double percentage, double hardDiscount,
-                      const QString &referenceId)
+int Concession_Update(ConcessionRef concessionRef, const QString &name, double percentage,
+                      double hardDiscount, const QString &referenceId)
 {
     const QString title = QStringLiteral("Update Concession");
     const int living = Concession_Check(concessionRef, title);
@@ -44,14 +44,14 @@ bool Concession_LeaveOutDeleted(ListModel &used)
     return LeaveOutDeleted(used, section.table, section.keyColumn, section.caption);
 }
 
-bool Concession_Store(int contactRef, const ListModel &used)
+bool Concession_Store(ContactRef contactRef, const ListModel &used)
 {
     return Reported("Concession_Store", false, [&] {
         // In one piece: a crash after the wipe would lose the characteristics.
         WriteGroup group(gConnection);
         bool stored = ADO_Contact_ConcessionWipe(contactRef);
         for (int row = 0; stored && row < used.Count(); ++row)
-            stored = ADO_Contact_AddContactConcession(contactRef, KeyNumber(used.At(row).key));
+            stored = ADO_Contact_AddContactConcession(contactRef, ConcessionRef(KeyNumber(used.At(row).key)));
         EndRows(group);
         return stored;
     });

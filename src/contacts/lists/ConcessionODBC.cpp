@@ -16,7 +16,7 @@ QString SameConcession(const QString &name, const QString &referenceId)
     return u"SELECT * FROM Concessions WHERE Name = '" % name % u"' AND ReferenceID = '" % referenceId % u"'";
 }
 
-ReadRow<double> ReadFigure(const char *routineName, QStringView column, int concessionRef)
+ReadRow<double> ReadFigure(const char *routineName, QStringView column, ConcessionRef concessionRef)
 {
     return ReadOne<double>(routineName,
                            u"SELECT " % column % u" FROM Concessions WHERE ConcessionRef = " %
@@ -36,7 +36,7 @@ int ADO_Contact_AddConcession(const QString &name, double percentage, double har
                   sameConcession, u"ConcessionRef");
 }
 
-int ADO_Contact_UpdateConcession(int concessionRef, const QString &name, double percentage,
+int ADO_Contact_UpdateConcession(ConcessionRef concessionRef, const QString &name, double percentage,
                                  double hardDiscount, const QString &referenceId)
 {
     return UpdateRow("ADO_Contact_UpdateConcession",
@@ -44,35 +44,35 @@ int ADO_Contact_UpdateConcession(int concessionRef, const QString &name, double 
                      u"UPDATE Concessions SET Name = '" % name % u"',Percentage = " % SqlNumber(percentage) %
                          u",HardDiscount = " % SqlNumber(hardDiscount) % u",ReferenceID = '" % referenceId %
                          u"' WHERE ConcessionRef = " % SqlNumber(concessionRef),
-                     concessionRef);
+                     concessionRef.number);
 }
 
-ReadRow<double> ADO_Contact_GetConcessionPercent(int concessionRef)
+ReadRow<double> ADO_Contact_GetConcessionPercent(ConcessionRef concessionRef)
 {
     return ReadFigure("ADO_Contact_GetConcessionPercent", u"Percentage", concessionRef);
 }
 
-ReadRow<double> ADO_Contact_GetConcesionDiscount(int concessionRef)
+ReadRow<double> ADO_Contact_GetConcesionDiscount(ConcessionRef concessionRef)
 {
     return ReadFigure("ADO_Contact_GetConcesionDiscount", u"HardDiscount", concessionRef);
 }
 
-bool ADO_Contact_DeleteConcession(int concessionRef)
+bool ADO_Contact_DeleteConcession(ConcessionRef concessionRef)
 {
     return RunWithKey("ADO_Contact_DeleteConcession",
                       {u"DELETE FROM OrganChars WHERE ConcessionRef = ",
                        u"DELETE FROM ContactConcession WHERE ConcessionRef = ",
                        u"DELETE FROM Concessions WHERE ConcessionRef = "},
-                      concessionRef);
+                      concessionRef.number);
 }
 
-bool ADO_Contact_ConcessionWipe(int contactRef)
+bool ADO_Contact_ConcessionWipe(ContactRef contactRef)
 {
     return RunWithKey("ADO_Contact_ConcessionWipe", {u"DELETE FROM ContactConcession WHERE ContactRef = "},
-                      contactRef);
+                      contactRef.number);
 }
 
-bool ADO_Contact_AddContactConcession(int contactRef, int concessionRef)
+bool ADO_Contact_AddContactConcession(ContactRef contactRef, ConcessionRef concessionRef)
 {
     return Reported("ADO_Contact_AddContactConcession", false, [&] {
         // Guarded with the people, so that the save of one waits for nobody on its way.
@@ -86,7 +86,7 @@ bool ADO_Contact_AddContactConcession(int contactRef, int concessionRef)
     });
 }
 
-void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list, Progress &progress)
+void ADO_Contact_AddConcessionList(ConcessionRef concessionRef, const ListModel &list, Progress &progress)
 {
     Reported("ADO_Contact_AddConcessionList", [&] {
         const bool held =
@@ -96,13 +96,13 @@ void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list, Pro
         if (held && Dialogs::MsgBox(QStringLiteral("Remove all previous contacts added to this type?"),
                                     QStringLiteral("Contact Update"), Dialogs::Buttons::YesNo,
                                     Dialogs::Icon::Question, Dialogs::Answer::No) == Dialogs::Answer::Yes)
-            ADO_Contact_ConcessionWipe(concessionRef);
+            ADO_Contact_ConcessionWipe(ContactRef(concessionRef.number));
 
         progress.Begin(list.Count());
         WriteGroup group(gConnection);
         for (int row = 0; row < list.Count() && !progress.IsCancelled(); ++row) {
             // A failure was reported; the next person may well take it.
-            ADO_Contact_AddContactConcession(KeyNumber(list.At(row).key), concessionRef);
+            ADO_Contact_AddContactConcession(ContactRef(KeyNumber(list.At(row).key)), concessionRef);
             EndRow(group);
             progress.SetValue(row + 1);
         }
@@ -110,7 +110,7 @@ void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list, Pro
     });
 }
 
-void ADO_Contact_Fill_Concession(int concessionRef, ListModel &list, Progress &progress)
+void ADO_Contact_Fill_Concession(ConcessionRef concessionRef, ListModel &list, Progress &progress)
 {
     Reported("ADO_Contact_Fill_Concession", [&] {
         list.Clear();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "database/statements/ReadRow.h"
+#include "database/values/Keys.h"
 
 #include <QString>
 
@@ -18,26 +19,26 @@ int ADO_Contact_AddConcession(const QString &name, double percentage, double har
                               const QString &referenceId);
 /// Writes all fields of a characteristic. `concessionRef`, 0 where another one has name and reference, -1
 /// on an error.
-int ADO_Contact_UpdateConcession(int concessionRef, const QString &name, double percentage,
+int ADO_Contact_UpdateConcession(ConcessionRef concessionRef, const QString &name, double percentage,
                                  double hardDiscount, const QString &referenceId);
 /// Percent of the fee.
-ReadRow<double> ADO_Contact_GetConcessionPercent(int concessionRef);
+ReadRow<double> ADO_Contact_GetConcessionPercent(ConcessionRef concessionRef);
 /// The amount in currency units.
-ReadRow<double> ADO_Contact_GetConcesionDiscount(int concessionRef);
+ReadRow<double> ADO_Contact_GetConcesionDiscount(ConcessionRef concessionRef);
 /// Deletes a characteristic and takes it from people and organisations; enrolments keep its name as text.
 /// False on an error.
-bool ADO_Contact_DeleteConcession(int concessionRef);
+bool ADO_Contact_DeleteConcession(ConcessionRef concessionRef);
 
 /// Takes all characteristics from a person. False on an error.
-bool ADO_Contact_ConcessionWipe(int contactRef);
+bool ADO_Contact_ConcessionWipe(ContactRef contactRef);
 /// Gives a person a characteristic that is not held yet. False on an error.
-bool ADO_Contact_AddContactConcession(int contactRef, int concessionRef);
+bool ADO_Contact_AddContactConcession(ContactRef contactRef, ConcessionRef concessionRef);
 /// Gives the characteristic to everybody in `list`, whose keys hold the people's references. Where somebody
 /// has it already the user is asked whether to remove the earlier ones first; see the note inside. An error
 /// stops at that person and a cancelled `progress` behind one, with the earlier ones served.
-void ADO_Contact_AddConcessionList(int concessionRef, const ListModel &list, Progress &progress);
+void ADO_Contact_AddConcessionList(ConcessionRef concessionRef, const ListModel &list, Progress &progress);
 /// Fills `list` with the people who have a characteristic: key "?" + reference, "surname, forename" with
 /// the site's reference in front where that is shown. A cancelled `progress` ends it behind a person.
-void ADO_Contact_Fill_Concession(int concessionRef, ListModel &list, Progress &progress);
+void ADO_Contact_Fill_Concession(ConcessionRef concessionRef, ListModel &list, Progress &progress);
 /// Fills the criterion tree with all characteristics, none of them used: key "!" + reference.
 void ADO_Contact_ShowChar(TreeModel &tree);

@@ -19,7 +19,7 @@ Recordset OpenPeople()
 }
 
 /// The columns of OpenPeople: looked up by number, since the list holds a hundred thousand people.
-enum PeopleColumn { ContactRef, Surname, Forename, ReferenceId };
+enum PeopleColumn { Reference, Surname, Forename, ReferenceId };
 
 /// What the lists of people show, with one piece of memory a text: with a hundred thousand rows that is
 /// what the time goes to.
@@ -45,7 +45,7 @@ public:
     static QString Key(const Recordset::Row &row)
     {
         std::array<char, 24> key{'?'};
-        const auto end = std::to_chars(key.data() + 1, key.data() + key.size(), row.Long(ContactRef)).ptr;
+        const auto end = std::to_chars(key.data() + 1, key.data() + key.size(), row.Long(Reference)).ptr;
         return QString::fromLatin1(key.data(), end - key.data());
     }
 
@@ -102,7 +102,7 @@ void ADO_Contact_FillListC(ComboModel &list, bool withSelectRow)
         items.reserve(static_cast<size_t>(people.RowCount()));
         PersonReader person;
         for (const Recordset::Row row : people) {
-            const int key = static_cast<int>(row.Long(ContactRef));
+            const int key = static_cast<int>(row.Long(Reference));
             person.Read(row);
             if (key == 1 && !person.hasSurname) {
                 if (withSelectRow)

@@ -63,8 +63,8 @@ void frmContactMainAddEdit::EditItem(int key)
 /// False where a figure could not be read: a discount that is not known must not be stored as none.
 bool frmContactMainAddEdit::ReadFigures(int key)
 {
-    const ReadRow<double> percentage = ADO_Contact_GetConcessionPercent(key);
-    const ReadRow<double> amount = ADO_Contact_GetConcesionDiscount(key);
+    const ReadRow<double> percentage = ADO_Contact_GetConcessionPercent(ConcessionRef(key));
+    const ReadRow<double> amount = ADO_Contact_GetConcesionDiscount(ConcessionRef(key));
     if (percentage)
         m_percentage->SetValue(*percentage);
     if (amount)
@@ -106,7 +106,7 @@ int frmContactMainAddEdit::StoreCharacteristic()
     const double amount = m_hardDiscount->Value();
     if (Key() == 0)
         return Concession_Add(item.name, percentage, amount, item.reference);
-    const int key = Concession_Update(Key(), item.name, percentage, amount, item.reference);
+    const int key = Concession_Update(ConcessionRef(Key()), item.name, percentage, amount, item.reference);
     if (key > 0 && (percentage != m_loadedPercentage || amount != m_loadedAmount)) {
         ProgressBox::Run(this, QStringLiteral("Concession Update"), [&](Progress &progress) {
             Course_ChangePercentage(item.name, percentage, amount, progress);

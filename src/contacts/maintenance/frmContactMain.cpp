@@ -14,17 +14,16 @@
 
 namespace
 {
-/// Shows a section's dialog, on the row of `key` where that is not 0; the texts of what was stored.
+/// Shows a section's dialog, on the row of `key` where that is not 0; what was stored, if anything.
 template <typename Form>
-std::optional<RefLabel> Run(Form &form, int key)
+std::optional<frmContactMain::Stored> RunDialog(Form &form, int key)
 {
     if (key > 0)
         form.EditItem(key);
-    gDialogResult = 0;
-    form.exec();
-    if (gDialogResult <= 0)
+    const int stored = form.Run();
+    if (stored <= 0)
         return {};
-    return form.Item();
+    return frmContactMain::Stored{stored, form.Item()};
 }
 
 Deletion Delete(ContactSection section, const ListItem &item)
@@ -32,11 +31,11 @@ Deletion Delete(ContactSection section, const ListItem &item)
     const int key = KeyNumber(item.key);
     bool done = false;
     if (section == ContactSection::Organisations) {
-        done = Organisation_Delete(key);
+        done = Organisation_Delete(OrganRef(key));
     } else if (section == ContactSection::Roles) {
-        if (!RoleType_MayDelete(key, item.text))
+        if (!RoleType_MayDelete(RoleTypeRef(key), item.text))
             return Deletion::Kept;
-        done = ADO_Contact_DeleteRole(key);
+        done = ADO_Contact_DeleteRole(RoleTypeRef(key));
     } else {
         done = Contact_DeleteItem(section, key);
     }
@@ -128,11 +127,11 @@ void frmContactMain::AddItem()
         AddOrganisation();
         return;
     }
-    const std::optional<RefLabel> added = OpenDialog(0);
+    const std::optional<Stored> added = OpenDialog(0);
     if (!added)
         return;
-    const QString key = u'!' % QString::number(gDialogResult);
-    m_items.Add({key, FormatRefLabel(added->reference, added->name)});
+    const QString key = u'!' % SqlNumber(added->key);
+    m_items.Add({key, FormatRefLabel(added->item.reference, added->item.name)});
     SelectKey(key);
 }
 
@@ -162,8 +161,8 @@ void frmContactMain::EditItem()
         Refresh();
         return;
     }
-    if (const std::optional<RefLabel> stored = OpenDialog(key))
-        m_items.SetText(row, FormatRefLabel(stored->reference, stored->name));
+    if (const std::optional<Stored> stored = OpenDialog(key))
+        m_items.SetText(row, FormatRefLabel(stored->item.reference, stored->item.name));
     else
         Refresh();
 }
@@ -174,22 +173,22 @@ void frmContactMain::DeleteItems()
     DeleteSelected(m_items, [section](const ListItem &item) { return Delete(section, item); });
 }
 
-std::optional<RefLabel> frmContactMain::OpenDialog(int key)
+std::optional<frmContactMain::Stored> frmContactMain::OpenDialog(int key)
 {
     switch (Section()) {
     case ContactSection::Groups: {
         frmGroupName form(this);
-        return Run(form, key);
+        return RunDialog(form, key);
     }
     case ContactSection::Roles: {
         frmAddEditRoleTypes form(this);
-        return Run(form, key);
+        return RunDialog(form, key);
     }
     default: {
         const QString caption = ContactSectionOf(Section()).caption;
         frmContactMainAddEdit form(Section(), this);
         form.SetCaptions(caption, caption % u':');
-        return Run(form, key);
+        return RunDialog(form, key);
     }
     }
 }

@@ -16,6 +16,12 @@ class frmContactMain final : public FormDialog
     Q_OBJECT
 
 public:
+    /// The row that a section's dialog stored, and its texts.
+    struct Stored {
+        int key;
+        RefLabel item;
+    };
+
     explicit frmContactMain(QWidget *parent = nullptr);
 
 private:
@@ -33,7 +39,7 @@ private:
     void DeleteItems();
     /// Opens the section's dialog, not that of organisations, for a new row or for the one of `key`; the
     /// texts of what was stored.
-    std::optional<RefLabel> OpenDialog(int key);
+    std::optional<Stored> OpenDialog(int key);
 
     ListModel m_sections;
     ListModel m_items;

@@ -39,7 +39,7 @@ public:
     /// drop a student here would end the enrolment.
     std::optional<ListItem> Read(ListItem person)
     {
-        const int contactRef = KeyNumber(person.key);
+        const ContactRef contactRef(KeyNumber(person.key));
         const std::optional<bool> exists = ADO_Contact_CheckContact(contactRef);
         m_progress.SetValue(m_progress.Value() + 1);
         m_failed = !exists;
@@ -126,9 +126,9 @@ bool Contact_DropDeleted(ListModel &selected, const QString &title)
     return LeaveOutDeleted(selected, people.table, people.keyColumn, title);
 }
 
-void Contact_FillSubset(int concessionRef, ListModel &available, Progress &progress)
+void Contact_FillSubset(ConcessionRef concessionRef, ListModel &available, Progress &progress)
 {
-    if (concessionRef == 0)
+    if (!concessionRef)
         ADO_Contact_Fill(available);
     else
         ADO_Contact_Fill_Concession(concessionRef, available, progress);
@@ -146,7 +146,8 @@ void Contact_FillSubsetList(ComboModel &subsets)
     subsets.SetCurrent(std::max(0, subsets.FindData(chosen)));
 }
 
-void Contact_SelectStudents(int courseRef, const ListModel &shown, ListModel &selected, Progress &progress)
+void Contact_SelectStudents(CourseRef courseRef, const ListModel &shown, ListModel &selected,
+                            Progress &progress)
 {
     ListModel enrolled;
     ADO_Course_ShowEnrolledStudents(courseRef, enrolled);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/values/Keys.h"
+
 #include <QSet>
 #include <QString>
 
@@ -22,14 +24,15 @@ void Contact_RefreshSelected(ListModel &selected, Progress &progress);
 /// done to all of it. False on an error.
 bool Contact_DropDeleted(ListModel &selected, const QString &title);
 /// Fills `available` with the people of a characteristic, or with everybody where it is 0.
-void Contact_FillSubset(int concessionRef, ListModel &available, Progress &progress);
+void Contact_FillSubset(ConcessionRef concessionRef, ListModel &available, Progress &progress);
 /// Fills `subsets` with the characteristics behind a blank row that stands for everybody; what was chosen
 /// stays chosen if it is still there.
 void Contact_FillSubsetList(ComboModel &subsets);
 /// Makes `selected` the students of a course as they are enrolled now. Where none are read, those that
 /// `shown` lists stand in for them: a read that failed must not look like a course without students. Who
 /// the run does not come to has the name alone.
-void Contact_SelectStudents(int courseRef, const ListModel &shown, ListModel &selected, Progress &progress);
+void Contact_SelectStudents(CourseRef courseRef, const ListModel &shown, ListModel &selected,
+                            Progress &progress);
 /// Brings a selection up to date that is to take the place of the people `stored` ("?" keys), of whom `known`
 /// were there when it was drawn up: who was added elsewhere since joins it, who was removed elsewhere leaves
 /// it, and the user is told their names. `known` is `stored` then. False on an error.

@@ -19,7 +19,7 @@ bool PeopleRun::Store(QWidget *form, const QString &title, const QString &become
     return done;
 }
 
-void PeopleRun::FillSubset(QWidget *form, int concessionRef, ListModel &available)
+void PeopleRun::FillSubset(QWidget *form, ConcessionRef concessionRef, ListModel &available)
 {
     Run(form, QStringLiteral("Available Contacts"), QStringLiteral("Those are listed, the rest are not."),
         [&](Progress &progress) { Contact_FillSubset(concessionRef, available, progress); });

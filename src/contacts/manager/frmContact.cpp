@@ -149,7 +149,7 @@ void frmContact::FillCharacteristics()
 
 void frmContact::FillContacts()
 {
-    PeopleRun::FillSubset(this, m_subset.CurrentData(), m_contacts);
+    PeopleRun::FillSubset(this, ConcessionRef(m_subset.CurrentData()), m_contacts);
     EnableButtons();
 }
 
@@ -217,10 +217,7 @@ void frmContact::ViewContacts()
         if (all || m_selected.IsSelected(row))
             keys.append(m_selected.At(row).key);
     }
-    gDialogResult = 0;
-    frmAddContact form(this);
-    form.OpenRecords(keys);
-    form.exec();
+    frmAddContact::ShowRecords(keys, this);
     Refresh();
 }
 
@@ -241,9 +238,9 @@ void frmContact::Refresh()
 void frmContact::Search()
 {
     frmSearchContact form(m_selected, this);
-    if (form.exec() == QDialog::Accepted)
-        m_published = gDialogResult > 0;
-    gDialogResult = 0;
+    const bool isPublished = form.Run() > 0;
+    if (form.result() == QDialog::Accepted)
+        m_published = isPublished;
     Refresh();
 }
 
@@ -264,14 +261,15 @@ void frmContact::ApplyCharacteristic()
     if (characteristic < 1)
         return;
     const QString title = QStringLiteral("Contact Update");
-    const int living = Concession_Check(characteristic, title);
+    const int living = Concession_Check(ConcessionRef(characteristic), title);
     if (living == 0)
         FillCharacteristics();
     if (living < 1 || !DropDeleted(title))
         return;
-    PeopleRun::Run(
-        this, title, QStringLiteral("Those have the characteristic, the rest are as they were."),
-        [&](Progress &progress) { ADO_Contact_AddConcessionList(characteristic, m_selected, progress); });
+    PeopleRun::Run(this, title, QStringLiteral("Those have the characteristic, the rest are as they were."),
+                   [&](Progress &progress) {
+                       ADO_Contact_AddConcessionList(ConcessionRef(characteristic), m_selected, progress);
+                   });
     if (m_subset.CurrentData() > 0)
         FillContacts();
 }

@@ -210,10 +210,7 @@ void frmSearchContact::ViewContacts()
         for (int row = 0; row < m_found.Count(); ++row)
             keys.append(m_found.At(row).key);
     }
-    frmAddContact form(this);
-    form.OpenRecords(keys);
-    form.exec();
-    gDialogResult = 0;
+    frmAddContact::ShowRecords(keys, this);
 }
 
 void frmSearchContact::HandOver()

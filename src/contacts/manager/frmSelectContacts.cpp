@@ -175,7 +175,7 @@ void frmSelectContacts::ShowMenu(ListView *list, const QPoint &position)
 void frmSelectContacts::FillSubset()
 {
     m_shownSubset = m_subsets.CurrentData();
-    PeopleRun::FillSubset(this, m_shownSubset, m_available);
+    PeopleRun::FillSubset(this, ConcessionRef(m_shownSubset), m_available);
 }
 
 void frmSelectContacts::Refresh()
@@ -187,9 +187,8 @@ void frmSelectContacts::Refresh()
 
 void frmSelectContacts::AddContact()
 {
-    const int contactRef = frmAddContact::AddRecord(this);
-    gDialogResult = 0;
-    if (contactRef <= 0)
+    const ContactRef contactRef(frmAddContact::AddRecord(this));
+    if (!contactRef)
         return;
     Refresh();
     const int row = m_available.Find(u'?' % SqlNumber(contactRef));
@@ -202,18 +201,13 @@ void frmSelectContacts::AddContact()
 void frmSelectContacts::ViewContacts()
 {
     const QStringList keys = m_viewed->Model().SelectedKeys();
-    frmAddContact form(this);
-    form.OpenRecords(keys);
-    form.exec();
-    gDialogResult = 0;
+    frmAddContact::ShowRecords(keys, this);
     Refresh();
 }
 
 void frmSelectContacts::Search()
 {
-    frmSearchContact form(m_selected, this);
-    form.exec();
-    gDialogResult = 0;
+    frmSearchContact(m_selected, this).Run();
 }
 
 void frmSelectContacts::HandOver()

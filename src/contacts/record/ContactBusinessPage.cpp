@@ -113,7 +113,6 @@ void ContactBusinessPage::EditOrganisation()
     if (organRef <= 1)
         return;
     OtherScreens::Installed().organisations({u'?' % QString::number(organRef)}, this);
-    gDialogResult = 0;
     // The same organisation under another name is no change of the person.
     std::vector<QSignalBlocker> quiet;
     quiet.emplace_back(m_organList);
@@ -139,7 +138,7 @@ void ContactBusinessPage::ShowChosen()
     const int organRef = m_organisations.CurrentData();
     ContactOrganisation shown;
     if (organRef > 1) {
-        if (const auto read = ADO_Organisation_ShowContactOrganisation(organRef))
+        if (const auto read = ADO_Organisation_ShowContactOrganisation(::OrganRef(organRef)))
             shown = *read;
     }
     ShowOrganisation(shown);

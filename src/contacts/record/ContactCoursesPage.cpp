@@ -17,7 +17,7 @@ ContactCoursesPage::ContactCoursesPage(QWidget *parent)
     form.Place(m_text, QStringLiteral("CoursesText"), QStringLiteral("Courses and pa&yments:"), true);
 }
 
-void ContactCoursesPage::ShowHistory(int contactRef)
+void ContactCoursesPage::ShowHistory(ContactRef contactRef)
 {
-    m_text->setPlainText(contactRef > 0 ? Contact_CourseHistoryText(contactRef) : QString());
+    m_text->setPlainText(contactRef ? Contact_CourseHistoryText(contactRef) : QString());
 }

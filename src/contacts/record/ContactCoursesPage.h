@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/values/Keys.h"
+
 #include <QWidget>
 
 class QPlainTextEdit;
@@ -13,7 +15,7 @@ public:
     explicit ContactCoursesPage(QWidget *parent = nullptr);
 
     /// Reads the history of a saved person; 0 empties the page.
-    void ShowHistory(int contactRef);
+    void ShowHistory(ContactRef contactRef);
 
 private:
     QPlainTextEdit *m_text;

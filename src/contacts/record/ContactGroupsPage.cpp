@@ -36,8 +36,9 @@ ContactGroupsPage::ContactGroupsPage(QWidget *parent)
     }
     ContactFields::TakeTyped(m_linkList, ContactSection::GroupTypes);
     m_groupNameList->AllowTyping(UserMay(Right::Groups, Level::Edit));
-    m_groupNameList->SetNewTextHandler(
-        [this](const QString &typed) { GroupName_TakeTyped(m_types.CurrentData(), m_names, typed); });
+    m_groupNameList->SetNewTextHandler([this](const QString &typed) {
+        GroupName_TakeTyped(LinkRef(m_types.CurrentData()), m_names, typed);
+    });
     Connect();
 }
 
@@ -112,9 +113,9 @@ void ContactGroupsPage::FillLists()
     Contact_FillList(ContactSection::GroupTypes, m_types, true);
 }
 
-void ContactGroupsPage::SetContact(int contactRef, const QString &name)
+void ContactGroupsPage::SetContact(ContactRef contactRef, const QString &name)
 {
-    m_contact = contactRef > 0 ? ListItem{u'?' % QString::number(contactRef), name} : ListItem();
+    m_contact = contactRef ? ListItem{u'?' % SqlNumber(contactRef), name} : ListItem();
     if (const int row = m_people.Find(m_contact.key); row >= 0)
         m_people.SetText(row, name);
     else
@@ -130,8 +131,8 @@ void ContactGroupsPage::ForgetGroup()
 
 bool ContactGroupsPage::LeaveOutDeleted()
 {
-    const int groupRef = Changed().groupRef;
-    if (groupRef == 0)
+    const GroupRef groupRef = Changed().groupRef;
+    if (!groupRef)
         return true;
     const int living = Group_LeaveOutDeleted(groupRef, m_members);
     if (living == 0)
@@ -142,7 +143,7 @@ bool ContactGroupsPage::LeaveOutDeleted()
 void ContactGroupsPage::ShowStored()
 {
     m_changed = false;
-    ADO_Contact_ShowGroup_Tree(KeyNumber(m_contact.key), m_tree);
+    ADO_Contact_ShowGroup_Tree(ContactRef(KeyNumber(m_contact.key)), m_tree);
     Group_TellElsewhere(m_seen);
 }
 
@@ -164,11 +165,11 @@ void ContactGroupsPage::SetLocked(bool locked)
 void ContactGroupsPage::ShowType()
 {
     // While the list is filled anew it has no choice for a moment.
-    const int typeRef = m_types.CurrentData();
-    if (typeRef < 1 || typeRef == m_typeRef)
+    const LinkRef typeRef(m_types.CurrentData());
+    if (!typeRef || typeRef == m_typeRef)
         return;
     if (!OfferToStore()) {
-        m_types.ChooseData(m_typeRef);
+        m_types.ChooseData(m_typeRef.number);
         return;
     }
     m_typeRef = typeRef;
@@ -181,11 +182,11 @@ void ContactGroupsPage::ShowType()
 
 void ContactGroupsPage::ShowGroup()
 {
-    const int groupRef = m_names.CurrentData();
-    if (groupRef < 1 || groupRef == m_groupRef)
+    const GroupRef groupRef(m_names.CurrentData());
+    if (!groupRef || groupRef == m_groupRef)
         return;
     if (!OfferToStore()) {
-        m_names.ChooseData(m_groupRef);
+        m_names.ChooseData(m_groupRef.number);
         return;
     }
     m_groupRef = groupRef;
@@ -203,7 +204,7 @@ void ContactGroupsPage::ShowGroup()
 
 void ContactGroupsPage::ForgetChoice()
 {
-    m_groupRef = 0;
+    m_groupRef = {};
     m_groupName.clear();
     m_changed = false;
     m_names.SetCurrent(-1);
@@ -212,7 +213,7 @@ void ContactGroupsPage::ForgetChoice()
 /// False if the members were to be written and could not be.
 bool ContactGroupsPage::OfferToStore()
 {
-    if (m_groupRef < 1 || !m_changed)
+    if (!m_groupRef || !m_changed)
         return true;
     const Dialogs::Answer answer =
         Dialogs::MsgBox(u"Okay to update relationships for group '" % m_groupName % u"' ?", groupings,
@@ -220,7 +221,7 @@ bool ContactGroupsPage::OfferToStore()
     return answer != Dialogs::Answer::Yes || StoreMembers(m_groupRef);
 }
 
-bool ContactGroupsPage::StoreMembers(int groupRef)
+bool ContactGroupsPage::StoreMembers(GroupRef groupRef)
 {
     int stored = 0;
     const bool finished = ProgressBox::Run(this, groupings, [&](Progress &progress) {
@@ -234,7 +235,7 @@ bool ContactGroupsPage::StoreMembers(int groupRef)
                 groupings, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
         return false;
     }
-    if (stored == 0 && m_names.CurrentData() == groupRef)
+    if (stored == 0 && GroupRef(m_names.CurrentData()) == groupRef)
         ForgetDeleted();
     ShowStored();
     return true;
@@ -255,7 +256,6 @@ void ContactGroupsPage::SetChanged()
 void ContactGroupsPage::SelectContacts()
 {
     OtherScreens::Installed().pickPeople(m_people, this);
-    gDialogResult = 0;
 }
 
 void ContactGroupsPage::RemovePeople()
@@ -310,40 +310,33 @@ void ContactGroupsPage::OpenLeaf(const TreeNode *node)
 
 void ContactGroupsPage::OpenContacts(const QStringList &keys)
 {
-    gDialogResult = 0;
-    {
-        frmAddContact form(this);
-        form.OpenRecords(keys);
-        form.exec();
-    }
-    if (gDialogResult > 0) {
-        ADO_Contact_ShowGroup_Tree(KeyNumber(m_contact.key), m_tree);
-        if (m_groupRef > 0 && !m_changed && ADO_Contact_ShowGroup(m_groupRef, m_members))
+    if (frmAddContact::ShowRecords(keys, this)) {
+        ADO_Contact_ShowGroup_Tree(ContactRef(KeyNumber(m_contact.key)), m_tree);
+        if (m_groupRef && !m_changed && ADO_Contact_ShowGroup(m_groupRef, m_members))
             m_seen.See(m_members);
     }
-    gDialogResult = 0;
 }
 
 void ContactGroupsPage::Refresh()
 {
     if (!OfferToStore())
         return;
-    const int typeRef = m_typeRef;
-    const int groupRef = m_groupRef;
-    m_typeRef = 0;
+    const LinkRef typeRef = m_typeRef;
+    const GroupRef groupRef = m_groupRef;
+    m_typeRef = {};
     m_names.Clear();
     ForgetGroup();
     Contact_FillList(ContactSection::GroupTypes, m_types, true);
-    m_types.ChooseData(typeRef);
-    m_names.ChooseData(groupRef);
-    ADO_Contact_ShowGroup_Tree(KeyNumber(m_contact.key), m_tree);
+    m_types.ChooseData(typeRef.number);
+    m_names.ChooseData(groupRef.number);
+    ADO_Contact_ShowGroup_Tree(ContactRef(KeyNumber(m_contact.key)), m_tree);
 }
 
 void ContactGroupsPage::EnableButtons()
 {
     const bool mayChange = !m_locked;
-    m_linkInfo->SetEmptyText(m_groupRef > 0 ? QStringLiteral("Nobody is in this group.")
-                                            : QStringLiteral("Choose a group to see its members."));
+    m_linkInfo->SetEmptyText(m_groupRef ? QStringLiteral("Nobody is in this group.")
+                                        : QStringLiteral("Choose a group to see its members."));
     m_selectBtn->setEnabled(mayChange);
     m_remGBtn->setEnabled(mayChange && m_people.Selection()->hasSelection());
     m_clearGBtn->setEnabled(mayChange);

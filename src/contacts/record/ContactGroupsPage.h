@@ -4,6 +4,7 @@
 #include "controls/ComboModel.h"
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
+#include "database/values/Keys.h"
 
 #include <QWidget>
 
@@ -27,11 +28,14 @@ public:
     void FillLists();
     /// Whose tab it is, 0 for a new person: stands first among the people to put in a group, and cannot be
     /// taken out of them.
-    void SetContact(int contactRef, const QString &name);
+    void SetContact(ContactRef contactRef, const QString &name);
     /// Chooses no group: what was done to its members and not written is dropped.
     void ForgetGroup();
     /// The group whose members were changed and not written yet.
-    ChangedGroup Changed() { return {m_changed ? std::max(m_names.CurrentData(), 0) : 0, m_members, m_seen}; }
+    ChangedGroup Changed()
+    {
+        return {GroupRef(m_changed ? std::max(m_names.CurrentData(), 0) : 0), m_members, m_seen};
+    }
     /// Takes out of the changed members who was deleted, and forgets a group that was; the user is told.
     /// False on an error.
     bool LeaveOutDeleted();
@@ -57,7 +61,7 @@ private:
     void ShowGroup();
     void ForgetChoice();
     bool OfferToStore();
-    bool StoreMembers(int groupRef);
+    bool StoreMembers(GroupRef groupRef);
     void ForgetDeleted();
     void SetChanged();
     void SelectContacts();
@@ -79,8 +83,8 @@ private:
     SeenMembers m_seen;
     TreeModel m_tree;
     ListItem m_contact;     ///< the person whose tab it is
-    int m_typeRef = 0;      ///< the type whose groups are listed
-    int m_groupRef = 0;     ///< the group whose members are shown; 0 = none
+    LinkRef m_typeRef;      ///< the type whose groups are listed
+    GroupRef m_groupRef;    ///< the group whose members are shown; 0 = none
     QString m_groupName;    ///< as the list has it
     bool m_changed = false; ///< its members are not written yet
     bool m_locked = false;

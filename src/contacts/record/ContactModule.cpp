@@ -5,17 +5,18 @@
 #include "contacts/lists/ContactListODBC.h"
 #include "contacts/record/ContactHintODBC.h"
 
-ReadRow<ContactFile> Contact_Show(int contactRef, const ContactLists &lists, const ContactGroups &groups)
+ReadRow<ContactFile> Contact_Show(ContactRef contactRef, const ContactLists &lists,
+                                  const ContactGroups &groups)
 {
     return ADO_Contact_ShowContact(contactRef, lists, groups);
 }
 
-bool Contact_Check(int contactRef)
+bool Contact_Check(ContactRef contactRef)
 {
     return ADO_Contact_CheckContact(contactRef).value_or(false);
 }
 
-void Contact_FillInfo(int contactRef, ListModel &list)
+void Contact_FillInfo(ContactRef contactRef, ListModel &list)
 {
     ADO_Contact_FillContactInfo(contactRef, list);
 }
@@ -32,7 +33,7 @@ bool Contact_DeleteItem(ContactSection code, int key)
 {
     switch (code) {
     case ContactSection::Contacts:
-        return ADO_Contact_Delete(key);
+        return ADO_Contact_Delete(ContactRef(key));
     case ContactSection::Titles:
         return ADO_Contact_DeleteDesignation(key);
     case ContactSection::Cities:
@@ -44,11 +45,11 @@ bool Contact_DeleteItem(ContactSection code, int key)
     case ContactSection::EthnicTypes:
         return ADO_Contact_DeleteEthnic(key);
     case ContactSection::Characteristics:
-        return ADO_Contact_DeleteConcession(key);
+        return ADO_Contact_DeleteConcession(ConcessionRef(key));
     case ContactSection::GroupTypes:
-        return ADO_Contact_DeleteLink(key);
+        return ADO_Contact_DeleteLink(LinkRef(key));
     case ContactSection::Groups:
-        return ADO_Contact_DeleteGroup(key);
+        return ADO_Contact_DeleteGroup(GroupRef(key));
     default:
         return false;
     }

@@ -34,11 +34,7 @@ void ContactNotesPage::NewCharacteristic()
 {
     frmContactMainAddEdit form(ContactSection::Characteristics, this);
     form.SetCaptions(QStringLiteral("Characteristics"), QStringLiteral("Characteristics:"));
-    gDialogResult = 0;
-    form.exec();
-    if (gDialogResult < 1)
-        return;
-    m_used.Add(
-        {u'!' % QString::number(gDialogResult), FormatRefLabel(form.Item().reference, form.Item().name)});
-    gDialogResult = 0;
+    const int added = form.Run();
+    if (added > 0)
+        m_used.Add({u'!' % SqlNumber(added), FormatRefLabel(form.Item().reference, form.Item().name)});
 }

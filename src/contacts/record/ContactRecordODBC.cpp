@@ -37,7 +37,7 @@ QString InsertContact(const ContactRecord &r)
            u"','" % r.altRef[3] % u"')";
 }
 
-QString UpdateContact(int contactRef, const ContactRecord &r)
+QString UpdateContact(ContactRef contactRef, const ContactRecord &r)
 {
     return u"UPDATE Contacts SET Cust_Sex = " % SqlNumber(r.sex) % u", Cust_Forename = '" % r.forename %
            u"', Cust_Surname = '" % r.surname % u"', Cust_Addr1 = '" % r.addr1 % u"', Cust_Addr2 = '" %
@@ -90,19 +90,19 @@ ContactRecord ReadContact(const Recordset::Row &row)
     return record;
 }
 
-Recordset OpenContact(int contactRef)
+Recordset OpenContact(ContactRef contactRef)
 {
     return OpenRecordset(u"SELECT * FROM Contacts WHERE ContactRef = " % SqlNumber(contactRef));
 }
 
 /// What a save of the person writes again. False where the lists are not whole.
-bool ShowLists(int contactRef, const ContactLists &lists)
+bool ShowLists(ContactRef contactRef, const ContactLists &lists)
 {
     return ShowCharacteristics(lists.availCriteria, lists.characteristics,
                                u"SELECT ConcessionRef FROM ContactConcession WHERE ContactRef = " %
                                    SqlNumber(contactRef)) &&
            ADO_CustomAttrib_Show(lists.attributes, AttribSection::contacts) &&
-           ADO_CustomAttrib_Get(lists.attributes, contactRef, AttribSection::contacts) &&
+           ADO_CustomAttrib_Get(lists.attributes, contactRef.number, AttribSection::contacts) &&
            ADO_Contact_GetRoles(contactRef, lists.roles);
 }
 } // namespace
@@ -113,23 +113,23 @@ int ADO_Contact_AddContact(const ContactRecord &record)
     return AddRow("ADO_Contact_AddContact", samePerson, InsertContact(record), samePerson, u"ContactRef");
 }
 
-int ADO_Contact_UpdateContact(int contactRef, const ContactRecord &record)
+int ADO_Contact_UpdateContact(ContactRef contactRef, const ContactRecord &record)
 {
     if (IsSentinel(contactRef))
         return -1;
     return UpdateRow("ADO_Contact_UpdateContact",
                      SamePerson(record) % u" AND ContactRef <> " % SqlNumber(contactRef),
-                     UpdateContact(contactRef, record), contactRef);
+                     UpdateContact(contactRef, record), contactRef.number);
 }
 
-std::optional<bool> ADO_Contact_CheckContact(int contactRef)
+std::optional<bool> ADO_Contact_CheckContact(ContactRef contactRef)
 {
     return Reported("ADO_Contact_CheckContact", std::optional<bool>(), [&] {
         return HasRow(u"SELECT ContactRef FROM Contacts WHERE ContactRef = " % SqlNumber(contactRef));
     });
 }
 
-ReadRow<ContactFile> ADO_Contact_ShowContact(int contactRef, const ContactLists &lists,
+ReadRow<ContactFile> ADO_Contact_ShowContact(ContactRef contactRef, const ContactLists &lists,
                                              const ContactGroups &groups)
 {
     return Reported("ADO_Contact_ShowContact", ReadRow<ContactFile>::Failed(), [&] {
@@ -147,7 +147,7 @@ ReadRow<ContactFile> ADO_Contact_ShowContact(int contactRef, const ContactLists 
     });
 }
 
-bool ReadStoredContact(int contactRef, StoredContact &stored)
+bool ReadStoredContact(ContactRef contactRef, StoredContact &stored)
 {
     const Recordset contact = OpenContact(contactRef);
     if (contact.IsEmpty())
@@ -159,7 +159,7 @@ bool ReadStoredContact(int contactRef, StoredContact &stored)
     return true;
 }
 
-void ADO_Contact_FillContactInfo(int contactRef, ListModel &list)
+void ADO_Contact_FillContactInfo(ContactRef contactRef, ListModel &list)
 {
     Reported("ADO_Contact_FillContactInfo", [&] {
         const QString key = u'?' % SqlNumber(contactRef);
@@ -178,7 +178,7 @@ void ADO_Contact_FillContactInfo(int contactRef, ListModel &list)
     });
 }
 
-bool ADO_Contact_Delete(int contactRef)
+bool ADO_Contact_Delete(ContactRef contactRef)
 {
     if (IsSentinel(contactRef))
         return false;
@@ -192,10 +192,10 @@ bool ADO_Contact_Delete(int contactRef)
          u"DELETE FROM ContactRoles WHERE ContactRef = ",
          u"UPDATE Contacts SET ContactContactRef = 1 WHERE ContactContactRef = ",
          u"DELETE FROM Contacts WHERE ContactRef = "},
-        contactRef);
+        contactRef.number);
 }
 
-bool ADO_Contact_UpdateJobTitle(int contactRef, const QString &title)
+bool ADO_Contact_UpdateJobTitle(ContactRef contactRef, const QString &title)
 {
     if (IsSentinel(contactRef))
         return false;

@@ -71,7 +71,8 @@ void ContactRolesPage::SetLocked(bool locked)
 
 void ContactRolesPage::ShowType()
 {
-    m_rate->SetValue(m_types.CurrentData() > 0 ? ADO_Contact_GetRoleChargeRate(m_types.CurrentData()) : 0);
+    m_rate->SetValue(
+        m_types.CurrentData() > 0 ? ADO_Contact_GetRoleChargeRate(RoleTypeRef(m_types.CurrentData())) : 0);
     m_start->SetDay(Clock::Today());
     m_end->SetDay(Clock::Today());
     EnableButtons();
@@ -85,7 +86,7 @@ void ContactRolesPage::ShowSelected()
         return;
     const ContactRole role = Role_Of(m_roles, rows.front());
     // A role that is offered no more is in nobody's list: it must not be taken for the one chosen before.
-    m_types.SetCurrent(m_types.FindData(role.roleTypeRef));
+    m_types.SetCurrent(m_types.FindData(role.roleTypeRef.number));
     m_rate->SetValue(role.chargeRate);
     ShowDay(m_start, role.startDate);
     ShowDay(m_end, role.endDate);
@@ -96,8 +97,8 @@ void ContactRolesPage::AddRole()
     m_rate->Leave();
     if (!DaysAreReadable(this))
         return;
-    Role_AddToList({m_types.CurrentData(), m_types.CurrentText(), m_rate->Value(), DateToInt(m_start->Day()),
-                    DateToInt(m_end->Day())},
+    Role_AddToList({RoleTypeRef(m_types.CurrentData()), m_types.CurrentText(), m_rate->Value(),
+                    DateToInt(m_start->Day()), DateToInt(m_end->Day())},
                    m_roles);
 }
 

@@ -2,6 +2,7 @@
 
 #include "controls/ComboModel.h"
 #include "controls/ListModel.h"
+#include "database/values/Keys.h"
 
 #include <QWidget>
 
@@ -22,7 +23,7 @@ public:
 
     void FillLists();
     /// Whose roles are shown; 0 for a new person.
-    void SetContact(int contactRef) { m_contactRef = contactRef; }
+    void SetContact(ContactRef contactRef) { m_contactRef = contactRef; }
     /// Resets the fields of one role; the list of them stays.
     void ClearFields();
     void SetLocked(bool locked);
@@ -38,7 +39,7 @@ private:
 
     ComboModel m_types;
     ListModel m_roles;
-    int m_contactRef = 0;
+    ContactRef m_contactRef;
     bool m_locked = false;
 
     QComboBox *m_roleList;

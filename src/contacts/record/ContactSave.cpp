@@ -10,22 +10,23 @@ bool Contact_LeaveOutDeleted(const ContactLists &lists)
            CustomAttrib_LeaveOutDeleted(lists.attributes);
 }
 
-RecordSaved Contact_Save(int contactRef, ContactRecord &record, const ContactLists &lists,
+RecordSaved Contact_Save(ContactRef contactRef, ContactRecord &record, const ContactLists &lists,
                          const ChangedGroup &group, FieldValues &base, Progress &progress)
 {
     const auto storeRecord = [&] {
-        return contactRef > 0 ? Contact_Update(contactRef, record, lists, base) : Contact_Add(record);
+        return contactRef ? Contact_Update(contactRef, record, lists, base) : Contact_Add(record);
     };
     const auto storeLists = [&](int key) {
-        return (group.groupRef < 1 ||
+        return (!group.groupRef ||
                 ADO_Contact_UpdateGroup(group.groupRef, group.members, group.seen, progress)) &&
-               Concession_Store(key, lists.characteristics) && Role_Store(key, lists.roles) &&
+               Concession_Store(ContactRef(key), lists.characteristics) &&
+               Role_Store(ContactRef(key), lists.roles) &&
                ADO_CustomAttrib_Store(lists.attributes, key, AttribSection::contacts);
     };
     FieldValues before = base;
     const RecordSaved saved = SaveWhole("Contact_Save", progress, storeRecord, storeLists);
     base = SeenAfter(
         saved, std::move(before), [&] { return AsStored(Contact_Values(record, lists)); },
-        [&] { return Contact_StoredValues(saved.key); });
+        [&] { return Contact_StoredValues(ContactRef(saved.key)); });
     return saved;
 }

@@ -3,10 +3,11 @@
 #include "contacts/groups/GroupODBC.h"
 #include "contacts/record/ContactVersion.h"
 #include "database/statements/WholeSave.h"
+#include "database/values/Keys.h"
 
 /// The group whose members were changed on a person's screen.
 struct ChangedGroup {
-    int groupRef = 0; ///< 0 = none
+    GroupRef groupRef; ///< 0 = none
     ListModel &members;
     SeenMembers &seen;
 };
@@ -17,5 +18,5 @@ bool Contact_LeaveOutDeleted(const ContactLists &lists);
 /// Stores a person as typed, added where `contactRef` is 0, with the lists in place of what the person and
 /// the group had, in one piece. The user is told where the person exists. What another workstation changed
 /// since `base` was read is joined as of Contact_Update.
-RecordSaved Contact_Save(int contactRef, ContactRecord &record, const ContactLists &lists,
+RecordSaved Contact_Save(ContactRef contactRef, ContactRecord &record, const ContactLists &lists,
                          const ChangedGroup &group, FieldValues &base, Progress &progress);

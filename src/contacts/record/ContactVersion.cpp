@@ -42,7 +42,7 @@ QString Person(const QString &value)
 {
     ListModel list;
     if (value.toInt() > 1)
-        ADO_Contact_FillContactInfo(value.toInt(), list);
+        ADO_Contact_FillContactInfo(ContactRef(value.toInt()), list);
     return list.IsEmpty() ? QString() : list.At(0).text;
 }
 
@@ -122,7 +122,7 @@ void TakeKinds(TreeModel &stored, const TreeModel &shown)
     }
 }
 
-FieldValues ReadValues(int contactRef, StoredContact &stored, const TreeModel *shown = nullptr)
+FieldValues ReadValues(ContactRef contactRef, StoredContact &stored, const TreeModel *shown = nullptr)
 {
     if (!ReadStoredContact(contactRef, stored))
         return {};
@@ -141,7 +141,7 @@ FieldValues Contact_Values(const ContactRecord &record, const ContactLists &list
     return values;
 }
 
-FieldValues Contact_StoredValues(int contactRef)
+FieldValues Contact_StoredValues(ContactRef contactRef)
 {
     StoredContact stored;
     return Reported("Contact_StoredValues", FieldValues(), [&] { return ReadValues(contactRef, stored); });
@@ -152,7 +152,7 @@ int Contact_Add(const ContactRecord &record)
     return TellDuplicate(ADO_Contact_AddContact(Safe(record)), personExists, QStringLiteral("Add Contact"));
 }
 
-int Contact_Update(int contactRef, ContactRecord &record, const ContactLists &lists, FieldValues &base)
+int Contact_Update(ContactRef contactRef, ContactRecord &record, const ContactLists &lists, FieldValues &base)
 {
     StoredContact stored;
     const RecordLists beside = Beside(lists, stored);

@@ -3,7 +3,7 @@
 #include "database/statements/MiscODBC.h"
 #include "database/values/GlobalCode.h"
 
-std::vector<CourseHistoryEntry> ADO_Contact_CourseHistory(int contactRef)
+std::vector<CourseHistoryEntry> ADO_Contact_CourseHistory(ContactRef contactRef)
 {
     return Reported("ADO_Contact_CourseHistory", std::vector<CourseHistoryEntry>(), [&] {
         std::vector<CourseHistoryEntry> entries;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/values/Keys.h"
 #include "enrolment/EnrolmentODBC.h"
 
 /// One course that a person is enrolled on, with the row's own copy of fee, discount and tax.
@@ -10,4 +11,4 @@ struct CourseHistoryEntry {
 
 /// Every enrolment of a person on a course that still exists; empty on an error. Reads `StudentsEnrolled`
 /// and `Courses`.
-std::vector<CourseHistoryEntry> ADO_Contact_CourseHistory(int contactRef);
+std::vector<CourseHistoryEntry> ADO_Contact_CourseHistory(ContactRef contactRef);

@@ -74,7 +74,7 @@ QString CourseBlock(const QString &title, const StudentRecord &course)
 }
 } // namespace
 
-QString Contact_CourseHistoryText(int contactRef)
+QString Contact_CourseHistoryText(ContactRef contactRef)
 {
     const std::vector<CourseHistoryEntry> courses = ADO_Contact_CourseHistory(contactRef);
     if (courses.empty())

@@ -40,6 +40,13 @@ frmAddContact::frmAddContact(QWidget *parent)
     resize(140 * fontMetrics().averageCharWidth(), sizeHint().height());
 }
 
+bool frmAddContact::ShowRecords(const QStringList &keys, QWidget *parent)
+{
+    frmAddContact form(parent);
+    form.OpenRecords(keys);
+    return form.Run() > 0;
+}
+
 void frmAddContact::BuildPages()
 {
     m_details = FormBuilder::AddTab(Tabs(), new ContactDetailsPage, QStringLiteral("Details"),
@@ -56,12 +63,7 @@ void frmAddContact::BuildPages()
                                     QStringLiteral("Courses"));
     m_hint = new ContactHint(m_details->Typed(), this);
     Builder().Place(m_hint, QStringLiteral("SimilarHint"));
-    connect(m_hint, &ContactHint::Opened, this, [this](const QStringList &keys) {
-        frmAddContact record(this);
-        record.OpenRecords(keys);
-        record.exec();
-        gDialogResult = 0;
-    });
+    connect(m_hint, &ContactHint::Opened, this, [this](const QStringList &keys) { ShowRecords(keys, this); });
 }
 
 void frmAddContact::WatchChanges()
@@ -80,7 +82,7 @@ void frmAddContact::WatchChanges()
 
 bool frmAddContact::Exists(int key)
 {
-    return ADO_Contact_CheckContact(key).value_or(true);
+    return ADO_Contact_CheckContact(ContactRef(key)).value_or(true);
 }
 
 RecordForm::Found frmAddContact::ReadRecord(int key)
@@ -89,11 +91,11 @@ RecordForm::Found frmAddContact::ReadRecord(int key)
     m_details->Clear();
     m_seen.clear();
     const ReadRow<ContactFile> file =
-        Contact_Show(key, Lists(), {m_groups->GroupList(), m_groups->GroupTree()});
+        Contact_Show(ContactRef(key), Lists(), {m_groups->GroupList(), m_groups->GroupTree()});
     if (file)
         ShowRecord(file->record);
     if (file && file->isWhole) {
-        TellPages(key);
+        TellPages(ContactRef(key));
         m_seen = Contact_Values(m_record, Lists());
     }
     return FoundIn(file);
@@ -123,10 +125,10 @@ ContactLists frmAddContact::Lists()
             m_attributes->AttribList()};
 }
 
-void frmAddContact::TellPages(int contactRef)
+void frmAddContact::TellPages(ContactRef contactRef)
 {
     m_roles->SetContact(contactRef);
-    m_groups->SetContact(contactRef, contactRef > 0 ? m_details->Name() : QString());
+    m_groups->SetContact(contactRef, contactRef ? m_details->Name() : QString());
 }
 
 void frmAddContact::ApplyState(State state)
@@ -146,7 +148,7 @@ void frmAddContact::ApplyState(State state)
 void frmAddContact::ShowTab(int tab)
 {
     if (Tabs()->widget(tab) == m_courses)
-        m_courses->ShowHistory(IsGone() ? 0 : Key());
+        m_courses->ShowHistory(ContactRef(IsGone() ? 0 : Key()));
 }
 
 const RequiredMarks &frmAddContact::Required() const
@@ -171,32 +173,33 @@ RecordSaved frmAddContact::StoreRecord(int key, Progress &progress)
     if (!Contact_LeaveOutDeleted(Lists()))
         return {};
     m_record = record;
-    const RecordSaved saved = Contact_Save(key, m_record, Lists(), m_groups->Changed(), m_seen, progress);
+    const RecordSaved saved =
+        Contact_Save(ContactRef(key), m_record, Lists(), m_groups->Changed(), m_seen, progress);
     if (saved.key < 1)
         return saved;
     if (m_record != record) {
         m_details->Load(m_record);
         m_notes->Load(m_record);
     }
-    TellPages(saved.key);
+    TellPages(ContactRef(saved.key));
     return saved;
 }
 
 bool frmAddContact::AfterStore(int key)
 {
-    if (m_groups->Changed().groupRef > 0)
+    if (m_groups->Changed().groupRef)
         m_groups->ShowStored();
-    const int organRef = m_details->OrganRef();
-    const bool isGiven = WantsOrganisationCharacteristics(organRef, key);
+    const OrganRef organRef(m_details->OrganRef());
+    const bool isGiven = WantsOrganisationCharacteristics(organRef, ContactRef(key));
     // Another workstation may have deleted the person while the question stood.
     if (isGiven && Exists(key))
-        ADO_Organisation_AddSingleContactConcession(organRef, key);
+        ADO_Organisation_AddSingleContactConcession(organRef, ContactRef(key));
     return isGiven;
 }
 
-bool frmAddContact::WantsOrganisationCharacteristics(int organRef, int contactRef) const
+bool frmAddContact::WantsOrganisationCharacteristics(OrganRef organRef, ContactRef contactRef) const
 {
-    return organRef > 1 && ADO_Organisation_CheckCharswithContact(organRef, contactRef) &&
+    return organRef.number > 1 && ADO_Organisation_CheckCharswithContact(organRef, contactRef) &&
            Dialogs::MsgBox(
                QStringLiteral("Would you like to apply the Organisation Characteristics to this Contact?"),
                QStringLiteral("Organisation Characteristics"), Dialogs::Buttons::YesNo,
@@ -214,7 +217,7 @@ void frmAddContact::ClearPages()
 
 void frmAddContact::EmptyPages()
 {
-    TellPages(0);
+    TellPages(ContactRef(0));
     m_roles->RolesInfo().Clear();
     ClearPages();
 }
@@ -222,5 +225,5 @@ void frmAddContact::EmptyPages()
 void frmAddContact::DetachPages()
 {
     m_groups->ForgetGroup();
-    TellPages(0);
+    TellPages(ContactRef(0));
 }

@@ -2,6 +2,7 @@
 
 #include "contacts/record/ContactRecordODBC.h"
 #include "contacts/record/ContactVersion.h"
+#include "database/values/Keys.h"
 #include "forms/frames/RecordForm.h"
 
 class AttributesPage;
@@ -21,7 +22,9 @@ public:
     explicit frmAddContact(QWidget *parent = nullptr);
 
     /// Opens the form for a new person, modal; the new ContactRef, 0 for none.
-    static int AddRecord(QWidget *parent) { return frmAddContact(parent).RunNew(); }
+    static int AddRecord(QWidget *parent) { return frmAddContact(parent).Run(); }
+    /// Opens the form on a list of people ("?" keys), modal. True where one was on it when it closed.
+    static bool ShowRecords(const QStringList &keys, QWidget *parent);
 
 private:
     bool Exists(int key) override;
@@ -42,10 +45,10 @@ private:
     void BuildPages();
     void WatchChanges();
     ContactLists Lists();
-    void TellPages(int contactRef);
+    void TellPages(ContactRef contactRef);
     void ShowTab(int tab);
     /// True if the user wants the person to have the characteristics of the organisation.
-    bool WantsOrganisationCharacteristics(int organRef, int contactRef) const;
+    bool WantsOrganisationCharacteristics(OrganRef organRef, ContactRef contactRef) const;
 
     ContactDetailsPage *m_details;
     ContactNotesPage *m_notes;

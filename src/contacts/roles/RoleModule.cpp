@@ -47,12 +47,12 @@ QString TodayUnpadded()
 }
 
 /// False if the role stays in the list.
-bool MayRemove(int contactRef, ListModel &roles, const QString &key)
+bool MayRemove(ContactRef contactRef, ListModel &roles, const QString &key)
 {
     const QString title = QStringLiteral("Remove Role");
     if (!Asked(u"Remove Role " % roles.At(roles.Find(key)).text % u" from this Contact?", title))
         return false;
-    if (!ADO_Contact_GetRoleInUse(KeyNumber(key), contactRef))
+    if (!ADO_Contact_GetRoleInUse(RoleTypeRef(KeyNumber(key)), contactRef))
         return true;
     if (Asked(
             QStringLiteral("Contact has been appointed todo this Role!\nWould you like to sent the End Role "
@@ -68,17 +68,17 @@ int RoleType_Add(const RoleType &role)
     return TellDuplicate(ADO_Contact_AddRoleType(Safe(role)), roleExists, QStringLiteral("Add Role"));
 }
 
-int RoleType_Update(int roleTypeRef, const RoleType &role)
+int RoleType_Update(RoleTypeRef roleTypeRef, const RoleType &role)
 {
     const QString title = QStringLiteral("Update Role");
-    const int living = LivingKey(roleTypes, roleTypeKey, roleTypeRef, QStringLiteral("role"), title);
+    const int living = LivingKey(roleTypes, roleTypeKey, roleTypeRef.number, QStringLiteral("role"), title);
     return living < 1 ? living
                       : TellDuplicate(ADO_Contact_UpdateRoleType(roleTypeRef, Safe(role)), roleExists, title);
 }
 
-bool RoleType_MayDelete(int roleTypeRef, const QString &text)
+bool RoleType_MayDelete(RoleTypeRef roleTypeRef, const QString &text)
 {
-    if (!ADO_Contact_GetRoleInUse(roleTypeRef, 0))
+    if (!ADO_Contact_GetRoleInUse(roleTypeRef, ContactRef(0)))
         return true;
     Dialogs::MsgBox(u"Unable to delete Role '" % text % u"' already in use!", QStringLiteral("Role Deletion"),
                     Dialogs::Buttons::Ok, Dialogs::Icon::Information);
@@ -88,7 +88,7 @@ bool RoleType_MayDelete(int roleTypeRef, const QString &text)
 ContactRole Role_Of(const ListModel &roles, int row)
 {
     const ListItem &item = roles.At(row);
-    return {KeyNumber(item.key), item.text, TextValue(item.subItems.value(Rate)),
+    return {RoleTypeRef(KeyNumber(item.key)), item.text, TextValue(item.subItems.value(Rate)),
             DateOfText(item.subItems.value(StartDate)), DateOfText(item.subItems.value(EndDate))};
 }
 
@@ -109,7 +109,7 @@ void Role_AddToList(const ContactRole &role, ListModel &roles)
         roles.SetSubItem(row, subItem, subItems.at(subItem));
 }
 
-void Role_RemoveSelected(int contactRef, ListModel &roles)
+void Role_RemoveSelected(ContactRef contactRef, ListModel &roles)
 {
     for (const QString &key : roles.SelectedKeys()) {
         if (MayRemove(contactRef, roles, key))
@@ -124,7 +124,7 @@ bool Role_LeaveOutDeleted(ListModel &roles)
     return LeaveOutDeleted(roles, roleTypes, roleTypeKey, QStringLiteral("Roles"));
 }
 
-bool Role_Store(int contactRef, const ListModel &roles)
+bool Role_Store(ContactRef contactRef, const ListModel &roles)
 {
     return Reported("Role_Store", false, [&] {
         // In one piece: a crash after the wipe would lose the roles.

@@ -30,7 +30,7 @@ int ADO_Contact_AddRoleType(const RoleType &role)
                   sameRole, u"RoleTypeRef");
 }
 
-int ADO_Contact_UpdateRoleType(int roleTypeRef, const RoleType &role)
+int ADO_Contact_UpdateRoleType(RoleTypeRef roleTypeRef, const RoleType &role)
 {
     return UpdateRow("ADO_Contact_UpdateRoleType",
                      SameRole(role) % u" AND RoleTypeRef <> " % SqlNumber(roleTypeRef),
@@ -38,10 +38,10 @@ int ADO_Contact_UpdateRoleType(int roleTypeRef, const RoleType &role)
                          u"', ChargeRate = " % SqlNumber(role.chargeRate) % u", Status = " %
                          SqlNumber(static_cast<int>(role.status)) % u", ReferenceID = '" % role.referenceId %
                          u"' WHERE RoleTypeRef = " % SqlNumber(roleTypeRef),
-                     roleTypeRef);
+                     roleTypeRef.number);
 }
 
-ReadRow<RoleType> ADO_Contact_ShowRoleType(int roleTypeRef)
+ReadRow<RoleType> ADO_Contact_ShowRoleType(RoleTypeRef roleTypeRef)
 {
     return ReadOne<RoleType>(
         "ADO_Contact_ShowRoleType", u"SELECT * FROM RoleTypes WHERE RoleTypeRef = " % SqlNumber(roleTypeRef),
@@ -66,7 +66,7 @@ void ADO_Contact_FillRoleTypeList(ComboModel &list, bool allTypes)
     });
 }
 
-double ADO_Contact_GetRoleChargeRate(int roleTypeRef)
+double ADO_Contact_GetRoleChargeRate(RoleTypeRef roleTypeRef)
 {
     return Reported("ADO_Contact_GetRoleChargeRate", 0.0, [&] {
         const Recordset rate =
@@ -75,23 +75,24 @@ double ADO_Contact_GetRoleChargeRate(int roleTypeRef)
     });
 }
 
-bool ADO_Contact_GetRoleInUse(int roleTypeRef, int contactRef)
+bool ADO_Contact_GetRoleInUse(RoleTypeRef roleTypeRef, ContactRef contactRef)
 {
     return Reported("ADO_Contact_GetRoleInUse", true, [&] {
-        if (contactRef != 0)
+        if (contactRef.number != 0)
             return HasRow(u"SELECT ContactRef FROM CourseStaff WHERE ContactRef = " % SqlNumber(contactRef) %
                           u" AND RoleTypeRef = " % SqlNumber(roleTypeRef));
         return HasRow(u"SELECT ContactRef FROM CourseStaff WHERE RoleTypeRef = " % SqlNumber(roleTypeRef));
     });
 }
 
-bool ADO_Contact_RolesWipe(int contactRef)
+bool ADO_Contact_RolesWipe(ContactRef contactRef)
 {
-    return RunWithKey("ADO_Contact_RolesWipe", {u"DELETE FROM ContactRoles WHERE ContactRef = "}, contactRef);
+    return RunWithKey("ADO_Contact_RolesWipe", {u"DELETE FROM ContactRoles WHERE ContactRef = "},
+                      contactRef.number);
 }
 
-bool ADO_Contact_AddContactRole(int contactRef, int roleTypeRef, double chargeRate, int startDate,
-                                int endDate)
+bool ADO_Contact_AddContactRole(ContactRef contactRef, RoleTypeRef roleTypeRef, double chargeRate,
+                                int startDate, int endDate)
 {
     return Reported("ADO_Contact_AddContactRole", false, [&] {
         Execute(u"INSERT INTO ContactRoles (ContactRef,RoleTypeRef,ChargeRate,StartDate,EndDate) VALUES (" %
@@ -101,15 +102,15 @@ bool ADO_Contact_AddContactRole(int contactRef, int roleTypeRef, double chargeRa
     });
 }
 
-bool ADO_Contact_DeleteRole(int roleTypeRef)
+bool ADO_Contact_DeleteRole(RoleTypeRef roleTypeRef)
 {
     return RunWithKey(
         "ADO_Contact_DeleteRole",
         {u"DELETE FROM ContactRoles WHERE RoleTypeRef = ", u"DELETE FROM RoleTypes WHERE RoleTypeRef = "},
-        roleTypeRef);
+        roleTypeRef.number);
 }
 
-bool ADO_Contact_GetRoles(int contactRef, ListModel &list)
+bool ADO_Contact_GetRoles(ContactRef contactRef, ListModel &list)
 {
     return Reported("ADO_Contact_GetRoles", false, [&] {
         list.Clear();

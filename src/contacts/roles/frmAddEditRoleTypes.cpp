@@ -26,10 +26,10 @@ frmAddEditRoleTypes::frmAddEditRoleTypes(QWidget *parent)
     AddButtons(form);
 }
 
-void frmAddEditRoleTypes::EditItem(int roleTypeRef)
+void frmAddEditRoleTypes::EditItem(int key)
 {
-    BeginEditing(roleTypeRef);
-    const ReadRow<RoleType> role = ADO_Contact_ShowRoleType(roleTypeRef);
+    BeginEditing(key);
+    const ReadRow<RoleType> role = ADO_Contact_ShowRoleType(RoleTypeRef(key));
     if (role)
         ShowRoleType(*role);
     EndReading(static_cast<bool>(role), QStringLiteral("role"));
@@ -58,5 +58,5 @@ int frmAddEditRoleTypes::Store()
 {
     const RoleType role{m_roleName->text(), m_description->text(), m_rate->Value(),
                         static_cast<RoleStatus>(m_active.CurrentData()), m_refName->text()};
-    return Key() > 0 ? RoleType_Update(Key(), role) : RoleType_Add(role);
+    return Key() > 0 ? RoleType_Update(RoleTypeRef(Key()), role) : RoleType_Add(role);
 }

@@ -3,6 +3,7 @@
 #include "contacts/roles/RoleODBC.h"
 #include "controls/ComboModel.h"
 #include "database/values/GlobalCode.h"
+#include "database/values/Keys.h"
 #include "forms/frames/ItemDialog.h"
 
 class MoneyField;
@@ -18,7 +19,7 @@ public:
     explicit frmAddEditRoleTypes(QWidget *parent = nullptr);
 
     /// Loads a role to change instead of adding one.
-    void EditItem(int roleTypeRef);
+    void EditItem(int key);
     RefLabel Item() const;
 
 private:

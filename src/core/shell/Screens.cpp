@@ -129,7 +129,7 @@ void Screens::InstallOpeners()
     openers.pickPeople = [](ListModel &people, QWidget *parent) {
         frmSelectContacts form(parent);
         form.Configure(frmSelectContacts::Mode::AddToList, people);
-        form.exec();
+        form.Run();
     };
     openers.contactReports = [](bool arePeopleSelected, QWidget *parent) {
         using Opener = frmContactWiz::Opener;

@@ -15,24 +15,24 @@ namespace
 /// The links of a course are guarded with it, so that the save of one waits for nobody on its way.
 const QString courseGuard = QStringLiteral("Courses");
 
-Recordset LinksOf(int courseRef)
+Recordset LinksOf(CourseRef courseRef)
 {
     return OpenRecordset(u"SELECT * FROM CoursesRelationships WHERE CourseRef = " % SqlNumber(courseRef));
 }
 
-void AddLink(int courseRef, int folderRef)
+void AddLink(CourseRef courseRef, FolderRef folderRef)
 {
     Execute(u"INSERT INTO CoursesRelationships (CourseRef,CourseHierarchyRef) VALUES (" %
             SqlNumber(courseRef) % u',' % SqlNumber(folderRef) % u')');
 }
 
 /// Gives a course that lost its last link one to the root level. Another workstation may list it as well.
-void AddRootLink(int courseRef)
+void AddRootLink(CourseRef courseRef)
 {
     InOneStep(courseGuard, [&] {
         const bool isLost = LinksOf(courseRef).IsEmpty();
         if (isLost)
-            AddLink(courseRef, 0);
+            AddLink(courseRef, FolderRef(0));
         return isLost;
     });
 }
@@ -47,11 +47,12 @@ TreeNode NodeOf(const QString &key, const QString &text, const QString &image, b
     return node;
 }
 
-void AddCourse(TreeModel &tree, int courseRef, int folderRef, const QString &title, bool withTicks)
+void AddCourse(TreeModel &tree, CourseRef courseRef, FolderRef folderRef, const QString &title,
+               bool withTicks)
 {
     const QString course = u'?' % SqlNumber(courseRef);
     const QString folder = u'!' % SqlNumber(folderRef);
-    const bool atRoot = folderRef <= 0;
+    const bool atRoot = !folderRef;
     tree.Add(atRoot ? QString() : folder,
              NodeOf(atRoot ? course : QString(course % folder), title, QStringLiteral("card"), withTicks));
 }
@@ -81,7 +82,7 @@ void AddSubFolders(TreeModel &tree, const Recordset &rows, bool withTicks)
 }
 } // namespace
 
-bool ADO_Course_AddCourseRelations(int courseRef, int folderRef)
+bool ADO_Course_AddCourseRelations(CourseRef courseRef, FolderRef folderRef)
 {
     return Reported("ADO_Course_AddCourseRelations", false, [&] {
         return InOneStep(courseGuard, [&] {
@@ -94,7 +95,7 @@ bool ADO_Course_AddCourseRelations(int courseRef, int folderRef)
     });
 }
 
-bool ADO_Course_UpdateCourseRelations(int courseRef, const TreeModel &folders)
+bool ADO_Course_UpdateCourseRelations(CourseRef courseRef, const TreeModel &folders)
 {
     return Reported("ADO_Course_UpdateCourseRelations", false, [&] {
         WriteGroup group(gConnection);
@@ -103,17 +104,17 @@ bool ADO_Course_UpdateCourseRelations(int courseRef, const TreeModel &folders)
         for (const TreeNode *node : folders.Nodes()) {
             if (node->tick != TreeTick::On)
                 continue;
-            AddLink(courseRef, KeyNumber(node->key));
+            AddLink(courseRef, FolderRef(KeyNumber(node->key)));
             ticked = true;
         }
         if (!ticked)
-            AddLink(courseRef, 0);
+            AddLink(courseRef, FolderRef(0));
         EndRows(group);
         return true;
     });
 }
 
-void ADO_Course_ShowCourseRelations(int courseRef, TreeModel &folders)
+void ADO_Course_ShowCourseRelations(CourseRef courseRef, TreeModel &folders)
 {
     Reported("ADO_Course_ShowCourseRelations", [&] {
         for (TreeNode *node : folders.Nodes())
@@ -153,29 +154,30 @@ void ADO_Course_FillCourseList(TreeModel &tree, bool simpleList, bool withTicks)
         if (simpleList)
             tree.Clear();
         for (const auto &course : courses) {
-            const int courseRef = static_cast<int>(course.Long(u"CourseRef"));
+            const CourseRef courseRef(static_cast<int>(course.Long(u"CourseRef")));
             const QString title = course.Text(u"Title");
             if (simpleList) {
-                AddCourse(tree, courseRef, 0, title, withTicks);
+                AddCourse(tree, courseRef, FolderRef(0), title, withTicks);
                 continue;
             }
             const Recordset links = LinksOf(courseRef);
             if (links.IsEmpty()) {
-                AddCourse(tree, courseRef, 0, title, withTicks);
+                AddCourse(tree, courseRef, FolderRef(0), title, withTicks);
                 AddRootLink(courseRef);
             }
             for (const auto &link : links)
-                AddCourse(tree, courseRef, static_cast<int>(link.Long(u"CourseHierarchyRef")), title,
-                          withTicks);
+                AddCourse(tree, courseRef, FolderRef(static_cast<int>(link.Long(u"CourseHierarchyRef"))),
+                          title, withTicks);
         }
         tree.SelectFirst();
     });
 }
 
-void ADO_Course_NewCourseToList(TreeModel &tree, int courseRef, const QString &title)
+void ADO_Course_NewCourseToList(TreeModel &tree, CourseRef courseRef, const QString &title)
 {
     Reported("ADO_Course_NewCourseToList", [&] {
         for (const auto &link : LinksOf(courseRef))
-            AddCourse(tree, courseRef, static_cast<int>(link.Long(u"CourseHierarchyRef")), title, false);
+            AddCourse(tree, courseRef, FolderRef(static_cast<int>(link.Long(u"CourseHierarchyRef"))), title,
+                      false);
     });
 }

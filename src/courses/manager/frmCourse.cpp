@@ -166,7 +166,7 @@ void frmCourse::ClickNode()
     if (m_quiet)
         return;
     const QScopedValueRollback quiet(m_quiet, true);
-    while (const int courseRef = SelectedCourse()) {
+    while (const CourseRef courseRef = CourseRef(SelectedCourse())) {
         if (const std::optional<QString> description = ADO_Course_Description(courseRef)) {
             m_description->setPlainText(*description);
             m_status->setText(m_courses.Selected()->text % u" (Course)");
@@ -182,17 +182,17 @@ void frmCourse::ClickNode()
     ApplyRights();
 }
 
-std::vector<TreeNode *> frmCourse::NodesOf(int courseRef) const
+std::vector<TreeNode *> frmCourse::NodesOf(CourseRef courseRef) const
 {
     std::vector<TreeNode *> nodes = m_courses.Nodes();
     std::erase_if(nodes, [courseRef](const TreeNode *node) {
-        return !IsCourse(node) || KeyNumber(node->key) != courseRef;
+        return !IsCourse(node) || CourseRef(KeyNumber(node->key)) != courseRef;
     });
     return nodes;
 }
 
 /// Removes the course from the tree and selects the node that takes its place.
-void frmCourse::RemoveNodes(int courseRef)
+void frmCourse::RemoveNodes(CourseRef courseRef)
 {
     const QScopedValueRollback quiet(m_quiet, true);
     const QModelIndex at = m_courses.IndexOf(m_courses.Selected());
@@ -207,13 +207,12 @@ void frmCourse::RemoveNodes(int courseRef)
 
 void frmCourse::AddCourse()
 {
-    gDialogResult = 0;
     frmAddCourse form(this);
     form.NewCourse(QStringLiteral("!0"));
-    form.exec();
-    if (gDialogResult < 1)
+    const int stored = form.Run();
+    if (stored < 1)
         return;
-    TreeNode node{u'?' % SqlNumber(gDialogResult), form.CourseTitle()};
+    TreeNode node{u'?' % SqlNumber(stored), form.CourseTitle()};
     node.image = QStringLiteral("card");
     const TreeNode *added = m_courses.Add({}, std::move(node));
     m_list->ShowNode(added);
@@ -223,15 +222,13 @@ void frmCourse::AddCourse()
 
 void frmCourse::EditCourse()
 {
-    const int courseRef = SelectedCourse();
-    gDialogResult = 0;
+    const CourseRef courseRef(SelectedCourse());
     frmAddCourse form(this);
-    if (courseRef == 0 || !ADO_Course_Description(courseRef) || !form.EditCourse(courseRef)) {
+    if (!courseRef || !ADO_Course_Description(courseRef) || !form.EditCourse(courseRef)) {
         ClickNode();
         return;
     }
-    form.exec();
-    if (gDialogResult > 0) {
+    if (form.Run() > 0) {
         for (TreeNode *node : NodesOf(courseRef))
             m_courses.SetText(node, form.CourseTitle());
     }
@@ -240,8 +237,8 @@ void frmCourse::EditCourse()
 
 void frmCourse::DeleteCourse()
 {
-    const int courseRef = SelectedCourse();
-    if (courseRef == 0)
+    const CourseRef courseRef(SelectedCourse());
+    if (!courseRef)
         return;
     const auto answer =
         Dialogs::MsgBox(u"Okay to delete course '" % m_courses.Selected()->text % u"'",

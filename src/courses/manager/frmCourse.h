@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/TreeModel.h"
+#include "database/values/Keys.h"
 
 #include <QWidget>
 
@@ -32,8 +33,8 @@ private:
     void ApplyRights();
     void Refresh();
     void ClickNode();
-    std::vector<TreeNode *> NodesOf(int courseRef) const;
-    void RemoveNodes(int courseRef);
+    std::vector<TreeNode *> NodesOf(CourseRef courseRef) const;
+    void RemoveNodes(CourseRef courseRef);
     int SelectedCourse() const; ///< 0 = none
     void AddCourse();
     void EditCourse();

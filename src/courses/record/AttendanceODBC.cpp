@@ -6,21 +6,21 @@
 
 namespace
 {
-QString OfEvent(int courseRef, int eventRef)
+QString OfEvent(CourseRef courseRef, EventRef eventRef)
 {
     return u" FROM AttendanceRecord WHERE CourseRef = " % SqlNumber(courseRef) % u" AND EventNo = " %
            SqlNumber(eventRef);
 }
 } // namespace
 
-std::optional<QStringList> ADO_Course_AttendedKeys(int courseRef, int eventRef)
+std::optional<QStringList> ADO_Course_AttendedKeys(CourseRef courseRef, EventRef eventRef)
 {
     return Reported("ADO_Course_AttendedKeys", std::optional<QStringList>(),
                     [&] { return StoredKeys(u"SELECT ContactRef" % OfEvent(courseRef, eventRef)); });
 }
 
-bool ADO_Course_Attended(int courseRef, int eventRef, const ListModel &selected, const QSet<QString> &known,
-                         Progress &progress)
+bool ADO_Course_Attended(CourseRef courseRef, EventRef eventRef, const ListModel &selected,
+                         const QSet<QString> &known, Progress &progress)
 {
     const QString course = SqlNumber(courseRef);
     const QString event = SqlNumber(eventRef);

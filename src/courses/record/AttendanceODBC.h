@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/values/Keys.h"
+
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -13,9 +15,9 @@ class Progress;
 /// `EventNo` holds the event's EventRef.
 
 /// The "?" keys of those who attended an event; nothing on an error.
-std::optional<QStringList> ADO_Course_AttendedKeys(int courseRef, int eventRef);
+std::optional<QStringList> ADO_Course_AttendedKeys(CourseRef courseRef, EventRef eventRef);
 /// Makes those who attended an event the people of a list ("?" keys), enrolled on the course or not. Of those
 /// who are not in the list only the `known` ones go: the others were added elsewhere since. An error or a
 /// cancel stops at that person, with the earlier ones stored; false then.
-bool ADO_Course_Attended(int courseRef, int eventRef, const ListModel &selected, const QSet<QString> &known,
-                         Progress &progress);
+bool ADO_Course_Attended(CourseRef courseRef, EventRef eventRef, const ListModel &selected,
+                         const QSet<QString> &known, Progress &progress);

@@ -4,6 +4,7 @@
 #include "courses/record/CourseRecordODBC.h"
 #include "courses/record/CourseVersion.h"
 #include "database/statements/WholeSave.h"
+#include "database/values/Keys.h"
 
 /// Courses for the screens: texts as typed, made safe for SQL here, and the boxes about titles that are
 /// taken.
@@ -13,4 +14,4 @@
 /// since `base` was read is joined as of Course_Update.
 RecordSaved Course_Save(CourseRecord &course, const CourseLists &lists, FieldValues &base);
 /// The same for the title alone.
-int Course_Rename(const QString &title, int courseRef);
+int Course_Rename(const QString &title, CourseRef courseRef);

@@ -55,7 +55,7 @@ void CoursePage::ShowFields(const CourseRecord &course)
 
 CourseRecord CoursePage::Course() const
 {
-    return {0, m_title->text(), m_refName->text(), m_description->toPlainText(), m_fee->Value(), Limit()};
+    return {{}, m_title->text(), m_refName->text(), m_description->toPlainText(), m_fee->Value(), Limit()};
 }
 
 int CoursePage::Limit() const

@@ -10,7 +10,8 @@
 
 namespace
 {
-bool Enrol(QWidget *picker, int courseRef, int limit, const ListModel &selected, const QSet<QString> &known)
+bool Enrol(QWidget *picker, CourseRef courseRef, int limit, const ListModel &selected,
+           const QSet<QString> &known)
 {
     QStringList leaving;
     for (const QString &key : known) {
@@ -36,7 +37,7 @@ bool Enrol(QWidget *picker, int courseRef, int limit, const ListModel &selected,
 }
 } // namespace
 
-PeopleStore CoursePeople::Students(int courseRef, int limit)
+PeopleStore CoursePeople::Students(CourseRef courseRef, int limit)
 {
     PeopleStore store;
     store.stored = [=] { return ADO_Course_StudentKeys(courseRef); };
@@ -49,7 +50,7 @@ PeopleStore CoursePeople::Students(int courseRef, int limit)
     return store;
 }
 
-PeopleStore CoursePeople::Attendees(int courseRef, int eventRef)
+PeopleStore CoursePeople::Attendees(CourseRef courseRef, EventRef eventRef)
 {
     PeopleStore store;
     store.stored = [=] { return ADO_Course_AttendedKeys(courseRef, eventRef); };

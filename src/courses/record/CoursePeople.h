@@ -1,13 +1,14 @@
 #pragma once
 
 #include "contacts/manager/PeopleStore.h"
+#include "database/values/Keys.h"
 
 /// What the picker of people fills on a course.
 namespace CoursePeople
 {
 /// The students of a course; `limit` is the most that it takes, 0 = no limit. Those who have paid are removed
 /// only after a question.
-PeopleStore Students(int courseRef, int limit);
+PeopleStore Students(CourseRef courseRef, int limit);
 /// Those who attended an event.
-PeopleStore Attendees(int courseRef, int eventRef);
+PeopleStore Attendees(CourseRef courseRef, EventRef eventRef);
 } // namespace CoursePeople

@@ -7,13 +7,13 @@
 
 namespace
 {
-QString CourseRow(int courseRef)
+QString CourseRow(CourseRef courseRef)
 {
     return u"SELECT * FROM Courses WHERE CourseRef = " % SqlNumber(courseRef);
 }
 } // namespace
 
-bool ADO_Course_CheckCourse(int courseRef)
+bool ADO_Course_CheckCourse(CourseRef courseRef)
 {
     return Reported("ADO_Course_CheckCourse", false, [&] { return HasRow(CourseRow(courseRef)); });
 }
@@ -31,7 +31,7 @@ int ADO_Course_AddCourse(const QString &title, const QString &description, doubl
 }
 
 int ADO_Course_UpdateCourse(const QString &title, const QString &description, double fee, int limit,
-                            int courseRef, const QString &referenceID)
+                            CourseRef courseRef, const QString &referenceID)
 {
     return UpdateRow("ADO_Course_UpdateCourse",
                      u"SELECT * FROM Courses WHERE Title = '" % title % u"' AND CourseRef <> " %
@@ -39,18 +39,19 @@ int ADO_Course_UpdateCourse(const QString &title, const QString &description, do
                      u"UPDATE Courses SET Title = '" % title % u"', Description = '" % description %
                          u"', Fee = " % SqlNumber(fee) % u", Limit = " % SqlNumber(limit) %
                          u", ReferenceID = '" % referenceID % u"' WHERE CourseRef = " % SqlNumber(courseRef),
-                     courseRef);
+                     courseRef.number);
 }
 
-int ADO_Course_RenameCourse(const QString &title, int courseRef)
+int ADO_Course_RenameCourse(const QString &title, CourseRef courseRef)
 {
-    return UpdateRow(
-        "ADO_Course_RenameCourse",
-        u"SELECT * FROM Courses WHERE Title = '" % title % u"' AND CourseRef <> " % SqlNumber(courseRef),
-        u"UPDATE Courses SET Title = '" % title % u"' WHERE CourseRef = " % SqlNumber(courseRef), courseRef);
+    return UpdateRow("ADO_Course_RenameCourse",
+                     u"SELECT * FROM Courses WHERE Title = '" % title % u"' AND CourseRef <> " %
+                         SqlNumber(courseRef),
+                     u"UPDATE Courses SET Title = '" % title % u"' WHERE CourseRef = " % SqlNumber(courseRef),
+                     courseRef.number);
 }
 
-bool ADO_Course_DeleteCourse(int courseRef)
+bool ADO_Course_DeleteCourse(CourseRef courseRef)
 {
     return Reported("ADO_Course_DeleteCourse", false, [&] {
         WriteGroup group(gConnection);
@@ -64,7 +65,7 @@ bool ADO_Course_DeleteCourse(int courseRef)
     });
 }
 
-bool ADO_Course_UpdateConcessions(int courseRef, const ListModel &characteristics)
+bool ADO_Course_UpdateConcessions(CourseRef courseRef, const ListModel &characteristics)
 {
     return Reported("ADO_Course_UpdateConcessions", false, [&] {
         WriteGroup group(gConnection);
@@ -77,7 +78,7 @@ bool ADO_Course_UpdateConcessions(int courseRef, const ListModel &characteristic
     });
 }
 
-ReadRow<CourseFile> ADO_Course_ShowCourse(int courseRef)
+ReadRow<CourseFile> ADO_Course_ShowCourse(CourseRef courseRef)
 {
     return ReadOne<CourseFile>(
         "ADO_Course_ShowCourse", CourseRow(courseRef), [courseRef](const Recordset::Row &row) {
@@ -93,7 +94,7 @@ ReadRow<CourseFile> ADO_Course_ShowCourse(int courseRef)
         });
 }
 
-std::optional<QString> ADO_Course_Description(int courseRef)
+std::optional<QString> ADO_Course_Description(CourseRef courseRef)
 {
     using Description = std::optional<QString>;
     return Reported("ADO_Course_CheckCourse", Description(QString()), [&] {

@@ -2,6 +2,7 @@
 
 #include "controls/ListModel.h"
 #include "database/statements/ReadRow.h"
+#include "database/values/Keys.h"
 
 #include <optional>
 #include <vector>
@@ -10,25 +11,25 @@
 /// Texts come already safe for SQL.
 
 /// True while the course exists: another workstation may have deleted it.
-bool ADO_Course_CheckCourse(int courseRef);
+bool ADO_Course_CheckCourse(CourseRef courseRef);
 /// The new CourseRef; 0 if a course of that title and reference exists, -1 on an error. `fee` in currency
 /// units; `limit` 0 = any number of students.
 int ADO_Course_AddCourse(const QString &title, const QString &description, double fee, int limit,
                          const QString &referenceID);
 /// `courseRef`; 0 if another course has that title and reference, -1 on an error.
 int ADO_Course_UpdateCourse(const QString &title, const QString &description, double fee, int limit,
-                            int courseRef, const QString &referenceID);
+                            CourseRef courseRef, const QString &referenceID);
 /// The same for the title alone, which no other course may have under any reference.
-int ADO_Course_RenameCourse(const QString &title, int courseRef);
+int ADO_Course_RenameCourse(const QString &title, CourseRef courseRef);
 /// Deletes the course and what hangs on it in fourteen tables. Payments, card payments, waiting wishes and
 /// issued awards outlive it. False if it stopped at an error, with the earlier tables cleared.
-bool ADO_Course_DeleteCourse(int courseRef);
+bool ADO_Course_DeleteCourse(CourseRef courseRef);
 /// Replaces the course's characteristics by those of the list (keys "?" and `ConcessionRef`). False on an
 /// error.
-bool ADO_Course_UpdateConcessions(int courseRef, const ListModel &characteristics);
+bool ADO_Course_UpdateConcessions(CourseRef courseRef, const ListModel &characteristics);
 
 struct CourseRecord {
-    int courseRef = 0;
+    CourseRef courseRef;
     QString title;
     QString referenceID;
     QString description;
@@ -45,8 +46,8 @@ struct CourseFile {
 };
 
 /// Reads a course. Reads `Courses` and `CourseChar`.
-ReadRow<CourseFile> ADO_Course_ShowCourse(int courseRef);
+ReadRow<CourseFile> ADO_Course_ShowCourse(CourseRef courseRef);
 
 /// The course's free text, nothing where the course is gone. On an error it is "": a failed read must not
 /// pass for a deletion.
-std::optional<QString> ADO_Course_Description(int courseRef);
+std::optional<QString> ADO_Course_Description(CourseRef courseRef);

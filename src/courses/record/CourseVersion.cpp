@@ -34,7 +34,7 @@ const std::vector<Column> &Fields()
     return columns;
 }
 
-FieldValues ReadValues(int courseRef, StoredCourse &stored)
+FieldValues ReadValues(CourseRef courseRef, StoredCourse &stored)
 {
     const ReadRow<CourseFile> file = ADO_Course_ShowCourse(courseRef);
     if (!file)
@@ -65,7 +65,7 @@ FieldValues Course_Values(const CourseRecord &course, const CourseLists &lists)
     return values;
 }
 
-FieldValues Course_StoredValues(int courseRef)
+FieldValues Course_StoredValues(CourseRef courseRef)
 {
     StoredCourse stored;
     // One step, so that a read that fails ends all of it: folders that could not be read would look removed.

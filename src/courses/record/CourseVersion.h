@@ -2,6 +2,7 @@
 
 #include "courses/record/CourseRecordODBC.h"
 #include "database/statements/RecordMerge.h"
+#include "database/values/Keys.h"
 
 class ListModel;
 class TreeModel;
@@ -18,7 +19,7 @@ struct CourseLists {
 /// The version that a screen shows, or was filled from.
 FieldValues Course_Values(const CourseRecord &course, const CourseLists &lists);
 /// The version that is stored; empty where the course is gone, and on an error.
-FieldValues Course_StoredValues(int courseRef);
+FieldValues Course_StoredValues(CourseRef courseRef);
 
 /// The new CourseRef; 0 for a duplicate, which the user is told, -1 on an error.
 int Course_Add(const CourseRecord &course);

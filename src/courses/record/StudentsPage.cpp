@@ -30,7 +30,7 @@ StudentsPage::StudentsPage(QWidget *parent)
     EnableButtons();
 }
 
-void StudentsPage::ShowStudents(int courseRef)
+void StudentsPage::ShowStudents(CourseRef courseRef)
 {
     m_courseRef = courseRef;
     ADO_Course_ShowEnrolledStudents(courseRef, m_students);
@@ -64,5 +64,5 @@ void StudentsPage::OpenStudent()
     if (row < 0)
         return;
     frmStudentInfo form(m_courseRef, m_students, m_students.At(row).key, this);
-    form.exec();
+    form.Run();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/ListModel.h"
+#include "database/values/Keys.h"
 
 #include <QWidget>
 
@@ -16,7 +17,7 @@ public:
     explicit StudentsPage(QWidget *parent = nullptr);
 
     /// Lists the students of a saved course.
-    void ShowStudents(int courseRef);
+    void ShowStudents(CourseRef courseRef);
     ListModel &Students() { return m_students; }
     int Enrolled() const { return m_students.Count(); }
     /// What the user's rights and the course's limit leave.
@@ -36,7 +37,7 @@ private:
     QPushButton *m_add = nullptr;
     QPushButton *m_remove = nullptr;
     QPushButton *m_info = nullptr;
-    int m_courseRef = 0;
+    CourseRef m_courseRef;
     bool m_mayAdd = false;
     bool m_mayRemove = false;
 };

@@ -45,7 +45,7 @@ void frmAddCourse::NewCourse(const QString &location)
     m_modified->Clear();
 }
 
-bool frmAddCourse::EditCourse(int courseRef)
+bool frmAddCourse::EditCourse(CourseRef courseRef)
 {
     m_course->ShowFolders({});
     const ReadRow<CourseFile> file = ADO_Course_ShowCourse(courseRef);
@@ -70,7 +70,7 @@ CourseLists frmAddCourse::Lists()
     return {m_usedChar, m_course->Folders()};
 }
 
-void frmAddCourse::RowExists(int courseRef)
+void frmAddCourse::RowExists(CourseRef courseRef)
 {
     m_courseRef = courseRef;
     m_add->setText(QStringLiteral("&Update Course"));
@@ -82,7 +82,7 @@ void frmAddCourse::ApplyRights()
 {
     // Who may only add fills in a new course, and can no longer change it once it is there.
     const Level level = UserRight(Right::Courses);
-    const bool open = level >= (m_courseRef == 0 ? Level::Add : Level::Edit);
+    const bool open = level >= (!m_courseRef ? Level::Add : Level::Edit);
     m_course->SetLocked(!open, !UserMay(Right::CourseFee, Level::Full));
     m_add->setEnabled(open);
     const int limit = m_course->Limit();
@@ -105,8 +105,8 @@ void frmAddCourse::Save()
     if (m_record != course)
         m_course->ShowFields(m_record);
     m_saved = saved.key;
-    if (m_courseRef == 0)
-        RowExists(saved.key);
+    if (!m_courseRef)
+        RowExists(CourseRef(saved.key));
     if (saved.isWhole)
         m_modified->Clear();
 }
@@ -121,7 +121,7 @@ void frmAddCourse::AddStudents()
     frmSelectContacts picker(this);
     picker.Configure(frmSelectContacts::Mode::EnrolOnCourse, m_students->Students(),
                      CoursePeople::Students(m_courseRef, m_course->Limit()));
-    picker.exec();
+    picker.Run();
     m_students->ShowStudents(m_courseRef);
 }
 

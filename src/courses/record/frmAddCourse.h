@@ -2,6 +2,7 @@
 
 #include "controls/ListModel.h"
 #include "courses/record/CourseVersion.h"
+#include "database/values/Keys.h"
 #include "forms/frames/FormDialog.h"
 
 class CoursePage;
@@ -21,7 +22,7 @@ public:
     /// Opens on a new course in the folder `location` ("!" and folder; "!0" is the root level).
     void NewCourse(const QString &location);
     /// Opens on a course; false if it could not be read.
-    bool EditCourse(int courseRef);
+    bool EditCourse(CourseRef courseRef);
     QString CourseTitle() const;
 
     void done(int result) override;
@@ -30,14 +31,14 @@ protected:
     bool MayLeave() override;
 
 private:
-    void RowExists(int courseRef);
+    void RowExists(CourseRef courseRef);
     void ApplyRights();
     void Save();
     void AddStudents();
     CourseLists Lists();
 
-    int m_courseRef = 0; ///< 0 = a new course
-    int m_saved = 0;     ///< the course's reference once it was saved
+    CourseRef m_courseRef; ///< 0 = a new course
+    int m_saved = 0;       ///< the course's reference once it was saved
     ListModel m_usedChar;
     CourseRecord m_record; ///< as it was read or stored last
     FieldValues m_seen;    ///< the stored version that the screen set out from; empty = not known

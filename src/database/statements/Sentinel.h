@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/values/Keys.h"
+
 #include <QStringView>
 
 /// Row 1 of the tables that others refer to means "nothing chosen": joins rely on it, and lists hide it
@@ -7,6 +9,11 @@
 constexpr bool IsSentinel(qint64 key)
 {
     return key == 1;
+}
+template <typename Table>
+constexpr bool IsSentinel(RowKey<Table> key)
+{
+    return IsSentinel(key.number);
 }
 /// The same for a function that serves many tables: in some of them row 1 is a row like any other.
 bool IsSentinel(QStringView table, qint64 key);

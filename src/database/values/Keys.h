@@ -8,34 +8,42 @@
 
 /// The key of a row. Each table has a type of its own, so that a person cannot be taken for a course.
 template <typename Table>
-struct Key {
+struct RowKey {
     int number = 0; ///< as it is stored; 0 = no row
 
-    constexpr Key() = default;
-    constexpr explicit Key(int stored)
+    constexpr RowKey() = default;
+    constexpr explicit RowKey(int stored)
         : number(stored)
     {
     }
-    constexpr explicit operator bool() const { return number != 0; }
-    friend constexpr auto operator<=>(const Key &, const Key &) = default;
+    constexpr explicit operator bool() const { return number > 0; }
+    friend constexpr auto operator<=>(const RowKey &, const RowKey &) = default;
 };
 
 template <typename Table>
-size_t qHash(Key<Table> key, size_t seed = 0)
+size_t qHash(RowKey<Table> key, size_t seed = 0)
 {
     return qHash(key.number, seed);
 }
 
 template <typename Table>
-QString SqlNumber(Key<Table> key)
+QString SqlNumber(RowKey<Table> key)
 {
     return SqlNumber(key.number);
 }
 
-using ContactRef = Key<struct ContactsTable>;
-using CourseRef = Key<struct CoursesTable>;
-using OrganRef = Key<struct OrganisationTable>;
-using EventRef = Key<struct EventsTable>;
-using GroupRef = Key<struct GroupsTable>;
-using LinkRef = Key<struct LinksTable>;
-using ConcessionRef = Key<struct ConcessionsTable>;
+using ContactRef = RowKey<struct ContactsTable>;
+using OrganRef = RowKey<struct OrganisationsTable>;
+using ConcessionRef = RowKey<struct ConcessionsTable>;
+using GroupRef = RowKey<struct GroupNamesTable>;
+using LinkRef = RowKey<struct LinkNamesTable>; ///< a type of groups
+using RoleTypeRef = RowKey<struct RoleTypesTable>;
+using AttributeRef = RowKey<struct CustomAttributesTable>;
+using AttributeValueRef = RowKey<struct CustomAttributeValuesTable>;
+using CourseRef = RowKey<struct CoursesTable>;
+using FolderRef = RowKey<struct CoursesHierarchyTable>;
+using EventRef = RowKey<struct CourseEventsTable>;
+using ExamRef = RowKey<struct ExamTable>;
+using VenueRef = RowKey<struct VenuesTable>;
+using FacilityRef = RowKey<struct FacilitiesTable>;
+using CreditCardRef = RowKey<struct CreditCardTransactionTable>;

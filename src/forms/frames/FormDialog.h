@@ -13,6 +13,9 @@ class FormDialog : public QDialog
 public:
     FormDialog(const QString &name, const QString &title, QWidget *parent = nullptr);
 
+    /// Shows the form, modal, until it is closed. What it left in gDialogResult, the one place of an answer:
+    /// a record's key, or 1, and 0 for none. It is 0 again afterwards.
+    int Run();
     void reject() override;
 
 protected:

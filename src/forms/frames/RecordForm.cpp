@@ -55,13 +55,6 @@ void RecordForm::BuildButtons()
     connect(exit, &QPushButton::clicked, this, &RecordForm::reject);
 }
 
-int RecordForm::RunNew()
-{
-    gDialogResult = 0;
-    exec();
-    return gDialogResult;
-}
-
 void RecordForm::OpenRecords(const QStringList &keys, Open open)
 {
     m_navigator->SetKeys(keys);

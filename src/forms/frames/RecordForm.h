@@ -30,8 +30,6 @@ public:
     enum class Open { View, Edit };
     /// Takes a list of records ("?" keys) and shows the first, to look at or, if the user may, to change.
     void OpenRecords(const QStringList &keys, Open open = Open::View);
-    /// Runs the form for a new record, modal. Returns the new key, 0 for none.
-    int RunNew();
 
     void done(int result) override;
 

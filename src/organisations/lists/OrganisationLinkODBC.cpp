@@ -7,7 +7,7 @@
 
 namespace
 {
-bool Give(const char *routineName, QStringView table, QStringView keyColumn, int key, int organRef)
+bool Give(const char *routineName, QStringView table, QStringView keyColumn, int key, OrganRef organRef)
 {
     return Reported(routineName, false, [&] {
         Execute(u"UPDATE " % table % u" SET OrganRef = " % SqlNumber(organRef) % u" WHERE " % keyColumn %
@@ -27,12 +27,13 @@ QString Owner(const char *routineName, QStringView table, QStringView keyColumn,
     });
 }
 
-QString SelectOwn(QStringView table, QStringView keyColumn, int organRef)
+QString SelectOwn(QStringView table, QStringView keyColumn, OrganRef organRef)
 {
     return u"SELECT " % keyColumn % u" FROM " % table % u" WHERE OrganRef = " % SqlNumber(organRef);
 }
 
-std::optional<QSet<int>> Own(const char *routineName, QStringView table, QStringView keyColumn, int organRef)
+std::optional<QSet<int>> Own(const char *routineName, QStringView table, QStringView keyColumn,
+                             OrganRef organRef)
 {
     return Reported(routineName, std::optional<QSet<int>>(), [&] {
         QSet<int> keys;
@@ -43,7 +44,7 @@ std::optional<QSet<int>> Own(const char *routineName, QStringView table, QString
 }
 
 bool ShowUsed(const char *routineName, QStringView table, QStringView keyColumn, ListModel &available,
-              ListModel &used, int organRef)
+              ListModel &used, OrganRef organRef)
 {
     return Reported(routineName, false, [&] {
         used.Clear();
@@ -65,74 +66,74 @@ const QString selectContact =
     QStringLiteral("SELECT ContactRef, Cust_Surname, Cust_Forename, JobTitle FROM Contacts WHERE ");
 } // namespace
 
-bool ADO_Organisation_WipeContacts(int organRef)
+bool ADO_Organisation_WipeContacts(OrganRef organRef)
 {
     return RunWithKey("ADO_Organisation_WipeContacts",
-                      {u"UPDATE Contacts SET OrganRef = 1 WHERE OrganRef = "}, organRef);
+                      {u"UPDATE Contacts SET OrganRef = 1 WHERE OrganRef = "}, organRef.number);
 }
 
-bool ADO_Organisation_WipeFacility(int organRef)
+bool ADO_Organisation_WipeFacility(OrganRef organRef)
 {
     return RunWithKey("ADO_Organisation_WipeFacility",
-                      {u"UPDATE Facilities SET OrganRef = 1 WHERE OrganRef = "}, organRef);
+                      {u"UPDATE Facilities SET OrganRef = 1 WHERE OrganRef = "}, organRef.number);
 }
 
-bool ADO_Organisation_WipeVenue(int organRef)
+bool ADO_Organisation_WipeVenue(OrganRef organRef)
 {
     return RunWithKey("ADO_Organisation_WipeVenue", {u"UPDATE Venues SET OrganRef = 1 WHERE OrganRef = "},
-                      organRef);
+                      organRef.number);
 }
 
-bool ADO_Organisation_AddContact(int contactRef, int organRef)
+bool ADO_Organisation_AddContact(ContactRef contactRef, OrganRef organRef)
 {
     if (IsSentinel(contactRef))
         return false;
-    return Give("ADO_Organisation_AddContact", u"Contacts", u"ContactRef", contactRef, organRef);
+    return Give("ADO_Organisation_AddContact", u"Contacts", u"ContactRef", contactRef.number, organRef);
 }
 
-bool ADO_Organisation_AddFacility(int facilityRef, int organRef)
+bool ADO_Organisation_AddFacility(FacilityRef facilityRef, OrganRef organRef)
 {
-    return Give("ADO_Organisation_AddFacility", u"Facilities", u"FacilityRef", facilityRef, organRef);
+    return Give("ADO_Organisation_AddFacility", u"Facilities", u"FacilityRef", facilityRef.number, organRef);
 }
 
-bool ADO_Organisation_AddVenue(int venueRef, int organRef)
+bool ADO_Organisation_AddVenue(VenueRef venueRef, OrganRef organRef)
 {
     if (IsSentinel(venueRef))
         return false;
-    return Give("ADO_Organisation_AddVenue", u"Venues", u"VenueRef", venueRef, organRef);
+    return Give("ADO_Organisation_AddVenue", u"Venues", u"VenueRef", venueRef.number, organRef);
 }
 
-std::optional<QSet<int>> ADO_Organisation_OwnContacts(int organRef)
+std::optional<QSet<int>> ADO_Organisation_OwnContacts(OrganRef organRef)
 {
     return Own("ADO_Organisation_OwnContacts", u"Contacts", u"ContactRef", organRef);
 }
 
-std::optional<QSet<int>> ADO_Organisation_OwnFacilities(int organRef)
+std::optional<QSet<int>> ADO_Organisation_OwnFacilities(OrganRef organRef)
 {
     return Own("ADO_Organisation_OwnFacilities", u"Facilities", u"FacilityRef", organRef);
 }
 
-std::optional<QSet<int>> ADO_Organisation_OwnVenues(int organRef)
+std::optional<QSet<int>> ADO_Organisation_OwnVenues(OrganRef organRef)
 {
     return Own("ADO_Organisation_OwnVenues", u"Venues", u"VenueRef", organRef);
 }
 
-QString ADO_Organisation_CheckContact(int contactRef)
+QString ADO_Organisation_CheckContact(ContactRef contactRef)
 {
-    return Owner("ADO_Organisation_CheckContact", u"Contacts", u"ContactRef", contactRef);
+    return Owner("ADO_Organisation_CheckContact", u"Contacts", u"ContactRef", contactRef.number);
 }
 
-QString ADO_Organisation_CheckFacility(int facilityRef)
+QString ADO_Organisation_CheckFacility(FacilityRef facilityRef)
 {
-    return Owner("ADO_Organisation_CheckFacility", u"Facilities", u"FacilityRef", facilityRef);
+    return Owner("ADO_Organisation_CheckFacility", u"Facilities", u"FacilityRef", facilityRef.number);
 }
 
-QString ADO_Organisation_CheckVenue(int venueRef)
+QString ADO_Organisation_CheckVenue(VenueRef venueRef)
 {
-    return Owner("ADO_Organisation_CheckVenue", u"Venues", u"VenueRef", venueRef);
+    return Owner("ADO_Organisation_CheckVenue", u"Venues", u"VenueRef", venueRef.number);
 }
 
-bool ADO_Organisation_ShowContacts(int organRef, ListModel &list)
+bool ADO_Organisation_ShowContacts(OrganRef organRef, ListModel &list)
 {
     return Reported("ADO_Organisation_ShowContacts", false, [&] {
         std::vector<ListItem> items;
@@ -143,7 +144,7 @@ bool ADO_Organisation_ShowContacts(int organRef, ListModel &list)
     });
 }
 
-bool ADO_Organisation_UpdateContact(int contactRef, ListModel &list, int row)
+bool ADO_Organisation_UpdateContact(ContactRef contactRef, ListModel &list, int row)
 {
     return Reported("ADO_Organisation_UpdateContact", true, [&] {
         const Recordset contact = OpenRecordset(selectContact % u"ContactRef = " % SqlNumber(contactRef));
@@ -155,13 +156,13 @@ bool ADO_Organisation_UpdateContact(int contactRef, ListModel &list, int row)
     });
 }
 
-bool ADO_Organisation_ShowFacilities(ListModel &available, ListModel &used, int organRef)
+bool ADO_Organisation_ShowFacilities(ListModel &available, ListModel &used, OrganRef organRef)
 {
     return ShowUsed("ADO_Organisation_ShowFacilities", u"Facilities", u"FacilityRef", available, used,
                     organRef);
 }
 
-bool ADO_Organisation_ShowVenues(ListModel &available, ListModel &used, int organRef)
+bool ADO_Organisation_ShowVenues(ListModel &available, ListModel &used, OrganRef organRef)
 {
     return ShowUsed("ADO_Organisation_ShowVenues", u"Venues", u"VenueRef", available, used, organRef);
 }

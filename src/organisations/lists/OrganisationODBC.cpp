@@ -5,13 +5,13 @@
 
 namespace
 {
-Recordset OpenCharacteristics(int organRef)
+Recordset OpenCharacteristics(OrganRef organRef)
 {
     return OpenRecordset(u"SELECT ConcessionRef FROM OrganChars WHERE OrganRef = " % SqlNumber(organRef));
 }
 } // namespace
 
-ReadRow<ContactOrganisation> ADO_Organisation_ShowContactOrganisation(int organRef)
+ReadRow<ContactOrganisation> ADO_Organisation_ShowContactOrganisation(OrganRef organRef)
 {
     return ReadOne<ContactOrganisation>(
         "ADO_Organisation_ShowContactOrganisation",
@@ -32,7 +32,7 @@ ReadRow<ContactOrganisation> ADO_Organisation_ShowContactOrganisation(int organR
         });
 }
 
-bool ADO_Organisation_CheckCharswithContact(int organRef, int contactRef)
+bool ADO_Organisation_CheckCharswithContact(OrganRef organRef, ContactRef contactRef)
 {
     return Reported("ADO_Organisation_CheckCharswithContact", false, [&] {
         for (const Recordset::Row row : OpenCharacteristics(organRef)) {
@@ -44,7 +44,7 @@ bool ADO_Organisation_CheckCharswithContact(int organRef, int contactRef)
     });
 }
 
-bool ADO_Organisation_AddSingleContactConcession(int organRef, int contactRef)
+bool ADO_Organisation_AddSingleContactConcession(OrganRef organRef, ContactRef contactRef)
 {
     return Reported("ADO_Organisation_AddSingleContactConcession", false, [&] {
         return InOneStep(QStringLiteral("Contacts"), [&] {
@@ -60,13 +60,13 @@ bool ADO_Organisation_AddSingleContactConcession(int organRef, int contactRef)
     });
 }
 
-bool ADO_Organisation_ConcessionWipe(int organRef)
+bool ADO_Organisation_ConcessionWipe(OrganRef organRef)
 {
     return RunWithKey("ADO_Organisation_ConcessionWipe", {u"DELETE FROM OrganChars WHERE OrganRef = "},
-                      organRef);
+                      organRef.number);
 }
 
-bool ADO_Organisation_AddConcession(int organRef, int concessionRef)
+bool ADO_Organisation_AddConcession(OrganRef organRef, ConcessionRef concessionRef)
 {
     return Reported("ADO_Organisation_AddConcession", false, [&] {
         // Guarded with the organisations, so that the save of one waits for nobody on its way.

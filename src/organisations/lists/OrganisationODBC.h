@@ -1,6 +1,7 @@
 #pragma once
 
 #include "database/statements/ReadRow.h"
+#include "database/values/Keys.h"
 
 #include <QString>
 
@@ -24,13 +25,13 @@ struct ContactOrganisation {
 };
 
 /// Reads the address of an organisation, for showing it beside a person.
-ReadRow<ContactOrganisation> ADO_Organisation_ShowContactOrganisation(int organRef);
+ReadRow<ContactOrganisation> ADO_Organisation_ShowContactOrganisation(OrganRef organRef);
 /// True if the organisation has a characteristic that the person lacks; false on an error.
-bool ADO_Organisation_CheckCharswithContact(int organRef, int contactRef);
+bool ADO_Organisation_CheckCharswithContact(OrganRef organRef, ContactRef contactRef);
 /// Gives the person all characteristics of the organisation; others that the person has stay. Writes
 /// `ContactConcession`. False on an error.
-bool ADO_Organisation_AddSingleContactConcession(int organRef, int contactRef);
+bool ADO_Organisation_AddSingleContactConcession(OrganRef organRef, ContactRef contactRef);
 /// Takes all characteristics from an organisation. False on an error.
-bool ADO_Organisation_ConcessionWipe(int organRef);
+bool ADO_Organisation_ConcessionWipe(OrganRef organRef);
 /// Gives an organisation a characteristic that it does not have yet. False on an error.
-bool ADO_Organisation_AddConcession(int organRef, int concessionRef);
+bool ADO_Organisation_AddConcession(OrganRef organRef, ConcessionRef concessionRef);

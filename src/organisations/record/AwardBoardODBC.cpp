@@ -43,7 +43,7 @@ void ADO_Organisations_GetAll(ListModel &list)
     });
 }
 
-bool ADO_Organisations_SetAwardFlag(int organRef, bool flag)
+bool ADO_Organisations_SetAwardFlag(OrganRef organRef, bool flag)
 {
     if (IsSentinel(organRef))
         return false;

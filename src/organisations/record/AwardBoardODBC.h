@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/values/Keys.h"
+
 class ComboModel;
 class ListModel;
 
@@ -10,4 +12,4 @@ void ADO_Organisation_FillListAwardBoard(ComboModel &list);
 /// Fills a list with all organisations, keys "?" + OrganRef, the award boards checked. Nothing is selected.
 void ADO_Organisations_GetAll(ListModel &list);
 /// Says whether an organisation is an award board. False on an error.
-bool ADO_Organisations_SetAwardFlag(int organRef, bool flag);
+bool ADO_Organisations_SetAwardFlag(OrganRef organRef, bool flag);

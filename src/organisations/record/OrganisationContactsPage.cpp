@@ -90,8 +90,7 @@ void OrganisationContactsPage::AddContacts()
         return true;
     };
     picker.Configure(frmSelectContacts::Mode::OrganisationContacts, chosen, store);
-    picker.exec();
-    gDialogResult = 0;
+    picker.Run();
     if (Keys(chosen) != Keys(m_contacts))
         m_contacts.Fill(Items(chosen));
     Organisation_RefreshContacts(m_contacts);
@@ -105,10 +104,7 @@ void OrganisationContactsPage::RemoveContacts()
 void OrganisationContactsPage::ViewContacts()
 {
     const QStringList chosen = m_contacts.SelectedKeys();
-    frmAddContact form(this);
-    form.OpenRecords(chosen.isEmpty() ? Keys(m_contacts) : chosen);
-    form.exec();
-    gDialogResult = 0;
+    frmAddContact::ShowRecords(chosen.isEmpty() ? Keys(m_contacts) : chosen, this);
     Organisation_RefreshContacts(m_contacts);
 }
 

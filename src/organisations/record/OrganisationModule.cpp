@@ -21,12 +21,12 @@ bool Agrees(const QString &question, const QString &title)
 }
 } // namespace
 
-ReadRow<OrganisationFile> Organisation_Show(int organRef, const OrganisationLists &lists)
+ReadRow<OrganisationFile> Organisation_Show(OrganRef organRef, const OrganisationLists &lists)
 {
     return ADO_Organisation_ShowOrganisation(organRef, lists);
 }
 
-bool Organisation_Delete(int organRef)
+bool Organisation_Delete(OrganRef organRef)
 {
     return ADO_Organisation_Delete(organRef);
 }
@@ -40,7 +40,7 @@ void Organisation_TakeContacts(const ListModel &people, ListModel &contacts, Pro
         const int added = contacts.Add({person.key, person.text});
         if (progress.IsCancelled())
             continue;
-        if (!ADO_Organisation_UpdateContact(KeyNumber(person.key), contacts, added))
+        if (!ADO_Organisation_UpdateContact(ContactRef(KeyNumber(person.key)), contacts, added))
             contacts.Remove(added);
         progress.SetValue(row + 1);
     }
@@ -65,7 +65,7 @@ bool Organisation_UpdateJobTitles(ListModel &contacts, const QString &title)
         return false;
     for (const QString &key : contacts.SelectedKeys()) {
         const int row = contacts.Find(key);
-        const int contactRef = KeyNumber(key);
+        const ContactRef contactRef(KeyNumber(key));
         if (!ADO_Contact_UpdateJobTitle(contactRef, SqlSafeText(title)))
             return false;
         // It shows what is stored: somebody who is no more leaves the list instead.
@@ -78,7 +78,7 @@ bool Organisation_UpdateJobTitles(ListModel &contacts, const QString &title)
 void Organisation_RefreshContacts(ListModel &contacts)
 {
     for (int row = contacts.Count() - 1; row >= 0; --row) {
-        if (!ADO_Organisation_UpdateContact(KeyNumber(contacts.At(row).key), contacts, row))
+        if (!ADO_Organisation_UpdateContact(ContactRef(KeyNumber(contacts.At(row).key)), contacts, row))
             contacts.Remove(row);
     }
 }
@@ -89,7 +89,7 @@ bool Organisations_StoreAwardFlags(const ListModel &list, Progress &progress)
         WriteGroup group(gConnection);
         progress.Begin(list.Count());
         for (int row = 0; row < list.Count() && !progress.IsCancelled(); ++row) {
-            if (!ADO_Organisations_SetAwardFlag(KeyNumber(list.At(row).key), list.At(row).checked))
+            if (!ADO_Organisations_SetAwardFlag(OrganRef(KeyNumber(list.At(row).key)), list.At(row).checked))
                 return false;
             EndRow(group);
             progress.SetValue(row + 1);

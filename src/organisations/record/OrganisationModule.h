@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/values/Keys.h"
 #include "organisations/record/OrganisationVersion.h"
 
 class ListModel;
@@ -9,8 +10,8 @@ class Progress;
 /// asks before something that belongs to another organisation is taken from it.
 
 /// Reads an organisation, as of ADO_Organisation_ShowOrganisation.
-ReadRow<OrganisationFile> Organisation_Show(int organRef, const OrganisationLists &lists);
-bool Organisation_Delete(int organRef);
+ReadRow<OrganisationFile> Organisation_Show(OrganRef organRef, const OrganisationLists &lists);
+bool Organisation_Delete(OrganRef organRef);
 
 /// Makes `people` ("?" keys) the rows of a list of an organisation's people, with name and position as
 /// stored. Behind a cancelled `progress` they join as they are.

@@ -20,7 +20,7 @@ QString InsertOrganisation(const OrganisationRecord &r)
            SqlNumber(r.county) % u",'" % r.notes % u"'," % SqlNumber(r.board ? 1 : 0) % u')';
 }
 
-QString UpdateOrganisation(int organRef, const OrganisationRecord &r)
+QString UpdateOrganisation(OrganRef organRef, const OrganisationRecord &r)
 {
     return u"UPDATE Organisations SET OrganName = '" % r.name % u"', ReferenceID = '" % r.referenceId %
            u"', Addr1 = '" % r.addr1 % u"', Addr2 = '" % r.addr2 % u"', Addr3 = '" % r.addr3 %
@@ -75,13 +75,13 @@ bool FillVenues(ListModel &available)
                                 QStringLiteral("Venues"));
 }
 
-Recordset OpenOrganisation(int organRef)
+Recordset OpenOrganisation(OrganRef organRef)
 {
     return OpenRecordset(u"SELECT * FROM Organisations WHERE OrganRef = " % SqlNumber(organRef));
 }
 
 /// What a save of the organisation writes again. False where the lists are not whole.
-bool ShowLists(int organRef, const OrganisationLists &lists)
+bool ShowLists(OrganRef organRef, const OrganisationLists &lists)
 {
     return ShowCharacteristics(lists.availCriteria, lists.usedCriteria,
                                u"SELECT ConcessionRef FROM OrganChars WHERE OrganRef = " %
@@ -104,7 +104,7 @@ int ADO_Organisation_AddOrganisation(const OrganisationRecord &record)
                   u"OrganRef");
 }
 
-int ADO_Organisation_UpdateOrganisation(int organRef, const OrganisationRecord &record)
+int ADO_Organisation_UpdateOrganisation(OrganRef organRef, const OrganisationRecord &record)
 {
     if (IsSentinel(organRef))
         return -1;
@@ -112,17 +112,17 @@ int ADO_Organisation_UpdateOrganisation(int organRef, const OrganisationRecord &
                      u"SELECT OrganRef FROM Organisations WHERE OrganName = '" % record.name %
                          u"' AND ReferenceID ='" % record.referenceId % u"' AND OrganRef <> " %
                          SqlNumber(organRef),
-                     UpdateOrganisation(organRef, record), organRef);
+                     UpdateOrganisation(organRef, record), organRef.number);
 }
 
-std::optional<bool> ADO_Organisation_CheckOrganisation(int organRef)
+std::optional<bool> ADO_Organisation_CheckOrganisation(OrganRef organRef)
 {
     return Reported("ADO_Organisation_CheckOrganisation", std::optional<bool>(), [&] {
         return HasRow(u"SELECT OrganRef FROM Organisations WHERE OrganRef = " % SqlNumber(organRef));
     });
 }
 
-ReadRow<OrganisationFile> ADO_Organisation_ShowOrganisation(int organRef, const OrganisationLists &lists)
+ReadRow<OrganisationFile> ADO_Organisation_ShowOrganisation(OrganRef organRef, const OrganisationLists &lists)
 {
     return Reported("ADO_Organisation_ShowOrganisation", ReadRow<OrganisationFile>::Failed(), [&] {
         const Recordset organisation = OpenOrganisation(organRef);
@@ -134,7 +134,7 @@ ReadRow<OrganisationFile> ADO_Organisation_ShowOrganisation(int organRef, const 
     });
 }
 
-bool ReadStoredOrganisation(int organRef, StoredOrganisation &stored)
+bool ReadStoredOrganisation(OrganRef organRef, StoredOrganisation &stored)
 {
     const Recordset organisation = OpenOrganisation(organRef);
     if (organisation.IsEmpty())
@@ -154,7 +154,7 @@ bool ADO_Organisation_ShowAvailable(const OrganisationLists &lists)
            FillVenues(lists.availVenues);
 }
 
-bool ADO_Organisation_Delete(int organRef)
+bool ADO_Organisation_Delete(OrganRef organRef)
 {
     if (IsSentinel(organRef))
         return false;
@@ -164,5 +164,5 @@ bool ADO_Organisation_Delete(int organRef)
                        u"UPDATE Facilities SET OrganRef = 1 WHERE OrganRef = ",
                        u"UPDATE Exam SET OrganRef = 1 WHERE OrganRef = ",
                        u"DELETE FROM Organisations WHERE OrganRef = "},
-                      organRef);
+                      organRef.number);
 }

@@ -2,6 +2,7 @@
 
 #include "controls/ListModel.h"
 #include "database/statements/ReadRow.h"
+#include "database/values/Keys.h"
 #include "organisations/record/OrganisationRecord.h"
 
 #include <optional>
@@ -31,12 +32,13 @@ struct OrganisationFile {
 int ADO_Organisation_AddOrganisation(const OrganisationRecord &record);
 /// Writes all fields of an organisation. The texts come already safe for SQL. `organRef`, 0 where another
 /// row is the same organisation (nothing is written then), -1 on an error.
-int ADO_Organisation_UpdateOrganisation(int organRef, const OrganisationRecord &record);
+int ADO_Organisation_UpdateOrganisation(OrganRef organRef, const OrganisationRecord &record);
 /// Whether the organisation still exists; nothing on an error.
-std::optional<bool> ADO_Organisation_CheckOrganisation(int organRef);
+std::optional<bool> ADO_Organisation_CheckOrganisation(OrganRef organRef);
 /// Reads an organisation, and fills the lists with its characteristics, people, facilities and venues, and
 /// with the characteristics, facilities and venues that it can be given.
-ReadRow<OrganisationFile> ADO_Organisation_ShowOrganisation(int organRef, const OrganisationLists &lists);
+ReadRow<OrganisationFile> ADO_Organisation_ShowOrganisation(OrganRef organRef,
+                                                            const OrganisationLists &lists);
 /// An organisation as stored, with what a save writes with the record.
 struct StoredOrganisation {
     OrganisationRecord record;
@@ -55,10 +57,10 @@ struct StoredOrganisation {
 };
 /// Reads it as ADO_Organisation_ShowOrganisation does; false where the organisation is gone. Only inside
 /// Reported.
-bool ReadStoredOrganisation(int organRef, StoredOrganisation &stored);
+bool ReadStoredOrganisation(OrganRef organRef, StoredOrganisation &stored);
 /// Fills the lists of what an organisation can be given, and empties the others: what the lists of a new one
 /// show. False on an error.
 bool ADO_Organisation_ShowAvailable(const OrganisationLists &lists);
 /// Deletes an organisation after moving its people, venues, facilities and assessments to row 1. Its rows of
 /// `OrganChars` stay behind, where nothing reaches them. False on an error: what was done before stays.
-bool ADO_Organisation_Delete(int organRef);
+bool ADO_Organisation_Delete(OrganRef organRef);

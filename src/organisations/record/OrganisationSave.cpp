@@ -20,20 +20,33 @@ namespace
 /// What people, facilities and venues differ in when they are stored.
 struct LinkKind {
     QString word;
-    std::optional<QSet<int>> (*own)(int organRef);
+    std::optional<QSet<int>> (*own)(OrganRef organRef);
     QString (*check)(int key);
-    bool (*wipe)(int organRef);
-    bool (*add)(int key, int organRef);
+    bool (*wipe)(OrganRef organRef);
+    bool (*add)(int key, OrganRef organRef);
 };
 
+/// The functions of one kind, for the rows of a list, whose keys are plain numbers.
+template <typename Ref, auto check>
+QString Owner(int key)
+{
+    return check(Ref(key));
+}
+template <typename Ref, auto add>
+bool Give(int key, OrganRef organRef)
+{
+    return add(Ref(key), organRef);
+}
+
 const LinkKind contactLinks{QStringLiteral("Contact"), ADO_Organisation_OwnContacts,
-                            ADO_Organisation_CheckContact, ADO_Organisation_WipeContacts,
-                            ADO_Organisation_AddContact};
+                            Owner<ContactRef, ADO_Organisation_CheckContact>, ADO_Organisation_WipeContacts,
+                            Give<ContactRef, ADO_Organisation_AddContact>};
 const LinkKind facilityLinks{QStringLiteral("Facility"), ADO_Organisation_OwnFacilities,
-                             ADO_Organisation_CheckFacility, ADO_Organisation_WipeFacility,
-                             ADO_Organisation_AddFacility};
-const LinkKind venueLinks{QStringLiteral("Venue"), ADO_Organisation_OwnVenues, ADO_Organisation_CheckVenue,
-                          ADO_Organisation_WipeVenue, ADO_Organisation_AddVenue};
+                             Owner<FacilityRef, ADO_Organisation_CheckFacility>,
+                             ADO_Organisation_WipeFacility, Give<FacilityRef, ADO_Organisation_AddFacility>};
+const LinkKind venueLinks{QStringLiteral("Venue"), ADO_Organisation_OwnVenues,
+                          Owner<VenueRef, ADO_Organisation_CheckVenue>, ADO_Organisation_WipeVenue,
+                          Give<VenueRef, ADO_Organisation_AddVenue>};
 
 QString OwnerQuestion(const QString &word, const QString &text, const QString &owner)
 {
@@ -42,16 +55,16 @@ QString OwnerQuestion(const QString &word, const QString &text, const QString &o
 }
 
 /// While a question stands, another workstation may delete the organisation: nothing is to hang on it then.
-bool Exists(int organRef)
+bool Exists(OrganRef organRef)
 {
-    return organRef == 0 || ADO_Organisation_CheckOrganisation(organRef).value_or(false);
+    return !organRef || ADO_Organisation_CheckOrganisation(organRef).value_or(false);
 }
 
 /// The lists of an organisation on their way into the database.
 class LinkSave final
 {
 public:
-    LinkSave(int organRef, const OrganisationLists &links, Progress &progress)
+    LinkSave(OrganRef organRef, const OrganisationLists &links, Progress &progress)
         : m_organRef(organRef)
         , m_links(links)
         , m_progress(progress)
@@ -62,7 +75,7 @@ public:
     /// Reads and asks. False on an error, where the run is cancelled, and where the organisation was deleted.
     bool Ask();
     /// Writes, without a question; false likewise.
-    bool Store(int organRef);
+    bool Store(OrganRef organRef);
 
 private:
     /// False where the user stops the run.
@@ -72,10 +85,10 @@ private:
         return !m_progress.IsCancelled();
     }
     bool AskOwners(const LinkKind &kind, ListModel &list, ListModel *refused);
-    bool StoreOwned(const LinkKind &kind, const ListModel &list, int organRef);
-    bool StoreCharacteristics(int organRef) const;
+    bool StoreOwned(const LinkKind &kind, const ListModel &list, OrganRef organRef);
+    bool StoreCharacteristics(OrganRef organRef) const;
 
-    int m_organRef;
+    OrganRef m_organRef;
     const OrganisationLists &m_links;
     Progress &m_progress;
     int m_done = 0;
@@ -97,7 +110,7 @@ bool LinkSave::LeaveOutDeleted() const
 /// list to `refused`, or nowhere.
 bool LinkSave::AskOwners(const LinkKind &kind, ListModel &list, ListModel *refused)
 {
-    const std::optional<QSet<int>> own = m_organRef == 0 ? QSet<int>() : kind.own(m_organRef);
+    const std::optional<QSet<int>> own = !m_organRef ? QSet<int>() : kind.own(m_organRef);
     if (!own)
         return false;
     Dialogs::RepeatedQuestion question(Dialogs::Buttons::YesNo);
@@ -132,7 +145,7 @@ bool LinkSave::Ask()
            AskOwners(venueLinks, m_links.usedVenues, &m_links.availVenues);
 }
 
-bool LinkSave::StoreOwned(const LinkKind &kind, const ListModel &list, int organRef)
+bool LinkSave::StoreOwned(const LinkKind &kind, const ListModel &list, OrganRef organRef)
 {
     bool isStored = kind.wipe(organRef);
     for (int row = 0; isStored && row < list.Count(); ++row)
@@ -140,15 +153,16 @@ bool LinkSave::StoreOwned(const LinkKind &kind, const ListModel &list, int organ
     return isStored;
 }
 
-bool LinkSave::StoreCharacteristics(int organRef) const
+bool LinkSave::StoreCharacteristics(OrganRef organRef) const
 {
     bool isStored = ADO_Organisation_ConcessionWipe(organRef);
     for (int row = 0; isStored && row < m_links.usedCriteria.Count(); ++row)
-        isStored = ADO_Organisation_AddConcession(organRef, KeyNumber(m_links.usedCriteria.At(row).key));
+        isStored = ADO_Organisation_AddConcession(organRef,
+                                                  ConcessionRef(KeyNumber(m_links.usedCriteria.At(row).key)));
     return isStored;
 }
 
-bool LinkSave::Store(int organRef)
+bool LinkSave::Store(OrganRef organRef)
 {
     return StoreOwned(contactLinks, m_links.contacts, organRef) && StoreCharacteristics(organRef) &&
            StoreOwned(facilityLinks, m_links.usedFac, organRef) &&
@@ -156,30 +170,30 @@ bool LinkSave::Store(int organRef)
 }
 } // namespace
 
-RecordSaved Organisation_Save(int organRef, OrganisationRecord &record, const OrganisationLists &links,
+RecordSaved Organisation_Save(OrganRef organRef, OrganisationRecord &record, const OrganisationLists &links,
                               FieldValues &base, Progress &progress)
 {
     LinkSave lists(organRef, links, progress);
     if (!lists.LeaveOutDeleted())
-        return {organRef, false};
+        return {organRef.number, false};
     // Before the questions: nobody is to be asked about somebody who was taken out elsewhere.
-    if (organRef > 0 && !Organisation_Meet(organRef, record, links, base))
+    if (organRef && !Organisation_Meet(organRef, record, links, base))
         return {-1, false};
     if (!lists.Ask())
-        return {progress.IsCancelled() ? 0 : organRef, false};
+        return {progress.IsCancelled() ? 0 : organRef.number, false};
     const auto storeRecord = [&] {
-        return organRef > 0 ? Organisation_Update(organRef, record, links, base) : Organisation_Add(record);
+        return organRef ? Organisation_Update(organRef, record, links, base) : Organisation_Add(record);
     };
     FieldValues before = base;
-    const RecordSaved saved =
-        SaveWhole("Organisation_Save", progress, storeRecord, [&](int key) { return lists.Store(key); });
+    const RecordSaved saved = SaveWhole("Organisation_Save", progress, storeRecord,
+                                        [&](int key) { return lists.Store(OrganRef(key)); });
     base = SeenAfter(
         saved, std::move(before), [&] { return AsStored(Organisation_Values(record, links)); },
-        [&] { return Organisation_StoredValues(saved.key); });
+        [&] { return Organisation_StoredValues(OrganRef(saved.key)); });
     return saved;
 }
 
-bool Organisation_OfferCharacteristics(int organRef, const ListModel &contacts, Progress &progress)
+bool Organisation_OfferCharacteristics(OrganRef organRef, const ListModel &contacts, Progress &progress)
 {
     return Reported("Organisation_OfferCharacteristics", false, [&] {
         Dialogs::RepeatedQuestion question(Dialogs::Buttons::YesNo);
@@ -187,7 +201,7 @@ bool Organisation_OfferCharacteristics(int organRef, const ListModel &contacts, 
         progress.Begin(contacts.Count());
         for (int row = 0; row < contacts.Count() && !progress.IsCancelled(); ++row) {
             const QString name = contacts.At(row).text;
-            const int contactRef = KeyNumber(contacts.At(row).key);
+            const ContactRef contactRef(KeyNumber(contacts.At(row).key));
             if (ADO_Organisation_CheckCharswithContact(organRef, contactRef) &&
                 question.Agrees(u"Would you like to apply the Organisation Characteristics to contact '" %
                                     name % u"'?",

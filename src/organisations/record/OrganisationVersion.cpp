@@ -66,13 +66,13 @@ RecordLists Beside(const OrganisationLists &links, StoredOrganisation &stored)
     return beside;
 }
 
-FieldValues ReadValues(int organRef, StoredOrganisation &stored)
+FieldValues ReadValues(OrganRef organRef, StoredOrganisation &stored)
 {
     return ReadStoredOrganisation(organRef, stored) ? Organisation_Values(stored.record, stored.Lists())
                                                     : FieldValues();
 }
 
-int Save(int organRef, OrganisationRecord &record, const OrganisationLists &links, FieldValues &base,
+int Save(OrganRef organRef, OrganisationRecord &record, const OrganisationLists &links, FieldValues &base,
          bool writes)
 {
     StoredOrganisation stored;
@@ -92,7 +92,7 @@ int Save(int organRef, OrganisationRecord &record, const OrganisationLists &link
         PutValues(Fields(), values, record);
         beside.Take(values);
     }
-    return writes && key > 0 ? organRef : key;
+    return writes && key > 0 ? organRef.number : key;
 }
 } // namespace
 
@@ -110,7 +110,7 @@ FieldValues Organisation_Values(const OrganisationRecord &record, const Organisa
     return values;
 }
 
-FieldValues Organisation_StoredValues(int organRef)
+FieldValues Organisation_StoredValues(OrganRef organRef)
 {
     StoredOrganisation stored;
     return Reported("Organisation_StoredValues", FieldValues(), [&] { return ReadValues(organRef, stored); });
@@ -122,13 +122,13 @@ int Organisation_Add(const OrganisationRecord &record)
                          QStringLiteral("Add Organisation"));
 }
 
-bool Organisation_Meet(int organRef, OrganisationRecord &record, const OrganisationLists &links,
+bool Organisation_Meet(OrganRef organRef, OrganisationRecord &record, const OrganisationLists &links,
                        FieldValues &base)
 {
     return Save(organRef, record, links, base, false) > 0;
 }
 
-int Organisation_Update(int organRef, OrganisationRecord &record, const OrganisationLists &links,
+int Organisation_Update(OrganRef organRef, OrganisationRecord &record, const OrganisationLists &links,
                         FieldValues &base)
 {
     return TellDuplicate(Save(organRef, record, links, base, true), organisationExists,

@@ -64,12 +64,12 @@ void frmAddOrg::EditRecords(const QStringList &keys, bool edit, QWidget *parent)
 {
     frmAddOrg form(parent);
     form.OpenRecords(keys, edit ? Open::Edit : Open::View);
-    form.exec();
+    form.Run();
 }
 
 bool frmAddOrg::Exists(int key)
 {
-    return ADO_Organisation_CheckOrganisation(key).value_or(true);
+    return ADO_Organisation_CheckOrganisation(OrganRef(key)).value_or(true);
 }
 
 RecordForm::Found frmAddOrg::ReadRecord(int key)
@@ -77,7 +77,7 @@ RecordForm::Found frmAddOrg::ReadRecord(int key)
     // A record that cannot be read must not leave the fields of the one before it.
     m_details->Clear();
     m_seen.clear();
-    const ReadRow<OrganisationFile> file = Organisation_Show(key, Lists());
+    const ReadRow<OrganisationFile> file = Organisation_Show(OrganRef(key), Lists());
     if (file)
         ShowRecord(file->record);
     if (file && file->isWhole)
@@ -137,7 +137,7 @@ RecordSaved frmAddOrg::StoreRecord(int key, Progress &progress)
     m_details->Store(record);
     record.notes = m_notes->Notes();
     OrganisationRecord stored = record;
-    const RecordSaved saved = Organisation_Save(key, stored, Lists(), m_seen, progress);
+    const RecordSaved saved = Organisation_Save(OrganRef(key), stored, Lists(), m_seen, progress);
     // What joined shows even where nothing was stored: `m_seen` has it.
     if (stored != record)
         ShowRecord(stored);
@@ -146,11 +146,11 @@ RecordSaved frmAddOrg::StoreRecord(int key, Progress &progress)
 
 bool frmAddOrg::AfterStore(int key)
 {
-    ProgressBox::Run(this, QStringLiteral("Organisation Characteristics"), QStringLiteral("contacts"),
-                     QStringLiteral("The rest were not offered them; the next update does so."),
-                     [&](Progress &progress) {
-                         Organisation_OfferCharacteristics(key, m_contacts->ContactInfo(), progress);
-                     });
+    ProgressBox::Run(
+        this, QStringLiteral("Organisation Characteristics"), QStringLiteral("contacts"),
+        QStringLiteral("The rest were not offered them; the next update does so."), [&](Progress &progress) {
+            Organisation_OfferCharacteristics(OrganRef(key), m_contacts->ContactInfo(), progress);
+        });
     return true;
 }
 

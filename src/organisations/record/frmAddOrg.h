@@ -18,7 +18,7 @@ public:
     explicit frmAddOrg(QWidget *parent = nullptr);
 
     /// Opens the form for a new organisation, modal; the new OrganRef, 0 for none.
-    static int AddRecord(QWidget *parent) { return frmAddOrg(parent).RunNew(); }
+    static int AddRecord(QWidget *parent) { return frmAddOrg(parent).Run(); }
     /// Opens the form on a list of organisations ("?" keys), modal, to look at or, where the user may, to
     /// change.
     static void EditRecords(const QStringList &keys, bool edit, QWidget *parent);

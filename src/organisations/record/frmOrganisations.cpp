@@ -76,6 +76,6 @@ void frmOrganisations::EditOrganisations()
 void frmOrganisations::DeleteOrganisations()
 {
     DeleteSelected(m_organisations, [](const ListItem &organisation) {
-        return Organisation_Delete(KeyNumber(organisation.key)) ? Deletion::Done : Deletion::Failed;
+        return Organisation_Delete(OrganRef(KeyNumber(organisation.key))) ? Deletion::Done : Deletion::Failed;
     });
 }

@@ -77,7 +77,7 @@ void AddMoney(const StudentRecord &student, ContactHistory::Attended &course)
     add(QStringLiteral("Amount Owing:"), MoneyText(course.owing));
 }
 
-QString StaffedSql(QStringView columns, int contactRef)
+QString StaffedSql(QStringView columns, ContactRef contactRef)
 {
     return u"SELECT DISTINCT " % columns %
            u" FROM RoleTypes, ((Contacts INNER JOIN CourseStaff ON Contacts.ContactRef = "
@@ -88,14 +88,14 @@ QString StaffedSql(QStringView columns, int contactRef)
 }
 } // namespace
 
-QString ContactHistory::Notes(int contactRef)
+QString ContactHistory::Notes(ContactRef contactRef)
 {
     const Recordset person =
         OpenRecordset(u"SELECT * FROM Contacts WHERE ContactRef = " % SqlNumber(contactRef));
     return person.IsEmpty() ? QString() : person.First().Text(u"Cust_Notes");
 }
 
-QStringList ContactHistory::Characteristics(int contactRef)
+QStringList ContactHistory::Characteristics(ContactRef contactRef)
 {
     QString terms;
     for (const auto &row : OpenRecordset(u"SELECT ConcessionRef FROM ContactConcession WHERE ContactRef = " %
@@ -107,7 +107,7 @@ QStringList ContactHistory::Characteristics(int contactRef)
                  u"Name");
 }
 
-QStringList ContactHistory::Groups(int contactRef)
+QStringList ContactHistory::Groups(ContactRef contactRef)
 {
     return Texts(u"SELECT DISTINCT GroupNames.Name FROM Groups INNER JOIN GroupNames ON Groups.GroupRef = "
                  u"GroupNames.GroupRef WHERE Groups.ContactRef = " %
@@ -115,7 +115,7 @@ QStringList ContactHistory::Groups(int contactRef)
                  u"Name");
 }
 
-std::vector<ContactHistory::Attended> ContactHistory::CoursesAttended(int contactRef, bool withMoney)
+std::vector<ContactHistory::Attended> ContactHistory::CoursesAttended(ContactRef contactRef, bool withMoney)
 {
     std::vector<Attended> courses;
     for (const auto &row : OpenRecordset(
@@ -130,7 +130,7 @@ std::vector<ContactHistory::Attended> ContactHistory::CoursesAttended(int contac
     return courses;
 }
 
-std::vector<ContactHistory::Staffed> ContactHistory::CoursesStaffed(int contactRef)
+std::vector<ContactHistory::Staffed> ContactHistory::CoursesStaffed(ContactRef contactRef)
 {
     std::vector<Staffed> courses;
     for (const auto &row : OpenRecordset(StaffedSql(u"Courses.Title, CourseEvents.EDate", contactRef)))
@@ -138,7 +138,7 @@ std::vector<ContactHistory::Staffed> ContactHistory::CoursesStaffed(int contactR
     return courses;
 }
 
-std::vector<ContactHistory::Staffed> ContactHistory::RolesOnCourses(int contactRef)
+std::vector<ContactHistory::Staffed> ContactHistory::RolesOnCourses(ContactRef contactRef)
 {
     std::vector<Staffed> roles;
     for (const auto &row :

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/values/Keys.h"
 #include "enrolment/Money.h"
 
 #include <QString>
@@ -11,11 +12,11 @@
 namespace ContactHistory
 {
 /// The person's notes. Reads `Contacts`, since the report's own statement has no column for the notes.
-QString Notes(int contactRef);
+QString Notes(ContactRef contactRef);
 /// Names of the characteristics, ordered by name. Reads `ContactConcession` and `Concessions`.
-QStringList Characteristics(int contactRef);
+QStringList Characteristics(ContactRef contactRef);
 /// Names of the groups, each once, ordered by name. Reads `Groups` and `GroupNames`.
-QStringList Groups(int contactRef);
+QStringList Groups(ContactRef contactRef);
 
 /// What an enrolment cost and how it was paid, as rows of a label and a value.
 struct MoneyRow {
@@ -29,7 +30,7 @@ struct Attended {
 };
 /// The courses of a person, with their money if that is asked for. Reads `StudentsEnrolled`, `Courses` and
 /// `CourseEvents`.
-std::vector<Attended> CoursesAttended(int contactRef, bool withMoney);
+std::vector<Attended> CoursesAttended(ContactRef contactRef, bool withMoney);
 
 /// A course that a person taught or contributed to, with a day of it.
 struct Staffed {
@@ -38,7 +39,7 @@ struct Staffed {
     int day = 0; ///< date-int
 };
 /// A row for each day of each course, ordered by day. Reads `CourseStaff`, `Courses`, `CourseEvents`.
-std::vector<Staffed> CoursesStaffed(int contactRef);
+std::vector<Staffed> CoursesStaffed(ContactRef contactRef);
 /// The same with the role, a row for each role on a course with its first day. Reads `RoleTypes` too.
-std::vector<Staffed> RolesOnCourses(int contactRef);
+std::vector<Staffed> RolesOnCourses(ContactRef contactRef);
 } // namespace ContactHistory

@@ -16,7 +16,7 @@ void WriteList(const QString &label, const QStringList &names)
         WriteListRow(name);
 }
 
-void WriteCoursesAttended(int contactRef)
+void WriteCoursesAttended(ContactRef contactRef)
 {
     const std::vector<ContactHistory::Attended> courses = ContactHistory::CoursesAttended(contactRef, true);
     if (courses.empty())
@@ -32,7 +32,7 @@ void WriteCoursesAttended(int contactRef)
     HTML_LabelRow(QStringLiteral("Total Amount Owing:"), MoneyText(owing));
 }
 
-void WriteCoursesStaffed(int contactRef)
+void WriteCoursesStaffed(ContactRef contactRef)
 {
     QStringList courses;
     for (const ContactHistory::Staffed &staffed : ContactHistory::CoursesStaffed(contactRef))
@@ -49,18 +49,19 @@ void WritePerson(const ContactFields &fields, const Recordset::Row &row)
     HTML_Table();
     WriteLabelRows(fields.personal, row);
     if (fields.Has(ContactItem::Notes)) {
-        const QString notes = ContactHistory::Notes(contactRef);
+        const QString notes = ContactHistory::Notes(ContactRef(contactRef));
         if (!notes.isEmpty())
             HTML_LabelRow(QStringLiteral("Notes:"), notes);
     }
     if (fields.Has(ContactItem::Characteristics))
-        WriteList(QStringLiteral("Characteristics:"), ContactHistory::Characteristics(contactRef));
+        WriteList(QStringLiteral("Characteristics:"),
+                  ContactHistory::Characteristics(ContactRef(contactRef)));
     if (fields.Has(ContactItem::Groups))
-        WriteList(QStringLiteral("Groups:"), ContactHistory::Groups(contactRef));
+        WriteList(QStringLiteral("Groups:"), ContactHistory::Groups(ContactRef(contactRef)));
     if (fields.Has(ContactItem::CoursesAttended))
-        WriteCoursesAttended(contactRef);
+        WriteCoursesAttended(ContactRef(contactRef));
     if (fields.Has(ContactItem::CoursesStaffed))
-        WriteCoursesStaffed(contactRef);
+        WriteCoursesStaffed(ContactRef(contactRef));
     WriteLabelRows(fields.work, row);
     HTML_TableEnd();
 }

@@ -1,4 +1,5 @@
 // A part of ContactReport.h.
+#include "database/statements/Sentinel.h"
 #include "database/values/DecodeDateFunc.h"
 #include "reports/contacts/ContactHistory.h"
 #include "reports/contacts/ContactReport.h"
@@ -63,7 +64,7 @@ private:
     bool m_isFirst = true;
 };
 
-QString AttendedText(int contactRef)
+QString AttendedText(ContactRef contactRef)
 {
     QStringList courses;
     for (const ContactHistory::Attended &attended : ContactHistory::CoursesAttended(contactRef, false))
@@ -72,7 +73,7 @@ QString AttendedText(int contactRef)
 }
 
 /// Role, course and first day, in three cells whose lines match.
-void WriteRoleCells(int contactRef)
+void WriteRoleCells(ContactRef contactRef)
 {
     QStringList roles;
     QStringList courses;
@@ -125,15 +126,15 @@ public:
         WriteValueCell(ContactName(m_fields.report.nameOpt, row), 200);
         WriteValueCells(m_fields.personal, row);
         if (m_fields.Has(ContactItem::Notes))
-            WriteValueCell(ContactHistory::Notes(contactRef), 300);
+            WriteValueCell(ContactHistory::Notes(ContactRef(contactRef)), 300);
         if (m_fields.Has(ContactItem::Characteristics))
-            WriteValueCell(ContactHistory::Characteristics(contactRef).join(lineBreak), 200);
+            WriteValueCell(ContactHistory::Characteristics(ContactRef(contactRef)).join(lineBreak), 200);
         if (m_fields.Has(ContactItem::Groups))
-            WriteValueCell(ContactHistory::Groups(contactRef).join(lineBreak), 100);
+            WriteValueCell(ContactHistory::Groups(ContactRef(contactRef)).join(lineBreak), 100);
         if (m_fields.Has(ContactItem::CoursesAttended))
-            WriteValueCell(AttendedText(contactRef), 200);
+            WriteValueCell(AttendedText(ContactRef(contactRef)), 200);
         if (m_fields.Has(ContactItem::CoursesStaffed))
-            WriteRoleCells(contactRef);
+            WriteRoleCells(ContactRef(contactRef));
         WriteValueCells(m_fields.work, row);
         HTML_RowEnd();
     }
@@ -156,7 +157,7 @@ ReportResult Contact_Rep_Tabular_HTML(const ContactReport &report, Progress &pro
         QSet<qint64> written;
         const auto held = WriteRecords(*people, progress, [&](const Recordset::Row &row) {
             const qint64 contactRef = row.Long(u"ContactRef");
-            if (contactRef == 1)
+            if (IsSentinel(contactRef))
                 return false;
             writer.Write(row);
             const bool isNew = !written.contains(contactRef);

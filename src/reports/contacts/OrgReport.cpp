@@ -1,6 +1,7 @@
 #include "reports/contacts/OrgReport.h"
 
 #include "database/statements/MiscODBC.h"
+#include "database/statements/Sentinel.h"
 #include "database/values/GlobalCode.h"
 #include "reports/contacts/ContactReportSql.h"
 #include "reports/contacts/ReportFields.h"
@@ -59,7 +60,7 @@ std::optional<int> WriteOrganisations(const Recordset &organisations, Progress &
 {
     return WriteRecords(organisations, progress, [&write](const Recordset::Row &row) {
         const qint64 organRef = row.Long(u"OrganRef");
-        if (organRef == 1)
+        if (IsSentinel(organRef))
             return false;
         write(row, organRef);
         return true;
