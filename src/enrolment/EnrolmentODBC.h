@@ -99,6 +99,6 @@ bool ADO_Course_UpdateStudent(CourseRef courseRef, ContactRef contactRef, const 
 /// the user pick the courses, and writes `Discount`; tells how many courses that were. `percentage` is
 /// percent of the basic fee, `hardDiscount` an amount in currency units. A course where the amount is worth
 /// more than the percentage raises the percentage for the courses after it too. A cancelled `progress` stops
-/// behind a course. Reads `Courses`, reads and writes `StudentsEnrolled`.
+/// after a course. Reads `Courses`, reads and writes `StudentsEnrolled`.
 void ADO_Course_ChangePercentage(const QString &concessionName, double percentage, double hardDiscount,
                                  Progress &progress);

@@ -5,7 +5,7 @@
 class FormBuilder;
 class MoneyField;
 
-/// A caption with the currency symbol behind it.
+/// A caption with the currency symbol after it.
 QString WithSymbol(const QString &caption);
 
 /// What a money box holds.
@@ -15,7 +15,7 @@ Money AmountIn(const MoneyField *box);
 class PaymentBoxes final
 {
 public:
-    /// The names of the boxes and of their captions; those of the vouchers get their index behind.
+    /// The names of the boxes and of their captions; those of the vouchers end in their index.
     struct Names {
         std::array<QString, 3> boxes;  ///< cash, cheque, credit card
         std::array<QString, 3> labels; ///< likewise

@@ -244,7 +244,7 @@ void TestAttributeScreens::FromPersonToPerson()
     QCOMPARE(Ticked(Seen(Tree(form))), QStringList());
 }
 
-/// Yes shows the person anew, and what the user ticked is not lost by that.
+/// Yes shows the person again, and what the user ticked is not lost by that.
 void TestAttributeScreens::OrganisationCharacteristicsKeepTheTicks()
 {
     const SiteAttributes site;

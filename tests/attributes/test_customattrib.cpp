@@ -145,7 +145,7 @@ void TestCustomAttrib::DeletedMeanwhile()
     QCOMPARE(Rows("CustomAttributeValues"), 1);
 }
 
-/// Nobody has the attribute any more, and it still stands: the delete can be repeated.
+/// Nobody has the attribute any more, and it still exists: the delete can be repeated.
 void TestCustomAttrib::DeleteThatStopsHalfWay()
 {
     const SiteAttributes site;

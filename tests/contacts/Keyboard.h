@@ -36,7 +36,7 @@ public:
             qFatal("a button of %s stays down", qPrintable(m_form.objectName()));
     }
     void Type(const QString &text) const { QTest::keyClicks(m_form.focusWidget(), text); }
-    /// Tab until the focus stands there; a full round without it ends the test.
+    /// Tab until the focus is there; a full round without it ends the test.
     void TabTo(const QString &name) const
     {
         for (int tab = 0; tab < 100; ++tab) {

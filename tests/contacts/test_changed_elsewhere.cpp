@@ -179,7 +179,7 @@ void TestChangedElsewhere::ListsOfAPerson()
     QVERIFY(SeenOf(anna).contains("x Blue"));
 }
 
-/// What a failed save left behind is no other workstation's change: the next one stores what is shown.
+/// What a failed save left is no other workstation's change: the next one stores what is shown.
 void TestChangedElsewhere::FailedHalfWay()
 {
     const int tutor = ADO_Contact_AddRoleType({"Tutor", "", 0, RoleStatus::Active, ""});

@@ -328,7 +328,7 @@ void TestContactGroups::OpensPeople()
     QVERIFY(renames("Older", [&form] { Press(*form, "ViewBtn"); }));
 }
 
-/// Though the forename stands there, until it is changed itself.
+/// Though the forename is there, until it is changed itself.
 void TestContactGroups::EmptiedGroupTypeMarksTheForename()
 {
     const auto form = Editing();

@@ -166,7 +166,7 @@ void TestContactMaintenance::RoleInUse()
     QCOMPARE(Texts(Items(form)), QStringList("Tutor"));
 }
 
-/// A new organisation opens once more behind the dialog that added it.
+/// A new organisation opens once more after the dialog that added it.
 void TestContactMaintenance::NewOrganisation()
 {
     frmContactMain form;

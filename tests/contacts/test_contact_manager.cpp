@@ -137,7 +137,7 @@ void TestContactManager::ApplyingCanBeStopped()
         if (!sql.startsWith("INSERT"))
             return;
         QThread::msleep(400);
-        // Until the box stands there, the form is deaf: a second press must not start a second run.
+        // Until the box is there, the form is deaf: a second press must not start a second run.
         QTest::mouseClick(Find<QPushButton>(form, "AddToConBtn"), Qt::LeftButton);
         // Nor may the wheel choose other people, or the window go, while theirs are being read.
         auto *subset = Find<ComboBox>(form, "ConcessionList");

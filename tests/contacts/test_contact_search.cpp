@@ -120,7 +120,7 @@ void TestContactSearch::init()
     };
     Clock::StopAt(QDateTime(QDate(2026, 11, 23), QTime(10, 0)));
     gStop = false;
-    // Towns 2 and 3, people 2 to 7, behind the sentinels.
+    // Towns 2 and 3, people 2 to 7, after the sentinels.
     Sql("INSERT INTO City (City,ReferenceID) VALUES ('York','')");
     Sql("INSERT INTO City (City,ReferenceID) VALUES ('Leeds','')");
     Sql("INSERT INTO Organisations (OrganName,Addr1,City,ReferenceID) VALUES ('Mill','2 Mill Lane',3,'')");
@@ -361,7 +361,7 @@ void TestContactSearch::ApostropheFails()
     QVERIFY(search.found.IsEmpty());
 }
 
-/// A statement that fails stops none of the steps behind it, and nobody is asked.
+/// A statement that fails stops none of the steps after it, and nobody is asked.
 void TestContactSearch::StoredSelection()
 {
     std::vector<ListItem> many{{"!3", "no person"}};

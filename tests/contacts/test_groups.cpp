@@ -115,7 +115,7 @@ void TestGroups::NamesAndMembers()
     QCOMPARE(Update(m_bells, members), m_bells);
     QCOMPARE(Stored(), all);
 
-    // Read back, members stand in bold until they are written again.
+    // Read back, members are in bold until they are written again.
     ListModel again;
     QVERIFY(ADO_Contact_ShowGroup(GroupRef(m_bells), again));
     QCOMPARE(again.Count(), 3);

@@ -270,7 +270,7 @@ void TestRecordForms::Deleted_data()
     QTest::addRow("Contact, refresh") << 0 << u"MainRefBtn"_qs << Answer::None;
 }
 
-/// Another workstation deletes the record while it stands on the screen: nothing is written for it, and what
+/// Another workstation deletes the record while it is on the screen: nothing is written for it, and what
 /// was typed is not lost without a word.
 void TestRecordForms::Deleted()
 {

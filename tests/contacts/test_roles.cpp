@@ -273,7 +273,7 @@ void TestRoles::OneRowFillsTheFields()
     QVERIFY(roles.IsEmpty());
 }
 
-/// A save writes roles and attributes anew: a record where they could not be read must not be saved.
+/// A save writes roles and attributes again: a record where they could not be read must not be saved.
 void TestRoles::UnreadableListsLockTheRecord()
 {
     Give(m_driver);

@@ -104,7 +104,7 @@ void TestSearchForm::SearchByTheFields()
     QCOMPARE(found.SelectedRows(), std::vector<int>{0});
 }
 
-/// On leaving the upper age the two change places if its text sorts first, so that 9 to 10 stands reversed.
+/// On leaving the upper age the two change places if its text sorts first, so that 9 to 10 is reversed.
 void TestSearchForm::Ages_data()
 {
     const TestTable<QString, QString, QString, QString> row{"from", "to", "fromLeft", "toLeft"};

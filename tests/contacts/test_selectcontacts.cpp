@@ -63,7 +63,7 @@ private:
     ListModel m_target;
 };
 
-/// The people get the references 2 to 5, behind the sentinel: Dora lives in a town that is no more.
+/// The people get the references 2 to 5, after the sentinel: Dora lives in a town that is gone.
 void TestSelectContacts::init()
 {
     m = std::make_unique<ContactFixture>();
@@ -348,7 +348,7 @@ void TestSelectContacts::StudentsAreNeverDroppedUnseen()
     }
     QCOMPARE(Enrolled(), "2 5");
 
-    // A read that fails must not look like a course without students, nor like people who are no more.
+    // A read that fails must not look like a course without students, nor like people who are gone.
     m_target.Fill({{"?2", "Adams, Ann"}, {"?5", "Smythe, Dora"}});
     for (const auto &[name, failures] : {std::pair("StudentsEnrolled", 3), std::pair("Contacts", 3)}) {
         const QString table = name;

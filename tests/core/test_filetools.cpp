@@ -12,7 +12,7 @@
 
 #include <memory>
 
-/// Documents are opened through a desktop of the test's own: `xdg-mime` and `xdg-open` stand first on the
+/// Documents are opened through a desktop of the test's own: `xdg-mime` and `xdg-open` are first on the
 /// path, answer as the test wants, and note what they were given.
 class TestFileTools : public QObject
 {

@@ -284,7 +284,7 @@ private slots:
         QCOMPARE(other.OpenRecordset("SELECT * FROM Concessions WHERE Name = 'Pensioner'")->RowCount(), 1);
     }
 
-    /// Its box may stand longer than a splash.
+    /// Its box may be longer than a splash.
     void UsersThatCannotBeReadAreToldBeforeAnyWindow()
     {
         Settle(

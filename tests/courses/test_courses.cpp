@@ -86,7 +86,7 @@ private slots:
     void TellsDuplicates_data()
     {
         const TestTable<QString, QString, bool, bool> row{"title", "reference", "maySave", "mayRename"};
-        // Pottery A, Pottery B and Spanish A stand; Spanish A is changed.
+        // Pottery A, Pottery B and Spanish A exist; Spanish A is changed.
         row("its own title", "Spanish", "A", true, true);
         row("its own title in capitals", "SPANISH", "A", true, true);
         row("a new title", "French", "A", true, true);

@@ -315,7 +315,7 @@ private slots:
     }
 
     /// The percentage that the amount raised carries on: the cheapest course gives its discount to the dearer
-    /// ones behind it. All students of a course go by the fee of the first.
+    /// ones after it. All students of a course go by the fee of the first.
     void RaisedPercentageCarriesOnToTheNextCourse()
     {
         const int ada = School::AddPerson("Ada", "Lovelace");
@@ -351,7 +351,7 @@ private slots:
         QCOMPARE(offered.join(u' '), u"A A B B C C D D"_qs);
         QCOMPARE(discounts(), u"A|10 A|10 B|30 B|30 C|30 C|30 D|0 D|0"_qs);
 
-        // Stopped behind the first course of two.
+        // Stopped after the first course of two.
         Progress *running = nullptr;
         Progress stopped([&](int done, int) { done > 0 ? running->Cancel() : void(); }, 0);
         running = &stopped;

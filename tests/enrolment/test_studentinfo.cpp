@@ -173,7 +173,7 @@ private slots:
         QTEST(TextIn(*form, "TotalAmountDue"), "due");
     }
 
-    /// A discount takes six digits, yet a point where a seventh could not stand.
+    /// A discount takes six digits, yet a point where a seventh could not be.
     void FiltersTheDiscount()
     {
         auto form = Open();

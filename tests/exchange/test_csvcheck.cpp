@@ -237,7 +237,7 @@ void TestCsvCheck::AnswersOnceForAll()
         ImportWith(desk, people, answer, summary);
         QCOMPARE(ImportWith(desk, moved, answer, summary), asked);
         QCOMPARE(summary, Exchange::Summary(1, updated, 0));
-        // The next run asks anew.
+        // The next run asks again.
         QCOMPARE(ImportWith(desk, people, answer, summary) > 0, updated > 0);
     }
 }

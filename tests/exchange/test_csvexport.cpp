@@ -37,7 +37,7 @@ private:
     rlimit m_before{};
 };
 
-/// Whoever runs the tests has rights everywhere if it is root; nobody has not.
+/// Root may write anywhere; the user nobody may not.
 class Nobody final
 {
 public:
@@ -67,7 +67,7 @@ qint64 MemoryOf(const std::function<void()> &work)
         return status.mid(at).split('\n').first().mid(qstrlen(name)).chopped(3).trimmed().toLongLong();
     };
     malloc_trim(0);
-    WriteFile("/proc/self/clear_refs", "5"); // the highest mark begins anew
+    WriteFile("/proc/self/clear_refs", "5"); // the highest mark begins again
     const qint64 before = value("VmRSS:");
     work();
     return value("VmHWM:") - before;

@@ -132,7 +132,7 @@ void TestCsvReader::ReadsFilesOfAllKinds()
 
 void TestCsvReader::QuotesThatAreNotClosed_data()
 {
-    QTest::addColumn<QByteArray>("lines"); // behind a header of three fields
+    QTest::addColumn<QByteArray>("lines"); // after a header of three fields
     QTest::addColumn<int>("records");
     QTest::addColumn<QList<int>>("unclosed");
     using L = QList<int>;
@@ -141,7 +141,7 @@ void TestCsvReader::QuotesThatAreNotClosed_data()
     QTest::newRow("closes with more fields") << QByteArray("a,\"b\nc\",d,e\n") << 2 << L{2, 3};
     QTest::newRow("next line opens a quote") << QByteArray("a,\"b,c\n\"d\",e,f\n") << 2 << L{2};
     QTest::newRow("opens in the middle of a field") << QByteArray("a,b\"c\nd\",e\n") << 2 << L{2, 3};
-    QTest::newRow("text behind the closing quote") << QByteArray("a,\"b\nc\"x,d\n") << 2 << L{2, 3};
+    QTest::newRow("text after the closing quote") << QByteArray("a,\"b\nc\"x,d\n") << 2 << L{2, 3};
     QTest::newRow("never closes") << QByteArray("a,\"b,c\n" + QByteArray("d,e,f\n").repeated(2000)) << 2001
                                   << L{2};
     QTest::newRow("closes too far away")

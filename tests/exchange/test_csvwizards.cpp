@@ -180,7 +180,7 @@ void TestCsvWizards::ChangesTheMapping()
              (QStringList{"*1-Cust_Forename", "*2-Cust_Surname", "*3-Cust_Addr1", "?4"}));
     QCOMPARE(changing(2, false, {}, "ExitBtn"),
              (QStringList{"*1-Cust_Forename", "*2-Cust_Surname", "?3", "?4"}));
-    // A new reading of the file maps anew, by the order of the file even where the list is sorted.
+    // A new reading of the file maps again, by the order of the file even where the list is sorted.
     Find<ListView>(form, "ImportSel")->sortByColumn(0, Qt::AscendingOrder);
     Press(form, "cmdNav_1");
     Press(form, next);
@@ -296,7 +296,7 @@ void TestCsvWizards::CancelLeavesWhatWasImported()
     QVERIFY(!form.isVisible());
 }
 
-/// The box of the run's questions itself: what a test's user answers stands in its place elsewhere.
+/// The box of the run's questions itself: what a test's user answers is in its place elsewhere.
 void TestCsvWizards::EscapeAnswersNo()
 {
     Exchange desk;

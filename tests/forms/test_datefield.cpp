@@ -13,7 +13,7 @@ struct Bench {
     QWidget window;
     QLineEdit *before = new QLineEdit(&window);
     DateField *date = new DateField(&window);
-    QLineEdit *behind = new QLineEdit(&window);
+    QLineEdit *after = new QLineEdit(&window);
 
     Bench()
     {
@@ -72,7 +72,7 @@ void TestDateField::TakesADayAsStaffTypeIt()
     for (const QChar key : keys)
         QTest::keyClick(bench.date, key.toLatin1());
     bench.Tab();
-    QVERIFY2(bench.behind->hasFocus(), "one Tab leaves the field");
+    QVERIFY2(bench.after->hasFocus(), "one Tab leaves the field");
     QTEST(bench.date->Day(), "day");
 }
 

@@ -47,7 +47,7 @@ private slots:
         row("point as the ninth", 9, 9, "12345678.", "12345678.");
         row("no sign, no letter, no blank", 9, 9, "-1a 2e+,3", "123");
         row("discount: six digits", 6, 9, "1234567", "123456");
-        row("discount: point behind the sixth digit", 6, 9, "123456.7", "123456.");
+        row("discount: point after the sixth digit", 6, 9, "123456.7", "123456.");
         row("whole number", 9, 0, "12.5", "125");
     }
     void money_takes_key_by_key()

@@ -45,14 +45,14 @@ void ReadAndWrite(const QString &sql)
     }
 }
 
-/// A value between apostrophes, its own doubled, never changes what stands around it.
+/// A value between apostrophes, its own doubled, never changes what is around it.
 void TypeIntoStatement(const QString &typed)
 {
     const QString safe = QString(typed).replace(QStringLiteral("'"), QStringLiteral("''"));
     const QString before = QStringLiteral("UPDATE Users SET Password = '");
-    const QString behind =
+    const QString after =
         QStringLiteral("' WHERE UserName LIKE '") + safe + QStringLiteral("' AND UserID = 5");
-    const QString withTyped = before + safe + behind;
+    const QString withTyped = before + safe + after;
     const QString withPlain =
         before + QStringLiteral("x") + QStringLiteral("' WHERE UserName LIKE 'x' AND UserID = 5");
     SqlTokens tokens;

@@ -9,7 +9,7 @@
 
 /// How a form is opened and what it promises; the nets run over every entry.
 struct FormEntry {
-    QString name; ///< object name, with what tells two entries of one form apart behind a blank
+    QString name; ///< object name, with what tells two entries of one form apart after a blank
     std::function<std::unique_ptr<QWidget>()> open;
     /// Holds a record: Escape asks once this field was changed. "" for forms that hold none.
     QString recordField{};

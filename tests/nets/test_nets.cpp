@@ -117,7 +117,7 @@ QSet<const QWidget *> ReachedByTab(QWidget &form)
     return reached;
 }
 
-/// The command has a shortcut or stands in a menu.
+/// The command has a shortcut or is in a menu.
 bool IsCommandForKeys(const QAction *command)
 {
     const QList<QObject *> places = command->associatedObjects();

@@ -371,7 +371,7 @@ void TestOrganisations::AnsweredForAll()
     }
 }
 
-/// Nobody is given to an organisation that another workstation deletes while a question stands.
+/// Nobody is given to an organisation that another workstation deletes while a question is open.
 void TestOrganisations::DeletedWhileAsked()
 {
     const int acme = Organisation_Add(Company("Acme"));

@@ -66,7 +66,7 @@ QByteArray ErrorRecord(int error)
     return '\xAA' + LittleEndian(static_cast<quint32>(body.size()), 2) + body;
 }
 
-/// The text whose place and length stand at `field` of a logon.
+/// The text whose place and length are at `field` of a logon.
 QByteArray Field(const QByteArray &body, qsizetype field)
 {
     const char *at = body.constData() + field;
@@ -91,7 +91,7 @@ QByteArray Refused(const QList<int> &numbers)
     return answer + Done(2);
 }
 
-/// The type of a value's column, and the value as it stands in a row.
+/// The type of a value's column, and the value as it is in a row.
 std::pair<QByteArray, QByteArray> Cell(const QVariant &value)
 {
     if (value.typeId() == QMetaType::Bool)

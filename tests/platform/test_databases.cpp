@@ -350,7 +350,7 @@ private slots:
         QVERIFY(!seen("four") && seen("five"));
     }
 
-    /// A server reads on as it stands; the file engine holds still, until this connection writes or asks.
+    /// A server reads on as it is; the file engine holds still, until this connection writes or asks.
     void snapshotHoldsStillAndNobodyBack()
     {
         Connection other;

@@ -47,7 +47,7 @@ private slots:
         QVERIFY(!gConnection.OpenRecordset("SELECT * FROM City"));
         const QString told = gConnection.Errors().first().description;
         QVERIFY2(told.startsWith(u"The connection to the server was lost"_qs), qPrintable(told));
-        QVERIFY2(gConnection.OpenRecordset("SELECT * FROM City"), "the next statement connects anew");
+        QVERIFY2(gConnection.OpenRecordset("SELECT * FROM City"), "the next statement connects again");
     }
 
     /// A database that was set up to take a backslash for an escape would let a typed text end early.

@@ -354,7 +354,7 @@ private slots:
              start +
                  ", City.City, County.County FROM ( Organisations INNER JOIN City ON Organisations.City = "
                  "City.City_ID) INNER JOIN County ON Organisations.County = County.County_ID"},
-            // A lone table stands in no bracket.
+            // A lone table is in no bracket.
             {{OrgItem::Country},
              start + ", Country.Country FROM  Organisations INNER JOIN Country ON Organisations.Country = "
                      "Country.Country_ID"}};

@@ -154,7 +154,7 @@ private:
         QFile file(HTML_OutputPath());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-    /// What `write` wrote behind the title.
+    /// What `write` wrote after the title.
 
     QByteArray Written(const std::function<void()> &write)
     {

@@ -9,7 +9,7 @@
 
 /// The hands of a test on real modal forms: a queue of the forms that must open, in order, each with what
 /// to do on it. A modal form that nobody expected fails the test and is closed, and so does one that stays
-/// open behind its step; a step whose form never opened fails at the end.
+/// open after its step; a step whose form never opened fails at the end.
 class ModalDriver final : public QObject
 {
     Q_OBJECT

@@ -27,7 +27,7 @@ struct RightsRow {
 /// The rights text with one right at `level` and all others full.
 QString RightsWith(int right, int level);
 
-/// Opens the screen anew for every line of its table, with the rights that the line states, and fails the
-/// test for each control that is left otherwise. `open` gives the screen as it stands when the right is
+/// Opens the screen again for every line of its table, with the rights that the line states, and fails the
+/// test for each control that is left otherwise. `open` gives the screen as it is when the right is
 /// looked at: loaded, with the rows selected that its buttons need. All rights are full afterwards.
 void CheckRights(const std::function<std::unique_ptr<QWidget>()> &open, const std::vector<RightsRow> &table);

@@ -24,7 +24,7 @@ public:
     QString Directory() const { return m_directory.path(); }
     /// The text that the session is connected with; a second connection is another workstation.
     QString ConnectionText() const { return m_text; }
-    /// Connects the session anew.
+    /// Connects the session again.
     bool Reconnect() const;
 
     /// Makes a database file, as the template has it and without its password.

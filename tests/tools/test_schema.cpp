@@ -47,7 +47,7 @@ private slots:
     }
 
     /// SQL Server refuses an index over a text without a limit, and older ones a row whose key is over 900
-    /// bytes: the rest of such an index stands beside its key.
+    /// bytes: the rest of such an index is stored beside its key.
     void IndexKeysFitSqlServer()
     {
         for (const Schema::Index &index : m_schema.indexes) {

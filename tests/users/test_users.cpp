@@ -30,7 +30,7 @@ const QString incomplete = u"Form not complete"_qs;
 const QString missing = u"The followings fields must be completed:\n"_qs;
 const QString mismatch = u"Password doesn't match Confirm Password!"_qs;
 
-/// The rights of a clerk: the first digits as given, "1" behind them.
+/// The rights of a clerk: the first digits as given, "1" after them.
 QString Clerk(const QString &start)
 {
     return start.leftJustified(256, u'1');

@@ -142,11 +142,11 @@ int AddPerson(int number)
 
 /// The sum of what the two clerks printed last.
 int Run(const TestDatabase &database, const QString &role, const QStringList &before,
-        const QStringList &behind)
+        const QStringList &after)
 {
     std::vector<std::unique_ptr<Workstation>> both;
     for (const QString &clerk : {u"0"_qs, u"1"_qs})
-        both.push_back(std::make_unique<Workstation>(database, role, before + QStringList{clerk} + behind));
+        both.push_back(std::make_unique<Workstation>(database, role, before + QStringList{clerk} + after));
     int sum = 0;
     for (const auto &workstation : both) {
         Torture::Require(workstation->Finish(), u"a clerk failed"_qs);

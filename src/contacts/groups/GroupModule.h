@@ -17,12 +17,12 @@ int GroupName_Add(const QString &name, const QString &referenceId, LinkRef linkR
 /// Writes a group as typed; results as of GroupName_Add, 0 as well where the group itself was deleted.
 int GroupName_Update(GroupRef groupRef, const QString &name, const QString &referenceId, LinkRef linkRef);
 /// Takes a name that somebody typed in the list of a type's groups and that is none of them ("[reference]
-/// name" or a bare name): adds the group to the type, fills `list` anew and chooses the new group; where
+/// name" or a bare name): adds the group to the type, fills `list` again and chooses the new group; where
 /// the name exists there under another reference, that group. Where nothing came of it the choice stays.
 void GroupName_TakeTyped(LinkRef linkRef, ComboModel &list, const QString &typed);
 
 /// Adds the people to the members, each under the type chosen, unless they are there under it. False, after
-/// telling the user, where no type or no group is chosen or nobody stands in `people`.
+/// telling the user, where no type or no group is chosen or nobody is in `people`.
 bool Group_AddMembers(const ComboModel &types, const ComboModel &groups, const ListModel &people,
                       ListModel &members);
 /// `groupRef`; 0, after telling the user, where the group was deleted; -1 on an error.

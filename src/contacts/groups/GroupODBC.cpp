@@ -39,7 +39,7 @@ void AddMembers(TreeModel &tree, const QString &groupKey, const QString &number,
         own.Text(u"GroupRef") % u" AND Groups.LinkRef = " % own.Text(u"LinkRef") %
         u" ORDER BY Contacts.Cust_Surname, Contacts.Cust_Forename;");
     for (const Recordset::Row member : members) {
-        // The person's own key stands there already.
+        // The person's own key exists already.
         addLeaf(member);
     }
 }

@@ -13,7 +13,7 @@ class TreeModel;
 /// `ContactConcession`. The screens call a concession a characteristic.
 
 /// Adds a characteristic. `percentage` is percent of the fee (0 to 100), `hardDiscount` an amount in
-/// currency units. Texts come already safe for SQL. The new ConcessionRef, 0 where name and reference stand
+/// currency units. Texts come already safe for SQL. The new ConcessionRef, 0 where name and reference exist
 /// there already, -1 on an error.
 int ADO_Contact_AddConcession(const QString &name, double percentage, double hardDiscount,
                               const QString &referenceId);
@@ -35,10 +35,10 @@ bool ADO_Contact_ConcessionWipe(ContactRef contactRef);
 bool ADO_Contact_AddContactConcession(ContactRef contactRef, ConcessionRef concessionRef);
 /// Gives the characteristic to everybody in `list`, whose keys hold the people's references. Where somebody
 /// has it already the user is asked whether to remove the earlier ones first; see the note inside. An error
-/// stops at that person and a cancelled `progress` behind one, with the earlier ones served.
+/// stops at that person and a cancelled `progress` after one, with the earlier ones served.
 void ADO_Contact_AddConcessionList(ConcessionRef concessionRef, const ListModel &list, Progress &progress);
 /// Fills `list` with the people who have a characteristic: key "?" + reference, "surname, forename" with
-/// the site's reference in front where that is shown. A cancelled `progress` ends it behind a person.
+/// the site's reference in front where that is shown. A cancelled `progress` ends it after a person.
 void ADO_Contact_Fill_Concession(ConcessionRef concessionRef, ListModel &list, Progress &progress);
 /// Fills the criterion tree with all characteristics, none of them used: key "!" + reference.
 void ADO_Contact_ShowChar(TreeModel &tree);

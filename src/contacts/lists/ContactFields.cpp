@@ -76,17 +76,17 @@ void ContactFields::AlignCaptions(const QList<QGroupBox *> &groups)
     int first = 0;
     for (QGroupBox *group : groups) {
         auto *grid = qobject_cast<QGridLayout *>(group->layout());
-        QList<CaptionLabel *> behind;
+        QList<CaptionLabel *> following;
         int widestBehind = 0;
         for (CaptionLabel *label : group->findChildren<CaptionLabel *>()) {
             if (grid->indexOf(label) >= 0) {
                 first = qMax(first, label->sizeHint().width());
             } else {
-                behind.append(label);
+                following.append(label);
                 widestBehind = qMax(widestBehind, label->sizeHint().width());
             }
         }
-        for (CaptionLabel *label : behind)
+        for (CaptionLabel *label : following)
             label->setMinimumWidth(widestBehind);
     }
     for (QGroupBox *group : groups)

@@ -15,18 +15,18 @@ namespace ContactFields
 {
 /// Four address lines under one caption, named `name` + "1" to "4".
 void AddressLines(FormBuilder &form, const QString &name, bool readOnly, QLineEdit *(&lines)[4]);
-/// A button behind the field made last that writes to its e-mail address; nothing where that is empty.
+/// A button after the field made last that writes to its e-mail address; nothing where that is empty.
 QPushButton *MailButton(FormBuilder &form, const QString &name, QLineEdit *address);
-/// A button behind the field made last that opens its web address; nothing where that is empty.
+/// A button after the field made last that opens its web address; nothing where that is empty.
 QPushButton *WebButton(FormBuilder &form, const QString &name, QLineEdit *address);
 /// Shows a text from its beginning.
 void Show(QLineEdit *field, const QString &text);
 /// Keeps a field wide enough for that many characters.
 void FitChars(QLineEdit *field, int chars);
-/// Makes the captions of several groups, which stand in one column, as wide as the widest, and likewise the
-/// captions behind them in a row, so that the fields line up.
+/// Makes the captions of several groups, which are in one column, as wide as the widest, and likewise the
+/// captions after them in a row, so that the fields line up.
 void AlignCaptions(const QList<QGroupBox *> &groups);
-/// Chooses what is stored. Where another workstation added it since the list was filled, that is filled anew
+/// Chooses what is stored. Where another workstation added it since the list was filled, that is filled again
 /// with its select row.
 void ChooseStored(ContactSection code, ComboModel &list, int reference);
 /// What is chosen in a list, as it is stored: 1 where nothing is, or where another workstation deleted it,

@@ -32,7 +32,7 @@ bool ADO_Contact_FillList2(ListModel &list, const QString &nameColumn, const QSt
 bool ShowCharacteristics(ListModel &available, ListModel &used, const QString &held);
 
 /// Adds a row to a vocabulary. Texts come already safe for SQL. `extra` names one more column, which gets
-/// "Not Known"; "" = none. The new key, 0 where name and reference stand there already, -1 on an error.
+/// "Not Known"; "" = none. The new key, 0 where name and reference exist already, -1 on an error.
 int ADO_Contact_AddItem(const QString &name, const QString &table, const QString &nameColumn,
                         const QString &keyColumn, const QString &referenceId, const QString &extra);
 /// Writes name and reference of a row. Texts come already safe for SQL. `key`, 0 where another row has

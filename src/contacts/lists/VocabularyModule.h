@@ -55,10 +55,10 @@ ReadRow<RefLabel> Contact_ViewItem(ContactSection code, int key);
 /// Gives the name of a row of a vocabulary by its key, "" where there is no such row.
 std::function<QString(const QString &key)> Contact_NamesIn(ContactSection code);
 /// False, after telling the user, where another workstation deleted what is chosen in a list; the list is
-/// then filled anew with its select row. An error counts as true.
+/// then filled again with its select row. An error counts as true.
 bool Contact_CheckChosen(ContactSection code, ComboModel &list);
 /// Takes a text that somebody typed in a drop-down list and that is none of its items ("[reference] name" or
-/// a bare name): adds it to the vocabulary, fills `list` with its select row anew and chooses the new item.
+/// a bare name): adds it to the vocabulary, fills `list` with its select row again and chooses the new item.
 /// Where the name exists under another reference that item is chosen; after an error the choice stays.
 void Contact_TakeTyped(ContactSection code, ComboModel &list, const QString &typed);
 /// The same for a list that is filled in a way of its own: `add` gives the key as of Contact_AddItem.

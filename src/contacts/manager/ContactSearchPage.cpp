@@ -86,7 +86,7 @@ ComboBox *ContactSearchPage::List(FormBuilder &form, SearchField field, const QS
 
 CaptionLabel *ContactSearchPage::Equals(FormBuilder &form, SearchField field, const QString &caption)
 {
-    // The gender has none, so that the numbers behind it are one less.
+    // The gender has none, so that the numbers after it are one less.
     const size_t number = Place(field) - (field > SearchField::Gender ? 1 : 0);
     auto *equals = new QToolButton;
     equals->setText(QStringLiteral("="));

@@ -34,7 +34,7 @@ public:
     bool GoesOn() const { return !m_failed && !m_progress.IsCancelled(); }
     bool Failed() const { return m_failed; }
 
-    /// The row of a person with address and town; nothing if the person does not exist any more. Who lives
+    /// The row of a person with address and town; nothing if the person no longer exists. Whoever lives
     /// in a town that is missing from its table is found by nobody that way, and has the name alone: to
     /// drop a student here would end the enrolment.
     std::optional<ListItem> Read(ListItem person)

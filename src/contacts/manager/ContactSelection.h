@@ -25,7 +25,7 @@ void Contact_RefreshSelected(ListModel &selected, Progress &progress);
 bool Contact_DropDeleted(ListModel &selected, const QString &title);
 /// Fills `available` with the people of a characteristic, or with everybody where it is 0.
 void Contact_FillSubset(ConcessionRef concessionRef, ListModel &available, Progress &progress);
-/// Fills `subsets` with the characteristics behind a blank row that stands for everybody; what was chosen
+/// Fills `subsets` with the characteristics after a blank row that stands for everybody; what was chosen
 /// stays chosen if it is still there.
 void Contact_FillSubsetList(ComboModel &subsets);
 /// Makes `selected` the students of a course as they are enrolled now. Where none are read, those that

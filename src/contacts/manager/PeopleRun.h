@@ -23,7 +23,7 @@ bool Store(QWidget *form, const QString &title, const QString &become,
            const std::function<bool(Progress &progress)> &work);
 /// Fills `available` with the people of a characteristic, or with everybody where it is 0.
 void FillSubset(QWidget *form, ConcessionRef concessionRef, ListModel &available);
-/// The rows chosen in `available` join `selected`; who does not exist any more leaves both lists.
+/// The rows chosen in `available` join `selected`; who no longer exists leaves both lists.
 void SelectChosen(QWidget *form, ListModel &available, ListModel &selected);
 /// Reads the selected people again: changed names and addresses show, and who was deleted goes.
 void Refresh(QWidget *form, ListModel &selected);

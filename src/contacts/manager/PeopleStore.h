@@ -10,8 +10,8 @@ class ListModel;
 class Progress;
 class QWidget;
 
-/// Where the picker's selected people go where that is more than a list on the screen. What it is stands
-/// with the subject that stores them: a course's students, an event's attendees, an assessment's candidates.
+/// Where the picker's selected people go if that is more than a list on the screen. It is defined by
+/// the subject that stores them: a course's students, an event's attendees, an assessment's candidates.
 struct PeopleStore {
     /// The "?" keys of those who are stored now, whose place the selection takes; nothing on an error. Not
     /// set where nobody is stored yet.

@@ -16,7 +16,7 @@
 namespace
 {
 /// Not used, must have, must not have, and around again.
-TreeTick Behind(TreeTick tick)
+TreeTick Following(TreeTick tick)
 {
     switch (tick) {
     case TreeTick::Off:
@@ -88,7 +88,7 @@ void frmSearchContact::BuildTree(QWidget *page, const QString &name, const QStri
     TreeView *view = form.Tree(name, caption, tree);
     view->SetEmptyText(emptyText);
     connect(view, &TreeView::TickAsked, this,
-            [&tree](TreeNode *node) { tree.SetTick(node, Behind(node->tick)); });
+            [&tree](TreeNode *node) { tree.SetTick(node, Following(node->tick)); });
 }
 
 void frmSearchContact::BuildResult(FormBuilder &form)

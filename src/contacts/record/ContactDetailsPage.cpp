@@ -230,7 +230,7 @@ void ContactDetailsPage::MarkForename(const QString &text)
 
 QString ContactDetailsPage::Name() const
 {
-    // One who is no more has a placeholder alone.
+    // One who is gone has a placeholder alone.
     if (m_surname->text().isEmpty())
         return m_forename->text();
     return m_surname->text() % u", " % m_forename->text();

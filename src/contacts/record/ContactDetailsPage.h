@@ -30,13 +30,13 @@ public:
     void Store(ContactRecord &record);
     void Clear();
     void SetLocked(bool locked);
-    /// Stands in for the name of a person who is no more.
+    /// Stands in for the name of a person who is gone.
     void ShowPlaceholder(const QString &text);
 
     /// Marks the forename as missing where `text` is empty, until it is next changed itself.
     void MarkForename(const QString &text);
     const RequiredMarks &Required() const { return m_required; }
-    /// "Surname, Forename" as the fields have it, the placeholder of one who is no more.
+    /// "Surname, Forename" as the fields have it, the placeholder of one who is gone.
     QString Name() const;
     ContactHint::Fields Typed() const { return {m_forename, m_surname, m_email}; }
     int OrganRef() const; ///< 1 = none

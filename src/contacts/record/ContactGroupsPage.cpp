@@ -164,7 +164,7 @@ void ContactGroupsPage::SetLocked(bool locked)
 
 void ContactGroupsPage::ShowType()
 {
-    // While the list is filled anew it has no choice for a moment.
+    // While the list is filled again it has no choice for a moment.
     const LinkRef typeRef(m_types.CurrentData());
     if (!typeRef || typeRef == m_typeRef)
         return;

@@ -26,7 +26,7 @@ public:
     explicit ContactGroupsPage(QWidget *parent = nullptr);
 
     void FillLists();
-    /// Whose tab it is, 0 for a new person: stands first among the people to put in a group, and cannot be
+    /// Whose tab it is, 0 for a new person, who comes first among the people to put in a group, and cannot be
     /// taken out of them.
     void SetContact(ContactRef contactRef, const QString &name);
     /// Chooses no group: what was done to its members and not written is dropped.

@@ -85,7 +85,7 @@ void ContactRolesPage::ShowSelected()
     if (rows.size() != 1)
         return;
     const ContactRole role = Role_Of(m_roles, rows.front());
-    // A role that is offered no more is in nobody's list: it must not be taken for the one chosen before.
+    // A role that is no longer offered is in nobody's list: it must not be taken for the one chosen before.
     m_types.SetCurrent(m_types.FindData(role.roleTypeRef.number));
     m_rate->SetValue(role.chargeRate);
     ShowDay(m_start, role.startDate);

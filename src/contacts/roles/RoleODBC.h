@@ -22,8 +22,8 @@ struct RoleType {
     QString referenceId;
 };
 
-/// Adds a role. Texts come already safe for SQL. The new RoleTypeRef, 0 where name and reference stand there
-/// already, -1 on an error.
+/// Adds a role. Texts come already safe for SQL. The new RoleTypeRef, 0 where name and reference exist
+/// already already, -1 on an error.
 int ADO_Contact_AddRoleType(const RoleType &role);
 /// Writes all fields of a role. Texts come already safe for SQL. `roleTypeRef`, 0 where another role has
 /// name and reference, -1 on an error.

@@ -95,8 +95,8 @@ std::vector<int> ChildArea::TileWidths(const QList<QMdiSubWindow *> &windows, in
     std::vector<int> widths;
     for (int i = 0; i < count; ++i) {
         const int before = equal ? room * i / count : spare * i / count;
-        const int behind = equal ? room * (i + 1) / count : spare * (i + 1) / count;
-        widths.push_back(behind - before + (equal ? 0 : least[static_cast<size_t>(i)]));
+        const int after = equal ? room * (i + 1) / count : spare * (i + 1) / count;
+        widths.push_back(after - before + (equal ? 0 : least[static_cast<size_t>(i)]));
     }
     return widths;
 }

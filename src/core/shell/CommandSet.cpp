@@ -28,22 +28,22 @@ QString WithoutMnemonic(QString caption)
 }
 } // namespace
 
-CommandSet::CommandSet(QMainWindow *window, const std::function<bool(const QString &id)> &stands)
+CommandSet::CommandSet(QMainWindow *window, const std::function<bool(const QString &id)> &available)
     : QObject(window)
 {
-    MakeCommands(stands);
+    MakeCommands(available);
     FillMenus(window);
     FillToolBar(window);
 }
 
-void CommandSet::AddTool(QAction *tool, const QString &id, bool stands)
+void CommandSet::AddTool(QAction *tool, const QString &id, bool available)
 {
     tool->setObjectName(id);
     m_tools.insert(id, tool);
-    m_stands.insert(id, stands);
+    m_available.insert(id, available);
 }
 
-void CommandSet::MakeCommands(const std::function<bool(const QString &id)> &stands)
+void CommandSet::MakeCommands(const std::function<bool(const QString &id)> &available)
 {
     for (const Command &command : Commands()) {
         const QString id = QString::fromLatin1(command.id);
@@ -55,7 +55,7 @@ void CommandSet::MakeCommands(const std::function<bool(const QString &id)> &stan
         tool->setIconText(BarCaptions().value(id, tool->toolTip()));
         if (command.shortcut[0])
             tool->setShortcut(QKeySequence(QString::fromLatin1(command.shortcut)));
-        AddTool(tool, id, stands(id));
+        AddTool(tool, id, available(id));
         connect(tool, &QAction::triggered, this, [this, id] { emit Chosen(id); });
     }
     Tool(QStringLiteral("ID_Exit"))->setMenuRole(QAction::QuitRole);
@@ -91,7 +91,7 @@ void CommandSet::FillToolBar(QMainWindow *window)
         if (id.isEmpty() && !separatorLast)
             m_toolBar->addSeparator();
         // A command that can never be chosen would only take up space here; the menus show it greyed.
-        if (!id.isEmpty() && m_stands.value(id))
+        if (!id.isEmpty() && m_available.value(id))
             m_toolBar->addAction(Tool(id));
     }
     if (m_toolBar->actions().last()->isSeparator())
@@ -114,7 +114,7 @@ QString CommandSet::Caption(const QString &id) const
 void CommandSet::Enable(const QString &id, bool enabled)
 {
     if (QAction *tool = Tool(id))
-        tool->setEnabled(enabled && m_stands.value(id));
+        tool->setEnabled(enabled && m_available.value(id));
 }
 
 void CommandSet::EnableAll(bool enabled)

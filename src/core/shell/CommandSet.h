@@ -18,8 +18,8 @@ class CommandSet final : public QObject
     Q_OBJECT
 
 public:
-    /// Fills the menu bar and adds the tool bar. `stands` tells whether a command can be carried out.
-    CommandSet(QMainWindow *window, const std::function<bool(const QString &id)> &stands);
+    /// Fills the menu bar and adds the tool bar. `available` tells whether a command can be carried out.
+    CommandSet(QMainWindow *window, const std::function<bool(const QString &id)> &available);
 
     /// Null if no tool has that identifier.
     QAction *Tool(const QString &id) const { return m_tools.value(id); }
@@ -34,12 +34,12 @@ signals:
     void Chosen(const QString &id);
 
 private:
-    void AddTool(QAction *tool, const QString &id, bool stands);
-    void MakeCommands(const std::function<bool(const QString &id)> &stands);
+    void AddTool(QAction *tool, const QString &id, bool available);
+    void MakeCommands(const std::function<bool(const QString &id)> &available);
     void FillMenus(QMainWindow *window);
     void FillToolBar(QMainWindow *window);
 
     QHash<QString, QAction *> m_tools;
-    QHash<QString, bool> m_stands;
+    QHash<QString, bool> m_available;
     QToolBar *m_toolBar = nullptr;
 };

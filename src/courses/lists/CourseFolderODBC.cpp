@@ -77,7 +77,7 @@ void AddSubFolders(TreeModel &tree, const Recordset &rows, bool withTicks)
     if (pending.empty())
         return;
     const QString lost = rows.At(pending.front()).Text(u"HRef");
-    SetCurrentError({0, QStringLiteral("Veltrane"), u"Folder " % lost % u" stands in no folder.", {}});
+    SetCurrentError({0, QStringLiteral("Veltrane"), u"Folder " % lost % u" is in no folder.", {}});
     HandleError(QStringLiteral("ADO_Course_ShowFolders"), 0);
 }
 } // namespace

@@ -22,7 +22,7 @@ public:
     explicit frmCourse(QWidget *parent = nullptr);
 
 public slots:
-    /// Lists the courses anew, and applies the rights of whoever is logged on by now.
+    /// Lists the courses again, and applies the rights of the user who is logged on by now.
     void Form_Refresh();
 
 private:

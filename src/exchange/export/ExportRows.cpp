@@ -175,11 +175,11 @@ void ExportWriter::AddDate(const Recordset::Row &row, int column)
 bool ExportWriter::HandOver()
 {
     m_bytes.resize(m_encode.requiredSpace(static_cast<qsizetype>(m_text.size())));
-    const char *const behind = m_encode.appendToBuffer(m_bytes.data(), m_text);
+    const char *const end = m_encode.appendToBuffer(m_bytes.data(), m_text);
     m_text.clear();
     // A disk that gets full accepts a part without an error; the next write says why.
-    for (const char *at = m_bytes.constData(); at != behind;) {
-        const qint64 taken = m_file.write(at, behind - at);
+    for (const char *at = m_bytes.constData(); at != end;) {
+        const qint64 taken = m_file.write(at, end - at);
         if (taken <= 0)
             return false;
         at += taken;

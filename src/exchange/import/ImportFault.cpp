@@ -74,9 +74,9 @@ std::vector<ImportFault> Losses(const ImportSource &source)
         faults.push_back(OfLine(source, {},
                                 u"is not in " % source.EncodingName() %
                                     u" like most of the file; please check its accents"));
-    const QString behind = source.TextBehindHeader();
-    if (!behind.isEmpty())
+    const QString rest = source.TextAfterHeader();
+    if (!rest.isEmpty())
         faults.push_back(
-            OfLine(source, behind, QStringLiteral("comes after the last field that the header names")));
+            OfLine(source, rest, QStringLiteral("comes after the last field that the header names")));
     return faults;
 }

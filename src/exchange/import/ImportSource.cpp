@@ -72,7 +72,7 @@ bool ImportSource::Next()
     return true;
 }
 
-QString ImportSource::TextBehindHeader() const
+QString ImportSource::TextAfterHeader() const
 {
     for (qsizetype field = m_names.size(); field < m_texts.size(); ++field) {
         if (!m_texts.at(field).isEmpty())

@@ -29,7 +29,7 @@ public:
     /// Whether that text has NUL characters in the file, which Text leaves out.
     bool HasNul(const ImportColumn &column) const { return m_withNul.contains(column.Position() - 1); }
     /// What comes after the last field that the header names; "" if nothing does.
-    QString TextBehindHeader() const;
+    QString TextAfterHeader() const;
     bool IsBlank() const; ///< the line has no text in any field
     const QString &Header() const { return m_header; }
     /// The header's name for the field that a column is taken from.

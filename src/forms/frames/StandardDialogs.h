@@ -1,4 +1,4 @@
 #pragma once
 
-/// Installs the real message boxes and choosers behind platform/Dialogs.h.
+/// Installs the real message boxes and choosers for platform/Dialogs.h.
 void InstallStandardDialogs();

@@ -28,7 +28,7 @@ public:
     void Store(OrganisationRecord &record) const;
     void Clear();
     void SetLocked(bool locked);
-    /// Stands in for the name of an organisation that is no more.
+    /// Stands in for the name of an organisation that is gone.
     void ShowPlaceholder(const QString &text);
 
     const RequiredMarks &Required() const { return m_required; }

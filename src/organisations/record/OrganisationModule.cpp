@@ -68,7 +68,7 @@ bool Organisation_UpdateJobTitles(ListModel &contacts, const QString &title)
         const ContactRef contactRef(KeyNumber(key));
         if (!ADO_Contact_UpdateJobTitle(contactRef, SqlSafeText(title)))
             return false;
-        // It shows what is stored: somebody who is no more leaves the list instead.
+        // It shows what is stored: somebody who is gone leaves the list instead.
         if (!ADO_Organisation_UpdateContact(contactRef, contacts, row))
             contacts.Remove(row);
     }

@@ -62,5 +62,5 @@ bool ReadStoredOrganisation(OrganRef organRef, StoredOrganisation &stored);
 /// show. False on an error.
 bool ADO_Organisation_ShowAvailable(const OrganisationLists &lists);
 /// Deletes an organisation after moving its people, venues, facilities and assessments to row 1. Its rows of
-/// `OrganChars` stay behind, where nothing reaches them. False on an error: what was done before stays.
+/// `OrganChars` remain, where nothing reaches them. False on an error: what was done before stays.
 bool ADO_Organisation_Delete(OrganRef organRef);

@@ -54,7 +54,7 @@ QString OwnerQuestion(const QString &word, const QString &text, const QString &o
            u"'\nWould you like to remove from '" % owner % u"' and add to this Organisation?";
 }
 
-/// While a question stands, another workstation may delete the organisation: nothing is to hang on it then.
+/// While a question is open, another workstation may delete the organisation: nothing is to hang on it then.
 bool Exists(OrganRef organRef)
 {
     return !organRef || ADO_Organisation_CheckOrganisation(organRef).value_or(false);

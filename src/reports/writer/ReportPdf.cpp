@@ -79,8 +79,8 @@ public:
     /// The last position after `from` and not after `to` where a page may end; `from` if there is none.
     qreal CutBetween(qreal from, qreal to) const
     {
-        const auto behind = std::upper_bound(m_cuts.begin(), m_cuts.end(), to);
-        return behind == m_cuts.begin() ? from : std::max(from, *std::prev(behind));
+        const auto next = std::upper_bound(m_cuts.begin(), m_cuts.end(), to);
+        return next == m_cuts.begin() ? from : std::max(from, *std::prev(next));
     }
     void Draw(QPainter &painter, qreal from, qreal to, qreal at) const
     {
