@@ -65,6 +65,8 @@ void Bench::Require(bool worked, const QString &what)
 /// Arguments select the benchmarks whose names contain one of them; without any, all run.
 int main(int argc, char **argv)
 {
+    // The platform without windows says of each of them that it cannot hint their sizes.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.*=false"));
     QApplication application(argc, argv);
     const QStringList wanted = QApplication::arguments().mid(1);
     std::vector<Entry> &entries = Entries();

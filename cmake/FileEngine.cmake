@@ -29,17 +29,32 @@ endfunction()
 
 veltrane_engine_tarball_is_good(engine_is_here)
 if(NOT engine_is_here)
-    find_program(NPM npm REQUIRED)
+    string(CONCAT by_hand
+        "To put it in place by hand, run\n"
+        "  npm pack ${VELTRANE_ENGINE_PACKAGE}@${VELTRANE_ENGINE_VERSION}\n"
+        "on a machine that reaches the npm registry, and copy the file to\n"
+        "  ${VELTRANE_ENGINE_TARBALL}\n"
+        "Its SHA-512 is\n  ${VELTRANE_ENGINE_SHA512}")
+    find_program(NPM npm)
+    if(NOT NPM)
+        message(FATAL_ERROR "The file engine's source is not here, and npm, which fetches it, is not installed.\n"
+            "${by_hand}")
+    endif()
     message(STATUS "Fetching ${VELTRANE_ENGINE_PACKAGE}@${VELTRANE_ENGINE_VERSION}")
     file(MAKE_DIRECTORY ${VELTRANE_CACHE_DIR})
     execute_process(
-        COMMAND ${NPM} pack --silent ${VELTRANE_ENGINE_PACKAGE}@${VELTRANE_ENGINE_VERSION}
+        COMMAND ${NPM} pack --loglevel=error ${VELTRANE_ENGINE_PACKAGE}@${VELTRANE_ENGINE_VERSION}
         WORKING_DIRECTORY ${VELTRANE_CACHE_DIR}
+        RESULT_VARIABLE npm_result
         OUTPUT_QUIET
-        COMMAND_ERROR_IS_FATAL ANY)
+        ERROR_VARIABLE npm_said)
+    if(NOT npm_result EQUAL 0)
+        string(STRIP "${npm_said}" npm_said)
+        message(FATAL_ERROR "npm could not fetch the file engine's source. It said:\n${npm_said}\n${by_hand}")
+    endif()
     veltrane_engine_tarball_is_good(engine_is_here)
     if(NOT engine_is_here)
-        message(FATAL_ERROR "${VELTRANE_ENGINE_TARBALL} does not have the pinned hash. It is not used.")
+        message(FATAL_ERROR "${VELTRANE_ENGINE_TARBALL} does not have the pinned hash. It is not used.\n${by_hand}")
     endif()
 endif()
 file(ARCHIVE_EXTRACT INPUT ${VELTRANE_ENGINE_TARBALL} DESTINATION ${VELTRANE_ENGINE_DIR}

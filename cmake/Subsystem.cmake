@@ -51,7 +51,7 @@ function(veltrane_test name)
         add_test(NAME ${name}.postgresql COMMAND ${name})
         set_tests_properties(${name}.postgresql PROPERTIES
             TIMEOUT ${test_TIMEOUT}
-            LABELS ${folder}
+            LABELS "${folder};slow"
             FIXTURES_REQUIRED postgres
             ENVIRONMENT "${environment};VELTRANE_TEST_BACKEND=postgresql;VELTRANE_TEST_POSTGRES=${VELTRANE_TEST_POSTGRES}")
     endif()

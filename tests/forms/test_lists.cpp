@@ -283,10 +283,12 @@ private slots:
         pair.available.Fill(std::move(people));
         pair.window.show();
         pair.available.SelectAll();
+        const QSignalSpy taken(&pair.available, &ListModel::rowsRemoved);
+        const QSignalSpy given(&pair.used, &ListModel::rowsInserted);
         pair.moves->Add();
-        pair.moves->Clear();
-        // Row by row these moves would outlast the test's time limit.
-        QCOMPARE(pair.available.Count(), 100000);
+        QCOMPARE(pair.used.Count(), 100000);
+        // Row by row the views would take minutes.
+        QVERIFY(taken.count() <= 1 && given.count() <= 1);
     }
 
     void tree_expands_both_ways_and_asks_for_ticks()
