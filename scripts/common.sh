@@ -5,7 +5,7 @@
 # type of a file without `file`, nor npm reach its registry without `ca-certificates`.
 VELTRANE_PACKAGES=(
     git ca-certificates
-    g++ cmake ninja-build ccache lld clang libclang-rt-14-dev clang-format
+    g++ cmake ninja-build ccache lld clang libclang-rt-14-dev clang-format clang-tidy
     qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev
     unixodbc unixodbc-dev odbcinst tdsodbc odbc-postgresql
     postgresql-15
