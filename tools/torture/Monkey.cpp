@@ -21,7 +21,6 @@
 
 namespace
 {
-constexpr int stepsOfASeed = 20'000;
 constexpr int monkeysOnACore = 4;
 constexpr int longestTold = 60;
 
@@ -67,11 +66,11 @@ QString FolderOfKeys()
 }
 
 /// True if the seed found nothing; otherwise prints its last keys and the fault.
-bool TrySeed(int seed, const QString &folder)
+bool TrySeed(int seed, int steps, const QString &folder)
 {
     const QString file = folder % u"/seed-" % QString::number(seed);
     const MonkeyOutcome outcome =
-        MonkeyOutcome::Of({u"run"_qs, QString::number(seed), QString::number(stepsOfASeed), file});
+        MonkeyOutcome::Of({u"run"_qs, QString::number(seed), QString::number(steps), file});
     std::fprintf(stderr, "monkey, seed %d: %s\n", seed, qPrintable(outcome.Verdict()));
     if (outcome.isGood) {
         QFile::remove(file);
@@ -88,20 +87,21 @@ bool TrySeed(int seed, const QString &folder)
 QList<Torture::Result> LetLoose(const Torture::Plan &plan)
 {
     const QString folder = FolderOfKeys();
-    const int seeds = plan.Trials(1, 50);
+    const int seeds = plan.Trials(2, 50);
+    const int steps = plan.Trials(10'000, 20'000);
     const int first = qEnvironmentVariableIntValue("VELTRANE_MONKEY_SEED");
     std::atomic<int> faults = 0;
     QThreadPool monkeys;
     // Most of the time they wait for the program's timers.
     monkeys.setMaxThreadCount(QThread::idealThreadCount() * monkeysOnACore);
     for (int seed = first + 1; seed <= first + seeds; ++seed) {
-        monkeys.start([&faults, &folder, seed] {
-            if (!TrySeed(seed, folder))
+        monkeys.start([&faults, &folder, seed, steps] {
+            if (!TrySeed(seed, steps, folder))
                 ++faults;
         });
     }
     monkeys.waitForDone();
-    return {{u"random keys, clicks and texts: crashes, warnings, damage"_qs, seeds * stepsOfASeed,
+    return {{u"random keys, clicks and texts: crashes, warnings, damage"_qs, seeds * steps,
              static_cast<double>(faults), 0, u"found"_qs}};
 }
 
