@@ -1,8 +1,7 @@
 #include "enrolment/frmPercent.h"
 
+#include "forms/frames/AskingWindow.h"
 #include "forms/frames/FormBuilder.h"
-
-#include <QApplication>
 
 #include <algorithm>
 
@@ -28,7 +27,7 @@ frmPercent::frmPercent(const QStringList &titles, QWidget *parent)
 
 QList<int> frmPercent::Choose(const QStringList &titles)
 {
-    frmPercent form(titles, QApplication::activeWindow());
+    frmPercent form(titles, AskingWindow());
     QList<int> positions;
     if (form.exec() == QDialog::Accepted) {
         for (const QString &key : form.m_courses.SelectedKeys())

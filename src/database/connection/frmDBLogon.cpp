@@ -1,10 +1,9 @@
 #include "database/connection/frmDBLogon.h"
 
 #include "core/session/Session.h"
+#include "forms/frames/AskingWindow.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/OkCancel.h"
-
-#include <QApplication>
 
 frmDBLogon::frmDBLogon(QWidget *parent)
     : FormDialog(QStringLiteral("frmDBLogon"), QStringLiteral("Database Logon"), parent)
@@ -36,7 +35,7 @@ frmDBLogon::frmDBLogon(QWidget *parent)
 
 void frmDBLogon::Ask()
 {
-    frmDBLogon(QApplication::activeWindow()).exec();
+    frmDBLogon(AskingWindow()).exec();
 }
 
 void frmDBLogon::TakeCredentials()

@@ -2,11 +2,11 @@
 
 #include "database/connection/DatabaseFile.h"
 #include "database/connection/Registry.h"
+#include "forms/frames/AskingWindow.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/OkCancel.h"
 #include "platform/desktop/Dialogs.h"
 
-#include <QApplication>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -55,7 +55,7 @@ frmRegisterDB::frmRegisterDB(QWidget *parent)
 
 void frmRegisterDB::Propose(const QString &source, const QString &description, const QString &file)
 {
-    frmRegisterDB form(QApplication::activeWindow());
+    frmRegisterDB form(AskingWindow());
     form.m_source->setText(source);
     form.m_description->setText(description);
     form.m_file->setText(file);

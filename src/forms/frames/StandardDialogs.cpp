@@ -1,5 +1,6 @@
 #include "forms/frames/StandardDialogs.h"
 
+#include "forms/frames/AskingWindow.h"
 #include "forms/frames/frmConflict.h"
 #include "platform/connection/Painting.h"
 #include "platform/desktop/Dialogs.h"
@@ -113,18 +114,10 @@ void ShowWholeTitle(QMessageBox &box)
                   grid->rowCount(), 0, 1, grid->columnCount());
 }
 
-/// The window that a question belongs to. Between two questions in a row no window is active yet; a question
-/// without a window would leave the focus nowhere when it closes.
-QWidget *Asker()
-{
-    QWidget *modal = QApplication::activeModalWidget();
-    return modal ? modal : QApplication::activeWindow();
-}
-
 Answer ShowMsgBox(const QString &text, const QString &title, Buttons buttons, Dialogs::Icon icon,
                   Answer defaultAnswer)
 {
-    QWidget *asker = Asker();
+    QWidget *asker = AskingWindow();
     QMessageBox box(IconOf(icon), title.isEmpty() ? QApplication::applicationDisplayName() : title, text,
                     ButtonsOf(buttons), asker);
     box.setTextFormat(Qt::PlainText);
@@ -143,7 +136,7 @@ QString ChooseFile(const Dialogs::FileQuestion &question, QFileDialog::AcceptMod
 {
     const QString folder =
         question.folder.isEmpty() || QDir(question.folder).exists() ? question.folder : QDir::homePath();
-    QFileDialog chooser(Asker(), question.title, folder, question.filter);
+    QFileDialog chooser(AskingWindow(), question.title, folder, question.filter);
     chooser.setAcceptMode(mode);
     chooser.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     chooser.setDefaultSuffix(question.defaultExtension);
@@ -155,7 +148,7 @@ QString ChooseFile(const Dialogs::FileQuestion &question, QFileDialog::AcceptMod
 
 std::optional<int> AskColour(int colour)
 {
-    const QColor chosen = QColorDialog::getColor(QColor::fromRgb(static_cast<QRgb>(colour)), Asker());
+    const QColor chosen = QColorDialog::getColor(QColor::fromRgb(static_cast<QRgb>(colour)), AskingWindow());
     if (!chosen.isValid())
         return std::nullopt;
     return static_cast<int>(chosen.rgb() & 0xFFFFFF);

@@ -1,10 +1,10 @@
 #include "forms/frames/frmConflict.h"
 
 #include "forms/fields/FieldChanges.h"
+#include "forms/frames/AskingWindow.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/OkCancel.h"
 
-#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPlainTextEdit>
@@ -60,8 +60,7 @@ frmConflict::frmConflict(const QString &what, const QList<Dialogs::FieldChange> 
 
 bool frmConflict::Settle(const QString &what, QList<Dialogs::FieldChange> &changes)
 {
-    QWidget *modal = QApplication::activeModalWidget();
-    frmConflict form(what, changes, modal ? modal : QApplication::activeWindow());
+    frmConflict form(what, changes, AskingWindow());
     if (form.exec() != QDialog::Accepted)
         return false;
     changes = form.m_changes->Changes();
