@@ -16,7 +16,7 @@ AttributesPage::AttributesPage(QWidget *parent)
 
 void AttributesPage::FillLists()
 {
-    ADO_CustomAttrib_Show(m_attributes, AttribSection::contacts);
+    ADO_CustomAttrib_Show(m_attributes, AttribSection::Contacts);
 }
 
 void AttributesPage::Clear()

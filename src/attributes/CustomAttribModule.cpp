@@ -13,9 +13,9 @@ const QString valueExists = QStringLiteral("Attribute Value already exists for t
 const QString values = QStringLiteral("CustomAttributeValues");
 const QString valueKey = QStringLiteral("AttributeValueRef");
 
-int LivingAttrib(int key, const QString &title)
+int LivingAttrib(AttributeRef attributeRef, const QString &title)
 {
-    return LivingKey(QStringLiteral("CustomAttributes"), QStringLiteral("AttributeRef"), key,
+    return LivingKey(QStringLiteral("CustomAttributes"), QStringLiteral("AttributeRef"), attributeRef.number,
                      QStringLiteral("attribute"), title);
 }
 } // namespace
@@ -23,7 +23,7 @@ int LivingAttrib(int key, const QString &title)
 std::span<const AttribSectionInfo> AttribSections()
 {
     static const std::array<AttribSectionInfo, 1> sections{
-        {{AttribSection::contacts, QStringLiteral("Contacts")}}};
+        {{AttribSection::Contacts, QStringLiteral("Contacts")}}};
     return sections;
 }
 
@@ -33,33 +33,34 @@ int CustomAttrib_AddAttrib(const CustomAttrib &attrib)
                          attribExists, QStringLiteral("Add Attribute"));
 }
 
-int CustomAttrib_UpdateAttrib(int key, const CustomAttrib &attrib)
+int CustomAttrib_UpdateAttrib(AttributeRef attributeRef, const CustomAttrib &attrib)
 {
     const QString title = QStringLiteral("Update Attribute");
-    const int living = LivingAttrib(key, title);
+    const int living = LivingAttrib(attributeRef, title);
     if (living < 1)
         return living;
     return TellDuplicate(
-        ADO_CustomAttrib_UpdateAttrib(key, SqlSafeText(attrib.name), attrib.type, attrib.appliesTo),
+        ADO_CustomAttrib_UpdateAttrib(attributeRef, SqlSafeText(attrib.name), attrib.type, attrib.appliesTo),
         attribExists, title);
 }
 
 int CustomAttrib_AddAttribVal(const QString &value, AttributeRef attributeRef)
 {
     const QString title = QStringLiteral("Add Attribute Value");
-    const int living = LivingAttrib(attributeRef.number, title);
+    const int living = LivingAttrib(attributeRef, title);
     return living < 1 ? living
                       : TellDuplicate(ADO_CustomAttrib_AddAttribVal(SqlSafeText(value), attributeRef),
                                       valueExists, title);
 }
 
-int CustomAttrib_UpdateAttribVal(int key, const QString &value, AttributeRef attributeRef)
+int CustomAttrib_UpdateAttribVal(AttributeValueRef valueRef, const QString &value, AttributeRef attributeRef)
 {
     const QString title = QStringLiteral("Update Attribute Value");
-    const int living = LivingKey(values, valueKey, key, QStringLiteral("value"), title);
-    return living < 1 ? living
-                      : TellDuplicate(ADO_CustomAttrib_UpdateAttribVal(key, SqlSafeText(value), attributeRef),
-                                      valueExists, title);
+    const int living = LivingKey(values, valueKey, valueRef.number, QStringLiteral("value"), title);
+    return living < 1
+               ? living
+               : TellDuplicate(ADO_CustomAttrib_UpdateAttribVal(valueRef, SqlSafeText(value), attributeRef),
+                               valueExists, title);
 }
 
 bool CustomAttrib_LeaveOutDeleted(TreeModel &tree)
@@ -86,7 +87,8 @@ bool CustomAttrib_LeaveOutDeleted(TreeModel &tree)
 bool CustomAttrib_Delete(const QString &key)
 {
     const int number = KeyNumber(key);
-    return key.startsWith(u'!') ? ADO_CustomAttrib_DelAttrib(number) : ADO_CustomAttrib_DelAttribVal(number);
+    return key.startsWith(u'!') ? ADO_CustomAttrib_DelAttrib(AttributeRef(number))
+                                : ADO_CustomAttrib_DelAttribVal(AttributeValueRef(number));
 }
 
 void CustomAttrib_Toggle(TreeModel &tree, TreeNode *node)

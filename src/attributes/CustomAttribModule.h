@@ -13,7 +13,7 @@ struct TreeNode;
 /// exists.
 
 struct AttribSectionInfo {
-    int code;
+    AttribSection code;
     QString caption;
 };
 /// Every kind of record that attributes can be defined for.
@@ -21,13 +21,13 @@ std::span<const AttribSectionInfo> AttribSections();
 
 /// Returns the new AttributeRef; 0, after telling the user, if the name is taken; -1 on an error.
 int CustomAttrib_AddAttrib(const CustomAttrib &attrib);
-/// Returns `key`; 0 and -1 as above, and also 0 if the attribute was deleted.
-int CustomAttrib_UpdateAttrib(int key, const CustomAttrib &attrib);
+/// Returns `attributeRef`; 0 and -1 as above, and also 0 if the attribute was deleted.
+int CustomAttrib_UpdateAttrib(AttributeRef attributeRef, const CustomAttrib &attrib);
 /// Returns the new AttributeValueRef; 0, after telling the user, if the attribute has the value or was
 /// deleted; -1 on an error.
 int CustomAttrib_AddAttribVal(const QString &value, AttributeRef attributeRef);
-/// Returns `key`; 0 and -1 as above, and also 0 if the value was deleted.
-int CustomAttrib_UpdateAttribVal(int key, const QString &value, AttributeRef attributeRef);
+/// Returns `valueRef`; 0 and -1 as above, and also 0 if the value was deleted.
+int CustomAttrib_UpdateAttribVal(AttributeValueRef valueRef, const QString &value, AttributeRef attributeRef);
 /// Removes ticked values that were deleted from the tree, and tells the user. False on an error.
 bool CustomAttrib_LeaveOutDeleted(TreeModel &tree);
 /// Deletes the attribute of a node with its values, or the one value of a node. False on an error.

@@ -16,7 +16,7 @@ frmAddAttribute::frmAddAttribute(QWidget *parent)
     BuildFields(form);
     std::vector<ListItem> sections;
     for (const AttribSectionInfo &section : AttribSections())
-        sections.push_back({u'?' % SqlNumber(section.code), section.caption});
+        sections.push_back({u'?' % SqlNumber(static_cast<int>(section.code)), section.caption});
     m_sections.Fill(std::move(sections));
     m_sections.SelectFirst();
     m_multi->setChecked(true);
@@ -41,11 +41,11 @@ void frmAddAttribute::BuildFields(FormBuilder &form)
     form.EndGroup();
 }
 
-void frmAddAttribute::EditAttrib(int key)
+void frmAddAttribute::EditAttrib(AttributeRef attributeRef)
 {
     setWindowTitle(QStringLiteral("Update Attribute"));
-    BeginEditing(key);
-    const ReadRow<CustomAttrib> attrib = ADO_CustomAttrib_ShowAttrib(key);
+    BeginEditing(attributeRef.number);
+    const ReadRow<CustomAttrib> attrib = ADO_CustomAttrib_ShowAttrib(attributeRef);
     if (attrib)
         ShowAttrib(*attrib);
     EndReading(static_cast<bool>(attrib), QStringLiteral("attribute"));
@@ -56,7 +56,7 @@ void frmAddAttribute::ShowAttrib(const CustomAttrib &attrib)
     m_attribName->setText(attrib.name);
     m_attribName->setCursorPosition(0);
     m_sections.ClearSelection();
-    if (const int row = m_sections.Find(u'?' % SqlNumber(attrib.appliesTo)); row >= 0)
+    if (const int row = m_sections.Find(u'?' % SqlNumber(static_cast<int>(attrib.appliesTo))); row >= 0)
         m_sections.SelectOnly(row);
     (attrib.type == AttribType::Single ? m_single : m_multi)->setChecked(true);
 }
@@ -71,6 +71,7 @@ int frmAddAttribute::Store()
     }
     const CustomAttrib attrib{m_attribName->text(),
                               m_single->isChecked() ? AttribType::Single : AttribType::Multi,
-                              KeyNumber(m_sections.At(applies.front()).key)};
-    return Key() > 0 ? CustomAttrib_UpdateAttrib(Key(), attrib) : CustomAttrib_AddAttrib(attrib);
+                              static_cast<AttribSection>(KeyNumber(m_sections.At(applies.front()).key))};
+    return Key() > 0 ? CustomAttrib_UpdateAttrib(AttributeRef(Key()), attrib)
+                     : CustomAttrib_AddAttrib(attrib);
 }

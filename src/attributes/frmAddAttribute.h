@@ -17,7 +17,7 @@ public:
     explicit frmAddAttribute(QWidget *parent = nullptr);
 
     /// Loads an attribute to change instead of adding one.
-    void EditAttrib(int key);
+    void EditAttrib(AttributeRef attributeRef);
 
 private:
     void ShowAttrib(const CustomAttrib &attrib);

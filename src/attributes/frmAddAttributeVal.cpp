@@ -18,9 +18,9 @@ frmAddAttributeVal::frmAddAttributeVal(AttributeRef attributeRef, const QString 
     m_attribName->setFocus();
 }
 
-void frmAddAttributeVal::EditValue(int key, const QString &value)
+void frmAddAttributeVal::EditValue(AttributeValueRef valueRef, const QString &value)
 {
-    BeginEditing(key);
+    BeginEditing(valueRef.number);
     setWindowTitle(u"Update Attribute Value of " % m_attributeName);
     m_attribName->setText(value);
     m_attribName->setCursorPosition(0);
@@ -29,6 +29,7 @@ void frmAddAttributeVal::EditValue(int key, const QString &value)
 
 int frmAddAttributeVal::Store()
 {
-    return Key() > 0 ? CustomAttrib_UpdateAttribVal(Key(), m_attribName->text(), m_attributeRef)
-                     : CustomAttrib_AddAttribVal(m_attribName->text(), m_attributeRef);
+    return Key() > 0
+               ? CustomAttrib_UpdateAttribVal(AttributeValueRef(Key()), m_attribName->text(), m_attributeRef)
+               : CustomAttrib_AddAttribVal(m_attribName->text(), m_attributeRef);
 }

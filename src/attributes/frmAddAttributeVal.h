@@ -14,7 +14,7 @@ public:
     frmAddAttributeVal(AttributeRef attributeRef, const QString &attributeName, QWidget *parent = nullptr);
 
     /// Changes a value instead of adding one.
-    void EditValue(int key, const QString &value);
+    void EditValue(AttributeValueRef valueRef, const QString &value);
 
 private:
     int Store() override;

@@ -76,7 +76,7 @@ void frmCustomAttributes::EnableButtons()
 
 void frmCustomAttributes::ShowAttributes()
 {
-    ADO_CustomAttrib_Show(m_attributes, AttribSection::contacts);
+    ADO_CustomAttrib_Show(m_attributes, AttribSection::Contacts);
     // Here values are maintained, not given to anybody, so they need no check box.
     m_attributes.SetAllTicks(TreeTick::None);
     if (!m_attributes.Selected())
@@ -121,13 +121,13 @@ void frmCustomAttributes::EditSelected()
     int stored = 0;
     if (IsAttribute(*node)) {
         frmAddAttribute form(this);
-        form.EditAttrib(KeyNumber(key));
+        form.EditAttrib(AttributeRef(KeyNumber(key)));
         stored = form.Run();
     } else {
         const QString value = node->text;
         frmAddAttributeVal form(AttributeRef(KeyNumber(node->parent->key)), QString(node->parent->text),
                                 this);
-        form.EditValue(KeyNumber(key), value);
+        form.EditValue(AttributeValueRef(KeyNumber(key)), value);
         stored = form.Run();
     }
     ShowSaved(stored, key);

@@ -35,20 +35,20 @@ inline TreeNode *NodeOf(const TreeModel &tree, const QString &text)
 
 /// The attributes that the tests work with; references as the database gave them.
 struct SiteAttributes {
-    int colour = CustomAttrib_AddAttrib({"Colour", AttribType::Single});
-    int red = CustomAttrib_AddAttribVal("Red", AttributeRef(colour));
-    int blue = CustomAttrib_AddAttribVal("Blue", AttributeRef(colour));
-    int diet = CustomAttrib_AddAttrib({"Diet", AttribType::Multi});
-    int vegan = CustomAttrib_AddAttribVal("Vegan", AttributeRef(diet));
-    int halal = CustomAttrib_AddAttribVal("Halal", AttributeRef(diet));
+    AttributeRef colour{CustomAttrib_AddAttrib({"Colour", AttribType::Single})};
+    AttributeValueRef red{CustomAttrib_AddAttribVal("Red", colour)};
+    AttributeValueRef blue{CustomAttrib_AddAttribVal("Blue", colour)};
+    AttributeRef diet{CustomAttrib_AddAttrib({"Diet", AttribType::Multi})};
+    AttributeValueRef vegan{CustomAttrib_AddAttribVal("Vegan", diet)};
+    AttributeValueRef halal{CustomAttrib_AddAttribVal("Halal", diet)};
 };
 
 /// What a person has, as a tree shows it that has just been opened.
 inline QStringList SeenOf(int contactRef)
 {
     TreeModel tree;
-    ADO_CustomAttrib_Show(tree, AttribSection::contacts);
-    ADO_CustomAttrib_Get(tree, contactRef, AttribSection::contacts);
+    ADO_CustomAttrib_Show(tree, AttribSection::Contacts);
+    ADO_CustomAttrib_Get(tree, contactRef, AttribSection::Contacts);
     return Seen(tree);
 }
 
@@ -56,8 +56,8 @@ inline QStringList SeenOf(int contactRef)
 inline void Give(int contactRef, const QStringList &values)
 {
     TreeModel tree;
-    ADO_CustomAttrib_Show(tree, AttribSection::contacts);
+    ADO_CustomAttrib_Show(tree, AttribSection::Contacts);
     for (const QString &value : values)
         tree.SetTick(NodeOf(tree, value), TreeTick::On);
-    ADO_CustomAttrib_Store(tree, contactRef, AttribSection::contacts);
+    ADO_CustomAttrib_Store(tree, contactRef, AttribSection::Contacts);
 }

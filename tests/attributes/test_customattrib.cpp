@@ -42,16 +42,16 @@ void TestCustomAttrib::DefineGiveAndTakeAway()
     QCOMPARE(SeenOf(anna), QStringList({"one of Colour", "o Blue", "x Red", "any of Diet", "x Halal",
                                         "x Vegan", "one of Zodiac"}));
     Give(anna, {"Vegan"});
-    QCOMPARE(CustomAttrib_UpdateAttrib(site.diet, {"Food", AttribType::Single}), site.diet);
+    QCOMPARE(CustomAttrib_UpdateAttrib(site.diet, {"Food", AttribType::Single}), site.diet.number);
     // A backtick is doubled when it is stored, and stays so.
-    QCOMPARE(CustomAttrib_UpdateAttribVal(site.vegan, "'%1`", AttributeRef(site.diet)), site.vegan);
+    QCOMPARE(CustomAttrib_UpdateAttribVal(site.vegan, "'%1`", site.diet), site.vegan.number);
     QCOMPARE(SeenOf(anna), QStringList({"one of Colour", "o Blue", "o Red", "one of Food", "x '%1``",
                                         "o Halal", "one of Zodiac"}));
 
     // Records of another section keep theirs, and its attributes are not offered to people.
     Sql("INSERT INTO AppliedAttributes (AttributeRef,AttributeValueRef,AppliesToRef,RefSection) VALUES "
         "(8,9,71,2)");
-    CustomAttrib_AddAttrib({"Wheelchair access", AttribType::Multi, 2});
+    CustomAttrib_AddAttrib({"Wheelchair access", AttribType::Multi, AttribSection(2)});
     Give(anna, {});
     QCOMPARE(Applied(),
              QStringList({"8|9|71|2", SqlNumber(site.colour) % u'|' % SqlNumber(site.blue) % u"|72|1"}));
@@ -64,17 +64,17 @@ void TestCustomAttrib::NamesAndValues()
     const QString valueExists = "Attribute Value already exists for this Attribute.";
     const SiteAttributes site;
     m->dialogs.Expect("Add Attribute", attribExists);
-    QCOMPARE(CustomAttrib_AddAttrib({"colour", AttribType::Multi, 2}), 0);
+    QCOMPARE(CustomAttrib_AddAttrib({"colour", AttribType::Multi, AttribSection(2)}), 0);
     m->dialogs.Expect("Update Attribute", attribExists);
     QCOMPARE(CustomAttrib_UpdateAttrib(site.diet, {"Colour", AttribType::Multi}), 0);
     m->dialogs.Expect("Add Attribute Value", valueExists);
-    QCOMPARE(CustomAttrib_AddAttribVal("RED", AttributeRef(site.colour)), 0);
+    QCOMPARE(CustomAttrib_AddAttribVal("RED", site.colour), 0);
     m->dialogs.Expect("Update Attribute Value", valueExists);
-    QCOMPARE(CustomAttrib_UpdateAttribVal(site.blue, "Red", AttributeRef(site.colour)), 0);
+    QCOMPARE(CustomAttrib_UpdateAttribVal(site.blue, "Red", site.colour), 0);
     // Another attribute can have the value, and what stays the same is no duplicate of itself.
-    QVERIFY(CustomAttrib_AddAttribVal("Red", AttributeRef(site.diet)) > site.red);
-    QCOMPARE(CustomAttrib_UpdateAttrib(site.diet, {"Diet", AttribType::Multi}), site.diet);
-    QCOMPARE(CustomAttrib_UpdateAttribVal(site.red, "red", AttributeRef(site.colour)), site.red);
+    QVERIFY(CustomAttrib_AddAttribVal("Red", site.diet) > site.red.number);
+    QCOMPARE(CustomAttrib_UpdateAttrib(site.diet, {"Diet", AttribType::Multi}), site.diet.number);
+    QCOMPARE(CustomAttrib_UpdateAttribVal(site.red, "red", site.colour), site.red.number);
     const QString odd = QString(244, 'x') % "100% [O'N]\"";
     CustomAttrib_AddAttribVal(odd, AttributeRef(CustomAttrib_AddAttrib({odd, AttribType::Single})));
     QCOMPARE(SeenOf(anna), QStringList({"one of Colour", "o Blue", "o red", "any of Diet", "o Halal", "o Red",
@@ -85,7 +85,7 @@ void TestCustomAttrib::Clicks()
 {
     const SiteAttributes site;
     TreeModel tree;
-    ADO_CustomAttrib_Show(tree, AttribSection::contacts);
+    ADO_CustomAttrib_Show(tree, AttribSection::Contacts);
     const std::pair<const char *, QStringList> clicks[] = {
         {"Red", {"Red"}},
         {"Vegan", {"Red", "Vegan"}},
@@ -105,11 +105,11 @@ void TestCustomAttrib::ListedAnew()
 {
     const SiteAttributes site;
     TreeModel tree;
-    ADO_CustomAttrib_Show(tree, AttribSection::contacts);
+    ADO_CustomAttrib_Show(tree, AttribSection::Contacts);
     tree.SetExpanded(NodeOf(tree, "Diet"), false);
     tree.Select(NodeOf(tree, "Red"));
     CustomAttrib_AddAttribVal("York", AttributeRef(CustomAttrib_AddAttrib({"Town", AttribType::Multi})));
-    ADO_CustomAttrib_Show(tree, AttribSection::contacts);
+    ADO_CustomAttrib_Show(tree, AttribSection::Contacts);
     QVERIFY(NodeOf(tree, "Colour")->expanded && !NodeOf(tree, "Diet")->expanded);
     QVERIFY(NodeOf(tree, "Town")->expanded);
     QCOMPARE(tree.Selected(), NodeOf(tree, "Red"));
@@ -119,7 +119,7 @@ void TestCustomAttrib::DeletedMeanwhile()
 {
     const SiteAttributes site;
     TreeModel tree;
-    ADO_CustomAttrib_Show(tree, AttribSection::contacts);
+    ADO_CustomAttrib_Show(tree, AttribSection::Contacts);
     for (const char *value : {"Red", "Halal", "Vegan"})
         tree.SetTick(NodeOf(tree, value), TreeTick::On);
     ADO_CustomAttrib_DelAttrib(site.colour);
@@ -129,7 +129,7 @@ void TestCustomAttrib::DeletedMeanwhile()
         "Another user has deleted these meanwhile, and they are left out:\n    Colour: Red\n    "
         "Diet: Halal");
     QVERIFY(CustomAttrib_LeaveOutDeleted(tree));
-    QVERIFY(ADO_CustomAttrib_Store(tree, anna, AttribSection::contacts));
+    QVERIFY(ADO_CustomAttrib_Store(tree, anna, AttribSection::Contacts));
     QCOMPARE(Rows("AppliedAttributes"), 1);
     QCOMPARE(SeenOf(anna), QStringList({"any of Diet", "x Vegan"}));
 
@@ -137,11 +137,11 @@ void TestCustomAttrib::DeletedMeanwhile()
         m->dialogs.Expect(title, u"Another user has deleted this " % what % u" meanwhile.");
     };
     gone("Add Attribute Value", "attribute");
-    QCOMPARE(CustomAttrib_AddAttribVal("Green", AttributeRef(site.colour)), 0);
+    QCOMPARE(CustomAttrib_AddAttribVal("Green", site.colour), 0);
     gone("Update Attribute", "attribute");
     QCOMPARE(CustomAttrib_UpdateAttrib(site.colour, {"Hue", AttribType::Multi}), 0);
     gone("Update Attribute Value", "value");
-    QCOMPARE(CustomAttrib_UpdateAttribVal(site.halal, "Kosher", AttributeRef(site.diet)), 0);
+    QCOMPARE(CustomAttrib_UpdateAttribVal(site.halal, "Kosher", site.diet), 0);
     QCOMPARE(Rows("CustomAttributeValues"), 1);
 }
 

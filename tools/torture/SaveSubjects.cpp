@@ -96,7 +96,7 @@ bool SavePerson(int &key, int version)
     const QString link = u'!' % TestDatabase::Value(u"SELECT LinkRef FROM LinkNames"_qs);
     for (int row = 0; row < members.Count(); ++row)
         members.SetKey(row, members.At(row).key % link);
-    ADO_CustomAttrib_Show(shown.attributes, AttribSection::contacts);
+    ADO_CustomAttrib_Show(shown.attributes, AttribSection::Contacts);
     for (TreeNode *node : shown.attributes.Nodes()) {
         if (node->tick != TreeTick::None && node->row % 2 == version)
             shown.attributes.SetTick(node, TreeTick::On);

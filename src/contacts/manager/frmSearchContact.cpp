@@ -37,7 +37,7 @@ frmSearchContact::frmSearchContact(ListModel &target, QWidget *parent)
     m_found.SetColumns({QStringLiteral("Contact"), QStringLiteral("Address"), QStringLiteral("City"),
                         QStringLiteral("Postcode")});
     ADO_Contact_ShowChar(m_characteristics);
-    ADO_CustomAttrib_Show(m_attributes, AttribSection::contacts);
+    ADO_CustomAttrib_Show(m_attributes, AttribSection::Contacts);
     {
         FormBuilder form(this);
         BuildCriteria(form);

@@ -101,8 +101,8 @@ bool ShowLists(ContactRef contactRef, const ContactLists &lists)
     return ShowCharacteristics(lists.availCriteria, lists.characteristics,
                                u"SELECT ConcessionRef FROM ContactConcession WHERE ContactRef = " %
                                    SqlNumber(contactRef)) &&
-           ADO_CustomAttrib_Show(lists.attributes, AttribSection::contacts) &&
-           ADO_CustomAttrib_Get(lists.attributes, contactRef.number, AttribSection::contacts) &&
+           ADO_CustomAttrib_Show(lists.attributes, AttribSection::Contacts) &&
+           ADO_CustomAttrib_Get(lists.attributes, contactRef.number, AttribSection::Contacts) &&
            ADO_Contact_GetRoles(contactRef, lists.roles);
 }
 } // namespace

@@ -21,7 +21,7 @@ RecordSaved Contact_Save(ContactRef contactRef, ContactRecord &record, const Con
                 ADO_Contact_UpdateGroup(group.groupRef, group.members, group.seen, progress)) &&
                Concession_Store(ContactRef(key), lists.characteristics) &&
                Role_Store(ContactRef(key), lists.roles) &&
-               ADO_CustomAttrib_Store(lists.attributes, key, AttribSection::contacts);
+               ADO_CustomAttrib_Store(lists.attributes, key, AttribSection::Contacts);
     };
     FieldValues before = base;
     const RecordSaved saved = SaveWhole("Contact_Save", progress, storeRecord, storeLists);
