@@ -41,14 +41,16 @@ ReadRow<CustomAttrib> ADO_CustomAttrib_ShowAttrib(AttributeRef attributeRef);
 
 /// Returns the new AttributeRef; 0 if an attribute of any section has that name, -1 on an error.
 int ADO_CustomAttrib_AddAttrib(const QString &name, AttribType type, AttribSection appliesTo);
-/// Returns `attributeRef`, 0 if another attribute has that name (nothing is written then), -1 on an error. If the
-/// attribute becomes single select, records with several of its values keep them.
-int ADO_CustomAttrib_UpdateAttrib(AttributeRef attributeRef, const QString &name, AttribType type, AttribSection appliesTo);
+/// Returns `attributeRef`, 0 if another attribute has that name (nothing is written then), -1 on an error. If
+/// the attribute becomes single select, records with several of its values keep them.
+int ADO_CustomAttrib_UpdateAttrib(AttributeRef attributeRef, const QString &name, AttribType type,
+                                  AttribSection appliesTo);
 /// Returns the new AttributeValueRef; 0 if the attribute has that value, -1 on an error.
 int ADO_CustomAttrib_AddAttribVal(const QString &value, AttributeRef attributeRef);
-/// Returns `valueRef`, 0 if the attribute has the same text as another value (nothing is written then), -1 on an
-/// error.
-int ADO_CustomAttrib_UpdateAttribVal(AttributeValueRef valueRef, const QString &value, AttributeRef attributeRef);
+/// Returns `valueRef`, 0 if the attribute has the same text as another value (nothing is written then), -1 on
+/// an error.
+int ADO_CustomAttrib_UpdateAttribVal(AttributeValueRef valueRef, const QString &value,
+                                     AttributeRef attributeRef);
 /// Deletes an attribute with its values, and removes them from every record. False on an error: what was
 /// deleted before it stays deleted, and the deletion can be repeated.
 bool ADO_CustomAttrib_DelAttrib(AttributeRef attributeRef);

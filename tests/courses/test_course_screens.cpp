@@ -44,11 +44,11 @@ QString Status(QWidget &manager)
 }
 
 /// A course with those students on it.
-int CourseOfStudents(const QStringList &names, int limit = 0)
+CourseRef CourseOfStudents(const QStringList &names, int limit = 0)
 {
-    const int course = School::AddCourse("Pottery", 10, limit);
+    const CourseRef course = School::AddCourse("Pottery", 10, limit);
     for (const QString &name : names)
-        ADO_Course_EnrollStudent(CourseRef(course), ContactRef(School::AddPerson(name, "P")));
+        ADO_Course_EnrollStudent(course, School::AddPerson(name, "P"));
     return course;
 }
 
@@ -60,7 +60,7 @@ QStringList Titles(QWidget &form)
     return titles;
 }
 
-void SelectCourse(QWidget &form, int courseRef)
+void SelectCourse(QWidget &form, CourseRef courseRef)
 {
     TreeModel &courses = Find<TreeView>(form, "CourseList")->Model();
     courses.Select(courses.Find(u'?' % SqlNumber(courseRef)));
@@ -142,9 +142,9 @@ private slots:
     {
         QFETCH(QString, box);
         QFETCH(QString, typed);
-        const int course = CourseOfStudents({"A", "B"});
+        const CourseRef course = CourseOfStudents({"A", "B"});
         frmAddCourse form;
-        QVERIFY(form.EditCourse(CourseRef(course)));
+        QVERIFY(form.EditCourse(course));
         form.show();
         TypeInto(form, box, typed);
         QTest::keyClick(Find<QWidget>(form, box), Qt::Key_Return);
@@ -155,7 +155,7 @@ private slots:
     void RemovesStudents()
     {
         frmAddCourse form;
-        form.EditCourse(CourseRef(CourseOfStudents({"A", "B"}, 2)));
+        form.EditCourse(CourseOfStudents({"A", "B"}, 2));
         form.show();
         Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(1);
         QVERIFY(!IsEnabled(form, "AddStudentBtn"));
@@ -221,10 +221,10 @@ private slots:
     {
         QFETCH(int, right);
         QFETCH(QChar, level);
-        const int course = CourseOfStudents({"A"});
+        const CourseRef course = CourseOfStudents({"A"});
         gUserRights[right] = level;
         frmAddCourse form;
-        QVERIFY(form.EditCourse(CourseRef(course)));
+        QVERIFY(form.EditCourse(course));
         QString state;
         for (const char *box : {"Title", "Limit", "Fee"})
             state += Find<QLineEdit>(form, box)->isReadOnly() ? u'0' : u'1';
@@ -277,7 +277,7 @@ private slots:
 
     void NoticesADeletedCourse()
     {
-        QList<int> courses;
+        QList<CourseRef> courses;
         for (const char *title : {"A", "B", "C", "D"})
             courses += School::AddCourse(QString::fromLatin1(title), 0);
         frmCourse manager;
@@ -300,7 +300,7 @@ private slots:
 
     void AsksBeforeItDeletes()
     {
-        const int a = School::AddCourse("A's", 0);
+        const CourseRef a = School::AddCourse("A's", 0);
         School::AddCourse("B", 0);
         frmCourse manager;
         manager.show();

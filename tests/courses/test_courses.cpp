@@ -11,9 +11,9 @@
 
 namespace
 {
-CourseRecord Course(const QString &title, const QString &reference, int courseRef = 0)
+CourseRecord Course(const QString &title, const QString &reference, CourseRef courseRef = {})
 {
-    return {CourseRef(courseRef), title, reference, "It's 50%", 99.5, 12};
+    return {courseRef, title, reference, "It's 50%", 99.5, 12};
 }
 
 /// A tree as one line: each node with its depth in dots, its tick and its key.
@@ -61,26 +61,26 @@ private slots:
 
     void Story()
     {
-        const int course = Course_Add(Course("O'Neil's `Craft`", "C'1"));
-        QVERIFY(course > 0);
-        QVERIFY(ADO_Course_CheckCourse(CourseRef(course)));
-        const ReadRow<CourseFile> shown = ADO_Course_ShowCourse(CourseRef(course));
+        const CourseRef course(Course_Add(Course("O'Neil's `Craft`", "C'1")));
+        QVERIFY(course);
+        QVERIFY(ADO_Course_CheckCourse(course));
+        const ReadRow<CourseFile> shown = ADO_Course_ShowCourse(course);
         QCOMPARE(shown->course.title, u"O'Neil's ``Craft``"_qs);
         QCOMPARE(shown->course.fee, 99.5);
         QCOMPARE(shown->course.limit, 12);
 
         CourseRecord changed = Course("Craft", "C'1", course);
         changed.fee = 0.1;
-        QCOMPARE(Update(changed), course);
-        QCOMPARE(Course_Rename("Crafts", CourseRef(course)), course);
+        QCOMPARE(CourseRef(Update(changed)), course);
+        QCOMPARE(CourseRef(Course_Rename("Crafts", course)), course);
         QCOMPARE(TestDatabase::Rows("SELECT Title,Fee,ReferenceID FROM Courses"),
                  QStringList("Crafts|0.1|C'1"));
-        QCOMPARE(ADO_Course_Description(CourseRef(course)), std::optional<QString>("It's 50%"));
+        QCOMPARE(ADO_Course_Description(course), std::optional<QString>("It's 50%"));
 
-        QVERIFY(ADO_Course_DeleteCourse(CourseRef(course)));
-        QVERIFY(!ADO_Course_CheckCourse(CourseRef(course)));
-        QVERIFY(!ADO_Course_Description(CourseRef(course)));
-        QVERIFY(ADO_Course_ShowCourse(CourseRef(course)).IsMissing());
+        QVERIFY(ADO_Course_DeleteCourse(course));
+        QVERIFY(!ADO_Course_CheckCourse(course));
+        QVERIFY(!ADO_Course_Description(course));
+        QVERIFY(ADO_Course_ShowCourse(course).IsMissing());
     }
 
     void TellsDuplicates_data()
@@ -102,16 +102,16 @@ private slots:
         QFETCH(bool, mayRename);
         for (const char *other : {"A", "B"})
             QVERIFY(Course_Add(Course("Pottery", QString::fromLatin1(other))) > 0);
-        const int spanish = Course_Add(Course("Spanish", "A"));
+        const CourseRef spanish(Course_Add(Course("Spanish", "A")));
 
         ScriptedDialogs dialogs;
         const QString exists = "Course already exists in database.";
         if (!mayRename)
             dialogs.Expect("Rename Course", "Course with this name already.");
-        QCOMPARE(Course_Rename(title, CourseRef(spanish)), mayRename ? spanish : 0);
+        QCOMPARE(Course_Rename(title, spanish), mayRename ? spanish.number : 0);
         if (!maySave)
             dialogs.Expect("Update Course", exists);
-        QCOMPARE(Update(Course(title, reference, spanish)), maySave ? spanish : 0);
+        QCOMPARE(Update(Course(title, reference, spanish)), maySave ? spanish.number : 0);
         dialogs.Expect("Add Course", exists);
         QCOMPARE(Course_Add(Course("Pottery", "B")), 0);
     }
@@ -120,16 +120,16 @@ private slots:
     void DeletesInFourteenSteps()
     {
         const QStringList outlive = {"Transactions", "CreditCardTransaction", "WaitingList"};
-        const int course = Course_Add(Course("A", {}));
-        const int other = Course_Add(Course("B", {}));
+        const CourseRef course(Course_Add(Course("A", {})));
+        const CourseRef other(Course_Add(Course("B", {})));
         for (const QString &table : courseTables.mid(0, 13) + outlive) {
-            for (const int ref : {course, other})
+            for (const CourseRef ref : {course, other})
                 TestDatabase::Run(
                     {u"INSERT INTO " % table % u" (CourseRef) VALUES (" % SqlNumber(ref) % u')'});
         }
         {
             const StatementLog log;
-            QVERIFY(ADO_Course_DeleteCourse(CourseRef(course)));
+            QVERIFY(ADO_Course_DeleteCourse(course));
             QStringList expected;
             for (const QString &table : courseTables)
                 expected += u"DELETE FROM " % table % u" WHERE CourseRef = " % SqlNumber(course);
@@ -143,14 +143,14 @@ private slots:
 
     void StopsAHalfDeletion()
     {
-        const int course = Course_Add(Course("A", {}));
+        const CourseRef course(Course_Add(Course("A", {})));
         const QString ref = SqlNumber(course);
         TestDatabase::Run(
             {u"INSERT INTO CourseExams (CourseRef) VALUES (" % ref % u')', "DROP TABLE CourseStaff"});
         ScriptedDialogs dialogs;
         dialogs.ExpectFailure();
-        QVERIFY(!ADO_Course_DeleteCourse(CourseRef(course)));
-        QVERIFY(ADO_Course_CheckCourse(CourseRef(course)));
+        QVERIFY(!ADO_Course_DeleteCourse(course));
+        QVERIFY(ADO_Course_CheckCourse(course));
         QVERIFY(TestDatabase::Rows("SELECT CourseRef FROM CourseExams").isEmpty());
     }
 
@@ -162,9 +162,9 @@ private slots:
         QVERIFY(ADO_Course_UpdateConcessions(CourseRef(3), list));
         QCOMPARE(TestDatabase::Rows("SELECT * FROM CourseChar ORDER BY ConcessionRef"),
                  QStringList({"3|7", "3|9"}));
-        const int course = Course_Add(Course("A", {}));
-        QVERIFY(ADO_Course_UpdateConcessions(CourseRef(course), list));
-        const auto used = ADO_Course_ShowCourse(CourseRef(course))->characteristics;
+        const CourseRef course(Course_Add(Course("A", {})));
+        QVERIFY(ADO_Course_UpdateConcessions(course, list));
+        const auto used = ADO_Course_ShowCourse(course)->characteristics;
         QCOMPARE(used.size(), size_t(2));
         QCOMPARE(used[1].key, "?9");
     }
@@ -179,7 +179,7 @@ private slots:
             FieldValues unknown;
             return Course_Save(record, {list, folders}, unknown);
         };
-        const int course = save(Course("A", {})).key;
+        const CourseRef course(save(Course("A", {})).key);
         QVERIFY(save(Course("A", {}, course)).isWhole);
         const auto seen = [&](const QString &table, auto &&work) {
             return SeenElsewhere(
@@ -190,7 +190,7 @@ private slots:
         const auto store = [&] { QVERIFY(save(Course("B", {}, course)).isWhole); };
         QCOMPARE(seen("CourseChar", store), QSet<QString>{"2"});
         QCOMPARE(seen("CoursesRelationships", store), QSet<QString>{"1"});
-        const auto remove = [course] { QVERIFY(ADO_Course_DeleteCourse(CourseRef(course))); };
+        const auto remove = [course] { QVERIFY(ADO_Course_DeleteCourse(course)); };
         QCOMPARE(seen("CourseChar", remove), QSet<QString>{"1"});
         QCOMPARE(TestDatabase::Rows("SELECT * FROM CourseChar").size(), 0);
     }
@@ -245,11 +245,11 @@ private slots:
     /// A tree heals a course without a link; a flat list asks for no links at all.
     void ListsCourses()
     {
-        const int folder = AddFolder("F", 0);
-        const int b = School::AddCourse("B", 0);
-        const int a = School::AddCourse("A", 0);
-        ADO_Course_AddCourseRelations(CourseRef(b), FolderRef(folder));
-        ADO_Course_AddCourseRelations(CourseRef(b), FolderRef(0));
+        const FolderRef folder(AddFolder("F", 0));
+        const CourseRef b = School::AddCourse("B", 0);
+        const CourseRef a = School::AddCourse("A", 0);
+        ADO_Course_AddCourseRelations(b, folder);
+        ADO_Course_AddCourseRelations(b, {});
         const QString keyA = u'?' % SqlNumber(a);
         const QString keyB = u'?' % SqlNumber(b);
         TreeModel tree;
@@ -267,9 +267,9 @@ private slots:
             QCOMPARE(Drawn(tree), QString(u"F!1 .B" % keyB % u"!1 A" % keyA % u" B" % keyB));
             QCOMPARE(TestDatabase::Rows("SELECT * FROM CoursesRelationships").size(), 3);
         }
-        const int c = School::AddCourse("C", 0);
-        ADO_Course_AddCourseRelations(CourseRef(c), FolderRef(folder));
-        ADO_Course_NewCourseToList(tree, CourseRef(c), "C");
+        const CourseRef c = School::AddCourse("C", 0);
+        ADO_Course_AddCourseRelations(c, folder);
+        ADO_Course_NewCourseToList(tree, c, "C");
         QCOMPARE(tree.Find(u'?' % SqlNumber(c) % u"!1")->parent->text, u"F"_qs);
     }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "database/statements/System.h"
-#include "database/values/GlobalCode.h"
+#include "database/values/Keys.h"
 #include "support/TestDatabase.h"
 
 /// A training provider for tests: people, characteristics and courses, put straight into the tables.
@@ -12,23 +12,24 @@ inline int LastKey(const QString &table, const QString &key)
     return TestDatabase::Value(u"SELECT MAX(" % key % u") AS K FROM " % table).toInt();
 }
 
-inline int AddPerson(const QString &forename, const QString &surname)
+inline ContactRef AddPerson(const QString &forename, const QString &surname)
 {
     TestDatabase::Run({u"INSERT INTO Contacts (Cust_Forename,Cust_Surname,Cust_City,Cust_County,Cust_Country,"
                        u"Cust_Designation,Cust_Ethnicgroup,OrganRef,ContactContactRef) VALUES ('" %
                        SqlSafeText(forename) % u"','" % SqlSafeText(surname) % u"',1,1,1,1,1,1,1)"});
-    return LastKey("Contacts", "ContactRef");
+    return ContactRef(LastKey("Contacts", "ContactRef"));
 }
 
-inline int AddCourse(const QString &title, double fee, int limit = 0)
+inline CourseRef AddCourse(const QString &title, double fee, int limit = 0)
 {
     TestDatabase::Run({u"INSERT INTO Courses (Title,Description,Fee,Limit,ReferenceID) VALUES ('" %
                        SqlSafeText(title) % u"',''," % SqlNumber(fee) % u',' % SqlNumber(limit) % u",'')"});
-    return LastKey("Courses", "CourseRef");
+    return CourseRef(LastKey("Courses", "CourseRef"));
 }
 
 /// Gives a person a characteristic with a percentage and an amount.
-inline void AddCharacteristic(int contactRef, const QString &name, double percentage, double hardDiscount)
+inline void AddCharacteristic(ContactRef contactRef, const QString &name, double percentage,
+                              double hardDiscount)
 {
     TestDatabase::Run({u"INSERT INTO Concessions (ReferenceID,Name,Percentage,HardDiscount) VALUES ('','" %
                        SqlSafeText(name) % u"'," % SqlNumber(percentage) % u',' % SqlNumber(hardDiscount) %

@@ -13,12 +13,12 @@
 
 namespace
 {
-StudentRecord Shown(int courseRef, int contactRef)
+StudentRecord Shown(CourseRef courseRef, ContactRef contactRef)
 {
-    return *ADO_Course_StudentInfo(CourseRef(courseRef), ContactRef(contactRef));
+    return *ADO_Course_StudentInfo(courseRef, contactRef);
 }
 
-QStringList Enrolment(int courseRef)
+QStringList Enrolment(CourseRef courseRef)
 {
     return TestDatabase::Rows(
         u"SELECT ContactRef,BasicFee,Discount,AmountPaid,ConcessionType,ReceiptNo,TaxName,"
@@ -26,7 +26,7 @@ QStringList Enrolment(int courseRef)
         SqlNumber(courseRef) % u" ORDER BY ContactRef");
 }
 
-QString Line(int contactRef, const QString &rest)
+QString Line(ContactRef contactRef, const QString &rest)
 {
     return SqlNumber(contactRef) % u'|' % rest;
 }
@@ -40,20 +40,27 @@ Fees::Payments Paid(double cash, double cheque, double creditCard, const std::ar
 }
 
 /// As the picker calls it, which knows everybody and what they have paid.
-EnrolmentChange Enrol(int courseRef, const ListModel &list, Progress &progress, int limit = 0)
+EnrolmentChange Enrol(CourseRef courseRef, const ListModel &list, Progress &progress, int limit = 0)
 {
     KnownStudents known;
-    const auto students = ADO_Course_PaidStudents(CourseRef(courseRef)).value_or(std::vector<PaidStudent>());
+    const auto students = ADO_Course_PaidStudents(courseRef).value_or(std::vector<PaidStudent>());
     for (const PaidStudent &student : students)
         known.insert(student.key, student.paid);
-    return ADO_Course_EnrollStudents(CourseRef(courseRef), limit, list, known, progress);
+    return ADO_Course_EnrollStudents(courseRef, limit, list, known, progress);
+}
+
+/// The key of a row that is not there, after the last one.
+template <typename Ref>
+Ref After(Ref last)
+{
+    return Ref(last.number + 1);
 }
 
 /// The list of the picker: people by their references.
-void Select(ListModel &list, const QList<int> &people)
+void Select(ListModel &list, const QList<ContactRef> &people)
 {
     std::vector<ListItem> items;
-    for (const int person : people)
+    for (const ContactRef person : people)
         items.push_back({u'?' % SqlNumber(person), {}});
     list.Fill(std::move(items));
 }
@@ -73,27 +80,26 @@ private slots:
 
     void EnrolsWithTheLargestDiscount()
     {
-        const int person = School::AddPerson("Ada", "Lovelace");
+        const ContactRef person = School::AddPerson("Ada", "Lovelace");
         School::AddCharacteristic(person, "Student", 20, 0);
         School::AddCharacteristic(person, "Member's", 5, 30);
         for (const auto &[fee, rest] : {std::pair{100, "100|30|0|Member's|0||0"},
                                         {200, "200|20|0|Student|0||0"},
                                         {20, "20|100|0|Member's|0||0"}, // more than the fee
                                         {0, "0|0|0||0||0"}}) {
-            const int course = School::AddCourse(QString::number(fee), fee);
-            ADO_Course_EnrollStudent(CourseRef(course), ContactRef(person));
+            const CourseRef course = School::AddCourse(QString::number(fee), fee);
+            ADO_Course_EnrollStudent(course, person);
             QCOMPARE(Enrolment(course), QStringList(Line(person, rest)));
-            QVERIFY(ADO_Course_IsEnrolled(CourseRef(course), ContactRef(person)) &&
-                    !ADO_Course_IsEnrolled(CourseRef(course), ContactRef(person + 1)));
+            QVERIFY(ADO_Course_IsEnrolled(course, person) && !ADO_Course_IsEnrolled(course, After(person)));
         }
     }
 
     void EnrolsExactlyTheList()
     {
-        const int course = School::AddCourse("Pottery", 100);
-        const int ada = School::AddPerson("Ada", "Lovelace");
-        const int bob = School::AddPerson("Bob", "Jones");
-        const int cleo = School::AddPerson("Cleo", "Adams");
+        const CourseRef course = School::AddCourse("Pottery", 100);
+        const ContactRef ada = School::AddPerson("Ada", "Lovelace");
+        const ContactRef bob = School::AddPerson("Bob", "Jones");
+        const ContactRef cleo = School::AddPerson("Cleo", "Adams");
         ListModel list;
         Select(list, {ada, bob});
         QCOMPARE(Enrol(course, list, m_progress), EnrolmentChange::Done);
@@ -111,18 +117,18 @@ private slots:
 
         // A second workstation has deleted the course meanwhile.
         School::SetTax("Duty's", "17.505");
-        ADO_Course_EnrollStudent(CourseRef(course + 1), ContactRef(ada));
-        QCOMPARE(Enrolment(course + 1), QStringList(Line(ada, "0|0|0||0|Duty's|17.51")));
+        ADO_Course_EnrollStudent(After(course), ada);
+        QCOMPARE(Enrolment(After(course)), QStringList(Line(ada, "0|0|0||0|Duty's|17.51")));
     }
 
     void StopsAtTheFailingStudent()
     {
-        const int course = School::AddCourse("Pottery", 100);
-        const int ada = School::AddPerson("Ada", "Lovelace");
-        ADO_Course_EnrollStudent(CourseRef(course), ContactRef(ada));
+        const CourseRef course = School::AddCourse("Pottery", 100);
+        const ContactRef ada = School::AddPerson("Ada", "Lovelace");
+        ADO_Course_EnrollStudent(course, ada);
         TestDatabase::Run({"DROP TABLE ContactConcession"});
         ListModel list;
-        Select(list, {ada, ada + 1});
+        Select(list, {ada, After(ada)});
         ScriptedDialogs dialogs;
         dialogs.ExpectFailure();
         QCOMPARE(Enrol(course, list, m_progress), EnrolmentChange::Failed);
@@ -130,11 +136,11 @@ private slots:
     }
 
     /// Cancelled in the middle of the second student; the next run takes up the rest.
-    void StopsBehindAWholeStudent()
+    void StopsAfterAWholeStudent()
     {
-        const int course = School::AddCourse("Pottery", 100);
+        const CourseRef course = School::AddCourse("Pottery", 100);
         ListModel list;
-        Select(list, {2, 3, 4});
+        Select(list, {ContactRef(2), ContactRef(3), ContactRef(4)});
         Progress progress;
         int inserts = 0;
         gConnection.ObserveStatements([&](const QString &sql) {
@@ -164,17 +170,17 @@ private slots:
     {
         QFETCH(QString, limit);
         QFETCH(int, enrolled);
-        const int course = School::AddCourse("Pottery", 0);
+        const CourseRef course = School::AddCourse("Pottery", 0);
         TestDatabase::Run({u"UPDATE Courses SET Limit = " % limit});
         for (int person = 2; person < enrolled + 2; ++person)
-            ADO_Course_EnrollStudent(CourseRef(course), ContactRef(person));
-        QTEST(ADO_Course_PlacesLeft(CourseRef(course)), "left");
-        QCOMPARE(ADO_Course_PlacesLeft(CourseRef(course + 1)), 0);
+            ADO_Course_EnrollStudent(course, ContactRef(person));
+        QTEST(ADO_Course_PlacesLeft(course), "left");
+        QCOMPARE(ADO_Course_PlacesLeft(After(course)), 0);
     }
 
     void ListsStatusWords()
     {
-        const int course = School::AddCourse("Pottery", 66.67);
+        const CourseRef course = School::AddCourse("Pottery", 66.67);
         const QString ones = "AmountPaid = 1, ChequePaid = 1, CCardPaid = 1, Vouchers = 1, Vouchers2 = 1, "
                              "Vouchers3 = 1, Vouchers4 = 1, Vouchers5 = 1";
         const std::pair<QString, QString> cases[] = {
@@ -189,14 +195,14 @@ private slots:
         };
         QStringList expected;
         for (const auto &[change, word] : cases) {
-            const int person = School::AddPerson("O'P", QString::number(expected.size()));
-            ADO_Course_EnrollStudent(CourseRef(course), ContactRef(person));
+            const ContactRef person = School::AddPerson("O'P", QString::number(expected.size()));
+            ADO_Course_EnrollStudent(course, person);
             TestDatabase::Run(
                 {u"UPDATE StudentsEnrolled SET " % change % u" WHERE ContactRef = " % SqlNumber(person)});
             expected += QString::number(expected.size()) % u' ' % word;
         }
         ListModel list;
-        ADO_Course_ShowEnrolledStudents(CourseRef(course), list);
+        ADO_Course_ShowEnrolledStudents(course, list);
         QCOMPARE(list.At(0).text, u"0, O'P"_qs);
         QVERIFY(list.IsSelected(0));
         QStringList words;
@@ -212,9 +218,9 @@ private slots:
     {
         SetSystemValue(SystemRef::VoucherName, "Learner's Card");
         Clock::StopAt(QDateTime(QDate(2026, 11, 22), QTime(9, 0)));
-        const int course = School::AddCourse("Pottery", 5000000);
-        const int person = School::AddPerson("Ada", "Lovelace");
-        ADO_Course_EnrollStudent(CourseRef(course), ContactRef(person));
+        const CourseRef course = School::AddCourse("Pottery", 5000000);
+        const ContactRef person = School::AddPerson("Ada", "Lovelace");
+        ADO_Course_EnrollStudent(course, person);
         StudentRecord left = Shown(course, person);
         left.payments = Paid(0, 0, 1234567.25, {0, 5, 6, 7, 7.75});
         left.notes = "a'b`c %1;";
@@ -232,7 +238,7 @@ private slots:
         const StatementLog log;
         const StudentPayment payment{Shown(course, person), left, Paid(1.5, 2, 0, {4, 0, 0, 0, 0.25}),
                                      logCard};
-        QCOMPARE(Course_Pay(CourseRef(course), ContactRef(person), payment).outcome, PaymentOutcome::Stored);
+        QCOMPARE(Course_Pay(course, person, payment).outcome, PaymentOutcome::Stored);
         const QString c = SqlNumber(course);
         const QString k = SqlNumber(person);
         const QString ofStudent = u" WHERE CourseRef = " % c % u" AND ContactRef = " % k;
@@ -274,16 +280,16 @@ private slots:
         QFETCH(double, left);
         QFETCH(double, stored);
         QFETCH(double, kept);
-        const int course = School::AddCourse("Pottery", 100);
-        const int person = School::AddPerson("Ada", "Lovelace");
-        ADO_Course_EnrollStudent(CourseRef(course), ContactRef(person));
+        const CourseRef course = School::AddCourse("Pottery", 100);
+        const ContactRef person = School::AddPerson("Ada", "Lovelace");
+        ADO_Course_EnrollStudent(course, person);
         TestDatabase::Run({u"UPDATE StudentsEnrolled SET Vouchers3 = " % SqlNumber(shown)});
         StudentPayment payment{Shown(course, person), Shown(course, person), Paid(0, 0, 0, {0, 0, 5}), {}};
         payment.left.payments[Fees::FirstVoucher + 2] = Money::Of(left);
         payment.left.taxName = "VAT";
         TestDatabase::Run({u"UPDATE StudentsEnrolled SET Notes = 'theirs', Discount = 10, Vouchers3 = " %
                            SqlNumber(stored)});
-        QCOMPARE(Course_Pay(CourseRef(course), ContactRef(person), payment).outcome, PaymentOutcome::Stored);
+        QCOMPARE(Course_Pay(course, person, payment).outcome, PaymentOutcome::Stored);
         QCOMPARE(TestDatabase::Rows("SELECT Vouchers3,Notes,Discount,TaxName FROM StudentsEnrolled"),
                  QStringList(SqlNumber(kept + 5) % u"|theirs|10|VAT"));
         QCOMPARE(TestDatabase::Value("SELECT SUM(Vouchers3Paid) AS S FROM Transactions"), u"5"_qs);
@@ -293,22 +299,23 @@ private slots:
     /// the limit.
     void EnrolsBesideAnotherWorkstation()
     {
-        const int course = School::AddCourse("Pottery", 100);
+        const CourseRef course = School::AddCourse("Pottery", 100);
+        const ContactRef two(2), three(3), four(4), five(5), six(6);
         ListModel list;
-        Select(list, {2, 3});
+        Select(list, {two, three});
         Enrol(course, list, m_progress);
         KnownStudents known{{u"?2"_qs, Money()}, {u"?3"_qs, Money()}};
-        ADO_Course_EnrollStudent(CourseRef(course), ContactRef(4));
+        ADO_Course_EnrollStudent(course, four);
         TestDatabase::Run({"UPDATE StudentsEnrolled SET ChequePaid = 0.01 WHERE ContactRef = 2"});
-        const auto enrol = [&](const QList<int> &people, int limit) {
+        const auto enrol = [&](const QList<ContactRef> &people, int limit) {
             Select(list, people);
-            return ADO_Course_EnrollStudents(CourseRef(course), limit, list, known, m_progress);
+            return ADO_Course_EnrollStudents(course, limit, list, known, m_progress);
         };
-        QCOMPARE(enrol({3}, 0), EnrolmentChange::Paid);
-        QCOMPARE(enrol({3, 5}, 0), EnrolmentChange::Paid);
+        QCOMPARE(enrol({three}, 0), EnrolmentChange::Paid);
+        QCOMPARE(enrol({three, five}, 0), EnrolmentChange::Paid);
         QCOMPARE(Enrolment(course).size(), 3);
         known[u"?2"_qs] = Money::Of(0.01);
-        QCOMPARE(enrol({5, 6}, 2), EnrolmentChange::Full); // 4 is there, 5 comes
+        QCOMPARE(enrol({five, six}, 2), EnrolmentChange::Full); // 4 is there, 5 comes
         QCOMPARE(enrol({}, 0), EnrolmentChange::Done);
         QCOMPARE(TestDatabase::Rows("SELECT ContactRef FROM StudentsEnrolled ORDER BY ContactRef"),
                  QStringList({"4", "5"}));
@@ -318,12 +325,12 @@ private slots:
     /// ones after it. All students of a course go by the fee of the first.
     void RaisedPercentageCarriesOnToTheNextCourse()
     {
-        const int ada = School::AddPerson("Ada", "Lovelace");
-        const int bob = School::AddPerson("Bob", "Jones");
+        const ContactRef ada = School::AddPerson("Ada", "Lovelace");
+        const ContactRef bob = School::AddPerson("Bob", "Jones");
         for (const auto &[title, fee] : {std::pair{"A", 400.0}, {"B", 100.0}, {"C", 1000.0}, {"D", 10.0}}) {
-            const int course = School::AddCourse(title, fee);
-            for (const int person : {ada, bob})
-                ADO_Course_EnrollStudent(CourseRef(course), ContactRef(person));
+            const CourseRef course = School::AddCourse(title, fee);
+            for (const ContactRef person : {ada, bob})
+                ADO_Course_EnrollStudent(course, person);
         }
         TestDatabase::Run({"UPDATE StudentsEnrolled SET ConcessionType = 'Member''s'"});
         const auto discounts = [] {

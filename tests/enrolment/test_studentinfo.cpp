@@ -59,8 +59,8 @@ private slots:
         m_course = School::AddCourse("Pottery", 100);
         m_person = School::AddPerson("Ada", "Lovelace");
         School::AddCharacteristic(m_person, "Student", 25, 0);
-        ADO_Course_EnrollStudent(CourseRef(m_course), ContactRef(m_person));
-        ADO_Course_ShowEnrolledStudents(CourseRef(m_course), m_list);
+        ADO_Course_EnrollStudent(m_course, m_person);
+        ADO_Course_ShowEnrolledStudents(m_course, m_list);
     }
 
     void cleanup()
@@ -228,7 +228,7 @@ private slots:
         QCOMPARE(TextIn(*form, "Cash") % TextIn(*form, "Owed"), QString());
         QVERIFY(IsLocked(*form, "Receipt") && !Find<QWidget>(*form, "OkBtn")->isEnabled());
 
-        ADO_Course_RemoveStudent(CourseRef(m_course), ContactRef(m_person));
+        ADO_Course_RemoveStudent(m_course, m_person);
         form = Open();
         QCOMPARE(Find<QPlainTextEdit>(*form, "Info")->toPlainText(),
                  u"This student as of current is not enrolled on this course!"_qs);
@@ -361,7 +361,7 @@ private slots:
 
         form = Open();
         Find<QPlainTextEdit>(*form, "Info")->setPlainText("later still");
-        ADO_Course_RemoveStudent(CourseRef(m_course), ContactRef(m_person));
+        ADO_Course_RemoveStudent(m_course, m_person);
         dialogs.Expect(
             "Warning",
             "Another user has removed this student from the course meanwhile.\nNothing was stored.");
@@ -381,7 +381,7 @@ private slots:
                 for (const qint64 tax : {0, 1750, 3333}) {
                     const qint64 total = rounded(rounded(fee * (10000 - discount)) * (10000 + tax));
                     const qint64 exact = fee * (10000 - discount) * (10000 + tax) - total * 100000000;
-                    const int course = School::AddCourse(u"C"_qs, 0);
+                    const CourseRef course = School::AddCourse(u"C"_qs, 0);
                     TestDatabase::Run(
                         {u"INSERT INTO StudentsEnrolled (CourseRef,ContactRef,BasicFee,Discount,TaxRate,"
                          u"AmountPaid,ChequePaid,CCardPaid,Vouchers,Vouchers2,Vouchers3,Vouchers4,Vouchers5) "
@@ -389,19 +389,19 @@ private slots:
                          SqlNumber(course) % u',' % SqlNumber(m_person) % u',' % SqlNumber(fee / 100.0) %
                          u',' % SqlNumber(discount / 100.0) % u',' % SqlNumber(tax / 100.0) % u',' %
                          SqlNumber(total / 100.0) % u",0,0,0,0,0,0,0)"});
-                    ADO_Course_ShowEnrolledStudents(CourseRef(course), m_list);
+                    ADO_Course_ShowEnrolledStudents(course, m_list);
                     QCOMPARE(Word(), total == 0 && exact > 0 ? u"No"_qs
                                      : exact > 0             ? u"Part"_qs
                                      : exact < 0             ? u"In Credit"_qs
                                                              : u"Yes"_qs);
-                    frmStudentInfo form(CourseRef(course), m_list, m_list.At(0).key);
+                    frmStudentInfo form(course, m_list, m_list.At(0).key);
                     QCOMPARE(TextIn(form, "TotalAmountDue"), Hundredths(total));
                     QCOMPARE(TextIn(form, "Owed"), u"0.00"_qs);
                     due += Hundredths(total);
                 }
             }
         }
-        const auto courses = ContactHistory::CoursesAttended(ContactRef(m_person), true);
+        const auto courses = ContactHistory::CoursesAttended(m_person, true);
         QCOMPARE(courses.size(), static_cast<size_t>(due.size()));
         for (const ContactHistory::Attended &course : courses) {
             QCOMPARE(course.owing, Money());
@@ -470,7 +470,7 @@ private slots:
 private:
     std::unique_ptr<frmStudentInfo> Open()
     {
-        auto form = std::make_unique<frmStudentInfo>(CourseRef(m_course), m_list, u'?' % SqlNumber(m_person));
+        auto form = std::make_unique<frmStudentInfo>(m_course, m_list, u'?' % SqlNumber(m_person));
         form->show();
         form->activateWindow();
         return form;
@@ -498,8 +498,8 @@ private:
 
     std::unique_ptr<TestDatabase> m_database;
     ListModel m_list;
-    int m_course = 0;
-    int m_person = 0;
+    CourseRef m_course;
+    ContactRef m_person;
 };
 
 QTEST_MAIN(TestStudentInfo)

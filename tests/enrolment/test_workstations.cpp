@@ -23,12 +23,12 @@ constexpr int wrongBox = 3;
 constexpr int notPaid = 4;
 
 /// Enrols a person and pays 1 on the payment screen.
-bool PayOne(int courseRef, int contactRef)
+bool PayOne(CourseRef courseRef, ContactRef contactRef)
 {
-    ADO_Course_EnrollStudent(CourseRef(courseRef), ContactRef(contactRef));
+    ADO_Course_EnrollStudent(courseRef, contactRef);
     ListModel list;
     list.Fill({{u'?' % SqlNumber(contactRef), {}, {QString()}}});
-    frmStudentInfo form(CourseRef(courseRef), list, list.At(0).key);
+    frmStudentInfo form(courseRef, list, list.At(0).key);
     form.show();
     TypeInto(form, "Payment", "1");
     Press(form, "OkBtn");
@@ -55,7 +55,7 @@ int Workstation(const QStringList &arguments)
     });
     for (int round = 0; round < number(5); ++round) {
         for (int person = number(3); person <= number(4); ++person) {
-            if (!PayOne(number(2), person))
+            if (!PayOne(CourseRef(number(2)), ContactRef(person)))
                 return notPaid;
             std::printf("%d\n", person);
             std::fflush(stdout);
@@ -75,7 +75,7 @@ private slots:
         m_database = std::make_unique<TestDatabase>();
         m_course = School::AddCourse("Pottery", 100000);
         for (int person = 2; person <= 12; ++person)
-            QCOMPARE(School::AddPerson("P", QString::number(person)), person);
+            QCOMPARE(School::AddPerson("P", QString::number(person)), ContactRef(person));
     }
     void cleanup() { m_database.reset(); }
 
@@ -126,7 +126,7 @@ private:
         process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
         process->start(QCoreApplication::applicationFilePath(),
                        {"workstation", m_database->ConnectionText(), m_database->Directory(),
-                        QString::number(m_course), QString::number(first), QString::number(last),
+                        SqlNumber(m_course), QString::number(first), QString::number(last),
                         QString::number(rounds), QString::number(pause)});
         return process;
     }
@@ -142,7 +142,7 @@ private:
     }
 
     std::unique_ptr<TestDatabase> m_database;
-    int m_course = 0;
+    CourseRef m_course;
 };
 
 int main(int argc, char **argv)

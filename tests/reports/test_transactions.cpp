@@ -36,10 +36,9 @@ QStringList Cells()
     return found;
 }
 
-void Pay(int course, int contact, int date, const Fees::Payments &act)
+void Pay(CourseRef course, ContactRef contact, int date, const Fees::Payments &act)
 {
-    ADO_Course_Log_Transaction(CourseRef(course), ContactRef(contact), date, QStringLiteral("R1"), act,
-                               CreditCardRef(0));
+    ADO_Course_Log_Transaction(course, contact, date, QStringLiteral("R1"), act, {});
 }
 } // namespace
 
@@ -69,10 +68,10 @@ private slots:
         LoadSystemValues();
         gDocDir = m_database->Directory();
         gHeaderFile.clear();
-        const int course = TestDatabase::Value(QStringLiteral("SELECT CourseRef FROM Courses")).toInt();
-        const int person =
+        const CourseRef course(TestDatabase::Value(QStringLiteral("SELECT CourseRef FROM Courses")).toInt());
+        const ContactRef person(
             TestDatabase::Value(QStringLiteral("SELECT ContactRef FROM Contacts WHERE Cust_Forename = 'Zoë'"))
-                .toInt();
+                .toInt());
         Fees::Payments first{};
         first[Fees::Cash] = Money::Of(10.10);
         first[Fees::Cheque] = Money::Of(0.2);
@@ -83,7 +82,7 @@ private slots:
         second[Fees::CreditCard] = Money::Of(7);
         second[Fees::FirstVoucher + 4] = Money::Of(3);
         Pay(course, person, 20260201, second);
-        Pay(course, 999, 20260201, second);
+        Pay(course, ContactRef(999), 20260201, second);
     }
     void cleanup() { m_database.reset(); }
 
