@@ -40,6 +40,13 @@ bool RunOne(const Entry &entry)
     std::fflush(stdout);
     return !isOver;
 }
+
+/// The platform without windows warns for each window that it cannot hint sizes.
+void PrintWithoutNoise(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+    if (!message.startsWith(u"This plugin does not support"))
+        std::fprintf(stderr, "%s\n", qPrintable(message));
+}
 } // namespace
 
 Bench::Registration::Registration(const char *name, Maker maker)
@@ -65,8 +72,7 @@ void Bench::Require(bool worked, const QString &what)
 /// Arguments select the benchmarks whose names contain one of them; without any, all run.
 int main(int argc, char **argv)
 {
-    // The platform without windows says of each of them that it cannot hint their sizes.
-    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.*=false"));
+    qInstallMessageHandler(PrintWithoutNoise);
     QApplication application(argc, argv);
     const QStringList wanted = QApplication::arguments().mid(1);
     std::vector<Entry> &entries = Entries();

@@ -210,6 +210,7 @@ void ListModel::SetText(int row, const QString &text)
     CellChanged(row);
 }
 
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): a row and a column of it, as everywhere.
 void ListModel::SetSubItem(int row, int subItem, const QString &text)
 {
     QStringList &subItems = m_items[static_cast<size_t>(row)].subItems;

@@ -90,7 +90,7 @@ PaymentResult Pay(CourseRef courseRef, ContactRef contactRef, const StudentPayme
 
 PaymentResult Course_Pay(CourseRef courseRef, ContactRef contactRef, const StudentPayment &payment)
 {
-    const PaymentResult result = Reported("Course_Pay", PaymentResult(), [&] {
+    PaymentResult result = Reported("Course_Pay", PaymentResult(), [&] {
         return InOneStep(CourseStep(courseRef), [&] { return Pay(courseRef, contactRef, payment); });
     });
     const QString title = QStringLiteral("Warning");

@@ -26,6 +26,7 @@ public:
     constexpr Money operator-(Money other) const { return Money(m_hundredths - other.m_hundredths); }
     constexpr Money &operator+=(Money other) { return *this = *this + other; }
     constexpr Money &operator-=(Money other) { return *this = *this - other; }
+    // NOLINTNEXTLINE(modernize-use-nullptr): the check takes the default for a pointer.
     friend constexpr auto operator<=>(Money, Money) = default;
 
 private:

@@ -10,6 +10,7 @@ frmPercent::frmPercent(const QStringList &titles, QWidget *parent)
 {
     // The courses keep their order and are known by their position: one may be listed more than once.
     std::vector<ListItem> items;
+    items.reserve(static_cast<size_t>(titles.size()));
     for (int position = 0; position < titles.size(); ++position)
         items.push_back({u'?' % QString::number(position), titles.at(position)});
     m_courses.SetColumns({QStringLiteral("Course")});

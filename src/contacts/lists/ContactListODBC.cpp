@@ -88,7 +88,7 @@ void ADO_Contact_Fill(ListModel &list)
         for (const Recordset::Row row : people) {
             person.Read(row);
             if (person.hasSurname && person.hasForename)
-                items.emplace_back(PersonReader::Key(row), person.Label());
+                items.push_back({PersonReader::Key(row), person.Label()});
         }
         list.Fill(std::move(items));
     });

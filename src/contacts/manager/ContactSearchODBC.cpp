@@ -24,6 +24,7 @@ constexpr qint64 servedEvery = 25;
 class TickFilter final
 {
 public:
+    // NOLINTNEXTLINE(bugprone-easily-swappable-parameters): in the order of the form, must before must not.
     TickFilter(const QString &select, const SearchTickList &must, const SearchTickList &mustNot, bool any)
         : m_select(select)
         , m_must(must)
@@ -179,7 +180,7 @@ QString ADO_Contact_Search(const ContactSearchCriteria &criteria, ListModel &fou
             return search.Look(people, firstRow);
         });
         search.Show();
-        const QString summary =
+        QString summary =
             query.description % u"\nNumber of records found = " % QString::number(found.Count());
         Dialogs::MsgBox(summary);
         return summary;

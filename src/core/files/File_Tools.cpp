@@ -22,7 +22,7 @@ QString BareName(const QString &file)
 QString FoundFile(const QString &file)
 {
     const QString name = BareName(file);
-    const QString inDocuments = gDocDir % QDir::separator() % name;
+    QString inDocuments = gDocDir % QDir::separator() % name;
     if (QFileInfo::exists(inDocuments))
         return inDocuments;
     const QString inProgram = Directories::Program() % QDir::separator() % name;

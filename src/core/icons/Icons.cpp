@@ -77,7 +77,7 @@ QIcon Icons::Of(const QString &name)
 QIcon Icons::OfFileType(const QString &extension, const QString &otherwise)
 {
     for (const QString &name : FileTypeNames(extension) + FileTypeNames(otherwise)) {
-        const QIcon icon = Of(name);
+        QIcon icon = Of(name);
         if (!icon.isNull())
             return icon;
     }

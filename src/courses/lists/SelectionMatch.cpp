@@ -35,6 +35,7 @@ QSet<QString> RemoveUnselected(const QString &stored, const StatementOfPerson &r
     return kept;
 }
 
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): the test before the write.
 bool InsertSelected(const QString &table, const StatementOfPerson &isThere, const StatementOfPerson &insert,
                     const QSet<QString> &stored, const ListModel &selected, Progress &progress)
 {

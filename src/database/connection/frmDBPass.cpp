@@ -14,20 +14,16 @@
 
 namespace
 {
-void Tell(const QString &text, const QString &title, Dialogs::Icon icon)
-{
-    Dialogs::MsgBox(text, title, Dialogs::Buttons::Ok, icon);
-}
-
 /// False if the user stopped it, so that the old password still applies.
 bool GiveNewPassword(QWidget *form, const QString &newPassword)
 {
     const QString file = gDBQUseODBC ? DSNFile(gDBQName) : gDBQFilename;
     const auto database = FileDatabase::OpenExclusive(file, gDBPassword);
     if (!database) {
-        Tell(QStringLiteral(
-                 "Unable to open the database for exclusive access, may already be in use elsewhere."),
-             QStringLiteral("Password"), Dialogs::Icon::Exclamation);
+        Dialogs::Tell(
+            QStringLiteral(
+                "Unable to open the database for exclusive access, may already be in use elsewhere."),
+            QStringLiteral("Password"), Dialogs::Icon::Exclamation);
         return true;
     }
     bool changed = false;
@@ -37,7 +33,8 @@ bool GiveNewPassword(QWidget *form, const QString &newPassword)
         progress.SetValue(progress.Maximum());
     });
     if (!changed && !EngineErrorList().isEmpty())
-        Tell(EngineErrorList().first().description, QStringLiteral("Password"), Dialogs::Icon::Exclamation);
+        Dialogs::Tell(EngineErrorList().first().description, QStringLiteral("Password"),
+                      Dialogs::Icon::Exclamation);
     return changed || !EngineErrorList().isEmpty();
 }
 } // namespace
@@ -65,12 +62,12 @@ void frmDBPass::ChangePassword()
 {
     const QString newPassword = m_new->text();
     if (newPassword != m_confirm->text()) {
-        Tell(QStringLiteral("New Password doesn't match Confirm Password!"), QStringLiteral("Security"),
-             Dialogs::Icon::Stop);
+        Dialogs::Tell(QStringLiteral("New Password doesn't match Confirm Password!"),
+                      QStringLiteral("Security"), Dialogs::Icon::Stop);
         return;
     }
     if (m_old->text() != gDBPassword) {
-        Tell(QStringLiteral("Invalid Password!"), QStringLiteral("Security"), Dialogs::Icon::Stop);
+        Dialogs::Tell(QStringLiteral("Invalid Password!"), QStringLiteral("Security"), Dialogs::Icon::Stop);
         return;
     }
     gConnection.Close();
@@ -78,9 +75,9 @@ void frmDBPass::ChangePassword()
     if (!wasStopped)
         gDBPassword = newPassword;
     if (ConnectDatabase(false)) {
-        Tell(wasStopped ? QStringLiteral("Stopped: the database keeps its old password.")
-                        : QStringLiteral("Password Changed!"),
-             QStringLiteral("Password"), Dialogs::Icon::Information);
+        Dialogs::Tell(wasStopped ? QStringLiteral("Stopped: the database keeps its old password.")
+                                 : QStringLiteral("Password Changed!"),
+                      QStringLiteral("Password"), Dialogs::Icon::Information);
         accept();
         return;
     }

@@ -19,16 +19,11 @@ namespace
 QString Administrator()
 {
     for (const auto *name : {"ODBCManageDataSourcesQ5", "ODBCManageDataSourcesQ4", "ODBCConfig"}) {
-        const QString program = QStandardPaths::findExecutable(QLatin1String(name));
+        QString program = QStandardPaths::findExecutable(QLatin1String(name));
         if (!program.isEmpty())
             return program;
     }
     return {};
-}
-
-void Tell(const QString &text, const QString &title, Dialogs::Icon icon = Dialogs::Icon::None)
-{
-    Dialogs::MsgBox(text, title, Dialogs::Buttons::Ok, icon);
 }
 } // namespace
 
@@ -161,8 +156,8 @@ void frmODBCLogon::Refresh()
 void frmODBCLogon::Take()
 {
     if (Chosen() == Source && m_sources.CheckedRows().empty()) {
-        Tell(QStringLiteral("No database selected!"), QStringLiteral("ODBC Login"),
-             Dialogs::Icon::Information);
+        Dialogs::Tell(QStringLiteral("No database selected!"), QStringLiteral("ODBC Login"),
+                      Dialogs::Icon::Information);
         return;
     }
     const QString fileBefore = gDBQFilename;
@@ -194,7 +189,8 @@ bool frmODBCLogon::TakeFile()
 {
     const QString file = m_file->text();
     if (file.isEmpty()) {
-        Tell(QStringLiteral("No Access database selected!"), QStringLiteral("Direct Connection Login"));
+        Dialogs::Tell(QStringLiteral("No Access database selected!"),
+                      QStringLiteral("Direct Connection Login"));
         return false;
     }
     gDBQType = 1;
@@ -208,8 +204,8 @@ bool frmODBCLogon::TakeServer()
     const QString server = m_server->text();
     const QString catalogue = m_catalogue->text();
     if (server.isEmpty() || catalogue.isEmpty()) {
-        Tell(QStringLiteral("No SQLserver or Catalogue specified!"),
-             QStringLiteral("Direct Connection Login"));
+        Dialogs::Tell(QStringLiteral("No SQLserver or Catalogue specified!"),
+                      QStringLiteral("Direct Connection Login"));
         return false;
     }
     gDBQType = 2;

@@ -15,11 +15,6 @@ namespace
 {
 const QString invalidCharacters = QStringLiteral("=()*!{}[];@,?\\");
 
-void Tell(const QString &text, const QString &title, Dialogs::Icon icon = Dialogs::Icon::Exclamation)
-{
-    Dialogs::MsgBox(text, title, Dialogs::Buttons::Ok, icon);
-}
-
 bool IsValidName(const QString &source)
 {
     return std::none_of(source.begin(), source.end(),
@@ -73,23 +68,26 @@ void frmRegisterDB::Register()
     if (!m_required.Complete())
         return;
     if (!QFileInfo(m_file->text()).isFile()) {
-        Tell(QStringLiteral("Database not found!"), QStringLiteral("Database not found"));
+        Dialogs::Tell(QStringLiteral("Database not found!"), QStringLiteral("Database not found"),
+                      Dialogs::Icon::Exclamation);
         return;
     }
     if (!IsValidName(source)) {
-        Tell(u"Invalid character for the Database Source Name.\nInvalid characters are " % invalidCharacters,
-             QStringLiteral("Invalid DSN"));
+        Dialogs::Tell(u"Invalid character for the Database Source Name.\nInvalid characters are " %
+                          invalidCharacters,
+                      QStringLiteral("Invalid DSN"), Dialogs::Icon::Exclamation);
         return;
     }
     if (!DSNMissing(source)) {
-        Tell(QStringLiteral("Data Source Name already in use."), QStringLiteral("Invalid DSN"));
+        Dialogs::Tell(QStringLiteral("Data Source Name already in use."), QStringLiteral("Invalid DSN"),
+                      Dialogs::Icon::Exclamation);
         return;
     }
     if (!RegisterAccessDSN(source, QFileInfo(m_file->text()).absoluteFilePath(), m_description->text(), {},
                            {}))
         return;
     m_modified->Clear();
-    Tell(QStringLiteral("Successfully created and registered Database."), QStringLiteral("ODBC-32"),
-         Dialogs::Icon::Information);
+    Dialogs::Tell(QStringLiteral("Successfully created and registered Database."), QStringLiteral("ODBC-32"),
+                  Dialogs::Icon::Information);
     accept();
 }

@@ -20,7 +20,7 @@ bool IsTicked(const FieldValues &values, const RecordLists::Ticks &ticks, const 
     return values.value(ticks.word % node.parent->key).split(keySeparator).contains(node.key);
 }
 
-void TakeRows(const FieldValues &values, const RecordLists::List &list)
+void AlignRows(const FieldValues &values, const RecordLists::List &list)
 {
     QStringList left;
     QStringList joined;
@@ -137,7 +137,7 @@ void RecordLists::AddTheirs(FieldValues &values) const
 void RecordLists::Take(const FieldValues &values) const
 {
     for (const List &list : m_lists)
-        TakeRows(values, list);
+        AlignRows(values, list);
     for (const Ticks &ticks : m_ticks)
         TakeTicks(values, ticks);
 }

@@ -103,6 +103,7 @@ FieldValues AsStored(FieldValues values)
     return values;
 }
 
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): what was loaded before what is shown.
 int SaveMerged(const char *routineName, const MergedSave &save, FieldValues &base, FieldValues &values)
 {
     // The record on the screen stays as it was until it is stored, whatever the user settles.

@@ -59,7 +59,7 @@ bool SetSystemValues(const std::vector<NumberedValue> &values)
 
 void TellNotStored(const QString &title)
 {
-    const EngineErrors errors = gConnection.Errors();
+    const EngineErrors &errors = gConnection.Errors();
     const QString why = errors.isEmpty() ? QString() : QString(u'\n' % errors.first().description);
     Dialogs::MsgBox(
         u"The changes could not be stored. All workstations continue with what the database has." % why,

@@ -24,7 +24,7 @@ qsizetype FieldEnd(QStringView line, QChar delimiter, qsizetype start)
     return at;
 }
 
-QString FieldText(QStringView piece)
+QString TextOfPiece(QStringView piece)
 {
     piece = piece.trimmed();
     if (piece.startsWith(quote))
@@ -82,7 +82,7 @@ QString CsvGetField(QStringView line, QChar delimiter, int index)
             return {};
         start = end + 1;
     }
-    return FieldText(line.mid(start, FieldEnd(line, delimiter, start) - start));
+    return TextOfPiece(line.mid(start, FieldEnd(line, delimiter, start) - start));
 }
 
 bool RemoveNul(QString &text)
@@ -98,7 +98,7 @@ QStringList CsvGetFields(QStringView line, QChar delimiter)
     QStringList fields;
     for (qsizetype start = 0; start <= line.size();) {
         const qsizetype end = FieldEnd(line, delimiter, start);
-        fields.append(FieldText(line.mid(start, end - start)));
+        fields.append(TextOfPiece(line.mid(start, end - start)));
         start = end + 1;
     }
     return fields;

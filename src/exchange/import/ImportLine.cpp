@@ -20,9 +20,9 @@ void LineValues::AddPair(QString &text, const Cell &cell)
 QString LineValues::Joined(QStringView separator, void (*add)(QString &, const Cell &),
                            bool (*isWanted)(const Cell &)) const
 {
-    constexpr size_t ordinary = 48; // characters of a column with its value
+    constexpr qsizetype ordinary = 48; // characters of a column with its value
     QString text;
-    text.reserve(static_cast<qsizetype>(m_cells.size() * ordinary));
+    text.reserve(static_cast<qsizetype>(m_cells.size()) * ordinary);
     for (const Cell &cell : m_cells) {
         if (!isWanted(cell))
             continue;

@@ -81,7 +81,7 @@ void UsedAvailable::Clear()
     emit Moved();
 }
 
-void UsedAvailable::MoveBack(std::vector<int> rows)
+void UsedAvailable::MoveBack(const std::vector<int> &rows)
 {
     if (rows.empty())
         return;

@@ -40,7 +40,7 @@ signals:
 
 private:
     void EnableButtons();
-    void MoveBack(std::vector<int> rows);
+    void MoveBack(const std::vector<int> &rows);
 
     ListView *m_available;
     ListView *m_used;

@@ -63,6 +63,11 @@ Hooks &Installed();
 /// committed first, so that no lock is held while the user thinks.
 Answer MsgBox(const QString &text, const QString &title = {}, Buttons buttons = Buttons::Ok,
               Icon icon = Icon::None, Answer defaultAnswer = Answer::None);
+/// A message box with OK alone.
+inline void Tell(const QString &text, const QString &title, Icon icon = Icon::None)
+{
+    MsgBox(text, title, Buttons::Ok, icon);
+}
 /// A question that one run may ask about thousands of rows, until the user answers it for all the rest.
 class RepeatedQuestion final
 {
