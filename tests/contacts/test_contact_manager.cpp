@@ -69,6 +69,15 @@ void TestContactManager::GatherAndStore()
     QCOMPARE(Texts(List(form, "ContactList2")), QStringList({"Bell, Anna", "Carter, Ben"}));
     TypeInto(form, "SearchBox", "ca");
     QCOMPARE(List(form, "ContactList2").CurrentRow(), 1);
+    for (const char *at : {"SearchBox", "ContactList2"}) {
+        m->driver.Expect("frmAddContact", [](QDialog &record) {
+            QCOMPARE(record.windowTitle(), "Carter, Ben (RECORD 1 OF 1)");
+            Press(record, "ExitBtn");
+        });
+        QTest::keyClick(Find<QWidget>(form, at), Qt::Key_Return);
+        QCOMPARE(Texts(List(form, "ContactInfo")), QStringList());
+        QCOMPARE(List(form, "ContactList2").SelectedKeys(), QStringList(u'?' % QString::number(m_ben)));
+    }
     Press(form, "AddCBtn");
     QCOMPARE(Texts(List(form, "ContactInfo")), QStringList("Carter, Ben"));
     QVERIFY(!List(form, "ContactList2").Selection()->hasSelection());

@@ -1,9 +1,9 @@
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
+#include "forms/fields/SearchBox.h"
 #include "forms/fields/UsedAvailable.h"
 #include "forms/lists/ListPrint.h"
 #include "forms/lists/ListView.h"
-#include "forms/lists/SearchBox.h"
 #include "forms/lists/TreeView.h"
 #include "support/ModalDriver.h"
 #include "support/TestTable.h"
@@ -199,6 +199,8 @@ private slots:
         row("from the top when there is none below", 3, "mo", 0);
         row("start of the text only", 0, "dams", 0);
         row("nobody", 2, "xx", 2);
+        row("the name after a label", 0, "zim", 5);
+        row("the label itself", 0, "[ref1", 5);
         row("a letter that grows in capitals", 0, "straß", 4);
     }
     void search_moves_from_the_second_character()
@@ -208,12 +210,44 @@ private slots:
         People people;
         people.list.Add({"?4", "adamson"});
         people.list.Add({"?5", "STRASSER"});
+        people.list.Add({"?6", "[REF1] Zimmer"});
         if (from >= 0)
             people.list.SelectOnly(from);
-        QLineEdit box;
-        BindSearchBox(&box, &people.view);
+        QLineEdit box(&people.view);
+        BindSearchBox(&box, &people.view, [] {});
         box.setText(entry);
         QTEST(people.list.CurrentRow(), "row");
+    }
+
+    void search_by_keys_alone()
+    {
+        QWidget window;
+        ListModel list;
+        FillPeople(list);
+        auto *box = new QLineEdit(&window);
+        auto *view = new ListView(list, ListView::Choice::Multi, &window);
+        QStringList opened;
+        const auto open = [&] { opened += list.SelectedKeys(); };
+        BindSearchBox(box, view, open);
+        view->SetEnterHandler(open);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        view->setFocus();
+        QTest::keyClick(view, Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(box->hasFocus());
+        QTest::keyClicks(box, "ze");
+        QTest::keyClick(box, Qt::Key_Return);
+        QTest::keyClick(box, Qt::Key_X);
+        QTest::keyClick(box, Qt::Key_Return);
+        QCOMPARE(opened, QStringList("?3"));
+        QCOMPARE(box->findChild<QLabel *>("FieldNote")->text(), "no match");
+        QTest::keyClick(view, Qt::Key_F, Qt::ControlModifier);
+        QTest::keyClicks(box, "Mo");
+        QTest::keyClick(box, Qt::Key_Down);
+        QVERIFY(view->hasFocus());
+        QTest::keyClick(view, Qt::Key_Down);
+        QTest::keyClick(view, Qt::Key_Return);
+        QCOMPARE(opened, QStringList({"?3", "?2"}));
     }
 
     void rows_move_between_the_lists()

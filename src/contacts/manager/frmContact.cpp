@@ -11,11 +11,11 @@
 #include "core/session/Session.h"
 #include "database/statements/Security.h"
 #include "forms/fields/FieldLock.h"
+#include "forms/fields/SearchBox.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/FormSize.h"
 #include "forms/frames/OtherScreens.h"
 #include "forms/lists/DeleteSelected.h"
-#include "forms/lists/SearchBox.h"
 #include "platform/desktop/Dialogs.h"
 
 #include <QMenu>
@@ -46,7 +46,7 @@ frmContact::frmContact(QWidget *parent)
 
 void frmContact::BuildLists(FormBuilder &form)
 {
-    QLineEdit *search = form.Text(QStringLiteral("SearchBox"), QStringLiteral("Search for Contact:"));
+    QLineEdit *search = form.Text(QStringLiteral("SearchBox"), QStringLiteral("Search for Con&tact:"));
     search->setClearButtonEnabled(true);
     form.Beside();
     form.Combo(QStringLiteral("ConcessionList"), QStringLiteral("Sub-set by Characteristic:"), m_subset);
@@ -68,7 +68,8 @@ void frmContact::BuildLists(FormBuilder &form)
     m_contactInfo->SetColumnChars({20, 13, 10, 11});
     m_moves->SetActions(
         {[this] { AddSelected(); }, [this] { RemoveSelected(); }, [this] { ClearSelected(); }});
-    BindSearchBox(search, m_contactList);
+    BindSearchBox(search, m_contactList, [this] { OpenChosen(); });
+    m_contactList->SetEnterHandler([this] { OpenChosen(); });
 
     m_charList =
         form.Typed(QStringLiteral("CharList"), QStringLiteral("Apply Characteristic:"), m_characteristics);
@@ -205,6 +206,21 @@ void frmContact::NewContact()
 {
     if (frmAddContact::AddRecord(this) > 0)
         Refresh();
+}
+
+/// Opens the people selected in the available contacts, without a detour over the selected ones.
+void frmContact::OpenChosen()
+{
+    const QStringList keys = m_contacts.SelectedKeys();
+    if (keys.isEmpty())
+        return;
+    frmAddContact::ShowRecords(keys, this);
+    Refresh();
+    if (const int row = m_contacts.Find(keys.first()); row >= 0) {
+        m_contacts.SelectOnly(row);
+        m_contactList->ShowRow(row);
+    }
+    m_contacts.SelectKeys(keys);
 }
 
 void frmContact::ViewContacts()

@@ -41,6 +41,7 @@ private:
     void ClearSelected();
     void DeleteChosen();
     void NewContact();
+    void OpenChosen();
     void ViewContacts();
     void OpenReports();
     void Refresh();

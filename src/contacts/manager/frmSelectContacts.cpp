@@ -7,8 +7,8 @@
 #include "core/session/Session.h"
 #include "database/statements/Security.h"
 #include "database/values/GlobalCode.h"
+#include "forms/fields/SearchBox.h"
 #include "forms/frames/FormBuilder.h"
-#include "forms/lists/SearchBox.h"
 
 #include <QMenu>
 
@@ -124,8 +124,7 @@ void frmSelectContacts::BuildMenu()
 
 void frmSelectContacts::Connect()
 {
-    BindSearchBox(m_search, m_availableList);
-    connect(m_search, &QLineEdit::returnPressed, this, [this] {
+    BindSearchBox(m_search, m_availableList, [this] {
         m_moves->Add();
         m_search->selectAll();
     });

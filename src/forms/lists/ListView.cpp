@@ -150,6 +150,8 @@ void ListView::keyPressEvent(QKeyEvent *event)
         CopySelected();
     } else if (event->matches(QKeySequence::Print)) {
         Print();
+    } else if (enter && currentIndex().isValid() && m_enter) {
+        m_enter();
     } else if (enter && currentIndex().isValid()) {
         emit Opened(currentIndex().row());
     } else if (event->key() == Qt::Key_Delete) {

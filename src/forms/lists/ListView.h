@@ -5,6 +5,8 @@
 #include <QList>
 #include <QTreeView>
 
+#include <functional>
+
 class ListModel;
 class QLabel;
 
@@ -30,6 +32,8 @@ public:
     void CountOn(QLabel *label);
     /// Check marks cannot be changed by the user while it is locked; rows can still be selected.
     void SetLocked(bool locked);
+    /// What Enter does on the current row, where it is not what a double click does.
+    void SetEnterHandler(std::function<void()> handler) { m_enter = std::move(handler); }
     /// Scrolls `row` into view.
     void ShowRow(int row);
     /// Sorts again by the column that the user asked for, if any, since rows added to a list are at first the
@@ -37,7 +41,7 @@ public:
     void KeepOrder();
 
 signals:
-    void Opened(int row); ///< a double click on a row, or Enter on the current one
+    void Opened(int row); ///< a double click on a row, or Enter on the current one if it has no handler
     void DeletePressed();
 
 protected:
@@ -61,5 +65,6 @@ private:
     QList<int> m_shares; ///< of the columns; empty once the user has set their widths
     bool m_sharing = false;
     QLabel *m_count = nullptr;
+    std::function<void()> m_enter;
     bool m_locked = false;
 };
