@@ -2,9 +2,9 @@
 #include "attributes/frmAddAttribute.h"
 #include "attributes/frmCustomAttributes.h"
 #include "contacts/ContactForm.h"
-#include "contacts/Keyboard.h"
 #include "contacts/lists/ConcessionModule.h"
 #include "core/shell/Screens.h"
+#include "support/Keyboard.h"
 #include "support/RightsTable.h"
 
 #include <QTest>

@@ -1,5 +1,4 @@
 #include "contacts/ContactForm.h"
-#include "contacts/Keyboard.h"
 #include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
 #include "contacts/record/ContactModule.h"
@@ -8,6 +7,7 @@
 #include "organisations/record/OrganisationRecordODBC.h"
 #include "platform/desktop/Clock.h"
 #include "reports/OwnDesktop.h"
+#include "support/Keyboard.h"
 
 #include <QTest>
 

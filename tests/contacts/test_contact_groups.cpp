@@ -1,9 +1,9 @@
 #include "contacts/ContactForm.h"
-#include "contacts/Keyboard.h"
 #include "contacts/groups/GroupModule.h"
 #include "contacts/groups/frmGroupName.h"
 #include "contacts/record/ContactModule.h"
 #include "core/session/Progress.h"
+#include "support/Keyboard.h"
 #include "support/RightsTable.h"
 #include "support/StatementLog.h"
 

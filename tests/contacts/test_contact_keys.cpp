@@ -1,11 +1,11 @@
 #include "contacts/ContactForm.h"
-#include "contacts/Keyboard.h"
 #include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
 #include "contacts/manager/frmContact.h"
 #include "contacts/manager/frmSelectContacts.h"
 #include "contacts/record/ContactModule.h"
 #include "contacts/record/frmAddContact.h"
+#include "support/Keyboard.h"
 
 // One whole task on each of the screens of people, without a mouse.
 

@@ -1,10 +1,10 @@
 #include "contacts/ContactForm.h"
-#include "contacts/Keyboard.h"
 #include "contacts/roles/RoleModule.h"
 #include "contacts/roles/frmAddEditRoleTypes.h"
 #include "database/values/GlobalCode.h"
 #include "forms/fields/DateField.h"
 #include "platform/desktop/Clock.h"
+#include "support/Keyboard.h"
 #include "support/RightsTable.h"
 #include "support/StatementLog.h"
 

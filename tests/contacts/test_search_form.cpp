@@ -1,5 +1,4 @@
 #include "contacts/ContactForm.h"
-#include "contacts/Keyboard.h"
 #include "contacts/lists/ConcessionModule.h"
 #include "contacts/lists/ConcessionODBC.h"
 #include "contacts/manager/frmContact.h"
@@ -8,6 +7,7 @@
 #include "database/values/DecodeDateFunc.h"
 #include "platform/connection/Connection.h"
 #include "platform/desktop/Clock.h"
+#include "support/Keyboard.h"
 #include "support/TestTable.h"
 
 #include <QLabel>

@@ -1,10 +1,10 @@
 #include "core/files/INIfile.h"
 
 #include "core/session/Session.h"
-#include "database/FullDisk.h"
 #include "platform/desktop/Clock.h"
 #include "platform/desktop/Directories.h"
 #include "support/Files.h"
+#include "support/FullDisk.h"
 #include "support/TestTable.h"
 
 #include <QDir>

@@ -1,8 +1,8 @@
 #include "core/session/Session.h"
-#include "database/FullDisk.h"
 #include "database/connection/CredentialStore.h"
 #include "platform/desktop/Directories.h"
 #include "support/Files.h"
+#include "support/FullDisk.h"
 #include "support/TestTable.h"
 
 #include <QDir>

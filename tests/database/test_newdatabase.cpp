@@ -1,9 +1,9 @@
 #include "database/ConnectFixture.h"
-#include "database/FullDisk.h"
 #include "database/connection/BlankTemplate.h"
 #include "database/connection/ConnectDatabase.h"
 #include "database/connection/NewDatabase.h"
 #include "support/Files.h"
+#include "support/FullDisk.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,13 +1,12 @@
 #include "exchange/Exchange.h"
 #include "exchange/export/CsvExport.h"
 #include "platform/desktop/Directories.h"
+#include "support/FullDisk.h"
 
 #include <QDir>
 #include <QTest>
 
-#include <csignal>
 #include <malloc.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 namespace
@@ -16,26 +15,6 @@ const QString programFailed =
     QStringLiteral("A number of errors have been detected, please seek technical support.");
 const QString exportFailed = QStringLiteral("Export failed, maybe an invalid SQL query was passed.");
 const QString cancelled = QStringLiteral("Export cancelled, nothing was written.");
-
-/// As much of every file as `bytes`, as on a disk that gets full.
-class DiskLimit final
-{
-public:
-    explicit DiskLimit(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit limit = m_before;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~DiskLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
-    DiskLimit(const DiskLimit &) = delete;
-    DiskLimit &operator=(const DiskLimit &) = delete;
-
-private:
-    rlimit m_before{};
-};
 
 /// Root may write anywhere; the user nobody may not.
 class Nobody final
@@ -264,7 +243,7 @@ void TestCsvExport::LeavesTheFileThatWasThere()
     }
     bool written = true;
     {
-        std::optional<DiskLimit> limit;
+        std::optional<FullDisk> limit;
         if (fault == "full")
             limit.emplace(rlim_t(100'000));
         const bool isRefused = fault == "closed" || fault == "locked" || fault == "closing";

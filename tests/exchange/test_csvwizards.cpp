@@ -1,4 +1,3 @@
-#include "contacts/Keyboard.h"
 #include "exchange/Exchange.h"
 #include "exchange/export/frmExportWiz.h"
 #include "exchange/import/frmChangeMap.h"
@@ -6,6 +5,7 @@
 #include "forms/frames/StandardDialogs.h"
 #include "forms/lists/ListView.h"
 #include "platform/desktop/Directories.h"
+#include "support/Keyboard.h"
 #include "support/ModalDriver.h"
 
 #include <QAbstractButton>

@@ -158,7 +158,7 @@ QString DataSourceRegistry::Read(const QString &key, const QString &name)
     if (place->file == sourcesFile && Same(place->section, listOfSources))
         return DriverName(name);
     if (place->file == driversFile) {
-        if (const QString own = ReadOfFileDriver(*place, name); !own.isEmpty())
+        if (QString own = ReadOfFileDriver(*place, name); !own.isEmpty())
             return own;
     }
     return AskForValue(place->file, place->section, place->prefix + name);

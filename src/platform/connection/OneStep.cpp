@@ -5,7 +5,7 @@
 
 namespace
 {
-OneStep *g_running = nullptr;
+OneStep *g_step = nullptr;
 bool g_isGuarding = true;
 
 EngineErrors TakenBack()
@@ -17,7 +17,7 @@ EngineErrors TakenBack()
 
 OneStep::OneStep(Connection &connection, const QString &key)
     : m_connection(connection)
-    , m_isInner(g_running != nullptr)
+    , m_isInner(g_step != nullptr)
 {
     if (!g_isGuarding) {
         m_hasBegun = true;
@@ -27,7 +27,7 @@ OneStep::OneStep(Connection &connection, const QString &key)
         m_hasBegun = Lock(key);
         return;
     }
-    g_running = this;
+    g_step = this;
     m_hasBegun = Begin(key);
     if (!m_hasBegun)
         TakeBack();
@@ -36,8 +36,8 @@ OneStep::OneStep(Connection &connection, const QString &key)
 OneStep::~OneStep()
 {
     TakeBack();
-    if (g_running == this)
-        g_running = nullptr;
+    if (g_step == this)
+        g_step = nullptr;
 }
 
 bool OneStep::Keep()
@@ -53,13 +53,13 @@ bool OneStep::Keep()
 
 bool OneStep::IsRunning(const Connection &connection)
 {
-    return g_running && &g_running->m_connection == &connection;
+    return g_step && &g_step->m_connection == &connection;
 }
 
 void OneStep::TakeBackRunning()
 {
-    if (g_running)
-        g_running->TakeBack();
+    if (g_step)
+        g_step->TakeBack();
 }
 
 void OneStep::SetGuarding(bool isOn)
@@ -69,7 +69,7 @@ void OneStep::SetGuarding(bool isOn)
 
 bool OneStep::RefusesWrite(const Connection &connection, EngineErrors &errors)
 {
-    if (!IsRunning(connection) || g_running->m_isInGroup || g_running->m_isOpen)
+    if (!IsRunning(connection) || g_step->m_isInGroup || g_step->m_isOpen)
         return false;
     errors = TakenBack();
     return true;
@@ -78,7 +78,7 @@ bool OneStep::RefusesWrite(const Connection &connection, EngineErrors &errors)
 void OneStep::Leave(const Connection &connection)
 {
     if (IsRunning(connection))
-        g_running->TakeBack();
+        g_step->TakeBack();
 }
 
 bool OneStep::Begin(const QString &key)

@@ -4,34 +4,34 @@
 
 namespace
 {
-ReadSnapshot *g_running = nullptr;
+ReadSnapshot *g_snapshot = nullptr;
 }
 
 ReadSnapshot::ReadSnapshot(Connection &connection)
 {
-    if (g_running || !connection.m_engine || !connection.m_engine->BeginReading())
+    if (g_snapshot || !connection.m_engine || !connection.m_engine->BeginReading())
         return;
     m_connection = &connection;
-    g_running = this;
+    g_snapshot = this;
 }
 
 ReadSnapshot::~ReadSnapshot()
 {
-    if (g_running == this)
+    if (g_snapshot == this)
         EndRunning();
 }
 
 void ReadSnapshot::EndRunning()
 {
-    if (!g_running)
+    if (!g_snapshot)
         return;
     EngineErrors ignored; // nothing was written
-    g_running->m_connection->m_engine->Rollback(ignored);
-    g_running = nullptr;
+    g_snapshot->m_connection->m_engine->Rollback(ignored);
+    g_snapshot = nullptr;
 }
 
 void ReadSnapshot::Leave(const Connection &connection)
 {
-    if (g_running && g_running->m_connection == &connection)
+    if (g_snapshot && g_snapshot->m_connection == &connection)
         EndRunning();
 }

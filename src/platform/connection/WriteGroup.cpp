@@ -9,7 +9,7 @@ namespace
 {
 constexpr qint64 longestHold = 250; ///< the most milliseconds that others wait for the group
 
-WriteGroup *g_running = nullptr;
+WriteGroup *g_group = nullptr;
 
 qint64 SteadyMilliseconds()
 {
@@ -20,17 +20,17 @@ qint64 SteadyMilliseconds()
 
 WriteGroup::WriteGroup(Connection &connection)
 {
-    if (g_running || OneStep::IsRunning(connection))
+    if (g_group || OneStep::IsRunning(connection))
         return;
     m_connection = &connection;
-    g_running = this;
+    g_group = this;
 }
 
 WriteGroup::~WriteGroup()
 {
     Finish();
-    if (g_running == this)
-        g_running = nullptr;
+    if (g_group == this)
+        g_group = nullptr;
 }
 
 bool WriteGroup::Tick()
@@ -58,17 +58,17 @@ bool WriteGroup::Undo()
 
 bool WriteGroup::CommitRunning()
 {
-    return !g_running || g_running->Finish();
+    return !g_group || g_group->Finish();
 }
 
 bool WriteGroup::IsRunning(const Connection &connection)
 {
-    return g_running && g_running->m_connection == &connection;
+    return g_group && g_group->m_connection == &connection;
 }
 
 bool WriteGroup::BeforeWrite(Connection &connection, EngineErrors &errors)
 {
-    WriteGroup *group = g_running;
+    WriteGroup *group = g_group;
     if (!group || group->m_connection != &connection)
         return true;
     if (group->m_open && !connection.m_engine->IsInTransaction())
@@ -83,9 +83,9 @@ bool WriteGroup::BeforeWrite(Connection &connection, EngineErrors &errors)
 
 void WriteGroup::Leave(Connection &connection)
 {
-    if (g_running && g_running->m_connection == &connection) {
-        g_running->Finish();
-        g_running->m_open = false;
+    if (g_group && g_group->m_connection == &connection) {
+        g_group->Finish();
+        g_group->m_open = false;
     }
 }
 

@@ -82,7 +82,7 @@ bool Shell::OpenWith(const QString &program, const QString &file)
 QString Shell::SystemInformationTool()
 {
     for (const auto *name : {"kinfocenter", "hardinfo", "hardinfo2", "gnome-system-monitor"}) {
-        const QString program = FoundProgram(QString::fromLatin1(name));
+        QString program = FoundProgram(QString::fromLatin1(name));
         if (!program.isEmpty())
             return program;
     }

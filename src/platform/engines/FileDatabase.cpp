@@ -11,18 +11,14 @@ namespace
 /// Long enough for a workstation that reads for a moment; one that keeps working is not waited for.
 constexpr int exclusiveWait = 2'000;
 
-bool Runs(sqlite3 *handle, const char *sql)
-{
-    return sqlite3_exec(handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
-}
-
 /// Holds the file exclusively until it is closed. A change of the password needs the write-ahead log gone,
 /// and turning the log off needs exclusive access too. If the file were locked first, the journal of that
 /// switch would be left beside it.
 bool TakeAlone(sqlite3 *handle)
 {
-    return Runs(handle, "PRAGMA journal_mode=DELETE") && Runs(handle, "PRAGMA locking_mode=EXCLUSIVE") &&
-           Runs(handle, "BEGIN EXCLUSIVE") && Runs(handle, "COMMIT");
+    return FileOpen::Runs(handle, "PRAGMA journal_mode=DELETE") &&
+           FileOpen::Runs(handle, "PRAGMA locking_mode=EXCLUSIVE") &&
+           FileOpen::Runs(handle, "BEGIN EXCLUSIVE") && FileOpen::Runs(handle, "COMMIT");
 }
 
 EngineError FailureOf(sqlite3 *handle)
@@ -77,7 +73,7 @@ bool FileDatabase::NewPassword(const QString &newPassword, const Progress &progr
 bool FileDatabase::Run(const QString &script)
 {
     EngineErrorList().clear();
-    const bool done = Runs(m_handle, script.toUtf8().constData());
+    const bool done = FileOpen::Runs(m_handle, script.toUtf8().constData());
     if (!done)
         EngineErrorList() = {FailureOf(m_handle)};
     return done;

@@ -188,8 +188,7 @@ struct Opening {
     {
         FileWait::Install(handle, FileOpen::PaceOf(request));
         InstallTextComparison(handle);
-        if (sqlite3_exec(handle, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr) !=
-            SQLITE_OK)
+        if (!FileOpen::Runs(handle, "SELECT count(*) FROM sqlite_master"))
             Fail(FileOpen::LastError(handle, request.file, request.source));
         else if (!FileOpen::HasMoved(handle))
             return true;
@@ -237,6 +236,11 @@ EngineError FileOpen::Moved(const QString &file, const QString &source)
             u" was moved, deleted or replaced by another while it was open. Nothing was written, and your "
             u"work is still on the screen: put the file back, or log off and log on again.",
         QString()};
+}
+
+bool FileOpen::Runs(sqlite3 *handle, const char *sql)
+{
+    return sqlite3_exec(handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
 EngineError FileOpen::LastError(sqlite3 *handle, const QString &file, const QString &source)

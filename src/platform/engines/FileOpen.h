@@ -23,6 +23,9 @@ struct Request {
 /// on a failure. `hasPassword` tells whether the file has a password at all.
 sqlite3 *Open(const Request &request, EngineError &error, bool *hasPassword = nullptr);
 
+/// Runs SQL and drops its rows; false on an error.
+bool Runs(sqlite3 *handle, const char *sql);
+
 /// The error of the last failed call on `handle`, with the file's name if the file is at fault.
 EngineError LastError(sqlite3 *handle, const QString &file, const QString &source);
 

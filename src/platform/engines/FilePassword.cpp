@@ -117,7 +117,7 @@ bool WriteCopy(Change &change)
     if (change.progress)
         sqlite3_progress_handler(change.handle, stepsBetweenLooks, LookAtCopying, &change);
     const QByteArray sql = QString(u"VACUUM INTO '" % target % u'\'').toUtf8();
-    const bool done = sqlite3_exec(change.handle, sql.constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
+    const bool done = FileOpen::Runs(change.handle, sql.constData());
     sqlite3_progress_handler(change.handle, 0, nullptr, nullptr);
     return done || change.FailOf(change.handle, change.file);
 }

@@ -1,5 +1,7 @@
 #include "platform/engines/FileSchema.h"
 
+#include "platform/engines/FileOpen.h"
+
 #include <QDir>
 #include <QSet>
 #include <QString>
@@ -29,11 +31,6 @@ std::optional<QSet<QByteArray>> Tables(sqlite3 *handle)
 {
     return NamesOf(handle, "SELECT name FROM sqlite_master WHERE type = 'table'");
 }
-
-bool Runs(sqlite3 *handle, const char *sql)
-{
-    return sqlite3_exec(handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
-}
 } // namespace
 
 QString FileSchema::WhyForeign(sqlite3 *handle, const QString &file)
@@ -62,7 +59,7 @@ void FileSchema::AddMissingIndexes(sqlite3 *handle)
         if (found->contains(QByteArray(index->name).toLower()) ||
             !tables->contains(QByteArray(index->table).toLower()))
             continue;
-        if (Runs(handle, index->create))
-            Runs(handle, index->statistics);
+        if (FileOpen::Runs(handle, index->create))
+            FileOpen::Runs(handle, index->statistics);
     }
 }

@@ -14,6 +14,7 @@ constexpr int logonTimeout = 10; ///< seconds
 
 SQLPOINTER AsPointer(quintptr value)
 {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the interface takes whole numbers as pointers.
     return reinterpret_cast<SQLPOINTER>(value);
 }
 } // namespace

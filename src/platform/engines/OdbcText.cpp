@@ -81,7 +81,7 @@ bool ServerText(const ConnectionParts &parts, QString &text, EngineErrors &error
 QString OwnValue(const QString &source, const QStringList &names)
 {
     for (const QString &name : names) {
-        const QString value = DataSourceRegistry::Read(u"Software\\ODBC\\odbc.ini\\" % source, name);
+        QString value = DataSourceRegistry::Read(u"Software\\ODBC\\odbc.ini\\" % source, name);
         if (!value.isEmpty())
             return value;
     }

@@ -308,6 +308,7 @@ bool Writer::EndsTerm(qsizetype index) const
            m_tokens.IsWord(index, u"ORDER") || m_tokens.IsWord(index, u"GROUP");
 }
 
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): two stretches, which may be compared either way.
 bool Writer::SameTokens(qsizetype first, qsizetype second, qsizetype count) const
 {
     for (qsizetype i = 0; i < count; ++i) {

@@ -8,14 +8,15 @@
 /// A value lifted out of a statement, to be bound.
 struct SqlValue {
     enum class Kind : quint8 { Whole, Real, Text };
+    struct Piece {
+        qint32 offset; ///< into SqlShape::Texts, UTF-8
+        qint32 size;
+    };
     Kind kind;
     union {
         qint64 whole;
         double real;
-        struct {
-            qint32 offset; ///< into SqlShape::Texts, UTF-8
-            qint32 size;
-        } text;
+        Piece text;
     };
 };
 

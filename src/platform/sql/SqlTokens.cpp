@@ -11,7 +11,7 @@ enum CharClass : quint8 { Space = 1, Digit = 2, WordStart = 4, WordPart = 8 };
 
 constexpr auto asciiClasses = [] {
     std::array<quint8, 128> classes{};
-    for (char16_t c = 0; c < classes.size(); ++c) {
+    for (size_t c = 0; c < classes.size(); ++c) {
         const bool isLetter = (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_';
         if (c <= u' ')
             classes[c] = Space;
