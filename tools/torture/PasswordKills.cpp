@@ -1,5 +1,5 @@
 #include "core/session/Session.h"
-#include "database/FullDisk.h"
+#include "support/FullDisk.h"
 #include "database/connection/ConnectDatabase.h"
 #include "database/connection/frmDBPass.h"
 #include "platform/connection/Connection.h"
