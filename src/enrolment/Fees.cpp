@@ -85,8 +85,7 @@ Money Fees::TotalDue(Money netFee, double taxRate)
     return Share(netFee, whole + PartsOf(taxRate));
 }
 
-// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): unrounded, so no `Money`; the fee before what is off
-// it.
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): shares of unrounded fees, so no `Money`.
 double Fees::RaisedByAmount(double percent, double basicFee, double hardDiscount)
 {
     const double share = ShareOfFee(basicFee, hardDiscount);
@@ -109,8 +108,7 @@ Fees::DiscountChoice Fees::ChooseDiscount(double basicFee, const std::vector<Cha
     return choice;
 }
 
-// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): unrounded, so no `Money`; in the order of the
-// columns.
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): compares unrounded amounts, so no `Money`.
 QString Fees::ListStatusWord(double basicFee, double discount, double taxRate, std::optional<double> paid)
 {
     const double net = basicFee - (basicFee / 100) * discount;

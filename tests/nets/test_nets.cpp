@@ -51,6 +51,11 @@ bool IsList(const QWidget *widget)
     return qobject_cast<const ListView *>(widget) || qobject_cast<const TreeView *>(widget);
 }
 
+bool HasRows(const QWidget *widget)
+{
+    return IsList(widget) && qobject_cast<const QAbstractItemView *>(widget)->model()->rowCount() > 0;
+}
+
 bool IsLocked(const QWidget *field)
 {
     if (!field->isEnabled())
@@ -287,6 +292,23 @@ private slots:
                          qPrintable(QString(letter % u": " % holders.join(u", "))));
             }
         });
+    }
+
+    /// The first key goes to something that takes it, if only as a row or a choice.
+    void opens_with_the_focus_in_the_first_input()
+    {
+        const auto form = Shown();
+        for (QWidget *at = form->nextInFocusChain(); at != form.get(); at = at->nextInFocusChain()) {
+            const bool takesWords = at->isVisible() && at->isEnabled() && at->focusPolicy() & Qt::TabFocus &&
+                                    (HasRows(at) || (IsField(at) && !IsLocked(at)));
+            if (!takesWords)
+                continue;
+            const QWidget *focus = Focus(*form);
+            QVERIFY2(IsField(focus) || IsPartOfAField(focus) || IsList(focus) ||
+                         qobject_cast<const QRadioButton *>(focus),
+                     qPrintable(QString(Describe(at) % u", not " % Describe(focus))));
+            return;
+        }
     }
 
     void enter_presses_the_default_button_alone()

@@ -8,14 +8,14 @@ namespace
 {
 enum class Kind { List, Text, Gender, Age };
 
-struct FieldText {
+struct SearchedField {
     Kind kind;
     QStringView column;
     QStringView caption;
 };
 
 /// By SearchField.
-constexpr FieldText fieldTexts[searchFieldCount] = {
+constexpr SearchedField searchedFields[searchFieldCount] = {
     {Kind::List, u"Cust_Designation", u"Title"},
     {Kind::Text, u"Cust_Forename", u"Forename"},
     {Kind::Text, u"Cust_Surname", u"Surname"},
@@ -48,8 +48,8 @@ public:
     ContactSearchQuery Build();
 
 private:
-    void AddField(const FieldText &field, const SearchCriterion &criterion);
-    void AddAge(const FieldText &field, const SearchCriterion &criterion);
+    void AddField(const SearchedField &field, const SearchCriterion &criterion);
+    void AddAge(const SearchedField &field, const SearchCriterion &criterion);
     void Add(const QString &condition, QStringView caption, QStringView op, const QString &value);
     void AddTicks(const std::vector<SearchTick> &ticks, QStringView column, QStringView caption,
                   SearchTickList &must, SearchTickList &mustNot);
@@ -80,7 +80,7 @@ void Builder::Add(const QString &condition, QStringView caption, QStringView op,
 }
 
 /// Ages are counted on the number that a date is kept as, so that a birthday counts from its day on.
-void Builder::AddAge(const FieldText &field, const SearchCriterion &criterion)
+void Builder::AddAge(const SearchedField &field, const SearchCriterion &criterion)
 {
     const int from = Age(criterion.text);
     const int to = Age(m_criteria.ageTo);
@@ -96,7 +96,7 @@ void Builder::AddAge(const FieldText &field, const SearchCriterion &criterion)
         field.caption, criterion.isNot ? u"<>" : u"=", criterion.text % u" - " % m_criteria.ageTo);
 }
 
-void Builder::AddField(const FieldText &field, const SearchCriterion &criterion)
+void Builder::AddField(const SearchedField &field, const SearchCriterion &criterion)
 {
     const QStringView op = criterion.isNot ? u"<>" : u"=";
     switch (field.kind) {
@@ -141,7 +141,7 @@ void Builder::AddTicks(const std::vector<SearchTick> &ticks, QStringView column,
 ContactSearchQuery Builder::Build()
 {
     for (size_t field = 0; field < searchFieldCount; ++field)
-        AddField(fieldTexts[field], m_criteria.fields[field]);
+        AddField(searchedFields[field], m_criteria.fields[field]);
     AddTicks(m_criteria.characteristics, u"ConcessionRef", u"Characteristic", m_query.characteristics,
              m_query.notCharacteristics);
     AddTicks(m_criteria.attributes, u"AttributeValueRef", u"Attribute", m_query.attributes,
@@ -171,7 +171,7 @@ bool HasTypedApostrophe(const ContactSearchCriteria &criteria)
 {
     bool found = criteria.ageTo.contains(u'\'');
     for (size_t field = 0; field < searchFieldCount; ++field) {
-        const Kind kind = fieldTexts[field].kind;
+        const Kind kind = searchedFields[field].kind;
         const bool isTyped = kind == Kind::Text || kind == Kind::Age;
         found = found || (isTyped && criteria.fields[field].text.contains(u'\''));
     }

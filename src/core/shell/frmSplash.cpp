@@ -156,8 +156,21 @@ void frmSplash::keyPressEvent(QKeyEvent *event)
         m_ok->click();
     else if (asks && event->key() == Qt::Key_Escape)
         m_cancel->click();
+    else if (!asks)
+        CutShort();
     else
         QWidget::keyPressEvent(event);
+}
+
+void frmSplash::mousePressEvent(QMouseEvent *)
+{
+    CutShort();
+}
+
+void frmSplash::CutShort()
+{
+    if (m_timer.isActive())
+        Finish();
 }
 
 void frmSplash::closeEvent(QCloseEvent *event)

@@ -8,7 +8,7 @@ class QLineEdit;
 class QPushButton;
 
 /// The first window of a session: a picture with the version and, where the database has users, the fields
-/// to log on. Without a logon a timer ends it.
+/// to log on. Without a logon a timer ends it, or a key or a click before that.
 class frmSplash final : public QWidget
 {
     Q_OBJECT
@@ -23,11 +23,14 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
     void BuildLogon();
     void Finish();
+    /// Ends a splash that only waits for its timer.
+    void CutShort();
     void LogOn();
     void Cancel();
     void SetTopmost(bool topmost);

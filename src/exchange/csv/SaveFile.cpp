@@ -7,7 +7,7 @@ namespace
 /// A file that cannot replace the other one at the end does not say why.
 QString Problem(const QSaveFile &file)
 {
-    const QString problem = file.errorString();
+    QString problem = file.errorString();
     if (problem != QLatin1String("Unknown error"))
         return problem;
     const QFileInfo target(file.fileName());

@@ -50,10 +50,10 @@ frmCheckFile::frmCheckFile(ImportState &state, QWidget *parent)
                                                        u"' without changing anything in the database.");
     ProgBar = new ProgressBar(this);
     form.Place(ProgBar, QStringLiteral("ProgBar"));
-    ListView *list = form.List(QStringLiteral("FaultList"), QStringLiteral("&Faults:"), m_faults);
-    list->SetColumnChars({7, 20, 26, 57});
-    list->SetEmptyText(QStringLiteral("No faulty lines."));
-    list->setMinimumSize(list->fontMetrics().averageCharWidth() * 112, list->fontMetrics().height() * 14);
+    m_list = form.List(QStringLiteral("FaultList"), QStringLiteral("&Faults:"), m_faults);
+    m_list->SetColumnChars({7, 20, 26, 57});
+    m_list->SetEmptyText(QStringLiteral("No faulty lines."));
+    m_list->setMinimumSize(fontMetrics().averageCharWidth() * 112, fontMetrics().height() * 14);
     m_whole = form.Line(QStringLiteral("FaultText"), {});
     m_whole->setMinimumHeight(m_whole->fontMetrics().lineSpacing() * 3);
     m_whole->setAlignment(Qt::AlignTop);
@@ -115,7 +115,10 @@ void frmCheckFile::ShowResult()
     m_faults.SelectFirst();
     m_notice->setText(Summary(m_check));
     SaveBtn->setEnabled(m_check.mendable > 0);
-    ExitBtn->setFocus();
+    if (m_check.faults.empty())
+        ExitBtn->setFocus();
+    else
+        m_list->setFocus();
 }
 
 /// Shows the selected fault in full, since the columns of the list cut long texts.

@@ -9,6 +9,7 @@
 class ImportState;
 class Progress;
 class ProgressBar;
+class ListView;
 class QLabel;
 class QPushButton;
 
@@ -40,6 +41,7 @@ private:
     Progress *m_run = nullptr;
     bool m_started = false;
     QLabel *m_notice;
+    ListView *m_list;
     QLabel *m_whole; ///< the selected fault
     ProgressBar *ProgBar;
     QPushButton *SaveBtn;

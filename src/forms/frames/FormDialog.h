@@ -21,4 +21,5 @@ public:
 protected:
     /// False keeps the form open; record forms ask AskToSave here.
     virtual bool MayLeave() { return true; }
+    void showEvent(QShowEvent *event) override;
 };

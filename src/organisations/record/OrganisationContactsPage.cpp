@@ -22,6 +22,7 @@ QStringList Keys(const ListModel &list)
 std::vector<ListItem> Items(const ListModel &list)
 {
     std::vector<ListItem> items;
+    items.reserve(static_cast<size_t>(list.Count()));
     for (int row = 0; row < list.Count(); ++row)
         items.push_back(list.At(row));
     return items;

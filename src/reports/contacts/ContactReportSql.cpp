@@ -87,6 +87,7 @@ constexpr Part orgParts[] = {
 class Layout final
 {
 public:
+    // NOLINTNEXTLINE(bugprone-easily-swappable-parameters): in the order of the statement.
     Layout(const char *select, const char *from)
         : m_select(QString::fromLatin1(select))
         , m_from(QString::fromLatin1(from))
