@@ -1,6 +1,7 @@
 #include "controls/ListModel.h"
 
 #include "controls/ItemRoles.h"
+#include "platform/sql/NameCollation.h"
 
 #include <QDate>
 #include <QLocale>
@@ -413,12 +414,18 @@ void ListModel::sort(int column, Qt::SortOrder order)
         numbers.push_back(*number);
     }
     const bool byValue = numbers.size() == rows.size();
+    std::vector<QCollatorSortKey> names;
+    if (!byValue) {
+        names.reserve(rows.size());
+        for (const int row : rows)
+            names.push_back(NameCollation().sortKey(text(row)));
+    }
     std::stable_sort(rows.begin(), rows.end(), [&](int a, int b) {
         if (order == Qt::DescendingOrder)
             std::swap(a, b);
         if (byValue)
             return numbers[static_cast<size_t>(a)] < numbers[static_cast<size_t>(b)];
-        return text(a).compare(text(b), Qt::CaseInsensitive) < 0;
+        return names[static_cast<size_t>(a)] < names[static_cast<size_t>(b)];
     });
 
     std::vector<ListItem> sorted;

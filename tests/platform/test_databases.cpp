@@ -239,6 +239,18 @@ private slots:
         QCOMPARE(gConnection.OpenRecordset("SELECT * FROM City")->ColumnIndex(u"Twin"), 3);
     }
 
+    /// Every engine would put some of these after "Zoe", and a server's order of the others is its own.
+    void namesInTheOrderOfATelephoneBook()
+    {
+        for (const char *name :
+             {"Zoe", "Zoë", "Luke", "Łysy", "östlund", "O'Neil", "Oz", "Ångström", "andy", "Éa"})
+            QVERIFY(Succeeds(InsertCity(QString::fromUtf8(name))));
+        const QString sql = u"SELECT City FROM City WHERE City_ID > 1 ORDER BY City"_qs;
+        const QString sorted = u"andy Ångström Éa Luke Łysy O'Neil östlund Oz Zoe Zoë"_qs;
+        QCOMPARE(Read(sql), sorted);
+        QCOMPARE(Read(sql % u" ASC;"), sorted);
+    }
+
     /// A long result is handed over piece by piece, while other statements run, of more kinds than are kept.
     void resultsInPieces()
     {

@@ -1,7 +1,17 @@
 #include "platform/connection/Connection.h"
 
 #include "platform/connection/Engine.h"
+#include "platform/connection/NameOrder.h"
 #include "platform/connection/OneStep.h"
+
+namespace
+{
+/// A server sorts by a language of its own.
+NameOrder::SortedByEngine SortedBy(DatabaseKind kind)
+{
+    return kind == DatabaseKind::File ? NameOrder::SortedByEngine::Ascii : NameOrder::SortedByEngine::None;
+}
+} // namespace
 
 EngineErrors Connection::NotOpen()
 {
@@ -63,7 +73,7 @@ std::optional<Recordset> Connection::OpenRecordset(const QString &sql)
     EngineErrors errors;
     Recordset result;
     if (m_engine->OpenRecordset(sql, result, errors))
-        return result;
+        return NameOrder::Sorted(sql, result, SortedBy(m_engine->Kind()));
     Fail(errors);
     return std::nullopt;
 }

@@ -3,6 +3,7 @@
 #include "platform/sql/Numbers.h"
 #include "platform/sql/SameName.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace
@@ -122,6 +123,18 @@ int Recordset::ColumnIndex(QStringView name) const
     return FindColumn(*m_data->columns, name);
 }
 
+Recordset Recordset::InOrder(const std::vector<int> &rows) const
+{
+    auto data = std::make_shared<Data>(m_data->columns);
+    data->texts = m_data->texts;
+    data->cells.reserve(m_data->cells.size());
+    for (const int row : rows) {
+        const Cell *first = m_data->At(row, 0);
+        data->cells.insert(data->cells.end(), first, first + ColumnCount());
+    }
+    return Recordset(std::move(data));
+}
+
 int Recordset::Row::IndexOf(QStringView column) const
 {
     return FindColumn(*m_data->columns, column);
@@ -149,6 +162,16 @@ bool Recordset::Row::HasText(int column) const
 {
     const Cell *cell = m_data->At(m_row, column);
     return cell && cell->kind != CellKind::Null && (cell->kind != CellKind::Text || cell->size > 0);
+}
+
+bool Recordset::Row::IsAscii(int column) const
+{
+    const Cell *cell = m_data->At(m_row, column);
+    if (!cell || cell->kind != CellKind::Text)
+        return true;
+    const QUtf8StringView text = m_data->TextOf(*cell);
+    return std::none_of(text.begin(), text.end(),
+                        [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
 }
 
 void Recordset::Row::AppendText(int column, std::u16string &out) const

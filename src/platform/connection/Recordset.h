@@ -52,6 +52,9 @@ public:
     /// The first column of that name, or -1.
     int ColumnIndex(QStringView name) const;
 
+    /// A copy with its rows in another order: `rows` names each of them once.
+    Recordset InOrder(const std::vector<int> &rows) const;
+
 private:
     struct Data;
     explicit Recordset(std::shared_ptr<const Data> data);
@@ -69,6 +72,7 @@ public:
 
     QString Text(int column) const;
     bool HasText(int column) const; ///< the text is not ""
+    bool IsAscii(int column) const; ///< all of the text is; true for NULL and numbers
     /// Appends the text to `out` without creating a string in between, for lists of very many rows.
     void AppendText(int column, std::u16string &out) const;
     qint64 Long(int column) const;
