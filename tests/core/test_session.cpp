@@ -338,6 +338,12 @@ private slots:
         QVERIFY(MainWindow()->windowTitle().contains(u"b.mdb]"_qs));
         QCOMPARE(Panel(3), u"  Other school"_qs);
         QCOMPARE(people->model()->rowCount(), 1);
+
+        delete Child("frmCourse");
+        Choose({file});
+        m_user->Expect("Database Changed", "Database switch confirmed.");
+        Command("ID_SwitchDatabase");
+        QVERIFY(Child("frmCourse") && people->model()->rowCount() == 0);
     }
 
     void ASwitchToADatabaseWithoutTheUserAsksForALogon()

@@ -98,6 +98,7 @@ void Contact_TakeTyped(ComboModel &list, const QString &typed,
                        const std::function<int(const RefLabel &item)> &add, const std::function<void()> &fill)
 {
     const RefLabel item = SplitRefLabel(typed);
+    const bool hadChoice = list.Current() >= 0;
     const int before = list.CurrentData();
     const int key = add(item);
     fill();
@@ -106,7 +107,10 @@ void Contact_TakeTyped(ComboModel &list, const QString &typed,
         return;
     }
     const int row = RowOfName(list, item.name);
-    list.ChooseData(row >= 0 ? list.At(row).data : before);
+    if (row < 0 && !hadChoice)
+        list.SetCurrent(-1);
+    else
+        list.ChooseData(row >= 0 ? list.At(row).data : before);
 }
 
 void Contact_TakeTyped(ContactSection code, ComboModel &list, const QString &typed)

@@ -118,10 +118,15 @@ void frmContact::Form_Refresh()
         m_subset.Clear();
     }
     FillCharacteristics();
-    Contact_FillList(ContactSection::Characteristics, m_characteristics, true);
-    m_characteristics.SetCurrent(-1);
+    FillApplied();
     FillContacts();
     ApplyRights();
+}
+
+void frmContact::FillApplied()
+{
+    Contact_FillList(ContactSection::Characteristics, m_characteristics, true);
+    m_characteristics.SetCurrent(-1);
 }
 
 void frmContact::ApplyRights()
@@ -247,6 +252,9 @@ void frmContact::OpenReports()
 void frmContact::Refresh()
 {
     FillCharacteristics();
+    const int applied = m_characteristics.Current() >= 0 ? m_characteristics.CurrentData() : 0;
+    FillApplied();
+    m_characteristics.ChooseData(applied);
     FillContacts();
     RereadSelection();
 }

@@ -23,6 +23,8 @@ public:
 
     /// Starts over on the database of the session.
     void Form_Refresh();
+    /// Lists the people and the characteristics again, and keeps what is chosen and selected.
+    void Refresh();
 
 private:
     void BuildLists(FormBuilder &form);
@@ -31,6 +33,7 @@ private:
     void ApplyRights();
     void EnableButtons();
     void FillCharacteristics();
+    void FillApplied();
     void FillContacts();
     void RereadSelection();
     bool StoreSelection();
@@ -44,7 +47,6 @@ private:
     void OpenChosen();
     void ViewContacts();
     void OpenReports();
-    void Refresh();
     void Search();
     void ApplyCharacteristic();
     void NewCharacteristic(const QString &typed);

@@ -129,6 +129,14 @@ void ContactGroupsPage::ForgetGroup()
     m_seen = {};
 }
 
+void ContactGroupsPage::ReadGroupAgain()
+{
+    m_groupRef = {};
+    m_members.Clear();
+    m_seen = {};
+    ShowGroup();
+}
+
 bool ContactGroupsPage::LeaveOutDeleted()
 {
     const GroupRef groupRef = Changed().groupRef;
@@ -159,6 +167,12 @@ void ContactGroupsPage::SetLocked(bool locked)
 {
     m_locked = locked;
     LockFields(this, locked);
+    // Looking at another group changes nothing; typing would add one.
+    for (TypedCombo *list : {m_linkList, m_groupNameList}) {
+        LockFields(list, false);
+        if (QLineEdit *typed = list->lineEdit())
+            typed->setReadOnly(locked);
+    }
     EnableButtons();
 }
 

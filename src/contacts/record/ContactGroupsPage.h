@@ -31,6 +31,8 @@ public:
     void SetContact(ContactRef contactRef, const QString &name);
     /// Chooses no group: what was done to its members and not written is dropped.
     void ForgetGroup();
+    /// Keeps the group and reads its members again, which drops what was not written.
+    void ReadGroupAgain();
     /// The group whose members were changed and not written yet.
     ChangedGroup Changed()
     {

@@ -115,7 +115,7 @@ void frmAddContact::ShowRecord(const ContactRecord &record)
 {
     m_details->Load(record);
     m_notes->Load(record);
-    m_groups->ForgetGroup();
+    m_groups->ReadGroupAgain();
     m_record = record;
 }
 

@@ -38,6 +38,8 @@ Screen Child(const QString &name)
     screen.makeChild = []() -> QWidget * { return new Form; };
     if constexpr (requires(Form & form) { form.Form_Refresh(); })
         screen.refreshChild = [](QWidget *child) { static_cast<Form *>(child)->Form_Refresh(); };
+    if constexpr (requires(Form & form) { form.Refresh(); })
+        screen.relistChild = [](QWidget *child) { static_cast<Form *>(child)->Refresh(); };
     return screen;
 }
 
@@ -46,6 +48,14 @@ Screen Modal()
 {
     Screen screen;
     screen.runModal = [](QWidget *parent) { Form(parent).exec(); };
+    return screen;
+}
+
+template <typename Form>
+Screen ModalThatChangesLists()
+{
+    Screen screen = Modal<Form>();
+    screen.changesLists = true;
     return screen;
 }
 
@@ -76,7 +86,7 @@ const QHash<QString, Screen> &Standing()
         {QStringLiteral("ID_DBSecurity"), {.runModal = ChangeDatabasePassword}},
         {QStringLiteral("ID_DatabaseOptions"), Modal<frmDBOptions>()},
         {QStringLiteral("ID_Export"), Modal<frmExportWiz>()},
-        {QStringLiteral("ID_Import"), Modal<frmImportWiz>()},
+        {QStringLiteral("ID_Import"), ModalThatChangesLists<frmImportWiz>()},
         {QStringLiteral("ID_LocalOptions"), Modal<frmLocalOptions>()},
         {QStringLiteral("ID_Organisations"), Modal<frmOrganisations>()},
         {QStringLiteral("ID_RegisterDB"), Modal<frmRegisterDB>()},

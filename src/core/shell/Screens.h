@@ -14,8 +14,12 @@ struct Screen {
     QString childName{};
     /// Refills a child window after a switch of the database; empty if the form has no Form_Refresh.
     std::function<void(QWidget *child)> refreshChild{};
+    /// Lists again what a child window shows, which keeps its selection; empty if it cannot.
+    std::function<void(QWidget *child)> relistChild{};
     /// Shows a modal screen and returns when it is closed.
     std::function<void(QWidget *parent)> runModal{};
+    /// The child windows list again after the modal screen, which may have changed what they show.
+    bool changesLists = false;
 };
 
 /// The screens, by the command that opens them. A command that has none, and that the main window does not

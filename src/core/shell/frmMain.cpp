@@ -141,6 +141,7 @@ void frmMain::Load()
         ->setIcon(Icons::OfFileType(QStringLiteral(".rpt"), QStringLiteral(".doc")));
     if (gDBValid) {
         SetTitle();
+        WarnOfNarrowScreen();
         OpenManagers();
     } else {
         Dialogs::MsgBox(QStringLiteral("Must select a valid datasource"), {}, Dialogs::Buttons::Ok,
@@ -157,18 +158,26 @@ void frmMain::SetTitle()
     m_commands->Enable(Id("ID_DBSecurity"), gDBQType != serverDatabase);
 }
 
-void frmMain::OpenManagers()
+int frmMain::ScreenWidth() const
 {
-    const int width = g_assumedScreenWidth > 0 ? g_assumedScreenWidth : screen()->size().width();
-    if (width < narrowScreen)
+    return g_assumedScreenWidth > 0 ? g_assumedScreenWidth : screen()->size().width();
+}
+
+void frmMain::WarnOfNarrowScreen() const
+{
+    if (ScreenWidth() < narrowScreen)
         Dialogs::MsgBox(QStringLiteral("Veltrane is best run in 1024x768 or higher."),
                         QStringLiteral("Screen Resolution Warning"), Dialogs::Buttons::Ok,
                         Dialogs::Icon::Exclamation);
+}
+
+void frmMain::OpenManagers()
+{
     OpenChild(Id("ID_CourseManager"));
     OpenChild(Id("ID_ContactManager"));
     m_children->Tile();
     if (QMdiSubWindow *courses = m_children->Child(QStringLiteral("frmCourse"));
-        courses && width == narrowScreen)
+        courses && ScreenWidth() == narrowScreen)
         courses->resize(courses->width() - narrowCorrection, courses->height());
 }
 
@@ -258,7 +267,14 @@ void frmMain::Choose(const QString &id)
     else if (target && target->makeChild)
         OpenChild(id);
     else if (target)
-        target->runModal(this);
+        RunModal(*target);
+}
+
+void frmMain::RunModal(const Screen &screen)
+{
+    screen.runModal(this);
+    if (screen.changesLists)
+        ForEachChild(&Screen::relistChild);
 }
 
 const QHash<QString, frmMain::Action> &frmMain::OwnActions()
@@ -361,17 +377,18 @@ void frmMain::SwitchDatabase()
     Dialogs::MsgBox(QStringLiteral("Database switch confirmed."), QStringLiteral("Database Changed"));
     SetTitle();
     Login();
-    RefreshForms();
+    ForEachChild(&Screen::refreshChild);
+    OpenManagers();
 }
 
-void frmMain::RefreshForms()
+void frmMain::ForEachChild(std::function<void(QWidget *)> Screen::*refill)
 {
     const QList<QMdiSubWindow *> frames = m_children->subWindowList(QMdiArea::CreationOrder);
-    std::for_each(frames.rbegin(), frames.rend(), [](QMdiSubWindow *frame) {
+    std::for_each(frames.rbegin(), frames.rend(), [refill](QMdiSubWindow *frame) {
         QWidget *form = frame->widget();
         const Screen *screenOf = form ? Screens::OfChild(form->objectName()) : nullptr;
-        if (screenOf && screenOf->refreshChild)
-            screenOf->refreshChild(form);
+        if (screenOf && screenOf->*refill)
+            (screenOf->*refill)(form);
     });
 }
 

@@ -3,10 +3,13 @@
 #include <QHash>
 #include <QMainWindow>
 
+#include <functional>
+
 class ChildArea;
 class CommandSet;
 class QLabel;
 struct DatabaseChoice;
+struct Screen;
 
 /// The parent window of the system: the menus and the tool bar, the child windows and the status bar.
 class frmMain final : public QMainWindow
@@ -38,6 +41,8 @@ private:
     void RestoreWindow();
     void StoreWindow() const;
     void SetTitle();
+    int ScreenWidth() const;
+    void WarnOfNarrowScreen() const;
     void OpenManagers();
     void ShowWhatToDo();
     void ApplyRights();
@@ -45,9 +50,11 @@ private:
     /// What the window carries out itself, by command.
     using Action = void (*)(frmMain &);
     static const QHash<QString, Action> &OwnActions();
+    void RunModal(const Screen &screen);
     void OpenChild(const QString &command);
     void ShowProperties();
-    void RefreshForms();
+    /// Runs the hook of each open child window that has it, from the one opened last.
+    void ForEachChild(std::function<void(QWidget *)> Screen::*refill);
     bool CloseChildren();
     void LeaveField();
     bool ReconnectUntilSettled(const DatabaseChoice &last);

@@ -24,6 +24,8 @@ public:
 public slots:
     /// Lists the courses again, and applies the rights of the user who is logged on by now.
     void Form_Refresh();
+    /// Lists the courses again.
+    void Refresh();
 
 private:
     void Build();
@@ -31,7 +33,6 @@ private:
     void BuildMenu();
     void Connect();
     void ApplyRights();
-    void Refresh();
     void ClickNode();
     std::vector<TreeNode *> NodesOf(CourseRef courseRef) const;
     void RemoveNodes(CourseRef courseRef);
