@@ -160,6 +160,7 @@ private slots:
         for (int times = 0; times < (refused ? 2 : 0); ++times)
             user.Expect("Voucher Names", "Vouchers must have unique names!");
         Find<QLineEdit>(form, "VoucherLabel_1")->setFocus();
+        QCoreApplication::processEvents();
         TypeInto(form, "VoucherLabel_1", typed);
         // Enter leaves no field, and still may not save two of one name.
         QTest::keyClick(Find<QWidget>(form, "VoucherLabel_1"), Qt::Key_Return);
