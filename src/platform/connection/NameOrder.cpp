@@ -41,12 +41,14 @@ public:
         , m_columns(std::move(columns))
     {
         for (int row = 0; row < rows.RowCount(); ++row)
-            (trusted == NameOrder::SortedByEngine::Ascii && IsAscii(row) ? m_inOrder : m_others).push_back(row);
+            (trusted == NameOrder::SortedByEngine::Ascii && IsAscii(row) ? m_inOrder : m_others)
+                .push_back(row);
     }
 
     bool HasOthers() const { return !m_others.empty(); }
 
-    /// The rows that the engine has put right stay in its order; each of the others goes to its place between them.
+    /// The rows that the engine has put right stay in its order; each of the others goes to its place between
+    /// them.
     std::vector<int> Order()
     {
         SortOthers();
@@ -87,14 +89,14 @@ private:
         std::stable_sort(keyed.begin(), keyed.end(), [](const Keyed &a, const Keyed &b) {
             return std::lexicographical_compare(a.keys.begin(), a.keys.end(), b.keys.begin(), b.keys.end());
         });
-        std::transform(keyed.begin(), keyed.end(), m_others.begin(), [](const Keyed &each) { return each.row; });
+        std::transform(keyed.begin(), keyed.end(), m_others.begin(),
+                       [](const Keyed &each) { return each.row; });
     }
 
     int Compare(int a, int b) const
     {
         for (const int column : m_columns) {
-            const int order =
-                NameCollation().compare(m_rows.At(a).Text(column), m_rows.At(b).Text(column));
+            const int order = NameCollation().compare(m_rows.At(a).Text(column), m_rows.At(b).Text(column));
             if (order != 0)
                 return order;
         }

@@ -9,7 +9,7 @@ namespace NameOrder
 /// Which texts an engine sorts as a telephone book does.
 enum class SortedByEngine { Ascii, None };
 
-/// Returns the rows in that order if `sql` ends with an ORDER BY, ascending, on columns of texts that are among
-/// those read; otherwise as they are. Rows that the engine has sorted right already stay in its order.
+/// Returns the rows in that order if `sql` ends with an ORDER BY, ascending, on columns of texts that are
+/// among those read; otherwise as they are. Rows that the engine has sorted right already stay in its order.
 Recordset Sorted(const QString &sql, const Recordset &rows, SortedByEngine trusted);
 } // namespace NameOrder

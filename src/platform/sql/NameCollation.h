@@ -3,8 +3,8 @@
 #include <QCollator>
 #include <QLocale>
 
-/// Compares names as a telephone book of the user's language does, without regard to case; as an English one if the
-/// system names no language.
+/// Compares names as a telephone book of the user's language does, without regard to case; as an English one
+/// if the system names no language.
 inline const QCollator &NameCollation()
 {
     static const QCollator collation = [] {
