@@ -66,7 +66,7 @@ void AddGroup(Keyboard &keys, TourPlan &plan)
         keys.ToRow(plan.members.at(0));
         keys.AddRow(plan.members.at(1));
         keys.AddRow(plan.members.at(2));
-        keys.Tap(QStringLiteral("Return"));
+        keys.Press(QStringLiteral("AddCBtn"));
         keys.Expect(keys.Rows(QStringLiteral("ContactInfo")).size() == 3,
                     QStringLiteral("the three are not selected"));
     });

@@ -153,6 +153,7 @@ void Contact_SelectStudents(CourseRef courseRef, const ListModel &shown, ListMod
     ADO_Course_ShowEnrolledStudents(courseRef, enrolled);
     std::vector<ListItem> names;
     const ListModel &students = enrolled.IsEmpty() ? shown : enrolled;
+    names.reserve(static_cast<size_t>(students.Count()));
     for (int row = 0; row < students.Count(); ++row)
         names.push_back({students.At(row).key, students.At(row).text});
     enrolled.Fill(std::move(names));
