@@ -8,6 +8,7 @@
 #include "database/statements/Security.h"
 #include "database/values/GlobalCode.h"
 #include "forms/frames/FormBuilder.h"
+#include "forms/lists/DeleteSelected.h"
 
 namespace
 {
@@ -139,10 +140,7 @@ void frmCustomAttributes::DeleteSelected()
     if (!node)
         return;
     const QString key = node->key;
-    const auto answer =
-        Dialogs::MsgBox(u"Okay to delete item '" % node->text % u'\'', QStringLiteral("Confirm Deletion"),
-                        Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
-    if (answer != Dialogs::Answer::Yes || !CustomAttrib_Delete(key))
+    if (!MayDelete(u"item '" % node->text % u'\'') || !CustomAttrib_Delete(key))
         return;
     m_attributes.Remove(key);
     m_attributes.Select(m_attributes.NodeAt(m_attributes.Selection()->currentIndex()));

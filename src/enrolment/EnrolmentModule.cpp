@@ -124,6 +124,29 @@ void Course_TellLimit(int limit)
                     QStringLiteral("Course Enrollment"), Dialogs::Buttons::Ok, Dialogs::Icon::Information);
 }
 
+QString Course_EnrolledText(CourseRef courseRef)
+{
+    const auto students = ADO_Course_PaidStudents(courseRef);
+    if (!students || students->empty())
+        return {};
+    Money paid;
+    for (const PaidStudent &student : *students)
+        paid += student.paid;
+    const QString people = students->size() == 1
+                               ? QStringLiteral("1 person is enrolled")
+                               : QString(QString::number(students->size()) % u" people are enrolled");
+    return paid > Money() ? QString(people % u"; " % paid.Text() % u" has been paid.")
+                          : QString(people % u'.');
+}
+
+QString Contact_EnrolledText(ContactRef contactRef)
+{
+    const int courses = ADO_Course_EnrolmentsOf(contactRef).value_or(0);
+    if (courses == 0)
+        return {};
+    return u"Enrolled on " % QString::number(courses) % (courses == 1 ? u" course" : u" courses");
+}
+
 std::optional<KnownStudents> Course_AgreeToRemove(CourseRef courseRef, const QStringList &keys)
 {
     if (keys.isEmpty())

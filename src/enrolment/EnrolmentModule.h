@@ -44,6 +44,12 @@ void Course_ChangePercentage(const QString &concessionName, double percentage, d
 bool Course_CheckLimit(int selected, int limit);
 void Course_TellLimit(int limit);
 
+/// What a question before deleting the course says of its students, and of what they paid in currency units:
+/// "3 people are enrolled; 65.50 has been paid."; "" if there are none, and on an error.
+QString Course_EnrolledText(CourseRef courseRef);
+/// The same of a person: "Enrolled on 2 courses".
+QString Contact_EnrolledText(ContactRef contactRef);
+
 /// Asks whether those of the students of `keys` who have paid may be removed, with name and sum. The
 /// students with what they have paid; nothing where the user says no, and on an error.
 std::optional<KnownStudents> Course_AgreeToRemove(CourseRef courseRef, const QStringList &keys);

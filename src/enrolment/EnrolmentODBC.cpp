@@ -300,6 +300,15 @@ std::optional<std::vector<PaidStudent>> ADO_Course_PaidStudents(CourseRef course
     });
 }
 
+std::optional<int> ADO_Course_EnrolmentsOf(ContactRef contactRef)
+{
+    return Reported("ADO_Course_EnrolmentsOf", std::optional<int>(), [&] {
+        return OpenRecordset(u"SELECT CourseRef FROM StudentsEnrolled WHERE ContactRef = " %
+                             SqlNumber(contactRef))
+            .RowCount();
+    });
+}
+
 void ADO_Course_ShowEnrolledStudents(CourseRef courseRef, ListModel &students)
 {
     Reported("ADO_Course_ShowEnrolledStudents", [&] {

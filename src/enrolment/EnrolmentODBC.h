@@ -60,6 +60,9 @@ struct PaidStudent {
 /// Everybody who is enrolled on the course; nothing on an error.
 std::optional<std::vector<PaidStudent>> ADO_Course_PaidStudents(CourseRef courseRef);
 
+/// On how many courses the person is enrolled; nothing on an error. Reads `StudentsEnrolled`.
+std::optional<int> ADO_Course_EnrolmentsOf(ContactRef contactRef);
+
 /// Fills the list with the course's students: key "?" and reference, the name, and the status word of
 /// what is paid as the first sub-item. The first row is selected.
 void ADO_Course_ShowEnrolledStudents(CourseRef courseRef, ListModel &students);

@@ -1,9 +1,23 @@
 #include "users/UsersModule.h"
 
 #include "core/session/Session.h"
+#include "database/statements/Security.h"
 #include "database/values/GlobalCode.h"
 #include "platform/desktop/Dialogs.h"
 #include "users/UsersODBC.h"
+
+#include <algorithm>
+
+namespace
+{
+/// Without users, everybody may do everything.
+bool SomebodyKeepsSecurity(const QHash<int, QString> &rights)
+{
+    return rights.isEmpty() || std::any_of(rights.begin(), rights.end(), [](const QString &user) {
+               return RightIn(user, Right::SecurityMenu) >= Level::Full;
+           });
+}
+} // namespace
 
 bool CheckLogon(const QString &name, const QString &password)
 {
@@ -19,6 +33,24 @@ void Users_FillList(ListModel &list)
 void Users_Fill(ComboModel &combo)
 {
     ADO_Users_Fill(combo);
+}
+
+bool Users_MayChange(int id, const std::optional<QString> &rights)
+{
+    std::optional<QHash<int, QString>> users = ADO_Users_AllRights();
+    if (!users)
+        return false;
+    const bool somebodyNow = SomebodyKeepsSecurity(*users);
+    if (rights)
+        users->insert(id, *rights);
+    else
+        users->remove(id);
+    return !somebodyNow || SomebodyKeepsSecurity(*users) ||
+           Dialogs::MsgBox(
+               QStringLiteral("Nobody would be able to open the Security menu after this change, not even "
+                              "to take it back.\nOkay to go on?"),
+               QStringLiteral("Security"), Dialogs::Buttons::YesNo, Dialogs::Icon::Exclamation,
+               Dialogs::Answer::No) == Dialogs::Answer::Yes;
 }
 
 int Users_Add(const QString &name, const QString &password, const QString &rights)

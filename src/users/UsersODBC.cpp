@@ -10,6 +10,13 @@ namespace
 {
 /// Characters of a new user's rights that are stored.
 constexpr int newRightsStored = 255;
+
+/// All rights where none are stored.
+QString RightsOf(const Recordset::Row &user)
+{
+    const QString rights = user.Text(u"SecurityRights");
+    return rights.isEmpty() ? RightsBlank() : rights;
+}
 } // namespace
 
 QString ADO_Users_Logon(const QString &name, const QString &password)
@@ -21,8 +28,7 @@ QString ADO_Users_Logon(const QString &name, const QString &password)
                                              u"' AND Password = '" % password % u"'");
         if (user.IsEmpty())
             return QString();
-        const QString rights = user.First().Text(u"SecurityRights");
-        return rights.isEmpty() ? RightsBlank() : rights;
+        return RightsOf(user.First());
     });
 }
 
@@ -78,6 +84,17 @@ bool ADO_Users_Delete(int id)
     return Reported("ADO_Users_Delete", false, [&] {
         Execute(u"DELETE FROM Users WHERE UserID = " % SqlNumber(id));
         return true;
+    });
+}
+
+std::optional<QHash<int, QString>> ADO_Users_AllRights()
+{
+    using Rights = QHash<int, QString>;
+    return Reported("ADO_Users_AllRights", std::optional<Rights>(), [&] {
+        Rights all;
+        for (const auto row : OpenRecordset(QStringLiteral("SELECT UserID, SecurityRights FROM Users")))
+            all.insert(static_cast<int>(row.Long(u"UserID")), RightsOf(row));
+        return all;
     });
 }
 

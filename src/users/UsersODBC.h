@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
+
+#include <optional>
 
 class ComboModel;
 class ListModel;
@@ -25,5 +28,7 @@ bool ADO_Users_UpdateUserSecurity(int id, const QString &rights);
 bool ADO_Users_ChangePassword(int id, const QString &password);
 /// False on an error.
 bool ADO_Users_Delete(int id);
+/// What every user may do, by `UserID`; all of it where a user has no text of rights. Nothing on an error.
+std::optional<QHash<int, QString>> ADO_Users_AllRights();
 /// The rights text of that user; "" if there is no such user, and on an error.
 QString ADO_Users_GetSecurityRights(int id);

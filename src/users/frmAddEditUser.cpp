@@ -136,6 +136,8 @@ bool frmAddEditUser::AddUser()
 {
     if (!m_required.Complete() || !Users_PasswordsMatch(m_password->text(), m_confirm->text()))
         return false;
+    if (!Users_MayChange(0, m_rights.Text()))
+        return false;
     gDialogResult = std::max(0, Users_Add(m_name->text(), m_password->text(), m_rights.Text()));
     m_addedName = m_name->text();
     return gDialogResult > 0;
@@ -144,7 +146,8 @@ bool frmAddEditUser::AddUser()
 bool frmAddEditUser::UpdateUsers()
 {
     for (int row = 0; row < m_users.Count(); ++row) {
-        if (!Users_UpdateSecurity(KeyNumber(m_users.At(row).key), m_rights.Text()))
+        const int id = KeyNumber(m_users.At(row).key);
+        if (!Users_MayChange(id, m_rights.Text()) || !Users_UpdateSecurity(id, m_rights.Text()))
             return false;
     }
     gDialogResult = 1;

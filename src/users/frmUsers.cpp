@@ -5,7 +5,7 @@
 #include "database/values/GlobalCode.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/FormSize.h"
-#include "platform/desktop/Dialogs.h"
+#include "forms/lists/DeleteSelected.h"
 #include "users/UsersModule.h"
 #include "users/frmAddEditUser.h"
 #include "users/frmUsersPassword.h"
@@ -112,14 +112,11 @@ void frmUsers::DeleteUsers()
 {
     for (const QString &key : m_users.SelectedKeys()) {
         const int row = m_users.Find(key);
-        const auto answer = Dialogs::MsgBox(u"Okay to delete user '" % m_users.At(row).text % u'\'',
-                                            QStringLiteral("Confirm Deletion"), Dialogs::Buttons::YesNo,
-                                            Dialogs::Icon::Question);
-        if (answer != Dialogs::Answer::Yes) {
+        if (!MayDelete(u"user '" % m_users.At(row).text % u'\'')) {
             m_users.Select(row, false);
             continue;
         }
-        if (!Users_Delete(KeyNumber(key)))
+        if (!Users_MayChange(KeyNumber(key), std::nullopt) || !Users_Delete(KeyNumber(key)))
             break;
         m_users.RemoveKey(key);
     }

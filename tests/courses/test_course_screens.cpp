@@ -3,6 +3,7 @@
 #include "courses/manager/frmCourse.h"
 #include "courses/record/frmAddCourse.h"
 #include "database/statements/Security.h"
+#include "enrolment/EnrolmentModule.h"
 #include "enrolment/EnrolmentODBC.h"
 #include "enrolment/School.h"
 #include "forms/lists/ListView.h"
@@ -302,10 +303,15 @@ private slots:
     {
         const CourseRef a = School::AddCourse("A's", 0);
         School::AddCourse("B", 0);
+        for (const char *name : {"C", "D", "E"})
+            ADO_Course_EnrollStudent(a, School::AddPerson(name, "P"));
+        TestDatabase::Run({u"UPDATE StudentsEnrolled SET AmountPaid = 60 WHERE ContactRef = 2"_qs,
+                           u"UPDATE StudentsEnrolled SET AmountPaid = 5.5 WHERE ContactRef = 3"_qs});
+        QCOMPARE(Contact_EnrolledText(ContactRef(2)), u"Enrolled on 1 course"_qs);
         frmCourse manager;
         manager.show();
         ScriptedDialogs dialogs;
-        const QString question = "Okay to delete course 'A's'";
+        const QString question = "Okay to delete course 'A's'\n3 people are enrolled; 65.50 has been paid.";
         dialogs.Expect("Confirm Deletion", question, Answer::No);
         Press(manager, "DelBtn");
         QCOMPARE(Titles(manager).size(), 2);

@@ -249,4 +249,15 @@ void FillForms()
         TestDatabase::Value(QStringLiteral("SELECT ContactRef FROM Contacts WHERE Cust_Surname = 'Lee'"))
             .toInt();
     ADO_Course_EnrollStudent(CourseRef(g_courseRef), ContactRef(g_contactRef));
+    const QString person = QString::number(g_contactRef);
+    TestDatabase::Run(
+        {u"UPDATE Contacts SET Cust_Notes = 'nuts', Cust_Addr1 = 'Hill 1', Cust_Sex = 1, Cust_City = 1, "
+         u"Cust_TelDay = '1', Cust_Email = 'a@b', Cust_DOB = 30000 WHERE ContactRef = " %
+             person,
+         QStringLiteral("INSERT INTO ContactConcession (ContactRef, ConcessionRef) SELECT ") % person %
+             u", ConcessionRef FROM Concessions WHERE Name = 'Student'",
+         u"UPDATE Organisations SET Notes = 'tea', Addr1 = 'Hill 2' WHERE OrganRef = " %
+             QString::number(g_organRef),
+         u"INSERT INTO OrganChars (OrganRef, ConcessionRef) SELECT " % QString::number(g_organRef) %
+             u", ConcessionRef FROM Concessions WHERE Name = 'Student'"});
 }

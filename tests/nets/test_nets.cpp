@@ -56,6 +56,28 @@ bool HasRows(const QWidget *widget)
     return IsList(widget) && qobject_cast<const QAbstractItemView *>(widget)->model()->rowCount() > 0;
 }
 
+/// What every field and list of a form shows, a line for each.
+QStringList Contents(const QWidget &form)
+{
+    QStringList lines;
+    for (const QWidget *widget : form.findChildren<QWidget *>()) {
+        QString shown;
+        if (IsPartOfAField(widget) || widget->objectName().isEmpty())
+            continue;
+        if (const auto *text = qobject_cast<const QLineEdit *>(widget))
+            shown = text->text();
+        else if (const auto *notes = qobject_cast<const QPlainTextEdit *>(widget))
+            shown = notes->toPlainText();
+        else if (const auto *choice = qobject_cast<const QComboBox *>(widget))
+            shown = choice->currentText();
+        else if (HasRows(widget))
+            shown = QString::number(qobject_cast<const QAbstractItemView *>(widget)->model()->rowCount());
+        if (!shown.isEmpty())
+            lines.append(widget->objectName() % u": " % shown);
+    }
+    return lines;
+}
+
 bool IsLocked(const QWidget *field)
 {
     if (!field->isEnabled())
@@ -309,6 +331,24 @@ private slots:
                      qPrintable(QString(Describe(at) % u", not " % Describe(focus))));
             return;
         }
+    }
+
+    /// A discount of the person before would be charged to the new one.
+    void new_starts_like_a_fresh_form()
+    {
+        const auto form = Shown();
+        auto *button = form->findChild<QPushButton *>(u"NewBtn"_qs);
+        if (!button || !button->isEnabled())
+            QSKIP("makes no records");
+        const auto fresh =
+            std::find_if(FormRegistry().begin(), FormRegistry().end(),
+                         [&form](const auto &entry) { return entry.name == form->objectName() % u" new"; });
+        ScriptedDialogs user;
+        if (form->objectName() == u"frmAddOrg")
+            user.Expect(u"New Record"_qs, u"Clear forms?"_qs, Dialogs::Answer::Yes);
+        button->click();
+        const std::unique_ptr<QWidget> other = fresh->open();
+        QCOMPARE(Contents(*form), Contents(*other));
     }
 
     void enter_presses_the_default_button_alone()

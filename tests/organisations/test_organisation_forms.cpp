@@ -262,7 +262,7 @@ void TestOrganisationForms::TheList()
     }
 
     List(form, "MainList").SelectAll();
-    m->dialogs.Expect("Confirm Deletion", "Okay to delete item 'Acme'", Answer::Yes);
+    m->dialogs.Expect("Confirm Deletion", "Okay to delete item 'Acme'\n1 person", Answer::Yes);
     m->dialogs.Expect("Confirm Deletion", "Okay to delete item 'Beta'", Answer::No);
     m->dialogs.Expect("Confirm Deletion", "Okay to delete item 'Delta'", Answer::Yes);
     Press(form, "DelBtn");

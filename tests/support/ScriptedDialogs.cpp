@@ -50,7 +50,9 @@ ScriptedDialogs::ScriptedDialogs()
 {
     Dialogs::Hooks &hooks = Dialogs::Installed();
     hooks.msgBox = [this](const QString &text, const QString &title, Dialogs::Buttons buttons, Dialogs::Icon,
-                          Dialogs::Answer) {
+                          Dialogs::Answer defaultAnswer) {
+        if (title == u"Confirm Deletion" && defaultAnswer != Dialogs::Answer::No)
+            Fail(u"Enter deletes: " % text);
         const bool expected = !m_boxes.empty();
         const Dialogs::Answer answer = OnBox(text, title);
         if (expected && !Offers(buttons, answer))

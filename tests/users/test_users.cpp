@@ -326,6 +326,37 @@ private slots:
         QVERIFY(form.isVisible() && CheckLogon("Anna", "old"));
     }
 
+    /// Somebody must be able to open the Security menu; without users, everybody is.
+    void SomebodyKeepsTheKeyToTheHouse()
+    {
+        const QString clerk(256, u'1');
+        ScriptedDialogs dialogs;
+        const auto asks = [&dialogs](Answer answer) {
+            dialogs.Expect(
+                "Security",
+                "Nobody would be able to open the Security menu after this change, not even to take "
+                "it back.\nOkay to go on?",
+                answer);
+        };
+        asks(Answer::No);
+        QVERIFY2(!Users_MayChange(0, clerk), "the first user");
+        const int anna = Users_Add("Anna", "x", nines);
+        const int ben = Users_Add("Ben", "x", clerk);
+        QVERIFY(Users_MayChange(ben, std::nullopt) && Users_MayChange(0, clerk));
+        for (const std::optional<QString> &rights : {std::optional<QString>(), std::optional(clerk)}) {
+            asks(Answer::No);
+            QVERIFY(!Users_MayChange(anna, rights));
+        }
+        frmUsers users;
+        users.show();
+        dialogs.Expect("Confirm Deletion", "Okay to delete user 'Anna'", Answer::Yes);
+        asks(Answer::Yes);
+        Press(users, "DelBtn");
+        QCOMPARE(Rows(users).Count(), 1);
+        QVERIFY2(Users_MayChange(ben, clerk), "nobody has it any more");
+        QVERIFY2(Users_MayChange(ben, std::nullopt), "the last one");
+    }
+
     void DeleteAsksForEach()
     {
         for (const auto *name : {"Carl", "Anna", "Dora", "Ben"})

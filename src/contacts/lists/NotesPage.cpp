@@ -46,7 +46,7 @@ QString NotesPage::Notes() const
 void NotesPage::Clear()
 {
     SetNotes({});
-    m_moves->Clear();
+    m_moves->Empty();
 }
 
 void NotesPage::SetLocked(bool locked)

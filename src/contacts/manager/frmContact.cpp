@@ -10,6 +10,7 @@
 #include "contacts/record/frmAddContact.h"
 #include "core/session/Session.h"
 #include "database/statements/Security.h"
+#include "enrolment/EnrolmentModule.h"
 #include "forms/fields/FieldLock.h"
 #include "forms/fields/SearchBox.h"
 #include "forms/frames/FormBuilder.h"
@@ -202,7 +203,9 @@ void frmContact::DeleteChosen()
         m_selected.RemoveKey(person.key);
         return Deletion::Done;
     };
-    DeleteSelected(m_contacts, erase, QStringLiteral("record"));
+    DeleteSelected(m_contacts, erase, QStringLiteral("record"), [](const ListItem &person) {
+        return Contact_EnrolledText(ContactRef(KeyNumber(person.key)));
+    });
     if (selectionChanged)
         StoreSelection();
 }

@@ -177,8 +177,10 @@ void ContactDetailsPage::Load(const ContactRecord &record)
     KeepNewContactRow();
     m_genders.ChooseData(record.sex);
     // A number that is no date must not leave the birthday of the person shown before.
-    const QDate dob = IntToDate(record.dob);
-    m_dob->SetDay(dob.isValid() ? dob : Clock::Today());
+    if (const QDate dob = IntToDate(record.dob); dob.isValid())
+        m_dob->SetDay(dob);
+    else
+        m_dob->SetUnknown(Clock::Today());
     m_business->Load(record);
 }
 
@@ -192,7 +194,7 @@ void ContactDetailsPage::Store(ContactRecord &record)
     for (size_t i = 0; i < record.altRef.size(); ++i)
         record.altRef[i] = m_altRef[i]->text();
     record.sex = m_genders.CurrentData();
-    record.dob = DateToInt(m_dob->Day());
+    record.dob = m_dob->IsUnknown() ? 0 : DateToInt(m_dob->Day());
     m_business->Store(record);
 }
 
@@ -206,7 +208,7 @@ void ContactDetailsPage::Clear()
     for (const Choice &choice : m_choices)
         choice.field->Model().SetCurrent(0);
     m_genders.SetCurrent(0);
-    m_dob->SetDay(Clock::Today());
+    m_dob->SetUnknown(Clock::Today());
     m_business->Clear();
 }
 

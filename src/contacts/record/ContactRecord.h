@@ -13,7 +13,7 @@ struct ContactRecord {
     QString addr2;
     QString addr3;
     QString addr4;
-    int dob = 0; ///< date-int
+    int dob = 0; ///< date-int; 0 = unknown
     int county = 1;
     QString postcode;
     int city = 1;

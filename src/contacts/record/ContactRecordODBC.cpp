@@ -37,6 +37,12 @@ QString InsertContact(const ContactRecord &r)
            u"','" % r.altRef[3] % u"')";
 }
 
+/// An unknown date of birth stays as it is stored, NULL or 0: nobody can have changed it to that.
+QString DobToKeep(int dob)
+{
+    return dob == 0 ? QStringLiteral("Cust_DOB") : SqlNumber(dob);
+}
+
 QString UpdateContact(ContactRef contactRef, const ContactRecord &r)
 {
     return u"UPDATE Contacts SET Cust_Sex = " % SqlNumber(r.sex) % u", Cust_Forename = '" % r.forename %
@@ -47,7 +53,7 @@ QString UpdateContact(ContactRef contactRef, const ContactRecord &r)
            u"', Cust_Email = '" % r.email % u"', Cust_URL = '" % r.url % u"', Cust_Designation = " %
            SqlNumber(r.designation) % u", Cust_Postcode = '" % r.postcode % u"', Cust_County = " %
            SqlNumber(r.county) % u", Cust_Ethnicgroup = " % SqlNumber(r.ethnicGroup) % u", Cust_DOB = " %
-           SqlNumber(r.dob) % u", Cust_Notes = '" % r.notes % u"', OrganRef = " % SqlNumber(r.organRef) %
+           DobToKeep(r.dob) % u", Cust_Notes = '" % r.notes % u"', OrganRef = " % SqlNumber(r.organRef) %
            u", ContactContactRef = " % SqlNumber(r.contactContactRef) % u", JobTitle = '" % r.jobTitle %
            u"', ReferenceID = '" % r.referenceId % u"', AltRef1 = '" % r.altRef[0] % u"', AltRef2 = '" %
            r.altRef[1] % u"', AltRef3 = '" % r.altRef[2] % u"', AltRef4 = '" % r.altRef[3] %
@@ -68,7 +74,6 @@ ContactRecord ReadContact(const Recordset::Row &row)
     record.addr3 = row.Text(u"Cust_Addr3");
     record.addr4 = row.Text(u"Cust_Addr4");
     record.dob = static_cast<int>(row.Long(u"Cust_DOB"));
-    IntToDateText(record.dob);
     record.county = reference(u"Cust_County");
     record.postcode = row.Text(u"Cust_Postcode");
     record.city = reference(u"Cust_City");

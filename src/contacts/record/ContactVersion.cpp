@@ -58,7 +58,7 @@ const std::vector<Column> &Fields()
         {"Forename", &ContactRecord::forename},
         {"Surname", &ContactRecord::surname},
         {"Date of birth", &ContactRecord::dob,
-         [](const QString &value) { return IntToDateText(value.toInt()); }},
+         [](const QString &value) { return value == u"0" ? QString() : IntToDateText(value.toInt()); }},
         {"Gender", &ContactRecord::sex, Gender},
         {"Ethnicity", &ContactRecord::ethnicGroup, Contact_NamesIn(ContactSection::EthnicTypes)},
         {"Emergency Contact", &ContactRecord::contactContactRef, Person},

@@ -6,10 +6,12 @@
 #include "courses/record/frmAddCourse.h"
 #include "database/statements/Security.h"
 #include "database/values/GlobalCode.h"
+#include "enrolment/EnrolmentModule.h"
 #include "forms/fields/FieldLock.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/FormSize.h"
 #include "forms/frames/OtherScreens.h"
+#include "forms/lists/DeleteSelected.h"
 #include "platform/desktop/Dialogs.h"
 
 #include <QMdiSubWindow>
@@ -240,10 +242,9 @@ void frmCourse::DeleteCourse()
     const CourseRef courseRef(SelectedCourse());
     if (!courseRef)
         return;
-    const auto answer =
-        Dialogs::MsgBox(u"Okay to delete course '" % m_courses.Selected()->text % u"'",
-                        QStringLiteral("Confirm Deletion"), Dialogs::Buttons::YesNo, Dialogs::Icon::Question);
-    if (answer == Dialogs::Answer::Yes && ADO_Course_DeleteCourse(courseRef))
+    const bool may =
+        MayDelete(u"course '" % m_courses.Selected()->text % u'\'', Course_EnrolledText(courseRef));
+    if (may && ADO_Course_DeleteCourse(courseRef))
         RemoveNodes(courseRef);
     ClickNode();
 }

@@ -4,11 +4,16 @@
 
 Level UserRight(Right right)
 {
+    return RightIn(gUserRights, right);
+}
+
+Level RightIn(const QString &rights, Right right)
+{
     // An older version may have written fewer rights than there are now. Those that are missing are refused.
     const auto position = static_cast<qsizetype>(right);
-    if (position >= gUserRights.size())
+    if (position >= rights.size())
         return Level::None;
-    const int digit = gUserRights.at(position).digitValue();
+    const int digit = rights.at(position).digitValue();
     return digit < 0 ? Level::None : static_cast<Level>(digit);
 }
 

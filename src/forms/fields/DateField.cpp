@@ -37,7 +37,10 @@ DateField::DateField(QWidget *parent)
     connect(open, &QAction::triggered, this, &DateField::OpenCalendar);
     connect(this, &QLineEdit::returnPressed, this, &DateField::Leave);
     // A mistyped date is marked only once the user has finished with it.
-    connect(this, &QLineEdit::textEdited, this, [this] { setPalette(QPalette()); });
+    connect(this, &QLineEdit::textEdited, this, [this] {
+        m_isUnknown = false;
+        setPalette(QPalette());
+    });
 }
 
 QDate DateField::Day() const
@@ -52,9 +55,35 @@ bool DateField::IsDay() const
 
 void DateField::SetDay(QDate day)
 {
+    m_isUnknown = false;
     m_day = day;
     setPalette(QPalette());
     setText(day.toString(dateFormat));
+}
+
+void DateField::SetUnknown(QDate proposed)
+{
+    SetDay(proposed);
+    m_isUnknown = true;
+    Dim();
+}
+
+void DateField::Dim()
+{
+    const QColor dimmed = palette().color(QPalette::PlaceholderText);
+    if (palette().color(QPalette::Text) == dimmed)
+        return;
+    QPalette dim = palette();
+    dim.setColor(QPalette::Text, dimmed);
+    setPalette(dim);
+}
+
+void DateField::changeEvent(QEvent *event)
+{
+    QLineEdit::changeEvent(event);
+    // Locking and unlocking a form colours its fields.
+    if (event->type() == QEvent::PaletteChange && m_isUnknown)
+        Dim();
 }
 
 int DateField::FullYear(int shortYear) const
@@ -90,7 +119,7 @@ std::optional<QDate> DateField::Typed() const
 
 void DateField::Leave()
 {
-    if (isReadOnly())
+    if (isReadOnly() || m_isUnknown)
         return;
     if (IsDay()) {
         SetDay(Day());

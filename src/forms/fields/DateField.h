@@ -19,6 +19,9 @@ public:
     /// The date in the text; if it is empty or not a date, the date before it was edited.
     QDate Day() const;
     void SetDay(QDate day);
+    /// Shows `proposed`, dimmed, for a date that is not known until the user enters one, be it the same.
+    void SetUnknown(QDate proposed);
+    bool IsUnknown() const { return m_isUnknown; }
     /// Makes short years mean years up to this one, so that "30" is 1930 for a date of birth. Otherwise they
     /// mean the ones nearest to this year.
     void TakeShortYearsAsPast() { m_past = true; }
@@ -31,15 +34,18 @@ public:
 protected:
     void focusOutEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     std::optional<QDate> Typed() const;
     int FullYear(int shortYear) const;
     void Leave();
+    void Dim();
     void OpenCalendar();
 
     QDate m_day; ///< before the text was edited
     bool m_past = false;
+    bool m_isUnknown = false;
 };
 
 /// Tells the user about the first text in `form` that should be a date and is not, and moves the focus to it.

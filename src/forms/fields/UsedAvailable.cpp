@@ -71,14 +71,18 @@ void UsedAvailable::Clear()
 {
     if (!m_mayClear)
         return;
-    if (m_actions.clear) {
+    if (m_actions.clear)
         m_actions.clear();
-    } else {
-        std::vector<int> all(static_cast<size_t>(m_used->Model().Count()));
-        std::iota(all.begin(), all.end(), 0);
-        MoveBack(all);
-    }
+    else
+        Empty();
     emit Moved();
+}
+
+void UsedAvailable::Empty()
+{
+    std::vector<int> all(static_cast<size_t>(m_used->Model().Count()));
+    std::iota(all.begin(), all.end(), 0);
+    MoveBack(all);
 }
 
 void UsedAvailable::MoveBack(const std::vector<int> &rows)

@@ -34,6 +34,8 @@ public:
     void Add();    ///< the selected available rows become used
     void Remove(); ///< the selected used rows become available again
     void Clear();  ///< all of them do
+    /// All rows become available, whatever the user's rights allow: for another record.
+    void Empty();
 
 signals:
     void Moved(); ///< the user moved rows

@@ -26,6 +26,15 @@ ReadRow<OrganisationFile> Organisation_Show(OrganRef organRef, const Organisatio
     return ADO_Organisation_ShowOrganisation(organRef, lists);
 }
 
+QString Organisation_PeopleText(OrganRef organRef)
+{
+    const auto people = ADO_Organisation_OwnContacts(organRef);
+    if (!people || people->isEmpty())
+        return {};
+    return people->size() == 1 ? QStringLiteral("1 person")
+                               : QString(QString::number(people->size()) % u" people");
+}
+
 bool Organisation_Delete(OrganRef organRef)
 {
     return ADO_Organisation_Delete(organRef);

@@ -11,6 +11,9 @@ class Progress;
 
 /// Reads an organisation, as of ADO_Organisation_ShowOrganisation.
 ReadRow<OrganisationFile> Organisation_Show(OrganRef organRef, const OrganisationLists &lists);
+/// What a question before deleting the organisation says of its people: "12 people"; "" if there are none,
+/// and on an error.
+QString Organisation_PeopleText(OrganRef organRef);
 bool Organisation_Delete(OrganRef organRef);
 
 /// Makes `people` ("?" keys) the rows of a list of an organisation's people, with name and position as

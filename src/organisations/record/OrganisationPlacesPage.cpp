@@ -38,8 +38,8 @@ OrganisationPlacesPage::OrganisationPlacesPage(QWidget *parent)
 
 void OrganisationPlacesPage::Clear()
 {
-    m_facMoves->Clear();
-    m_venueMoves->Clear();
+    m_facMoves->Empty();
+    m_venueMoves->Empty();
 }
 
 void OrganisationPlacesPage::SetLocked(bool locked)

@@ -75,7 +75,10 @@ void frmOrganisations::EditOrganisations()
 
 void frmOrganisations::DeleteOrganisations()
 {
-    DeleteSelected(m_organisations, [](const ListItem &organisation) {
+    const auto erase = [](const ListItem &organisation) {
         return Organisation_Delete(OrganRef(KeyNumber(organisation.key))) ? Deletion::Done : Deletion::Failed;
+    };
+    DeleteSelected(m_organisations, erase, QStringLiteral("item"), [](const ListItem &organisation) {
+        return Organisation_PeopleText(OrganRef(KeyNumber(organisation.key)));
     });
 }
