@@ -1,5 +1,6 @@
 #include "contacts/ContactForm.h"
 #include "contacts/record/frmAddContact.h"
+#include "database/values/DecodeDateFunc.h"
 #include "organisations/Companies.h"
 #include "organisations/record/OrganisationModule.h"
 #include "organisations/record/frmAddOrg.h"
