@@ -12,6 +12,12 @@ VELTRANE_PACKAGES=(
     xvfb xauth openbox xdg-utils file breeze-icon-theme fonts-dejavu-core procps util-linux
 )
 
+# A desktop session has a folder for what lives as long as it does; without one the toolkit complains at every start.
+if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
+    export XDG_RUNTIME_DIR=${TMPDIR:-/tmp}/runtime-$(id -un)
+    mkdir -p -m 700 "$XDG_RUNTIME_DIR"
+fi
+
 # Installs what is missing, and says what.
 install_packages()
 {
