@@ -128,10 +128,13 @@ bool Contact_DropDeleted(ListModel &selected, const QString &title)
 
 void Contact_FillSubset(ConcessionRef concessionRef, ListModel &available, Progress &progress)
 {
-    if (!concessionRef)
+    if (!concessionRef) {
         ADO_Contact_Fill(available);
-    else
-        ADO_Contact_Fill_Concession(concessionRef, available, progress);
+        return;
+    }
+    ADO_Contact_Fill_Concession(concessionRef, available, progress);
+    // They come in the order in which they got the characteristic.
+    available.sort(0, Qt::AscendingOrder);
 }
 
 void Contact_FillSubsetList(ComboModel &subsets)

@@ -65,7 +65,8 @@ void RecordForm::OpenRecords(const QStringList &keys, Open open)
 
 void RecordForm::done(int result)
 {
-    gDialogResult = m_key;
+    // Somebody who was added is not forgotten over another who was begun and given up.
+    gDialogResult = m_key > 0 ? m_key : m_saved;
     FormDialog::done(result);
 }
 
@@ -207,6 +208,7 @@ bool RecordForm::Save()
     if (saved.key < 1)
         return false;
     m_key = saved.key;
+    m_saved = saved.key;
     m_gone = false;
     gDialogResult = saved.key;
     if (!saved.isWhole) {

@@ -117,7 +117,8 @@ private:
 
     Kind m_kind;
     State m_state = State::NewRecord;
-    int m_key = 0; ///< of the record shown; 0 for a new one
+    int m_key = 0;   ///< of the record shown; 0 for a new one
+    int m_saved = 0; ///< the record saved last; 0 if none was
     bool m_gone = false;
 
     std::unique_ptr<FormBuilder> m_builder; ///< until the buttons are built
