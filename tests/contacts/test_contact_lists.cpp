@@ -63,7 +63,13 @@ void TestContactLists::PeopleInAList()
     gShowIDs = 1;
     ADO_Contact_Fill(list);
     QCOMPARE(Texts(list), QStringList({"Bell, Anna", "[Z9] bell, Zoe"}));
-    Contact_AddItem(ContactSection::Cities, "York", "YK");
+    const int york = Contact_AddItem(ContactSection::Cities, "York", "YK");
+    Sql(u"UPDATE Contacts SET Cust_TelDay = '', Cust_TelEve = '01904', Cust_City = " % SqlNumber(york) %
+        u", Cust_Email = 'z@x.org' WHERE ContactRef = " % SqlNumber(second));
+    Sql(u"UPDATE Contacts SET Cust_TelDay = '020', Cust_TelEve = '0' WHERE ContactRef = " % SqlNumber(first));
+    ADO_Contact_Fill(list, {PersonDetail::Telephone, PersonDetail::Town, PersonDetail::Organisation});
+    QCOMPARE(list.At(0).subItems, QStringList({"020", "", ""}));
+    QCOMPARE(list.At(1).subItems, QStringList({"01904", "York", ""}));
     Contact_FillListView(ContactSection::Cities, list);
     QCOMPARE(Texts(list), QStringList("[YK] York"));
 }

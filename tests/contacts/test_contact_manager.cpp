@@ -48,6 +48,7 @@ private slots:
     void Rights();
     void ReportsOfTheSelection();
     void Menu();
+    void ChosenColumns();
 
 private:
     QString SelectionFile() const;
@@ -292,6 +293,31 @@ void TestContactManager::Menu()
     command("ID_Add")->trigger();
     menu->close();
     QCOMPARE(List(form, "ContactInfo").Count(), 2);
+}
+
+void TestContactManager::ChosenColumns()
+{
+    const auto concession = QString::number(Concession_Add("Student", 20, 0, ""));
+    Sql(u"INSERT INTO ContactConcession (ConcessionRef,ContactRef) VALUES (" % concession % u',' %
+        QString::number(m_ben) % u')');
+    Sql(u"UPDATE Contacts SET Cust_Email = 'ben@x.org' WHERE ContactRef = " % QString::number(m_ben));
+    {
+        frmContact form;
+        List(form, "ContactList2").SelectOnly(1);
+        QMenu *columns = Find<QMenu>(form, "Menu")->actions().last()->menu();
+        emit columns->aboutToShow();
+        columns->actions().at(2)->trigger();
+        QCOMPARE(List(form, "ContactList2").At(1).subItems, QStringList("ben@x.org"));
+        QCOMPARE(List(form, "ContactList2").SelectedKeys(), QStringList(u'?' % QString::number(m_ben)));
+    }
+    frmContact form;
+    QCOMPARE(List(form, "ContactList2").headerData(1, Qt::Horizontal, Qt::DisplayRole), "E-mail");
+    Choose(form, "ConcessionList", "Student");
+    QCOMPARE(List(form, "ContactList2").At(0).subItems, QStringList("ben@x.org"));
+    QMenu *columns = Find<QMenu>(form, "Menu")->actions().last()->menu();
+    emit columns->aboutToShow();
+    columns->actions().at(2)->trigger();
+    QCOMPARE(List(form, "ContactList2").columnCount(), 1);
 }
 
 QTEST_MAIN(TestContactManager)

@@ -110,12 +110,15 @@ void ADO_Contact_AddConcessionList(ConcessionRef concessionRef, const ListModel 
     });
 }
 
-void ADO_Contact_Fill_Concession(ConcessionRef concessionRef, ListModel &list, Progress &progress)
+void ADO_Contact_Fill_Concession(ConcessionRef concessionRef, ListModel &list, Progress &progress,
+                                 const QList<PersonDetail> &details)
 {
     Reported("ADO_Contact_Fill_Concession", [&] {
         list.Clear();
         const Recordset holders = OpenRecordset(
             u"SELECT ContactRef FROM ContactConcession WHERE ConcessionRef = " % SqlNumber(concessionRef));
+        constexpr int firstDetail = 3;
+        const PersonDetails more(details);
         std::vector<ListItem> items;
         progress.Begin(holders.RowCount());
         for (const Recordset::Row holder : holders) {
@@ -123,15 +126,16 @@ void ADO_Contact_Fill_Concession(ConcessionRef concessionRef, ListModel &list, P
                 break;
             progress.SetValue(progress.Value() + 1);
             const QString contactRef = holder.Text(u"ContactRef");
-            const Recordset contact = OpenRecordset(
-                u"SELECT Cust_Surname, Cust_Forename, ReferenceID FROM Contacts WHERE ContactRef = " %
-                contactRef % u" ORDER BY Cust_Surname,Cust_Forename ASC");
+            const Recordset contact = OpenRecordset(u"SELECT Cust_Surname, Cust_Forename, ReferenceID" %
+                                                    more.Columns() % u" FROM Contacts WHERE ContactRef = " %
+                                                    contactRef % u" ORDER BY Cust_Surname,Cust_Forename ASC");
             if (contact.IsEmpty())
                 continue;
             const Recordset::Row row = contact.First();
             items.push_back({u'?' % contactRef,
                              FormatRefLabel(row.Text(u"ReferenceID"),
-                                            row.Text(u"Cust_Surname") % u", " % row.Text(u"Cust_Forename"))});
+                                            row.Text(u"Cust_Surname") % u", " % row.Text(u"Cust_Forename")),
+                             more.Of(row, firstDetail)});
         }
         list.Fill(std::move(items));
     });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contacts/lists/PersonDetails.h"
 #include "database/statements/ReadRow.h"
 #include "database/values/Keys.h"
 
@@ -38,7 +39,9 @@ bool ADO_Contact_AddContactConcession(ContactRef contactRef, ConcessionRef conce
 /// stops at that person and a cancelled `progress` after one, with the earlier ones served.
 void ADO_Contact_AddConcessionList(ConcessionRef concessionRef, const ListModel &list, Progress &progress);
 /// Fills `list` with the people who have a characteristic: key "?" + reference, "surname, forename" with
-/// the site's reference in front where that is shown. A cancelled `progress` ends it after a person.
-void ADO_Contact_Fill_Concession(ConcessionRef concessionRef, ListModel &list, Progress &progress);
+/// the site's reference in front where that is shown, and the details as sub-items. A cancelled `progress`
+/// ends it after a person.
+void ADO_Contact_Fill_Concession(ConcessionRef concessionRef, ListModel &list, Progress &progress,
+                                 const QList<PersonDetail> &details = {});
 /// Fills the criterion tree with all characteristics, none of them used: key "!" + reference.
 void ADO_Contact_ShowChar(TreeModel &tree);

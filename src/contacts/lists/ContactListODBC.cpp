@@ -12,14 +12,15 @@
 
 namespace
 {
-Recordset OpenPeople()
+/// `more` are further columns (", Cust_Email"), which come after those of PeopleColumn.
+Recordset OpenPeople(const QString &more = {})
 {
-    return OpenRecordset(QStringLiteral("SELECT ContactRef, Cust_Surname, Cust_Forename, ReferenceID FROM "
-                                        "Contacts ORDER BY Cust_Surname,Cust_Forename ASC"));
+    return OpenRecordset(u"SELECT ContactRef, Cust_Surname, Cust_Forename, ReferenceID" % more %
+                         u" FROM Contacts ORDER BY Cust_Surname,Cust_Forename ASC");
 }
 
 /// The columns of OpenPeople: looked up by number, since the list holds a hundred thousand people.
-enum PeopleColumn { Reference, Surname, Forename, ReferenceId };
+enum PeopleColumn { Reference, Surname, Forename, ReferenceId, FirstDetail };
 
 /// What the lists of people show, with one piece of memory a text: with a hundred thousand rows that is
 /// what the time goes to.
@@ -78,17 +79,18 @@ QString SameItem(const QString &name, const QString &table, const QString &nameC
 }
 } // namespace
 
-void ADO_Contact_Fill(ListModel &list)
+void ADO_Contact_Fill(ListModel &list, const QList<PersonDetail> &details)
 {
     Reported("ADO_Contact_Fill", [&] {
-        const Recordset people = OpenPeople();
+        const PersonDetails more(details);
+        const Recordset people = OpenPeople(more.Columns());
         std::vector<ListItem> items;
         items.reserve(static_cast<size_t>(people.RowCount()));
         PersonReader person;
         for (const Recordset::Row row : people) {
             person.Read(row);
             if (person.hasSurname && person.hasForename)
-                items.push_back({PersonReader::Key(row), person.Label()});
+                items.push_back({PersonReader::Key(row), person.Label(), more.Of(row, FirstDetail)});
         }
         list.Fill(std::move(items));
     });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contacts/lists/PersonDetails.h"
 #include "database/statements/ReadRow.h"
 #include "database/values/GlobalCode.h"
 
@@ -11,8 +12,9 @@ class ListModel;
 /// the tables that have one, row 1 is the sentinel with an empty name.
 
 /// All people for a list: key "?" + reference, "surname, forename" with the site's reference in front where
-/// that is shown. Who has either name empty is left out, and the sentinel with them. Reads `Contacts`.
-void ADO_Contact_Fill(ListModel &list);
+/// that is shown. Who has either name empty is left out, and the sentinel with them.
+/// `details` are the sub-items. Reads `Contacts`, and the tables of the details.
+void ADO_Contact_Fill(ListModel &list, const QList<PersonDetail> &details = {});
 /// All people for a drop-down list, the reference as item data and the first item chosen. The sentinel is
 /// the select row where `withSelectRow` is set and left out where not; who has both names empty is left out.
 void ADO_Contact_FillListC(ComboModel &list, bool withSelectRow);

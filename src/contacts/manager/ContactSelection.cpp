@@ -126,13 +126,14 @@ bool Contact_DropDeleted(ListModel &selected, const QString &title)
     return LeaveOutDeleted(selected, people.table, people.keyColumn, title);
 }
 
-void Contact_FillSubset(ConcessionRef concessionRef, ListModel &available, Progress &progress)
+void Contact_FillSubset(ConcessionRef concessionRef, ListModel &available, Progress &progress,
+                        const QList<PersonDetail> &details)
 {
     if (!concessionRef) {
-        ADO_Contact_Fill(available);
+        ADO_Contact_Fill(available, details);
         return;
     }
-    ADO_Contact_Fill_Concession(concessionRef, available, progress);
+    ADO_Contact_Fill_Concession(concessionRef, available, progress, details);
     // They come in the order in which they got the characteristic.
     available.sort(0, Qt::AscendingOrder);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contacts/lists/PersonDetails.h"
 #include "database/values/Keys.h"
 
 #include <QSet>
@@ -23,8 +24,10 @@ void Contact_RefreshSelected(ListModel &selected, Progress &progress);
 /// Takes those out of a selection who were deleted since, and tells their names: something is about to be
 /// done to all of it. False on an error.
 bool Contact_DropDeleted(ListModel &selected, const QString &title);
-/// Fills `available` with the people of a characteristic, or with everybody where it is 0.
-void Contact_FillSubset(ConcessionRef concessionRef, ListModel &available, Progress &progress);
+/// Fills `available` with the people of a characteristic, or with everybody where it is 0; `details` are the
+/// sub-items.
+void Contact_FillSubset(ConcessionRef concessionRef, ListModel &available, Progress &progress,
+                        const QList<PersonDetail> &details = {});
 /// Fills `subsets` with the characteristics after a blank row that stands for everybody; what was chosen
 /// stays chosen if it is still there.
 void Contact_FillSubsetList(ComboModel &subsets);

@@ -19,10 +19,11 @@ bool PeopleRun::Store(QWidget *form, const QString &title, const QString &become
     return done;
 }
 
-void PeopleRun::FillSubset(QWidget *form, ConcessionRef concessionRef, ListModel &available)
+void PeopleRun::FillSubset(QWidget *form, ConcessionRef concessionRef, ListModel &available,
+                           const QList<PersonDetail> &details)
 {
     Run(form, QStringLiteral("Available Contacts"), QStringLiteral("Those are listed, the rest are not."),
-        [&](Progress &progress) { Contact_FillSubset(concessionRef, available, progress); });
+        [&](Progress &progress) { Contact_FillSubset(concessionRef, available, progress, details); });
 }
 
 void PeopleRun::SelectChosen(QWidget *form, ListModel &available, ListModel &selected)

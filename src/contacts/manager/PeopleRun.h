@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contacts/lists/PersonDetails.h"
 #include "database/values/Keys.h"
 
 #include <QString>
@@ -22,7 +23,8 @@ bool Run(QWidget *form, const QString &title, const QString &stopped,
 bool Store(QWidget *form, const QString &title, const QString &become,
            const std::function<bool(Progress &progress)> &work);
 /// Fills `available` with the people of a characteristic, or with everybody where it is 0.
-void FillSubset(QWidget *form, ConcessionRef concessionRef, ListModel &available);
+void FillSubset(QWidget *form, ConcessionRef concessionRef, ListModel &available,
+                const QList<PersonDetail> &details = {});
 /// The rows chosen in `available` join `selected`; who no longer exists leaves both lists.
 void SelectChosen(QWidget *form, ListModel &available, ListModel &selected);
 /// Reads the selected people again: changed names and addresses show, and who was deleted goes.

@@ -13,6 +13,7 @@
 #include "enrolment/EnrolmentModule.h"
 #include "forms/fields/FieldLock.h"
 #include "forms/fields/SearchBox.h"
+#include "forms/frames/ColumnChoice.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/FormSize.h"
 #include "forms/frames/OtherScreens.h"
@@ -21,6 +22,14 @@
 
 #include <QMenu>
 #include <QScopedValueRollback>
+
+namespace
+{
+ColumnChoice::Column Offered(PersonDetail detail, int chars)
+{
+    return {PersonDetailTitle(detail), chars};
+}
+} // namespace
 
 frmContact::frmContact(QWidget *parent)
     : QWidget(parent)
@@ -69,6 +78,10 @@ void frmContact::BuildLists(FormBuilder &form)
     m_contactInfo->SetColumnChars({20, 13, 10, 11});
     m_moves->SetActions(
         {[this] { AddSelected(); }, [this] { RemoveSelected(); }, [this] { ClearSelected(); }});
+    m_columns = new ColumnChoice(objectName(), m_contactList, {{QStringLiteral("Contact"), 22}},
+                                 {Offered(PersonDetail::Telephone, 18), Offered(PersonDetail::Town, 14),
+                                  Offered(PersonDetail::Email, 26), Offered(PersonDetail::Organisation, 20)});
+    connect(m_columns, &ColumnChoice::Changed, this, &frmContact::FillAnew);
     BindSearchBox(search, m_contactList, [this] { OpenChosen(); });
     m_contactList->SetEnterHandler([this] { OpenChosen(); });
 
@@ -156,8 +169,19 @@ void frmContact::FillCharacteristics()
 
 void frmContact::FillContacts()
 {
-    PeopleRun::FillSubset(this, ConcessionRef(m_subset.CurrentData()), m_contacts);
+    QList<PersonDetail> details;
+    for (const int column : m_columns->Chosen())
+        details.append(AllPersonDetails().at(column));
+    PeopleRun::FillSubset(this, ConcessionRef(m_subset.CurrentData()), m_contacts, details);
     EnableButtons();
+}
+
+/// With other columns, and the same people selected.
+void frmContact::FillAnew()
+{
+    const QStringList chosen = m_contacts.SelectedKeys();
+    FillContacts();
+    m_contacts.SelectKeys(chosen);
 }
 
 bool frmContact::StoreSelection()
@@ -326,6 +350,12 @@ void frmContact::BuildMenu()
     m_menu->addSeparator();
     add(QStringLiteral("ID_Find"), QStringLiteral("&Find"), &frmContact::Search);
     add(QStringLiteral("ID_Refresh"), QStringLiteral("&Refresh"), &frmContact::Refresh);
+    m_menu->addSeparator();
+    QMenu *columns = m_menu->addMenu(QStringLiteral("&Columns"));
+    connect(columns, &QMenu::aboutToShow, this, [this, columns] {
+        columns->clear();
+        m_columns->FillMenu(columns);
+    });
 }
 
 void frmContact::ShowMenu(ListView *list, const QPoint &at)

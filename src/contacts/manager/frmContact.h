@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+class ColumnChoice;
 class FormBuilder;
 class ListView;
 class QMenu;
@@ -35,6 +36,7 @@ private:
     void FillCharacteristics();
     void FillApplied();
     void FillContacts();
+    void FillAnew();
     void RereadSelection();
     bool StoreSelection();
     bool DropDeleted(const QString &title);
@@ -61,6 +63,7 @@ private:
 
     ListView *m_contactList;
     ListView *m_contactInfo;
+    ColumnChoice *m_columns;
     ListView *m_menuList = nullptr; ///< the one that the pop-up menu was asked on
     TypedCombo *m_charList;
     UsedAvailable *m_moves;

@@ -20,6 +20,20 @@ void TurnPage(QTabWidget &tabs, int step)
     while (!tabs.isTabEnabled(page));
     tabs.setCurrentIndex(page);
 }
+
+/// Shares the width between a pair of lists: one with more columns than the other needs more, and columns
+/// that the user adds later widen theirs.
+void ShareBetween(QHBoxLayout *columns, const ListModel &available, const ListModel &used)
+{
+    static constexpr int half = 4;
+    const int start = available.columnCount();
+    const auto share = [columns, &available, start] {
+        columns->setStretch(0, qMin(+half, half / 2 + available.columnCount() - start));
+    };
+    share();
+    columns->setStretch(2, used.columnCount() > start ? half : half / 2);
+    QObject::connect(&available, &ListModel::modelReset, columns, share);
+}
 } // namespace
 
 FormBuilder::FormBuilder(QWidget *page)
@@ -270,11 +284,11 @@ FormBuilder::Pair FormBuilder::UsedAvailablePair(const PairNames &names, ListMod
     buttons->addStretch();
 
     auto *grid = new QGridLayout;
-    // A list with more columns than the name needs more width.
-    columns->addLayout(grid, used.columnCount() > available.columnCount() ? 2 : 1);
+    columns->addLayout(grid);
     Push(Top().parent, grid);
     pair.used = List(names.used, names.usedCaption, used, ListView::Choice::Multi);
     EndColumns();
+    ShareBetween(columns, available, used);
     pair.moves = new UsedAvailable(pair.available, pair.used, pair.add, pair.remove, pair.clear, m_page);
     return pair;
 }

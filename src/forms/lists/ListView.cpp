@@ -46,18 +46,22 @@ ListView::ListView(ListModel &model, Choice choice, QWidget *parent)
     connect(&m_list, &ListModel::Changed, viewport(), qOverload<>(&QWidget::update));
 }
 
-void ListView::SetColumnChars(const QList<int> &chars)
+void ListView::SetColumnChars(const QList<int> &chars, Narrow narrow)
 {
     m_shares = chars;
+    const int whole = std::accumulate(chars.begin(), chars.end(), 0);
+    m_leastWidth =
+        narrow == Narrow::Scroll && chars.size() > 1 ? whole * fontMetrics().averageCharWidth() : 0;
     ShareWidth();
 }
 
 void ListView::ShareWidth()
 {
     const int whole = std::accumulate(m_shares.begin(), m_shares.end(), 0);
+    const int width = qMax(viewport()->width(), m_leastWidth);
     m_sharing = true;
     for (int column = 0; column < m_shares.size(); ++column)
-        header()->resizeSection(column, viewport()->width() * m_shares.at(column) / whole);
+        header()->resizeSection(column, width * m_shares.at(column) / whole);
     m_sharing = false;
 }
 

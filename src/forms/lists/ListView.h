@@ -24,8 +24,10 @@ public:
 
     ListModel &Model() const { return m_list; }
     /// The widths of the columns in average characters. Each column gets its share of the list's width until
-    /// the user sets one; the last takes what is left.
-    void SetColumnChars(const QList<int> &chars);
+    /// the user sets one; the last takes what is left. A list that is too narrow for them squeezes or
+    /// scrolls.
+    enum class Narrow { Squeeze, Scroll };
+    void SetColumnChars(const QList<int> &chars, Narrow narrow = Narrow::Squeeze);
     /// The text shown while there are no rows.
     void SetEmptyText(const QString &text) { m_emptyText.Set(text); }
     /// Makes `label` show how many rows there are and, if several are selected, how many.
@@ -62,7 +64,8 @@ private:
 
     ListModel &m_list;
     EmptyText m_emptyText;
-    QList<int> m_shares; ///< of the columns; empty once the user has set their widths
+    QList<int> m_shares;  ///< of the columns; empty once the user has set their widths
+    int m_leastWidth = 0; ///< in pixels, of all columns together
     bool m_sharing = false;
     QLabel *m_count = nullptr;
     std::function<void()> m_enter;
