@@ -8,6 +8,7 @@
 #include "contacts/lists/frmContactMainAddEdit.h"
 #include "contacts/maintenance/frmContactMain.h"
 #include "contacts/manager/frmContact.h"
+#include "contacts/manager/frmQuickFilter.h"
 #include "contacts/manager/frmSearchContact.h"
 #include "contacts/manager/frmSelectContacts.h"
 #include "contacts/record/frmAddContact.h"
@@ -210,6 +211,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmOrganisations"), Open<frmOrganisations>()},
         {QStringLiteral("frmPercent"),
          Open<frmPercent>(QStringList{QStringLiteral("Welding"), QStringLiteral("Welding")})},
+        {QStringLiteral("frmQuickFilter"), Open<frmQuickFilter>()},
         {QStringLiteral("frmRegisterDB"), Open<frmRegisterDB>(), QStringLiteral("DSN")},
         {QStringLiteral("frmSearchContact"), OpenSearch},
         {QStringLiteral("frmSelectContacts"), OpenPicker, {}, searchOfPeople},

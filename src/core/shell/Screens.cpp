@@ -3,6 +3,7 @@
 #include "attributes/frmCustomAttributes.h"
 #include "contacts/maintenance/frmContactMain.h"
 #include "contacts/manager/frmContact.h"
+#include "contacts/manager/frmQuickFilter.h"
 #include "contacts/manager/frmSelectContacts.h"
 #include "core/shell/Main.h"
 #include "core/shell/frmAbout.h"
@@ -89,6 +90,7 @@ const QHash<QString, Screen> &Standing()
         {QStringLiteral("ID_Import"), ModalThatChangesLists<frmImportWiz>()},
         {QStringLiteral("ID_LocalOptions"), Modal<frmLocalOptions>()},
         {QStringLiteral("ID_Organisations"), Modal<frmOrganisations>()},
+        {QStringLiteral("ID_QuickFilter"), Modal<frmQuickFilter>()},
         {QStringLiteral("ID_RegisterDB"), Modal<frmRegisterDB>()},
         {QStringLiteral("ID_Users"), Child<frmUsers>(QStringLiteral("frmUsers"))},
     };
