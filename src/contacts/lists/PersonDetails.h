@@ -14,8 +14,8 @@ const QList<PersonDetail> &AllPersonDetails();
 /// The title of its column.
 QString PersonDetailTitle(PersonDetail detail);
 
-/// Reads the details that a list shows, and no others, along with the people. Towns and organisations are read
-/// once and shared by all rows.
+/// Reads the details that a list shows, and no others, along with the people. Towns and organisations are
+/// read once and shared by all rows.
 class PersonDetails final
 {
 public:

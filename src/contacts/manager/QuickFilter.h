@@ -25,7 +25,7 @@ private:
     void Append(const Recordset::Row &row);
 
     Recordset m_people;
-    std::u16string m_text;         ///< of everybody, in capitals, a line for each field
-    std::vector<size_t> m_begin;   ///< where in it a person begins
-    std::vector<int> m_rowOf;      ///< the person's row in m_people
+    std::u16string m_text;       ///< of everybody, in capitals, a line for each field
+    std::vector<size_t> m_begin; ///< where in it a person begins
+    std::vector<int> m_rowOf;    ///< the person's row in m_people
 };

@@ -19,12 +19,13 @@ frmQuickFilter::frmQuickFilter(QWidget *parent)
     m_found.SetColumns({QStringLiteral("Contact"), QStringLiteral("Telephone"), QStringLiteral("E-mail"),
                         QStringLiteral("Postcode")});
     FormBuilder form(this);
-    m_entry =
-        form.Text(QStringLiteral("FilterBox"), QStringLiteral("&Name, telephone, e-mail or postcode contains:"));
+    m_entry = form.Text(QStringLiteral("FilterBox"),
+                        QStringLiteral("&Name, telephone, e-mail or postcode contains:"));
     m_entry->setClearButtonEnabled(true);
     m_entry->installEventFilter(this);
     m_note = new FieldNote(m_entry);
-    m_list = form.List(QStringLiteral("FoundList"), QStringLiteral("People found:"), m_found, ListView::Choice::Multi);
+    m_list = form.List(QStringLiteral("FoundList"), QStringLiteral("People found:"), m_found,
+                       ListView::Choice::Multi);
     m_list->SetColumnChars({26, 15, 26, 10});
     m_list->SetEmptyText(QStringLiteral("Type any part of what you know."));
     form.BeginButtons();

@@ -42,7 +42,8 @@ QString ColumnChoice::Name() const
 void ColumnChoice::FillMenu(QMenu *menu)
 {
     for (int column = 0; column < m_offered.size(); ++column) {
-        QAction *action = menu->addAction(m_offered.at(column).title, this, [this, column] { Toggle(column); });
+        QAction *action =
+            menu->addAction(m_offered.at(column).title, this, [this, column] { Toggle(column); });
         action->setCheckable(true);
         action->setChecked(m_chosen.contains(column));
     }
