@@ -9,6 +9,7 @@
 
 #include <algorithm>
 
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): from left to right, as they show.
 ColumnChoice::ColumnChoice(const QString &form, ListView *list, const QList<Column> &fixed,
                            const QList<Column> &offered)
     : QObject(list)
