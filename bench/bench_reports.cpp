@@ -5,15 +5,21 @@
 #include "database/statements/System.h"
 #include "reports/contacts/ContactReport.h"
 #include "reports/writer/HTMLscript.h"
+#include "reports/writer/ReportPdf.h"
 #include "support/TestDatabase.h"
 
 #include <QFile>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QRegularExpression>
 
 #include <sqlite3.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -208,6 +214,79 @@ Bench::Case ReportCase(bool tabular)
     return benchmark;
 }
 
+/// What such a report of people usually has.
+ContactReport Usual()
+{
+    ContactReport report;
+    for (const ContactItem::Flag item :
+         {ContactItem::References, ContactItem::DateOfBirth, ContactItem::Address, ContactItem::City,
+          ContactItem::Postcode, ContactItem::Telephone, ContactItem::Email})
+        report.flags[static_cast<size_t>(item)] = 1;
+    return report;
+}
+
+/// The texts of the last report, a line of them for each row.
+std::vector<QStringList> TextsOfReport()
+{
+    QFile file(HTML_OutputPath());
+    Bench::Require(file.open(QIODevice::ReadOnly), "there is no report");
+    static const QRegularExpression tag(QStringLiteral("<[^>]*>"));
+    const QString report = QString::fromLatin1(file.readAll());
+    std::vector<QStringList> rows;
+    for (const QString &row : report.mid(report.indexOf(u"<body")).split(QStringLiteral("<TR>\n")))
+        rows.push_back(QString(row).remove(tag).split(u'\n', Qt::SkipEmptyParts));
+    return rows;
+}
+
+/// Each text drawn where it comes, one page after another.
+double DrawnByHand(const std::vector<QStringList> &rows)
+{
+    return Bench::Milliseconds([&] {
+        constexpr int rowsOnPage = 40;
+        constexpr int rowHeight = 250;
+        constexpr int columnWidth = 1200;
+        QPdfWriter writer(gDocDir + "/twin.pdf");
+        QPainter painter(&writer);
+        painter.setFont(QFont(QStringLiteral("Verdana"), 8));
+        int onPage = 0;
+        for (const QStringList &row : rows) {
+            if (++onPage > rowsOnPage) {
+                writer.newPage();
+                onPage = 1;
+            }
+            int left = 0;
+            for (const QString &text : row)
+                painter.drawText(std::exchange(left, left + columnWidth), onPage * rowHeight, text);
+        }
+        Bench::Require(painter.end(), "the twin cannot print");
+    });
+}
+
+Bench::Case PdfCase(bool tabular)
+{
+    const std::shared_ptr<TestDatabase> database = School();
+    Progress onward;
+    const ReportResult report =
+        tabular ? Contact_Rep_Tabular_HTML(Usual(), onward) : Contact_Rep_HTML(Usual(), onward);
+    Bench::Require(report.written && report.held == people, "the report lost people");
+    Bench::Case benchmark;
+    benchmark.unit = QStringLiteral("ms");
+    benchmark.bar = 2;
+    benchmark.ours = [database] {
+        return Bench::Milliseconds([] {
+            Progress toTheEnd;
+            QString fault;
+            Bench::Require(SaveReportAsPdf(HTML_OutputPath(), gDocDir + "/report.pdf", toTheEnd, fault),
+                           fault);
+        });
+    };
+    benchmark.twin = [rows = TextsOfReport()] { return DrawnByHand(rows); };
+    return benchmark;
+}
+
 const Bench::Registration lines("report: 5,000 people, one item per line", [] { return ReportCase(false); });
 const Bench::Registration table("report: 5,000 people, tabular", [] { return ReportCase(true); });
+const Bench::Registration pdfOfLines("report: PDF of 5,000 people, line by line",
+                                     [] { return PdfCase(false); });
+const Bench::Registration pdfOfTable("report: PDF of 5,000 people, tabular", [] { return PdfCase(true); });
 } // namespace
