@@ -7,6 +7,7 @@
 
 #include <QBuffer>
 #include <QPaintEngine>
+#include <QPainterPath>
 #include <QPdfWriter>
 #include <QTemporaryDir>
 #include <QtEndian>
