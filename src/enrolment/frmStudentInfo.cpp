@@ -287,7 +287,7 @@ bool frmStudentInfo::Save()
     if (result.outcome != PaymentOutcome::Stored)
         return false;
     ShowWord(result.student);
-    m_modified->Clear();
+    m_modified->Saved();
     return true;
 }
 

@@ -128,7 +128,7 @@ void frmAddEditUser::Save()
 {
     if (!(IsNew() ? AddUser() : UpdateUsers()))
         return;
-    m_modified->Clear();
+    m_modified->Saved();
     accept();
 }
 

@@ -2,6 +2,7 @@
 #include "core/shell/Screens.h"
 #include "core/shell/frmMain.h"
 #include "database/statements/Security.h"
+#include "forms/fields/ModifiedMark.h"
 #include "support/Files.h"
 #include "support/TestDatabase.h"
 
@@ -10,7 +11,9 @@
 #include <QMdiArea>
 #include <QMenu>
 #include <QSet>
+#include <QStatusTipEvent>
 #include <QTest>
+#include <QTimer>
 
 #include <memory>
 
@@ -84,6 +87,20 @@ private slots:
         QCOMPARE(area->accessibleDescription(), QString());
         Tool("ID_Exit")->showStatusText(m_window.get());
         QCOMPARE(Panel(1), u"Quit Program"_qs);
+    }
+
+    void TheStatusBarTellsOfTheUserAndOfASave()
+    {
+        gUserName = "Clerk";
+        Give(-1, 9);
+        QCOMPARE(m_window->findChild<QLabel *>("Panel_User")->text(), u"User: Clerk  "_qs);
+        ModifiedMark(nullptr).Saved();
+        QStatusTipEvent left{QString()};
+        QCoreApplication::sendEvent(m_window.get(), &left);
+        QCOMPARE(Panel(1), u"Saved"_qs);
+        m_window->findChild<QTimer *>("SavedTimer")->setInterval(1);
+        QTRY_COMPARE(Panel(1), QString());
+        gUserName.clear();
     }
 
     /// A right below 9 takes its command, and nothing else.

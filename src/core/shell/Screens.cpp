@@ -90,7 +90,7 @@ const QHash<QString, Screen> &Standing()
         {QStringLiteral("ID_Import"), ModalThatChangesLists<frmImportWiz>()},
         {QStringLiteral("ID_LocalOptions"), Modal<frmLocalOptions>()},
         {QStringLiteral("ID_Organisations"), Modal<frmOrganisations>()},
-        {QStringLiteral("ID_QuickFilter"), Modal<frmQuickFilter>()},
+        {QStringLiteral("ID_QuickFilter"), ModalThatChangesLists<frmQuickFilter>()},
         {QStringLiteral("ID_RegisterDB"), Modal<frmRegisterDB>()},
         {QStringLiteral("ID_Users"), Child<frmUsers>(QStringLiteral("frmUsers"))},
     };

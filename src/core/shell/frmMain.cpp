@@ -17,6 +17,7 @@
 #include "database/statements/Security.h"
 #include "database/statements/System.h"
 #include "database/values/DecodeDateFunc.h"
+#include "forms/fields/ModifiedMark.h"
 #include "forms/frames/WindowMemory.h"
 #include "platform/connection/Connection.h"
 #include "platform/desktop/Clock.h"
@@ -31,6 +32,7 @@
 #include <QHash>
 #include <QLabel>
 #include <QMdiSubWindow>
+#include <QPointer>
 #include <QScreen>
 #include <QStatusBar>
 #include <QStatusTipEvent>
@@ -108,6 +110,10 @@ void frmMain::AssumeScreenWidth(int pixels)
 
 void frmMain::BuildStatusBar()
 {
+    m_user = new QLabel(this);
+    m_user->setObjectName(QStringLiteral("Panel_User"));
+    m_user->setTextFormat(Qt::PlainText);
+    statusBar()->addPermanentWidget(m_user);
     for (int i = 0; i < 3; ++i) {
         m_panels[i] = new QLabel(this);
         m_panels[i]->setObjectName(u"Panel_" % QString::number(i + 1));
@@ -117,6 +123,21 @@ void frmMain::BuildStatusBar()
         else
             statusBar()->addPermanentWidget(m_panels[i]);
     }
+    constexpr int howLong = 4000; // milliseconds
+    m_saved.setObjectName(QStringLiteral("SavedTimer"));
+    m_saved.setSingleShot(true);
+    m_saved.setInterval(howLong);
+    connect(&m_saved, &QTimer::timeout, this, [this] { m_panels[0]->clear(); });
+    ModifiedMark::WhenSaved() = [window = QPointer(this)] {
+        if (window)
+            window->ShowSaved();
+    };
+}
+
+void frmMain::ShowSaved()
+{
+    m_panels[0]->setText(QStringLiteral("Saved"));
+    m_saved.start();
 }
 
 void frmMain::RestoreWindow()
@@ -185,6 +206,7 @@ void frmMain::Login()
 {
     m_commands->HoldDrawing(true);
     m_loginComplete = false;
+    m_user->setText(gUserName.isEmpty() ? QString() : QString(u"User: " % gUserName % u"  "));
     m_panels[1]->setText(u"Logged in at " % GeneralDateText(Clock::Now()) % u"  ");
     m_panels[2]->setText(QStringLiteral("No Database.  "));
     m_panels[2]->setEnabled(false);
@@ -249,7 +271,12 @@ void frmMain::ApplyRights()
 bool frmMain::event(QEvent *event)
 {
     if (event->type() == QEvent::StatusTip) {
-        m_panels[0]->setText(static_cast<QStatusTipEvent *>(event)->tip());
+        // The pointer that leaves a button takes its hint away, and not the word of a save.
+        const QString &tip = static_cast<QStatusTipEvent *>(event)->tip();
+        if (tip.isEmpty() && m_saved.isActive())
+            return true;
+        m_saved.stop();
+        m_panels[0]->setText(tip);
         return true;
     }
     return QMainWindow::event(event);

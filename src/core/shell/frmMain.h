@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QMainWindow>
+#include <QTimer>
 
 #include <functional>
 
@@ -38,6 +39,7 @@ protected:
 
 private:
     void BuildStatusBar();
+    void ShowSaved();
     void RestoreWindow();
     void StoreWindow() const;
     void SetTitle();
@@ -63,6 +65,8 @@ private:
     ChildArea *m_children;
     CommandSet *m_commands;
     QLabel *m_panels[3];
+    QLabel *m_user;
+    QTimer m_saved{this}; ///< until the word of a save goes
     bool m_loginComplete = false;
     bool m_unloaded = false;
 };

@@ -108,7 +108,7 @@ void frmAddCourse::Save()
     if (!m_courseRef)
         RowExists(CourseRef(saved.key));
     if (saved.isWhole)
-        m_modified->Clear();
+        m_modified->Saved();
 }
 
 bool frmAddCourse::MayLeave()

@@ -57,6 +57,19 @@ void ModifiedMark::Ignore(QWidget *field)
     m_ignored.insert(field);
 }
 
+void ModifiedMark::Saved()
+{
+    Clear();
+    if (WhenSaved())
+        WhenSaved()();
+}
+
+std::function<void()> &ModifiedMark::WhenSaved()
+{
+    static std::function<void()> whenSaved;
+    return whenSaved;
+}
+
 bool ModifiedMark::AskToSave(const std::function<void()> &save, Dialogs::Answer defaultAnswer)
 {
     if (!m_set)

@@ -36,6 +36,10 @@ public:
     bool IsSet() const { return m_set; }
     void Set() { m_set = true; }
     void Clear() { m_set = false; }
+    /// Clears the flag because what was changed is stored now, and tells whoever wants to know.
+    void Saved();
+    /// What is called at each save; the main window installs it.
+    static std::function<void()> &WhenSaved();
 
     /// Asks the question on leaving; true if the form may close. Yes runs `save`, after which the flag tells
     /// whether it worked; No leaves; Cancel stays. An unmodified form may close without a question.

@@ -62,7 +62,7 @@ void ItemDialog::Save()
     const int key = Store();
     if (key < 1)
         return;
-    m_modified->Clear();
+    m_modified->Saved();
     gDialogResult = key;
     accept();
 }

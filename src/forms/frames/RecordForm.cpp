@@ -220,7 +220,7 @@ bool RecordForm::Save()
     }
     if (AfterStore(saved.key))
         ShowKey(saved.key);
-    m_modified->Clear();
+    m_modified->Saved();
     SetState(State::View);
     return true;
 }

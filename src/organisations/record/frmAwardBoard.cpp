@@ -38,7 +38,7 @@ bool frmAwardBoard::Update()
         this, windowTitle(), QStringLiteral("organisations"), QStringLiteral("The rest are as they were."),
         [&](Progress &progress) { stored = Organisations_StoreAwardFlags(m_organisations, progress); });
     if (stored)
-        m_modified->Clear();
+        m_modified->Saved();
     return stored;
 }
 
