@@ -186,6 +186,56 @@ private slots:
         QCOMPARE(bench.field->currentText(), towns.CurrentText());
     }
 
+    void typed_combo_completes_in_the_field_data()
+    {
+        const TestTable<QString, QList<int>, QString, QString, int> row{"keys", "then", "shown", "note",
+                                                                        "chosen"};
+        row("the first that begins so", "yo", {}, "york", "", 3);
+        row("nothing typed after the tail", "lo", {Qt::Key_End}, "london", "", 2);
+        row("Enter takes it", "lond", {Qt::Key_Return}, "London", "", 2);
+        row("Delete drops the tail", "Lon", {Qt::Key_Delete}, "Lon", "new town", 9);
+        row("so does Backspace", "Lon", {Qt::Key_Backspace}, "Lon", "new town", 9);
+        row("an item stays though another is longer", "York", {}, "York", "", 3);
+        row("longer than the item", "yorks", {}, "yorkshire", "", 4);
+        row("no item", "Leeds", {}, "Leeds", "new town", 9);
+        row("a middle that changes", "ork", {Qt::Key_Home, Qt::Key_Y}, "york", "", 3);
+        row("blanks", "  ", {}, "  ", "", 1);
+    }
+    void typed_combo_completes_in_the_field()
+    {
+        ComboModel towns;
+        auto items = Towns();
+        items.push_back({u"Yorkshire"_qs, 4});
+        towns.Fill(items);
+        towns.SetCurrent(0);
+        Bench<TypedCombo> bench(towns);
+        bench.field->SetNewTextHandler(
+            [&](const QString &text) {
+                items.push_back({text, 9});
+                towns.Fill(items);
+                towns.ChooseData(9);
+            },
+            u"town"_qs);
+        bench.field->lineEdit()->selectAll();
+        QFETCH(QString, keys);
+        QFETCH(QList<int>, then);
+        // The list of suggestions has the keys while it is open.
+        const auto press = [&](int key, const QString &text) {
+            QWidget *popup = QApplication::activePopupWidget();
+            QTest::sendKeyEvent(QTest::Click, popup ? popup : bench.field, static_cast<Qt::Key>(key), text,
+                                {});
+        };
+        for (const QChar letter : keys)
+            press(QTest::asciiToKey(letter.toLatin1()), letter);
+        for (const int key : then)
+            press(key, key == Qt::Key_Y ? u"y"_qs : QString());
+        QTEST(bench.field->currentText(), "shown");
+        QTEST(bench.field->findChild<QLabel *>("FieldNote")->text(), "note");
+        press(Qt::Key_Tab, {});
+        QTEST(towns.CurrentData(), "chosen");
+        QCOMPARE(bench.field->findChild<QLabel *>("FieldNote")->text(), QString());
+    }
+
     void typed_combo_shows_its_choice_when_nothing_was_added()
     {
         ComboModel towns;

@@ -110,5 +110,6 @@ void ContactFields::TakeTyped(TypedCombo *list, ContactSection code)
 {
     list->AllowTyping(UserMay(ContactSectionOf(code).right, Level::Edit));
     list->SetNewTextHandler(
-        [list, code](const QString &typed) { Contact_TakeTyped(code, list->Model(), typed); });
+        [list, code](const QString &typed) { Contact_TakeTyped(code, list->Model(), typed); },
+        ContactSectionOf(code).word);
 }

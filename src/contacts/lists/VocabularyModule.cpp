@@ -13,19 +13,22 @@ namespace
 const std::array<ContactSectionInfo, 11> &Sections()
 {
     static const std::array<ContactSectionInfo, 11> sections = {{
-        {ContactSection::Contacts, "", "Contacts", "", "ContactRef", Right::Contacts},
-        {ContactSection::Titles, "Titles", "Designation", "Title", "Designation_ID", Right::Titles},
-        {ContactSection::Cities, "Cities", "City", "City", "City_ID", Right::Cities},
-        {ContactSection::Counties, "Counties", "County", "County", "County_ID", Right::Counties},
-        {ContactSection::Countries, "Countries", "Country", "Country", "Country_ID", Right::Countries},
-        {ContactSection::EthnicTypes, "Ethnic Types", "EthnicGroup", "Type", "Ethnic_ID", Right::EthnicTypes},
+        {ContactSection::Contacts, "", "Contacts", "", "ContactRef", "person", Right::Contacts},
+        {ContactSection::Titles, "Titles", "Designation", "Title", "Designation_ID", "title", Right::Titles},
+        {ContactSection::Cities, "Cities", "City", "City", "City_ID", "town", Right::Cities},
+        {ContactSection::Counties, "Counties", "County", "County", "County_ID", "county", Right::Counties},
+        {ContactSection::Countries, "Countries", "Country", "Country", "Country_ID", "country",
+         Right::Countries},
+        {ContactSection::EthnicTypes, "Ethnic Types", "EthnicGroup", "Type", "Ethnic_ID", "ethnic type",
+         Right::EthnicTypes},
         {ContactSection::Characteristics, "Characteristics", "Concessions", "Name", "ConcessionRef",
-         Right::Characteristics},
-        {ContactSection::GroupTypes, "Group Types", "LinkNames", "LinkName", "LinkRef", Right::GroupTypes},
-        {ContactSection::Groups, "Groups", "GroupNames", "Name", "GroupRef", Right::Groups},
+         "characteristic", Right::Characteristics},
+        {ContactSection::GroupTypes, "Group Types", "LinkNames", "LinkName", "LinkRef", "group type",
+         Right::GroupTypes},
+        {ContactSection::Groups, "Groups", "GroupNames", "Name", "GroupRef", "group", Right::Groups},
         {ContactSection::Organisations, "Organisations", "Organisations", "OrganName", "OrganRef",
-         Right::Organisations},
-        {ContactSection::Roles, "Roles", "RoleTypes", "Name", "RoleTypeRef", Right::Roles},
+         "organisation", Right::Organisations},
+        {ContactSection::Roles, "Roles", "RoleTypes", "Name", "RoleTypeRef", "role", Right::Roles},
     }};
     return sections;
 }

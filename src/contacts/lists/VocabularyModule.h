@@ -34,7 +34,8 @@ struct ContactSectionInfo {
     QString table;
     QString nameColumn;
     QString keyColumn;
-    Right right; ///< the right that guards adding, changing and deleting its rows
+    QString word; ///< for one of its rows, in the middle of a sentence
+    Right right;  ///< the right that guards adding, changing and deleting its rows
 };
 
 const ContactSectionInfo &ContactSectionOf(ContactSection code);

@@ -46,7 +46,8 @@ frmContact::frmContact(QWidget *parent)
         if (!m_filling)
             FillContacts();
     });
-    m_charList->SetNewTextHandler([this](const QString &typed) { NewCharacteristic(typed); });
+    m_charList->SetNewTextHandler([this](const QString &typed) { NewCharacteristic(typed); },
+                                  ContactSectionOf(ContactSection::Characteristics).word);
     connect(&m_characteristics, &ComboModel::CurrentChanged, this, &frmContact::EnableButtons);
     connect(&m_selected, &ListModel::Changed, this, &frmContact::EnableButtons);
     connect(m_contacts.Selection(), &QItemSelectionModel::selectionChanged, this, &frmContact::EnableButtons);

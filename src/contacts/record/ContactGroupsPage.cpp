@@ -36,9 +36,9 @@ ContactGroupsPage::ContactGroupsPage(QWidget *parent)
     }
     ContactFields::TakeTyped(m_linkList, ContactSection::GroupTypes);
     m_groupNameList->AllowTyping(UserMay(Right::Groups, Level::Edit));
-    m_groupNameList->SetNewTextHandler([this](const QString &typed) {
-        GroupName_TakeTyped(LinkRef(m_types.CurrentData()), m_names, typed);
-    });
+    m_groupNameList->SetNewTextHandler(
+        [this](const QString &typed) { GroupName_TakeTyped(LinkRef(m_types.CurrentData()), m_names, typed); },
+        ContactSectionOf(ContactSection::Groups).word);
     Connect();
 }
 

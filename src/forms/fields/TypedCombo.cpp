@@ -3,6 +3,7 @@
 #include "controls/ComboModel.h"
 #include "database/values/GlobalCode.h"
 #include "forms/fields/FieldFocus.h"
+#include "forms/fields/FieldNote.h"
 
 #include <QCompleter>
 #include <QKeyEvent>
@@ -16,9 +17,10 @@ TypedCombo::TypedCombo(ComboModel &model, QWidget *parent)
     AllowTyping(true);
 }
 
-void TypedCombo::SetNewTextHandler(std::function<void(const QString &)> handler)
+void TypedCombo::SetNewTextHandler(std::function<void(const QString &)> handler, const QString &what)
 {
     m_newText = std::move(handler);
+    m_what = what;
 }
 
 void TypedCombo::SetEnterHandler(std::function<void()> handler)
@@ -34,7 +36,7 @@ void TypedCombo::AllowTyping(bool allowed)
     if (!allowed)
         return;
     setInsertPolicy(NoInsert);
-    // A popup and no inline completion: "York" must stay "York" even if "Yorkshire" is in the list.
+    // The popup lists what begins so; the completion in the field is Complete.
     completer()->setCompletionMode(QCompleter::PopupCompletion);
     completer()->setCaseSensitivity(Qt::CaseInsensitive);
     // Rows of equal height: measuring 50,000 of them one by one would delay every key.
@@ -44,6 +46,8 @@ void TypedCombo::AllowTyping(bool allowed)
     // longer.
     QLineEdit *edit = lineEdit();
     connect(this, &QComboBox::currentIndexChanged, edit, [edit] { edit->setCursorPosition(0); });
+    m_note = new FieldNote(edit);
+    connect(edit, &QLineEdit::textChanged, this, &TypedCombo::Announce);
     ShowChoice();
 }
 
@@ -76,6 +80,64 @@ void TypedCombo::ShowChoice()
     lineEdit()->setCursorPosition(0);
 }
 
+/// What is in front of the tail.
+QString TypedCombo::Typed() const
+{
+    const QLineEdit *edit = lineEdit();
+    return edit->hasSelectedText() ? edit->text().left(edit->selectionStart()) : edit->text();
+}
+
+/// The item that is just the text, or else the first that begins with it, regardless of case; -1 = none.
+int TypedCombo::FirstThatBegins(const QString &typed) const
+{
+    const ComboModel &list = Model();
+    int first = -1;
+    for (int row = 0; row < list.Count(); ++row) {
+        const QString &text = list.At(row).text;
+        if (!text.startsWith(typed, Qt::CaseInsensitive))
+            continue;
+        if (text.size() == typed.size())
+            return row;
+        if (first < 0)
+            first = row;
+    }
+    return first;
+}
+
+/// `before` is what was in front of the tail before the last key. A text that became shorter, or was changed
+/// in its middle, is left as it is.
+void TypedCombo::Complete(const QString &before)
+{
+    QLineEdit *edit = lineEdit();
+    const QString typed = edit->text();
+    if (typed.trimmed().isEmpty() || typed.size() <= before.size() || edit->cursorPosition() < typed.size())
+        return;
+    const int row = FirstThatBegins(typed);
+    const QString tail = row < 0 ? QString() : Model().At(row).text.mid(typed.size());
+    if (tail.isEmpty())
+        return;
+    edit->setText(typed % tail);
+    edit->setSelection(static_cast<int>(edit->text().size()), -static_cast<int>(tail.size()));
+}
+
+void TypedCombo::Announce()
+{
+    if (!m_note || !isEditable())
+        return;
+    const QString typed = currentText();
+    const bool isNew = m_newText && typed != Model().CurrentText() && Model().FindText(typed) < 0 &&
+                       !SplitRefLabel(typed).name.trimmed().isEmpty();
+    m_note->Show(!isNew ? QString() : m_what.isEmpty() ? QStringLiteral("new") : QString(u"new " % m_what));
+}
+
+void TypedCombo::inputMethodEvent(QInputMethodEvent *event)
+{
+    const QString before = isEditable() ? Typed() : QString();
+    ComboBox::inputMethodEvent(event);
+    if (isEditable() && !event->commitString().isEmpty())
+        Complete(before);
+}
+
 void TypedCombo::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
@@ -85,7 +147,10 @@ void TypedCombo::keyPressEvent(QKeyEvent *event)
         event->accept();
         return;
     }
+    const QString before = isEditable() ? Typed() : QString();
     ComboBox::keyPressEvent(event);
+    if (isEditable() && !event->text().isEmpty() && event->text().front().isPrint())
+        Complete(before);
 }
 
 void TypedCombo::focusOutEvent(QFocusEvent *event)
