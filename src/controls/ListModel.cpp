@@ -3,8 +3,10 @@
 #include "controls/ItemRoles.h"
 #include "platform/sql/NameCollation.h"
 
+#include <QCoreApplication>
 #include <QDate>
 #include <QLocale>
+#include <QMimeData>
 
 #include <algorithm>
 #include <limits>
@@ -14,6 +16,7 @@
 namespace
 {
 constexpr size_t scatteredRuns = 100;
+const QString dragType = QStringLiteral("application/x-veltrane-rows");
 
 /// What an amount ("1,234.50") or a day ("9/3/2026") is sorted by, an empty cell coming first; nullopt for
 /// any other text.
@@ -389,10 +392,34 @@ Qt::ItemFlags ListModel::flags(const QModelIndex &index) const
 {
     if (!index.isValid())
         return {};
-    Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
+    Qt::ItemFlags flags =
+        Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren | Qt::ItemIsDragEnabled;
     if (m_checkable && index.column() == 0)
         flags |= Qt::ItemIsUserCheckable;
     return flags;
+}
+
+QByteArray ListModel::DragMark() const
+{
+    return QByteArray::number(QCoreApplication::applicationPid()) + ':' +
+           QByteArray::number(reinterpret_cast<quintptr>(this));
+}
+
+QStringList ListModel::mimeTypes() const
+{
+    return {dragType};
+}
+
+QMimeData *ListModel::mimeData(const QModelIndexList & /*indexes*/) const
+{
+    auto *data = new QMimeData;
+    data->setData(dragType, DragMark());
+    return data;
+}
+
+bool ListModel::IsDragged(const QMimeData &data) const
+{
+    return data.data(dragType) == DragMark();
 }
 
 void ListModel::sort(int column, Qt::SortOrder order)

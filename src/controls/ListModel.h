@@ -91,6 +91,11 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     void sort(int column, Qt::SortOrder order) override;
+    QStringList mimeTypes() const override;
+    /// What is dragged tells only which list it comes from: the rows are those selected there.
+    QMimeData *mimeData(const QModelIndexList &indexes) const override;
+    /// Whether rows of this list, in this program, are dragged.
+    bool IsDragged(const QMimeData &data) const;
 
 signals:
     /// Emitted when rows were added, removed or replaced, or a text or check mark changed; not for a new
@@ -102,6 +107,7 @@ private:
     std::vector<ListItem> TakeScattered(const std::vector<int> &rows);
     void Reindex() const;
     void CellChanged(int row);
+    QByteArray DragMark() const;
 
     std::vector<ListItem> m_items;
     QStringList m_titles;

@@ -3,6 +3,7 @@
 #include "core/session/Session.h"
 #include "database/statements/Security.h"
 #include "database/values/GlobalCode.h"
+#include "forms/fields/FormKeys.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/FormSize.h"
 #include "forms/lists/DeleteSelected.h"
@@ -52,6 +53,8 @@ void frmUsers::Connect()
 {
     connect(m_add, &QPushButton::clicked, this, &frmUsers::AddUser);
     connect(m_edit, &QPushButton::clicked, this, &frmUsers::EditRights);
+    // Alt+S is the letter of the Security menu too.
+    FormKeys::Bind(this, Qt::Key_F4, m_edit);
     connect(m_setPassword, &QPushButton::clicked, this, &frmUsers::SetPassword);
     connect(m_delete, &QPushButton::clicked, this, &frmUsers::DeleteUsers);
     connect(m_refresh, &QPushButton::clicked, this, &frmUsers::Form_Refresh);

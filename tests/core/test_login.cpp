@@ -1,19 +1,26 @@
+#include "controls/ListModel.h"
 #include "core/session/Session.h"
 #include "core/shell/Screens.h"
 #include "core/shell/frmMain.h"
 #include "database/statements/Security.h"
 #include "forms/fields/ModifiedMark.h"
+#include "forms/lists/ListView.h"
 #include "support/Files.h"
 #include "support/TestDatabase.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QDropEvent>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
 #include <QSet>
 #include <QStatusTipEvent>
 #include <QTest>
 #include <QTimer>
+#include <QUrl>
 
 #include <memory>
 
@@ -87,6 +94,51 @@ private slots:
         QCOMPARE(area->accessibleDescription(), QString());
         Tool("ID_Exit")->showStatusText(m_window.get());
         QCOMPARE(Panel(1), u"Quit Program"_qs);
+    }
+
+    void ACsvFileIsDropped()
+    {
+        QStringList imported;
+        Screens::Installed().importFile = [&](QWidget *, const QString &file) { imported.append(file); };
+        const auto drop = [this](const QList<QUrl> &files) {
+            QMimeData data;
+            data.setUrls(files);
+            QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+            enter.ignore();
+            QApplication::sendEvent(m_window.get(), &enter);
+            if (!enter.isAccepted())
+                return false;
+            QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+            QApplication::sendEvent(m_window.get(), &event);
+            QCoreApplication::processEvents();
+            return event.isAccepted();
+        };
+        const QUrl csv = QUrl::fromLocalFile("/tmp/people.CSV");
+        Give(-1, 9);
+        QVERIFY(drop({csv}) && !drop({csv, csv}) && !drop({QUrl::fromLocalFile("/tmp/a.pdf")}));
+        Give(13, 0);
+        QVERIFY(!drop({csv}));
+        QCOMPARE(imported, QStringList("/tmp/people.CSV"));
+    }
+
+    void MenusHaveKeysOfTheirOwn()
+    {
+        Give(-1, 9);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        QTest::keyClick(m_window.get(), Qt::Key_5, Qt::AltModifier);
+        QCOMPARE(m_window->menuBar()->activeAction(), Tool("ID_Tools"));
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+        auto *window = Tool("ID_Window")->menu();
+        emit window->aboutToShow();
+        auto *refresh = window->findChild<QAction *>("ChildRefresh");
+        QVERIFY(!refresh->isEnabled());
+        Tool("ID_ContactManager")->trigger();
+        emit window->aboutToShow();
+        QVERIFY(refresh->isEnabled());
+        TestDatabase::Run({"INSERT INTO Contacts (Cust_Surname, Cust_Forename) VALUES ('Bell','Anna')"});
+        refresh->trigger();
+        QCOMPARE(m_window->findChild<ListView *>("ContactList2")->Model().Count(), 1);
     }
 
     void TheStatusBarTellsOfTheUserAndOfASave()

@@ -12,12 +12,14 @@
 #include <QBuffer>
 #include <QClipboard>
 #include <QDialogButtonBox>
+#include <QDropEvent>
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMimeData>
 #include <QPdfWriter>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -269,6 +271,37 @@ private slots:
         QTest::mouseClick(pair.clear, Qt::LeftButton);
         QCOMPARE(TextsOf(pair.available), u"?1Ann ?2Bob ?3Cid"_qs);
         QVERIFY(pair.used.IsEmpty() && !pair.clear->isEnabled());
+    }
+
+    void rows_are_dragged_between_the_lists()
+    {
+        Pair pair;
+        const auto drop = [](ListView *from, ListView *onto) {
+            const std::unique_ptr<QMimeData> data(from->Model().mimeData({}));
+            QDragEnterEvent enter({5, 5}, Qt::CopyAction, data.get(), Qt::LeftButton, {});
+            QApplication::sendEvent(onto->viewport(), &enter);
+            QDropEvent drop({5, 5}, Qt::CopyAction, data.get(), Qt::LeftButton, {});
+            QApplication::sendEvent(onto->viewport(), &drop);
+            QCoreApplication::processEvents();
+            return drop.isAccepted();
+        };
+        pair.available.Select(0);
+        QVERIFY(!drop(pair.left, pair.left));
+        QVERIFY(drop(pair.left, pair.right));
+        QCOMPARE(TextsOf(pair.used), u"?1Ann"_qs);
+        pair.used.SelectOnly(0);
+        QVERIFY(drop(pair.right, pair.left));
+        QCOMPARE(TextsOf(pair.available), u"?1Ann ?2Bob ?3Cid"_qs);
+
+        // A drag starts from a selected row; from another, the pointer selects.
+        pair.window.show();
+        pair.available.SelectOnly(0);
+        const auto press = [&pair](int row) {
+            const QPoint at = pair.left->visualRect(pair.available.index(row, 0)).center();
+            QTest::mouseClick(pair.left->viewport(), Qt::LeftButton, {}, at);
+            return pair.left->dragEnabled();
+        };
+        QVERIFY(press(0) && !press(1) && press(1));
     }
 
     void the_key_that_adds_never_removes()

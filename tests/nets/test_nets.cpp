@@ -1,6 +1,7 @@
 #include "core/session/Session.h"
 #include "database/statements/System.h"
 #include "forms/fields/CaptionLabel.h"
+#include "forms/fields/FormKeys.h"
 #include "forms/fields/MoneyField.h"
 #include "forms/frames/FormDialog.h"
 #include "forms/lists/ListView.h"
@@ -20,6 +21,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSet>
+#include <QShortcut>
 #include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
@@ -297,6 +299,22 @@ private slots:
             for (const QAction *command : bar->actions())
                 QVERIFY2(command->isSeparator() || IsCommandForKeys(command),
                          qPrintable(command->objectName()));
+        }
+    }
+
+    void standard_keys_have_one_holder()
+    {
+        const auto form = Shown();
+        QSet<QKeySequence> keys;
+        for (const QShortcut *shortcut : form->findChildren<QShortcut *>(Qt::FindDirectChildrenOnly)) {
+            QVERIFY2(!keys.contains(shortcut->key()), qPrintable(shortcut->key().toString()));
+            keys.insert(shortcut->key());
+        }
+        const bool lists = !form->findChildren<ListView *>().isEmpty() && form->objectName() != u"frmMain";
+        QVERIFY(!lists || keys.contains(QKeySequence::Print));
+        for (const auto *button : form->findChildren<QPushButton *>(Qt::FindDirectChildrenOnly)) {
+            const QKeySequence key = FormKeys::StandardKey(button->text().remove(u'&'));
+            QVERIFY2(key.isEmpty() || keys.contains(key), qPrintable(Describe(button)));
         }
     }
 

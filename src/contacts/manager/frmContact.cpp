@@ -12,6 +12,7 @@
 #include "database/statements/Security.h"
 #include "enrolment/EnrolmentModule.h"
 #include "forms/fields/FieldLock.h"
+#include "forms/fields/FormKeys.h"
 #include "forms/fields/SearchBox.h"
 #include "forms/frames/ColumnChoice.h"
 #include "forms/frames/FormBuilder.h"
@@ -119,6 +120,8 @@ void frmContact::BuildButtons(FormBuilder &form)
     connect(m_viewBtn, &QPushButton::clicked, this, &frmContact::ViewContacts);
     connect(m_delBtn, &QPushButton::clicked, this, &frmContact::DeleteChosen);
     connect(find, &QPushButton::clicked, this, &frmContact::Search);
+    // Alt+S is the letter of the Security menu too.
+    FormKeys::Bind(this, Qt::Key_F3, find);
     connect(m_repBtn, &QPushButton::clicked, this, &frmContact::OpenReports);
     connect(m_refreshBtn, &QPushButton::clicked, this, &frmContact::Refresh);
     connect(exit, &QPushButton::clicked, this, [this] { (parentWidget() ? parentWidget() : this)->close(); });
@@ -341,7 +344,7 @@ void frmContact::BuildMenu()
         action->setObjectName(name);
         return action;
     };
-    add(QStringLiteral("ID_NewContact"), QStringLiteral("&New Contact"), &frmContact::NewContact);
+    add(QStringLiteral("ID_NewContact"), QStringLiteral("&New Contact\tCtrl+N"), &frmContact::NewContact);
     m_menu->addSeparator();
     add(QStringLiteral("ID_Add"), QStringLiteral("&Add"), &frmContact::AddSelected);
     add(QStringLiteral("ID_Remove"), QStringLiteral("Re&move"), &frmContact::RemoveSelected);
@@ -349,8 +352,8 @@ void frmContact::BuildMenu()
         [this] { m_menuList->Model().SelectAll(); });
     add(QStringLiteral("ID_Delete"), QStringLiteral("&Delete"), &frmContact::DeleteChosen);
     m_menu->addSeparator();
-    add(QStringLiteral("ID_Find"), QStringLiteral("&Find"), &frmContact::Search);
-    add(QStringLiteral("ID_Refresh"), QStringLiteral("&Refresh"), &frmContact::Refresh);
+    add(QStringLiteral("ID_Find"), QStringLiteral("&Find\tF3"), &frmContact::Search);
+    add(QStringLiteral("ID_Refresh"), QStringLiteral("&Refresh\tF5"), &frmContact::Refresh);
     m_menu->addSeparator();
     QMenu *columns = m_menu->addMenu(QStringLiteral("&Columns"));
     connect(columns, &QMenu::aboutToShow, this, [this, columns] {

@@ -107,7 +107,7 @@ void frmSelectContacts::BuildMenu()
         action->setObjectName(name);
         return action;
     };
-    QAction *newContact = add(QStringLiteral("ID_New"), QStringLiteral("&New Contact"));
+    QAction *newContact = add(QStringLiteral("ID_New"), QStringLiteral("&New Contact\tCtrl+N"));
     newContact->setEnabled(UserMay(Right::Contacts, Level::Add));
     connect(newContact, &QAction::triggered, this, &frmSelectContacts::AddContact);
     m_menu->addSeparator();
@@ -118,7 +118,7 @@ void frmSelectContacts::BuildMenu()
     connect(add(QStringLiteral("ID_SelectAll"), QStringLiteral("&Select All")), &QAction::triggered, this,
             [this] { m_menuList->Model().SelectAll(); });
     m_menu->addSeparator();
-    connect(add(QStringLiteral("ID_Refresh"), QStringLiteral("&Refresh")), &QAction::triggered, this,
+    connect(add(QStringLiteral("ID_Refresh"), QStringLiteral("&Refresh\tF5")), &QAction::triggered, this,
             &frmSelectContacts::Refresh);
 }
 

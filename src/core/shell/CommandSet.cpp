@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -76,8 +77,24 @@ void CommandSet::FillMenus(QMainWindow *window)
     auto *options = new QMenu(QString::fromUtf8(OptionsMenu().caption), window);
     fill(options, OptionsMenu());
     options->setIcon(Icons::Of(QStringLiteral("configure")));
-    for (const CommandMenu &content : CommandMenus())
-        fill(window->menuBar()->addMenu(QString::fromUtf8(content.caption)), content);
+    for (const CommandMenu &content : CommandMenus()) {
+        QMenu *menu = window->menuBar()->addMenu(QString::fromUtf8(content.caption));
+        fill(menu, content);
+        AddMenuKey(window->menuBar(), menu->menuAction());
+    }
+}
+
+/// Some menus share their letter with one another or with a button of a child window, so each has its number
+/// as well.
+void CommandSet::AddMenuKey(QMenuBar *bar, QAction *menu)
+{
+    const auto number = static_cast<int>(bar->actions().size());
+    const QKeySequence key(Qt::ALT | static_cast<Qt::Key>(Qt::Key_0 + number));
+    menu->setStatusTip(u"Menu " % key.toString(QKeySequence::NativeText));
+    connect(new QShortcut(key, bar->window()), &QShortcut::activated, bar, [bar, menu] {
+        if (menu->isEnabled())
+            bar->setActiveAction(menu);
+    });
 }
 
 void CommandSet::FillToolBar(QMainWindow *window)

@@ -8,7 +8,7 @@
 
 class QAction;
 class QMainWindow;
-class QMenu;
+class QMenuBar;
 class QToolBar;
 
 /// The tools of the main window: one action per command, shared by the menus and the tool bar, so that its
@@ -37,6 +37,7 @@ private:
     void AddTool(QAction *tool, const QString &id, bool available);
     void MakeCommands(const std::function<bool(const QString &id)> &available);
     void FillMenus(QMainWindow *window);
+    void AddMenuKey(QMenuBar *bar, QAction *menu);
     void FillToolBar(QMainWindow *window);
 
     QHash<QString, QAction *> m_tools;

@@ -125,6 +125,11 @@ void Screens::Install()
     Installed().showProperties = [](QWidget *parent, const QString &name, bool nameCanChange) {
         frmDBProps(name, nameCanChange, parent).exec();
     };
+    Installed().importFile = [](QWidget *parent, const QString &file) {
+        frmImportWiz form(parent);
+        form.ChooseFile(file);
+        form.exec();
+    };
     Dialogs::Hooks &hooks = Dialogs::Installed();
     hooks.databaseLogon = frmDBLogon::Ask;
     hooks.registerDatabase = frmRegisterDB::Propose;

@@ -37,6 +37,8 @@ struct Dialogues {
     std::function<void(QWidget *parent)> chooseDatabase;
     /// The properties of the open database, with its name as it starts.
     std::function<void(QWidget *parent, const QString &name, bool nameCanChange)> showProperties;
+    /// The import wizard with its file chosen.
+    std::function<void(QWidget *parent, const QString &file)> importFile;
 };
 Dialogues &Installed();
 

@@ -7,8 +7,10 @@
 #include "core/session/Session.h"
 #include "core/session/WebSite.h"
 #include "core/shell/ChildArea.h"
+#include "core/shell/ChildCommands.h"
 #include "core/shell/CommandSet.h"
 #include "core/shell/Commands.h"
+#include "core/shell/CsvDrop.h"
 #include "core/shell/Main.h"
 #include "core/shell/Screens.h"
 #include "database/connection/ConnectDatabase.h"
@@ -32,6 +34,7 @@
 #include <QHash>
 #include <QLabel>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QPointer>
 #include <QScreen>
 #include <QStatusBar>
@@ -99,6 +102,13 @@ frmMain::frmMain()
     // may do.
     m_commands->EnableAll(false);
     connect(m_commands, &CommandSet::Chosen, this, &frmMain::Choose);
+    new ChildCommands(m_commands->Tool(Id("ID_Window"))->menu(), m_children);
+    new CsvDrop(
+        this, [this] { return m_commands->Tool(Id("ID_Import"))->isEnabled(); },
+        [this](const QString &file) {
+            Screens::Installed().importFile(this, file);
+            ForEachChild(&Screen::relistChild);
+        });
     BuildStatusBar();
     RestoreWindow();
 }

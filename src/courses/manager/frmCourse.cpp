@@ -97,7 +97,7 @@ void frmCourse::BuildMenu()
     };
     tool(QStringLiteral("ID_NewRootFolder"), QStringLiteral("Root Folder"));
     tool(QStringLiteral("ID_NewFolder"), QStringLiteral("Folder"));
-    tool(QStringLiteral("ID_SubItem"), QStringLiteral("Course"), m_add);
+    tool(QStringLiteral("ID_SubItem"), QStringLiteral("Course\tCtrl+N"), m_add);
     m_menu->addSeparator();
     tool(QStringLiteral("ID_Cut"), QStringLiteral("Cut"));
     tool(QStringLiteral("ID_Copy"), QStringLiteral("Copy"));
@@ -111,7 +111,7 @@ void frmCourse::BuildMenu()
     tool(QStringLiteral("ID_Delete"), QStringLiteral("Delete"), m_delete);
     tool(QStringLiteral("ID_Rename"), QStringLiteral("Rename"));
     m_menu->addSeparator();
-    tool(QStringLiteral("ID_Refresh"), QStringLiteral("Refresh"), m_refresh);
+    tool(QStringLiteral("ID_Refresh"), QStringLiteral("Refresh\tF5"), m_refresh);
 }
 
 void frmCourse::Connect()

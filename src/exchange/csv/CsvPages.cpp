@@ -56,6 +56,11 @@ QString FilePage::FileName() const
     return name.isEmpty() || QFileInfo(name).isAbsolute() ? name : QDir(DocumentFolder()).filePath(name);
 }
 
+void FilePage::SetFileName(const QString &file)
+{
+    Filename->setText(file);
+}
+
 void FilePage::Browse()
 {
     const bool opens = m_purpose == Purpose::Open;
@@ -67,5 +72,5 @@ void FilePage::Browse()
         QStringLiteral("csv")};
     const QString file = opens ? Dialogs::OpenFile(question) : Dialogs::SaveFile(question);
     if (!file.isEmpty())
-        Filename->setText(file);
+        SetFileName(file);
 }

@@ -42,6 +42,7 @@ public:
     FilePage(QWidget *page, Purpose purpose, const QString &caption, const QString &hint);
     void Enter();
     QString FileName() const;
+    void SetFileName(const QString &file);
     /// The name that a save dialog proposes while the field is empty, without the folder.
     void Propose(const QString &name) { m_proposed = name; }
 

@@ -31,6 +31,11 @@ frmImportWiz::frmImportWiz(QWidget *parent)
     Start(m_runPage);
 }
 
+void frmImportWiz::ChooseFile(const QString &file)
+{
+    m_filePage->SetFileName(file);
+}
+
 WizardForm::Offer frmImportWiz::Offered(int step) const
 {
     const bool isOver = step == Importing;

@@ -14,6 +14,8 @@ class frmImportWiz final : public WizardForm
 
 public:
     explicit frmImportWiz(QWidget *parent = nullptr);
+    /// Proposes the file to import, which the user can still change.
+    void ChooseFile(const QString &file);
 
 protected:
     Offer Offered(int step) const override;

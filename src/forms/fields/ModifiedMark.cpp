@@ -2,6 +2,7 @@
 
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
+#include "forms/fields/FormKeys.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -14,6 +15,8 @@ ModifiedMark::ModifiedMark(QAbstractButton *saveButton, QObject *parent)
 {
     if (!m_saveButton)
         return;
+    if (auto *form = qobject_cast<QWidget *>(parent))
+        FormKeys::Bind(form, QKeySequence::Save, m_saveButton, QStringLiteral("Save"));
     connect(m_saveButton, &QObject::destroyed, &m_timer, &QTimer::stop);
     connect(&m_timer, &QTimer::timeout, this, &ModifiedMark::Paint);
     m_timer.start(250);

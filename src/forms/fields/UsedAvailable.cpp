@@ -24,6 +24,8 @@ UsedAvailable::UsedAvailable(ListView *available, ListView *used, QAbstractButto
     connect(m_available, &ListView::Opened, this, &UsedAvailable::Add);
     connect(m_used, &ListView::Opened, this, &UsedAvailable::Remove);
     connect(m_used, &ListView::DeletePressed, this, &UsedAvailable::Remove);
+    m_used->TakeDropsFrom(*m_available, [this] { Add(); });
+    m_available->TakeDropsFrom(*m_used, [this] { Remove(); });
     for (ListView *list : {m_available, m_used}) {
         connect(&list->Model(), &ListModel::Changed, this, &UsedAvailable::EnableButtons);
         connect(list->Model().Selection(), &QItemSelectionModel::selectionChanged, this,

@@ -8,8 +8,8 @@ class ListView;
 class QAbstractButton;
 
 /// A pair of lists with its Add, Remove and Clear buttons. Rows and their keys are moved with the buttons,
-/// with a double click or Enter on a row, and with Delete in the used list. Buttons that would do nothing are
-/// disabled.
+/// with a double click or Enter on a row, by dragging, and with Delete in the used list. Buttons that would
+/// do nothing are disabled.
 class UsedAvailable final : public QObject
 {
     Q_OBJECT

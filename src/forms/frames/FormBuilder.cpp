@@ -2,7 +2,9 @@
 
 #include "controls/ListModel.h"
 #include "core/icons/Icons.h"
+#include "forms/fields/FormKeys.h"
 #include "forms/frames/ButtonKeys.h"
+#include "forms/lists/ListPrint.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -54,6 +56,24 @@ FormBuilder::~FormBuilder()
         Stretch();
     for (size_t i = 1; i < m_order.size(); ++i)
         QWidget::setTabOrder(m_order[i - 1], m_order[i]);
+    if (m_page->objectName().startsWith(u"frm"))
+        BindKeys();
+}
+
+/// The standard keys of a form: the first button of each kind has its key, and Ctrl+P prints.
+void FormBuilder::BindKeys()
+{
+    QList<QKeySequence> bound;
+    for (QWidget *field : m_order) {
+        auto *button = qobject_cast<QPushButton *>(field);
+        const QKeySequence key = button ? FormKeys::StandardKey(button->text().remove(u'&')) : QKeySequence();
+        if (key.isEmpty() || bound.contains(key))
+            continue;
+        FormKeys::Bind(m_page, key, button);
+        bound.append(key);
+    }
+    if (!m_page->findChildren<ListView *>().isEmpty())
+        ListPrint::BindKey(m_page);
 }
 
 void FormBuilder::Push(QWidget *parent, QGridLayout *grid)
@@ -252,6 +272,8 @@ QTabWidget *FormBuilder::Tabs(const QString &name)
     };
     turn(Qt::CTRL | Qt::Key_Tab, 1);
     turn(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, -1);
+    turn(Qt::CTRL | Qt::Key_PageDown, 1);
+    turn(Qt::CTRL | Qt::Key_PageUp, -1);
     return tabs;
 }
 

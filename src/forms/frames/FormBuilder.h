@@ -146,6 +146,7 @@ private:
     void Push(QWidget *parent, QGridLayout *grid);
     void Pop();
     void WidenFields();
+    void BindKeys();
     /// Starts the next row, or returns the current row if the next widget goes beside the last.
     QHBoxLayout *NextRow();
     void Caption(QWidget *field, const QString &name, const QString &caption);

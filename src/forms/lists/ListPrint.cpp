@@ -13,6 +13,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
+#include <QShortcut>
 
 #include <algorithm>
 #include <numeric>
@@ -205,4 +206,19 @@ void ListPrint::Ask(const ListModel &list, ListView *view)
     else if (!printed)
         Dialogs::MsgBox(QStringLiteral("The list could not be printed."), title, Dialogs::Buttons::Ok,
                         Dialogs::Icon::Exclamation);
+}
+
+void ListPrint::BindKey(QWidget *form)
+{
+    auto *key = new QShortcut(QKeySequence::Print, form);
+    key->setContext(Qt::WidgetWithChildrenShortcut);
+    QObject::connect(key, &QShortcut::activated, form, [form] {
+        auto *list = qobject_cast<ListView *>(form->focusWidget());
+        for (ListView *other : form->findChildren<ListView *>()) {
+            if (!list && other->isVisible() && !other->Model().IsEmpty())
+                list = other;
+        }
+        if (list)
+            list->Print();
+    });
 }

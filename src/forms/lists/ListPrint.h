@@ -8,6 +8,7 @@
 class ListModel;
 class ListView;
 class QPagedPaintDevice;
+class QWidget;
 
 /// Prints lists: the columns side by side under their titles, which are repeated on every page, and the page
 /// number.
@@ -23,4 +24,6 @@ bool Print(const ListModel &list, const std::vector<int> &rows, const QString &t
 /// Asks for a printer and prints a list on it, or only the selected rows if several are selected and the user
 /// wants that.
 void Ask(const ListModel &list, ListView *view);
+/// Lets Ctrl+P print the list of the form that has the focus, or else the first that shows any rows.
+void BindKey(QWidget *form);
 } // namespace ListPrint

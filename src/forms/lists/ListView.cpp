@@ -6,11 +6,13 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDropEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
+#include <QTimer>
 
 #include <numeric>
 
@@ -77,6 +79,14 @@ void ListView::CountOn(QLabel *label)
 void ListView::SetLocked(bool locked)
 {
     m_locked = locked;
+}
+
+void ListView::TakeDropsFrom(ListView &source, std::function<void()> dropped)
+{
+    m_dragSource = &source.Model();
+    m_dropped = std::move(dropped);
+    source.m_canBeDragged = true;
+    setAcceptDrops(true);
 }
 
 void ListView::ShowRow(int row)
@@ -178,6 +188,38 @@ void ListView::mouseDoubleClickEvent(QMouseEvent *event)
     QTreeView::mouseDoubleClickEvent(event);
     if (at.isValid() && event->button() == Qt::LeftButton)
         emit Opened(at.row());
+}
+
+/// Only from a selected row: from any other, the pointer draws a selection.
+void ListView::mousePressEvent(QMouseEvent *event)
+{
+    setDragEnabled(m_canBeDragged && event->modifiers() == Qt::NoModifier &&
+                   selectionModel()->isSelected(indexAt(event->pos())));
+    QTreeView::mousePressEvent(event);
+}
+
+void ListView::AcceptDrag(QDropEvent *event) const
+{
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(m_dragSource && m_dragSource->IsDragged(*event->mimeData()));
+}
+
+void ListView::dragEnterEvent(QDragEnterEvent *event)
+{
+    AcceptDrag(event);
+}
+
+void ListView::dragMoveEvent(QDragMoveEvent *event)
+{
+    AcceptDrag(event);
+}
+
+void ListView::dropEvent(QDropEvent *event)
+{
+    AcceptDrag(event);
+    // What is done with the rows may ask and show its progress, which a drag would hold up.
+    if (event->isAccepted())
+        QTimer::singleShot(0, this, m_dropped);
 }
 
 void ListView::paintEvent(QPaintEvent *event)

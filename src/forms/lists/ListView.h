@@ -36,11 +36,15 @@ public:
     void SetLocked(bool locked);
     /// What Enter does on the current row, where it is not what a double click does.
     void SetEnterHandler(std::function<void()> handler) { m_enter = std::move(handler); }
+    /// Rows selected in `source` can be dragged here; `dropped` is called when the drag is over.
+    void TakeDropsFrom(ListView &source, std::function<void()> dropped);
     /// Scrolls `row` into view.
     void ShowRow(int row);
     /// Sorts again by the column that the user asked for, if any, since rows added to a list are at first the
     /// last.
     void KeepOrder();
+    /// Asks for a printer and prints all rows.
+    void Print();
 
 signals:
     void Opened(int row); ///< a double click on a row, or Enter on the current one if it has no handler
@@ -48,8 +52,12 @@ signals:
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
@@ -59,8 +67,8 @@ private:
     void ShowTitles();
     void ShareWidth();
     void CopySelected() const;
-    void Print();
     void TellCount();
+    void AcceptDrag(QDropEvent *event) const;
 
     ListModel &m_list;
     EmptyText m_emptyText;
@@ -69,5 +77,8 @@ private:
     bool m_sharing = false;
     QLabel *m_count = nullptr;
     std::function<void()> m_enter;
+    const ListModel *m_dragSource = nullptr; ///< whose rows are taken here
+    std::function<void()> m_dropped;
+    bool m_canBeDragged = false;
     bool m_locked = false;
 };

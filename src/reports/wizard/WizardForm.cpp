@@ -1,5 +1,6 @@
 #include "reports/wizard/WizardForm.h"
 
+#include "forms/lists/ListPrint.h"
 #include "reports/wizard/WizardRunPage.h"
 
 WizardForm::WizardForm(const QString &name, const QString &title, QWidget *parent)
@@ -14,6 +15,7 @@ void WizardForm::Start(WizardRunPage *run)
     m_run = run;
     SSWizardNavBar1 = new SSWizardNavBar(m_pages, this);
     SSWizardNavBar1->LayOutBelowPages();
+    ListPrint::BindKey(this);
     const auto onPageShown = [this](int page) {
         ShowOffer();
         Enter(page);
