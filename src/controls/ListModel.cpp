@@ -336,6 +336,15 @@ QStringList ListModel::SelectedKeys() const
     return keys;
 }
 
+QStringList ListModel::Keys() const
+{
+    QStringList keys;
+    keys.reserve(Count());
+    for (const ListItem &item : m_items)
+        keys.append(item.key);
+    return keys;
+}
+
 int ListModel::CurrentRow() const
 {
     return m_selection->currentIndex().row();

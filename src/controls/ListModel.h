@@ -82,6 +82,7 @@ public:
     bool IsSelected(int row) const;
     std::vector<int> SelectedRows() const; ///< ascending
     QStringList SelectedKeys() const;      ///< in row order
+    QStringList Keys() const;              ///< of all rows, in their order
     int CurrentRow() const;                ///< -1 = none
 
     int rowCount(const QModelIndex &parent = {}) const override;

@@ -323,12 +323,20 @@ void TestSelectContacts::EnrolsAndRemoves()
     QVERIFY(asked.isVisible());
     QCOMPARE(Enrolled(), "3 4");
 
-    // Left without Exit, nothing changes.
+    // Left without Exit, nothing changes, and what would be lost is named first.
     frmSelectContacts left;
     open(left, 0);
+    const auto says = [&left](const QString &text) { return Find<QLabel>(left, "ExitText")->text() == text; };
+    QVERIFY(says("Exit changes nothing"));
     Press(left, "ClearCBtn");
-    QTest::keyClick(&left, Qt::Key_Escape);
-    QVERIFY(!left.isVisible());
+    Pick(left, {"?3", "?5"});
+    const QString change = "1 person will be enrolled, 1 person will be taken off the course";
+    QVERIFY(says(change));
+    for (const auto answer : {Dialogs::Answer::No, Dialogs::Answer::Yes}) {
+        m->dialogs.Expect("Select Contacts", "Leave without this?\n\n" % change, answer);
+        QTest::keyClick(&left, Qt::Key_Escape);
+        QCOMPARE(left.isVisible(), answer == Dialogs::Answer::No);
+    }
     QCOMPARE(gDialogResult, 0);
     QCOMPARE(Enrolled(), "3 4");
 }

@@ -190,7 +190,7 @@ void frmContact::FillAnew()
 
 bool frmContact::StoreSelection()
 {
-    return m_published = PeopleRun::Publish(this, m_selected);
+    return PeopleRun::Publish(this, m_selected);
 }
 
 /// False on an error.
@@ -275,7 +275,8 @@ void frmContact::ViewContacts()
 
 void frmContact::OpenReports()
 {
-    if (!m_published && !StoreSelection())
+    // Another list of people, or another workstation, may have been published since.
+    if (!StoreSelection())
         return;
     OtherScreens::Installed().contactReports(!m_selected.IsEmpty(), this);
 }
@@ -292,10 +293,7 @@ void frmContact::Refresh()
 
 void frmContact::Search()
 {
-    frmSearchContact form(m_selected, this);
-    const bool isPublished = form.Run() > 0;
-    if (form.result() == QDialog::Accepted)
-        m_published = isPublished;
+    frmSearchContact(m_selected, this).Run();
     Refresh();
 }
 

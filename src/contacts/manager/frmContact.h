@@ -59,7 +59,6 @@ private:
     ComboModel m_subset;
     ComboModel m_characteristics;
     bool m_filling = false;
-    bool m_published = true; ///< reports and merges know of everybody selected
 
     ListView *m_contactList;
     ListView *m_contactInfo;

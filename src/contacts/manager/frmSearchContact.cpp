@@ -206,10 +206,8 @@ void frmSearchContact::Clear()
 void frmSearchContact::ViewContacts()
 {
     QStringList keys = m_found.SelectedKeys();
-    if (keys.isEmpty()) {
-        for (int row = 0; row < m_found.Count(); ++row)
-            keys.append(m_found.At(row).key);
-    }
+    if (keys.isEmpty())
+        keys = m_found.Keys();
     frmAddContact::ShowRecords(keys, this);
 }
 

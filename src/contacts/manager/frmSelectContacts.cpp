@@ -9,8 +9,46 @@
 #include "database/values/GlobalCode.h"
 #include "forms/fields/SearchBox.h"
 #include "forms/frames/FormBuilder.h"
+#include "platform/desktop/Dialogs.h"
 
+#include <QLabel>
 #include <QMenu>
+
+namespace
+{
+using Mode = frmSelectContacts::Mode;
+
+struct Words {
+    QString taken;
+    QString dropped;
+};
+
+/// What handing over does to those who were taken, and to those who were dropped.
+Words WordsOf(Mode mode)
+{
+    switch (mode) {
+    case Mode::EnrolOnCourse:
+        return {QStringLiteral("enrolled"), QStringLiteral("taken off the course")};
+    case Mode::Attendance:
+        return {QStringLiteral("marked as attending"), QStringLiteral("marked as not attending")};
+    case Mode::Candidates:
+        return {QStringLiteral("entered as candidates"), QStringLiteral("taken off the assessment")};
+    case Mode::OrganisationContacts:
+        return {QStringLiteral("added to the organisation"), QStringLiteral("taken off the organisation")};
+    case Mode::AddToTree:
+        return {QStringLiteral("added to the events chosen"), {}};
+    default:
+        return {QStringLiteral("added to the list"), QStringLiteral("taken off the list")};
+    }
+}
+
+QString WillBe(int people, const QString &what)
+{
+    const QString who =
+        people == 1 ? QStringLiteral("1 person") : QString::number(people) % QStringLiteral(" people");
+    return who % u" will be " % what;
+}
+} // namespace
 
 frmSelectContacts::frmSelectContacts(QWidget *parent)
     : FormDialog(QStringLiteral("frmSelectContacts"), QStringLiteral("Select Contacts"), parent)
@@ -40,6 +78,11 @@ void frmSelectContacts::Configure(Mode mode, ListModel &target, PeopleStore stor
         Contact_JoinSelection(target, m_selected);
     else if (m_mode != Mode::AddToList)
         StartWith(target);
+    Begin();
+    if (m_mode == Mode::AddToList) {
+        const QStringList keys = target.Keys();
+        m_begun = {keys.begin(), keys.end()};
+    }
 }
 
 /// Those who are there already, with their addresses.
@@ -61,6 +104,50 @@ void frmSelectContacts::Configure(Mode mode, TreeModel &target)
 {
     m_mode = mode;
     m_tree = &target;
+    Begin();
+}
+
+void frmSelectContacts::Begin()
+{
+    const QStringList keys = m_selected.Keys();
+    m_begun = {keys.begin(), keys.end()};
+    const auto tell = [this] {
+        m_exitText->setText(WhatExitDoes());
+        m_exit->setToolTip(m_exitText->text());
+    };
+    connect(&m_selected, &ListModel::Changed, this, tell);
+    tell();
+}
+
+frmSelectContacts::Difference frmSelectContacts::Changed() const
+{
+    Difference difference;
+    int kept = 0;
+    for (const QString &key : m_selected.Keys())
+        ++(m_begun.contains(key) ? kept : difference.taken);
+    if (m_mode != Mode::AddToList)
+        difference.dropped = static_cast<int>(m_begun.size()) - kept;
+    return difference;
+}
+
+QString frmSelectContacts::WhatExitDoes() const
+{
+    const Difference difference = Changed();
+    const Words words = WordsOf(m_mode);
+    QStringList parts;
+    if (difference.taken > 0)
+        parts.append(WillBe(difference.taken, words.taken));
+    if (difference.dropped > 0)
+        parts.append(WillBe(difference.dropped, words.dropped));
+    return parts.isEmpty() ? QStringLiteral("Exit changes nothing") : parts.join(QStringLiteral(", "));
+}
+
+bool frmSelectContacts::MayLeave()
+{
+    return Changed().IsNone() ||
+           Dialogs::MsgBox(QStringLiteral("Leave without this?\n\n") % WhatExitDoes(), windowTitle(),
+                           Dialogs::Buttons::YesNo, Dialogs::Icon::Question,
+                           Dialogs::Answer::No) == Dialogs::Answer::Yes;
 }
 
 void frmSelectContacts::Build()
@@ -93,8 +180,9 @@ void frmSelectContacts::Build()
     form.Gap();
     m_refresh = form.Button(QStringLiteral("RefBtn"), QStringLiteral("Refresh"));
     m_exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
-    m_exit->setToolTip(QStringLiteral("Take the selected contacts over and close"));
     form.EndButtons();
+    m_exitText = form.Line(QStringLiteral("ExitText"), {});
+    m_exitText->setAlignment(Qt::AlignRight);
     resize(fontMetrics().averageCharWidth() * 150, fontMetrics().lineSpacing() * 32);
 }
 

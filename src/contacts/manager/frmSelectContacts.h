@@ -6,6 +6,7 @@
 #include "forms/frames/FormDialog.h"
 
 class ListView;
+class QLabel;
 class QLineEdit;
 class QMenu;
 class QPushButton;
@@ -13,7 +14,8 @@ class TreeModel;
 class UsedAvailable;
 
 /// The picker of people. `ExitBtn` hands the selected people over, but those who were deleted meanwhile;
-/// Escape and the window's close button leave without it. gDialogResult is 1 when they were handed over.
+/// Escape and the window's close button leave without it, and ask first if there is something to hand over.
+/// gDialogResult is 1 when they were handed over.
 class frmSelectContacts final : public FormDialog
 {
     Q_OBJECT
@@ -36,7 +38,19 @@ public:
     /// For the mode that fills a tree.
     void Configure(Mode mode, TreeModel &target);
 
+protected:
+    bool MayLeave() override;
+
 private:
+    /// How the selection differs from the one that it began with.
+    struct Difference {
+        int taken = 0;
+        int dropped = 0;
+        bool IsNone() const { return taken == 0 && dropped == 0; }
+    };
+    Difference Changed() const;
+    QString WhatExitDoes() const;
+    void Begin();
     void Build();
     void BuildMenu();
     void Connect();
@@ -57,6 +71,7 @@ private:
     TreeModel *m_tree = nullptr;
     PeopleStore m_store;
     QSet<QString> m_known; ///< those who were stored when the selection was drawn up
+    QSet<QString> m_begun; ///< those that handing over would not change anything for
     int m_shownSubset = 0; ///< the characteristic whose people are listed; 0 = everybody
 
     ComboModel m_subsets;
@@ -74,5 +89,6 @@ private:
     QPushButton *m_find = nullptr;
     QPushButton *m_refresh = nullptr;
     QPushButton *m_exit = nullptr;
+    QLabel *m_exitText = nullptr;
     QMenu *m_menu = nullptr;
 };

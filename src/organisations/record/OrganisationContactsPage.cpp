@@ -11,14 +11,6 @@
 
 namespace
 {
-QStringList Keys(const ListModel &list)
-{
-    QStringList keys;
-    for (int row = 0; row < list.Count(); ++row)
-        keys.append(list.At(row).key);
-    return keys;
-}
-
 std::vector<ListItem> Items(const ListModel &list)
 {
     std::vector<ListItem> items;
@@ -92,7 +84,7 @@ void OrganisationContactsPage::AddContacts()
     };
     picker.Configure(frmSelectContacts::Mode::OrganisationContacts, chosen, store);
     picker.Run();
-    if (Keys(chosen) != Keys(m_contacts))
+    if (chosen.Keys() != m_contacts.Keys())
         m_contacts.Fill(Items(chosen));
     Organisation_RefreshContacts(m_contacts);
 }
@@ -105,7 +97,7 @@ void OrganisationContactsPage::RemoveContacts()
 void OrganisationContactsPage::ViewContacts()
 {
     const QStringList chosen = m_contacts.SelectedKeys();
-    frmAddContact::ShowRecords(chosen.isEmpty() ? Keys(m_contacts) : chosen, this);
+    frmAddContact::ShowRecords(chosen.isEmpty() ? m_contacts.Keys() : chosen, this);
     Organisation_RefreshContacts(m_contacts);
 }
 
