@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -283,6 +284,39 @@ private slots:
         Connection other;
         QVERIFY(other.Open(u"DBQ=" % file % u";Driver={Microsoft Access Driver (*.mdb)};"));
         QCOMPARE(other.OpenRecordset("SELECT * FROM Concessions WHERE Name = 'Pensioner'")->RowCount(), 1);
+    }
+
+    void EachChangedRecordIsAskedAbout_data()
+    {
+        const TestTable<QString> row{"command"};
+        row("exit", "ID_Exit");
+        row("log off", "ID_LogOff");
+        row("switch", "ID_SwitchDatabase");
+    }
+    void EachChangedRecordIsAskedAbout()
+    {
+        QFETCH(QString, command);
+        const QString file = Start();
+        for (const char *name : {"Bell", "Carter"}) {
+            Child("frmContact")->widget()->findChild<QPushButton *>("AddBtn")->click();
+            auto *record = MainWindow()->findChildren<QDialog *>("frmAddContact").last();
+            record->findChild<QLineEdit *>("Forname")->setText("Ann");
+            record->findChild<QLineEdit *>("Surname")->setText(name);
+        }
+        const QString question = "Some of the data has changed.\nOkay to update before exiting?";
+        m_user->Expect("Warning", question, Answer::Yes);
+        m_user->Expect("Warning", question, Answer::Cancel);
+        Command(command.toLatin1());
+        QVERIFY(MainWindow() && m_user->AllCame());
+        m_user->Expect("Warning", question, Answer::No);
+        if (command == "ID_SwitchDatabase")
+            Choose({QString()});
+        Command(command.toLatin1());
+        QVERIFY(m_user->AllCame());
+        Connection other;
+        QVERIFY(other.Open(u"DBQ=" % file % u";Driver={Microsoft Access Driver (*.mdb)};"));
+        QCOMPARE(other.OpenRecordset("SELECT * FROM Contacts WHERE Cust_Surname = 'Carter'")->RowCount(), 1);
+        QCOMPARE(other.OpenRecordset("SELECT * FROM Contacts WHERE Cust_Surname = 'Bell'")->RowCount(), 0);
     }
 
     /// Its box may be longer than a splash.

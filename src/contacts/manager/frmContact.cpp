@@ -240,8 +240,7 @@ void frmContact::DeleteChosen()
 
 void frmContact::NewContact()
 {
-    if (frmAddContact::AddRecord(this) > 0)
-        Refresh();
+    frmAddContact::OpenBeside({}, this, [this] { RefreshPeople(); });
 }
 
 /// Opens the people selected in the available contacts, without a detour over the selected ones.
@@ -250,13 +249,21 @@ void frmContact::OpenChosen()
     const QStringList keys = m_contacts.SelectedKeys();
     if (keys.isEmpty())
         return;
-    frmAddContact::ShowRecords(keys, this);
+    frmAddContact::OpenBeside(keys, this, [this] { RefreshPeople(); });
+}
+
+/// With the same people chosen, and shown, in the list of those available.
+void frmContact::RefreshPeople()
+{
+    const QStringList chosen = m_contacts.SelectedKeys();
     Refresh();
-    if (const int row = m_contacts.Find(keys.first()); row >= 0) {
+    if (chosen.isEmpty())
+        return;
+    if (const int row = m_contacts.Find(chosen.first()); row >= 0) {
         m_contacts.SelectOnly(row);
         m_contactList->ShowRow(row);
     }
-    m_contacts.SelectKeys(keys);
+    m_contacts.SelectKeys(chosen);
 }
 
 void frmContact::ViewContacts()
@@ -269,8 +276,7 @@ void frmContact::ViewContacts()
         if (all || m_selected.IsSelected(row))
             keys.append(m_selected.At(row).key);
     }
-    frmAddContact::ShowRecords(keys, this);
-    Refresh();
+    frmAddContact::OpenBeside(keys, this, [this] { RefreshPeople(); });
 }
 
 void frmContact::OpenReports()

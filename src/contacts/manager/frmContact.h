@@ -38,6 +38,7 @@ private:
     void FillContacts();
     void FillAnew();
     void RereadSelection();
+    void RefreshPeople();
     bool StoreSelection();
     bool DropDeleted(const QString &title);
 

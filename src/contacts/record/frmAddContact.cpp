@@ -15,6 +15,8 @@
 #include "organisations/lists/OrganisationODBC.h"
 #include "platform/desktop/Dialogs.h"
 
+#include <QStyle>
+
 frmAddContact::frmAddContact(QWidget *parent)
     : RecordForm({.form = QStringLiteral("frmAddContact"),
                   .okBtn = QStringLiteral("OKBtn"),
@@ -45,6 +47,26 @@ bool frmAddContact::ShowRecords(const QStringList &keys, QWidget *parent)
     frmAddContact form(parent);
     form.OpenRecords(keys);
     return form.Run() > 0;
+}
+
+void frmAddContact::OpenBeside(const QStringList &keys, QWidget *caller, const std::function<void()> &changed)
+{
+    const QList<frmAddContact *> open = caller->window()->findChildren<frmAddContact *>();
+    for (frmAddContact *form : open) {
+        if (keys.size() == 1 && form->isVisible() && form->Key() == KeyNumber(keys.first())) {
+            form->activateWindow();
+            form->raise();
+            return;
+        }
+    }
+    auto *form = new frmAddContact(caller->window());
+    if (!keys.isEmpty())
+        form->OpenRecords(keys);
+    form->RecordForm::OpenBeside(caller, changed);
+    for (const frmAddContact *other : open) {
+        if (other->isVisible() && other->pos() == form->pos())
+            form->move(form->pos() + QPoint(1, 1) * form->style()->pixelMetric(QStyle::PM_TitleBarHeight));
+    }
 }
 
 void frmAddContact::BuildPages()

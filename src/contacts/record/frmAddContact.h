@@ -25,6 +25,10 @@ public:
     static int AddRecord(QWidget *parent) { return frmAddContact(parent).Run(); }
     /// Opens the form on a list of people ("?" keys), modal. True where one was on it when it closed.
     static bool ShowRecords(const QStringList &keys, QWidget *parent);
+    /// Opens the form on a list of people, or for a new person without one, beside `caller`, which stays in
+    /// use. Where one is open on that very person, it comes to the front. `changed`: see
+    /// RecordForm::OpenBeside.
+    static void OpenBeside(const QStringList &keys, QWidget *caller, const std::function<void()> &changed);
 
 private:
     bool Exists(int key) override;

@@ -20,6 +20,7 @@
 #include "database/statements/System.h"
 #include "database/values/DecodeDateFunc.h"
 #include "forms/fields/ModifiedMark.h"
+#include "forms/frames/RecordForm.h"
 #include "forms/frames/WindowMemory.h"
 #include "platform/connection/Connection.h"
 #include "platform/desktop/Clock.h"
@@ -395,6 +396,8 @@ void frmMain::StartAnew(const QString &text, const QString &title, bool exclamat
 
 void frmMain::SwitchDatabase()
 {
+    if (!CloseRecords())
+        return;
     const DatabaseChoice last = DatabaseChoice::OfSession();
     Screens::Installed().chooseDatabase(this);
     if (gDialogResult != 1)
@@ -429,10 +432,20 @@ void frmMain::ForEachChild(std::function<void(QWidget *)> Screen::*refill)
     });
 }
 
+/// The records that are open beside the main window, the last opened first; false if one stays open.
+bool frmMain::CloseRecords()
+{
+    const QList<RecordForm *> records = findChildren<RecordForm *>();
+    return std::all_of(records.rbegin(), records.rend(),
+                       [](RecordForm *record) { return !record->isVisible() || record->close(); });
+}
+
 /// Child windows may still have something to store, so they are closed while the database is open. The last
 /// opened goes first; false if one stays open.
 bool frmMain::CloseChildren()
 {
+    if (!CloseRecords())
+        return false;
     const QList<QMdiSubWindow *> frames = m_children->subWindowList(QMdiArea::CreationOrder);
     return std::all_of(frames.rbegin(), frames.rend(), [](QMdiSubWindow *frame) { return frame->close(); });
 }

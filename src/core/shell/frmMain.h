@@ -57,6 +57,7 @@ private:
     void ShowProperties();
     /// Runs the hook of each open child window that has it, from the one opened last.
     void ForEachChild(std::function<void(QWidget *)> Screen::*refill);
+    bool CloseRecords();
     bool CloseChildren();
     void LeaveField();
     bool ReconnectUntilSettled(const DatabaseChoice &last);

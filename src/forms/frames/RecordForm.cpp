@@ -67,7 +67,19 @@ void RecordForm::done(int result)
 {
     // Somebody who was added is not forgotten over another who was begun and given up.
     gDialogResult = m_key > 0 ? m_key : m_saved;
+    // Nobody waits for the answer of a form beside the others.
+    if (!isModal())
+        gDialogResult = 0;
     FormDialog::done(result);
+}
+
+void RecordForm::OpenBeside(const QObject *caller, const std::function<void()> &changed)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    connect(this, &RecordForm::Stored, caller, changed);
+    connect(this, &QDialog::finished, caller, changed);
+    show();
+    activateWindow();
 }
 
 bool RecordForm::MayLeave()
@@ -222,6 +234,7 @@ bool RecordForm::Save()
         ShowKey(saved.key);
     m_modified->Saved();
     SetState(State::View);
+    emit Stored();
     return true;
 }
 

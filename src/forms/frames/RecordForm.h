@@ -4,6 +4,7 @@
 #include "database/statements/WholeSave.h"
 #include "forms/frames/FormDialog.h"
 
+#include <functional>
 #include <memory>
 
 class FormBuilder;
@@ -15,8 +16,8 @@ class RequiredMarks;
 
 /// The frame of a record screen: the notice, the tabs, the row of buttons, the states of a record, stepping
 /// through a list of records, and leaving. It opens for a new record, or with a list of records to step
-/// through; a stored record is shown first and edited on request. When it closes, gDialogResult has the key
-/// of the record that it last showed or saved, 0 for none.
+/// through; a stored record is shown first and edited on request. When a modal one closes, gDialogResult has
+/// the key of the record that it last showed or saved, 0 for none.
 ///
 /// A subject adds its pages to Tabs in its constructor, then calls BuildButtons, watches what belongs to the
 /// record, and ends with StartRecord.
@@ -31,7 +32,13 @@ public:
     /// Takes a list of records ("?" keys) and shows the first, to look at or, if the user may, to change.
     void OpenRecords(const QStringList &keys, Open open = Open::View);
 
+    /// Shows the form beside its caller, which stays in use, until it is closed; then it deletes itself.
+    /// `changed` is called after each save and once more at the end, while `caller` exists.
+    void OpenBeside(const QObject *caller, const std::function<void()> &changed);
     void done(int result) override;
+
+signals:
+    void Stored();
 
 protected:
     struct Kind {
