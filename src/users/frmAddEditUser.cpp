@@ -1,6 +1,7 @@
 #include "users/frmAddEditUser.h"
 
 #include "core/session/Session.h"
+#include "forms/fields/FieldFocus.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/OkCancel.h"
 #include "platform/desktop/Directories.h"
@@ -134,12 +135,18 @@ void frmAddEditUser::Save()
 
 bool frmAddEditUser::AddUser()
 {
-    if (!m_required.Complete() || !Users_PasswordsMatch(m_password->text(), m_confirm->text()))
+    if (!m_required.Complete())
         return false;
+    if (!Users_PasswordsMatch(m_password->text(), m_confirm->text())) {
+        FocusField(m_password);
+        return false;
+    }
     if (!Users_MayChange(0, m_rights.Text()))
         return false;
     gDialogResult = std::max(0, Users_Add(m_name->text(), m_password->text(), m_rights.Text()));
     m_addedName = m_name->text();
+    if (gDialogResult < 1)
+        FocusField(m_name);
     return gDialogResult > 0;
 }
 

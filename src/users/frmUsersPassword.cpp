@@ -1,6 +1,7 @@
 #include "users/frmUsersPassword.h"
 
 #include "core/session/Session.h"
+#include "forms/fields/FieldFocus.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/OkCancel.h"
 #include "users/UsersModule.h"
@@ -26,8 +27,12 @@ frmUsersPassword::frmUsersPassword(const ListItem &user, QWidget *parent)
 
 void frmUsersPassword::Save()
 {
-    if (!m_required.Complete() || !Users_PasswordsMatch(m_password->text(), m_confirm->text()))
+    if (!m_required.Complete())
         return;
+    if (!Users_PasswordsMatch(m_password->text(), m_confirm->text())) {
+        FocusField(m_password);
+        return;
+    }
     if (!Users_ChangePassword(m_id, m_password->text()))
         return;
     gDialogResult = 1;

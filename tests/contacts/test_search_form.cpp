@@ -123,8 +123,7 @@ void TestSearchForm::Ages()
     form.show();
     auto *ageTo = Find<QLineEdit>(form, "AgeTo");
     TypeInto(form, "AgeFrom", from);
-    TypeInto(form, "AgeTo", to);
-    QTest::keyClick(ageTo, Qt::Key_Return);
+    Enter(form, "AgeTo", to);
     QTEST(Find<QLineEdit>(form, "AgeFrom")->text(), "fromLeft");
     QTEST(ageTo->text(), "toLeft");
     QVERIFY(List(form, "ContactInfo").IsEmpty());
@@ -140,8 +139,7 @@ void TestSearchForm::NineToTenFindsNobody()
         frmSearchContact form(m_target);
         form.show();
         TypeInto(form, "AgeFrom", from);
-        TypeInto(form, "AgeTo", "10");
-        QTest::keyClick(Find<QLineEdit>(form, "AgeTo"), Qt::Key_Return);
+        Enter(form, "AgeTo", "10");
         SearchFor(form, u"Aged Between = " % QLatin1String(asked) % u"\n\n\n", found);
     }
 }

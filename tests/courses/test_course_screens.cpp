@@ -147,8 +147,7 @@ private slots:
         frmAddCourse form;
         QVERIFY(form.EditCourse(course));
         form.show();
-        TypeInto(form, box, typed);
-        QTest::keyClick(Find<QWidget>(form, box), Qt::Key_Return);
+        Enter(form, box, typed);
         QTEST(TextIn(form, box), "shown");
         QTEST(IsEnabled(form, "AddStudentBtn"), "mayAdd");
     }
@@ -173,6 +172,8 @@ private slots:
                 "Course Enrollment",
                 "This Course has a max limit of 2 enrollments.\nPlease remove some and try again.");
             Press(picker, "ExitBtn");
+            dialogs.Expect("Select Contacts", "Leave without this?\n\n2 people will be enrolled",
+                           Dialogs::Answer::Yes);
             picker.reject();
         });
         School::AddPerson("C", "P");

@@ -27,13 +27,6 @@ namespace
 const QString refusal = "Amount tendered exceeds the amount due\nNo Action Taken";
 const QString leaving = "Some of the data has changed.\nOkay to update before exiting?";
 
-/// Types into an amount and leaves it by Enter.
-void Enter(QWidget &form, const QString &box, const QString &amount)
-{
-    TypeInto(form, box, amount);
-    QTest::keyClick(Find<QWidget>(form, box), Qt::Key_Return);
-}
-
 bool IsLocked(QWidget &form, const QString &box)
 {
     return Find<QLineEdit>(form, box)->isReadOnly();

@@ -95,3 +95,10 @@ void TypeInto(QWidget &form, const QString &field, const QString &text)
     QTest::keyClick(found, Qt::Key_Delete);
     QTest::keyClicks(found, text);
 }
+
+void Enter(QWidget &form, const QString &field, const QString &text)
+{
+    TypeInto(form, field, text);
+    QFocusEvent left(QEvent::FocusOut, Qt::TabFocusReason);
+    QApplication::sendEvent(Find<QWidget>(form, field), &left);
+}

@@ -51,3 +51,5 @@ QString TextIn(QWidget &form, const QString &field);
 void Press(QWidget &form, const QString &button);
 /// Types into a field as a user does: what it held goes first.
 void TypeInto(QWidget &form, const QString &field, const QString &text);
+/// The same, and leaves the field as Tab does.
+void Enter(QWidget &form, const QString &field, const QString &text);

@@ -3,6 +3,7 @@
 #include "database/statements/Security.h"
 #include "database/statements/System.h"
 #include "database/values/GlobalCode.h"
+#include "forms/fields/FieldFocus.h"
 #include "forms/fields/FieldLock.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/OkCancel.h"
@@ -117,9 +118,7 @@ void frmDBOptions::LeaveVoucher(QLineEdit *voucher)
         return;
     Dialogs::MsgBox(QStringLiteral("Vouchers must have unique names!"), QStringLiteral("Voucher Names"),
                     Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
-    m_tabs->setCurrentWidget(m_tabs->widget(m_tabs->count() - 1));
-    voucher->setFocus();
-    voucher->selectAll();
+    FocusField(voucher);
 }
 
 bool frmDBOptions::eventFilter(QObject *watched, QEvent *event)

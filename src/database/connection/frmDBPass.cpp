@@ -3,6 +3,7 @@
 #include "core/session/Session.h"
 #include "database/connection/ConnectDatabase.h"
 #include "database/connection/Registry.h"
+#include "forms/fields/FieldFocus.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/OkCancel.h"
 #include "forms/progress/ProgressBox.h"
@@ -64,10 +65,12 @@ void frmDBPass::ChangePassword()
     if (newPassword != m_confirm->text()) {
         Dialogs::Tell(QStringLiteral("New Password doesn't match Confirm Password!"),
                       QStringLiteral("Security"), Dialogs::Icon::Stop);
+        FocusField(m_new);
         return;
     }
     if (m_old->text() != gDBPassword) {
         Dialogs::Tell(QStringLiteral("Invalid Password!"), QStringLiteral("Security"), Dialogs::Icon::Stop);
+        FocusField(m_old);
         return;
     }
     gConnection.Close();

@@ -2,6 +2,7 @@
 
 #include "database/connection/DatabaseFile.h"
 #include "database/connection/Registry.h"
+#include "forms/fields/FieldFocus.h"
 #include "forms/frames/AskingWindow.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/OkCancel.h"
@@ -70,17 +71,20 @@ void frmRegisterDB::Register()
     if (!QFileInfo(m_file->text()).isFile()) {
         Dialogs::Tell(QStringLiteral("Database not found!"), QStringLiteral("Database not found"),
                       Dialogs::Icon::Exclamation);
+        FocusField(m_file);
         return;
     }
     if (!IsValidName(source)) {
         Dialogs::Tell(u"Invalid character for the Database Source Name.\nInvalid characters are " %
                           invalidCharacters,
                       QStringLiteral("Invalid DSN"), Dialogs::Icon::Exclamation);
+        FocusField(m_source);
         return;
     }
     if (!DSNMissing(source)) {
         Dialogs::Tell(QStringLiteral("Data Source Name already in use."), QStringLiteral("Invalid DSN"),
                       Dialogs::Icon::Exclamation);
+        FocusField(m_source);
         return;
     }
     if (!RegisterAccessDSN(source, QFileInfo(m_file->text()).absoluteFilePath(), m_description->text(), {},

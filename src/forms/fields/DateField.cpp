@@ -199,7 +199,7 @@ bool DaysAreReadable(QWidget *form)
             continue;
         Dialogs::MsgBox(u'\'' % field->text() % u"' is not a date.", form->window()->windowTitle(),
                         Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
-        field->setFocus();
+        FocusField(field);
         return false;
     }
     return true;

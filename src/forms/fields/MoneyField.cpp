@@ -77,8 +77,9 @@ QString MoneyField::TextWithoutSelection() const
 void MoneyField::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        // The form's default button follows.
         Leave();
-        event->accept();
+        event->ignore();
         return;
     }
     const bool shortcut = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);

@@ -1,6 +1,7 @@
 #include "forms/fields/RequiredMarks.h"
 
 #include "forms/fields/CaptionLabel.h"
+#include "forms/fields/FieldFocus.h"
 #include "platform/desktop/Dialogs.h"
 
 #include <QComboBox>
@@ -60,5 +61,15 @@ bool RequiredMarks::Complete() const
         return true;
     Dialogs::MsgBox(u"The followings fields must be completed:\n" % list,
                     QStringLiteral("Form not complete"));
+    const auto missing = std::find_if(m_labels.begin(), m_labels.end(),
+                                      [](const CaptionLabel *label) { return label->IsMissing(); });
+    if (missing != m_labels.end() && (*missing)->buddy())
+        FocusField((*missing)->buddy());
     return false;
+}
+
+void RequiredMarks::FocusFirst() const
+{
+    if (!m_labels.empty() && m_labels.front()->buddy())
+        FocusField(m_labels.front()->buddy());
 }

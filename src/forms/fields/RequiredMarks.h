@@ -27,8 +27,12 @@ public:
 
     /// One line for each marked caption: four blanks and the caption without its last character.
     QString MissingList() const;
-    /// True if nothing is missing; otherwise the "Form not complete" box has been shown.
+    /// True if nothing is missing; otherwise the "Form not complete" box has been shown, and the first field
+    /// that is missing has the focus.
     bool Complete() const;
+    /// Takes the user back to the first required field, since a record that was refused is mostly one whose
+    /// name exists.
+    void FocusFirst() const;
 
 private:
     std::vector<CaptionLabel *> m_labels;

@@ -141,16 +141,32 @@ void TypedCombo::inputMethodEvent(QInputMethodEvent *event)
 void TypedCombo::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        Leave();
-        if (m_enter)
-            m_enter();
-        event->accept();
+        Enter(event);
         return;
     }
     const QString before = isEditable() ? Typed() : QString();
     ComboBox::keyPressEvent(event);
     if (isEditable() && !event->text().isEmpty() && event->text().front().isPrint())
         Complete(before);
+}
+
+/// The form's default button follows, unless Enter has a task of its own or what was typed was not taken.
+void TypedCombo::Enter(QKeyEvent *event)
+{
+    const QString typed = currentText().trimmed();
+    Leave();
+    if (m_enter)
+        m_enter();
+    const bool isTaken =
+        !m_enter && (typed.isEmpty() || typed.compare(currentText().trimmed(), Qt::CaseInsensitive) == 0);
+    event->setAccepted(!isTaken);
+}
+
+/// Leaves first, since what is chosen may enable the button that Tab goes to.
+bool TypedCombo::focusNextPrevChild(bool next)
+{
+    Leave();
+    return ComboBox::focusNextPrevChild(next);
 }
 
 void TypedCombo::focusOutEvent(QFocusEvent *event)

@@ -24,18 +24,20 @@ public:
     /// Called with a text that is not among the items; its name part ("[ref] name") is never empty.
     /// `what` is what such a text is ("town").
     void SetNewTextHandler(std::function<void(const QString &text)> handler, const QString &what = {});
-    /// Called on every Enter, after the text has been handled.
+    /// Called on every Enter, after the text has been handled, in place of the form's default button.
     void SetEnterHandler(std::function<void()> handler);
     /// If not allowed, the user can only choose from the list.
     void AllowTyping(bool allowed);
     void Leave();
 
 protected:
+    bool focusNextPrevChild(bool next) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
+    void Enter(QKeyEvent *event);
     void ShowChoice();
     QString Typed() const;
     int FirstThatBegins(const QString &typed) const;

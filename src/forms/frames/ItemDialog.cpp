@@ -60,8 +60,10 @@ void ItemDialog::Save()
     if (!m_addBtn->isEnabled() || !m_required.Complete())
         return;
     const int key = Store();
-    if (key < 1)
+    if (key < 1) {
+        m_required.FocusFirst();
         return;
+    }
     m_modified->Saved();
     gDialogResult = key;
     accept();
