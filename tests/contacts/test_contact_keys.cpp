@@ -34,7 +34,6 @@ void TestContactKeys::AddsAPerson()
     keys.TypeAt("Surname", "Lovelace");
     keys.TypeAt("CityList", "Leeds");
     keys.Press(Qt::Key_Return);
-    keys.Alt(Qt::Key_A);
     QCOMPARE(Rows("Contacts INNER JOIN City ON Contacts.Cust_City = City.City_ID WHERE City.City = 'Leeds'"),
              1);
 
@@ -64,11 +63,12 @@ void TestContactKeys::ManagesPeople()
     keys.TabTo("AddCBtn");
     keys.Press(Qt::Key_Space);
     QCOMPARE(Keys(List(form, "ContactInfo")), QStringList(Key(ben)));
-    m->driver.Expect("frmAddContact", [](QDialog &record) { Keyboard(record).Press(Qt::Key_Escape); });
     keys.Alt(Qt::Key_V);
+    Keyboard(*form.findChild<frmAddContact *>()).Press(Qt::Key_Escape);
+    // What Tab leaves enables the button that it goes to.
     keys.TypeAt("CharList", "Member");
-    keys.Press(Qt::Key_Return);
-    keys.TabTo("AddToConBtn");
+    keys.Press(Qt::Key_Tab);
+    QCOMPARE(form.focusWidget()->objectName(), "AddToConBtn");
     keys.Press(Qt::Key_Space);
     QCOMPARE(Rows(u"ContactConcession WHERE ContactRef = " % SqlNumber(ben)), 1);
 

@@ -277,7 +277,7 @@ void TestContactMaintenance::TypedOrganisation()
     auto *list = Find<TypedCombo>(form, "OrganList");
     list->lineEdit()->selectAll();
     QTest::keyClicks(list, typed);
-    QTest::keyClick(list, Qt::Key_Return);
+    QTest::keyClick(list, Qt::Key_Tab);
     QCOMPARE(list->currentText(), chosen);
     QCOMPARE(Rows("Organisations WHERE OrganRef > 1"), stored);
     QCOMPARE(Rows("Organisations WHERE Addr1 <> ''"), 0);

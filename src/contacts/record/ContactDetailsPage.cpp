@@ -104,6 +104,7 @@ QGroupBox *ContactDetailsPage::BuildAddress(FormBuilder &form)
     AddChoice(form.Typed(QStringLiteral("CountyList"), QStringLiteral("State/County:"), m_counties),
               &ContactRecord::county, ContactSection::Counties);
     Text(form.Text(QStringLiteral("Postcode"), QStringLiteral("&ZIP/Postcode:")), &ContactRecord::postcode);
+    form.Beside();
     AddChoice(form.Typed(QStringLiteral("CountryList"), QStringLiteral("Countr&y:"), m_countries),
               &ContactRecord::country, ContactSection::Countries);
     form.EndGroup();

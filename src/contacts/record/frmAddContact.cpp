@@ -29,7 +29,7 @@ frmAddContact::frmAddContact(QWidget *parent)
                  parent)
 {
     BuildPages();
-    BuildButtons();
+    BuildButtons(m_hint);
     WatchChanges();
     connect(Tabs(), &QTabWidget::currentChanged, this, &frmAddContact::ShowTab);
 
@@ -84,7 +84,7 @@ void frmAddContact::BuildPages()
     m_courses = FormBuilder::AddTab(Tabs(), new ContactCoursesPage, QStringLiteral("Courses"),
                                     QStringLiteral("Courses"));
     m_hint = new ContactHint(m_details->Typed(), this);
-    Builder().Place(m_hint, QStringLiteral("SimilarHint"));
+    m_hint->setObjectName(QStringLiteral("SimilarHint"));
     connect(m_hint, &ContactHint::Opened, this, [this](const QStringList &keys) { ShowRecords(keys, this); });
 }
 

@@ -19,6 +19,8 @@ StudentsPage::StudentsPage(QWidget *parent)
     m_remove = form.Button(QStringLiteral("RemBtn"), QStringLiteral("&Remove"));
     m_info = form.Button(QStringLiteral("InfoBtn"), QStringLiteral("&Info"));
     form.EndButtons();
+    m_whyNot = form.Line(QStringLiteral("WhyNot"), {});
+    m_whyNot->hide();
 
     connect(m_add, &QPushButton::clicked, this, &StudentsPage::AddAsked);
     connect(m_remove, &QPushButton::clicked, this, &StudentsPage::Remove);
@@ -34,13 +36,18 @@ void StudentsPage::ShowStudents(CourseRef courseRef)
 {
     m_courseRef = courseRef;
     ADO_Course_ShowEnrolledStudents(courseRef, m_students);
+    m_students.sort(0, Qt::AscendingOrder);
+    m_view->KeepOrder();
     emit Enrolment();
 }
 
-void StudentsPage::Allow(bool add, bool remove)
+void StudentsPage::Allow(bool add, bool remove, const QString &whyNot)
 {
     m_mayAdd = add;
     m_mayRemove = remove;
+    m_add->setToolTip(whyNot);
+    m_whyNot->setText(whyNot);
+    m_whyNot->setVisible(!whyNot.isEmpty());
     EnableButtons();
 }
 

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 class ListView;
+class QLabel;
 class QPushButton;
 
 /// The "Students" tab: who is on the course, and whether they have paid.
@@ -20,8 +21,8 @@ public:
     void ShowStudents(CourseRef courseRef);
     ListModel &Students() { return m_students; }
     int Enrolled() const { return m_students.Count(); }
-    /// What the user's rights and the course's limit leave.
-    void Allow(bool add, bool remove);
+    /// What the user's rights and the course's limit leave. `whyNot` says why nobody can be added.
+    void Allow(bool add, bool remove, const QString &whyNot);
 
 signals:
     void AddAsked();
@@ -37,6 +38,7 @@ private:
     QPushButton *m_add = nullptr;
     QPushButton *m_remove = nullptr;
     QPushButton *m_info = nullptr;
+    QLabel *m_whyNot = nullptr;
     CourseRef m_courseRef;
     bool m_mayAdd = false;
     bool m_mayRemove = false;

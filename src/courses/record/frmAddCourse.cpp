@@ -73,9 +73,15 @@ CourseLists frmAddCourse::Lists()
 void frmAddCourse::RowExists(CourseRef courseRef)
 {
     m_courseRef = courseRef;
+    ShowTitle();
     m_add->setText(QStringLiteral("&Update Course"));
     m_tabs->setTabEnabled(m_tabs->indexOf(m_students), true);
     m_students->ShowStudents(courseRef);
+}
+
+void frmAddCourse::ShowTitle()
+{
+    setWindowTitle(QStringLiteral("Add Course: ") % CourseTitle());
 }
 
 void frmAddCourse::ApplyRights()
@@ -88,7 +94,9 @@ void frmAddCourse::ApplyRights()
     const int limit = m_course->Limit();
     const bool hasPlaces = limit == 0 || limit > m_students->Enrolled();
     const Level students = UserRight(Right::Students);
-    m_students->Allow(open && hasPlaces && students >= Level::Add, open && students >= Level::Full);
+    const QString whyNot =
+        hasPlaces ? QString() : QString(u"All " % QString::number(limit) % u" places are taken.");
+    m_students->Allow(open && hasPlaces && students >= Level::Add, open && students >= Level::Full, whyNot);
 }
 
 void frmAddCourse::Save()
@@ -107,6 +115,7 @@ void frmAddCourse::Save()
     m_saved = saved.key;
     if (!m_courseRef)
         RowExists(CourseRef(saved.key));
+    ShowTitle();
     if (saved.isWhole)
         m_modified->Saved();
 }

@@ -32,6 +32,7 @@ protected:
 
 private:
     void RowExists(CourseRef courseRef);
+    void ShowTitle();
     void ApplyRights();
     void Save();
     void AddStudents();

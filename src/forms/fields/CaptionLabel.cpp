@@ -5,6 +5,11 @@
 #include <QPainter>
 #include <QStyle>
 
+namespace
+{
+constexpr int unchosen = 0xFFFFFF;
+}
+
 CaptionLabel::CaptionLabel(const QString &caption, QWidget *parent)
     : QLabel(caption, parent)
 {
@@ -28,17 +33,22 @@ void CaptionLabel::paintEvent(QPaintEvent *event)
         QLabel::paintEvent(event);
         return;
     }
-    const QColor plate = QColor::fromRgb(static_cast<QRgb>(gWarnColour) | 0xFF000000U);
-    const QColor ink = qGray(plate.rgb()) < 128 ? Qt::white : Qt::black;
     const int margin = fontMetrics().averageCharWidth() / 2;
     const QRect room = contentsRect().translated(margin, 0);
     const QRect text =
         style()->itemTextRect(fontMetrics(), room, static_cast<int>(alignment()), true, this->text());
+    const QRectF around = QRectF(text).adjusted(-margin, 0, margin, 0) & QRectF(rect());
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(palette().color(QPalette::WindowText));
-    painter.setBrush(plate);
-    const QRectF around = QRectF(text).adjusted(-margin, 0, margin, 0) & QRectF(rect());
+    QColor ink = palette().color(QPalette::WindowText);
+    painter.setPen(ink);
+    if (gWarnColour == unchosen) {
+        painter.setPen(palette().color(QPalette::Highlight));
+    } else {
+        const QColor plate = QColor::fromRgb(static_cast<QRgb>(gWarnColour) | 0xFF000000U);
+        ink = qGray(plate.rgb()) < 128 ? Qt::white : Qt::black;
+        painter.setBrush(plate);
+    }
     painter.drawRoundedRect(around.adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
     painter.setPen(ink);
     const int flags = static_cast<int>(alignment()) | (buddy() ? Qt::TextShowMnemonic : 0);

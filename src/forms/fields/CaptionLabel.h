@@ -3,7 +3,9 @@
 #include <QLabel>
 
 /// The caption of a field. The caption of a required field that is empty is drawn on a plate of gWarnColour,
-/// with a text colour that contrasts with it: users choose the colour, and it may be anything, even white.
+/// with a text colour that contrasts with it, since users may choose any colour. White, which it is until
+/// they choose, would be a block that shouts in the dark and says nothing in the light: then it gets an
+/// outline.
 class CaptionLabel final : public QLabel
 {
     Q_OBJECT

@@ -1,7 +1,10 @@
 #include "forms/fields/ComboBox.h"
 
 #include "controls/ComboModel.h"
+#include "database/values/GlobalCode.h"
 
+#include <QApplication>
+#include <QLineEdit>
 #include <QListView>
 
 ComboBox::ComboBox(ComboModel &model, QWidget *parent)
@@ -23,6 +26,24 @@ ComboBox::ComboBox(ComboModel &model, QWidget *parent)
         m_filling = false;
         setCurrentIndex(row);
     });
+    connect(this, &QComboBox::currentTextChanged, this, &ComboBox::ShowInvitation);
+    ShowInvitation(currentText());
+}
+
+/// What only invites to choose is dimmed, and without the blank that its text begins with.
+void ComboBox::ShowInvitation(const QString &text)
+{
+    QLineEdit *edit = lineEdit();
+    if (!edit)
+        return;
+    const bool isInvitation = text == SelectOrTypeNewText();
+    QPalette colours;
+    if (isInvitation)
+        colours.setColor(QPalette::Text, QApplication::palette().color(QPalette::PlaceholderText));
+    edit->setPalette(colours);
+    QMargins margins = edit->textMargins();
+    margins.setLeft(isInvitation ? -fontMetrics().horizontalAdvance(u' ') : 0);
+    edit->setTextMargins(margins);
 }
 
 void ComboBox::showPopup()

@@ -17,6 +17,8 @@ public:
     void showPopup() override;
 
 private:
+    void ShowInvitation(const QString &text);
+
     ComboModel &m_list;
     bool m_filling = false;
 };

@@ -64,7 +64,7 @@ void FieldNote::Tint(bool tinted)
 void FieldNote::Place()
 {
     if (m_label->text().isEmpty()) {
-        m_field->setTextMargins(0, 0, 0, 0);
+        KeepFree(0);
         return;
     }
     m_label->adjustSize();
@@ -74,7 +74,14 @@ void FieldNote::Place()
             right = qMin(right, button->x());
     }
     m_label->move(right - m_label->width(), (m_field->height() - m_label->height()) / 2);
-    m_field->setTextMargins(0, 0, m_label->width() + air, 0);
+    KeepFree(m_label->width() + air);
+}
+
+void FieldNote::KeepFree(int width)
+{
+    QMargins margins = m_field->textMargins();
+    margins.setRight(width);
+    m_field->setTextMargins(margins);
 }
 
 bool FieldNote::eventFilter(QObject *watched, QEvent *event)

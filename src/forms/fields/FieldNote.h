@@ -25,6 +25,7 @@ public:
 private:
     void Tint(bool tinted);
     void Place();
+    void KeepFree(int width);
 
     QLineEdit *m_field;
     QLabel *m_label;

@@ -9,6 +9,24 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+QString ValueOf(const QWidget *field)
+{
+    if (auto *text = qobject_cast<const QLineEdit *>(field))
+        return text->text();
+    if (auto *notes = qobject_cast<const QPlainTextEdit *>(field))
+        return notes->toPlainText();
+    if (auto *combo = qobject_cast<const QComboBox *>(field))
+        return combo->currentText();
+    auto *button = qobject_cast<const QAbstractButton *>(field);
+    return button && button->isChecked() ? QStringLiteral("1") : QString();
+}
+} // namespace
+
 ModifiedMark::ModifiedMark(QAbstractButton *saveButton, QObject *parent)
     : QObject(parent)
     , m_saveButton(saveButton)
@@ -35,13 +53,16 @@ void ModifiedMark::Watch(QWidget *root)
         if (!belongs(field))
             continue;
         if (auto *text = qobject_cast<QLineEdit *>(field))
-            connect(text, &QLineEdit::textChanged, this, &ModifiedMark::Set);
+            connect(text, &QLineEdit::textChanged, this, &ModifiedMark::OnField);
         else if (auto *notes = qobject_cast<QPlainTextEdit *>(field))
-            connect(notes, &QPlainTextEdit::textChanged, this, &ModifiedMark::Set);
+            connect(notes, &QPlainTextEdit::textChanged, this, &ModifiedMark::OnField);
         else if (auto *combo = qobject_cast<QComboBox *>(field))
-            connect(combo, &QComboBox::currentIndexChanged, this, &ModifiedMark::Set);
+            connect(combo, &QComboBox::currentIndexChanged, this, &ModifiedMark::OnField);
         else if (auto *button = qobject_cast<QAbstractButton *>(field))
-            connect(button, &QAbstractButton::toggled, this, &ModifiedMark::Set);
+            connect(button, &QAbstractButton::toggled, this, &ModifiedMark::OnField);
+        else
+            continue;
+        m_fields.push_back({field, ValueOf(field)});
     }
 }
 
@@ -58,6 +79,33 @@ void ModifiedMark::Watch(TreeModel &tree)
 void ModifiedMark::Ignore(QWidget *field)
 {
     m_ignored.insert(field);
+}
+
+void ModifiedMark::Set()
+{
+    m_set = m_setByOthers = m_stale = true;
+}
+
+void ModifiedMark::OnField()
+{
+    m_set = m_stale = true;
+}
+
+void ModifiedMark::Clear()
+{
+    m_set = m_setByOthers = false;
+    m_stale = true;
+    for (Field &field : m_fields) {
+        if (field.widget)
+            field.before = ValueOf(field.widget);
+    }
+}
+
+bool ModifiedMark::Differs() const
+{
+    return m_setByOthers || std::any_of(m_fields.begin(), m_fields.end(), [](const Field &field) {
+               return field.widget && ValueOf(field.widget) != field.before;
+           });
 }
 
 void ModifiedMark::Saved()
@@ -90,9 +138,11 @@ bool ModifiedMark::AskToSave(const std::function<void()> &save, Dialogs::Answer 
 
 void ModifiedMark::Paint()
 {
-    if (m_painted == m_set)
+    const bool isStale = std::exchange(m_stale, false);
+    const bool differs = isStale ? m_set && Differs() : m_painted;
+    if (m_painted == differs)
         return;
-    m_painted = m_set;
+    m_painted = differs;
     if (!m_painted) {
         m_saveButton->setPalette(QPalette());
         return;

@@ -3,19 +3,22 @@
 #include "platform/desktop/Dialogs.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QSet>
 #include <QTimer>
+#include <QWidget>
 
 #include <functional>
+#include <vector>
 
 class ListModel;
 class QAbstractButton;
-class QWidget;
 class TreeModel;
 
 /// The one "modified" flag of a record form, set by every field's change, and the save button that is
-/// painted in the highlight colour while it is set. A timer does the painting, so that loading a record (many
-/// changes, then Clear) does not make the button flicker.
+/// painted in the highlight colour while it is set and something differs: a text that is typed back to what
+/// it was leaves nothing to save. A timer does the painting, so that loading a record (many changes, then
+/// Clear) does not make the button flicker.
 class ModifiedMark final : public QObject
 {
     Q_OBJECT
@@ -34,8 +37,8 @@ public:
     void Ignore(QWidget *field);
 
     bool IsSet() const { return m_set; }
-    void Set() { m_set = true; }
-    void Clear() { m_set = false; }
+    void Set();
+    void Clear();
     /// Clears the flag because what was changed is stored now, and tells whoever wants to know.
     void Saved();
     /// What is called at each save; the main window installs it.
@@ -46,11 +49,20 @@ public:
     bool AskToSave(const std::function<void()> &save, Dialogs::Answer defaultAnswer = Dialogs::Answer::None);
 
 private:
+    struct Field {
+        QPointer<QWidget> widget;
+        QString before; ///< what it held when the flag was last cleared
+    };
+    void OnField();
+    bool Differs() const;
     void Paint();
 
     QAbstractButton *m_saveButton;
     QSet<QWidget *> m_ignored;
     QTimer m_timer;
+    std::vector<Field> m_fields;
     bool m_set = false;
+    bool m_setByOthers = false; ///< by anything but a field
+    bool m_stale = false;       ///< something changed since the button was painted
     bool m_painted = false;
 };

@@ -180,8 +180,12 @@ void FormBuilder::EndButtons()
     m_buttons = nullptr;
 }
 
-void FormBuilder::Gap()
+void FormBuilder::Gap(QWidget *between)
 {
+    if (between) {
+        between->setParent(Parent());
+        m_buttons->addWidget(between, 1);
+    }
     m_buttons->addStretch();
 }
 

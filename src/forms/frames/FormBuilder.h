@@ -86,8 +86,9 @@ public:
     QPushButton *Button(const QString &name, const QString &caption);
     /// The button that Enter presses.
     QPushButton *DefaultButton(const QString &name, const QString &caption);
-    /// Moves the buttons before it and those after it to the two ends of the row.
-    void Gap();
+    /// Moves the buttons before it and those after it to the two ends of the row, with a widget between them
+    /// if there is one.
+    void Gap(QWidget *between = nullptr);
 
     // Structure. Groups and columns nest.
     QGroupBox *BeginGroup(const QString &caption, const QString &name = {});

@@ -22,7 +22,7 @@ RecordForm::RecordForm(const Kind &kind, QWidget *parent)
 
 RecordForm::~RecordForm() = default;
 
-void RecordForm::BuildButtons()
+void RecordForm::BuildButtons(QWidget *between)
 {
     FormBuilder &form = *m_builder;
     form.BeginButtons(FormBuilder::Align::Start);
@@ -34,7 +34,7 @@ void RecordForm::BuildButtons()
     m_clearBtn = form.Button(QStringLiteral("ClearBtn"), QStringLiteral("&Clear All"));
     m_refreshBtn =
         m_kind.canRefresh ? form.Button(QStringLiteral("MainRefBtn"), QStringLiteral("&Refresh")) : nullptr;
-    form.Gap();
+    form.Gap(between);
     QPushButton *exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
     form.EndButtons();
     m_builder.reset();
@@ -67,9 +67,6 @@ void RecordForm::done(int result)
 {
     // Somebody who was added is not forgotten over another who was begun and given up.
     gDialogResult = m_key > 0 ? m_key : m_saved;
-    // Nobody waits for the answer of a form beside the others.
-    if (!isModal())
-        gDialogResult = 0;
     FormDialog::done(result);
 }
 
@@ -77,6 +74,8 @@ void RecordForm::OpenBeside(const QObject *caller, const std::function<void()> &
 {
     setAttribute(Qt::WA_DeleteOnClose);
     connect(this, &RecordForm::Stored, caller, changed);
+    // Nobody waits for its answer.
+    connect(this, &QDialog::finished, this, [] { gDialogResult = 0; });
     connect(this, &QDialog::finished, caller, changed);
     show();
     activateWindow();

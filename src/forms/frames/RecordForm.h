@@ -101,7 +101,8 @@ protected:
     int Key() const { return m_key; }
     /// Whether the record shown could not be read or no longer exists.
     bool IsGone() const { return m_gone; }
-    void BuildButtons();
+    /// `between` is what is shown in the row of buttons, if anything.
+    void BuildButtons(QWidget *between = nullptr);
     /// Shows an empty form, ready for a new record.
     void StartRecord();
 

@@ -1,5 +1,6 @@
 #include "forms/frames/StandardDialogs.h"
 
+#include "core/icons/Icons.h"
 #include "forms/frames/AskingWindow.h"
 #include "forms/frames/frmConflict.h"
 #include "platform/connection/Painting.h"
@@ -11,6 +12,7 @@
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QMessageBox>
+#include <QStyle>
 
 namespace
 {
@@ -102,6 +104,24 @@ QMessageBox::Icon IconOf(Dialogs::Icon icon)
     return QMessageBox::NoIcon;
 }
 
+/// Each box has one of the program's own pictures beside its text.
+QString PictureOf(Dialogs::Icon icon)
+{
+    switch (icon) {
+    case Dialogs::Icon::Information:
+        return QStringLiteral("dialog-information");
+    case Dialogs::Icon::Question:
+        return QStringLiteral("dialog-question");
+    case Dialogs::Icon::Exclamation:
+        return QStringLiteral("dialog-warning");
+    case Dialogs::Icon::Stop:
+        return QStringLiteral("dialog-error");
+    case Dialogs::Icon::None:
+        break;
+    }
+    return {};
+}
+
 /// Makes a box wide enough for its title; by itself it is as wide as its text, which is often shorter.
 void ShowWholeTitle(QMessageBox &box)
 {
@@ -120,6 +140,10 @@ Answer ShowMsgBox(const QString &text, const QString &title, Buttons buttons, Di
     QWidget *asker = AskingWindow();
     QMessageBox box(IconOf(icon), title.isEmpty() ? QApplication::applicationDisplayName() : title, text,
                     ButtonsOf(buttons), asker);
+    if (const QString name = PictureOf(icon); !name.isEmpty()) {
+        const int side = box.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &box);
+        box.setIconPixmap(Icons::Of(name).pixmap(QSize(side, side), box.devicePixelRatio()));
+    }
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(ButtonOf(defaultAnswer == Answer::None ? FirstAnswer(buttons) : defaultAnswer));
     if (buttons == Buttons::YesNoAll)
