@@ -13,6 +13,7 @@
 #include "support/TestTable.h"
 
 #include <QCheckBox>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -136,6 +137,40 @@ private slots:
         Press(form, finish);
         Press(form, finish);
         QVERIFY(!form.isVisible());
+    }
+
+    void without_a_browser_the_pages_are_shown()
+    {
+        InstallDesktop(m_database->Directory(), {});
+        frmContactWiz form;
+        form.show();
+        SelectReport(form, 3);
+        ModalDriver user;
+        const auto look = [](QDialog &preview) {
+            QCOMPARE(preview.windowTitle(), QStringLiteral("Preview: Characteristics & Discounts"));
+            const auto labels = preview.findChildren<QLabel *>();
+            QVERIFY(std::any_of(labels.begin(), labels.end(),
+                                [](const QLabel *label) { return label->text() == u"/ 1"; }));
+            preview.reject();
+        };
+        user.Expect(QStringLiteral("ReportPreview"), look);
+        Press(form, finish);
+        user.Expect(QStringLiteral("ReportPreview"), look);
+        Press(form, QStringLiteral("PreviewBtn"));
+
+        const QString paper = m_database->Directory() % u"/paper.pdf";
+        user.Expect(QStringLiteral("PrintDialog"), [&](QDialog &chooser) {
+            TypeInto(chooser, QStringLiteral("filename"), paper);
+            chooser.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+        });
+        Press(form, QStringLiteral("PrintBtn"));
+        QVERIFY(BytesOf(paper).contains("/Count 1"));
+        QCOMPARE(Shown(form, "Saved"), QString(u"Printed to " % paper));
+
+        QVERIFY(QFile::remove(HTML_OutputPath()));
+        user.Expect(QStringLiteral("ReportPreview"), [](QDialog &preview) { preview.reject(); });
+        Press(form, QStringLiteral("PreviewBtn"));
+        QVERIFY2(Shown(form, "Saved").contains(HTML_OutputPath()), qPrintable(Shown(form, "Saved")));
     }
 
     void pages_of_each_report_data()

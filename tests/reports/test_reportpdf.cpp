@@ -147,6 +147,7 @@ private slots:
         ReportReader report(HTML_OutputPath());
         QBuffer nothing;
         Paper paper(&nothing);
+        paper.setPageLayout(ReportPages::SheetFor(report.WidestRow()));
         ReportPages printed(paper, report.WidestRow(), gDocDir);
         QVERIFY(printed.Begin());
         for (ReportBlock block; report.Next(block);)

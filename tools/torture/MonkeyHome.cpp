@@ -65,7 +65,7 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() != QEvent::Show || watched->objectName() != u"PrintDialog")
+        if (event->type() != QEvent::Show || !watched->inherits("QPrintDialog"))
             return false;
         auto *fileName = watched->findChild<QLineEdit *>(u"filename"_qs);
         auto *browser = watched->findChild<QToolButton *>(u"fileBrowser"_qs);

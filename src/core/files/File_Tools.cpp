@@ -68,14 +68,18 @@ bool DocumentExists(const QString &file)
     return QFileInfo::exists(FoundFile(file));
 }
 
-bool OpenDocument(const QString &file, const QString &arguments)
+bool OpenDocument(const QString &file, const QString &arguments, const std::function<void()> &withoutProgram)
 {
     const QString target = Shell::IsWebAddress(file) ? file : FoundFile(file);
     const int result = Shell::Open(target, arguments);
     if (result > lastFailure)
         return true;
-    if (result == Shell::Result::NoAssociation)
-        return AskForProgram(target);
+    if (result == Shell::Result::NoAssociation) {
+        if (!withoutProgram)
+            return AskForProgram(target);
+        withoutProgram();
+        return false;
+    }
     Dialogs::MsgBox(FailureText(result), u"Error running " % target, Dialogs::Buttons::Ok,
                     Dialogs::Icon::Exclamation);
     return false;

@@ -2,17 +2,13 @@
 
 #include "controls/ListModel.h"
 #include "forms/lists/ListView.h"
+#include "forms/lists/PrintChooser.h"
 #include "forms/progress/ProgressBox.h"
 #include "platform/desktop/Dialogs.h"
 
-#include <QComboBox>
-#include <QDialogButtonBox>
-#include <QLineEdit>
 #include <QPagedPaintDevice>
 #include <QPainter>
-#include <QPrintDialog>
 #include <QPrinter>
-#include <QPushButton>
 #include <QShortcut>
 
 #include <algorithm>
@@ -149,25 +145,6 @@ void Pages::PrintPage(int page, int linesOnPage)
                        Qt::AlignRight,
                        u"Page " % QString::number(page + 1) % u" of " % QString::number(m_count));
 }
-
-/// Requires a name when printing to a file: the toolkit would try to open a file without a name, and then say
-/// that "" cannot be written.
-void RequireFileName(QPrintDialog &chooser)
-{
-    auto *fileName = chooser.findChild<QLineEdit *>(QStringLiteral("filename"));
-    auto *printers = chooser.findChild<QComboBox *>(QStringLiteral("printers"));
-    auto *buttons = chooser.findChild<QDialogButtonBox *>();
-    if (!fileName || !printers || !buttons)
-        return; // the desktop's own dialog
-    fileName->setPlaceholderText(QStringLiteral("Type the name of the file to print to"));
-    QPushButton *print = buttons->button(QDialogButtonBox::Ok);
-    const auto follow = [=] {
-        print->setEnabled(!fileName->isEnabled() || !fileName->text().trimmed().isEmpty());
-    };
-    QObject::connect(fileName, &QLineEdit::textChanged, print, follow);
-    QObject::connect(printers, &QComboBox::currentIndexChanged, print, follow);
-    follow();
-}
 } // namespace
 
 bool ListPrint::Print(const ListModel &list, const std::vector<int> &rows, const QString &title,
@@ -183,13 +160,8 @@ void ListPrint::Ask(const ListModel &list, ListView *view)
     const QString title = view->window()->windowTitle();
     QPrinter printer;
     printer.setDocName(title);
-    QPrintDialog chooser(&printer, view);
-    chooser.setObjectName(QStringLiteral("PrintDialog"));
     const std::vector<int> selected = list.SelectedRows();
-    chooser.setOption(QAbstractPrintDialog::PrintPageRange, false);
-    chooser.setOption(QAbstractPrintDialog::PrintSelection, selected.size() > 1);
-    RequireFileName(chooser);
-    if (chooser.exec() != QDialog::Accepted)
+    if (!ChoosePrinter(printer, selected.size() > 1, view))
         return;
     std::vector<int> rows(static_cast<size_t>(list.Count()));
     std::iota(rows.begin(), rows.end(), 0);

@@ -3,24 +3,37 @@
 #include "core/files/File_Tools.h"
 #include "core/session/Session.h"
 #include "forms/frames/FormBuilder.h"
+#include "forms/lists/PrintChooser.h"
 #include "platform/desktop/Dialogs.h"
 #include "reports/wizard/SSWizardNavBar.h"
 #include "reports/wizard/WizardRunPage.h"
 #include "reports/writer/HTMLscript.h"
 #include "reports/writer/ReportPdf.h"
+#include "reports/writer/ReportPrint.h"
 
 #include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLocale>
+#include <QPrinter>
 
 namespace
 {
-/// "It was not written: /home/ann/temp.htm: Permission denied"; a failure of the database has already been
-/// reported.
-QString NotWritten(const QString &what, const QString &fault)
+enum class Doing { Writing, Printing };
+
+/// "The PDF was not written: /home/ann/temp.htm: Permission denied"; a failure of the database has already
+/// been reported.
+QString NotDone(const QString &what, Doing doing, const QString &fault)
 {
-    return what % u" was not written" % (fault.isEmpty() ? QStringLiteral(".") : QString(u": " % fault));
+    const QStringView done = doing == Doing::Writing ? u"written" : u"printed";
+    return what % u" was not " % done % (fault.isEmpty() ? QStringLiteral(".") : QString(u": " % fault));
+}
+
+QString Printed(const QPrinter &printer)
+{
+    const QString file = printer.outputFileName();
+    return file.isEmpty() ? QString(u"Sent to the printer " % printer.printerName() % u'.')
+                          : QString(u"Printed to " % QDir::toNativeSeparators(file));
 }
 } // namespace
 
@@ -38,14 +51,18 @@ ReportEnd::ReportEnd(WizardPages *pages)
     done.BeginButtons(FormBuilder::Align::Start);
     m_open = done.Button(QStringLiteral("OpenBtn"), QStringLiteral("&Open Report"));
     QPushButton *pdf = done.Button(QStringLiteral("PdfBtn"), QStringLiteral("&Save as PDF..."));
+    QPushButton *print = done.Button(QStringLiteral("PrintBtn"), QStringLiteral("&Print..."));
+    QPushButton *preview = done.Button(QStringLiteral("PreviewBtn"), QStringLiteral("Pre&view..."));
     done.EndButtons();
     m_saved = done.Line(QStringLiteral("Saved"), {});
     done.Stretch();
 
     pages->SetAvailable(m_runPage, false);
     pages->SetAvailable(m_donePage, false);
-    connect(m_open, &QPushButton::clicked, this, [] { OpenDocument(HTML_OutputPath()); });
+    connect(m_open, &QPushButton::clicked, this, &ReportEnd::Open);
     connect(pdf, &QPushButton::clicked, this, &ReportEnd::SavePdf);
+    connect(print, &QPushButton::clicked, this, &ReportEnd::Print);
+    connect(preview, &QPushButton::clicked, this, &ReportEnd::Preview);
 }
 
 bool ReportEnd::IsDone() const
@@ -66,7 +83,7 @@ void ReportEnd::Run(SSWizardNavBar *navigation, const Write &write, const QStrin
     else if (stopped)
         m_navigation->GoBack();
     else
-        m_run->Tell(NotWritten(QStringLiteral("The report"), result.fault));
+        m_run->Tell(NotDone(QStringLiteral("The report"), Doing::Writing, result.fault));
 }
 
 void ReportEnd::ShowHeld(const QString &held)
@@ -78,7 +95,13 @@ void ReportEnd::ShowHeld(const QString &held)
     m_navigation->GoTo(m_donePage);
     m_open->setFocus();
     if (QFile::exists(HTML_OutputPath()))
-        OpenDocument(HTML_OutputPath());
+        Open();
+}
+
+/// Where no program is set for reports, the preview shows them.
+void ReportEnd::Open()
+{
+    OpenDocument(HTML_OutputPath(), {}, [this] { Preview(); });
 }
 
 void ReportEnd::SavePdf()
@@ -90,13 +113,47 @@ void ReportEnd::SavePdf()
                            QStringLiteral("PDF Documents (*.pdf);;All Files (*.*)"), QStringLiteral("pdf")});
     if (pdf.isEmpty())
         return;
-    m_navigation->GoTo(m_runPage);
     QString fault;
     bool saved = false;
-    m_run->Run(QStringLiteral("The report is being saved as PDF..."),
-               [&](Progress &progress) { saved = SaveReportAsPdf(HTML_OutputPath(), pdf, progress, fault); });
-    m_saved->setText(saved ? QString(u"Saved as " % QDir::toNativeSeparators(pdf))
-                           : NotWritten(QStringLiteral("The PDF"), fault));
+    RunAgain(
+        QStringLiteral("The report is being saved as PDF..."),
+        [&](Progress &progress) { saved = SaveReportAsPdf(HTML_OutputPath(), pdf, progress, fault); },
+        [&] {
+            return saved ? QString(u"Saved as " % QDir::toNativeSeparators(pdf))
+                         : NotDone(QStringLiteral("The PDF"), Doing::Writing, fault);
+        });
+}
+
+void ReportEnd::Print()
+{
+    QPrinter printer(QPrinter::HighResolution);
+    SetUpPrinter(printer, HTML_OutputPath());
+    printer.setDocName(m_title);
+    if (!ChoosePrinter(printer, false, m_open->window()))
+        return;
+    QString fault;
+    bool printed = false;
+    RunAgain(
+        QStringLiteral("The report is being printed..."),
+        [&](Progress &progress) { printed = PrintReport(HTML_OutputPath(), printer, progress, fault); },
+        [&] {
+            return printed ? Printed(printer) : NotDone(QStringLiteral("The report"), Doing::Printing, fault);
+        });
+}
+
+void ReportEnd::Preview()
+{
+    const QString fault = PreviewReport(HTML_OutputPath(), m_title, m_open->window());
+    m_saved->setText(fault.isEmpty() ? QString()
+                                     : NotDone(QStringLiteral("The report"), Doing::Printing, fault));
+}
+
+void ReportEnd::RunAgain(const QString &notice, const std::function<void(Progress &)> &work,
+                         const std::function<QString()> &result)
+{
+    m_navigation->GoTo(m_runPage);
+    m_run->Run(notice, work);
+    m_saved->setText(result());
     m_navigation->ReturnTo(m_donePage);
     m_open->setFocus();
 }

@@ -13,7 +13,8 @@ class WizardPages;
 class WizardRunPage;
 
 /// The last two pages of a report wizard and what happens on them: the progress bar while a report is
-/// written, and a summary of the finished one, which is opened automatically, and again or as PDF on request.
+/// written, and a summary of the finished one, which is opened automatically, and again, as PDF or on paper
+/// on request.
 class ReportEnd final : public QObject
 {
     Q_OBJECT
@@ -33,7 +34,14 @@ public:
 
 private:
     void ShowHeld(const QString &held);
+    void Open();
     void SavePdf();
+    void Print();
+    void Preview();
+    /// Runs `work` on the page with the progress bar and returns to the finished report, which shows what
+    /// `result` says of it.
+    void RunAgain(const QString &notice, const std::function<void(Progress &)> &work,
+                  const std::function<QString()> &result);
 
     WizardPages *m_pages;
     SSWizardNavBar *m_navigation = nullptr; ///< once Run has run

@@ -1,8 +1,8 @@
 #include "reports/writer/ReportPages.h"
 
+#include "core/session/Progress.h"
 #include "reports/writer/HTMLscript.h"
 
-#include <QPageLayout>
 #include <QPagedPaintDevice>
 
 #include <algorithm>
@@ -10,6 +10,9 @@
 
 namespace
 {
+constexpr qsizetype kilobyte = 1024;
+/// Often enough for a progress bar, and so seldom that it costs nothing.
+constexpr qsizetype bytesBetweenSteps = 64 * kilobyte;
 constexpr int dotsPerInch = 96; ///< of the widths in a report
 constexpr qreal marginMillimetres = 12;
 constexpr qreal paddingPixels = 3; ///< between the text of a cell and its edges
@@ -26,29 +29,6 @@ constexpr Sheet sheets[] = {{QPageSize::A4, QPageLayout::Portrait},  {QPageSize:
                             {QPageSize::A3, QPageLayout::Landscape}, {QPageSize::A2, QPageLayout::Landscape},
                             {QPageSize::A1, QPageLayout::Landscape}, {QPageSize::A0, QPageLayout::Landscape}};
 
-/// The smallest sheet on which a row of that width is legible.
-QPageLayout LayoutFor(int width)
-{
-    QPageLayout layout;
-    for (const Sheet &sheet : sheets) {
-        layout =
-            QPageLayout(QPageSize(sheet.size), sheet.orientation,
-                        QMarginsF(marginMillimetres, marginMillimetres, marginMillimetres, marginMillimetres),
-                        QPageLayout::Millimeter);
-        if (layout.paintRectPixels(dotsPerInch).width() >= width * leastScale)
-            break;
-    }
-    return layout;
-}
-
-/// Sets up the sheets, and returns the size of what can be printed on.
-QSizeF SetUp(QPagedPaintDevice &device, int widestRow)
-{
-    const QPageLayout layout = LayoutFor(widestRow);
-    device.setPageLayout(layout);
-    return layout.paintRectPixels(ReportPages::resolution).size();
-}
-
 /// The length of a pixel of the report, so that the widest row fits.
 qreal UnitFor(qreal paper, int widestRow)
 {
@@ -57,9 +37,23 @@ qreal UnitFor(qreal paper, int widestRow)
 }
 } // namespace
 
+QPageLayout ReportPages::SheetFor(int widestRow)
+{
+    QPageLayout layout;
+    for (const Sheet &sheet : sheets) {
+        layout =
+            QPageLayout(QPageSize(sheet.size), sheet.orientation,
+                        QMarginsF(marginMillimetres, marginMillimetres, marginMillimetres, marginMillimetres),
+                        QPageLayout::Millimeter);
+        if (layout.paintRectPixels(dotsPerInch).width() >= widestRow * leastScale)
+            break;
+    }
+    return layout;
+}
+
 ReportPages::ReportPages(QPagedPaintDevice &device, int widestRow, const QString &folder)
     : m_device(device)
-    , m_paper(SetUp(device, widestRow))
+    , m_paper(device.pageLayout().paintRectPixels(resolution).size())
     , m_layout(UnitFor(m_paper.width(), widestRow), folder)
     , m_height(m_paper.height() - footerHeight * resolution / dotsPerInch)
 {
@@ -77,6 +71,21 @@ bool ReportPages::End()
 {
     EndTable();
     return m_painter.end();
+}
+
+bool ReportPages::AddAll(ReportReader &report, Progress &progress)
+{
+    ReportBlock block;
+    qsizetype next = 0;
+    while (report.Next(block)) {
+        Add(block);
+        if (report.Read() < next && report.Read() < report.Size())
+            continue;
+        next = report.Read() + bytesBetweenSteps;
+        if (!progress(static_cast<int>(report.Read() / kilobyte), static_cast<int>(report.Size() / kilobyte)))
+            return false;
+    }
+    return true;
 }
 
 void ReportPages::Add(const ReportBlock &block)

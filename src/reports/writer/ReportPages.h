@@ -2,11 +2,13 @@
 
 #include "reports/writer/ReportLayout.h"
 
+#include <QPageLayout>
 #include <QPainter>
 
 #include <optional>
 #include <vector>
 
+class Progress;
 class QPagedPaintDevice;
 
 /// Draws a report onto one page after another. The titles of a table are on every page of it.
@@ -17,12 +19,19 @@ public:
     /// whole numbers are quick to write and small.
     static constexpr int resolution = 1200;
 
-    /// The sheet is chosen by the widest row, in pixels of the report. Pictures are looked for in `folder`.
+    /// The smallest sheet on which the widest row, in pixels of the report, is legible.
+    static QPageLayout SheetFor(int widestRow);
+
+    /// Draws onto the sheets that the device has, scaled down if the widest row would not fit. Pictures are
+    /// looked for in `folder`.
     ReportPages(QPagedPaintDevice &device, int widestRow, const QString &folder);
 
     bool Begin();
     void Add(const ReportBlock &block);
     bool End();
+    /// Draws everything that is left in `report`, and tells `progress` how many of how many kilobytes have
+    /// been drawn. False if it was stopped: the device can still be told to throw the pages away.
+    bool AddAll(ReportReader &report, Progress &progress);
 
 private:
     /// A row of a table, or a text as a row of one cell without a border.

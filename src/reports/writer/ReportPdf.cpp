@@ -13,29 +13,18 @@
 
 namespace
 {
-constexpr qsizetype kilobyte = 1024;
-/// Often enough for a progress bar, and so seldom that it costs nothing.
-constexpr qsizetype bytesBetweenSteps = 64 * kilobyte;
-
 enum class Printed { Whole, Not, Stopped };
 
 Printed Print(ReportReader &report, const QString &folder, QIODevice &pdf, Progress &progress)
 {
     QPdfWriter writer(&pdf);
     writer.setResolution(ReportPages::resolution);
+    writer.setPageLayout(ReportPages::SheetFor(report.WidestRow()));
     ReportPages pages(writer, report.WidestRow(), folder);
     if (!pages.Begin())
         return Printed::Not;
-    ReportBlock block;
-    qsizetype next = 0;
-    while (report.Next(block)) {
-        pages.Add(block);
-        if (report.Read() < next && report.Read() < report.Size())
-            continue;
-        next = report.Read() + bytesBetweenSteps;
-        if (!progress(static_cast<int>(report.Read() / kilobyte), static_cast<int>(report.Size() / kilobyte)))
-            return Printed::Stopped;
-    }
+    if (!pages.AddAll(report, progress))
+        return Printed::Stopped;
     return pages.End() ? Printed::Whole : Printed::Not;
 }
 } // namespace

@@ -1,0 +1,63 @@
+#include "reports/writer/ReportPrint.h"
+
+#include "core/session/Progress.h"
+#include "reports/writer/ReportPages.h"
+#include "reports/writer/ReportReader.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+
+namespace
+{
+QString NotRead(const QString &report, const ReportReader &reader)
+{
+    return QDir::toNativeSeparators(report) % u": " % reader.Fault();
+}
+} // namespace
+
+void SetUpPrinter(QPrinter &printer, const QString &report)
+{
+    printer.setResolution(ReportPages::resolution);
+    ReportReader reader(report);
+    const QPageLayout sheet = ReportPages::SheetFor(reader.IsOpen() ? reader.WidestRow() : 0);
+    printer.setPageOrientation(sheet.orientation());
+    printer.setPageMargins(sheet.margins(), sheet.units());
+}
+
+bool PrintReport(const QString &report, QPrinter &printer, Progress &progress, QString &fault)
+{
+    fault.clear();
+    ReportReader reader(report);
+    if (!reader.IsOpen()) {
+        fault = NotRead(report, reader);
+        return false;
+    }
+    ReportPages pages(printer, reader.WidestRow(), QFileInfo(report).path());
+    const bool isBegun = pages.Begin();
+    if (isBegun && !pages.AddAll(reader, progress)) {
+        printer.abort();
+        return false;
+    }
+    if (!isBegun || !pages.End())
+        fault = QStringLiteral("the printer does not take it.");
+    return fault.isEmpty();
+}
+
+QString PreviewReport(const QString &report, const QString &title, QWidget *parent)
+{
+    QPrinter printer(QPrinter::HighResolution);
+    SetUpPrinter(printer, report);
+    printer.setDocName(title);
+    QPrintPreviewDialog preview(&printer, parent);
+    preview.setObjectName(QStringLiteral("ReportPreview"));
+    preview.setWindowTitle(u"Preview: " % title);
+    QString fault;
+    QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [&](QPrinter *paper) {
+        Progress unseen;
+        PrintReport(report, *paper, unseen, fault);
+    });
+    preview.exec();
+    return fault;
+}
