@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -378,6 +379,18 @@ private slots:
         m_user->Expect("Database Changed", "Database switch confirmed.");
         Command("ID_SwitchDatabase");
         QVERIFY(Child("frmCourse") && people->model()->rowCount() == 0);
+
+        // The one before is offered again, and no longer once it is gone.
+        const QMenu *recent = MainWindow()->findChild<QMenu *>("RecentDatabases");
+        QCOMPARE(recent->actions().size(), 1);
+        m_user->Expect("Database Changed", "Database switch confirmed.");
+        recent->actions().first()->trigger();
+        QCOMPARE(gDBQFilename, next);
+        QVERIFY(QFile::remove(file));
+        m_user->Expect("Recent Databases",
+                       QString(file % u" does not exist any more, and is taken off the list."));
+        recent->actions().first()->trigger();
+        QVERIFY(recent->isEmpty() && gDBQFilename == next);
     }
 
     void ASwitchToADatabaseWithoutTheUserAsksForALogon()

@@ -280,10 +280,10 @@ private slots:
             const std::unique_ptr<QMimeData> data(from->Model().mimeData({}));
             QDragEnterEvent enter({5, 5}, Qt::CopyAction, data.get(), Qt::LeftButton, {});
             QApplication::sendEvent(onto->viewport(), &enter);
-            QDropEvent drop({5, 5}, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-            QApplication::sendEvent(onto->viewport(), &drop);
+            QDropEvent end({5, 5}, Qt::CopyAction, data.get(), Qt::LeftButton, {});
+            QApplication::sendEvent(onto->viewport(), &end);
             QCoreApplication::processEvents();
-            return drop.isAccepted();
+            return end.isAccepted();
         };
         pair.available.Select(0);
         QVERIFY(!drop(pair.left, pair.left));

@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QEvent>
 #include <QMdiSubWindow>
-#include <QPainter>
 
 #include <algorithm>
 #include <numeric>
@@ -38,14 +37,6 @@ QMdiSubWindow *ChildArea::Open(QWidget *form)
     return frame;
 }
 
-void ChildArea::SetNotice(const QString &title, const QString &text)
-{
-    m_title = title;
-    m_notice = text;
-    setAccessibleDescription(title.isEmpty() ? QString() : title % u'\n' % text);
-    viewport()->update();
-}
-
 bool ChildArea::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Close && qobject_cast<QMdiSubWindow *>(watched) &&
@@ -58,23 +49,6 @@ bool ChildArea::eventFilter(QObject *watched, QEvent *event)
     if (widget && widget->window() != window())
         return false;
     return QMdiArea::eventFilter(watched, event);
-}
-
-void ChildArea::paintEvent(QPaintEvent *event)
-{
-    QMdiArea::paintEvent(event);
-    if (m_title.isEmpty() || !subWindowList().isEmpty())
-        return;
-    QPainter painter(viewport());
-    const QRect room = viewport()->rect();
-    const int middle = room.height() * 2 / 5;
-    painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(room.adjusted(0, middle, 0, 0), Qt::AlignHCenter | Qt::TextWordWrap, m_notice);
-    QFont large = font();
-    large.setPointSizeF(large.pointSizeF() * 1.6);
-    painter.setFont(large);
-    const int above = room.height() - middle + fontMetrics().height();
-    painter.drawText(room.adjusted(0, 0, 0, -above), Qt::AlignHCenter | Qt::AlignBottom, m_title);
 }
 
 QList<QMdiSubWindow *> ChildArea::TiledWindows() const

@@ -17,9 +17,6 @@ public:
     /// Opens a form as a child window.
     QMdiSubWindow *Open(QWidget *form);
 
-    /// What the area says while no window is open in it; "" = nothing.
-    void SetNotice(const QString &title, const QString &text);
-
     /// Arranges the windows that are not minimised side by side, in the order in which they were opened.
     /// They keep filling the area when its size changes, until one of them is moved.
     void Tile();
@@ -30,7 +27,6 @@ protected:
     /// Keys pressed in a dialog of a child window belong to the dialog, including Ctrl+Tab for its tabs. No
     /// child window closes under a modal one, which may depend on what it shows.
     bool eventFilter(QObject *watched, QEvent *event) override;
-    void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:
@@ -41,6 +37,4 @@ private:
     static std::vector<int> TileWidths(const QList<QMdiSubWindow *> &windows, int room);
 
     QHash<const QMdiSubWindow *, QRect> m_tiles;
-    QString m_title;
-    QString m_notice;
 };

@@ -120,14 +120,6 @@ void CommandSet::FillToolBar(QMainWindow *window)
     }
 }
 
-QString CommandSet::Caption(const QString &id) const
-{
-    const QAction *tool = Tool(id);
-    const QString key = tool->shortcut().toString(QKeySequence::NativeText);
-    const QString caption = WithoutMnemonic(tool->text());
-    return key.isEmpty() ? caption : caption % u" (" % key % u')';
-}
-
 void CommandSet::Enable(const QString &id, bool enabled)
 {
     if (QAction *tool = Tool(id))

@@ -23,8 +23,6 @@ public:
 
     /// Null if no tool has that identifier.
     QAction *Tool(const QString &id) const { return m_tools.value(id); }
-    /// The tool's caption as running text, with its key: "Switch Database (Ctrl+O)".
-    QString Caption(const QString &id) const;
     void Enable(const QString &id, bool enabled = true);
     void EnableAll(bool enabled);
     /// Holds off the drawing of the tool bar while many states change.

@@ -12,7 +12,9 @@
 #include "core/shell/Commands.h"
 #include "core/shell/CsvDrop.h"
 #include "core/shell/Main.h"
+#include "core/shell/RecentDatabases.h"
 #include "core/shell/Screens.h"
+#include "core/shell/StartPage.h"
 #include "database/connection/ConnectDatabase.h"
 #include "database/connection/CredentialStore.h"
 #include "database/connection/NewDatabase.h"
@@ -31,6 +33,8 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QFocusEvent>
 #include <QHash>
 #include <QLabel>
@@ -38,6 +42,7 @@
 #include <QMenu>
 #include <QPointer>
 #include <QScreen>
+#include <QStackedWidget>
 #include <QStatusBar>
 #include <QStatusTipEvent>
 
@@ -89,11 +94,15 @@ bool CheckDB()
 
 frmMain::frmMain()
     : m_children(new ChildArea(this))
+    , m_start(new StartPage(this))
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Veltrane"));
     setAttribute(Qt::WA_DeleteOnClose, false);
-    setCentralWidget(m_children);
+    auto *pages = new QStackedWidget(this);
+    pages->addWidget(m_children);
+    pages->addWidget(m_start);
+    setCentralWidget(pages);
     m_commands = new CommandSet(this, [](const QString &id) {
         if (id == u"ID_OnlineHelp")
             return DocumentExists(userGuide);
@@ -111,6 +120,7 @@ frmMain::frmMain()
             ForEachChild(&Screen::relistChild);
         });
     BuildStatusBar();
+    BuildRecent();
     RestoreWindow();
 }
 
@@ -143,6 +153,50 @@ void frmMain::BuildStatusBar()
         if (window)
             window->ShowSaved();
     };
+}
+
+void frmMain::BuildRecent()
+{
+    m_recent = new QMenu(QStringLiteral("Re&cent Databases"), this);
+    m_recent->setObjectName(QStringLiteral("RecentDatabases"));
+    QMenu *file = m_commands->Tool(Id("ID_File"))->menu();
+    const QList<QAction *> entries = file->actions();
+    file->insertMenu(entries.value(entries.indexOf(m_commands->Tool(Id("ID_SwitchDatabase"))) + 1), m_recent);
+    connect(m_start, &StartPage::FileAsked, this, &frmMain::OpenRecent);
+    connect(m_start, &StartPage::NewAsked, m_commands->Tool(Id("ID_New")), &QAction::trigger);
+    connect(m_start, &StartPage::OpenAsked, m_commands->Tool(Id("ID_SwitchDatabase")), &QAction::trigger);
+}
+
+/// The open database is not among those offered.
+void frmMain::OfferRecent()
+{
+    QStringList files = RecentDatabases::Files();
+    if (gDBValid)
+        files.removeAll(QFileInfo(gDBQFilename).absoluteFilePath());
+    m_recent->clear();
+    for (int i = 0; i < files.size(); ++i)
+        m_recent->addAction(RecentDatabases::Caption(i, files.at(i)), this,
+                            [this, file = files.at(i)] { OpenRecent(file); });
+    m_recent->menuAction()->setEnabled(!files.isEmpty());
+    m_start->Offer(files);
+}
+
+void frmMain::OpenRecent(const QString &file)
+{
+    if (QFileInfo(file).isFile()) {
+        SwitchDatabase([&file] {
+            gDBQType = 1;
+            gDBQUseODBC = false;
+            gDBQFilename = file;
+            return true;
+        });
+        return;
+    }
+    Dialogs::MsgBox(QDir::toNativeSeparators(file) %
+                        QStringLiteral(" does not exist any more, and is taken off the list."),
+                    QStringLiteral("Recent Databases"), Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
+    RecentDatabases::Remove(file);
+    OfferRecent();
 }
 
 void frmMain::ShowSaved()
@@ -240,20 +294,17 @@ void frmMain::Login()
     LoadSystemValues();
     m_panels[2]->setText(u"  " % SystemValue(SystemRef::DatabaseName));
     m_panels[2]->setEnabled(true);
+    if (gDBQType != serverDatabase && QFileInfo(gDBQFilename).isFile())
+        RecentDatabases::Add(gDBQFilename);
 }
 
-/// Without a database the area of the child windows stays empty, and says how to get one.
 void frmMain::ShowWhatToDo()
 {
-    if (gDBValid) {
-        m_children->SetNotice({}, {});
-        return;
-    }
-    QStringList ways;
-    for (const auto &[id, does] :
-         {std::pair{"ID_SwitchDatabase", u"opens one"}, {"ID_New", u"makes a new one"}})
-        ways.append(m_commands->Caption(Id(id)) % u' ' % QStringView(does) % u'.');
-    m_children->SetNotice(QStringLiteral("No database is open"), ways.join(u'\n'));
+    OfferRecent();
+    auto *pages = static_cast<QStackedWidget *>(centralWidget());
+    pages->setCurrentWidget(gDBValid ? static_cast<QWidget *>(m_children) : m_start);
+    if (!gDBValid)
+        m_start->setFocus();
 }
 
 void frmMain::ApplyRights()
@@ -396,11 +447,18 @@ void frmMain::StartAnew(const QString &text, const QString &title, bool exclamat
 
 void frmMain::SwitchDatabase()
 {
+    SwitchDatabase([this] {
+        Screens::Installed().chooseDatabase(this);
+        return gDialogResult == 1;
+    });
+}
+
+void frmMain::SwitchDatabase(const std::function<bool()> &choose)
+{
     if (!CloseRecords())
         return;
     const DatabaseChoice last = DatabaseChoice::OfSession();
-    Screens::Installed().chooseDatabase(this);
-    if (gDialogResult != 1)
+    if (!choose())
         return;
     LeaveField();
     gConnection.Close();

@@ -9,6 +9,8 @@
 class ChildArea;
 class CommandSet;
 class QLabel;
+class QMenu;
+class StartPage;
 struct DatabaseChoice;
 struct Screen;
 
@@ -39,6 +41,11 @@ protected:
 
 private:
     void BuildStatusBar();
+    void BuildRecent();
+    void OfferRecent();
+    void OpenRecent(const QString &file);
+    /// `choose` sets what the session is to open; false if the user wants none.
+    void SwitchDatabase(const std::function<bool()> &choose);
     void ShowSaved();
     void RestoreWindow();
     void StoreWindow() const;
@@ -64,6 +71,8 @@ private:
     void StartAnew(const QString &text, const QString &title, bool exclamation);
 
     ChildArea *m_children;
+    StartPage *m_start;
+    QMenu *m_recent = nullptr;
     CommandSet *m_commands;
     QLabel *m_panels[3];
     QLabel *m_user;
