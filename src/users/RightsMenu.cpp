@@ -10,6 +10,22 @@
 #include <QKeyEvent>
 #include <QMenu>
 
+#include <algorithm>
+
+namespace
+{
+/// The right of a node, or all rights below a heading.
+std::vector<const TreeNode *> Subjects(const TreeNode &node)
+{
+    if (node.children.empty())
+        return {&node};
+    std::vector<const TreeNode *> rights;
+    for (const auto &child : node.children)
+        rights.push_back(child.get());
+    return rights;
+}
+} // namespace
+
 RightsMenu::RightsMenu(TreeView *view, UserRights &rights, QObject *parent)
     : QObject(parent)
     , m_view(view)
@@ -50,11 +66,8 @@ void RightsMenu::AddLevel(QMenu *menu, const QString &name, const QString &capti
 
 bool RightsMenu::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Space) {
-        const QRect row = m_view->visualRect(m_view->currentIndex());
-        Open(m_view->viewport()->mapToGlobal(row.bottomLeft()));
+    if (event->type() == QEvent::KeyPress && TakeKey(*static_cast<QKeyEvent *>(event)))
         return true;
-    }
     if (event->type() == QEvent::ContextMenu) {
         const auto *asked = static_cast<QContextMenuEvent *>(event);
         const bool byKey = asked->reason() != QContextMenuEvent::Mouse;
@@ -66,6 +79,34 @@ bool RightsMenu::eventFilter(QObject *watched, QEvent *event)
         return true;
     }
     return QObject::eventFilter(watched, event);
+}
+
+/// True if the key is one of ours.
+bool RightsMenu::TakeKey(const QKeyEvent &key)
+{
+    if (key.key() == Qt::Key_Space) {
+        const QRect row = m_view->visualRect(m_view->currentIndex());
+        Open(m_view->viewport()->mapToGlobal(row.bottomLeft()));
+        return true;
+    }
+    const bool isDigit = key.key() >= Qt::Key_0 && key.key() <= Qt::Key_9;
+    if (!isDigit || (key.modifiers() & ~Qt::KeypadModifier))
+        return false;
+    ChooseByDigit(QChar(u'0' + (key.key() - Qt::Key_0)));
+    return true;
+}
+
+/// A digit that is no level of the selected right changes nothing.
+void RightsMenu::ChooseByDigit(QChar digit)
+{
+    const TreeNode *node = m_view->Model().Selected();
+    if (!node || m_readOnly || RefuseForAdministrator())
+        return;
+    const QMenu *menu = RightOfKey(node->key).kind == RightKind::YesNo ? m_yesNo : m_levels;
+    const QList<QAction *> levels = menu->actions();
+    if (std::any_of(levels.begin(), levels.end(),
+                    [digit](const QAction *level) { return level->data().toChar() == digit; }))
+        Choose(digit);
 }
 
 bool RightsMenu::RefuseForAdministrator()
@@ -82,12 +123,21 @@ void RightsMenu::Open(const QPoint &globalPosition)
     if (!node || m_readOnly || RefuseForAdministrator())
         return;
     const RightOfKey right(node->key);
-    if (right.position < 0)
+    if (right.position < 0 && node->children.empty())
         return;
     QMenu *menu = right.kind == RightKind::YesNo ? m_yesNo : m_levels;
     for (QAction *action : menu->actions())
-        action->setChecked(action->data().toChar() == m_rights.Digit(right.position));
+        action->setChecked(Has(*node, action->data().toChar()));
     menu->popup(globalPosition);
+}
+
+/// Whether choosing that level would change nothing.
+bool RightsMenu::Has(const TreeNode &node, QChar level) const
+{
+    UserRights changed = m_rights;
+    for (const TreeNode *right : Subjects(node))
+        changed.Grant(RightOfKey(right->key), level);
+    return changed.Text() == m_rights.Text();
 }
 
 void RightsMenu::Choose(QChar digit)
@@ -95,7 +145,20 @@ void RightsMenu::Choose(QChar digit)
     const TreeNode *node = m_view->Model().Selected();
     if (!node)
         return;
-    m_rights.Set(RightOfKey(node->key).position, digit);
+    for (const TreeNode *right : Subjects(*node))
+        m_rights.Grant(RightOfKey(right->key), digit);
+    ShowChange();
+}
+
+void RightsMenu::GrantAll(QChar level)
+{
+    for (const TreeNode *node : m_view->Model().Nodes())
+        m_rights.Grant(RightOfKey(node->key), level);
+    ShowChange();
+}
+
+void RightsMenu::ShowChange()
+{
     RefreshRightTexts(m_view->Model(), m_rights);
     emit RightChanged();
 }

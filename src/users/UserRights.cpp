@@ -4,6 +4,23 @@
 
 #include <algorithm>
 
+namespace
+{
+/// The rights that open a screen or a menu and allow no change by themselves.
+constexpr Right openings[] = {
+    Right::SecurityMenu,   Right::ContactsMenu,       Right::CoursesMenu,    Right::DocumentManager,
+    Right::Calendar,       Right::OptionsMenu,        Right::ContactReports, Right::OrganisationsScreen,
+    Right::ContactManager, Right::ContactMaintenance, Right::CourseManager,  Right::CourseMaintenance,
+    Right::CourseReports,
+};
+
+bool OnlyOpens(int position)
+{
+    return std::find(std::begin(openings), std::end(openings), static_cast<Right>(position)) !=
+           std::end(openings);
+}
+} // namespace
+
 void UserRights::Load(const QString &rights)
 {
     const qsizetype count = std::min<qsizetype>(rights.size(), RightsCount);
@@ -15,6 +32,15 @@ void UserRights::Set(int position, QChar digit)
 {
     if (position >= 0 && position < RightsCount)
         m_digits[position] = digit;
+}
+
+void UserRights::Grant(const RightOfKey &right, QChar level)
+{
+    const bool isPart = level != RightLevel::none && level != RightLevel::full;
+    if (right.kind == RightKind::YesNo && isPart)
+        Set(right.position, OnlyOpens(right.position) ? RightLevel::full : RightLevel::none);
+    else
+        Set(right.position, level);
 }
 
 bool UserRights::IsFull() const

@@ -27,6 +27,9 @@ public:
     void Load(const QString &rights);
     /// Sets one position; one outside the rights is ignored.
     void Set(int position, QChar digit);
+    /// Sets a right to a level. One that is only yes or no is given with full access and, if all it does is
+    /// to open a screen, with any other.
+    void Grant(const RightOfKey &right, QChar level);
     QChar Digit(int position) const { return m_digits.at(position); }
     /// True if every right is full.
     bool IsFull() const;

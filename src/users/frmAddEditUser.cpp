@@ -4,6 +4,7 @@
 #include "forms/fields/FieldFocus.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/OkCancel.h"
+#include "forms/frames/OtherScreens.h"
 #include "platform/desktop/Directories.h"
 #include "users/RightsMenu.h"
 #include "users/UsersModule.h"
@@ -89,6 +90,14 @@ void frmAddEditUser::BuildRights(FormBuilder &form)
         form.Check(QStringLiteral("AdminChk"), QStringLiteral("&Full Access Rights (System Administrator)"));
     TreeView *tree = form.Tree(QStringLiteral("SecurityList"), QStringLiteral("&Rights:"), m_tree);
     m_menu = new RightsMenu(tree, m_rights, this);
+    form.BeginButtons(FormBuilder::Align::Start);
+    m_lookOnly = form.Button(QStringLiteral("LookOnlyBtn"), QStringLiteral("&Look Only"));
+    m_everything = form.Button(QStringLiteral("EverythingBtn"), QStringLiteral("&Everything"));
+    QPushButton *open = form.Button(QStringLiteral("MayBtn"), QStringLiteral("&What This User May Do..."));
+    form.EndButtons();
+    connect(m_lookOnly, &QPushButton::clicked, this, [this] { Preset(RightLevel::view); });
+    connect(m_everything, &QPushButton::clicked, this, [this] { Preset(RightLevel::full); });
+    connect(open, &QPushButton::clicked, this, &frmAddEditUser::ShowWhatIsOpen);
 }
 
 void frmAddEditUser::LoadFirstUser()
@@ -117,6 +126,8 @@ void frmAddEditUser::Lock()
     m_menu->SetReadOnly(true);
     m_administrator->setEnabled(false);
     m_copyFrom->setEnabled(false);
+    m_lookOnly->setEnabled(false);
+    m_everything->setEnabled(false);
     m_save->setEnabled(false);
 }
 
@@ -189,4 +200,17 @@ void frmAddEditUser::CopyFromChosen()
 void frmAddEditUser::ShowRights()
 {
     RefreshRightTexts(m_tree, m_rights);
+}
+
+void frmAddEditUser::Preset(QChar level)
+{
+    m_administrator->setChecked(false);
+    m_copyFrom->setChecked(false);
+    m_menu->GrantAll(level);
+}
+
+void frmAddEditUser::ShowWhatIsOpen()
+{
+    OtherScreens::Installed().whatUserMayDo(IsNew() ? m_name->text() : m_users.At(0).text, m_rights.Text(),
+                                            this);
 }

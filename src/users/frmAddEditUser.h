@@ -49,6 +49,8 @@ private:
     void OnCopyFrom(bool on);
     void CopyFromChosen();
     void ShowRights();
+    void Preset(QChar level);
+    void ShowWhatIsOpen();
 
     bool IsNew() const { return m_users.IsEmpty(); }
 
@@ -68,5 +70,7 @@ private:
     ComboBox *m_copyList = nullptr;
     QCheckBox *m_administrator = nullptr;
     RightsMenu *m_menu = nullptr;
+    QPushButton *m_lookOnly = nullptr;
+    QPushButton *m_everything = nullptr;
     QPushButton *m_save = nullptr;
 };

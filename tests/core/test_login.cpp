@@ -2,6 +2,7 @@
 #include "core/session/Session.h"
 #include "core/shell/Screens.h"
 #include "core/shell/frmMain.h"
+#include "core/shell/frmUserMay.h"
 #include "database/statements/Security.h"
 #include "forms/fields/ModifiedMark.h"
 #include "forms/lists/ListView.h"
@@ -184,6 +185,28 @@ private slots:
         check(15, 0, "ID_Users");
         check(15, 1, {});
         check(23, 0, {}); // guards no command
+    }
+
+    void WhatAUserMayDo()
+    {
+        QString rights = RightsBlank();
+        for (const Right refused : {Right::CoursesMenu, Right::CourseMaintenance, Right::Import})
+            rights[static_cast<int>(refused)] = u'0';
+        rights[static_cast<int>(Right::Contacts)] = u'1';
+        const frmUserMay form(u"Anna"_qs, rights);
+        const ListModel &rows = form.findChild<ListView *>()->Model();
+        QHash<QString, QString> may;
+        for (int row = 0; row < rows.Count(); ++row) {
+            const ListItem &item = rows.At(row);
+            may.insert(item.text % u'/' % item.subItems.value(0), item.subItems.value(1));
+        }
+        QCOMPARE(may.value(u"File/Export Data"_qs), u"Open"_qs);
+        QCOMPARE(may.value(u"File/Import Data"_qs), u"Closed"_qs);
+        QCOMPARE(may.value(u"Courses/Course Manager"_qs), u"Open from the tool bar"_qs);
+        QCOMPARE(may.value(u"Courses/Create Award Boards"_qs), u"Closed"_qs);
+        QCOMPARE(may.value(u"Contacts/Contact records"_qs), u"View/Select Only"_qs);
+        for (const QAction *menu : form.findChild<QMenuBar *>()->actions())
+            QCOMPARE(menu->isEnabled(), menu->text() != u"C&ourses");
     }
 
     void WhatCannotBeDoneStaysDisabled()

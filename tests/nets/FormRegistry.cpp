@@ -18,6 +18,7 @@
 #include "core/shell/frmLocalOptions.h"
 #include "core/shell/frmMain.h"
 #include "core/shell/frmSplash.h"
+#include "core/shell/frmUserMay.h"
 #include "courses/manager/frmCourse.h"
 #include "courses/record/CoursePeople.h"
 #include "courses/record/CourseRecordODBC.h"
@@ -217,6 +218,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmSelectContacts"), OpenPicker, {}, searchOfPeople},
         {QStringLiteral("frmSplash"), OpenSplash},
         {QStringLiteral("frmStudentInfo"), OpenStudent, {}, QStringList()},
+        {QStringLiteral("frmUserMay"), Open<frmUserMay>(clerk.text, RightsBlank())},
         {QStringLiteral("frmUsers"), Open<frmUsers>()},
         {QStringLiteral("frmUsersPassword"), Open<frmUsersPassword>(clerk)},
     };

@@ -52,7 +52,7 @@ void ChooseRight(QWidget &form, const QString &key, const QString &entry)
     auto *view = Find<TreeView>(form, "SecurityList");
     view->Model().Select(view->Model().Find(key));
     QTest::keyClick(view, Qt::Key_Space);
-    auto *menu = Find<QMenu>(form, key.startsWith(u'?') ? "ID_SecurityMenu" : "ID_YesNo");
+    auto *menu = Find<QMenu>(form, key.startsWith(u'#') ? "ID_YesNo" : "ID_SecurityMenu");
     QVERIFY2(menu->isVisible(), qPrintable(key));
     Find<QAction>(*menu, entry)->trigger();
     menu->close();
@@ -243,6 +243,41 @@ private slots:
         QVERIFY(Tree(form).Find("#4")->text.endsWith(u"[No]"));
         Press(form, "AddBtn");
         QCOMPARE(StoredRights("Anna"), RightsWith(4, 0));
+    }
+
+    void ManyRightsAtOnce()
+    {
+        frmAddEditUser form;
+        form.show();
+        auto *view = Find<TreeView>(form, "SecurityList");
+        const auto type = [&](const QString &key, Qt::Key digit) {
+            view->Model().Select(view->Model().Find(key));
+            QTest::keyClick(view, digit);
+        };
+        const auto levels = [&](const QStringList &keys) {
+            QStringList result;
+            for (const QString &key : keys) {
+                const QString text = Tree(form).Find(key)->text;
+                result.append(text.mid(text.indexOf(u'[')));
+            }
+            return result.join(QString());
+        };
+        const QStringList contacts{"#1", "?23", "#24", "#22"};
+        type("!contacts", Qt::Key_1);
+        QCOMPARE(levels(contacts), u"[Yes][View/Select Only][No][Yes]"_qs);
+        QCOMPARE(levels({"#9"}), u"[Yes]"_qs);
+        ChooseRight(form, "!contacts", "ID_NoAccess");
+        QCOMPARE(levels(contacts), u"[No][][No][No]"_qs);
+        type("?23", Qt::Key_3);
+        type("?23", Qt::Key_4); // is no level
+        type("#1", Qt::Key_1);
+        QCOMPARE(levels(contacts), u"[No][Add and Edit Only][No][No]"_qs);
+
+        Press(form, "EverythingBtn");
+        QCOMPARE(levels(contacts), u"[Yes][Full Access][Yes][Yes]"_qs);
+        Press(form, "LookOnlyBtn");
+        QCOMPARE(levels(contacts + QStringList{"#13", "#45"}),
+                 u"[Yes][View/Select Only][No][Yes][No][Yes]"_qs);
     }
 
     void CopyFromAnotherUser()

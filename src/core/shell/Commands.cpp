@@ -1,7 +1,15 @@
 #include "core/shell/Commands.h"
 
+#include "database/statements/Security.h"
+
 namespace
 {
+/// A right, and the tool that is disabled at any level below Full.
+struct CommandRight {
+    Right right;
+    const char *id;
+};
+
 constexpr Command commands[] = {
     {"ID_New", "&New Access Database", "document-new", "New Veltrane Database", "Ctrl+Shift+N"},
     {"ID_RegisterDB", "&Register Veltrane Database (Access)…", "insert-link"},
@@ -137,7 +145,23 @@ std::span<const char *const> CommandsWithoutDatabase()
     return commandsWithoutDatabase;
 }
 
-std::span<const CommandRight> CommandRights()
+QStringList ToolsClosedTo(const QString &rights)
 {
-    return commandRights;
+    QStringList closed;
+    const auto closeBelowFull = [&](Right right, const char *id) {
+        if (RightIn(rights, right) < Level::Full)
+            closed.append(QString::fromLatin1(id));
+    };
+    closeBelowFull(Right::SecurityMenu, "ID_Security");
+    if (closed.isEmpty()) {
+        if (RightIn(rights, Right::Users) == Level::None)
+            closed.append(QStringLiteral("ID_Users"));
+        closeBelowFull(Right::DatabasePassword, "ID_DBSecurity");
+    }
+    closeBelowFull(Right::ContactsMenu, "ID_Contacts");
+    if (RightIn(rights, Right::ContactsMenu) == Level::Full)
+        closeBelowFull(Right::ContactSettings, "ID_ContactGlobalSettings");
+    for (const CommandRight &rule : commandRights)
+        closeBelowFull(rule.right, rule.id);
+    return closed;
 }

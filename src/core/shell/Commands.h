@@ -1,8 +1,6 @@
 #pragma once
 
-#include "database/statements/Rights.h"
-
-#include <QString>
+#include <QStringList>
 
 #include <span>
 #include <vector>
@@ -23,12 +21,6 @@ struct CommandMenu {
     std::vector<const char *> entries;
 };
 
-/// A right, and the tool that is disabled at any level below Full.
-struct CommandRight {
-    Right right;
-    const char *id;
-};
-
 /// Every command that is not a menu.
 std::span<const Command> Commands();
 /// The menu bar from left to right.
@@ -39,5 +31,5 @@ const CommandMenu &OptionsMenu();
 std::span<const char *const> ToolBarCommands();
 /// The commands that work without a database.
 std::span<const char *const> CommandsWithoutDatabase();
-/// The rights, without their headings, in the order in which they are applied.
-std::span<const CommandRight> CommandRights();
+/// The tools that are disabled for a user with those rights, of menus and of commands.
+QStringList ToolsClosedTo(const QString &rights);

@@ -8,6 +8,7 @@
 #include "core/shell/Main.h"
 #include "core/shell/frmAbout.h"
 #include "core/shell/frmLocalOptions.h"
+#include "core/shell/frmUserMay.h"
 #include "courses/manager/frmCourse.h"
 #include "database/connection/frmDBLogon.h"
 #include "database/connection/frmDBOptions.h"
@@ -151,6 +152,9 @@ void Screens::InstallOpeners()
     openers.contactReports = [](bool arePeopleSelected, QWidget *parent) {
         using Opener = frmContactWiz::Opener;
         frmContactWiz(parent, arePeopleSelected ? Opener::PeopleSelected : Opener::NothingSelected).exec();
+    };
+    openers.whatUserMayDo = [](const QString &user, const QString &rights, QWidget *parent) {
+        frmUserMay(user, rights, parent).exec();
     };
     openers.courseReports = [](QWidget *parent) { frmCourseWiz(parent).exec(); };
 }

@@ -309,25 +309,10 @@ void frmMain::ShowWhatToDo()
 
 void frmMain::ApplyRights()
 {
-    const auto disableBelowFull = [this](Right right, const char *id) {
-        if (!UserMay(right, Level::Full))
-            m_commands->Enable(Id(id), false);
-    };
     if (gDBQType == serverDatabase)
         m_commands->Enable(Id("ID_DBSecurity"), false);
-    if (!UserMay(Right::SecurityMenu, Level::Full)) {
-        m_commands->Enable(Id("ID_Security"), false);
-    } else {
-        if (UserRight(Right::Users) == Level::None)
-            m_commands->Enable(Id("ID_Users"), false);
-        disableBelowFull(Right::DatabasePassword, "ID_DBSecurity");
-    }
-    if (!UserMay(Right::ContactsMenu, Level::Full))
-        m_commands->Enable(Id("ID_Contacts"), false);
-    else
-        disableBelowFull(Right::ContactSettings, "ID_ContactGlobalSettings");
-    for (const CommandRight &rule : CommandRights())
-        disableBelowFull(rule.right, rule.id);
+    for (const QString &id : ToolsClosedTo(gUserRights))
+        m_commands->Enable(id, false);
 }
 
 bool frmMain::event(QEvent *event)

@@ -19,6 +19,8 @@ struct Openers {
     /// The contact reports, modal; `arePeopleSelected` tells whether the caller has published a selection of
     /// people for them.
     std::function<void(bool arePeopleSelected, QWidget *parent)> contactReports;
+    /// What is open to a user with those rights, modal and only to look at.
+    std::function<void(const QString &user, const QString &rights, QWidget *parent)> whatUserMayDo;
     /// The course reports, modal.
     std::function<void(QWidget *parent)> courseReports;
 };
