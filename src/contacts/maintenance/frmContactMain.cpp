@@ -132,6 +132,8 @@ void frmContactMain::AddItem()
         return;
     const QString key = u'!' % SqlNumber(added->key);
     m_items.Add({key, FormatRefLabel(added->item.reference, added->item.name)});
+    m_items.sort(0, Qt::AscendingOrder);
+    m_list->KeepOrder();
     SelectKey(key);
 }
 
