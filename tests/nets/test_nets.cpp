@@ -14,6 +14,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QCompleter>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMultiMap>
@@ -491,6 +492,32 @@ private slots:
             QVERIFY(user.AllCame());
             QCOMPARE(form->isVisible(), answer == Dialogs::Answer::Cancel);
         }
+    }
+
+    void the_first_escape_closes_an_open_list()
+    {
+        const auto form = Shown();
+        if (!qobject_cast<QDialog *>(form.get()))
+            QSKIP("is no dialog");
+        int lists = 0;
+        for (QWidget *widget : Workable(*form)) {
+            auto *combo = qobject_cast<QComboBox *>(widget);
+            if (!combo || combo->count() == 0)
+                continue;
+            combo->setFocus();
+            QWidget *list = combo->isEditable() ? combo->completer()->popup() : combo->view();
+            if (combo->isEditable())
+                QTest::keyClicks(combo, combo->itemText(combo->count() - 1).trimmed().left(1));
+            else
+                combo->showPopup();
+            if (!list->isVisible())
+                continue;
+            ++lists;
+            QTest::keyClick(list, Qt::Key_Escape);
+            QVERIFY2(!list->isVisible() && form->isVisible(), qPrintable(Describe(combo)));
+        }
+        if (lists == 0)
+            QSKIP("has no list that opens");
     }
 
     void captions_share_the_edge_of_their_lists()
