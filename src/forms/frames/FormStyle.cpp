@@ -73,10 +73,8 @@ public:
                        const QWidget *widget) const override
     {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
-        if (element == PE_Frame && option->state & State_HasFocus &&
-            qobject_cast<const QAbstractScrollArea *>(widget)) {
-            painter->setPen(option->palette.color(QPalette::Highlight));
-            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+        if (element == PE_Frame && qobject_cast<const QAbstractScrollArea *>(widget)) {
+            DrawFrame(option, painter);
             return;
         }
         const bool box = element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck;
@@ -97,6 +95,20 @@ public:
     }
 
 private:
+    /// The style's own frame loses lines at 125 % or 175 %, and cannot be seen in the dark.
+    static void DrawFrame(const QStyleOption *option, QPainter *painter)
+    {
+        const QColor window = option->palette.color(QPalette::Window);
+        const QColor quiet = IsDark(option->palette) ? window.lighter(170) : window.darker(140);
+        const bool hasFocus = option->state & State_HasFocus;
+        const QColor line = hasFocus ? option->palette.color(QPalette::Highlight) : quiet;
+        const QRect r = option->rect;
+        painter->fillRect(r.left(), r.top(), r.width(), 1, line);
+        painter->fillRect(r.left(), r.bottom(), r.width(), 1, line);
+        painter->fillRect(r.left(), r.top(), 1, r.height(), line);
+        painter->fillRect(r.right(), r.top(), 1, r.height(), line);
+    }
+
     static bool IsDark(const QPalette &palette)
     {
         return qGray(palette.color(QPalette::Base).rgb()) < qGray(palette.color(QPalette::Text).rgb());
