@@ -4,6 +4,7 @@
 #include "database/values/GlobalCode.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QLineEdit>
 #include <QListView>
 
@@ -44,6 +45,14 @@ void ComboBox::ShowInvitation(const QString &text)
     QMargins margins = edit->textMargins();
     margins.setLeft(isInvitation ? -fontMetrics().horizontalAdvance(u' ') : 0);
     edit->setTextMargins(margins);
+}
+
+void ComboBox::changeEvent(QEvent *event)
+{
+    QComboBox::changeEvent(event);
+    // The toolkit gives the palette of the box to the field in it, whatever that had of its own.
+    if (event->type() == QEvent::PaletteChange)
+        ShowInvitation(currentText());
 }
 
 void ComboBox::showPopup()

@@ -16,6 +16,9 @@ public:
     ComboModel &Model() const { return m_list; }
     void showPopup() override;
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     void ShowInvitation(const QString &text);
 
