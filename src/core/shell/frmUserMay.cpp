@@ -15,7 +15,7 @@
 
 namespace
 {
-QString Id(const char *id)
+QString CommandId(const char *id)
 {
     return QString::fromLatin1(id);
 }
@@ -42,9 +42,9 @@ bool IsOnToolBar(const QString &id)
 
 void FillMenu(QMenu &menu, const CommandMenu &content, const QStringList &closed)
 {
-    menu.menuAction()->setEnabled(!closed.contains(Id(content.id)));
+    menu.menuAction()->setEnabled(!closed.contains(CommandId(content.id)));
     for (const char *entry : content.entries) {
-        const QString id = Id(entry);
+        const QString id = CommandId(entry);
         if (id.isEmpty())
             menu.addSeparator();
         else if (id == QLatin1String(OptionsMenu().id))
@@ -92,13 +92,13 @@ void frmUserMay::ListCommands()
     for (const CommandMenu &menu : CommandMenus()) {
         for (const char *entry : menu.entries) {
             if (entry[0])
-                AddRow(Plain(QString::fromUtf8(menu.caption)), Plain(CaptionOf(Id(entry))),
-                       HowFar(menu.id, Id(entry)));
+                AddRow(Plain(QString::fromUtf8(menu.caption)), Plain(CaptionOf(CommandId(entry))),
+                       HowFar(menu.id, CommandId(entry)));
         }
     }
     for (const char *entry : OptionsMenu().entries)
-        AddRow(Plain(QString::fromUtf8(OptionsMenu().caption)), Plain(CaptionOf(Id(entry))),
-               HowFar(OptionsMenu().id, Id(entry)));
+        AddRow(Plain(QString::fromUtf8(OptionsMenu().caption)), Plain(CaptionOf(CommandId(entry))),
+               HowFar(OptionsMenu().id, CommandId(entry)));
 }
 
 /// The tool bar leads past a menu that is closed.
@@ -106,7 +106,7 @@ QString frmUserMay::HowFar(const char *menu, const QString &command) const
 {
     if (m_closed.contains(command))
         return QStringLiteral("Closed");
-    if (!m_closed.contains(Id(menu)))
+    if (!m_closed.contains(CommandId(menu)))
         return QStringLiteral("Open");
     return IsOnToolBar(command) ? QStringLiteral("Open from the tool bar") : QStringLiteral("Closed");
 }

@@ -29,7 +29,7 @@ QString NotDone(const QString &what, Doing doing, const QString &fault)
     return what % u" was not " % done % (fault.isEmpty() ? QStringLiteral(".") : QString(u": " % fault));
 }
 
-QString Printed(const QPrinter &printer)
+QString PrintedWhere(const QPrinter &printer)
 {
     const QString file = printer.outputFileName();
     return file.isEmpty() ? QString(u"Sent to the printer " % printer.printerName() % u'.')
@@ -137,7 +137,8 @@ void ReportEnd::Print()
         QStringLiteral("The report is being printed..."),
         [&](Progress &progress) { printed = PrintReport(HTML_OutputPath(), printer, progress, fault); },
         [&] {
-            return printed ? Printed(printer) : NotDone(QStringLiteral("The report"), Doing::Printing, fault);
+            return printed ? PrintedWhere(printer)
+                           : NotDone(QStringLiteral("The report"), Doing::Printing, fault);
         });
 }
 
