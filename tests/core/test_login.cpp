@@ -1,5 +1,6 @@
 #include "controls/ListModel.h"
 #include "core/session/Session.h"
+#include "core/shell/RecentDatabases.h"
 #include "core/shell/Screens.h"
 #include "core/shell/frmMain.h"
 #include "core/shell/frmUserMay.h"
@@ -60,7 +61,7 @@ class TestLogin : public QObject
 private slots:
     void initTestCase()
     {
-        Screens::Installed().chooseDatabase = [](QWidget *) {};
+        Screens::Installed().chooseDatabase = [](QWidget *, const QString &) {};
         Screens::Installed().showProperties = [](QWidget *, const QString &, bool) {};
     }
     void init()
@@ -185,6 +186,15 @@ private slots:
         check(15, 0, "ID_Users");
         check(15, 1, {});
         check(23, 0, {}); // guards no command
+    }
+
+    void RecentDatabasesAreForThoseWhoMaySwitch()
+    {
+        RecentDatabases::Add(u"/srv/other.mdb"_qs);
+        for (const int level : {9, 0}) {
+            Give(static_cast<int>(Right::SwitchDatabase), level);
+            QCOMPARE(m_window->findChild<QMenu *>("RecentDatabases")->menuAction()->isEnabled(), level == 9);
+        }
     }
 
     void WhatAUserMayDo()

@@ -122,7 +122,9 @@ Screens::Dialogues &Screens::Installed()
 
 void Screens::Install()
 {
-    Installed().chooseDatabase = [](QWidget *parent) { frmODBCLogon(parent).exec(); };
+    Installed().chooseDatabase = [](QWidget *parent, const QString &proposed) {
+        frmODBCLogon(proposed, parent).exec();
+    };
     Installed().showProperties = [](QWidget *parent, const QString &name, bool nameCanChange) {
         frmDBProps(name, nameCanChange, parent).exec();
     };

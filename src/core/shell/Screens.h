@@ -33,8 +33,9 @@ const Screen *OfChild(const QString &name);
 
 /// The modal screens that the main window needs apart from its commands. Tests install their own here.
 struct Dialogues {
-    /// The chooser of the database connection; its result is in gDialogResult.
-    std::function<void(QWidget *parent)> chooseDatabase;
+    /// The chooser of the database connection; its result is in gDialogResult. `proposed` is the path that
+    /// it starts with where the session has none.
+    std::function<void(QWidget *parent, const QString &proposed)> chooseDatabase;
     /// The properties of the open database, with its name as it starts.
     std::function<void(QWidget *parent, const QString &name, bool nameCanChange)> showProperties;
     /// The import wizard with its file chosen.

@@ -71,6 +71,7 @@ struct DatabaseChoice {
 
 namespace
 {
+constexpr int fileDatabase = 1;
 constexpr int serverDatabase = 2;
 constexpr int narrowScreen = 1024;
 /// 900 twips, taken off the course manager if the screen is exactly as wide as the minimum.
@@ -83,6 +84,13 @@ const QString userGuide = QStringLiteral("veltrane.pdf");
 QString Id(const char *id)
 {
     return QString::fromLatin1(id);
+}
+
+/// Whether the session names a database file that is not in its place.
+bool IsFileGone()
+{
+    return gDBQType == fileDatabase && !gDBQUseODBC && !gDBQFilename.isEmpty() &&
+           !QFileInfo(gDBQFilename).isFile();
 }
 
 /// Whether the program can work with the database. At present it can with every one.
@@ -177,7 +185,8 @@ void frmMain::OfferRecent()
     for (int i = 0; i < files.size(); ++i)
         m_recent->addAction(RecentDatabases::Caption(i, files.at(i)), this,
                             [this, file = files.at(i)] { OpenRecent(file); });
-    m_recent->menuAction()->setEnabled(!files.isEmpty());
+    const bool maySwitch = m_commands->Tool(Id("ID_SwitchDatabase"))->isEnabled();
+    m_recent->menuAction()->setEnabled(maySwitch && !files.isEmpty());
     m_start->Offer(files);
 }
 
@@ -185,7 +194,9 @@ void frmMain::OpenRecent(const QString &file)
 {
     if (QFileInfo(file).isFile()) {
         SwitchDatabase([&file] {
-            gDBQType = 1;
+            if (gDBValid)
+                StoreSessionCredential();
+            gDBQType = fileDatabase;
             gDBQUseODBC = false;
             gDBQFilename = file;
             return true;
@@ -230,8 +241,12 @@ void frmMain::Load()
         WarnOfNarrowScreen();
         OpenManagers();
     } else {
-        Dialogs::MsgBox(QStringLiteral("Must select a valid datasource"), {}, Dialogs::Buttons::Ok,
-                        Dialogs::Icon::Exclamation);
+        // The failure to connect has already named a file that is gone.
+        if (IsFileGone())
+            m_missing = gDBQFilename;
+        else
+            Dialogs::MsgBox(QStringLiteral("Must select a valid datasource"), {}, Dialogs::Buttons::Ok,
+                            Dialogs::Icon::Exclamation);
         gDBQFilename.clear();
         gDBQName.clear();
     }
@@ -409,7 +424,7 @@ bool frmMain::ReconnectUntilSettled(const DatabaseChoice &last)
             gDBQName.clear();
             gDBQFilename.clear();
         }
-        Screens::Installed().chooseDatabase(this);
+        Screens::Installed().chooseDatabase(this, {});
         if (gDialogResult == 1)
             continue;
         if (last.IsEmpty())
@@ -433,7 +448,7 @@ void frmMain::StartAnew(const QString &text, const QString &title, bool exclamat
 void frmMain::SwitchDatabase()
 {
     SwitchDatabase([this] {
-        Screens::Installed().chooseDatabase(this);
+        Screens::Installed().chooseDatabase(this, m_missing);
         return gDialogResult == 1;
     });
 }

@@ -77,6 +77,7 @@ private:
     QLabel *m_panels[3];
     QLabel *m_user;
     QTimer m_saved{this}; ///< until the word of a save goes
+    QString m_missing;    ///< the database file that was gone at the start
     bool m_loginComplete = false;
     bool m_unloaded = false;
 };

@@ -27,7 +27,7 @@ QString Administrator()
 }
 } // namespace
 
-frmODBCLogon::frmODBCLogon(QWidget *parent)
+frmODBCLogon::frmODBCLogon(const QString &proposed, QWidget *parent)
     : FormDialog(QStringLiteral("frmODBCLogon"), QStringLiteral("Database connection options"), parent)
 {
     m_sources.SetColumns(
@@ -49,7 +49,7 @@ frmODBCLogon::frmODBCLogon(QWidget *parent)
         connect(OkCancel::Add(form, this).ok, &QPushButton::clicked, this, &frmODBCLogon::Take);
     }
     resize(fontMetrics().averageCharWidth() * 100, sizeHint().height());
-    ShowSession();
+    ShowSession(proposed);
     if (gDBValid)
         StoreSessionCredential();
     gDialogResult = 0;
@@ -124,14 +124,14 @@ QWidget *frmODBCLogon::ServerPage()
     return page;
 }
 
-void frmODBCLogon::ShowSession()
+void frmODBCLogon::ShowSession(const QString &proposed)
 {
     FillDSNList(m_sources);
     m_ways[Present]->setHidden(!gDBValid);
     Way way = gDBValid ? Present : Source;
     if (!gDBQUseODBC && gDBQType == 1) {
         way = File;
-        m_file->setText(gDBQFilename);
+        m_file->setText(gDBQFilename.isEmpty() ? proposed : gDBQFilename);
     } else if (!gDBQUseODBC && gDBQType == 2) {
         way = Server;
         m_server->setText(gDBQName);

@@ -17,7 +17,8 @@ class frmODBCLogon final : public FormDialog
     Q_OBJECT
 
 public:
-    explicit frmODBCLogon(QWidget *parent = nullptr);
+    /// `proposed` is the path of a database file, shown where the session has none.
+    explicit frmODBCLogon(const QString &proposed = {}, QWidget *parent = nullptr);
 
 private:
     /// The choices, in the order of the options and of the pages below them.
@@ -28,7 +29,7 @@ private:
     QWidget *SourcePage();
     QWidget *FilePage();
     QWidget *ServerPage();
-    void ShowSession();
+    void ShowSession(const QString &proposed);
     Way Chosen() const;
     void Refresh();
     void Take();

@@ -41,7 +41,9 @@ bool PrintReport(const QString &report, QPrinter &printer, Progress &progress, Q
         return false;
     }
     if (!isBegun || !pages.End())
-        fault = QStringLiteral("the printer does not take it.");
+        fault = printer.outputFileName().isEmpty()
+                    ? QString(u"the printer " % printer.printerName() % u" did not accept it.")
+                    : QString(QDir::toNativeSeparators(printer.outputFileName()) % u" cannot be written.");
     return fault.isEmpty();
 }
 
