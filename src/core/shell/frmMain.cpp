@@ -222,6 +222,8 @@ void frmMain::RestoreWindow()
     const QSize room = screen()->availableSize();
     if (!restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray()))
         resize(room.width() * 9 / 10, room.height() * 9 / 10);
+    // It may have been left on a larger screen.
+    resize(size().boundedTo(room));
     restoreState(settings.value(QStringLiteral("state")).toByteArray());
 }
 
