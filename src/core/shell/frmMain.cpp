@@ -223,7 +223,8 @@ void frmMain::RestoreWindow()
     if (!restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray()))
         resize(room.width() * 9 / 10, room.height() * 9 / 10);
     // It may have been left on a larger screen.
-    resize(size().boundedTo(room));
+    if (!isMaximized())
+        resize(size().boundedTo(room));
     restoreState(settings.value(QStringLiteral("state")).toByteArray());
 }
 
