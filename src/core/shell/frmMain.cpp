@@ -223,8 +223,8 @@ void frmMain::RestoreWindow()
     if (!restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray()))
         resize(room.width() * 9 / 10, room.height() * 9 / 10);
     // It may have been left on a larger screen.
-    if (!isMaximized())
-        resize(size().boundedTo(room));
+    if (width() > room.width() || height() > room.height())
+        setWindowState(windowState() | Qt::WindowMaximized);
     restoreState(settings.value(QStringLiteral("state")).toByteArray());
 }
 

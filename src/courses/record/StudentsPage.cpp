@@ -38,6 +38,7 @@ void StudentsPage::ShowStudents(CourseRef courseRef)
     ADO_Course_ShowEnrolledStudents(courseRef, m_students);
     m_students.sort(0, Qt::AscendingOrder);
     m_view->KeepOrder();
+    m_students.SelectFirst();
     emit Enrolment();
 }
 
