@@ -71,7 +71,7 @@ struct DatabaseChoice {
 
 namespace
 {
-constexpr int fileDatabase = 1;
+constexpr int databaseFile = 1;
 constexpr int serverDatabase = 2;
 constexpr int narrowScreen = 1024;
 /// 900 twips, taken off the course manager if the screen is exactly as wide as the minimum.
@@ -89,7 +89,7 @@ QString Id(const char *id)
 /// Whether the session names a database file that is not in its place.
 bool IsFileGone()
 {
-    return gDBQType == fileDatabase && !gDBQUseODBC && !gDBQFilename.isEmpty() &&
+    return gDBQType == databaseFile && !gDBQUseODBC && !gDBQFilename.isEmpty() &&
            !QFileInfo(gDBQFilename).isFile();
 }
 
@@ -196,7 +196,7 @@ void frmMain::OpenRecent(const QString &file)
         SwitchDatabase([&file] {
             if (gDBValid)
                 StoreSessionCredential();
-            gDBQType = fileDatabase;
+            gDBQType = databaseFile;
             gDBQUseODBC = false;
             gDBQFilename = file;
             return true;
