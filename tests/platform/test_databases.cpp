@@ -217,6 +217,30 @@ private slots:
         QCOMPARE(towns.join(u' '), u"c a b"_qs);
     }
 
+    /// A table without a key gives its rows as they were stored, even where the place of a deleted row was
+    /// taken by a later one.
+    void rowsWithoutKeyComeAsStored()
+    {
+        const auto link = [](int course, int folder) {
+            return u"INSERT INTO CoursesRelationships (CourseRef,CourseHierarchyRef) VALUES (%1,%2)"_qs
+                .arg(course)
+                .arg(folder);
+        };
+        {
+            WriteGroup group(gConnection);
+            for (int folder = 9; folder > 4; --folder)
+                QVERIFY(Succeeds(link(1, folder)));
+            QVERIFY(group.Finish());
+        }
+        QVERIFY(Succeeds("DELETE FROM CoursesRelationships WHERE CourseHierarchyRef > 7"));
+        if (TestDatabase::IsOnServer())
+            QVERIFY(Succeeds("VACUUM CoursesRelationships"));
+        for (const int folder : {3, 4})
+            QVERIFY(Succeeds(link(1, folder)));
+        QCOMPARE(Read("SELECT CourseHierarchyRef FROM CoursesRelationships WHERE CourseRef = 1"),
+                 u"7 6 5 3 4"_qs);
+    }
+
     void nestedReadsAndWrites()
     {
         for (int i = 0; i < 20; ++i)

@@ -31,7 +31,14 @@ const QString postgreSqlKeys = QStringLiteral(
     "SELECT c.relname, quote_ident(c.relname) || '.' || quote_ident(a.attname) FROM pg_index i "
     "JOIN pg_class c ON c.oid = i.indrelid "
     "JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum = i.indkey[0] "
-    "WHERE i.indisprimary AND i.indnatts = 1 AND pg_table_is_visible(c.oid)");
+    "WHERE i.indisprimary AND i.indnatts = 1 AND pg_table_is_visible(c.oid) "
+    // Tables without a key, such as bookings and links, keep the order in which their rows were stored: by
+    // transaction, by statement within it, and by place for what one statement stored.
+    "UNION ALL SELECT c.relname, replace('age(@.xmin) DESC, @.cmin::text::bigint, @.ctid', '@', "
+    "quote_ident(c.relname)) FROM pg_class c "
+    "WHERE c.relkind = 'r' AND c.relpersistence = 'p' AND pg_table_is_visible(c.oid) "
+    "AND c.relnamespace NOT IN ('pg_catalog'::regnamespace, 'information_schema'::regnamespace) "
+    "AND NOT EXISTS (SELECT 1 FROM pg_index i WHERE i.indrelid = c.oid AND i.indisprimary)");
 const QString sqlServerKeys =
     QStringLiteral("SELECT OBJECT_NAME(i.object_id), QUOTENAME(OBJECT_NAME(i.object_id)) + '.' + "
                    "QUOTENAME(COL_NAME(c.object_id, c.column_id)) FROM sys.indexes i "
