@@ -1,25 +1,9 @@
 #pragma once
 
+#include "controls/ListRows.h"
+
 #include <QAbstractTableModel>
-#include <QHash>
 #include <QItemSelectionModel>
-#include <QStringList>
-
-#include <vector>
-
-/// A row of a list: its key is a one-character mark followed by the reference ("?12", "!12").
-struct ListItem {
-    QString key;
-    QString text;
-    QStringList subItems{};
-    bool checked = false;
-    bool bold = false;
-    QString image{};
-};
-
-/// The number after the one-character mark of a key, up to the first character that is not a digit (a leading
-/// minus counts); 0 if there is none.
-int KeyNumber(const QString &key);
 
 /// What a list control holds, without a widget: rows with keys, columns, check marks and the selection,
 /// so that "the first item is selected" works in the data layer and in tests. Views adopt the model and its
@@ -37,11 +21,11 @@ public:
     /// Rows show a check box in the first column.
     void SetCheckable(bool checkable, bool exclusive = false);
 
-    int Count() const { return static_cast<int>(m_items.size()); }
-    bool IsEmpty() const { return m_items.empty(); }
-    const ListItem &At(int row) const { return m_items[static_cast<size_t>(row)]; }
+    int Count() const { return m_rows.Count(); }
+    bool IsEmpty() const { return m_rows.Count() == 0; }
+    const ListItem &At(int row) const { return m_rows.At(row); }
     /// The row with that key, or -1. Keys compare exactly.
-    int Find(const QString &key) const;
+    int Find(const QString &key) const { return m_rows.Find(key); }
     bool Contains(const QString &key) const { return Find(key) >= 0; }
 
     void Clear();
@@ -62,7 +46,7 @@ public:
     void SetKey(int row, const QString &key);
     void SetBold(int row, bool bold); ///< only a mark; the contents of the list do not count as changed
     void SetChecked(int row, bool checked);
-    std::vector<int> CheckedRows() const;
+    std::vector<int> CheckedRows() const { return m_rows.CheckedRows(); }
 
     QItemSelectionModel *Selection() { return m_selection; }
     void Select(int row, bool selected = true);
@@ -75,15 +59,16 @@ public:
     }
     void SelectAll();
     /// The rows with those keys, ascending; unknown keys are skipped.
-    std::vector<int> RowsOf(const QStringList &keys) const;
+    std::vector<int> RowsOf(const QStringList &keys) const { return m_rows.RowsOf(keys); }
     /// Selects exactly the rows with those keys, in one step; unknown keys are skipped.
     void SelectKeys(const QStringList &keys);
     void ClearSelection();
     bool IsSelected(int row) const;
     std::vector<int> SelectedRows() const; ///< ascending
     QStringList SelectedKeys() const;      ///< in row order
-    QStringList Keys() const;              ///< of all rows, in their order
-    int CurrentRow() const;                ///< -1 = none
+    /// Of all rows, in their order.
+    QStringList Keys() const { return m_rows.Keys(); }
+    int CurrentRow() const; ///< -1 = none
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -106,15 +91,13 @@ signals:
 
 private:
     std::vector<ListItem> TakeScattered(const std::vector<int> &rows);
-    void Reindex() const;
+    QString Cell(int row, int column) const;
     void CellChanged(int row);
     QByteArray DragMark() const;
 
-    std::vector<ListItem> m_items;
+    ListRows m_rows;
     QStringList m_titles;
     QItemSelectionModel *m_selection;
-    mutable QHash<QString, int> m_rowOfKey;
-    mutable bool m_indexed = false;
     bool m_checkable = false;
     bool m_exclusive = false;
 };
