@@ -11,67 +11,35 @@
 #include "core/shell/CommandSet.h"
 #include "core/shell/Commands.h"
 #include "core/shell/CsvDrop.h"
+#include "core/shell/DatabaseSwitch.h"
 #include "core/shell/Main.h"
 #include "core/shell/RecentDatabases.h"
-#include "core/shell/Screens.h"
 #include "core/shell/StartPage.h"
+#include "core/shell/StatusPanels.h"
 #include "database/connection/ConnectDatabase.h"
 #include "database/connection/CredentialStore.h"
 #include "database/connection/NewDatabase.h"
 #include "database/statements/Security.h"
 #include "database/statements/System.h"
-#include "database/values/DecodeDateFunc.h"
-#include "forms/fields/ModifiedMark.h"
-#include "forms/frames/RecordForm.h"
 #include "forms/frames/WindowMemory.h"
 #include "platform/connection/Connection.h"
-#include "platform/desktop/Clock.h"
 #include "platform/desktop/Dialogs.h"
 #include "platform/desktop/Directories.h"
-#include "users/UsersModule.h"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QFocusEvent>
-#include <QHash>
-#include <QLabel>
 #include <QMdiSubWindow>
 #include <QMenu>
-#include <QPointer>
 #include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QStatusTipEvent>
 
-#include <algorithm>
-
-/// The database that the session was using, to go back to.
-struct DatabaseChoice {
-    QString name{};
-    QString file{};
-    int type = 0;
-    bool useODBC = false;
-
-    static DatabaseChoice OfSession()
-    {
-        return gDBValid ? DatabaseChoice{gDBQName, gDBQFilename, gDBQType, gDBQUseODBC} : DatabaseChoice{};
-    }
-    bool IsEmpty() const { return name.isEmpty() && file.isEmpty(); }
-    void Restore() const
-    {
-        gDBQName = name;
-        gDBQFilename = file;
-        gDBQType = type;
-        gDBQUseODBC = useODBC;
-    }
-};
-
 namespace
 {
-constexpr int databaseFile = 1;
 constexpr int serverDatabase = 2;
 constexpr int narrowScreen = 1024;
 /// 900 twips, taken off the course manager if the screen is exactly as wide as the minimum.
@@ -86,13 +54,6 @@ QString Id(const char *id)
     return QString::fromLatin1(id);
 }
 
-/// Whether the session names a database file that is not in its place.
-bool IsFileGone()
-{
-    return gDBQType == databaseFile && !gDBQUseODBC && !gDBQFilename.isEmpty() &&
-           !QFileInfo(gDBQFilename).isFile();
-}
-
 /// Whether the program can work with the database. At present it can with every one.
 bool CheckDB()
 {
@@ -102,6 +63,7 @@ bool CheckDB()
 
 frmMain::frmMain()
     : m_children(new ChildArea(this))
+    , m_screens(m_children)
     , m_start(new StartPage(this))
 {
     setObjectName(QStringLiteral("frmMain"));
@@ -125,9 +87,9 @@ frmMain::frmMain()
         this, [this] { return m_commands->Tool(Id("ID_Import"))->isEnabled(); },
         [this](const QString &file) {
             Screens::Installed().importFile(this, file);
-            ForEachChild(&Screen::relistChild);
+            m_screens.ForEach(&Screen::relistChild);
         });
-    BuildStatusBar();
+    m_status = new StatusPanels(statusBar());
     BuildRecent();
     RestoreWindow();
 }
@@ -135,32 +97,6 @@ frmMain::frmMain()
 void frmMain::AssumeScreenWidth(int pixels)
 {
     g_assumedScreenWidth = pixels;
-}
-
-void frmMain::BuildStatusBar()
-{
-    m_user = new QLabel(this);
-    m_user->setObjectName(QStringLiteral("Panel_User"));
-    m_user->setTextFormat(Qt::PlainText);
-    statusBar()->addPermanentWidget(m_user);
-    for (int i = 0; i < 3; ++i) {
-        m_panels[i] = new QLabel(this);
-        m_panels[i]->setObjectName(u"Panel_" % QString::number(i + 1));
-        m_panels[i]->setTextFormat(Qt::PlainText);
-        if (i == 0)
-            statusBar()->addWidget(m_panels[i], 1);
-        else
-            statusBar()->addPermanentWidget(m_panels[i]);
-    }
-    constexpr int howLong = 4000; // milliseconds
-    m_saved.setObjectName(QStringLiteral("SavedTimer"));
-    m_saved.setSingleShot(true);
-    m_saved.setInterval(howLong);
-    connect(&m_saved, &QTimer::timeout, this, [this] { m_panels[0]->clear(); });
-    ModifiedMark::WhenSaved() = [window = QPointer(this)] {
-        if (window)
-            window->ShowSaved();
-    };
 }
 
 void frmMain::BuildRecent()
@@ -193,14 +129,8 @@ void frmMain::OfferRecent()
 void frmMain::OpenRecent(const QString &file)
 {
     if (QFileInfo(file).isFile()) {
-        SwitchDatabase([&file] {
-            if (gDBValid)
-                StoreSessionCredential();
-            gDBQType = databaseFile;
-            gDBQUseODBC = false;
-            gDBQFilename = file;
-            return true;
-        });
+        if (m_screens.CloseRecords() && DatabaseSwitch::ToFile(this, file))
+            ShowOtherDatabase();
         return;
     }
     Dialogs::MsgBox(QDir::toNativeSeparators(file) %
@@ -208,12 +138,6 @@ void frmMain::OpenRecent(const QString &file)
                     QStringLiteral("Recent Databases"), Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
     RecentDatabases::Remove(file);
     OfferRecent();
-}
-
-void frmMain::ShowSaved()
-{
-    m_panels[0]->setText(QStringLiteral("Saved"));
-    m_saved.start();
 }
 
 void frmMain::RestoreWindow()
@@ -245,7 +169,7 @@ void frmMain::Load()
         OpenManagers();
     } else {
         // The failure to connect has already named a file that is gone.
-        if (IsFileGone())
+        if (DatabaseSwitch::IsFileGone())
             m_missing = gDBQFilename;
         else
             Dialogs::MsgBox(QStringLiteral("Must select a valid datasource"), {}, Dialogs::Buttons::Ok,
@@ -289,17 +213,13 @@ void frmMain::Login()
 {
     m_commands->HoldDrawing(true);
     m_loginComplete = false;
-    m_user->setText(gUserName.isEmpty() ? QString() : QString(u"User: " % gUserName % u"  "));
-    m_panels[1]->setText(u"Logged in at " % GeneralDateText(Clock::Now()) % u"  ");
-    m_panels[2]->setText(QStringLiteral("No Database.  "));
-    m_panels[2]->setEnabled(false);
+    m_status->ShowLogon();
     m_commands->EnableAll(false);
     for (const char *id : CommandsWithoutDatabase())
         m_commands->Enable(Id(id));
     if (gDBValid && !CheckDB()) {
         m_commands->Enable(Id("ID_Properties"));
-        m_panels[2]->setText(QStringLiteral("Invalid Database.  "));
-        m_panels[2]->setEnabled(true);
+        m_status->ShowDatabase(QStringLiteral("Invalid Database.  "));
     } else if (gDBValid) {
         m_commands->EnableAll(true);
         ApplyRights();
@@ -310,8 +230,7 @@ void frmMain::Login()
     if (!m_loginComplete)
         return;
     LoadSystemValues();
-    m_panels[2]->setText(u"  " % SystemValue(SystemRef::DatabaseName));
-    m_panels[2]->setEnabled(true);
+    m_status->ShowDatabase(u"  " % SystemValue(SystemRef::DatabaseName));
     if (gDBQType != serverDatabase && QFileInfo(gDBQFilename).isFile())
         RecentDatabases::Add(gDBQFilename);
 }
@@ -336,12 +255,7 @@ void frmMain::ApplyRights()
 bool frmMain::event(QEvent *event)
 {
     if (event->type() == QEvent::StatusTip) {
-        // The pointer that leaves a button takes its hint away, and not the word of a save.
-        const QString &tip = static_cast<QStatusTipEvent *>(event)->tip();
-        if (tip.isEmpty() && m_saved.isActive())
-            return true;
-        m_saved.stop();
-        m_panels[0]->setText(tip);
+        m_status->ShowHint(static_cast<QStatusTipEvent *>(event)->tip());
         return true;
     }
     return QMainWindow::event(event);
@@ -366,7 +280,7 @@ void frmMain::RunModal(const Screen &screen)
 {
     screen.runModal(this);
     if (screen.changesLists)
-        ForEachChild(&Screen::relistChild);
+        m_screens.ForEach(&Screen::relistChild);
 }
 
 const QHash<QString, frmMain::Action> &frmMain::OwnActions()
@@ -390,125 +304,28 @@ const QHash<QString, frmMain::Action> &frmMain::OwnActions()
 
 void frmMain::OpenChild(const QString &command)
 {
-    const Screen *screenOf = Screens::Of(command);
-    if (!screenOf)
-        return;
-    QMdiSubWindow *frame = m_children->Child(screenOf->childName);
-    if (!frame) {
-        QWidget *form = screenOf->makeChild();
-        form->setWindowIcon(m_commands->Tool(command)->icon());
-        frame = m_children->Open(form);
-    }
-    if (frame->isMinimized())
-        frame->showNormal();
-    m_children->setActiveSubWindow(frame);
+    m_screens.Open(command, m_commands->Tool(command)->icon());
 }
 
 void frmMain::ShowProperties()
 {
-    Screens::Installed().showProperties(this, m_panels[2]->text().trimmed(), m_loginComplete);
+    Screens::Installed().showProperties(this, m_status->Database(), m_loginComplete);
     if (m_loginComplete)
-        m_panels[2]->setText(u"  " % SystemValue(SystemRef::DatabaseName));
-}
-
-/// A half-typed value belongs to the database that is about to be closed.
-void frmMain::LeaveField()
-{
-    QFocusEvent left(QEvent::FocusOut, Qt::OtherFocusReason);
-    if (QWidget *field = focusWidget())
-        QCoreApplication::sendEvent(field, &left);
-}
-
-bool frmMain::ReconnectUntilSettled(const DatabaseChoice &last)
-{
-    while (!ConnectDatabase(false)) {
-        gDBValid = false; // the chooser then has no current database to offer
-        if (gDBQUseODBC) {
-            gDBQName.clear();
-            gDBQFilename.clear();
-        }
-        Screens::Installed().chooseDatabase(this, {});
-        if (gDialogResult == 1)
-            continue;
-        if (last.IsEmpty())
-            return false;
-        if (Dialogs::MsgBox(QStringLiteral("Restore last valid Veltrane database?"),
-                            QStringLiteral("ODBC Connect"), Dialogs::Buttons::YesNo,
-                            Dialogs::Icon::Question) != Dialogs::Answer::Yes)
-            return false;
-        last.Restore();
-    }
-    return true;
-}
-
-void frmMain::StartAnew(const QString &text, const QString &title, bool exclamation)
-{
-    Dialogs::MsgBox(text, title, Dialogs::Buttons::Ok,
-                    exclamation ? Dialogs::Icon::Exclamation : Dialogs::Icon::None);
-    Restart();
+        m_status->ShowDatabase(u"  " % SystemValue(SystemRef::DatabaseName));
 }
 
 void frmMain::SwitchDatabase()
 {
-    SwitchDatabase([this] {
-        Screens::Installed().chooseDatabase(this, m_missing);
-        return gDialogResult == 1;
-    });
+    if (m_screens.CloseRecords() && DatabaseSwitch::ToChosen(this, m_missing))
+        ShowOtherDatabase();
 }
 
-void frmMain::SwitchDatabase(const std::function<bool()> &choose)
+void frmMain::ShowOtherDatabase()
 {
-    if (!CloseRecords())
-        return;
-    const DatabaseChoice last = DatabaseChoice::OfSession();
-    if (!choose())
-        return;
-    LeaveField();
-    gConnection.Close();
-    gDBValid = ReconnectUntilSettled(last);
-    if (gDBValid && !CheckLogon(gUserName, gUserPassword)) {
-        StartAnew(QStringLiteral("Must re-logon on this database, as invalid username/password detected."),
-                  QStringLiteral("Security"), false);
-        return;
-    }
-    if (!gDBValid) {
-        StartAnew(QStringLiteral("No valid database selected!"), QStringLiteral("Database Changed"), true);
-        return;
-    }
-    Dialogs::MsgBox(QStringLiteral("Database switch confirmed."), QStringLiteral("Database Changed"));
     SetTitle();
     Login();
-    ForEachChild(&Screen::refreshChild);
+    m_screens.ForEach(&Screen::refreshChild);
     OpenManagers();
-}
-
-void frmMain::ForEachChild(std::function<void(QWidget *)> Screen::*refill)
-{
-    const QList<QMdiSubWindow *> frames = m_children->subWindowList(QMdiArea::CreationOrder);
-    std::for_each(frames.rbegin(), frames.rend(), [refill](QMdiSubWindow *frame) {
-        QWidget *form = frame->widget();
-        const Screen *screenOf = form ? Screens::OfChild(form->objectName()) : nullptr;
-        if (screenOf && screenOf->*refill)
-            (screenOf->*refill)(form);
-    });
-}
-
-/// The records that are open beside the main window, the last opened first; false if one stays open.
-bool frmMain::CloseRecords()
-{
-    const QList<RecordForm *> records = findChildren<RecordForm *>();
-    return std::all_of(records.rbegin(), records.rend(),
-                       [](RecordForm *record) { return !record->isVisible() || record->close(); });
-}
-
-/// Child windows may still have something to store, so they are closed while the database is open. The last
-/// opened goes first; false if one stays open.
-bool frmMain::CloseChildren()
-{
-    if (!CloseRecords())
-        return false;
-    const QList<QMdiSubWindow *> frames = m_children->subWindowList(QMdiArea::CreationOrder);
-    return std::all_of(frames.rbegin(), frames.rend(), [](QMdiSubWindow *frame) { return frame->close(); });
 }
 
 bool frmMain::Unload()
@@ -516,7 +333,7 @@ bool frmMain::Unload()
     if (m_unloaded)
         return true;
     // Without a database there is nothing to stay open for.
-    if (!CloseChildren() && gDBValid)
+    if (!m_screens.CloseAll() && gDBValid)
         return false;
     m_unloaded = true;
     StoreWindow();

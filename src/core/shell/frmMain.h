@@ -1,18 +1,15 @@
 #pragma once
 
+#include "core/shell/ChildScreens.h"
+
 #include <QHash>
 #include <QMainWindow>
-#include <QTimer>
-
-#include <functional>
 
 class ChildArea;
 class CommandSet;
-class QLabel;
 class QMenu;
 class StartPage;
-struct DatabaseChoice;
-struct Screen;
+class StatusPanels;
 
 /// The parent window of the system: the menus and the tool bar, the child windows and the status bar.
 class frmMain final : public QMainWindow
@@ -40,13 +37,10 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void BuildStatusBar();
     void BuildRecent();
     void OfferRecent();
     void OpenRecent(const QString &file);
-    /// `choose` sets what the session is to open; false if the user wants none.
-    void SwitchDatabase(const std::function<bool()> &choose);
-    void ShowSaved();
+    void ShowOtherDatabase();
     void RestoreWindow();
     void StoreWindow() const;
     void SetTitle();
@@ -62,22 +56,14 @@ private:
     void RunModal(const Screen &screen);
     void OpenChild(const QString &command);
     void ShowProperties();
-    /// Runs the hook of each open child window that has it, from the one opened last.
-    void ForEachChild(std::function<void(QWidget *)> Screen::*refill);
-    bool CloseRecords();
-    bool CloseChildren();
-    void LeaveField();
-    bool ReconnectUntilSettled(const DatabaseChoice &last);
-    void StartAnew(const QString &text, const QString &title, bool exclamation);
 
     ChildArea *m_children;
+    ChildScreens m_screens;
     StartPage *m_start;
     QMenu *m_recent = nullptr;
     CommandSet *m_commands;
-    QLabel *m_panels[3];
-    QLabel *m_user;
-    QTimer m_saved{this}; ///< until the word of a save goes
-    QString m_missing;    ///< the database file that was gone at the start
+    StatusPanels *m_status;
+    QString m_missing; ///< the database file that was gone at the start
     bool m_loginComplete = false;
     bool m_unloaded = false;
 };
