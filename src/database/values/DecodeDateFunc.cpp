@@ -78,6 +78,11 @@ int TimeToInt(QTime time)
     return time.isValid() ? time.hour() * hourUnit + time.minute() : 0;
 }
 
+QString IntToTimeText(int value)
+{
+    return TwoDigits(TimeHours(value)) % u':' % TwoDigits(TimeMinutes(value));
+}
+
 int TimeHours(int value)
 {
     return value / hourUnit;

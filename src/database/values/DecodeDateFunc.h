@@ -25,5 +25,7 @@ int DateMonth(int &value);
 int DateDay(int &value);
 /// A time as a time-int; an invalid time gives 0.
 int TimeToInt(QTime time);
+/// A time-int as "HH:MM".
+QString IntToTimeText(int value);
 int TimeHours(int value);
 int TimeMinutes(int value);
