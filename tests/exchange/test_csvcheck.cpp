@@ -218,7 +218,10 @@ void TestCsvCheck::StopsAndFails()
     TestDatabase::Run({"DROP TABLE County"});
     desk.user.Expect("Veltrane Connection",
                      "A number of errors have been detected, please seek technical support.");
-    desk.user.Expect("CSV Import", "The file was not checked, maybe an invalid SQL query was passed.");
+    desk.user.Expect("CSV Import",
+                     u'\'' % Exchange::Sample() %
+                         u"' was not checked, and nothing was changed: the query that csvmap.dat "
+                         u"has for the table CONTACTS failed.");
     QVERIFY(!state.Check(desk.progress));
 }
 

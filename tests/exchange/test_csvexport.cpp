@@ -123,14 +123,17 @@ void TestCsvExport::SaysWhatTheFileDoesNotCarry()
                                    u"' WHERE Cust_Surname = 'Ash 4'"),
                            "UPDATE Contacts SET Cust_DOB = 19990231 WHERE Cust_Surname = 'Ash 2'",
                            "UPDATE Contacts SET Cust_Addr1 = '' WHERE Cust_Surname = 'Ash 3'"});
-        const QString tooLong = "    1 record of over 500 lines: an import skips the record.\n";
+        const QString tooLong = "    1 record of over 500 lines: an import skips the record.\n"
+                                "        It is in record 5.\n";
         const QString question =
             "An import of this file would not bring back everything unchanged:\n"
-            "    2 values with quotation marks or backticks: an import doubles them.\n" %
+            "    2 values with quotation marks or backticks: an import doubles them.\n"
+            "        The first is in record 2, field 'Job Title': 'the \"boss\"'.\n" %
             tooLong %
             "    1 date of birth that is not a date: an import skips the record.\n"
-            "    1 record without a field that is shown in bold: an import skips the record.\nOkay to "
-            "export?";
+            "        It is in record 3, field 'Date of Birth': '31/02/1999'.\n"
+            "    1 record without a field that is shown in bold: an import skips the record.\n"
+            "        It is in record 4, field 'Address'.\nOkay to export?";
         desk.user.Expect("CSV Export", question, Dialogs::Answer::No);
         desk.user.Expect("CSV Export", cancelled);
         QVERIFY(!desk.Export(file, desk.progress));

@@ -242,17 +242,19 @@ void TestCsvImport::ChangedValuesAreReported()
 void TestCsvImport::WhatTheDatabaseDoesNotTake_data()
 {
     QTest::addColumn<QString>("fault");
-    QTest::addColumn<QString>("told"); // "%1" is the line that it came to
-    const QString stopped = "The import stopped after line %1 of 401. What it had done so far stays "
-                            "in the database:\n0 Records where imported.\n";
+    QTest::addColumn<QString>("told"); // "%1" is the record that it came to, "%2" the file
+    const QString stopped =
+        "The import stopped after record %1 of 401 of '%2'. What it had done so far stays "
+        "in the database:\n0 Records where imported.\n";
     const QString skipped = " Records where updated.\n0 Records where skipped.";
     QTest::newRow("a table is gone") << "DROP TABLE City" << QString(stopped + "1" + skipped);
     if (TestDatabase::IsOnServer())
         return; // has a disk of its own, and locks rows
-    QTest::newRow("the disk is full") << "PRAGMA max_page_count"
-                                      << "The database could not store the last lines before line %1 of 401. "
-                                         "When it can again, import the file once more: records that are "
-                                         "already there are skipped.";
+    QTest::newRow("the disk is full")
+        << "PRAGMA max_page_count"
+        << "The database could not store the last records before record %1 of 401 of '%2'. "
+           "When it can again, import the file once more: records that are "
+           "already there are skipped.";
     QTest::newRow("locked for longer than the wait") << "BEGIN IMMEDIATE" << QString(stopped + "0" + skipped);
 }
 
@@ -288,8 +290,9 @@ void TestCsvImport::WhatTheDatabaseDoesNotTake()
         return Dialogs::Answer::Yes;
     };
     QVERIFY(!desk.Import(file));
-    QCOMPARE(boxes.mid(1), (QStringList{programFailed, importFailed,
-                                        told.replace("%1", QString::number(desk.progress.Value()))}));
+    QCOMPARE(boxes.mid(1),
+             (QStringList{programFailed, importFailed,
+                          told.arg(QString::number(desk.progress.Value()), QFileInfo(file).fileName())}));
     QVERIFY(Exchange::Count("Contacts") < 402);
     if (fault.startsWith("DROP"))
         return;

@@ -269,7 +269,8 @@ void TestCsvWizards::CancelLeavesWhatWasImported()
     for (int i = 0; i < 20000; ++i)
         lines += "Ann,Ash " + QByteArray::number(i) + ",1 High St,\n";
     frmImportWiz form;
-    NameFile(form, desk.File(lines));
+    const QString file = desk.File(lines);
+    NameFile(form, file);
     int presses = 0;
     Dialogs::Installed().serveEvents = [&] {
         const auto *bar = Find<QProgressBar>(form, "ProgBar");
@@ -288,8 +289,9 @@ void TestCsvWizards::CancelLeavesWhatWasImported()
     const int people = Exchange::Count("Contacts") - 1;
     QVERIFY(people > 0 && people < 20000);
     const QString number = QString::number(people);
-    QCOMPARE(told, u"Import cancelled after line " % number %
-                       u" of 20000. What it had done so far stays in the database:\n" % number %
+    QCOMPARE(told, u"Import cancelled after record " % number % u" of 20000 of '" %
+                       QFileInfo(file).fileName() % u"'. What it had done so far stays in the database:\n" %
+                       number %
                        u" Records where imported.\n0 Records where updated.\n0 Records where skipped.");
     QCOMPARE(Offered(form), QStringLiteral("F"));
     Press(form, finish);

@@ -39,7 +39,8 @@ std::vector<ExportedField> FieldsToExport(const ListModel &fields, const Records
     for (const int row : fields.CheckedRows()) {
         const int column = rows.ColumnIndex(fields.At(row).key);
         if (column >= 0)
-            exported.push_back({column, KindOf(rows.Column(column)), fields.At(row).bold});
+            exported.push_back(
+                {column, fields.At(row).text, KindOf(rows.Column(column)), fields.At(row).bold});
     }
     return exported;
 }
@@ -54,7 +55,20 @@ QString ExportHeader(const ListModel &fields, const Recordset &rows)
     return header.mid(1);
 }
 
-void ExportLosses::TakeText(std::u16string_view text)
+void ExportLosses::Add(Loss &loss, const QString &field, QStringView value)
+{
+    constexpr qsizetype shown = 40; // characters
+    if (++loss.count > 1)
+        return;
+    loss.first = u"record " % QString::number(m_records + 1);
+    if (!field.isEmpty())
+        loss.first += u", field '" % field % u'\'';
+    if (!value.isEmpty())
+        loss.first += u": '" % FlattenLines(value.left(shown).toString()) %
+                      QLatin1String(value.size() > shown ? "...'" : "'");
+}
+
+void ExportLosses::TakeText(const ExportedField &field, std::u16string_view text)
 {
     bool doubled = false;
     bool afterReturn = false;
@@ -63,28 +77,39 @@ void ExportLosses::TakeText(std::u16string_view text)
         m_lineBreaks += c == u'\r' || (c == u'\n' && !afterReturn) ? 1 : 0;
         afterReturn = c == u'\r';
     }
-    m_doubled += doubled ? 1 : 0;
+    if (doubled)
+        Add(m_doubled, field.name, text);
 }
 
-void ExportLosses::TakeDate(const QString &written)
+void ExportLosses::TakeDate(const ExportedField &field, const QString &written)
 {
-    m_badDates += ImportedDate(written).isValid() ? 0 : 1;
+    if (!ImportedDate(written).isValid())
+        Add(m_badDates, field.name, written);
 }
 
-void ExportLosses::EndRecord(bool isComplete)
+void ExportLosses::TakeMissing(const ExportedField &field)
 {
-    m_incomplete += isComplete ? 0 : 1;
-    m_tooLong += m_lineBreaks < mostLinesOfRecord ? 0 : 1;
+    if (!std::exchange(m_isIncomplete, true))
+        Add(m_incomplete, field.name);
+}
+
+void ExportLosses::EndRecord()
+{
+    if (m_lineBreaks >= mostLinesOfRecord)
+        Add(m_tooLong);
     m_lineBreaks = 0;
+    m_isIncomplete = false;
+    ++m_records;
 }
 
 QString ExportLosses::Text() const
 {
     QString text;
-    const auto add = [&text](int count, const char *one, const char *many, const char *why) {
-        if (count > 0)
-            text += u"    " % FormatNumber(count, 0) % u' ' % QLatin1String(count == 1 ? one : many) %
-                    QLatin1String(why) % u'\n';
+    const auto add = [&text](const Loss &loss, const char *one, const char *many, const char *why) {
+        if (loss.count > 0)
+            text += u"    " % FormatNumber(loss.count, 0) % u' ' %
+                    QLatin1String(loss.count == 1 ? one : many) % QLatin1String(why) % u"\n        " %
+                    (loss.count == 1 ? u"It is in " : u"The first is in ") % loss.first % u".\n";
     };
     add(m_doubled, "value with quotation marks or backticks", "values with quotation marks or backticks",
         ": an import doubles them.");
@@ -108,15 +133,15 @@ bool ExportWriter::Write(const Recordset::Row &row)
 {
     constexpr size_t worthIt = 32 * 1024; // characters
     bool isFirst = true;
-    bool isComplete = true;
     for (const ExportedField &field : m_fields) {
         if (!std::exchange(isFirst, false))
             m_text.push_back(u',');
         AddValue(row, field);
-        isComplete = isComplete && (!field.required || row.HasText(field.column));
+        if (field.required && !row.HasText(field.column))
+            m_losses.TakeMissing(field);
     }
     m_text.append(u"\r\n");
-    m_losses.EndRecord(isComplete);
+    m_losses.EndRecord();
     return m_text.size() < worthIt || HandOver();
 }
 
@@ -129,7 +154,7 @@ void ExportWriter::AddValue(const Recordset::Row &row, const ExportedField &fiel
 {
     switch (field.kind) {
     case Kind::Text:
-        AddText(row, field.column);
+        AddText(row, field);
         break;
     case Kind::Number:
         if (row.IsNull(field.column))
@@ -143,30 +168,30 @@ void ExportWriter::AddValue(const Recordset::Row &row, const ExportedField &fiel
         break;
     }
     case Kind::Date:
-        AddDate(row, field.column);
+        AddDate(row, field);
         break;
     }
 }
 
-void ExportWriter::AddText(const Recordset::Row &row, int column)
+void ExportWriter::AddText(const Recordset::Row &row, const ExportedField &field)
 {
     m_text.push_back(u'"');
     const size_t begin = m_text.size();
-    row.AppendText(column, m_text);
-    m_losses.TakeText(std::u16string_view(m_text).substr(begin));
+    row.AppendText(field.column, m_text);
+    m_losses.TakeText(field, std::u16string_view(m_text).substr(begin));
     for (size_t at = m_text.find(u'"', begin); at != std::u16string::npos; at = m_text.find(u'"', at + 2))
         m_text.insert(at, 1, u'"');
     m_text.push_back(u'"');
 }
 
-void ExportWriter::AddDate(const Recordset::Row &row, int column)
+void ExportWriter::AddDate(const Recordset::Row &row, const ExportedField &field)
 {
     m_text.push_back(u'"');
     // An unknown date would be written, and imported again, as today's.
-    const int date = static_cast<int>(row.Long(column));
+    const int date = static_cast<int>(row.Long(field.column));
     if (date != 0) {
         const QString text = IntToDateText(int(date));
-        m_losses.TakeDate(text);
+        m_losses.TakeDate(field, text);
         m_text.append(text.toStdU16String());
     }
     m_text.push_back(u'"');

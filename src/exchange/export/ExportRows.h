@@ -17,6 +17,7 @@ class QFileDevice;
 struct ExportedField {
     enum class Kind { Text, Number, Sex, Date };
     int column;
+    QString name; ///< in the header line
     Kind kind;
     bool required; ///< an import skips a record without it
 };
@@ -26,23 +27,34 @@ std::vector<ExportedField> FieldsToExport(const ListModel &fields, const Records
 /// The header line of those fields: the texts of their items, quoted.
 QString ExportHeader(const ListModel &fields, const Recordset &rows);
 
-/// Counts what an import of the file will not bring back unchanged.
+/// Counts what an import of the file will not bring back unchanged, and notes the first of each kind.
 class ExportLosses final
 {
 public:
-    void TakeText(std::u16string_view text);
-    void TakeDate(const QString &written);
+    void TakeText(const ExportedField &field, std::u16string_view text);
+    void TakeDate(const ExportedField &field, const QString &written);
+    /// A required field that is empty.
+    void TakeMissing(const ExportedField &field);
     /// Called after the values of a record.
-    void EndRecord(bool isComplete);
-    /// A line for each kind of loss, "" if there is none.
+    void EndRecord();
+    /// For each kind of loss a line with how many there are, and one with where the first is; "" if there is
+    /// none.
     QString Text() const;
 
 private:
-    int m_doubled = 0;
-    int m_lineBreaks = 0; ///< in the record so far
-    int m_tooLong = 0;    ///< records with too many lines
-    int m_badDates = 0;
-    int m_incomplete = 0; ///< records without a required field
+    struct Loss {
+        int count = 0;
+        QString first; ///< "record 3, field 'Notes': 'say "x"'"
+    };
+    void Add(Loss &loss, const QString &field = {}, QStringView value = {});
+
+    Loss m_doubled;
+    Loss m_tooLong; ///< records with too many lines
+    Loss m_badDates;
+    Loss m_incomplete;           ///< records without a required field
+    int m_records = 0;           ///< that have ended
+    int m_lineBreaks = 0;        ///< in the record so far
+    bool m_isIncomplete = false; ///< the record so far
 };
 
 /// Writes lines to a file in UTF-8. The buffers are kept from line to line.
@@ -63,8 +75,8 @@ public:
     const ExportLosses &Losses() const { return m_losses; }
 
 private:
-    void AddText(const Recordset::Row &row, int column);
-    void AddDate(const Recordset::Row &row, int column);
+    void AddText(const Recordset::Row &row, const ExportedField &field);
+    void AddDate(const Recordset::Row &row, const ExportedField &field);
     void AddValue(const Recordset::Row &row, const ExportedField &field);
     bool HandOver();
 

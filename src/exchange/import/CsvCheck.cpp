@@ -81,6 +81,18 @@ bool WriteFaultyLines(QSaveFile &file, ImportSource &source, Progress &progress)
     }
     return isWritten;
 }
+
+/// What to say after a failure of the database, which has been reported.
+QString NotChecked(const ImportSource &source, bool isOpen, const QString &fileName, const QString &table)
+{
+    if (!isOpen)
+        return u'\'' % fileName %
+               u"' was not checked, and nothing was changed: the query that csvmap.dat has for the table " %
+               table % u" failed.";
+    return u"Line " % QString::number(source.Line().number) % u" of '" % fileName %
+           u"' could not be compared with the database, and the check stopped there. Nothing was changed. "
+           u"Please check the file again.";
+}
 } // namespace
 
 std::optional<ImportCheck> Check_CSV_File(const QString &fileName, const ListModel &fields,
@@ -106,7 +118,7 @@ std::optional<ImportCheck> Check_CSV_File(const QString &fileName, const ListMod
     });
     if (!ran) {
         if (opened != Opened::Told)
-            TellOfImport(QStringLiteral("The file was not checked, maybe an invalid SQL query was passed."));
+            TellOfImport(NotChecked(source, opened == Opened::Yes, fileName, table));
         return std::nullopt;
     }
     check.stopped = check.lines < source.Lines();

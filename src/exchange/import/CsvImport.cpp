@@ -11,6 +11,8 @@
 #include "platform/connection/Connection.h"
 #include "platform/desktop/Dialogs.h"
 
+#include <QFileInfo>
+
 #include <array>
 
 namespace
@@ -156,10 +158,11 @@ QString CountsText(const ImportCounts &counts)
            u" Records where skipped.";
 }
 
-/// "line 12 of 500", by the data lines of the file.
-QString Reached(const Progress &progress)
+/// "record 12 of 500 of 'people.csv'".
+QString Reached(const Progress &progress, const QString &fileName)
 {
-    return u"line " % QString::number(progress.Value()) % u" of " % QString::number(progress.Maximum());
+    return u"record " % QString::number(progress.Value()) % u" of " % QString::number(progress.Maximum()) %
+           u" of '" % QFileInfo(fileName).fileName() % u'\'';
 }
 
 void ImportLines(ImportRun &run, ImportSource &source, WriteGroup &group, Progress &progress)
@@ -212,15 +215,16 @@ bool Import_CSV_File(const QString &fileName, const ListModel &fields, const QSt
         return false;
 
     const QString counts = CountsText(run.Counts());
+    const QString reached = Reached(progress, fileName);
     const QString stays = QStringLiteral(". What it had done so far stays in the database:\n");
     if (!isStored)
         TellOfImport(
-            u"The database could not store the last lines before " % Reached(progress) %
+            u"The database could not store the last records before " % reached %
             u". When it can again, import the file once more: records that are already there are skipped.");
     else if (!ran)
-        TellOfImport(u"The import stopped after " % Reached(progress) % stays % counts);
+        TellOfImport(u"The import stopped after " % reached % stays % counts);
     else if (progress.IsCancelled())
-        TellOfImport(u"Import cancelled after " % Reached(progress) % stays % counts);
+        TellOfImport(u"Import cancelled after " % reached % stays % counts);
     else
         TellOfImport(u"Import complete:\n" % counts);
     TellNotes(run.Notes(), source, fileName);

@@ -25,7 +25,8 @@ ImportSource::Opened ImportSource::Open(const char *routineName, const QString &
     const std::optional<Recordset> query = OpenReportQuery(sql);
     if (!query) {
         SetCurrentError({0, QStringLiteral("CSV Import"),
-                         QStringLiteral("The query of the data set reads nothing that can be imported."),
+                         u"The query that csvmap.dat has for the table " % table %
+                             u" reads nothing that can be imported.",
                          QString()});
         HandleError(QString::fromLatin1(routineName), 0);
         return Opened::RefusedQuery;
