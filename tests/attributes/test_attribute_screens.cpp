@@ -148,7 +148,8 @@ void TestAttributeScreens::DeletedMeanwhile()
     m->driver.Expect("frmAddAttributeVal", [&site, this](QDialog &dialog) {
         ADO_CustomAttrib_DelAttribVal(site.vegan);
         TypeInto(dialog, "AttribName", "Vegetarian");
-        m->dialogs.Expect("Update Attribute Value", "Another user has deleted this value meanwhile.");
+        m->dialogs.Expect("Update Attribute Value",
+                          "Another user has deleted this value meanwhile. Nothing was stored for it.");
         Press(dialog, "AddBtn");
         m->dialogs.Expect("Warning", askToSave, Dialogs::Answer::No);
         Press(dialog, "CanBtn");

@@ -134,7 +134,8 @@ void TestCustomAttrib::DeletedMeanwhile()
     QCOMPARE(SeenOf(anna), QStringList({"any of Diet", "x Vegan"}));
 
     const auto gone = [this](const QString &title, const QString &what) {
-        m->dialogs.Expect(title, u"Another user has deleted this " % what % u" meanwhile.");
+        m->dialogs.Expect(title, u"Another user has deleted this " % what %
+                                     u" meanwhile. Nothing was stored for it.");
     };
     gone("Add Attribute Value", "attribute");
     QCOMPARE(CustomAttrib_AddAttribVal("Green", site.colour), 0);

@@ -134,7 +134,8 @@ void TestConcessions::DeletedMeanwhile()
                       "Another user has deleted these meanwhile, and they are left out:\n    Student");
     QVERIFY(Concession_LeaveOutDeleted(used) && Concession_Store(ContactRef(7), used));
     QCOMPARE(Rows("ContactConcession"), 1);
-    m->dialogs.Expect("Update Concession", "Another user has deleted this characteristic meanwhile.");
+    m->dialogs.Expect("Update Concession",
+                      "Another user has deleted this characteristic meanwhile. Nothing was stored for it.");
     QCOMPARE(Concession_Update(ConcessionRef(student), "Student", 40, 0, ""), 0);
 }
 

@@ -236,7 +236,7 @@ void TestContactGroups::UnstoredMembersStayOnTheScreen()
 /// Told when it is chosen, and when its members are to be stored; the rest of the person is stored.
 void TestContactGroups::GroupDeletedMeanwhile()
 {
-    const QString told = "Another user has deleted this group meanwhile.";
+    const QString told = "Another user has deleted this group meanwhile. Nothing was stored for it.";
     const auto form = EditingWithNewMember();
     Contact_DeleteItem(ContactSection::Groups, m_bells);
     TypeInto(*form, "Surname", "Smith");
@@ -262,7 +262,8 @@ void TestContactGroups::GroupDeletedMeanwhile()
     dialog.show();
     QVERIFY(!Find<QPushButton>(dialog, "AddBtn")->isEnabled());
     QCOMPARE(Find<QLabel>(dialog, "Warn")->text(),
-             u"This group cannot be read. Another user may have deleted it."_qs);
+             u"The group No. " % SqlNumber(m_bells) %
+                 u" cannot be read, and nothing can be stored here. Another user may have deleted it.");
     Press(dialog, "CanBtn");
     QVERIFY(!dialog.isVisible());
 }
@@ -280,10 +281,10 @@ void TestContactGroups::MembersChangedMeanwhile()
     Sql("DELETE FROM Groups");
     put(m_ben);
     m->dialogs.Expect("Groupings",
-                      "Another user has added these to the group meanwhile, and they stay in it:\n"
+                      "Another user has added these to the group 'Bells' meanwhile, and they stay in it:\n"
                       "    Young, Ben");
     m->dialogs.Expect("Groupings",
-                      "Another user has removed these from the group meanwhile:\n    Moor, Carl");
+                      "Another user has removed these from the group 'Bells' meanwhile:\n    Moor, Carl");
     Press(*form, "OKBtn");
     QCOMPARE(TestDatabase::Rows("SELECT ContactRef FROM Groups ORDER BY ContactRef"),
              QStringList({SqlNumber(m_anna), SqlNumber(m_ben)}));

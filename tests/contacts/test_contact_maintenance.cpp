@@ -230,7 +230,8 @@ void TestContactMaintenance::DeletedElsewhere()
     QCOMPARE(Texts(Items(form)), QStringList("Bath"));
 
     Items(form).SelectAll();
-    m->dialogs.Expect("Update Item", "Another user has deleted this item meanwhile.");
+    m->dialogs.Expect("Update Item",
+                      "Another user has deleted this item meanwhile. Nothing was stored for it.");
     m->dialogs.Expect("Warning", "Some of the data has changed.\nOkay to update before exiting?", Answer::No);
     m->driver.Expect("frmContactMainAddEdit", [bath](QDialog &dialog) {
         Contact_DeleteItem(Section::Cities, bath);

@@ -218,7 +218,8 @@ void TestGroups::DeletedMeanwhile()
     QCOMPARE(Stored(), QStringList(Numbers({m_ben, m_family, m_bells})));
 
     const auto gone = [this](const QString &title, const QString &what) {
-        m->dialogs.Expect(title, u"Another user has deleted this " % what % u" meanwhile.");
+        m->dialogs.Expect(title, u"Another user has deleted this " % what %
+                                     u" meanwhile. Nothing was stored for it.");
     };
     gone("Groupings", "group");
     QVERIFY(Contact_DeleteItem(ContactSection::Groups, m_bells));

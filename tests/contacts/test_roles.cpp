@@ -358,7 +358,8 @@ void TestRoles::DeletedMeanwhile()
     Press(*form, "OKBtn");
     QCOMPARE(Lines(List(*form, "RolesInfo")).size(), 1);
     QCOMPARE(Rows("ContactRoles"), 1);
-    m->dialogs.Expect("Update Role", "Another user has deleted this role meanwhile.");
+    m->dialogs.Expect("Update Role",
+                      "Another user has deleted this role meanwhile. Nothing was stored for it.");
     Press(dialog, "AddBtn");
     QVERIFY(dialog.isVisible());
     dialog.EditItem(m_tutor);

@@ -113,12 +113,12 @@ int Group_Update(GroupRef groupRef, ListModel &members, SeenMembers &seen, Progr
     return group < 1 || ADO_Contact_UpdateGroup(groupRef, members, seen, progress) ? group : -1;
 }
 
-void Group_TellElsewhere(SeenMembers &seen)
+void Group_TellElsewhere(const QString &groupName, SeenMembers &seen)
 {
-    TellNames(QStringLiteral("Another user has added these to the group meanwhile, and they stay in it:"),
-              seen.joined, groupings);
-    TellNames(QStringLiteral("Another user has removed these from the group meanwhile:"), seen.left,
+    const QString group = u"the group '" % groupName % u"' meanwhile";
+    TellNames(u"Another user has added these to " % group % u", and they stay in it:", seen.joined,
               groupings);
+    TellNames(u"Another user has removed these from " % group % u':', seen.left, groupings);
     seen.joined.clear();
     seen.left.clear();
 }

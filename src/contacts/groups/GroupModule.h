@@ -36,4 +36,4 @@ int Group_LeaveOutDeleted(GroupRef groupRef, ListModel &members);
 /// before then.
 int Group_Update(GroupRef groupRef, ListModel &members, SeenMembers &seen, Progress &progress);
 /// Tells whom the last write found added or removed elsewhere, if anybody.
-void Group_TellElsewhere(SeenMembers &seen);
+void Group_TellElsewhere(const QString &groupName, SeenMembers &seen);

@@ -152,7 +152,7 @@ void ContactGroupsPage::ShowStored()
 {
     m_changed = false;
     ADO_Contact_ShowGroup_Tree(ContactRef(KeyNumber(m_contact.key)), m_tree);
-    Group_TellElsewhere(m_seen);
+    Group_TellElsewhere(m_groupName, m_seen);
 }
 
 void ContactGroupsPage::Clear()
@@ -243,10 +243,9 @@ bool ContactGroupsPage::StoreMembers(GroupRef groupRef)
     });
     if (stored < 0) {
         if (!finished)
-            Dialogs::MsgBox(
-                QStringLiteral(
-                    "Stopped. The group keeps the members that it had; those shown are not stored."),
-                groupings, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+            Dialogs::MsgBox(u"Stopped. The group '" % m_groupName %
+                                u"' keeps the members that it had; those shown are not stored.",
+                            groupings, Dialogs::Buttons::Ok, Dialogs::Icon::Information);
         return false;
     }
     if (stored == 0 && GroupRef(m_names.CurrentData()) == groupRef)

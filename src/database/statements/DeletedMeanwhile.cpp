@@ -49,7 +49,7 @@ int LivingKey(const QString &table, const QString &keyColumn, int key, const QSt
         return -1;
     if (living->contains(key))
         return key;
-    Tell(u"Another user has deleted this " % what % u" meanwhile.", title);
+    Tell(u"Another user has deleted this " % what % u" meanwhile. Nothing was stored for it.", title);
     return 0;
 }
 

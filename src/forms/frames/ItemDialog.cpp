@@ -45,7 +45,8 @@ void ItemDialog::EndReading(bool found, const QString &what)
 {
     m_addBtn->setEnabled(found);
     if (!found)
-        Notify(u"This " % what % u" cannot be read. Another user may have deleted it.");
+        Notify(u"The " % what % u" No. " % QString::number(m_key) %
+               u" cannot be read, and nothing can be stored here. Another user may have deleted it.");
     m_modified->Clear();
 }
 
