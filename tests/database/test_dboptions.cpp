@@ -77,7 +77,8 @@ private slots:
         });
         ScriptedDialogs user;
         user.Expect("Database Options",
-                    "The changes could not be stored. All workstations continue with what the database has.\n"
+                    "These values could not be stored:\n    Tax Label: 'GST'\n    Tax Rate in %: '20.00'\n"
+                    "All workstations continue with what the database has.\n"
                     "The connection cannot be used: no database is open.");
         Press(form, "OKBtn");
         gConnection.ObserveStatements({});

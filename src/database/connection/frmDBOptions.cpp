@@ -147,7 +147,7 @@ void frmDBOptions::Save()
         return;
     }
     if (const auto changed = Changed(); !changed.empty() && !SetSystemValues(changed)) {
-        TellNotStored(windowTitle());
+        TellNotStored(changed, windowTitle());
         return;
     }
     accept();

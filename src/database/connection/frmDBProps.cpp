@@ -61,8 +61,8 @@ frmDBProps::frmDBProps(const QString &name, bool nameCanChange, QWidget *parent)
 
 bool frmDBProps::MayLeave()
 {
-    if (m_name->isEnabled() && m_name->text() != m_nameBefore &&
-        !SetSystemValue(SystemRef::DatabaseName, m_name->text()))
-        TellNotStored(windowTitle());
+    const NumberedValue name{SystemRef::DatabaseName, m_name->text()};
+    if (m_name->isEnabled() && name.text != m_nameBefore && !SetSystemValue(name.index, name.text))
+        TellNotStored({name}, windowTitle());
     return true;
 }

@@ -19,6 +19,25 @@ bool Replace(int index, const QString &text)
            TryExecute(u"INSERT INTO System (Ref, SystemValue) VALUES (" % SqlNumber(index) % u",'" %
                       SqlSafeText(text) % u"')");
 }
+
+/// What the value with that number is called on the screens.
+QString NameOf(int index)
+{
+    using namespace SystemRef;
+    switch (index) {
+    case DatabaseName:
+        return QStringLiteral("Database Name");
+    case CurrencySymbol:
+        return QStringLiteral("Currency Symbol");
+    case TaxName:
+        return QStringLiteral("Tax Label");
+    case TaxRate:
+        return QStringLiteral("Tax Rate in %");
+    default:
+        return index < VoucherName ? QString(u"Alt Ref ID " % QString::number(index - AltRefLabel + 1))
+                                   : QString(u"Voucher " % QString::number(index - VoucherName + 1));
+    }
+}
 } // namespace
 
 void LoadSystemValues()
@@ -57,11 +76,13 @@ bool SetSystemValues(const std::vector<NumberedValue> &values)
     return true;
 }
 
-void TellNotStored(const QString &title)
+void TellNotStored(const std::vector<NumberedValue> &values, const QString &title)
 {
+    QString text = QStringLiteral("These values could not be stored:\n");
+    for (const NumberedValue &value : values)
+        text += u"    " % NameOf(value.index) % u": '" % value.text % u"'\n";
     const EngineErrors &errors = gConnection.Errors();
     const QString why = errors.isEmpty() ? QString() : QString(u'\n' % errors.first().description);
-    Dialogs::MsgBox(
-        u"The changes could not be stored. All workstations continue with what the database has." % why,
-        title, Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
+    Dialogs::MsgBox(text % u"All workstations continue with what the database has." % why, title,
+                    Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
 }

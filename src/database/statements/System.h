@@ -29,5 +29,5 @@ struct NumberedValue {
 };
 /// The same for several values, all of them in one step.
 bool SetSystemValues(const std::vector<NumberedValue> &values);
-/// Tells the user that values could not be stored, and why.
-void TellNotStored(const QString &title);
+/// Tells the user which values could not be stored, and why.
+void TellNotStored(const std::vector<NumberedValue> &values, const QString &title);
