@@ -19,6 +19,14 @@ CaptionLabel::CaptionLabel(const QString &caption, QWidget *parent)
     setContentsMargins(0, 0, fontMetrics().averageCharWidth(), 0);
 }
 
+QString CaptionLabel::Name() const
+{
+    QString name = text().remove(u'&');
+    if (name.endsWith(u':'))
+        name.chop(1);
+    return name;
+}
+
 void CaptionLabel::SetMissing(bool missing)
 {
     if (missing == m_missing)

@@ -13,6 +13,8 @@ class CaptionLabel final : public QLabel
 public:
     explicit CaptionLabel(const QString &caption, QWidget *parent = nullptr);
 
+    /// The caption as it is named in a sentence: "Date of birth" for "Date of &birth:".
+    QString Name() const;
     bool IsMissing() const { return m_missing; }
     void SetMissing(bool missing);
 

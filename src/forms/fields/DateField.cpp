@@ -1,6 +1,7 @@
 #include "forms/fields/DateField.h"
 
 #include "core/icons/Icons.h"
+#include "forms/fields/CaptionLabel.h"
 #include "forms/fields/FieldFocus.h"
 #include "platform/desktop/Clock.h"
 #include "platform/desktop/Dialogs.h"
@@ -192,13 +193,27 @@ QSize DateField::minimumSizeHint() const
     return sizeHint();
 }
 
+namespace
+{
+/// "Date of birth: ", from the caption of the field; "" if it has none.
+QString CaptionBefore(const DateField *field, const QWidget *form)
+{
+    for (const CaptionLabel *caption : form->findChildren<CaptionLabel *>()) {
+        if (caption->buddy() == field)
+            return caption->Name() % u": ";
+    }
+    return {};
+}
+} // namespace
+
 bool DaysAreReadable(QWidget *form)
 {
     for (DateField *field : form->findChildren<DateField *>()) {
         if (field->IsDay())
             continue;
-        Dialogs::MsgBox(u'\'' % field->text() % u"' is not a date.", form->window()->windowTitle(),
-                        Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
+        Dialogs::MsgBox(CaptionBefore(field, form) % u'\'' % field->text() %
+                            u"' is not a date. Type day, month and year, such as 1/2/1990.",
+                        form->window()->windowTitle(), Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
         FocusField(field);
         return false;
     }

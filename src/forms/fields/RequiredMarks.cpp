@@ -47,9 +47,7 @@ QString RequiredMarks::MissingList() const
     for (const CaptionLabel *label : m_labels) {
         if (!label->IsMissing())
             continue;
-        QString caption = label->text();
-        caption.chop(1);
-        list += u"    " % caption.remove(u'&') % u'\n';
+        list += u"    " % label->Name() % u'\n';
     }
     return list;
 }

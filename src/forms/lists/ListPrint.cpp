@@ -176,8 +176,8 @@ void ListPrint::Ask(const ListModel &list, ListView *view)
     if (!finished)
         printer.abort();
     else if (!printed)
-        Dialogs::MsgBox(QStringLiteral("The list could not be printed."), title, Dialogs::Buttons::Ok,
-                        Dialogs::Icon::Exclamation);
+        Dialogs::MsgBox(u"The list '" % title % u"' was not printed: " % WhyNotPrinted(printer), title,
+                        Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
 }
 
 void ListPrint::BindKey(QWidget *form)

@@ -2,8 +2,10 @@
 
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QLineEdit>
 #include <QPrintDialog>
+#include <QPrinter>
 #include <QPushButton>
 
 namespace
@@ -36,4 +38,11 @@ bool ChoosePrinter(QPrinter &printer, bool offersSelection, QWidget *parent)
     chooser.setOption(QAbstractPrintDialog::PrintSelection, offersSelection);
     RequireFileName(chooser);
     return chooser.exec() == QDialog::Accepted;
+}
+
+QString WhyNotPrinted(const QPrinter &printer)
+{
+    return printer.outputFileName().isEmpty()
+               ? QString(u"the printer " % printer.printerName() % u" did not accept it.")
+               : QString(QDir::toNativeSeparators(printer.outputFileName()) % u" cannot be written.");
 }

@@ -1,6 +1,7 @@
 #include "reports/writer/ReportPrint.h"
 
 #include "core/session/Progress.h"
+#include "forms/lists/PrintChooser.h"
 #include "reports/writer/ReportPages.h"
 #include "reports/writer/ReportReader.h"
 
@@ -41,9 +42,7 @@ bool PrintReport(const QString &report, QPrinter &printer, Progress &progress, Q
         return false;
     }
     if (!isBegun || !pages.End())
-        fault = printer.outputFileName().isEmpty()
-                    ? QString(u"the printer " % printer.printerName() % u" did not accept it.")
-                    : QString(QDir::toNativeSeparators(printer.outputFileName()) % u" cannot be written.");
+        fault = WhyNotPrinted(printer);
     return fault.isEmpty();
 }
 
