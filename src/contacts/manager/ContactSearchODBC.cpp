@@ -149,10 +149,13 @@ void Search::Show()
 /// run as SQL: with a second one the engine would not even object.
 void RefuseApostrophes(const ContactSearchCriteria &criteria)
 {
-    if (!HasTypedApostrophe(criteria))
+    const QString typed = TypedApostrophe(criteria);
+    if (typed.isEmpty())
         return;
     SetCurrentError({0, QStringLiteral("Contact Search"),
-                     QStringLiteral("People cannot be searched by a text with an apostrophe."), QString()});
+                     u"People cannot be searched by " % typed %
+                         u": it has an apostrophe. Nobody was searched for; type only what comes before it.",
+                     QString()});
     HandleError(QString::fromLatin1(routineName), 0);
     throw StatementGivenUp{};
 }

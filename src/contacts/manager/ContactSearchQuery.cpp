@@ -167,15 +167,18 @@ ContactSearchQuery Builder::Build()
 }
 } // namespace
 
-bool HasTypedApostrophe(const ContactSearchCriteria &criteria)
+QString TypedApostrophe(const ContactSearchCriteria &criteria)
 {
-    bool found = criteria.ageTo.contains(u'\'');
     for (size_t field = 0; field < searchFieldCount; ++field) {
-        const Kind kind = searchedFields[field].kind;
-        const bool isTyped = kind == Kind::Text || kind == Kind::Age;
-        found = found || (isTyped && criteria.fields[field].text.contains(u'\''));
+        const SearchedField &searched = searchedFields[field];
+        const bool isAge = searched.kind == Kind::Age;
+        const QString &text = criteria.fields[field].text;
+        for (const QString &typed : {text, isAge ? criteria.ageTo : QString()}) {
+            if ((isAge || searched.kind == Kind::Text) && typed.contains(u'\''))
+                return searched.caption % u' ' % Quoted(typed);
+        }
     }
-    return found;
+    return {};
 }
 
 ContactSearchQuery ContactSearch_Build(const ContactSearchCriteria &criteria, int today)

@@ -68,9 +68,9 @@ struct ContactSearchQuery {
     SearchTickList notAttributes;
 };
 
-/// True if a field that is typed into holds an apostrophe; what a list shows does not count, since its key
-/// goes into the statement.
-bool HasTypedApostrophe(const ContactSearchCriteria &criteria);
-/// Texts go into the statement as typed, so that HasTypedApostrophe must be asked before it runs. `today` is
+/// The first field that is typed into and holds an apostrophe, with its text (`Surname "O'Neil"`); "" if none
+/// does. What a list shows does not count, since its key goes into the statement.
+QString TypedApostrophe(const ContactSearchCriteria &criteria);
+/// Texts go into the statement as typed, so that TypedApostrophe must be asked before it runs. `today` is
 /// a date-int.
 ContactSearchQuery ContactSearch_Build(const ContactSearchCriteria &criteria, int today);
