@@ -76,8 +76,12 @@ void AddSubFolders(TreeModel &tree, const Recordset &rows, bool withTicks)
     }
     if (pending.empty())
         return;
-    const QString lost = rows.At(pending.front()).Text(u"HRef");
-    SetCurrentError({0, QStringLiteral("Veltrane"), u"Folder " % lost % u" is in no folder.", {}});
+    const auto lost = rows.At(pending.front());
+    SetCurrentError({0,
+                     QStringLiteral("Veltrane"),
+                     u"The folder '" % lost.Text(u"Label") % u"' (No. " % lost.Text(u"HRef") %
+                         u") is in no folder that exists, and is not shown.",
+                     {}});
     HandleError(QStringLiteral("ADO_Course_ShowFolders"), 0);
 }
 } // namespace

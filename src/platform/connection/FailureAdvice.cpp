@@ -57,7 +57,7 @@ constexpr std::array<Stated, 9> states{{
     {"HYT", Cause::Locked},
 }};
 
-QString TextOf(Cause cause)
+QString TextOf(Cause cause, const QString &description)
 {
     switch (cause) {
     case Cause::Locked:
@@ -79,7 +79,8 @@ QString TextOf(Cause cause)
     case Cause::NotOpen:
         return QStringLiteral("No database is open. Choose one with Switch Database.");
     case Cause::TooLong:
-        return QStringLiteral("A text is longer than the database allows there. Shorten it.");
+        // The driver's words are the only ones that may tell which text it is.
+        return u"A text is longer than the database allows there. Shorten it.\n" % description;
     case Cause::NoRight:
         return QStringLiteral("The database's administrator has not given you the right to do this.");
     }
@@ -93,8 +94,8 @@ QString FailureAdvice(const EngineError &error)
         return error.sqlState.startsWith(QLatin1String(known.state));
     });
     if (stated != states.end())
-        return TextOf(stated->cause);
+        return TextOf(stated->cause, error.description);
     const auto numbered = std::find_if(numbers.begin(), numbers.end(),
                                        [&](const Numbered &known) { return known.number == error.number; });
-    return numbered == numbers.end() ? error.description : TextOf(numbered->cause);
+    return numbered == numbers.end() ? error.description : TextOf(numbered->cause, error.description);
 }

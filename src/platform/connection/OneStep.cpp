@@ -11,7 +11,9 @@ bool g_isGuarding = true;
 EngineErrors TakenBack()
 {
     return {{1, QStringLiteral("Veltrane Connection"),
-             QStringLiteral("What was done last was undone, since a question came in between."), QString()}};
+             QStringLiteral(
+                 "The last change was not stored, since a question came in between. Please make it again."),
+             QString()}};
 }
 } // namespace
 

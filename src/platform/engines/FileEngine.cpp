@@ -220,8 +220,8 @@ bool FileEngine::Commit(EngineErrors &errors)
     }
     // When the disk is full or fails, the engine undoes a transaction of its own accord.
     errors = {{SQLITE_ABORT, Source(),
-               u"What was done last in the database file " % m_request.file %
-                   u" was undone, since its disk is full or failed.",
+               u"The last change to the database file " % m_request.file %
+                   u" was not stored, since its disk is full or failed. Please make it again.",
                QString()}};
     return false;
 }

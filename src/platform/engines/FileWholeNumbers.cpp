@@ -111,11 +111,15 @@ private:
     std::vector<WholeTarget> m_targets{};
 };
 
+QByteArray TextOf(const SqlValue &value, const char *texts)
+{
+    return {texts + value.text.offset, value.text.size};
+}
+
 /// A text that contains a number is taken as that number, as on the servers.
-bool TakeText(SqlValue &value, const char *texts)
+bool TakeText(SqlValue &value, const QByteArray &text)
 {
     bool isWhole = false;
-    const QByteArray text(texts + value.text.offset, value.text.size);
     const qint64 whole = text.trimmed().toLongLong(&isWhole);
     value.kind = SqlValue::Kind::Whole;
     value.whole = whole;
@@ -130,8 +134,10 @@ std::vector<WholeTarget> WholeTargets(const SqlTokens &tokens, sqlite3 *handle)
 
 QString FitWholeNumber(const WholeTarget &target, SqlValue &value, const char *texts)
 {
-    if (value.kind == SqlValue::Kind::Text && !TakeText(value, texts))
-        return u"The column " % target.column % u" takes only whole numbers.";
+    if (const QByteArray text = value.kind == SqlValue::Kind::Text ? TextOf(value, texts) : QByteArray();
+        value.kind == SqlValue::Kind::Text && !TakeText(value, text))
+        return u"The column " % target.column % u" takes only whole numbers, and not '" %
+               QString::fromUtf8(text) % u"'.";
     if (value.kind == SqlValue::Kind::Real) {
         const double rounded = std::round(value.real);
         value.kind = SqlValue::Kind::Whole;

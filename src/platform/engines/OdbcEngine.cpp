@@ -237,8 +237,8 @@ bool OdbcEngine::Commit(EngineErrors &errors)
     if (m_isInTransaction)
         return EndTransaction(true, errors);
     errors = OdbcErrors::One(OdbcErrors::unnumbered,
-                             QStringLiteral("What was done last was undone: the server was lost, or ended "
-                                            "the transaction itself."));
+                             QStringLiteral("The last change was not stored: the server was lost, or ended "
+                                            "the transaction itself. Please make it again."));
     return false;
 }
 
@@ -283,8 +283,10 @@ bool OdbcEngine::TakeLock(const QString &key, bool waits, bool &isFree, EngineEr
     if (isFree)
         m_locks.insert(key);
     else if (waits)
-        errors = OdbcErrors::One(OdbcErrors::lockTimeout,
-                                 QStringLiteral("Another workstation kept what is needed for too long."));
+        errors =
+            OdbcErrors::One(OdbcErrors::lockTimeout,
+                            QStringLiteral("Another workstation kept the same records locked for too long. "
+                                           "Nothing was stored."));
     return isFree || !waits;
 }
 
