@@ -30,9 +30,7 @@ void frmAddAttribute::BuildFields(FormBuilder &form)
     m_attribName = form.Text(QStringLiteral("AttribName"), QStringLiteral("&Name:"), nameLength);
     m_attribName->setMinimumWidth(30 * fontMetrics().averageCharWidth());
     Required().Add(form.Label(), m_attribName);
-    auto *applyList = new ListView(m_sections);
-    applyList->setMaximumHeight(5 * fontMetrics().lineSpacing());
-    form.Place(applyList, QStringLiteral("ApplyList"), QStringLiteral("Applies &to:"), true);
+    form.Place(new ListView(m_sections), QStringLiteral("ApplyList"), QStringLiteral("Applies &to:"), true);
     form.BeginGroup(QStringLiteral("Selection"));
     m_multi = form.Option(QStringLiteral("SelectOpt_0"), QStringLiteral("&Multi-Select Attribute"));
     m_multi->setToolTip(QStringLiteral("A record can have any number of its values"));

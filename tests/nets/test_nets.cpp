@@ -7,6 +7,7 @@
 #include "forms/lists/ListView.h"
 #include "forms/lists/TreeView.h"
 #include "nets/FormRegistry.h"
+#include "nets/Ruler.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestDatabase.h"
 
@@ -24,6 +25,7 @@
 #include <QScopedValueRollback>
 #include <QSet>
 #include <QShortcut>
+#include <QStackedWidget>
 #include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
@@ -96,15 +98,16 @@ bool IsLocked(const QWidget *field)
     return false;
 }
 
-/// Runs `look` on each page of each tab panel of the form, or once where it has none.
+/// Runs `look` on each page of the form's tab panels or of its wizard, or once where it has one page.
 void OnEveryPage(QWidget &form, const std::function<void()> &look)
 {
-    const auto panels = form.findChildren<QTabWidget *>();
+    const auto panels = form.findChildren<QStackedWidget *>();
     if (panels.isEmpty())
         look();
-    for (QTabWidget *panel : panels) {
+    for (QStackedWidget *panel : panels) {
+        const auto *tabs = qobject_cast<QTabWidget *>(panel->parentWidget());
         for (int page = 0; page < panel->count(); ++page) {
-            if (!panel->isTabEnabled(page))
+            if (tabs && !tabs->isTabEnabled(page))
                 continue;
             panel->setCurrentIndex(page);
             QApplication::processEvents();
@@ -520,16 +523,24 @@ private slots:
             QSKIP("has no list that opens");
     }
 
-    void captions_share_the_edge_of_their_lists()
+    void edges_and_heights_are_ruled()
     {
         const auto form = Shown();
+        std::vector<int> heights; // of the lists on each page
         OnEveryPage(*form, [&] {
-            for (const QLabel *caption : form->findChildren<QLabel *>()) {
-                if (!caption->isVisible() || !caption->buddy() || !IsList(caption->buddy()))
-                    continue;
-                const QPoint text = caption->mapTo(form.get(), caption->contentsRect().topLeft());
-                QCOMPARE(text.x(), Place(*form, caption->buddy()).left());
-            }
+            QCOMPARE(Ruler::Faults(*form), QStringList());
+            heights.push_back(Ruler::HeightOfLists(*form));
+        });
+        form->resize(form->size() * 1.4);
+        auto height = heights.cbegin();
+        OnEveryPage(*form, [&] {
+            QCOMPARE(Ruler::Faults(*form), QStringList());
+            const int before = *height++;
+            if (before == 0)
+                return;
+            const int band = Ruler::BandBelowLists(*form);
+            QVERIFY2(band <= 5 * form->fontMetrics().height(), qPrintable(QString::number(band)));
+            QVERIFY2(Ruler::HeightOfLists(*form) > before, qPrintable(QString::number(before)));
         });
     }
 

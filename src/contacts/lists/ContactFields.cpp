@@ -75,19 +75,10 @@ void ContactFields::AlignCaptions(const QList<QGroupBox *> &groups)
 {
     int first = 0;
     for (QGroupBox *group : groups) {
-        auto *grid = qobject_cast<QGridLayout *>(group->layout());
-        QList<CaptionLabel *> following;
-        int widestBehind = 0;
-        for (CaptionLabel *label : group->findChildren<CaptionLabel *>()) {
-            if (grid->indexOf(label) >= 0) {
+        for (const CaptionLabel *label : group->findChildren<CaptionLabel *>()) {
+            if (group->layout()->indexOf(label) >= 0)
                 first = qMax(first, label->sizeHint().width());
-            } else {
-                following.append(label);
-                widestBehind = qMax(widestBehind, label->sizeHint().width());
-            }
         }
-        for (CaptionLabel *label : following)
-            label->setMinimumWidth(widestBehind);
     }
     for (QGroupBox *group : groups)
         qobject_cast<QGridLayout *>(group->layout())->setColumnMinimumWidth(0, first);

@@ -23,8 +23,8 @@ QPushButton *WebButton(FormBuilder &form, const QString &name, QLineEdit *addres
 void Show(QLineEdit *field, const QString &text);
 /// Keeps a field wide enough for that many characters.
 void FitChars(QLineEdit *field, int chars);
-/// Makes the captions of several groups, which are in one column, as wide as the widest, and likewise the
-/// captions after them in a row, so that the fields line up.
+/// Makes the first captions of several groups, which are in one column, as wide as the widest, so that the
+/// fields line up.
 void AlignCaptions(const QList<QGroupBox *> &groups);
 /// Chooses what is stored. Where another workstation added it since the list was filled, that is filled again
 /// with its select row.

@@ -64,6 +64,7 @@ frmCheckFile::frmCheckFile(ImportState &state, QWidget *parent)
     ExitBtn = form.DefaultButton(QStringLiteral("ExitBtn"), QStringLiteral("&Close"));
     form.EndButtons();
     SaveBtn->setEnabled(false);
+    m_whole->hide();
     connect(SaveBtn, &QPushButton::clicked, this, &frmCheckFile::SaveLines);
     connect(m_faults.Selection(), &QItemSelectionModel::currentRowChanged, this, &frmCheckFile::ShowWhole);
     connect(ExitBtn, &QPushButton::clicked, this, &QDialog::reject);
@@ -129,6 +130,7 @@ void frmCheckFile::ShowWhole()
         row < 0 ? m_check.faults.size() : static_cast<size_t>(KeyNumber(m_faults.At(row).key));
     m_whole->setText(fault < m_check.faults.size() ? m_check.faults[fault].Sentence(shownOfValue)
                                                    : QString());
+    m_whole->setVisible(row >= 0);
 }
 
 void frmCheckFile::SaveLines()

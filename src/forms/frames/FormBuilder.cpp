@@ -4,12 +4,15 @@
 #include "core/icons/Icons.h"
 #include "forms/fields/FormKeys.h"
 #include "forms/frames/ButtonKeys.h"
+#include "forms/frames/ButtonRow.h"
 #include "forms/lists/ListPrint.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QShortcut>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace
 {
@@ -36,6 +39,56 @@ void ShareBetween(QHBoxLayout *columns, const ListModel &available, const ListMo
     columns->setStretch(2, used.columnCount() > start ? half : half / 2);
     QObject::connect(&available, &ListModel::modelReset, columns, share);
 }
+
+/// Leaves as much height as the item next to it takes.
+class SameHeight final : public QSpacerItem
+{
+public:
+    explicit SameHeight(const QLayoutItem *of)
+        : QSpacerItem(0, 0)
+        , m_of(of)
+    {
+    }
+
+    bool isEmpty() const override { return m_of->isEmpty(); }
+    QSize sizeHint() const override { return {0, m_of->sizeHint().height()}; }
+    QSize minimumSize() const override { return {0, m_of->minimumSize().height()}; }
+
+private:
+    const QLayoutItem *m_of;
+};
+
+/// The row of a column that takes the spare height, -1 if none of its lists and texts does.
+int ListRow(const QGridLayout &column)
+{
+    int row = column.rowCount() - 1;
+    while (row >= 0 && !(column.rowStretch(row) > 0 && column.itemAtPosition(row, 1)))
+        --row;
+    return row;
+}
+
+/// Lists side by side end on one line if each has as many rows below it as the others.
+void AlignFeet(const QHBoxLayout &columns)
+{
+    QList<QGridLayout *> lists;
+    for (int i = 0; i < columns.count(); ++i) {
+        auto *column = qobject_cast<QGridLayout *>(columns.itemAt(i)->layout());
+        if (column && ListRow(*column) >= 0)
+            lists.append(column);
+    }
+    const auto rowsBelow = [](const QGridLayout *column) { return column->rowCount() - ListRow(*column); };
+    const auto longest = std::max_element(lists.begin(), lists.end(), [&](auto *one, auto *other) {
+        return rowsBelow(one) < rowsBelow(other);
+    });
+    for (QGridLayout *column : lists) {
+        const int list = ListRow(*column);
+        for (int i = 1; i < rowsBelow(*longest); ++i) {
+            const QLayoutItem *other = (*longest)->itemAtPosition(ListRow(**longest) + i, 0);
+            if (other && !column->itemAtPosition(list + i, 0))
+                column->addItem(new SameHeight(other), list + i, 0);
+        }
+    }
+}
 } // namespace
 
 FormBuilder::FormBuilder(QWidget *page)
@@ -49,9 +102,10 @@ FormBuilder::FormBuilder(QWidget *page)
 FormBuilder::~FormBuilder()
 {
     WidenFields();
+    AlignBeside();
     // On a page without lists the fields stay at the top, and the last buttons at the bottom.
-    if (!Top().stretches && Top().row == m_buttonRow)
-        Top().grid->setRowStretch(m_buttonRow - 1, 1);
+    if (!Top().stretches && Top().row == Top().buttonRow)
+        Top().grid->setRowStretch(Top().row - 1, 1);
     else if (!Top().stretches)
         Stretch();
     for (size_t i = 1; i < m_order.size(); ++i)
@@ -89,6 +143,16 @@ void FormBuilder::Pop()
     Top().grid->setRowStretch(Top().row + 1, stretches ? 0 : 1);
     m_sections.pop_back();
     Top().stretches = Top().stretches || stretches;
+}
+
+/// Captions to the right of a field start at one edge.
+void FormBuilder::AlignBeside()
+{
+    int width = 0;
+    for (const CaptionLabel *caption : Top().captionsBeside)
+        width = qMax(width, caption->sizeHint().width());
+    for (CaptionLabel *caption : Top().captionsBeside)
+        caption->setMinimumWidth(width);
 }
 
 /// If no field has a caption, the fields also take the column of captions.
@@ -157,15 +221,17 @@ void FormBuilder::Beside()
 
 void FormBuilder::BeginButtons(Align align)
 {
-    m_buttons = new QHBoxLayout;
+    const bool below = Top().buttons && Top().align == align && Top().buttonRow == Top().row;
+    m_buttons = new ButtonRow(below ? Top().buttons : nullptr);
     // The empty row before it can take the remaining space, and separates the buttons from the fields.
     Top().row += 1;
     if (m_sections.size() == 1)
         Top().grid->setRowMinimumHeight(Top().row, m_page->fontMetrics().height() / 2);
     NextRow();
-    if (m_sections.size() == 1)
-        m_buttonRow = Top().row;
     Top().grid->addLayout(m_buttons, Top().row, 0, 1, -1);
+    Top().buttons = m_buttons;
+    Top().buttonRow = Top().row;
+    Top().align = align;
     if (align == Align::End)
         m_buttons->addStretch();
 }
@@ -233,7 +299,9 @@ QGroupBox *FormBuilder::BeginGroup(const QString &caption, const QString &name)
 void FormBuilder::EndGroup()
 {
     const bool stretches = Top().stretches;
+    const QList<CaptionLabel *> captionsBeside = Top().captionsBeside;
     Pop();
+    Top().captionsBeside += captionsBeside;
     if (stretches)
         Top().grid->setRowStretch(Top().row, 1);
 }
@@ -252,6 +320,7 @@ void FormBuilder::BeginColumns(int weight)
 
 void FormBuilder::NextColumn(int weight)
 {
+    AlignBeside();
     Pop();
     auto *grid = new QGridLayout;
     Top().columns->addLayout(grid, weight);
@@ -260,7 +329,9 @@ void FormBuilder::NextColumn(int weight)
 
 void FormBuilder::EndColumns()
 {
+    AlignBeside();
     Pop();
+    AlignFeet(*Top().columns);
     if (Top().stretches)
         Top().grid->setRowStretch(Top().row, 1);
 }

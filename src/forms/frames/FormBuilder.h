@@ -19,6 +19,7 @@
 
 #include <vector>
 
+class ButtonRow;
 class ComboModel;
 class ListModel;
 class QGridLayout;
@@ -93,7 +94,7 @@ public:
     // Structure. Groups and columns nest.
     QGroupBox *BeginGroup(const QString &caption, const QString &name = {});
     void EndGroup();
-    /// Columns share the width by their weights.
+    /// Columns share the width by their weights; their lists end on one line, with the buttons below them.
     void BeginColumns(int weight = 1);
     void NextColumn(int weight = 1);
     void EndColumns();
@@ -141,12 +142,17 @@ private:
         bool beside = false;
         bool stretches = false;
         QHBoxLayout *columns = nullptr;
+        ButtonRow *buttons = nullptr; ///< the last ones
+        int buttonRow = -1;
+        Align align = Align::End;
+        QList<CaptionLabel *> captionsBeside{};
     };
     Section &Top() { return m_sections.back(); }
     QWidget *Parent() { return Top().parent; }
     void Push(QWidget *parent, QGridLayout *grid);
     void Pop();
     void WidenFields();
+    void AlignBeside();
     void BindKeys();
     /// Starts the next row, or returns the current row if the next widget goes beside the last.
     QHBoxLayout *NextRow();
@@ -160,6 +166,5 @@ private:
     std::vector<Section> m_sections;
     std::vector<QWidget *> m_order;
     CaptionLabel *m_label = nullptr;
-    QHBoxLayout *m_buttons = nullptr;
-    int m_buttonRow = -1; ///< the last row of buttons outside groups and columns
+    ButtonRow *m_buttons = nullptr;
 };

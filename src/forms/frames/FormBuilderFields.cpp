@@ -45,8 +45,10 @@ Field *FormBuilder::Put(Field *field, const QString &name, const QString &captio
 {
     Caption(field, name, caption);
     if (QHBoxLayout *row = NextRow()) {
-        if (m_label)
+        if (m_label) {
             row->addWidget(m_label);
+            Top().captionsBeside.append(m_label);
+        }
         row->addWidget(field, 1);
         return field;
     }
@@ -166,6 +168,8 @@ TreeView *FormBuilder::Tree(const QString &name, const QString &caption, TreeMod
 {
     auto *tree = new TreeView(model, Parent());
     Place(tree, name, caption, true);
+    // Where a list has its count, so that what is below a tree lines up with what is below a list beside it.
+    NextRow();
     return tree;
 }
 

@@ -1,8 +1,8 @@
 #include "reports/wizard/SSWizardNavBar.h"
 
+#include "forms/frames/ButtonRow.h"
 #include "platform/desktop/Dialogs.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QStyle>
@@ -42,7 +42,8 @@ SSWizardNavBar::SSWizardNavBar(WizardPages *pages, QWidget *parent)
     , m_pages(pages)
 {
     static constexpr const char *captions[] = {"&Help", "< &Back", "&Next >", "&Finish", "Cancel"};
-    auto *row = new QHBoxLayout(this);
+    auto *row = new ButtonRow;
+    setLayout(row);
     row->setContentsMargins(0, 0, 0, 0);
     for (int code = Help; code <= Cancel; ++code) {
         auto *button = new QPushButton(QString::fromLatin1(captions[code]), this);

@@ -48,14 +48,13 @@ ReportEnd::ReportEnd(WizardPages *pages)
     FormBuilder done(pages->AddPage(QStringLiteral("Done"), QStringLiteral("Report Finished")));
     m_held = done.Line(QStringLiteral("Held"), {});
     m_letterhead = done.Line(QStringLiteral("Letterhead"), {});
+    m_saved = done.Line(QStringLiteral("Saved"), {});
     done.BeginButtons(FormBuilder::Align::Start);
     m_open = done.Button(QStringLiteral("OpenBtn"), QStringLiteral("&Open Report"));
     QPushButton *pdf = done.Button(QStringLiteral("PdfBtn"), QStringLiteral("&Save as PDF..."));
     QPushButton *print = done.Button(QStringLiteral("PrintBtn"), QStringLiteral("&Print..."));
     QPushButton *preview = done.Button(QStringLiteral("PreviewBtn"), QStringLiteral("Pre&view..."));
     done.EndButtons();
-    m_saved = done.Line(QStringLiteral("Saved"), {});
-    done.Stretch();
 
     pages->SetAvailable(m_runPage, false);
     pages->SetAvailable(m_donePage, false);
