@@ -2,6 +2,7 @@
 #include "contacts/ContactForm.h"
 #include "contacts/lists/ConcessionModule.h"
 #include "contacts/manager/frmSelectContacts.h"
+#include "courses/events/EventPeople.h"
 #include "courses/record/CoursePeople.h"
 #include "support/RightsTable.h"
 #include "support/TestTable.h"
@@ -230,7 +231,7 @@ void TestSelectContacts::FollowsWhatOthersStore_data()
     const TestTable<Mode, StoreOf, QString, QString, QString> row{"mode", "storeOf", "columns", "values",
                                                                   "added"};
     row(
-        "attendance", Mode::Attendance, [] { return CoursePeople::Attendees(CourseRef(1), EventRef(7)); },
+        "attendance", Mode::Attendance, [] { return EventPeople::Attendees(CourseRef(1), EventRef(7)); },
         "AttendanceRecord (CourseRef,EventNo,ContactRef)", "(1,7,", "EventNo = 7");
     row(
         "candidates", Mode::Candidates, [] { return Candidates(CourseRef(1), ExamRef(7)); },

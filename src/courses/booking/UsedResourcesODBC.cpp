@@ -83,3 +83,11 @@ bool ADO_Course_ShowUsedStaff(ListModel &available, ListModel &used, CourseRef c
         return true;
     });
 }
+
+RoleTypeRef ADO_Course_RoleOnEvent(CourseRef courseRef, EventRef eventRef)
+{
+    return Reported("ADO_Course_RoleOnEvent", RoleTypeRef(), [&] {
+        return RoleTypeRef(ReadKey(
+            u"SELECT TOP 1 RoleTypeRef FROM StaffEmployed" % OfEvent(courseRef, eventRef), u"RoleTypeRef"));
+    });
+}

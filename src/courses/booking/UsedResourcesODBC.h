@@ -20,3 +20,6 @@ bool ADO_Course_ShowUsedFacilities(ListModel &available, ListModel &used, Course
 /// a post that nobody fills shows under the key "-" and its number.
 bool ADO_Course_ShowUsedStaff(ListModel &available, ListModel &used, CourseRef courseRef,
                               RoleTypeRef roleTypeRef, EventRef eventRef);
+
+/// The role of one of the event's staff; none (0) where it has no staff, and on an error.
+RoleTypeRef ADO_Course_RoleOnEvent(CourseRef courseRef, EventRef eventRef);

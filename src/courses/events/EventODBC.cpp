@@ -59,6 +59,13 @@ ReadRow<CourseEvent> ADO_Course_ShowEvent(CourseRef courseRef, int eventNo)
                                 EventOf);
 }
 
+ReadRow<CourseEvent> ADO_Course_FindEvent(EventRef eventRef)
+{
+    return ReadOne<CourseEvent>("ADO_Course_FindEvent",
+                                u"SELECT * FROM CourseEvents WHERE EventRef = " % SqlNumber(eventRef),
+                                EventOf);
+}
+
 int ADO_Course_CountEvents(CourseRef courseRef)
 {
     return Reported("ADO_Course_CountEvents", 0, [&] {

@@ -31,6 +31,8 @@ bool ADO_Course_UpdateEvent(EventRef eventRef, int eventNo, const QString &descr
 bool ADO_Course_DeleteEvent_ALL(CourseRef courseRef);
 /// Reads the event in that place of the course.
 ReadRow<CourseEvent> ADO_Course_ShowEvent(CourseRef courseRef, int eventNo);
+/// Reads the event with that key.
+ReadRow<CourseEvent> ADO_Course_FindEvent(EventRef eventRef);
 /// How many events the course has; 0 on an error.
 int ADO_Course_CountEvents(CourseRef courseRef);
 /// Numbers the course's events by date and time, from 1. False on an error.

@@ -21,3 +21,12 @@ bool ADO_Course_FillList2(ListModel &list, const QString &nameColumn, const QStr
         return true;
     });
 }
+
+QString ADO_Course_Title(CourseRef courseRef)
+{
+    return Reported("ADO_Course_Title", QString(), [&] {
+        const Recordset course =
+            OpenRecordset(u"SELECT Title FROM Courses WHERE CourseRef = " % SqlNumber(courseRef));
+        return course.IsEmpty() ? QString() : course.First().Text(u"Title");
+    });
+}

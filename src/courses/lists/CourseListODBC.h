@@ -1,5 +1,7 @@
 #pragma once
 
+#include "database/values/Keys.h"
+
 #include <QString>
 
 class ListModel;
@@ -9,3 +11,6 @@ class ListModel;
 /// name it. False on an error, with the list empty.
 bool ADO_Course_FillList2(ListModel &list, const QString &nameColumn, const QString &keyColumn,
                           const QString &table);
+
+/// The title of a course; "" where it is gone, and on an error. Reads `Courses`.
+QString ADO_Course_Title(CourseRef courseRef);

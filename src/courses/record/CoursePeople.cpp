@@ -3,7 +3,6 @@
 #include "contacts/manager/ContactSelection.h"
 #include "contacts/manager/PeopleRun.h"
 #include "controls/ListModel.h"
-#include "courses/record/AttendanceODBC.h"
 #include "enrolment/EnrolmentModule.h"
 
 #include <QWidget>
@@ -46,19 +45,6 @@ PeopleStore CoursePeople::Students(CourseRef courseRef, int limit)
     };
     store.take = [=](QWidget *picker, const ListModel &selected, const QSet<QString> &known) {
         return Enrol(picker, courseRef, limit, selected, known);
-    };
-    return store;
-}
-
-PeopleStore CoursePeople::Attendees(CourseRef courseRef, EventRef eventRef)
-{
-    PeopleStore store;
-    store.stored = [=] { return ADO_Course_AttendedKeys(courseRef, eventRef); };
-    store.take = [=](QWidget *picker, const ListModel &selected, const QSet<QString> &known) {
-        return PeopleRun::Store(
-            picker, picker->windowTitle(), QStringLiteral("attendees"), [&](Progress &progress) {
-                return ADO_Course_Attended(courseRef, eventRef, selected, known, progress);
-            });
     };
     return store;
 }

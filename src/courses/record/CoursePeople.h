@@ -9,6 +9,4 @@ namespace CoursePeople
 /// The students of a course; `limit` is the most that it takes, 0 = no limit. Those who have paid are removed
 /// only after a question.
 PeopleStore Students(CourseRef courseRef, int limit);
-/// Those who attended an event.
-PeopleStore Attendees(CourseRef courseRef, EventRef eventRef);
 } // namespace CoursePeople

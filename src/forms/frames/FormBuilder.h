@@ -4,6 +4,7 @@
 #include "forms/fields/ComboBox.h"
 #include "forms/fields/DateField.h"
 #include "forms/fields/MoneyField.h"
+#include "forms/fields/TimeField.h"
 #include "forms/fields/TypedCombo.h"
 #include "forms/fields/UsedAvailable.h"
 #include "forms/lists/ListView.h"
@@ -61,6 +62,7 @@ public:
     MoneyField *Money(const QString &name, const QString &caption, MoneyField::KeyRule rule = {});
     MoneyField *Digits(const QString &name, const QString &caption, int maxDigits = 9);
     DateField *Date(const QString &name, const QString &caption);
+    TimeField *Time(const QString &name, const QString &caption);
     ComboBox *Combo(const QString &name, const QString &caption, ComboModel &model);
     TypedCombo *Typed(const QString &name, const QString &caption, ComboModel &model);
     QCheckBox *Check(const QString &name, const QString &caption);

@@ -111,6 +111,11 @@ DateField *FormBuilder::Date(const QString &name, const QString &caption)
     return Put(new DateField(Parent()), name, caption);
 }
 
+TimeField *FormBuilder::Time(const QString &name, const QString &caption)
+{
+    return Put(new TimeField(Parent()), name, caption);
+}
+
 ComboBox *FormBuilder::Combo(const QString &name, const QString &caption, ComboModel &model)
 {
     return Put(new ComboBox(model, Parent()), name, caption);

@@ -16,6 +16,11 @@ class Progress;
 
 /// The "?" keys of those who attended an event; nothing on an error.
 std::optional<QStringList> ADO_Course_AttendedKeys(CourseRef courseRef, EventRef eventRef);
+/// Notes that a person attended an event, once. False on an error.
+bool ADO_Course_StudentAttended(CourseRef courseRef, EventRef eventRef, ContactRef contactRef);
+/// Ticks those who attended an event in a list of the course's students; whoever is not in it is added with
+/// "Not Enrolled" as the first sub-item. Reads `Contacts` too. False on an error.
+bool ADO_Course_ShowAttendedStudents(CourseRef courseRef, EventRef eventRef, ListModel &students);
 /// Makes those who attended an event the people of a list ("?" keys), enrolled on the course or not. Of those
 /// who are not in the list only the `known` ones go: the others were added elsewhere since. An error or a
 /// cancel stops at that person, with the earlier ones stored; false then.

@@ -1,0 +1,20 @@
+#include "courses/events/EventPeople.h"
+
+#include "contacts/manager/PeopleRun.h"
+#include "controls/ListModel.h"
+#include "courses/events/AttendanceODBC.h"
+
+#include <QWidget>
+
+PeopleStore EventPeople::Attendees(CourseRef courseRef, EventRef eventRef)
+{
+    PeopleStore store;
+    store.stored = [=] { return ADO_Course_AttendedKeys(courseRef, eventRef); };
+    store.take = [=](QWidget *picker, const ListModel &selected, const QSet<QString> &known) {
+        return PeopleRun::Store(
+            picker, picker->windowTitle(), QStringLiteral("attendees"), [&](Progress &progress) {
+                return ADO_Course_Attended(courseRef, eventRef, selected, known, progress);
+            });
+    };
+    return store;
+}
