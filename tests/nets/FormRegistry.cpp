@@ -19,6 +19,8 @@
 #include "core/shell/frmMain.h"
 #include "core/shell/frmSplash.h"
 #include "core/shell/frmUserMay.h"
+#include "courses/events/EventODBC.h"
+#include "courses/events/frmEvent.h"
 #include "courses/manager/frmCourse.h"
 #include "courses/record/CoursePeople.h"
 #include "courses/record/CourseRecordODBC.h"
@@ -120,6 +122,11 @@ std::unique_ptr<QWidget> OpenPersonToEdit()
     return form;
 }
 
+std::unique_ptr<QWidget> OpenEvent()
+{
+    return std::make_unique<frmEvent>(g_courseRef, 1);
+}
+
 std::unique_ptr<QWidget> OpenNewCharacteristic()
 {
     auto form = std::make_unique<frmContactMainAddEdit>(ContactSection::Characteristics);
@@ -203,6 +210,8 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmDBOptions"), Open<frmDBOptions>(), {}, QStringList()},
         {QStringLiteral("frmDBPass"), Open<frmDBPass>()},
         {QStringLiteral("frmDBProps"), Open<frmDBProps>(QStringLiteral("College"), true)},
+        {QStringLiteral("frmEvent"), OpenEvent, QStringLiteral("Description"),
+         QStringList{QStringLiteral("RoleList")}},
         {QStringLiteral("frmGroupName"), Open<frmGroupName>(), QStringLiteral("GroupName")},
         {QStringLiteral("frmExportWiz"), Open<frmExportWiz>()},
         {QStringLiteral("frmImportWiz"), Open<frmImportWiz>()},
@@ -237,6 +246,7 @@ void FillForms()
             "INSERT INTO Contacts (Cust_Forename, Cust_Surname, ReferenceID) VALUES ('Bob','Ray','')"),
         QStringLiteral("INSERT INTO Concessions (ReferenceID, Name, Percentage, HardDiscount) VALUES "
                        "('','Student',20,0)"),
+        QStringLiteral("INSERT INTO RoleTypes (Name, ReferenceID) VALUES ('Tutor','')"),
         QStringLiteral("INSERT INTO System (Ref, SystemValue) VALUES (2,'£')"),
         QStringLiteral("INSERT INTO System (Ref, SystemValue) VALUES (10,'Luncheon')"),
     });
@@ -253,6 +263,7 @@ void FillForms()
         TestDatabase::Value(QStringLiteral("SELECT ContactRef FROM Contacts WHERE Cust_Surname = 'Lee'"))
             .toInt();
     ADO_Course_EnrollStudent(CourseRef(g_courseRef), ContactRef(g_contactRef));
+    ADO_Course_AddEvent(g_courseRef, 1, {20270301, 900, 1030});
     const QString person = QString::number(g_contactRef);
     TestDatabase::Run(
         {u"UPDATE Contacts SET Cust_Notes = 'nuts', Cust_Addr1 = 'Hill 1', Cust_Sex = 1, Cust_City = 1, "

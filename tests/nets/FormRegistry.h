@@ -22,6 +22,6 @@ struct FormEntry {
 
 /// Every form of the program. They open on the database that FillForms has filled.
 const std::vector<FormEntry> &FormRegistry();
-/// A user, two people, a characteristic, an attribute, a course and a student on it, in the session's fresh
-/// database.
+/// A user, two people, a characteristic, an attribute, a course with a student and an event, in the session's
+/// fresh database.
 void FillForms();

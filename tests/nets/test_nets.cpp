@@ -484,7 +484,7 @@ private slots:
             return;
 
         const auto form = Shown();
-        auto *field = form->findChild<QLineEdit *>(entry.recordField);
+        auto *field = form->findChild<QWidget *>(entry.recordField);
         QVERIFY(field);
         QTest::keyClicks(field, "x");
         for (const Dialogs::Answer answer : {Dialogs::Answer::Cancel, Dialogs::Answer::No}) {

@@ -30,11 +30,11 @@ frmEvent::frmEvent(CourseRef courseRef, int eventNo, Tab tab, QWidget *parent)
     BuildStaff();
     BuildPair(QStringLiteral("Facilities Employed"),
               {QStringLiteral("FacAvail"), QStringLiteral("Facilities &Available"), QStringLiteral("FacUsed"),
-               QStringLiteral("Facilities &Used")},
+               QStringLiteral("Fa&cilities Used")},
               m_file.facilitiesAvailable, m_file.facilities);
     BuildPair(QStringLiteral("Venues Employed"),
               {QStringLiteral("VenueAvail"), QStringLiteral("Venues &Available"), QStringLiteral("VenueUsed"),
-               QStringLiteral("Venues &Used"), QStringLiteral("AddVBtn"), QStringLiteral("RemVBtn"),
+               QStringLiteral("&Venues Used"), QStringLiteral("AddVBtn"), QStringLiteral("RemVBtn"),
                QStringLiteral("ClearVBtn")},
               m_file.venuesAvailable, m_file.venues);
     BuildButtons(form);
@@ -51,6 +51,7 @@ frmEvent::frmEvent(CourseRef courseRef, int eventNo, Tab tab, QWidget *parent)
     ADO_Contact_FillRoleTypeList(m_roles, true);
     ShowEvent(eventNo);
     m_tabs->setCurrentIndex(static_cast<int>(tab));
+    resize(fontMetrics().averageCharWidth() * 120, fontMetrics().lineSpacing() * 26);
 }
 
 void frmEvent::BuildEvent()

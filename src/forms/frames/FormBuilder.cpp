@@ -340,6 +340,7 @@ QTabWidget *FormBuilder::Tabs(const QString &name)
 {
     auto *tabs = new QTabWidget(Parent());
     Place(tabs, name, {}, true);
+    tabs->setUsesScrollButtons(false); // a form is wide enough for all its tabs
     // Otherwise notes and drop-downs would swallow the keys that turn the pages.
     const auto turn = [tabs](const QKeySequence &keys, int step) {
         QObject::connect(new QShortcut(keys, tabs), &QShortcut::activated, tabs,
