@@ -33,7 +33,7 @@ private slots:
         QTest::keyClick(field, Qt::Key_Return);
         ScriptedDialogs user;
         if (time < 0)
-            user.Expect(QString(), u'\'' % keys % u"' is not a time.");
+            user.Expect(QString(), u'\'' % keys % u"' is not a time. Type hours and minutes, such as 9:30.");
         QCOMPARE(TimesAreReadable(&form), time >= 0);
         QCOMPARE(field->Time(), time < 0 ? 1000 : time);
         QCOMPARE(field->text(),

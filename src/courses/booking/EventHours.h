@@ -1,7 +1,5 @@
 #pragma once
 
-#include "database/values/DecodeDateFunc.h"
-
 #include <QString>
 
 /// When an event or a booking runs: a date-int (0 = no date) and two time-ints.
@@ -14,10 +12,7 @@ struct EventHours {
 };
 
 /// "09:00 - 10:30" of two time-ints.
-inline QString TimesText(int from, int to)
-{
-    return IntToTimeText(from) % u" - " % IntToTimeText(to);
-}
+QString TimesText(int from, int to);
 
 /// The one rule of clashes: whether a booking that is held from `from` to `to` keeps the same resource from
 /// being booked with a start at `start` on the same day. Both ends count; when the new booking ends does not,

@@ -7,6 +7,7 @@
 #include "courses/lists/CourseListODBC.h"
 #include "database/statements/DeletedMeanwhile.h"
 #include "database/statements/RecordLists.h"
+#include "database/values/DecodeDateFunc.h"
 #include "enrolment/EnrolmentODBC.h"
 
 #include <vector>

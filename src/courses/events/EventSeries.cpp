@@ -1,5 +1,7 @@
 #include "courses/events/EventSeries.h"
 
+#include "database/values/DecodeDateFunc.h"
+
 #include <utility>
 
 namespace

@@ -8,6 +8,7 @@
 #include "courses/events/StaffPicks.h"
 #include "courses/lists/CourseListODBC.h"
 #include "database/statements/Security.h"
+#include "database/values/DecodeDateFunc.h"
 #include "enrolment/frmStudentInfo.h"
 #include "forms/fields/FieldLock.h"
 #include "platform/desktop/Clock.h"

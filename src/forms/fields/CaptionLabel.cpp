@@ -62,3 +62,12 @@ void CaptionLabel::paintEvent(QPaintEvent *event)
     const int flags = static_cast<int>(alignment()) | (buddy() ? Qt::TextShowMnemonic : 0);
     painter.drawText(room, flags, this->text());
 }
+
+QString CaptionBefore(const QWidget &field)
+{
+    for (const CaptionLabel *caption : field.window()->findChildren<CaptionLabel *>()) {
+        if (caption->buddy() == &field)
+            return caption->Name() % u": ";
+    }
+    return {};
+}

@@ -24,3 +24,6 @@ protected:
 private:
     bool m_missing = false;
 };
+
+/// "Date of birth: ", from the caption of the field, for a message about it; "" if it has none.
+QString CaptionBefore(const QWidget &field);

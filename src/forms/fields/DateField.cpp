@@ -193,25 +193,12 @@ QSize DateField::minimumSizeHint() const
     return sizeHint();
 }
 
-namespace
-{
-/// "Date of birth: ", from the caption of the field; "" if it has none.
-QString CaptionBefore(const DateField *field, const QWidget *form)
-{
-    for (const CaptionLabel *caption : form->findChildren<CaptionLabel *>()) {
-        if (caption->buddy() == field)
-            return caption->Name() % u": ";
-    }
-    return {};
-}
-} // namespace
-
 bool DaysAreReadable(QWidget *form)
 {
     for (DateField *field : form->findChildren<DateField *>()) {
         if (field->IsDay())
             continue;
-        Dialogs::MsgBox(CaptionBefore(field, form) % u'\'' % field->text() %
+        Dialogs::MsgBox(CaptionBefore(*field) % u'\'' % field->text() %
                             u"' is not a date. Type day, month and year, such as 1/2/1990.",
                         form->window()->windowTitle(), Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
         FocusField(field);

@@ -1,6 +1,7 @@
 #include "forms/fields/TimeField.h"
 
 #include "database/values/DecodeDateFunc.h"
+#include "forms/fields/CaptionLabel.h"
 #include "forms/fields/FieldFocus.h"
 #include "platform/desktop/Dialogs.h"
 
@@ -102,8 +103,9 @@ bool TimesAreReadable(QWidget *form)
     for (TimeField *field : form->findChildren<TimeField *>()) {
         if (field->IsTime())
             continue;
-        Dialogs::MsgBox(u'\'' % field->text() % u"' is not a time.", form->window()->windowTitle(),
-                        Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
+        Dialogs::MsgBox(CaptionBefore(*field) % u'\'' % field->text() %
+                            u"' is not a time. Type hours and minutes, such as 9:30.",
+                        form->window()->windowTitle(), Dialogs::Buttons::Ok, Dialogs::Icon::Exclamation);
         FocusField(field);
         return false;
     }
