@@ -1,4 +1,5 @@
 #include "courses/events/EventSeries.h"
+#include "database/values/DecodeDateFunc.h"
 
 #include <QTest>
 
