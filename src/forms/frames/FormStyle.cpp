@@ -57,8 +57,16 @@ public:
             QStyleOptionComboBox field = *combo;
             field.editable = true;
             QProxyStyle::drawComplexControl(control, &field, painter, widget);
-        } else if (control == CC_TitleBar && bar && !(bar->titleBarState & State_Active) &&
-                   IsDark(bar->palette)) {
+        } else if (control == CC_TitleBar && bar && bar->titleBarState & State_Active) {
+            QStyleOptionTitleBar readable = *bar;
+            readable.icon = InWhite(*bar, subControlRect(control, bar, SC_TitleBarSysMenu, widget).size(),
+                                    painter->device()->devicePixelRatioF());
+            // The highlight of a dark palette is too light for signs and a title in white.
+            const QColor highlight = bar->palette.color(QPalette::Highlight);
+            readable.palette.setColor(QPalette::Highlight,
+                                      IsDark(bar->palette) ? highlight.darker(160) : highlight);
+            QProxyStyle::drawComplexControl(control, &readable, painter, widget);
+        } else if (control == CC_TitleBar && bar && IsDark(bar->palette)) {
             // Its signs would be black on black, while those of an active bar are light.
             QStyleOptionTitleBar light = *bar;
             light.titleBarState |= State_Active;
@@ -107,6 +115,19 @@ private:
         painter->fillRect(r.left(), r.bottom(), r.width(), 1, line);
         painter->fillRect(r.left(), r.top(), 1, r.height(), line);
         painter->fillRect(r.right(), r.top(), 1, r.height(), line);
+    }
+
+    /// The icon of an active title bar in the colour that the style writes the title in. Its own accents have
+    /// that of the bar.
+    static QIcon InWhite(const QStyleOptionTitleBar &bar, const QSize &size, qreal scale)
+    {
+        QPixmap picture = bar.icon.pixmap(size, scale);
+        if (picture.isNull())
+            return bar.icon;
+        QPainter painter(&picture);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(QRect(QPoint(), size), Qt::white);
+        return picture;
     }
 
     static bool IsDark(const QPalette &palette)
