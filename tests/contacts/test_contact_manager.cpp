@@ -225,6 +225,7 @@ void TestContactManager::ViewingAndAdding()
     // Another person is added beside her, and each save is seen at once.
     Press(form, "AddBtn");
     frmAddContact &added = OpenRecord(form);
+    QVERIFY(added.y() > anna.y());
     TypeName(added, "Dev", "Abbot");
     Press(added, "OKBtn");
     QCOMPARE(Texts(List(form, "ContactList2")), QStringList({"Abbot, Dev", "Bell, Anna", "Carter, Ben"}));

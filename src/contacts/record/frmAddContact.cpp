@@ -15,7 +15,7 @@
 #include "organisations/lists/OrganisationODBC.h"
 #include "platform/desktop/Dialogs.h"
 
-#include <QStyle>
+#include <algorithm>
 
 frmAddContact::frmAddContact(QWidget *parent)
     : RecordForm({.form = QStringLiteral("frmAddContact"),
@@ -62,11 +62,12 @@ void frmAddContact::OpenBeside(const QStringList &keys, QWidget *caller, const s
     auto *form = new frmAddContact(caller->window());
     if (!keys.isEmpty())
         form->OpenRecords(keys);
+    const auto isTaken = [form](const frmAddContact *other) {
+        return other->isVisible() && other->StepsAside() == form->StepsAside();
+    };
+    while (std::any_of(open.begin(), open.end(), isTaken))
+        form->StepAside();
     form->RecordForm::OpenBeside(caller, changed);
-    for (const frmAddContact *other : open) {
-        if (other->isVisible() && other->pos() == form->pos())
-            form->move(form->pos() + QPoint(1, 1) * form->style()->pixelMetric(QStyle::PM_TitleBarHeight));
-    }
 }
 
 void frmAddContact::BuildPages()

@@ -18,8 +18,18 @@ public:
     int Run();
     void reject() override;
 
+    /// Opens a title bar's height further down and to the right of the middle of its opener, as a record
+    /// beside another does. Counted, because window managers tell late where they have put a window.
+    void StepAside() { ++m_stepsAside; }
+    int StepsAside() const { return m_stepsAside; }
+
 protected:
     /// False keeps the form open; record forms ask AskToSave here.
     virtual bool MayLeave() { return true; }
     void showEvent(QShowEvent *event) override;
+
+private:
+    void MoveOverOpener();
+
+    int m_stepsAside = 0;
 };
