@@ -101,17 +101,24 @@ void frmSearchContact::BuildResult(FormBuilder &form)
         if (!m_running)
             ViewContacts();
     });
-    m_animation = new QProgressBar;
+}
+
+/// How far the search has got; it is between the buttons, where it takes no height from the list.
+QWidget *frmSearchContact::BuildProgress()
+{
+    auto *progress = new QWidget(this);
+    m_animation = new QProgressBar(progress);
+    m_animation->setObjectName(QStringLiteral("Animation1"));
     m_animation->setRange(0, 0);
     m_animation->setTextVisible(false);
-    QSizePolicy policy = m_animation->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    m_animation->setSizePolicy(policy);
-    form.Place(m_animation, QStringLiteral("Animation1"));
-    form.Beside();
-    m_looked = form.Line(QStringLiteral("Looked"), QString());
-    m_looked->setWordWrap(false);
-    m_looked->setAlignment(Qt::AlignRight);
+    m_looked = new QLabel(progress);
+    m_looked->setObjectName(QStringLiteral("Looked"));
+    m_looked->setAlignment(Qt::AlignCenter);
+    auto *row = new QHBoxLayout(progress);
+    row->setContentsMargins({});
+    row->addWidget(m_animation, 1);
+    row->addWidget(m_looked, 1);
+    return progress;
 }
 
 void frmSearchContact::BuildButtons(FormBuilder &form)
@@ -120,7 +127,7 @@ void frmSearchContact::BuildButtons(FormBuilder &form)
     m_findBtn = form.DefaultButton(QStringLiteral("FindBtn"), QStringLiteral("&Search Now"));
     m_stopBtn = form.Button(QStringLiteral("StopBtn"), QStringLiteral("S&top"));
     m_clearBtn = form.Button(QStringLiteral("ClearBtn"), QStringLiteral("&Clear"));
-    form.Gap();
+    form.Gap(BuildProgress());
     m_viewBtn = form.Button(QStringLiteral("ViewBtn"), QStringLiteral("&View Contact(s)"));
     m_selectBtn = form.Button(QStringLiteral("SelectBtn"), QStringLiteral("Select"));
     m_selectBtn->setToolTip(QStringLiteral("Hand all contacts found over to the selection and close"));

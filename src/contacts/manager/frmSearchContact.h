@@ -34,6 +34,7 @@ private:
     void ShowLooked(int looked);
     void BuildCriteria(FormBuilder &form);
     void BuildResult(FormBuilder &form);
+    QWidget *BuildProgress();
     void BuildButtons(FormBuilder &form);
     void BuildTree(QWidget *page, const QString &name, const QString &caption, const QString &emptyText,
                    TreeModel &tree);

@@ -4,6 +4,7 @@
 #include "forms/frames/AskingWindow.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/OkCancel.h"
+#include "forms/lists/ItemDelegate.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -71,6 +72,7 @@ QTreeView *frmConflict::BuildList()
 {
     auto *list = new QTreeView(this);
     list->setModel(m_changes);
+    list->setItemDelegate(new ItemDelegate(list));
     list->setAccessibleName(QStringLiteral("Changed fields"));
     list->setRootIsDecorated(false);
     list->setItemsExpandable(false);

@@ -11,6 +11,7 @@ WizardRunPage::WizardRunPage(QWidget *page, const QString &step)
     , ProgBar(new ProgressBar(page))
 {
     FormBuilder form(page);
+    form.Stretch();
     m_notice = form.Line(QStringLiteral("Notice"), {});
     form.Place(ProgBar, QStringLiteral("ProgBar"));
     if (!step.isEmpty()) {
