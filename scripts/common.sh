@@ -6,7 +6,7 @@
 VELTRANE_PACKAGES=(
     git ca-certificates
     g++ cmake ninja-build ccache lld clang libclang-rt-14-dev clang-format clang-tidy
-    qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev
+    qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev libical-dev
     unixodbc unixodbc-dev odbcinst tdsodbc odbc-postgresql
     postgresql-15
     xvfb xauth openbox xdg-utils file breeze-icon-theme fonts-dejavu-core procps util-linux

@@ -25,6 +25,7 @@
 #include "courses/record/CoursePeople.h"
 #include "courses/record/CourseRecordODBC.h"
 #include "courses/record/frmAddCourse.h"
+#include "courses/schedule/frmSchedule.h"
 #include "database/connection/frmDBLogon.h"
 #include "database/connection/frmDBOptions.h"
 #include "database/connection/frmDBPass.h"
@@ -223,6 +224,7 @@ const std::vector<FormEntry> &FormRegistry()
          Open<frmPercent>(QStringList{QStringLiteral("Welding"), QStringLiteral("Welding")})},
         {QStringLiteral("frmQuickFilter"), Open<frmQuickFilter>()},
         {QStringLiteral("frmRegisterDB"), Open<frmRegisterDB>(), QStringLiteral("DSN")},
+        {QStringLiteral("frmSchedule"), Open<frmSchedule>()},
         {QStringLiteral("frmSearchContact"), OpenSearch},
         {QStringLiteral("frmSelectContacts"), OpenPicker, {}, searchOfPeople},
         {QStringLiteral("frmSplash"), OpenSplash},

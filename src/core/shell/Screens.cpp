@@ -10,6 +10,7 @@
 #include "core/shell/frmLocalOptions.h"
 #include "core/shell/frmUserMay.h"
 #include "courses/manager/frmCourse.h"
+#include "courses/schedule/frmSchedule.h"
 #include "database/connection/frmDBLogon.h"
 #include "database/connection/frmDBOptions.h"
 #include "database/connection/frmDBPass.h"
@@ -93,6 +94,7 @@ const QHash<QString, Screen> &Standing()
         {QStringLiteral("ID_Organisations"), Modal<frmOrganisations>()},
         {QStringLiteral("ID_QuickFilter"), ModalThatChangesLists<frmQuickFilter>()},
         {QStringLiteral("ID_RegisterDB"), Modal<frmRegisterDB>()},
+        {QStringLiteral("ID_ScheduleManager"), Child<frmSchedule>(QStringLiteral("frmSchedule"))},
         {QStringLiteral("ID_Users"), Child<frmUsers>(QStringLiteral("frmUsers"))},
     };
     return screens;

@@ -2,12 +2,12 @@
 
 #include "controls/ListModel.h"
 #include "core/files/ErrorHandler.h"
+#include "core/files/SaveFile.h"
 #include "core/session/Progress.h"
 #include "core/session/Session.h"
 #include "database/statements/MiscODBC.h"
 #include "exchange/csv/CsvBoxes.h"
 #include "exchange/csv/ReportQuery.h"
-#include "exchange/csv/SaveFile.h"
 #include "exchange/export/ExportRows.h"
 #include "platform/desktop/Dialogs.h"
 

@@ -1,10 +1,10 @@
 #include "exchange/import/CsvCheck.h"
 
+#include "core/files/SaveFile.h"
 #include "core/session/Progress.h"
 #include "database/statements/MiscODBC.h"
 #include "exchange/csv/CsvBoxes.h"
 #include "exchange/csv/CsvFields.h"
-#include "exchange/csv/SaveFile.h"
 #include "exchange/import/ImportForecast.h"
 #include "exchange/import/ImportSource.h"
 

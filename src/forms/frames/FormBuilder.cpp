@@ -145,13 +145,16 @@ void FormBuilder::Pop()
     Top().stretches = Top().stretches || stretches;
 }
 
-/// Captions to the right of a field start at one edge.
+/// Captions to the right of a field start at one edge; those of a single row need not.
 void FormBuilder::AlignBeside()
 {
+    const auto &captions = Top().captionsBeside;
+    if (captions.isEmpty() || captions.front().row == captions.back().row)
+        return;
     int width = 0;
-    for (const CaptionLabel *caption : Top().captionsBeside)
+    for (const auto &[row, caption] : captions)
         width = qMax(width, caption->sizeHint().width());
-    for (CaptionLabel *caption : Top().captionsBeside)
+    for (const auto &[row, caption] : captions)
         caption->setMinimumWidth(width);
 }
 
@@ -299,7 +302,7 @@ QGroupBox *FormBuilder::BeginGroup(const QString &caption, const QString &name)
 void FormBuilder::EndGroup()
 {
     const bool stretches = Top().stretches;
-    const QList<CaptionLabel *> captionsBeside = Top().captionsBeside;
+    const auto captionsBeside = Top().captionsBeside;
     Pop();
     Top().captionsBeside += captionsBeside;
     if (stretches)

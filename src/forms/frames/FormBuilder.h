@@ -147,7 +147,11 @@ private:
         ButtonRow *buttons = nullptr; ///< the last ones
         int buttonRow = -1;
         Align align = Align::End;
-        QList<CaptionLabel *> captionsBeside{};
+        struct Beside {
+            const QHBoxLayout *row;
+            CaptionLabel *caption;
+        };
+        QList<Beside> captionsBeside{};
     };
     Section &Top() { return m_sections.back(); }
     QWidget *Parent() { return Top().parent; }

@@ -47,7 +47,7 @@ Field *FormBuilder::Put(Field *field, const QString &name, const QString &captio
     if (QHBoxLayout *row = NextRow()) {
         if (m_label) {
             row->addWidget(m_label);
-            Top().captionsBeside.append(m_label);
+            Top().captionsBeside.append({row, m_label});
         }
         row->addWidget(field, 1);
         return field;

@@ -1,4 +1,4 @@
-#include "exchange/csv/SaveFile.h"
+#include "core/files/SaveFile.h"
 
 #include <QFileInfo>
 
