@@ -2,6 +2,8 @@
 
 #include "controls/ItemRoles.h"
 
+#include <QSet>
+
 TreeModel::TreeModel(QObject *parent)
     : QAbstractItemModel(parent)
     , m_root(std::make_unique<TreeNode>())
@@ -120,10 +122,41 @@ void TreeModel::Select(const TreeNode *node)
         m_selection->clear();
 }
 
+void TreeModel::SelectAll(const std::vector<const TreeNode *> &nodes)
+{
+    QItemSelection selection;
+    for (const TreeNode *node : nodes) {
+        const QModelIndex at = IndexOf(node);
+        if (!selection.isEmpty() && selection.last().parent() == at.parent() &&
+            selection.last().bottom() + 1 == at.row())
+            selection.last() = {selection.last().topLeft(), at};
+        else
+            selection.append({at, at});
+    }
+    m_selection->select(selection, QItemSelectionModel::ClearAndSelect);
+    if (!nodes.empty() && !m_selection->isSelected(m_selection->currentIndex()))
+        m_selection->setCurrentIndex(IndexOf(nodes.front()), QItemSelectionModel::NoUpdate);
+}
+
 TreeNode *TreeModel::Selected() const
 {
-    const QModelIndexList selected = m_selection->selectedIndexes();
-    return selected.isEmpty() ? nullptr : NodeAt(selected.first());
+    const QModelIndex current = m_selection->currentIndex();
+    if (m_selection->isSelected(current))
+        return NodeAt(current);
+    const QItemSelection &selected = m_selection->selection();
+    return selected.isEmpty() ? nullptr : NodeAt(selected.first().topLeft());
+}
+
+std::vector<TreeNode *> TreeModel::SelectedNodes() const
+{
+    QSet<const TreeNode *> selected;
+    for (const QModelIndex &index : m_selection->selectedIndexes())
+        selected.insert(NodeAt(index));
+    if (selected.isEmpty())
+        return {};
+    std::vector<TreeNode *> nodes = Nodes();
+    std::erase_if(nodes, [&selected](const TreeNode *node) { return !selected.contains(node); });
+    return nodes;
 }
 
 void TreeModel::SelectFirst()

@@ -53,7 +53,12 @@ public:
 
     QItemSelectionModel *Selection() { return m_selection; }
     void Select(const TreeNode *node); ///< null = no node selected
+    /// Selects exactly these nodes. The one that the user is at stays if it is among them.
+    void SelectAll(const std::vector<const TreeNode *> &nodes);
+    /// The selected node; of several the one that the user is at. Null if there is none.
     TreeNode *Selected() const;
+    /// All of them, in the order shown.
+    std::vector<TreeNode *> SelectedNodes() const;
     void SelectFirst();
 
     QModelIndex IndexOf(const TreeNode *node) const;

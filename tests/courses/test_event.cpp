@@ -1,7 +1,7 @@
 #include "courses/booking/BookingODBC.h"
+#include "courses/booking/StaffPicks.h"
 #include "courses/events/AttendanceODBC.h"
 #include "courses/events/EventFile.h"
-#include "courses/events/StaffPicks.h"
 #include "courses/events/frmEvent.h"
 #include "database/statements/Security.h"
 #include "enrolment/EnrolmentODBC.h"

@@ -214,9 +214,9 @@ void Contact_ReplaceSelection(const ListModel &people, ListModel &selected)
 void Contact_JoinTree(const ListModel &people, TreeModel &tree)
 {
     QStringList branches;
-    for (const QModelIndex &selected : tree.Selection()->selectedIndexes()) {
-        const TreeNode *node = tree.NodeAt(selected);
-        branches.append(node->key.contains(u';') ? node->parent->key : node->key);
+    for (const TreeNode *node : tree.SelectedNodes()) {
+        if (node->key.startsWith(u'A'))
+            branches.append(node->key.contains(u';') ? node->parent->key : node->key);
     }
     for (const QString &branch : branches) {
         for (int row = 0; row < people.Count(); ++row) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "controls/ComboModel.h"
+#include "courses/booking/HolderColumns.h"
 #include "courses/events/EventFile.h"
-#include "courses/events/HolderColumns.h"
 #include "forms/frames/FormBuilder.h"
 #include "forms/frames/FormDialog.h"
 

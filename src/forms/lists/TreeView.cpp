@@ -32,6 +32,41 @@ TreeView::TreeView(TreeModel &model, QWidget *parent)
             [this](const QModelIndex &at) { m_tree.SetExpanded(m_tree.NodeAt(at), false); });
 }
 
+void TreeView::ShowOnly(std::function<bool(const TreeNode &node)> shows)
+{
+    m_shows = std::move(shows);
+    ShowOrHide({}, 0, m_tree.rowCount() - 1);
+    for (const TreeNode *node : m_tree.Nodes())
+        ShowOrHide(m_tree.IndexOf(node), 0, static_cast<int>(node->children.size()) - 1);
+    // What is hidden takes no part in what is done with the selected nodes.
+    if (const TreeNode *selected = m_tree.Selected(); selected && !m_shows(*selected))
+        m_tree.Select(nullptr);
+}
+
+void TreeView::ShowOrHide(const QModelIndex &parent, int start, int end)
+{
+    for (int row = start; row <= end; ++row) {
+        const bool isHidden = !m_shows(*m_tree.NodeAt(m_tree.index(row, 0, parent)));
+        if (isHidden != isRowHidden(row, parent))
+            setRowHidden(row, parent, isHidden);
+    }
+}
+
+void TreeView::rowsInserted(const QModelIndex &parent, int start, int end)
+{
+    QTreeView::rowsInserted(parent, start, end);
+    if (m_shows)
+        ShowOrHide(parent, start, end);
+}
+
+void TreeView::SetAllExpanded(bool expanded)
+{
+    for (TreeNode *node : m_tree.Nodes()) {
+        if (!node->children.empty())
+            m_tree.SetExpanded(node, expanded);
+    }
+}
+
 void TreeView::ShowNode(const TreeNode *node)
 {
     if (!node)

@@ -4,6 +4,8 @@
 
 #include <QTreeView>
 
+#include <functional>
+
 class TreeModel;
 struct TreeNode;
 
@@ -20,6 +22,12 @@ public:
     TreeModel &Model() const { return m_tree; }
     /// The text shown while there are no nodes.
     void SetEmptyText(const QString &text) { m_emptyText.Set(text); }
+    /// Lets several nodes be selected.
+    void AllowSeveral() { setSelectionMode(ExtendedSelection); }
+    /// Shows only the nodes for which `shows` is true, and those below them; all others stay in the model.
+    void ShowOnly(std::function<bool(const TreeNode &node)> shows);
+    /// Opens or closes every node that has nodes below it.
+    void SetAllExpanded(bool expanded);
     /// Opens the node's parents and scrolls it into view.
     void ShowNode(const TreeNode *node);
 
@@ -33,9 +41,13 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void rowsInserted(const QModelIndex &parent, int start, int end) override;
     QSize sizeHint() const override;
 
 private:
+    void ShowOrHide(const QModelIndex &parent, int start, int end);
+
     TreeModel &m_tree;
     EmptyText m_emptyText;
+    std::function<bool(const TreeNode &node)> m_shows;
 };

@@ -1,4 +1,4 @@
-#include "courses/events/StaffPicks.h"
+#include "courses/booking/StaffPicks.h"
 
 #include "controls/ListModel.h"
 #include "database/values/GlobalCode.h"

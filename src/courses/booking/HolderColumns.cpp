@@ -1,4 +1,4 @@
-#include "courses/events/HolderColumns.h"
+#include "courses/booking/HolderColumns.h"
 
 #include "controls/ListModel.h"
 

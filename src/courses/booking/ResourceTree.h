@@ -1,0 +1,64 @@
+#pragma once
+
+#include "database/values/Keys.h"
+
+#include <QString>
+
+#include <vector>
+
+class ListModel;
+class TreeModel;
+struct TreeNode;
+
+/// Trees of events with their attendees, facilities, staff and venues: of the events of a course, or of one
+/// that stands for every event of a series. Several nodes can be selected; the current one decides what the
+/// others are selected for, so that a stray one of another kind takes no part.
+namespace ResourceTree
+{
+enum class Kind { None, Event, Attendance, Facilities, Staff, Venues, Role };
+
+/// What a node's key says.
+struct Node {
+    Kind kind = Kind::None;    ///< of an item that of its branch
+    EventRef eventRef{};       ///< none (0) where the node stands for every event
+    int itemRef = 0;           ///< contact, facility or venue, below 0 a post that nobody fills; 0 = no item
+    RoleTypeRef roleTypeRef{}; ///< of a role and its staff
+
+    bool IsItem() const { return itemRef != 0; }
+    bool operator==(const Node &) const = default;
+};
+Node Parse(const QString &key);
+QString Key(const Node &node);
+
+/// Adds an event with an empty branch for each kind but `apartFrom`. Does nothing if it is there already.
+void AddEvent(TreeModel &tree, EventRef eventRef, const QString &text, Kind apartFrom = Kind::None);
+/// Adds a facility, venue or attendee to its branch, and a member of staff to his role. Null if it is there
+/// already, or if there is no such branch.
+TreeNode *AddItem(TreeModel &tree, const Node &item, const QString &name);
+/// Adds a role to the staff of an event, unless it is there already.
+void AddRole(TreeModel &tree, EventRef eventRef, RoleTypeRef roleTypeRef, const QString &name);
+/// Removes a node with what is below it, and the role that has nobody left then.
+void Remove(TreeModel &tree, const QString &key);
+
+/// The node that the user is at; kind None without a selection.
+Node Current(const TreeModel &tree);
+/// The selected nodes of the current one's kind, and of its role where it is a role.
+std::vector<Node> Chosen(const TreeModel &tree);
+/// The events that the branches of that kind are selected of, by themselves or by anything in them; each
+/// once.
+std::vector<EventRef> ChosenEvents(const TreeModel &tree, Kind kind);
+
+/// Adds the rows of a list ("!" and reference) to each selected branch of that kind.
+void AddToChosen(TreeModel &tree, Kind kind, const ListModel &items);
+/// Adds them as the staff of a role.
+void AddStaffToChosen(TreeModel &tree, RoleTypeRef roleTypeRef, const QString &roleName,
+                      const ListModel &staff);
+/// Removes the chosen items, roles and events; of a chosen branch everything in it.
+void RemoveChosen(TreeModel &tree);
+/// Selects every node that is what the current one is: all events, all branches of its kind, all items of
+/// that kind or all roles of its name.
+void SelectAlike(TreeModel &tree);
+
+/// Whether a tree that is to show only one kind (None = all) shows the node.
+bool IsShown(const TreeNode &node, Kind only);
+} // namespace ResourceTree
