@@ -21,6 +21,11 @@
 #include "core/shell/frmUserMay.h"
 #include "courses/events/EventODBC.h"
 #include "courses/events/frmEvent.h"
+#include "courses/maintenance/frmAddExcludeDates.h"
+#include "courses/maintenance/frmCourseMain.h"
+#include "courses/maintenance/frmCourseMainAddEdit.h"
+#include "courses/maintenance/frmFacilities.h"
+#include "courses/maintenance/frmVenues.h"
 #include "courses/manager/frmCourse.h"
 #include "courses/record/CoursePeople.h"
 #include "courses/record/CourseRecordODBC.h"
@@ -186,6 +191,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmAddCourse new"), OpenNewCourse, QStringLiteral("Title"), QStringList()},
         {QStringLiteral("frmAddCourse edit"), OpenCourse, QStringLiteral("Title"), QStringList()},
         {QStringLiteral("frmAddEditRoleTypes"), Open<frmAddEditRoleTypes>(), QStringLiteral("RoleName")},
+        {QStringLiteral("frmAddExcludeDates"), Open<frmAddExcludeDates>(), QStringLiteral("RefName")},
         {QStringLiteral("frmAddOrg new"), Open<frmAddOrg>(), QStringLiteral("OrgName")},
         {QStringLiteral("frmAddOrg edit"), OpenOrganisation, QStringLiteral("OrgName"), QStringList()},
         {QStringLiteral("frmAddEditUser new"), Open<frmAddEditUser>(), QStringLiteral("UserName")},
@@ -205,6 +211,9 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmContactMainAddEdit"), OpenNewCharacteristic, QStringLiteral("CatName")},
         {QStringLiteral("frmContactWiz"), Open<frmContactWiz>()},
         {QStringLiteral("frmCourse"), Open<frmCourse>(), {}, QStringList()},
+        {QStringLiteral("frmCourseMain"), Open<frmCourseMain>()},
+        {QStringLiteral("frmCourseMainAddEdit"), Open<frmCourseMainAddEdit>(CourseSection::Characteristics),
+         QStringLiteral("CatName")},
         {QStringLiteral("frmCourseWiz"), Open<frmCourseWiz>()},
         {QStringLiteral("frmCustomAttributes"), Open<frmCustomAttributes>(), {}, QStringList()},
         {QStringLiteral("frmDBLogon"), Open<frmDBLogon>()},
@@ -213,6 +222,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmDBProps"), Open<frmDBProps>(QStringLiteral("College"), true)},
         {QStringLiteral("frmEvent"), OpenEvent, QStringLiteral("Description"),
          QStringList{QStringLiteral("RoleList")}},
+        {QStringLiteral("frmFacilities"), Open<frmFacilities>(), QStringLiteral("FacName")},
         {QStringLiteral("frmGroupName"), Open<frmGroupName>(), QStringLiteral("GroupName")},
         {QStringLiteral("frmExportWiz"), Open<frmExportWiz>()},
         {QStringLiteral("frmImportWiz"), Open<frmImportWiz>()},
@@ -232,6 +242,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmUserMay"), Open<frmUserMay>(clerk.text, RightsBlank())},
         {QStringLiteral("frmUsers"), Open<frmUsers>()},
         {QStringLiteral("frmUsersPassword"), Open<frmUsersPassword>(clerk)},
+        {QStringLiteral("frmVenues"), Open<frmVenues>(), QStringLiteral("VenueName")},
     };
     return forms;
 }

@@ -44,81 +44,25 @@ Deletion Delete(ContactSection section, const ListItem &item)
 } // namespace
 
 frmContactMain::frmContactMain(QWidget *parent)
-    : FormDialog(QStringLiteral("frmContactMain"), QStringLiteral("Contact Maintenance"), parent)
+    : SectionsDialog(QStringLiteral("frmContactMain"), QStringLiteral("Contact Maintenance"), parent)
 {
+    QList<std::pair<int, QString>> sections;
     for (const ContactSectionInfo &section : ContactSections())
-        m_sections.Add({u'?' % QString::number(static_cast<int>(section.code)), section.caption});
-    m_sections.SetColumns({QStringLiteral("Section")});
-    Build();
-    connect(m_sections.Selection(), &QItemSelectionModel::selectionChanged, this,
-            &frmContactMain::ShowSection);
-    connect(m_items.Selection(), &QItemSelectionModel::selectionChanged, this, &frmContactMain::ApplyRights);
-    m_sections.SelectFirst();
-    resize(fontMetrics().averageCharWidth() * 96, fontMetrics().lineSpacing() * 28);
+        sections.append({static_cast<int>(section.code), section.caption});
+    ShowSections(sections);
 }
 
-void frmContactMain::Build()
+void frmContactMain::FillItems()
 {
-    FormBuilder form(this);
-    form.BeginColumns(2);
-    ListView *sections = form.List(QStringLiteral("SecList"), {}, m_sections);
-    sections->setAccessibleName(QStringLiteral("Sections"));
-    form.NextColumn(5);
-    m_list = form.List(QStringLiteral("MainList"), {}, m_items, ListView::Choice::Multi);
-    m_list->setAccessibleName(QStringLiteral("Items of the section"));
-    m_list->SetEmptyText(QStringLiteral("Nothing in this section yet."));
-    form.EndColumns();
-    m_buttons.emplace(form, m_list);
-
-    connect(m_buttons->add, &QPushButton::clicked, this, &frmContactMain::AddItem);
-    connect(m_buttons->edit, &QPushButton::clicked, this, &frmContactMain::EditItem);
-    connect(m_buttons->del, &QPushButton::clicked, this, &frmContactMain::DeleteItems);
-    connect(m_buttons->refresh, &QPushButton::clicked, this, &frmContactMain::Refresh);
-    connect(m_buttons->exit, &QPushButton::clicked, this, &frmContactMain::reject);
-    connect(sections, &ListView::Opened, this, [this] { m_list->setFocus(); });
+    Items().SetColumns({ContactSectionOf(Section()).caption});
+    Contact_FillListView(Section(), Items());
 }
 
-ContactSection frmContactMain::Section() const
+void frmContactMain::ApplyRights(bool chosen)
 {
-    const int row = qMax(0, m_sections.CurrentRow());
-    return static_cast<ContactSection>(KeyNumber(m_sections.At(row).key));
-}
-
-Level frmContactMain::UserLevel() const
-{
-    return UserRight(ContactSectionOf(Section()).right);
-}
-
-void frmContactMain::ShowSection()
-{
-    m_items.SetColumns({ContactSectionOf(Section()).caption});
-    Contact_FillListView(Section(), m_items);
-    ApplyRights();
-}
-
-void frmContactMain::Refresh()
-{
-    const QStringList chosen = m_items.SelectedKeys();
-    ShowSection();
-    if (!chosen.isEmpty())
-        SelectKey(u'?' % chosen.first().mid(1));
-}
-
-void frmContactMain::SelectKey(const QString &key)
-{
-    const int row = m_items.Find(key);
-    if (row < 0)
-        return;
-    m_items.SelectOnly(row);
-    m_list->ShowRow(row);
-}
-
-void frmContactMain::ApplyRights()
-{
-    const Level level = UserLevel();
-    const bool chosen = m_items.Selection()->hasSelection();
-    m_buttons->Apply(level, chosen);
-    m_buttons->edit->setEnabled(level >= Level::Edit && chosen);
+    const Level level = UserRight(ContactSectionOf(Section()).right);
+    Buttons().Apply(level, chosen);
+    Buttons().edit->setEnabled(level >= Level::Edit && chosen);
 }
 
 void frmContactMain::AddItem()
@@ -130,11 +74,7 @@ void frmContactMain::AddItem()
     const std::optional<Stored> added = OpenDialog(0);
     if (!added)
         return;
-    const QString key = u'!' % SqlNumber(added->key);
-    m_items.Add({key, FormatRefLabel(added->item.reference, added->item.name)});
-    m_items.sort(0, Qt::AscendingOrder);
-    m_list->KeepOrder();
-    SelectKey(key);
+    AddRow(u'!' % SqlNumber(added->key), FormatRefLabel(added->item.reference, added->item.name));
 }
 
 void frmContactMain::AddOrganisation()
@@ -152,19 +92,19 @@ void frmContactMain::AddOrganisation()
 void frmContactMain::EditItem()
 {
     if (Section() == ContactSection::Organisations) {
-        frmAddOrg::EditRecords(m_items.SelectedKeys(), true, this);
+        frmAddOrg::EditRecords(Items().SelectedKeys(), true, this);
         Refresh();
         return;
     }
-    const int row = m_items.SelectedRows().front();
-    const int key = KeyNumber(m_items.At(row).key);
+    const int row = Items().SelectedRows().front();
+    const int key = KeyNumber(Items().At(row).key);
     // What another workstation deleted meanwhile leaves the list.
     if (const auto item = Contact_ViewItem(Section(), key); !item || item->name.isEmpty()) {
         Refresh();
         return;
     }
     if (const std::optional<Stored> stored = OpenDialog(key))
-        m_items.SetText(row, FormatRefLabel(stored->item.reference, stored->item.name));
+        Items().SetText(row, FormatRefLabel(stored->item.reference, stored->item.name));
     else
         Refresh();
 }
@@ -172,7 +112,7 @@ void frmContactMain::EditItem()
 void frmContactMain::DeleteItems()
 {
     const ContactSection section = Section();
-    DeleteSelected(m_items, [section](const ListItem &item) { return Delete(section, item); });
+    DeleteSelected(Items(), [section](const ListItem &item) { return Delete(section, item); });
 }
 
 std::optional<frmContactMain::Stored> frmContactMain::OpenDialog(int key)

@@ -1,17 +1,12 @@
 #pragma once
 
 #include "contacts/lists/VocabularyModule.h"
-#include "controls/ListModel.h"
-#include "database/statements/Rights.h"
-#include "forms/frames/FormDialog.h"
-#include "forms/frames/ListButtons.h"
+#include "forms/frames/SectionsDialog.h"
 
 #include <optional>
 
-class ListView;
-
 /// The vocabularies of the contact side: titles, towns, characteristics, groups, organisations and so on.
-class frmContactMain final : public FormDialog
+class frmContactMain final : public SectionsDialog
 {
     Q_OBJECT
 
@@ -25,24 +20,14 @@ public:
     explicit frmContactMain(QWidget *parent = nullptr);
 
 private:
-    void Build();
-    ContactSection Section() const;
-    Level UserLevel() const; ///< the user's level of the section's right
-    void ShowSection();
-    void Refresh();
-    void ApplyRights();
-    void SelectKey(const QString &key);
-
-    void AddItem();
+    ContactSection Section() const { return static_cast<ContactSection>(SectionNumber()); }
+    void FillItems() override;
+    void ApplyRights(bool chosen) override;
+    void AddItem() override;
+    void EditItem() override;
+    void DeleteItems() override;
     void AddOrganisation();
-    void EditItem();
-    void DeleteItems();
     /// Opens the section's dialog, not that of organisations, for a new row or for the one of `key`; the
     /// texts of what was stored.
     std::optional<Stored> OpenDialog(int key);
-
-    ListModel m_sections;
-    ListModel m_items;
-    ListView *m_list;
-    std::optional<ListButtons> m_buttons;
 };

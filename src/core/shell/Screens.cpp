@@ -9,6 +9,7 @@
 #include "core/shell/frmAbout.h"
 #include "core/shell/frmLocalOptions.h"
 #include "core/shell/frmUserMay.h"
+#include "courses/maintenance/frmCourseMain.h"
 #include "courses/manager/frmCourse.h"
 #include "courses/schedule/frmSchedule.h"
 #include "database/connection/frmDBLogon.h"
@@ -83,6 +84,7 @@ const QHash<QString, Screen> &Standing()
         {QStringLiteral("ID_ContactMaintenance"), Modal<frmContactMain>()},
         {QStringLiteral("ID_ContactManager"), Child<frmContact>(QStringLiteral("frmContact"))},
         {QStringLiteral("ID_ContactReports"), Modal<frmContactWiz>()},
+        {QStringLiteral("ID_CourseMaintenance"), Modal<frmCourseMain>()},
         {QStringLiteral("ID_CourseManager"), Child<frmCourse>(QStringLiteral("frmCourse"))},
         {QStringLiteral("ID_CourseReports"), Modal<frmCourseWiz>()},
         {QStringLiteral("ID_CustomAttributes"), Modal<frmCustomAttributes>()},

@@ -50,6 +50,11 @@ void ItemDialog::EndReading(bool found, const QString &what)
     m_modified->Clear();
 }
 
+void ItemDialog::LockStoring()
+{
+    m_addBtn->setEnabled(false);
+}
+
 bool ItemDialog::MayLeave()
 {
     return m_modified->AskToSave([this] { Save(); });

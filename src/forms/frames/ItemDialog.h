@@ -27,6 +27,8 @@ protected:
     /// Ends the reading. If the row was not `found`, the notice says so about `what` ("group"), and the row
     /// cannot be stored.
     void EndReading(bool found, const QString &what);
+    /// Shows a row to someone who may not change it.
+    void LockStoring();
     int Key() const { return m_key; } ///< of the row to change; 0 when adding one
     RequiredMarks &Required() { return m_required; }
 
