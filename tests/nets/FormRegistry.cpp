@@ -19,6 +19,9 @@
 #include "core/shell/frmMain.h"
 #include "core/shell/frmSplash.h"
 #include "core/shell/frmUserMay.h"
+#include "courses/booking/frmSelectFacilities.h"
+#include "courses/booking/frmSelectStaff.h"
+#include "courses/booking/frmSelectVenues.h"
 #include "courses/events/EventODBC.h"
 #include "courses/events/frmEvent.h"
 #include "courses/maintenance/frmAddExcludeDates.h"
@@ -133,6 +136,13 @@ std::unique_ptr<QWidget> OpenEvent()
     return std::make_unique<frmEvent>(g_courseRef, 1);
 }
 
+/// For the one event, so that the lists tell who is free.
+SelectTarget TheEvent()
+{
+    static TreeModel tree;
+    return {tree, EventRef(1), {20270301, 900, 1030}};
+}
+
 std::unique_ptr<QWidget> OpenNewCharacteristic()
 {
     auto form = std::make_unique<frmContactMainAddEdit>(ContactSection::Characteristics);
@@ -237,6 +247,9 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmSchedule"), Open<frmSchedule>()},
         {QStringLiteral("frmSearchContact"), OpenSearch},
         {QStringLiteral("frmSelectContacts"), OpenPicker, {}, searchOfPeople},
+        {QStringLiteral("frmSelectFacilities"), Open<frmSelectFacilities>(TheEvent())},
+        {QStringLiteral("frmSelectStaff"), Open<frmSelectStaff>(TheEvent(), RoleTypeRef())},
+        {QStringLiteral("frmSelectVenues"), Open<frmSelectVenues>(TheEvent())},
         {QStringLiteral("frmSplash"), OpenSplash},
         {QStringLiteral("frmStudentInfo"), OpenStudent, {}, QStringList()},
         {QStringLiteral("frmUserMay"), Open<frmUserMay>(clerk.text, RightsBlank())},

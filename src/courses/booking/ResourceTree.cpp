@@ -3,6 +3,8 @@
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <array>
 
@@ -66,6 +68,31 @@ bool IsAlike(const Node &node, const Node &current)
 bool IsIn(const Node &node, Kind kind)
 {
     return node.kind == kind || (kind == Kind::Staff && node.kind == Kind::Role);
+}
+
+bool IsBranch(const Node &node)
+{
+    return !node.IsItem() && LooksOf(node.kind);
+}
+
+/// What the user is at once those keys are removed: what an item or a role was in, or another event.
+const TreeNode *Remaining(const TreeModel &tree, const Node &current, const QStringList &removed)
+{
+    const QSet<QString> gone(removed.begin(), removed.end());
+    const TreeNode *remaining = nullptr;
+    bool isPast = false;
+    for (const TreeNode *node : tree.Nodes()) {
+        const Node one = ResourceTree::Parse(node->key);
+        isPast = isPast || one == current;
+        const bool isCandidate = current.kind == Kind::Event ? one.kind == Kind::Event
+                                                             : IsBranch(one) && IsIn(current, one.kind) &&
+                                                                   one.eventRef == current.eventRef;
+        if (isCandidate && !gone.contains(node->key))
+            remaining = node;
+        if (remaining && isPast)
+            break;
+    }
+    return remaining;
 }
 
 QStringList KeysBelow(const TreeModel &tree, const QString &key)
@@ -205,13 +232,40 @@ void ResourceTree::AddStaffToChosen(TreeModel &tree, RoleTypeRef roleTypeRef, co
 
 void ResourceTree::RemoveChosen(TreeModel &tree)
 {
+    const Node current = Current(tree);
     QStringList keys;
     for (const Node &node : Chosen(tree)) {
-        const bool isWhole = node.IsItem() || node.kind == Kind::Event || node.kind == Kind::Role;
-        keys += isWhole ? QStringList(Key(node)) : KeysBelow(tree, Key(node));
+        if (IsBranch(node))
+            keys += KeysBelow(tree, Key(node));
+        else
+            keys.append(Key(node));
     }
+    // With each removed node the selection would go on to another one.
+    if (!IsBranch(current))
+        tree.Select(Remaining(tree, current, keys));
     for (const QString &key : std::as_const(keys))
         Remove(tree, key);
+}
+
+bool ResourceTree::HaveAttended(const TreeModel &tree, EventRef eventRef, const ListModel &people)
+{
+    for (int row = 0; row < people.Count(); ++row) {
+        if (!tree.Find(Key({Kind::Attendance, eventRef, KeyNumber(people.At(row).key)})))
+            return false;
+    }
+    const TreeNode *branch = tree.Find(Key({Kind::Attendance, eventRef}));
+    return branch && !branch->children.empty();
+}
+
+void ResourceTree::SetAttended(TreeModel &tree, EventRef eventRef, const ListModel &people, bool attended)
+{
+    if (attended) {
+        for (int row = 0; row < people.Count(); ++row)
+            AddItem(tree, {Kind::Attendance, eventRef, KeyNumber(people.At(row).key)}, people.At(row).text);
+        return;
+    }
+    for (const QString &key : KeysBelow(tree, Key({Kind::Attendance, eventRef})))
+        tree.Remove(key);
 }
 
 void ResourceTree::SelectAlike(TreeModel &tree)

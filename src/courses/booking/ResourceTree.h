@@ -53,11 +53,17 @@ void AddToChosen(TreeModel &tree, Kind kind, const ListModel &items);
 /// Adds them as the staff of a role.
 void AddStaffToChosen(TreeModel &tree, RoleTypeRef roleTypeRef, const QString &roleName,
                       const ListModel &staff);
-/// Removes the chosen items, roles and events; of a chosen branch everything in it.
+/// Removes the chosen items, roles and events; of a chosen branch everything in it. What they were in, or the
+/// next event, is selected then.
 void RemoveChosen(TreeModel &tree);
 /// Selects every node that is what the current one is: all events, all branches of its kind, all items of
 /// that kind or all roles of its name.
 void SelectAlike(TreeModel &tree);
+
+/// Whether all `people` ("?" and reference) attended the event, and anybody at all.
+bool HaveAttended(const TreeModel &tree, EventRef eventRef, const ListModel &people);
+/// Adds them to those who attended the event, or removes everybody who did.
+void SetAttended(TreeModel &tree, EventRef eventRef, const ListModel &people, bool attended);
 
 /// Whether a tree that is to show only one kind (None = all) shows the node.
 bool IsShown(const TreeNode &node, Kind only);

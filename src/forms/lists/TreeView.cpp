@@ -67,12 +67,17 @@ void TreeView::SetAllExpanded(bool expanded)
     }
 }
 
+void TreeView::OpenAbove(const TreeNode *node)
+{
+    for (TreeNode *above = node->parent; above && above->parent; above = above->parent)
+        m_tree.SetExpanded(above, true);
+}
+
 void TreeView::ShowNode(const TreeNode *node)
 {
     if (!node)
         return;
-    for (TreeNode *above = node->parent; above && above->parent; above = above->parent)
-        m_tree.SetExpanded(above, true);
+    OpenAbove(node);
     scrollTo(m_tree.IndexOf(node));
 }
 

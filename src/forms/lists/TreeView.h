@@ -28,7 +28,9 @@ public:
     void ShowOnly(std::function<bool(const TreeNode &node)> shows);
     /// Opens or closes every node that has nodes below it.
     void SetAllExpanded(bool expanded);
-    /// Opens the node's parents and scrolls it into view.
+    /// Opens the node's parents.
+    void OpenAbove(const TreeNode *node);
+    /// The same, and scrolls it into view.
     void ShowNode(const TreeNode *node);
 
 signals:
