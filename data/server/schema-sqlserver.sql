@@ -651,7 +651,7 @@ CREATE INDEX [IX_StaffEmployed_CourseRef_EventNo] ON [StaffEmployed] ([CourseRef
 GO
 CREATE INDEX [IX_StaffEmployed_EventNo] ON [StaffEmployed] ([EventNo]);
 GO
-CREATE INDEX [IX_StaffEmployed_ContactRef] ON [StaffEmployed] ([ContactRef]);
+CREATE INDEX [IX_StaffEmployed_ContactRef_EDate] ON [StaffEmployed] ([ContactRef], [EDate]);
 GO
 CREATE INDEX [IX_StaffEmployed_RoleTypeRef] ON [StaffEmployed] ([RoleTypeRef]);
 GO
@@ -661,7 +661,7 @@ CREATE INDEX [IX_VenuesEmployed_CourseRef_EventNo] ON [VenuesEmployed] ([CourseR
 GO
 CREATE INDEX [IX_VenuesEmployed_EventNo] ON [VenuesEmployed] ([EventNo]);
 GO
-CREATE INDEX [IX_VenuesEmployed_VenueRef] ON [VenuesEmployed] ([VenueRef]);
+CREATE INDEX [IX_VenuesEmployed_VenueRef_EDate] ON [VenuesEmployed] ([VenueRef], [EDate]);
 GO
 CREATE INDEX [IX_VenuesEmployed_EDate] ON [VenuesEmployed] ([EDate]);
 GO
@@ -669,7 +669,7 @@ CREATE INDEX [IX_FacilitiesEmployed_CourseRef_EventNo] ON [FacilitiesEmployed] (
 GO
 CREATE INDEX [IX_FacilitiesEmployed_EventNo] ON [FacilitiesEmployed] ([EventNo]);
 GO
-CREATE INDEX [IX_FacilitiesEmployed_FacilityRef] ON [FacilitiesEmployed] ([FacilityRef]);
+CREATE INDEX [IX_FacilitiesEmployed_FacilityRef_EDate] ON [FacilitiesEmployed] ([FacilityRef], [EDate]);
 GO
 CREATE INDEX [IX_FacilitiesEmployed_EDate] ON [FacilitiesEmployed] ([EDate]);
 GO

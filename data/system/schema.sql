@@ -317,7 +317,7 @@ CREATE TABLE StaffEmployed (
 );
 CREATE INDEX ON StaffEmployed (CourseRef, EventNo);
 CREATE INDEX ON StaffEmployed (EventNo);
-CREATE INDEX ON StaffEmployed (ContactRef);
+CREATE INDEX ON StaffEmployed (ContactRef, EDate);
 CREATE INDEX ON StaffEmployed (RoleTypeRef);
 CREATE INDEX ON StaffEmployed (EDate);
 
@@ -331,7 +331,7 @@ CREATE TABLE VenuesEmployed (
 );
 CREATE INDEX ON VenuesEmployed (CourseRef, EventNo);
 CREATE INDEX ON VenuesEmployed (EventNo);
-CREATE INDEX ON VenuesEmployed (VenueRef);
+CREATE INDEX ON VenuesEmployed (VenueRef, EDate);
 CREATE INDEX ON VenuesEmployed (EDate);
 
 CREATE TABLE FacilitiesEmployed (
@@ -344,7 +344,7 @@ CREATE TABLE FacilitiesEmployed (
 );
 CREATE INDEX ON FacilitiesEmployed (CourseRef, EventNo);
 CREATE INDEX ON FacilitiesEmployed (EventNo);
-CREATE INDEX ON FacilitiesEmployed (FacilityRef);
+CREATE INDEX ON FacilitiesEmployed (FacilityRef, EDate);
 CREATE INDEX ON FacilitiesEmployed (EDate);
 
 CREATE TABLE AttendanceRecord (

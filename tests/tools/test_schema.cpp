@@ -98,8 +98,8 @@ private slots:
     }
 
     /// An import looks for each line by all its values at once: many share a town, few a name. The hint at
-    /// people on file comes between keys.
-    void LooksForNamesFirst()
+    /// people on file comes between keys, and a booking is tested for each resource of each event.
+    void LooksWhereLeastIs()
     {
         const std::pair<QString, QString> plans[] = {
             {"ContactRef FROM Contacts WHERE Cust_Forename = 'a' AND Cust_Surname = 'b' AND Cust_City = 4 "
@@ -112,6 +112,10 @@ private slots:
              "IX_Contacts_Cust_Surname_Cust_Forename"},
             {"TOP 4 ContactRef FROM Contacts WHERE Cust_Email = 'a' ORDER BY Cust_Surname,Cust_Forename ASC",
              "IX_Contacts_Cust_Email"},
+            {"* FROM StaffEmployed WHERE EDate = 1 AND ContactRef  = 2", "IX_StaffEmployed_ContactRef_EDate"},
+            {"* FROM VenuesEmployed WHERE EDate = 1 AND VenueRef = 2", "IX_VenuesEmployed_VenueRef_EDate"},
+            {"* FROM FacilitiesEmployed WHERE EDate = 1 AND FacilityRef = 2",
+             "IX_FacilitiesEmployed_FacilityRef_EDate"},
         };
         for (const auto &[query, index] : plans) {
             const auto plan = m_template.OpenRecordset(u"EXPLAIN QUERY PLAN SELECT " % query);

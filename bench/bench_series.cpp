@@ -1,0 +1,265 @@
+#include "Bench.h"
+
+#include "core/session/Session.h"
+#include "courses/booking/BookingODBC.h"
+#include "courses/events/SeriesRun.h"
+#include "database/values/DecodeDateFunc.h"
+#include "platform/connection/Connection.h"
+#include "support/TestDatabase.h"
+
+#include <sqlite3.h>
+
+#include <chrono>
+#include <map>
+#include <memory>
+#include <string>
+
+// A series of events is made with its bookings, and one booking is tested against very many.
+
+namespace
+{
+constexpr int events = 500;
+constexpr int resourceCount = 6;
+constexpr int bookings = 50'000;
+constexpr int rooms = 200;
+constexpr int tests = 2'000;
+constexpr double longestWait = 100; // milliseconds between two repaints
+
+/// A separate handle that runs the program's statements by hand.
+class Twin final
+{
+public:
+    Twin()
+    {
+        Bench::Require(sqlite3_open(gDBQFilename.toUtf8().constData(), &m_handle) == SQLITE_OK,
+                       "the twin cannot open the database");
+        for (const char *setting : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL"})
+            sqlite3_exec(m_handle, setting, nullptr, nullptr, nullptr);
+    }
+    ~Twin()
+    {
+        for (const auto &[sql, statement] : m_statements)
+            sqlite3_finalize(statement);
+        sqlite3_close(m_handle);
+    }
+    Twin(const Twin &) = delete;
+    Twin &operator=(const Twin &) = delete;
+
+    /// Returns the first column of the first row, 0 without a row; every row is stepped over.
+    qint64 Run(const std::string &sql, std::initializer_list<int> values = {})
+    {
+        sqlite3_stmt *&statement = m_statements[sql];
+        if (!statement)
+            statement = Prepared(sql, SQLITE_PREPARE_PERSISTENT);
+        int at = 0;
+        for (const int value : values)
+            sqlite3_bind_int(statement, ++at, value);
+        const qint64 first = Step(statement);
+        sqlite3_reset(statement);
+        return first;
+    }
+
+    /// The same for a statement that is sent as a text, values and all.
+    qint64 Send(const QString &sql)
+    {
+        sqlite3_stmt *statement = Prepared(sql.toStdString(), 0);
+        const qint64 first = Step(statement);
+        sqlite3_finalize(statement);
+        return first;
+    }
+
+private:
+    sqlite3_stmt *Prepared(const std::string &sql, unsigned flags)
+    {
+        sqlite3_stmt *statement = nullptr;
+        Bench::Require(sqlite3_prepare_v3(m_handle, sql.c_str(), -1, flags, &statement, nullptr) == SQLITE_OK,
+                       QString::fromStdString(sql));
+        return statement;
+    }
+
+    qint64 Step(sqlite3_stmt *statement)
+    {
+        int result = sqlite3_step(statement);
+        const qint64 first = result == SQLITE_ROW ? sqlite3_column_int64(statement, 0) : 0;
+        while (result == SQLITE_ROW)
+            result = sqlite3_step(statement);
+        Bench::Require(result == SQLITE_DONE, QString::fromUtf8(sqlite3_errmsg(m_handle)));
+        return first;
+    }
+
+    sqlite3 *m_handle = nullptr;
+    std::map<std::string, sqlite3_stmt *> m_statements;
+};
+
+/// The bookings of other courses, a room's on every day, spread over the hours before noon.
+void FillBookings(Twin &twin)
+{
+    twin.Run("BEGIN");
+    twin.Run("INSERT INTO Courses (Title) VALUES ('Welding')");
+    for (int i = 0; i < bookings; ++i) {
+        const int from = 800 + i % 4 * 100;
+        for (const char *sql :
+             {"INSERT INTO VenuesEmployed (CourseRef,EventNo,VenueRef,EDate,TimeFrom,TimeTo) VALUES "
+              "(1,?,?,?,?,?)",
+              "INSERT INTO FacilitiesEmployed (CourseRef,EventNo,FacilityRef,EDate,TimeFrom,TimeTo) VALUES "
+              "(1,?,?,?,?,?)",
+              "INSERT INTO StaffEmployed (CourseRef,EventNo,ContactRef,EDate,TimeFrom,TimeTo) VALUES "
+              "(1,?,?,?,?,?)"})
+            twin.Run(sql,
+                     {i, 1 + i % rooms, DateToInt(QDate(2027, 3, 1).addDays(i / rooms)), from, from + 30});
+    }
+    twin.Run("COMMIT");
+}
+
+SeriesPlan Plan()
+{
+    SeriesPlan plan;
+    plan.start = QDate(2027, 3, 1);
+    plan.count = events;
+    plan.isRegular = true;
+    for (auto &day : plan.days)
+        day = SeriesPlan::Times{1900, 2000};
+    return plan;
+}
+
+std::vector<SeriesResource> Resources()
+{
+    using Of = BookingClash::Of;
+    std::vector<SeriesResource> resources;
+    for (int i = 1; i <= resourceCount; ++i)
+        resources.push_back({i % 3 == 0 ? Of::Staff : (i % 3 == 1 ? Of::Venue : Of::Facility), i,
+                             RoleTypeRef(1), "Resource"});
+    return resources;
+}
+
+double Make()
+{
+    const TestDatabase database;
+    {
+        Twin filler;
+        FillBookings(filler);
+    }
+    using Clock = std::chrono::steady_clock;
+    auto shown = Clock::now();
+    double longest = 0;
+    Progress progress([&](int, int) {
+        longest = std::max(longest, std::chrono::duration<double, std::milli>(Clock::now() - shown).count());
+        shown = Clock::now();
+    });
+    SeriesMade made;
+    const double took =
+        Bench::Milliseconds([&] { made = Series_Make(CourseRef(1), Plan(), Resources(), progress); });
+    Bench::Require(made.events == events && made.unbooked.empty(), "the series is not whole");
+    Bench::Require(longest <= longestWait, "nothing was painted for " + QString::number(longest) + " ms");
+    return took;
+}
+
+struct Table {
+    const char *select;
+    const char *insert;
+};
+
+// Each shape is prepared once, with marks for its values.
+constexpr Table staff{"SELECT * FROM StaffEmployed WHERE EDate = ? AND ContactRef = ?",
+                      "INSERT INTO StaffEmployed (CourseRef,EventNo,ContactRef,RoleTypeRef,EDate,TimeFrom,"
+                      "TimeTo) VALUES (1,?,?,1,?,1900,2000)"};
+constexpr Table venues{"SELECT * FROM VenuesEmployed WHERE EDate = ? AND VenueRef = ?",
+                       "INSERT INTO VenuesEmployed (CourseRef,EventNo,VenueRef,EDate,TimeFrom,TimeTo) VALUES "
+                       "(1,?,?,?,1900,2000)"};
+constexpr Table facilities{"SELECT * FROM FacilitiesEmployed WHERE EDate = ? AND FacilityRef = ?",
+                           "INSERT INTO FacilitiesEmployed (CourseRef,EventNo,FacilityRef,EDate,TimeFrom,"
+                           "TimeTo) VALUES (1,?,?,?,1900,2000)"};
+
+void MakeEventByHand(Twin &twin, int number, int date)
+{
+    twin.Run("INSERT INTO CourseEvents (CourseRef,EventNo,EDate,TimeFrom,TimeTo) VALUES (1,?,?,1900,2000)",
+             {99999 + number, date});
+    const auto event = static_cast<int>(
+        twin.Run("SELECT EventRef FROM CourseEvents WHERE EventNo = ? AND CourseRef = 1", {99999 + number}));
+    for (int i = 1; i <= resourceCount; ++i) {
+        const Table &table = i % 3 == 0 ? staff : (i % 3 == 1 ? venues : facilities);
+        twin.Run(table.select, {date, i});
+        twin.Run(table.insert, {event, i, date});
+    }
+}
+
+double MakeByHand()
+{
+    const TestDatabase database;
+    Twin twin;
+    FillBookings(twin);
+    gConnection.Close();
+    return Bench::Milliseconds([&] {
+        twin.Run("BEGIN IMMEDIATE");
+        for (int number = 0; number < events; ++number)
+            MakeEventByHand(twin, number, DateToInt(QDate(2027, 3, 1).addDays(number)));
+        twin.Run("COMMIT");
+    });
+}
+
+const Bench::Registration series("courses: a series of 500 events, 6 resources each", [] {
+    Bench::Case benchmark;
+    benchmark.unit = QStringLiteral("ms");
+    benchmark.bar = 2;
+    benchmark.ours = Make;
+    benchmark.twin = MakeByHand;
+    return benchmark;
+});
+
+struct Fixture {
+    Fixture() { FillBookings(twin); }
+    TestDatabase database;
+    Twin twin;
+};
+
+int RoomOf(int test)
+{
+    return 1 + test * 7919 % rooms;
+}
+
+int DateOf(int test)
+{
+    return DateToInt(QDate(2027, 3, 1).addDays(test % (bookings / rooms)));
+}
+
+double MicrosecondsATest(const std::function<bool(int test)> &clashes)
+{
+    int found = 0;
+    const double all = Bench::Milliseconds([&] {
+        for (int test = 0; test < tests; ++test)
+            found += clashes(test) ? 1 : 0;
+    });
+    Bench::Require(found == tests, "a clash is not found");
+    return all * 1000 / tests;
+}
+
+/// Every one of them clashes, so that all but the test is the step around it and the title that is told.
+const Bench::Registration clash("courses: one clash test against 50,000 bookings", [] {
+    const auto fixture = std::make_shared<Fixture>();
+    Bench::Case benchmark;
+    benchmark.unit = QStringLiteral("us");
+    benchmark.bar = 1.3;
+    benchmark.rounds = 25;
+    benchmark.ours = [fixture] {
+        return MicrosecondsATest([](int test) {
+            CourseRef course(1);
+            const int room = RoomOf(test);
+            EventHours hours{DateOf(test), 800 + (room - 1) % 4 * 100, 2000};
+            return BookEventResource(ResourceKind::Venue, course, EventRef(1), room, hours) == u"Welding";
+        });
+    };
+    benchmark.twin = [fixture] {
+        return MicrosecondsATest([&fixture](int test) {
+            Twin &twin = fixture->twin;
+            twin.Send("BEGIN IMMEDIATE");
+            const qint64 course =
+                twin.Send(u"SELECT * FROM VenuesEmployed WHERE EDate = " % QString::number(DateOf(test)) %
+                          u" AND VenueRef = " % QString::number(RoomOf(test)));
+            twin.Send(u"SELECT Title FROM Courses WHERE CourseRef = " % QString::number(course));
+            twin.Send("COMMIT");
+            return course == 1;
+        });
+    };
+    return benchmark;
+});
+} // namespace
