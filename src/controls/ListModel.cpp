@@ -278,6 +278,8 @@ QVariant ListModel::data(const QModelIndex &index, int role) const
         return item.image;
     case BoldRole:
         return item.bold;
+    case StruckRole:
+        return item.struck;
     default:
         break;
     }

@@ -13,6 +13,7 @@ struct ListItem {
     bool checked = false;
     bool bold = false;
     QString image{};
+    bool struck = false; ///< crossed out
 };
 
 /// The number after the one-character mark of a key, up to the first character that is not a digit (a leading

@@ -23,7 +23,9 @@
 #include "courses/booking/frmSelectStaff.h"
 #include "courses/booking/frmSelectVenues.h"
 #include "courses/events/EventODBC.h"
+#include "courses/events/frmAddEvents.h"
 #include "courses/events/frmEvent.h"
+#include "courses/events/frmUnbooked.h"
 #include "courses/maintenance/frmAddExcludeDates.h"
 #include "courses/maintenance/frmCourseMain.h"
 #include "courses/maintenance/frmCourseMainAddEdit.h"
@@ -131,6 +133,17 @@ std::unique_ptr<QWidget> OpenPersonToEdit()
     return form;
 }
 
+std::unique_ptr<QWidget> OpenSeries()
+{
+    return std::make_unique<frmAddEvents>(g_courseRef, true);
+}
+
+std::unique_ptr<QWidget> OpenUnbooked()
+{
+    const BookingClash clash{BookingClash::Of::Venue, QStringLiteral("Hall"), QStringLiteral("Pottery")};
+    return std::make_unique<frmUnbooked>(std::vector<UnbookedEvent>{{1, {20270301, 900, 1030}, {clash}}});
+}
+
 std::unique_ptr<QWidget> OpenEvent()
 {
     return std::make_unique<frmEvent>(g_courseRef, 1);
@@ -201,6 +214,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmAddCourse new"), OpenNewCourse, QStringLiteral("Title"), QStringList()},
         {QStringLiteral("frmAddCourse edit"), OpenCourse, QStringLiteral("Title"), QStringList()},
         {QStringLiteral("frmAddEditRoleTypes"), Open<frmAddEditRoleTypes>(), QStringLiteral("RoleName")},
+        {QStringLiteral("frmAddEvents"), OpenSeries, {}, std::nullopt, QStringLiteral("C")},
         {QStringLiteral("frmAddExcludeDates"), Open<frmAddExcludeDates>(), QStringLiteral("RefName")},
         {QStringLiteral("frmAddOrg new"), Open<frmAddOrg>(), QStringLiteral("OrgName")},
         {QStringLiteral("frmAddOrg edit"), OpenOrganisation, QStringLiteral("OrgName"), QStringList()},
@@ -252,6 +266,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmSelectVenues"), Open<frmSelectVenues>(TheEvent())},
         {QStringLiteral("frmSplash"), OpenSplash},
         {QStringLiteral("frmStudentInfo"), OpenStudent, {}, QStringList()},
+        {QStringLiteral("frmUnbooked"), OpenUnbooked},
         {QStringLiteral("frmUserMay"), Open<frmUserMay>(clerk.text, RightsBlank())},
         {QStringLiteral("frmUsers"), Open<frmUsers>()},
         {QStringLiteral("frmUsersPassword"), Open<frmUsersPassword>(clerk)},

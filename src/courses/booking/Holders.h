@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 /// Who holds the resources at the hours of an event, before anything is booked.
 namespace Holders
@@ -18,6 +19,15 @@ enum class Of { Venues, Facilities, Staff };
 /// own bookings do not count, as they are wiped before it is booked again. Reads the bookings of that day and
 /// `Courses`. Nothing on an error.
 std::optional<QHash<int, QString>> At(Of what, const EventHours &hours, EventRef apartFrom);
+
+/// A booking of a resource.
+struct Booking {
+    EventHours hours;
+    QString title; ///< of the course that holds it
+};
+/// The bookings of one venue, facility or contact from one day (date-int) to another, both included. Reads
+/// `Courses` too. Nothing on an error.
+std::optional<std::vector<Booking>> Between(Of what, int itemRef, int firstDay, int lastDay);
 
 /// What stands beside a resource in a list: the holder, or "Free".
 QString Text(const QHash<int, QString> &holders, int itemRef);

@@ -31,6 +31,7 @@ TreeTick TickOf(const QModelIndex &index)
 void ItemDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
+    option->font.setStrikeOut(index.data(StruckRole).toBool());
     if (index.column() != 0)
         return;
     option->font.setBold(option->font.bold() || index.data(BoldRole).toBool());

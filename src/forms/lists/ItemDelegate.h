@@ -2,9 +2,9 @@
 
 #include <QStyledItemDelegate>
 
-/// Draws what the item models hold besides the text: bold, an image from the icon theme by its name, and the
-/// tick of a tree node as a check box (Not is crossed out). A text that does not fit its column is shown as a
-/// tool tip.
+/// Draws what the item models hold besides the text: bold, crossed out, an image from the icon theme by its
+/// name, and the tick of a tree node as a check box (Not is crossed out). A text that does not fit its column
+/// is shown as a tool tip.
 class ItemDelegate final : public QStyledItemDelegate
 {
     Q_OBJECT
