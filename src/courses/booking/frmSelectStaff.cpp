@@ -26,6 +26,7 @@ frmSelectStaff::frmSelectStaff(const SelectTarget &target, RoleTypeRef roleTypeR
 void frmSelectStaff::KeepChosen()
 {
     std::vector<ListItem> chosen;
+    chosen.reserve(static_cast<size_t>(m_used.Count()));
     for (int row = 0; row < m_used.Count(); ++row)
         chosen.push_back(m_used.At(row));
     m_others[m_role] = std::move(chosen);

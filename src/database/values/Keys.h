@@ -17,6 +17,7 @@ struct RowKey {
     {
     }
     constexpr explicit operator bool() const { return number > 0; }
+    // NOLINTNEXTLINE(modernize-use-nullptr): what it returns is compared with a zero by the compiler.
     friend constexpr auto operator<=>(const RowKey &, const RowKey &) = default;
 };
 
