@@ -4,6 +4,11 @@
 
 #include <QSet>
 
+namespace
+{
+constexpr size_t fewNodes = 10;
+} // namespace
+
 TreeModel::TreeModel(QObject *parent)
     : QAbstractItemModel(parent)
     , m_root(std::make_unique<TreeNode>())
@@ -29,15 +34,43 @@ TreeNode *TreeModel::Add(const QString &parentKey, TreeNode node)
         return nullptr;
     const int row = static_cast<int>(parentNode->children.size());
     beginInsertRows(IndexOf(parentNode), row, row);
+    TreeNode *added = Insert(parentNode, std::move(node));
+    endInsertRows();
+    if (added->expanded)
+        emit ExpandedChanged(IndexOf(added), true);
+    emit Changed();
+    return added;
+}
+
+void TreeModel::Add(std::vector<NewNode> nodes)
+{
+    // A few are not worth laying out everything again.
+    if (nodes.size() < fewNodes) {
+        for (NewNode &added : nodes)
+            Add(added.parentKey, std::move(added.node));
+        return;
+    }
+    const TreeNode *selected = Selected();
+    beginResetModel();
+    for (NewNode &added : nodes) {
+        TreeNode *parentNode = added.parentKey.isEmpty() ? m_root.get() : Find(added.parentKey);
+        if (parentNode && !m_byKey.contains(added.node.key))
+            Insert(parentNode, std::move(added.node));
+    }
+    endResetModel();
+    if (selected)
+        Select(selected);
+    emit Changed();
+}
+
+TreeNode *TreeModel::Insert(TreeNode *parentNode, TreeNode node)
+{
+    const int row = static_cast<int>(parentNode->children.size());
     parentNode->children.push_back(std::make_unique<TreeNode>(std::move(node)));
     TreeNode *added = parentNode->children.back().get();
     added->parent = parentNode;
     added->row = row;
     m_byKey.insert(added->key, added);
-    endInsertRows();
-    if (added->expanded)
-        emit ExpandedChanged(IndexOf(added), true);
-    emit Changed();
     return added;
 }
 
@@ -112,6 +145,20 @@ void TreeModel::SetExpanded(TreeNode *node, bool expanded)
         return;
     node->expanded = expanded;
     emit ExpandedChanged(IndexOf(node), expanded);
+}
+
+void TreeModel::SetAllExpanded(bool expanded)
+{
+    std::vector<TreeNode *> nodes = Nodes();
+    std::erase_if(nodes, [expanded](const TreeNode *node) { return expanded && node->children.empty(); });
+    SetExpanded(nodes, expanded);
+}
+
+void TreeModel::SetExpanded(const std::vector<TreeNode *> &nodes, bool expanded)
+{
+    for (TreeNode *node : nodes)
+        node->expanded = expanded;
+    emit ManyExpandedChanged();
 }
 
 void TreeModel::Select(const TreeNode *node)
@@ -208,6 +255,7 @@ QVariant TreeModel::data(const QModelIndex &index, int role) const
         return {};
     switch (role) {
     case Qt::DisplayRole:
+    case Qt::EditRole:
         return node->text;
     case ImageRole:
         return node->image;
@@ -220,9 +268,20 @@ QVariant TreeModel::data(const QModelIndex &index, int role) const
     }
 }
 
+bool TreeModel::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    const TreeNode *node = NodeAt(index);
+    const QString text = value.toString();
+    if (!node || role != Qt::EditRole || text.trimmed().isEmpty() || text == node->text)
+        return false;
+    emit TextAsked(node->key, text);
+    return true;
+}
+
 Qt::ItemFlags TreeModel::flags(const QModelIndex &index) const
 {
     if (!index.isValid())
         return {};
-    return Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    const Qt::ItemFlags shown = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    return m_editable ? shown | Qt::ItemIsEditable : shown;
 }

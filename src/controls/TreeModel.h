@@ -38,6 +38,13 @@ public:
     /// Adds a node below the node with `parentKey` ("" = top level). Null if the parent is missing or the key
     /// exists already.
     TreeNode *Add(const QString &parentKey, TreeNode node);
+    struct NewNode {
+        QString parentKey; ///< "" = top level
+        TreeNode node;
+    };
+    /// Adds many nodes, parents before their children; the views are told once. Those that cannot be added
+    /// are left out.
+    void Add(std::vector<NewNode> nodes);
     void Remove(const QString &key);
     bool IsEmpty() const { return m_root->children.empty(); }
     int Count() const { return static_cast<int>(m_byKey.size()); }
@@ -50,6 +57,12 @@ public:
     /// Sets every node that has a tick.
     void SetAllTicks(TreeTick tick);
     void SetExpanded(TreeNode *node, bool expanded);
+    /// The same for many nodes; the views are told once.
+    void SetExpanded(const std::vector<TreeNode *> &nodes, bool expanded);
+    /// Opens every node that has nodes below it, or closes every node.
+    void SetAllExpanded(bool expanded);
+    /// Lets the user type another text for a node, which asks for a change; the form decides what changes.
+    void SetEditable(bool editable) { m_editable = editable; }
 
     QItemSelectionModel *Selection() { return m_selection; }
     void Select(const TreeNode *node); ///< null = no node selected
@@ -69,14 +82,21 @@ public:
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
 signals:
     void Changed(); ///< nodes, texts or ticks changed; not for the selection or what is expanded
     void ExpandedChanged(const QModelIndex &index, bool expanded);
+    void ManyExpandedChanged();
+    /// The user typed another text, not blank, for the node of that key.
+    void TextAsked(const QString &key, const QString &text);
 
 private:
+    TreeNode *Insert(TreeNode *parentNode, TreeNode node);
+
     std::unique_ptr<TreeNode> m_root;
     QHash<QString, TreeNode *> m_byKey;
     QItemSelectionModel *m_selection;
+    bool m_editable = false;
 };

@@ -22,11 +22,11 @@ void ItemDialog::Notify(const QString &text)
     m_notice->setVisible(!text.isEmpty());
 }
 
-void ItemDialog::AddButtons(FormBuilder &form)
+void ItemDialog::AddButtons(FormBuilder &form, const QString &exitName)
 {
     form.BeginButtons();
     m_addBtn = form.DefaultButton(QStringLiteral("AddBtn"), QStringLiteral("&Add"));
-    QPushButton *exit = form.Button(QStringLiteral("CanBtn"), QStringLiteral("E&xit"));
+    QPushButton *exit = form.Button(exitName, QStringLiteral("E&xit"));
     form.EndButtons();
     m_modified = new ModifiedMark(m_addBtn, this);
     m_modified->Watch(this);

@@ -20,7 +20,8 @@ protected:
     void AddNotice(FormBuilder &form);
     void Notify(const QString &text);
     /// Makes the buttons below the fields; from now on a change in a field sets the modified flag.
-    void AddButtons(FormBuilder &form);
+    void AddButtons(FormBuilder &form, const QString &exitName = QStringLiteral("CanBtn"));
+    ModifiedMark &Modified() { return *m_modified; }
 
     /// Notes that the row of `key` is being read; it cannot be stored until EndReading.
     void BeginEditing(int key);

@@ -20,11 +20,14 @@ TreeView::TreeView(TreeModel &model, QWidget *parent)
     setSelectionModel(m_tree.Selection());
     delete unused;
 
-    for (const TreeNode *node : m_tree.Nodes()) {
-        if (node->expanded)
-            expand(m_tree.IndexOf(node));
-    }
+    ShowExpanded();
     connect(&m_tree, &TreeModel::Changed, viewport(), qOverload<>(&QWidget::update));
+    connect(&m_tree, &TreeModel::modelReset, this, [this] {
+        ShowExpanded();
+        if (m_shows)
+            ShowOrHideAll();
+    });
+    connect(&m_tree, &TreeModel::ManyExpandedChanged, this, &TreeView::ShowExpanded);
     connect(&m_tree, &TreeModel::ExpandedChanged, this, &TreeView::setExpanded);
     connect(this, &TreeView::expanded, this,
             [this](const QModelIndex &at) { m_tree.SetExpanded(m_tree.NodeAt(at), true); });
@@ -35,12 +38,17 @@ TreeView::TreeView(TreeModel &model, QWidget *parent)
 void TreeView::ShowOnly(std::function<bool(const TreeNode &node)> shows)
 {
     m_shows = std::move(shows);
-    ShowOrHide({}, 0, m_tree.rowCount() - 1);
-    for (const TreeNode *node : m_tree.Nodes())
-        ShowOrHide(m_tree.IndexOf(node), 0, static_cast<int>(node->children.size()) - 1);
+    ShowOrHideAll();
     // What is hidden takes no part in what is done with the selected nodes.
     if (const TreeNode *selected = m_tree.Selected(); selected && !m_shows(*selected))
         m_tree.Select(nullptr);
+}
+
+void TreeView::ShowOrHideAll()
+{
+    ShowOrHide({}, 0, m_tree.rowCount() - 1);
+    for (const TreeNode *node : m_tree.Nodes())
+        ShowOrHide(m_tree.IndexOf(node), 0, static_cast<int>(node->children.size()) - 1);
 }
 
 void TreeView::ShowOrHide(const QModelIndex &parent, int start, int end)
@@ -61,10 +69,7 @@ void TreeView::rowsInserted(const QModelIndex &parent, int start, int end)
 
 void TreeView::SetAllExpanded(bool expanded)
 {
-    for (TreeNode *node : m_tree.Nodes()) {
-        if (!node->children.empty())
-            m_tree.SetExpanded(node, expanded);
-    }
+    m_tree.SetAllExpanded(expanded);
 }
 
 void TreeView::OpenAbove(const TreeNode *node)
@@ -81,8 +86,27 @@ void TreeView::ShowNode(const TreeNode *node)
     scrollTo(m_tree.IndexOf(node));
 }
 
+void TreeView::ShowExpanded()
+{
+    // Everything is laid out once, at the end.
+    scheduleDelayedItemsLayout();
+    for (const TreeNode *node : m_tree.Nodes()) {
+        if (node->expanded || !node->children.empty())
+            setExpanded(m_tree.IndexOf(node), node->expanded);
+    }
+}
+
+void TreeView::EditText(const TreeNode *node)
+{
+    setFocus(Qt::OtherFocusReason);
+    edit(m_tree.IndexOf(node));
+}
+
 void TreeView::keyPressEvent(QKeyEvent *event)
 {
+    // What the editor of a text does not take is not meant for the node.
+    if (state() == EditingState)
+        return;
     TreeNode *node = m_tree.Selected();
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (node && enter)

@@ -32,6 +32,8 @@ public:
     void OpenAbove(const TreeNode *node);
     /// The same, and scrolls it into view.
     void ShowNode(const TreeNode *node);
+    /// Lets the user type another text for the node, which the model then asks for.
+    void EditText(const TreeNode *node);
 
 signals:
     void TickAsked(TreeNode *node); ///< a click on the node's tick, or the space bar
@@ -48,6 +50,8 @@ protected:
 
 private:
     void ShowOrHide(const QModelIndex &parent, int start, int end);
+    void ShowOrHideAll();
+    void ShowExpanded();
 
     TreeModel &m_tree;
     EmptyText m_emptyText;
