@@ -2,186 +2,220 @@
 
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
-#include "core/files/ErrorHandler.h"
 #include "core/session/Session.h"
+#include "courses/lists/FolderLinks.h"
+#include "courses/lists/TreeViewFunc.h"
 #include "database/statements/MiscODBC.h"
 #include "database/values/GlobalCode.h"
 #include "platform/connection/Connection.h"
 
-#include <algorithm>
-
 namespace
 {
-/// The links of a course are guarded with it, so that the save of one waits for nobody on its way.
-const QString courseGuard = QStringLiteral("Courses");
+const FolderTables tables{QStringLiteral("CoursesHierarchy"), QStringLiteral("CoursesRelationships"),
+                          QStringLiteral("CourseRef"), QStringLiteral("CourseHierarchyRef"),
+                          QStringLiteral("Courses")};
 
-Recordset LinksOf(CourseRef courseRef)
+Recordset AllCourses()
 {
-    return OpenRecordset(u"SELECT * FROM CoursesRelationships WHERE CourseRef = " % SqlNumber(courseRef));
+    return OpenRecordset(QStringLiteral("SELECT * FROM Courses ORDER BY Title ASC"));
 }
 
-void AddLink(CourseRef courseRef, FolderRef folderRef)
+/// Nodes of courses, gathered while statements run and added to the tree at once.
+class CourseNodes final
 {
-    Execute(u"INSERT INTO CoursesRelationships (CourseRef,CourseHierarchyRef) VALUES (" %
-            SqlNumber(courseRef) % u',' % SqlNumber(folderRef) % u')');
-}
-
-/// Gives a course that lost its last link one to the root level. Another workstation may list it as well.
-void AddRootLink(CourseRef courseRef)
-{
-    InOneStep(courseGuard, [&] {
-        const bool isLost = LinksOf(courseRef).IsEmpty();
-        if (isLost)
-            AddLink(courseRef, FolderRef(0));
-        return isLost;
-    });
-}
-
-TreeNode NodeOf(const QString &key, const QString &text, const QString &image, bool withTicks)
-{
-    TreeNode node{key, text};
-    if (withTicks)
-        node.tick = TreeTick::Off;
-    else
-        node.image = image;
-    return node;
-}
-
-void AddCourse(TreeModel &tree, CourseRef courseRef, FolderRef folderRef, const QString &title,
-               bool withTicks)
-{
-    const QString course = u'?' % SqlNumber(courseRef);
-    const QString folder = u'!' % SqlNumber(folderRef);
-    const bool atRoot = !folderRef;
-    tree.Add(atRoot ? QString() : folder,
-             NodeOf(atRoot ? course : QString(course % folder), title, QStringLiteral("card"), withTicks));
-}
-
-/// Adds the folders below the top ones. Parents may come after their children: an engine gives rows in
-/// whatever order it likes. A folder whose parent is missing altogether is reported and ends the listing.
-void AddSubFolders(TreeModel &tree, const Recordset &rows, bool withTicks)
-{
-    std::vector<int> pending(static_cast<size_t>(rows.RowCount()));
-    for (int row = 0; row < rows.RowCount(); ++row)
-        pending[static_cast<size_t>(row)] = row;
-    size_t before = pending.size() + 1;
-    while (!pending.empty() && pending.size() < before) {
-        before = pending.size();
-        std::erase_if(pending, [&](int position) {
-            const auto row = rows.At(position);
-            return tree.Add(u'!' % row.Text(u"Parent"), NodeOf(u'!' % row.Text(u"HRef"), row.Text(u"Label"),
-                                                               QStringLiteral("closed"), withTicks)) !=
-                   nullptr;
-        });
+public:
+    CourseNodes(TreeModel &tree, bool withTicks)
+        : m_tree(tree)
+        , m_withTicks(withTicks)
+    {
     }
-    if (pending.empty())
-        return;
-    const auto lost = rows.At(pending.front());
-    SetCurrentError({0,
-                     QStringLiteral("Veltrane"),
-                     u"The folder '" % lost.Text(u"Label") % u"' (No. " % lost.Text(u"HRef") %
-                         u") is in no folder that exists, and is not shown.",
-                     {}});
-    HandleError(QStringLiteral("ADO_Course_ShowFolders"), 0);
+    ~CourseNodes() { m_tree.Add(std::move(m_nodes)); }
+    CourseNodes(const CourseNodes &) = delete;
+    CourseNodes &operator=(const CourseNodes &) = delete;
+
+    void AddAtTop(CourseRef courseRef, const QString &title) { Add({}, u'?' % SqlNumber(courseRef), title); }
+
+    void AddInFolders(CourseRef courseRef, const QString &title, const std::vector<FolderRef> &folders)
+    {
+        const size_t before = m_nodes.size();
+        for (const FolderRef folderRef : folders) {
+            const QString folder = u'!' % SqlNumber(folderRef);
+            if (!folderRef)
+                AddAtTop(courseRef, title);
+            else if (m_tree.Find(folder))
+                Add(folder, u'?' % SqlNumber(courseRef) % folder, title);
+        }
+        // No course is hidden with its folder.
+        if (m_nodes.size() == before && !folders.empty())
+            Add({}, u'?' % SqlNumber(courseRef) % u'!' % SqlNumber(folders.front()), title);
+    }
+
+private:
+    void Add(const QString &parentKey, const QString &key, const QString &title)
+    {
+        m_nodes.push_back({parentKey, FolderTree::NodeOf(key, title, QStringLiteral("card"), m_withTicks)});
+    }
+
+    TreeModel &m_tree;
+    bool m_withTicks;
+    std::vector<TreeModel::NewNode> m_nodes;
+};
+
+CourseRef CourseOf(const Recordset::Row &course)
+{
+    return CourseRef(static_cast<int>(course.Long(u"CourseRef")));
 }
 } // namespace
 
-bool ADO_Course_AddCourseRelations(CourseRef courseRef, FolderRef folderRef)
+ReadRow<FolderTree::Folder> ADO_Course_CheckFolder(FolderRef folderRef)
 {
-    return Reported("ADO_Course_AddCourseRelations", false, [&] {
-        return InOneStep(courseGuard, [&] {
-            if (HasRow(u"SELECT * FROM CoursesRelationships WHERE CourseRef = " % SqlNumber(courseRef) %
-                       u" AND CourseHierarchyRef = " % SqlNumber(folderRef)))
-                return false;
-            AddLink(courseRef, folderRef);
-            return true;
-        });
+    return FolderTree::Read("ADO_Course_CheckFolder", tables, folderRef);
+}
+
+int ADO_Course_AddFolder(FolderRef parent, const QString &label, const QString &description)
+{
+    return FolderTree::Add("ADO_Course_AddFolder", tables, parent, label, description);
+}
+
+int ADO_Course_UpdateFolder(const FolderTree::Folder &folder, FolderRef folderRef)
+{
+    return FolderTree::Update("ADO_Course_UpdateFolder", tables, folder, folderRef);
+}
+
+int ADO_Course_RenameFolder(const QString &label, FolderRef folderRef, FolderRef parent)
+{
+    return FolderTree::Rename("ADO_Course_RenameFolder", tables, label, folderRef, parent);
+}
+
+bool ADO_Course_DeleteFolder(FolderRef folderRef)
+{
+    return FolderTree::Delete("ADO_Course_DeleteFolder", tables, folderRef);
+}
+
+int ADO_Course_CopyFolder(FolderRef source, FolderRef target, bool withLinks)
+{
+    return FolderTree::Copy("ADO_Course_CopyFolder", tables, source, target, withLinks);
+}
+
+FoldersAdded ADO_Course_AddCat(const QString &label, const QString &description, const TreeModel &places,
+                               TreeModel &tree)
+{
+    QStringList ticked;
+    for (const TreeNode *node : places.Nodes()) {
+        if (NodeIsTicked(node))
+            ticked += node->key;
+    }
+    if (ticked.isEmpty())
+        ticked += QStringLiteral("!0");
+    FoldersAdded result;
+    Reported("ADO_Course_AddCat", [&] {
+        WriteGroup group(gConnection);
+        for (const QString &place : ticked) {
+            const FolderRef parent(KeyNumber(place));
+            const int folder = ADO_Course_AddFolder(parent, SqlSafeText(label), SqlSafeText(description));
+            if (folder < 0)
+                break;
+            result.taken += folder == 0 ? 1 : 0;
+            result.made += folder > 0 ? 1 : 0;
+            if (folder > 0)
+                AddFolderNode(tree, FolderRef(folder), label, parent);
+        }
+        EndRows(group);
+    });
+    return result;
+}
+
+void AddFolderNode(TreeModel &tree, FolderRef folderRef, const QString &label, FolderRef parent)
+{
+    const QString image = parent ? QStringLiteral("closed") : QStringLiteral("rootclosed");
+    tree.Add(parent ? QString(u'!' % SqlNumber(parent)) : QString(),
+             FolderTree::NodeOf(u'!' % SqlNumber(folderRef), label, image, false));
+}
+
+CourseLink ADO_Course_AddCourseRelations(CourseRef courseRef, FolderRef folderRef)
+{
+    return Reported("ADO_Course_AddCourseRelations", CourseLink::Failed, [&] {
+        return FolderLinks::Add(tables, courseRef.number, folderRef) ? CourseLink::Made
+                                                                     : CourseLink::WasThere;
+    });
+}
+
+bool ADO_Course_RemoveCourseRelations(CourseRef courseRef, FolderRef folderRef)
+{
+    return Reported("ADO_Course_RemoveCourseRelations", false, [&] {
+        FolderLinks::Remove(tables, courseRef.number, folderRef);
+        return true;
     });
 }
 
 bool ADO_Course_UpdateCourseRelations(CourseRef courseRef, const TreeModel &folders)
 {
     return Reported("ADO_Course_UpdateCourseRelations", false, [&] {
-        WriteGroup group(gConnection);
-        Execute(u"DELETE FROM CoursesRelationships WHERE CourseRef = " % SqlNumber(courseRef));
-        bool ticked = false;
-        for (const TreeNode *node : folders.Nodes()) {
-            if (node->tick != TreeTick::On)
-                continue;
-            AddLink(courseRef, FolderRef(KeyNumber(node->key)));
-            ticked = true;
-        }
-        if (!ticked)
-            AddLink(courseRef, FolderRef(0));
-        EndRows(group);
+        FolderLinks::Replace(tables, courseRef.number, folders);
         return true;
     });
 }
 
 void ADO_Course_ShowCourseRelations(CourseRef courseRef, TreeModel &folders)
 {
-    Reported("ADO_Course_ShowCourseRelations", [&] {
-        for (TreeNode *node : folders.Nodes())
-            folders.SetTick(node, TreeTick::Off);
-        for (const auto &row : LinksOf(courseRef)) {
-            if (TreeNode *node = folders.Find(u'!' % row.Text(u"CourseHierarchyRef")))
-                folders.SetTick(node, TreeTick::On);
-        }
-    });
+    Reported("ADO_Course_ShowCourseRelations", [&] { FolderLinks::Show(tables, courseRef.number, folders); });
 }
 
-void ADO_Course_ShowFolders(TreeModel &tree, bool withRootNode, bool withTicks)
+QStringList ADO_Course_ShowFolders(TreeModel &tree, bool withRootNode, bool withTicks)
 {
-    Reported("ADO_Course_ShowFolders", [&] {
-        tree.Clear();
-        const QString root = withRootNode ? QStringLiteral("!0") : QString();
-        if (withRootNode) {
-            TreeNode node =
-                NodeOf(root, QStringLiteral("Root Level"), QStringLiteral("rootclosed"), withTicks);
-            node.expanded = true;
-            tree.Add({}, std::move(node));
-        }
-        const QString image = withRootNode ? QStringLiteral("closed") : QStringLiteral("rootclosed");
-        const Recordset top = OpenRecordset(
-            QStringLiteral("SELECT * FROM CoursesHierarchy WHERE Parent = 0 ORDER BY Label ASC"));
-        for (const auto &row : top)
-            tree.Add(root, NodeOf(u'!' % row.Text(u"HRef"), row.Text(u"Label"), image, withTicks));
-        AddSubFolders(tree, OpenRecordset(QStringLiteral("SELECT * FROM CoursesHierarchy WHERE Parent > 0")),
-                      withTicks);
-    });
+    return FolderTree::Show("ADO_Course_ShowFolders", tables, tree, withRootNode, withTicks);
 }
 
 void ADO_Course_FillCourseList(TreeModel &tree, bool simpleList, bool withTicks)
 {
     Reported("ADO_Course_FillCourseList", [&] {
-        const Recordset courses = OpenRecordset(QStringLiteral("SELECT * FROM Courses ORDER BY Title ASC"));
+        const Recordset courses = AllCourses();
         if (simpleList)
             tree.Clear();
+        CourseNodes nodes(tree, withTicks);
         for (const auto &course : courses) {
-            const CourseRef courseRef(static_cast<int>(course.Long(u"CourseRef")));
+            const CourseRef courseRef = CourseOf(course);
             const QString title = course.Text(u"Title");
-            if (simpleList) {
-                AddCourse(tree, courseRef, FolderRef(0), title, withTicks);
+            const std::vector<FolderRef> folders =
+                simpleList ? std::vector<FolderRef>{FolderRef(0)} : FolderLinks::Of(tables, courseRef.number);
+            if (!folders.empty()) {
+                nodes.AddInFolders(courseRef, title, folders);
                 continue;
             }
-            const Recordset links = LinksOf(courseRef);
-            if (links.IsEmpty()) {
-                AddCourse(tree, courseRef, FolderRef(0), title, withTicks);
-                AddRootLink(courseRef);
-            }
-            for (const auto &link : links)
-                AddCourse(tree, courseRef, FolderRef(static_cast<int>(link.Long(u"CourseHierarchyRef"))),
-                          title, withTicks);
+            nodes.AddAtTop(courseRef, title);
+            FolderLinks::AddRootLink(tables, courseRef.number);
         }
-        tree.SelectFirst();
+    });
+    tree.SelectFirst();
+}
+
+bool ADO_Course_RepairCourseList(TreeModel &tree, bool deleteOrphans)
+{
+    return Reported("ADO_Course_RepairCourseList", false, [&] {
+        WriteGroup group(gConnection);
+        CourseNodes nodes(tree, false);
+        for (const auto &course : AllCourses()) {
+            const CourseRef courseRef = CourseOf(course);
+            if (!FolderLinks::Of(tables, courseRef.number).empty())
+                continue;
+            if (deleteOrphans) {
+                FolderLinks::IfLost(tables, courseRef.number, [&] {
+                    Execute(u"DELETE FROM Courses WHERE CourseRef = " % SqlNumber(courseRef));
+                });
+                continue;
+            }
+            nodes.AddAtTop(courseRef, course.Text(u"Title"));
+            FolderLinks::AddRootLink(tables, courseRef.number);
+        }
+        EndRows(group);
+        return true;
     });
 }
 
 void ADO_Course_NewCourseToList(TreeModel &tree, CourseRef courseRef, const QString &title)
 {
     Reported("ADO_Course_NewCourseToList", [&] {
-        for (const auto &link : LinksOf(courseRef))
-            AddCourse(tree, courseRef, FolderRef(static_cast<int>(link.Long(u"CourseHierarchyRef"))), title,
-                      false);
+        CourseNodes nodes(tree, false);
+        nodes.AddInFolders(courseRef, title, FolderLinks::Of(tables, courseRef.number));
     });
 }

@@ -1,6 +1,7 @@
 #include "courses/record/CoursePage.h"
 
 #include "courses/lists/CourseFolderODBC.h"
+#include "courses/lists/TreeViewFunc.h"
 #include "database/statements/System.h"
 #include "forms/fields/FieldLock.h"
 #include "forms/fields/ModifiedMark.h"
@@ -24,7 +25,7 @@ CoursePage::CoursePage(QWidget *parent)
     connect(m_limit, &QLineEdit::textChanged, this, &CoursePage::LimitChanged);
     connect(tree, &TreeView::TickAsked, this, [this](TreeNode *node) {
         if (!m_locked)
-            m_folders.SetTick(node, node->tick == TreeTick::On ? TreeTick::Off : TreeTick::On);
+            ToggleNodeTick(m_folders, node);
     });
     m_fee->SetValue(0);
     m_limit->setText(QStringLiteral("0"));
