@@ -104,16 +104,16 @@ private slots:
             TypeInto(form, "Title", "Pottery's");
             TypeInto(form, "CourseDescript", "Clay & 100% fun");
             auto *folders = Find<TreeView>(form, "CatList");
-            QCOMPARE(folders->Model().Find("!0")->tick, TreeTick::On);
-            emit folders->TickAsked(folders->Model().Find("!1"));
+            QCOMPARE(folders->Model().Find("!1")->tick, TreeTick::On);
+            emit folders->TickAsked(folders->Model().Find("!0"));
             Press(form, "AddBtn");
             QCOMPARE(Find<QPushButton>(form, "AddBtn")->text(), u"&Update Course"_qs);
             Press(form, "ExitBtn");
         });
         Press(manager, "AddBtn");
-        QCOMPARE(Titles(manager), QStringList({"Anatomy", "Pottery's"}));
+        QCOMPARE(Titles(manager), QStringList({"Arts", "Pottery's", "Anatomy", "Pottery's"}));
         QCOMPARE(Find<QPlainTextEdit>(manager, "Description")->toPlainText(), u"Clay & 100% fun"_qs);
-        QCOMPARE(Status(manager), u"Pottery's (Course)"_qs);
+        QCOMPARE(Status(manager), u"Pottery's (Course in Folder)"_qs);
         driver.Expect("frmAddCourse", [](QDialog &form) {
             TypeInto(form, "Title", "Ceramics");
             ScriptedDialogs dialogs;
@@ -121,9 +121,9 @@ private slots:
             Press(form, "ExitBtn");
         });
         Press(manager, "EditBtn");
-        QCOMPARE(Titles(manager), QStringList({"Anatomy", "Ceramics"}));
+        QCOMPARE(Titles(manager), QStringList({"Arts", "Ceramics", "Anatomy", "Ceramics"}));
         QCOMPARE(TestDatabase::Rows("SELECT CourseHierarchyRef FROM CoursesRelationships ORDER BY 1"),
-                 QStringList({"0", "1"}));
+                 QStringList({"0", "0", "1"}));
     }
 
     void RulesFeeAndLimit_data()
@@ -325,32 +325,6 @@ private slots:
         Press(manager, "DelBtn");
         QVERIFY(Status(manager).isEmpty());
         QVERIFY(!IsEnabled(manager, "EditBtn") && !IsEnabled(manager, "DelBtn"));
-    }
-
-    void FollowsRightsInTheManager_data()
-    {
-        // AddBtn, EditBtn, DelBtn, RepBtn
-        const TestTable<int, QChar, QString> row{"right", "level", "state"};
-        row("all", 48, u'9', "1111");
-        row("edit", 48, u'3', "1101");
-        row("add", 48, u'2', "1101");
-        row("view", 48, u'1', "0101");
-        row("nothing", 48, u'0', "0001");
-        row("no reports", 47, u'3', "1110");
-    }
-    void FollowsRightsInTheManager()
-    {
-        QFETCH(int, right);
-        QFETCH(QChar, level);
-        School::AddCourse("Pottery", 0);
-        gUserRights[right] = level;
-        frmCourse manager;
-        QTEST(Enabled(manager, {"AddBtn", "EditBtn", "DelBtn", "RepBtn"}), "state");
-        QCOMPARE(Enabled(manager, {"AddCat", "ExpandBtn", "CollaspeBtn"}), u"000"_qs);
-        // Who logs on next has other rights.
-        gUserRights = RightsBlank();
-        manager.Form_Refresh();
-        QVERIFY(IsEnabled(manager, "AddBtn") && IsEnabled(manager, "RepBtn"));
     }
 
 private:

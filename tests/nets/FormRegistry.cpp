@@ -31,7 +31,10 @@
 #include "courses/maintenance/frmCourseMainAddEdit.h"
 #include "courses/maintenance/frmFacilities.h"
 #include "courses/maintenance/frmVenues.h"
+#include "courses/manager/FolderModule.h"
+#include "courses/manager/frmCategory.h"
 #include "courses/manager/frmCourse.h"
+#include "courses/manager/frmDuplicateOpts.h"
 #include "courses/record/CoursePeople.h"
 #include "courses/record/CourseRecordODBC.h"
 #include "courses/record/frmAddCourse.h"
@@ -144,6 +147,14 @@ std::unique_ptr<QWidget> OpenUnbooked()
     return std::make_unique<frmUnbooked>(std::vector<UnbookedEvent>{{1, {20270301, 900, 1030}, {clash}}});
 }
 
+std::unique_ptr<QWidget> OpenNewFolder()
+{
+    static TreeModel tree;
+    auto form = std::make_unique<frmCategory>(Course_FolderStore(tree));
+    form->NewFolder(QStringLiteral("!0"));
+    return form;
+}
+
 std::unique_ptr<QWidget> OpenEvent()
 {
     return std::make_unique<frmEvent>(g_courseRef, 1);
@@ -234,7 +245,8 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmContactMain"), Open<frmContactMain>()},
         {QStringLiteral("frmContactMainAddEdit"), OpenNewCharacteristic, QStringLiteral("CatName")},
         {QStringLiteral("frmContactWiz"), Open<frmContactWiz>()},
-        {QStringLiteral("frmCourse"), Open<frmCourse>(), {}, QStringList()},
+        {QStringLiteral("frmCategory"), OpenNewFolder, QStringLiteral("CatName"), QStringList()},
+        {QStringLiteral("frmCourse"), Open<frmCourse>(), {}, QStringList(QStringLiteral("ID_Find"))},
         {QStringLiteral("frmCourseMain"), Open<frmCourseMain>()},
         {QStringLiteral("frmCourseMainAddEdit"), Open<frmCourseMainAddEdit>(CourseSection::Characteristics),
          QStringLiteral("CatName")},
@@ -244,6 +256,7 @@ const std::vector<FormEntry> &FormRegistry()
         {QStringLiteral("frmDBOptions"), Open<frmDBOptions>(), {}, QStringList()},
         {QStringLiteral("frmDBPass"), Open<frmDBPass>()},
         {QStringLiteral("frmDBProps"), Open<frmDBProps>(QStringLiteral("College"), true)},
+        {QStringLiteral("frmDuplicateOpts"), Open<frmDuplicateOpts>()},
         {QStringLiteral("frmEvent"), OpenEvent, QStringLiteral("Description"),
          QStringList{QStringLiteral("RoleList")}},
         {QStringLiteral("frmFacilities"), Open<frmFacilities>(), QStringLiteral("FacName")},

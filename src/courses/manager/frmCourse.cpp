@@ -2,10 +2,12 @@
 
 #include "controls/ListModel.h"
 #include "core/session/Session.h"
-#include "courses/record/CourseModule.h"
+#include "courses/lists/TreeViewFunc.h"
+#include "courses/manager/CourseMenu.h"
+#include "courses/manager/FolderModule.h"
+#include "courses/manager/frmCategory.h"
 #include "courses/record/frmAddCourse.h"
 #include "database/statements/Security.h"
-#include "database/values/GlobalCode.h"
 #include "enrolment/EnrolmentModule.h"
 #include "forms/fields/FieldLock.h"
 #include "forms/frames/FormBuilder.h"
@@ -13,23 +15,38 @@
 #include "forms/frames/OtherScreens.h"
 #include "forms/lists/DeleteSelected.h"
 #include "platform/desktop/Dialogs.h"
+#include "platform/desktop/Directories.h"
 
+#include <QApplication>
 #include <QMdiSubWindow>
-#include <QMenu>
 #include <QScopedValueRollback>
-
-#include <algorithm>
 
 namespace
 {
-bool IsCourse(const TreeNode *node)
+const QString treeFile = QStringLiteral("coursetree.tmp");
+
+void ShowWaitCursor(bool isBusy)
 {
-    return node && node->key.startsWith(u'?');
+    if (isBusy)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+/// What a question before deleting a folder says of the courses that go with it.
+QString GoesWithFolder(int courses)
+{
+    if (courses == 0)
+        return {};
+    return courses == 1 ? QStringLiteral("\n1 course is in no other folder and will be deleted.")
+                        : QString(u'\n' % QString::number(courses) %
+                                  u" courses are in no other folder and will be deleted.");
 }
 } // namespace
 
 frmCourse::frmCourse(QWidget *parent)
     : QWidget(parent)
+    , m_tree(ShowWaitCursor)
 {
     setObjectName(QStringLiteral("frmCourse"));
     setWindowTitle(QStringLiteral("Course Manager"));
@@ -40,18 +57,22 @@ frmCourse::frmCourse(QWidget *parent)
     Form_Refresh();
 }
 
+frmCourse::~frmCourse()
+{
+    if (!m_tree.IsSimpleList())
+        SaveExpandedNodes(m_tree.Nodes(), Directories::WrittenFile(treeFile));
+}
+
 void frmCourse::Build()
 {
     FormBuilder form(this);
     form.BeginGroup(QStringLiteral("Available Course(s):"), QStringLiteral("Frame1"));
-    m_list = form.Tree(QStringLiteral("CourseList"), {}, m_courses);
+    m_list = form.Tree(QStringLiteral("CourseList"), {}, m_tree.Nodes());
     m_list->setAccessibleName(QStringLiteral("Courses"));
-    m_list->setRootIsDecorated(false);
     m_list->SetEmptyText(QStringLiteral("No courses yet."));
-    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     m_simpleList = form.Check(QStringLiteral("CheckView"), QStringLiteral("Simple List"));
-    m_simpleList->setChecked(true);
-    m_simpleList->setEnabled(false);
+    form.Beside();
+    m_find = form.Text(QStringLiteral("ID_Find"), QStringLiteral("Find:"));
     form.EndGroup();
     m_status = form.Line(QStringLiteral("StatBar"), {});
     m_description = form.Notes(QStringLiteral("Description"), QStringLiteral("Description:"));
@@ -64,61 +85,30 @@ void frmCourse::BuildButtons(FormBuilder &form)
 {
     form.BeginButtons(FormBuilder::Align::Start);
     m_add = form.Button(QStringLiteral("AddBtn"), QStringLiteral("&New Course"));
-    QPushButton *folder = form.Button(QStringLiteral("AddCat"), QStringLiteral("New &Folder"));
+    m_addFolder = form.Button(QStringLiteral("AddCat"), QStringLiteral("New &Folder"));
     m_edit = form.Button(QStringLiteral("EditBtn"), QStringLiteral("&Edit/View"));
     m_delete = form.Button(QStringLiteral("DelBtn"), QStringLiteral("&Delete"));
     form.EndButtons();
     form.BeginButtons(FormBuilder::Align::Start);
-    QPushButton *expand = form.Button(QStringLiteral("ExpandBtn"), QStringLiteral("Expand"));
-    QPushButton *collapse = form.Button(QStringLiteral("CollaspeBtn"), QStringLiteral("Collapse"));
+    m_expand = form.Button(QStringLiteral("ExpandBtn"), QStringLiteral("Expand"));
+    m_collapse = form.Button(QStringLiteral("CollaspeBtn"), QStringLiteral("Collapse"));
     m_refresh = form.Button(QStringLiteral("RefBtn"), QStringLiteral("Refresh"));
     m_reports = form.Button(QStringLiteral("RepBtn"), QStringLiteral("Reports"));
     form.Gap();
     m_exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
     form.EndButtons();
-    // Folders are not shown in the simple list.
-    for (QPushButton *button : {folder, expand, collapse})
-        button->setEnabled(false);
-}
-
-void frmCourse::BuildMenu()
-{
-    m_menu = new QMenu(this);
-    m_menu->setObjectName(QStringLiteral("ID_Folder"));
-    const auto tool = [this](const QString &name, const QString &caption, QPushButton *same = nullptr) {
-        QAction *action = m_menu->addAction(caption);
-        action->setObjectName(name);
-        action->setEnabled(same != nullptr);
-        if (!same)
-            return;
-        connect(action, &QAction::triggered, same, &QPushButton::click);
-        connect(m_menu, &QMenu::aboutToShow, action,
-                [action, same] { action->setEnabled(same->isEnabled()); });
-    };
-    tool(QStringLiteral("ID_NewRootFolder"), QStringLiteral("Root Folder"));
-    tool(QStringLiteral("ID_NewFolder"), QStringLiteral("Folder"));
-    tool(QStringLiteral("ID_SubItem"), QStringLiteral("Course\tCtrl+N"), m_add);
-    m_menu->addSeparator();
-    tool(QStringLiteral("ID_Cut"), QStringLiteral("Cut"));
-    tool(QStringLiteral("ID_Copy"), QStringLiteral("Copy"));
-    tool(QStringLiteral("ID_Paste"), QStringLiteral("Paste"));
-    tool(QStringLiteral("ID_PasteRoot"), QStringLiteral("Paste on Root"));
-    tool(QStringLiteral("ID_PasteDuplicate"), QStringLiteral("Paste Duplicate"));
-    tool(QStringLiteral("ID_DuplicateOptions"), QStringLiteral("Duplicate Options"));
-    m_menu->addSeparator();
-    tool(QStringLiteral("ID_Edit"), QStringLiteral("Edit/View"), m_edit);
-    tool(QStringLiteral("ID_DeleteLink"), QStringLiteral("Delete Link"));
-    tool(QStringLiteral("ID_Delete"), QStringLiteral("Delete"), m_delete);
-    tool(QStringLiteral("ID_Rename"), QStringLiteral("Rename"));
-    m_menu->addSeparator();
-    tool(QStringLiteral("ID_Refresh"), QStringLiteral("Refresh\tF5"), m_refresh);
 }
 
 void frmCourse::Connect()
 {
     connect(m_add, &QPushButton::clicked, this, &frmCourse::AddCourse);
-    connect(m_edit, &QPushButton::clicked, this, &frmCourse::EditCourse);
-    connect(m_delete, &QPushButton::clicked, this, &frmCourse::DeleteCourse);
+    connect(m_addFolder, &QPushButton::clicked, this, &frmCourse::AddFolder);
+    connect(m_edit, &QPushButton::clicked, this, &frmCourse::Edit);
+    connect(m_delete, &QPushButton::clicked, this, &frmCourse::Delete);
+    connect(m_expand, &QPushButton::clicked, this,
+            [this] { Run([this] { ExpandAllNodes(m_tree.Nodes()); }); });
+    connect(m_collapse, &QPushButton::clicked, this,
+            [this] { Run([this] { CollapseAllNodes(m_tree.Nodes()); }); });
     connect(m_refresh, &QPushButton::clicked, this, &frmCourse::Refresh);
     connect(m_reports, &QPushButton::clicked, this,
             [this] { OtherScreens::Installed().courseReports(this); });
@@ -126,41 +116,63 @@ void frmCourse::Connect()
         auto *frame = qobject_cast<QMdiSubWindow *>(parentWidget());
         frame ? frame->close() : close();
     });
-    connect(m_list, &TreeView::Opened, m_edit, &QPushButton::click);
+    connect(m_simpleList, &QCheckBox::toggled, this, &frmCourse::ChooseView);
+    connect(m_find, &QLineEdit::returnPressed, this, &frmCourse::Find);
+    connect(m_list, &TreeView::Opened, this, [this](TreeNode *node) {
+        if (CourseNode::IsCourse(node))
+            m_edit->click();
+        else
+            m_tree.Nodes().SetExpanded(node, !node->expanded);
+    });
     connect(m_list, &TreeView::DeletePressed, m_delete, &QPushButton::click);
-    connect(m_list, &QWidget::customContextMenuRequested, this,
-            [this](const QPoint &at) { m_menu->popup(m_list->viewport()->mapToGlobal(at)); });
-    connect(m_courses.Selection(), &QItemSelectionModel::selectionChanged, this, &frmCourse::ClickNode);
+    connect(m_tree.Nodes().Selection(), &QItemSelectionModel::selectionChanged, this, &frmCourse::ClickNode);
+    // The editor is closed first: a box about the new text would take the focus from it.
+    connect(
+        &m_tree.Nodes(), &TreeModel::TextAsked, this,
+        [this](const QString &key, const QString &text) { Run([&, this] { m_tree.Rename(key, text); }); },
+        Qt::QueuedConnection);
 }
 
 void frmCourse::Form_Refresh()
 {
-    Refresh();
+    m_tree.Forget();
+    Relist(Directories::WrittenFile(treeFile));
 }
 
 void frmCourse::Refresh()
 {
+    if (!m_tree.IsSimpleList())
+        SaveExpandedNodes(m_tree.Nodes(), treeFile);
+    Relist(treeFile);
+}
+
+void frmCourse::ChooseView()
+{
+    // The simple list has no folders to remember.
+    if (!m_tree.IsSimpleList())
+        SaveExpandedNodes(m_tree.Nodes(), treeFile);
+    m_tree.SetSimpleList(m_simpleList->isChecked());
+    m_list->setRootIsDecorated(!m_tree.IsSimpleList());
+    Relist(treeFile);
+}
+
+void frmCourse::Relist(const QString &openFolders)
+{
+    Run([&, this] {
+        m_tree.Fill();
+        if (!m_tree.IsSimpleList())
+            RestoreExpandedNodes(m_tree.Nodes(), openFolders);
+    });
+    m_list->ShowNode(m_tree.Nodes().Selected());
+}
+
+void frmCourse::Run(const Command &command)
+{
     {
         const QScopedValueRollback quiet(m_quiet, true);
-        ADO_Course_FillCourseList(m_courses, m_simpleList->isChecked(), false);
+        command();
     }
     ClickNode();
-}
-
-void frmCourse::ApplyRights()
-{
-    const Level level = UserRight(Right::Courses);
-    const bool isCourse = SelectedCourse() > 0;
-    m_add->setEnabled(level >= Level::Add);
-    EnableButton(m_edit, isCourse && level >= Level::View, m_list);
-    EnableButton(m_delete, isCourse && level >= Level::Full, m_list);
-    m_reports->setEnabled(UserMay(Right::CourseReports, Level::Full));
-}
-
-int frmCourse::SelectedCourse() const
-{
-    const TreeNode *node = m_courses.Selected();
-    return IsCourse(node) ? KeyNumber(node->key) : 0;
 }
 
 void frmCourse::ClickNode()
@@ -168,83 +180,122 @@ void frmCourse::ClickNode()
     if (m_quiet)
         return;
     const QScopedValueRollback quiet(m_quiet, true);
-    while (const CourseRef courseRef = CourseRef(SelectedCourse())) {
-        if (const std::optional<QString> description = ADO_Course_Description(courseRef)) {
-            m_description->setPlainText(*description);
-            m_status->setText(m_courses.Selected()->text % u" (Course)");
-            break;
-        }
-        Dialogs::MsgBox(QStringLiteral("Course has been deleted."), QStringLiteral("Courses"));
-        RemoveNodes(courseRef);
-    }
-    if (!m_courses.Selected()) {
-        m_description->clear();
-        m_status->clear();
-    }
+    const CourseTree::Details selected = m_tree.ReadSelected();
+    m_description->setPlainText(selected.description);
+    m_status->setText(selected.status);
     ApplyRights();
 }
 
-std::vector<TreeNode *> frmCourse::NodesOf(CourseRef courseRef) const
+void frmCourse::ApplyRights()
 {
-    std::vector<TreeNode *> nodes = m_courses.Nodes();
-    std::erase_if(nodes, [courseRef](const TreeNode *node) {
-        return !IsCourse(node) || CourseRef(KeyNumber(node->key)) != courseRef;
-    });
-    return nodes;
+    const Level level = UserRight(Right::Courses);
+    const bool isNode = m_tree.Nodes().Selected();
+    const bool hasFolders = !m_tree.IsSimpleList();
+    m_add->setEnabled(level >= Level::Add);
+    EnableButton(m_addFolder, hasFolders && level >= Level::Edit, m_list);
+    EnableButton(m_edit, isNode && level >= Level::View, m_list);
+    EnableButton(m_delete, isNode && level >= Level::Full, m_list);
+    EnableButton(m_expand, hasFolders, m_list);
+    EnableButton(m_collapse, hasFolders, m_list);
+    m_reports->setEnabled(UserMay(Right::CourseReports, Level::Full));
 }
 
-/// Removes the course from the tree and selects the node that takes its place.
-void frmCourse::RemoveNodes(CourseRef courseRef)
+void frmCourse::Find()
 {
-    const QScopedValueRollback quiet(m_quiet, true);
-    const QModelIndex at = m_courses.IndexOf(m_courses.Selected());
-    const int row = at.row();
-    const QPersistentModelIndex parent(at.parent());
-    for (const TreeNode *node : NodesOf(courseRef))
-        m_courses.Remove(QString(node->key));
-    const int rows = m_courses.rowCount(parent);
-    if (rows > 0)
-        m_courses.Select(m_courses.NodeAt(m_courses.index(std::clamp(row, 0, rows - 1), 0, parent)));
+    Run([this] { FindNode(m_tree.Nodes(), m_find->text()); });
+    m_list->ShowNode(m_tree.Nodes().Selected());
+}
+
+void frmCourse::EditSelected()
+{
+    const TreeNode *node = m_tree.Nodes().Selected();
+    m_list->ShowNode(node);
+    if (node)
+        m_list->EditText(node);
 }
 
 void frmCourse::AddCourse()
 {
     frmAddCourse form(this);
-    form.NewCourse(QStringLiteral("!0"));
+    form.NewCourse(m_tree.Location());
     const int stored = form.Run();
     if (stored < 1)
         return;
-    TreeNode node{u'?' % SqlNumber(stored), form.CourseTitle()};
-    node.image = QStringLiteral("card");
-    const TreeNode *added = m_courses.Add({}, std::move(node));
-    m_list->ShowNode(added);
-    // A course that is gone again by now leaves the tree as it is selected.
-    m_courses.Select(added);
+    Run([&, this] { m_tree.ShowCourse(CourseRef(stored), form.CourseTitle()); });
+    m_list->ShowNode(m_tree.Nodes().Selected());
 }
 
-void frmCourse::EditCourse()
+void frmCourse::AddFolder()
 {
-    const CourseRef courseRef(SelectedCourse());
-    frmAddCourse form(this);
-    if (!courseRef || !ADO_Course_Description(courseRef) || !form.EditCourse(courseRef)) {
-        ClickNode();
-        return;
-    }
-    if (form.Run() > 0) {
-        for (TreeNode *node : NodesOf(courseRef))
-            m_courses.SetText(node, form.CourseTitle());
-    }
+    frmCategory form(Course_FolderStore(m_tree.Nodes()), this);
+    form.NewFolder(m_tree.Location());
+    form.Run();
     ClickNode();
 }
 
-void frmCourse::DeleteCourse()
+void frmCourse::NewFolder(bool atRoot)
 {
-    const CourseRef courseRef(SelectedCourse());
-    if (!courseRef)
+    bool isNew = false;
+    Run([&, this] { isNew = m_tree.NewFolder(atRoot); });
+    if (isNew)
+        EditSelected();
+}
+
+void frmCourse::Edit()
+{
+    const TreeNode *node = m_tree.Nodes().Selected();
+    if (const CourseRef courseRef = CourseNode::CourseOf(node))
+        EditCourse(courseRef);
+    else if (node)
+        EditFolder(CourseNode::FolderOf(node));
+}
+
+void frmCourse::EditCourse(CourseRef courseRef)
+{
+    Run([&, this] {
+        frmAddCourse form(this);
+        if (ADO_Course_Description(courseRef) && form.EditCourse(courseRef) && form.Run() > 0)
+            m_tree.ShowCourse(courseRef, form.CourseTitle());
+    });
+    m_list->ShowNode(m_tree.Nodes().Selected());
+}
+
+void frmCourse::EditFolder(FolderRef folderRef)
+{
+    Run([&, this] {
+        if (ADO_Course_CheckFolder(folderRef).IsMissing())
+            return;
+        frmCategory form(Course_FolderStore(m_tree.Nodes()), this);
+        form.EditFolder(folderRef);
+        TreeNode *node = form.Run() > 0 ? m_tree.Nodes().Find(CourseNode::KeyOf(folderRef)) : nullptr;
+        if (node)
+            m_tree.Nodes().SetText(node, form.FolderName());
+    });
+}
+
+void frmCourse::Delete()
+{
+    const TreeNode *node = m_tree.Nodes().Selected();
+    if (!node)
         return;
+    const CourseRef courseRef = CourseNode::CourseOf(node);
     const bool may =
-        MayDelete(u"course '" % m_courses.Selected()->text % u'\'', Course_EnrolledText(courseRef));
-    if (may && ADO_Course_DeleteCourse(courseRef))
-        RemoveNodes(courseRef);
-    ClickNode();
+        courseRef
+            ? MayDelete(u"course '" % node->text % u'\'', Course_EnrolledText(courseRef))
+            : Dialogs::MsgBox(u"Are you sure you want to remove '" % node->text % u"' and all its contents?" %
+                                  GoesWithFolder(m_tree.CoursesOnlyIn(node)),
+                              QStringLiteral("Confirm Deletion"), Dialogs::Buttons::YesNo,
+                              Dialogs::Icon::Question, Dialogs::Answer::No) == Dialogs::Answer::Yes;
+    Run([&, this] {
+        if (may)
+            m_tree.DeleteSelected();
+    });
+}
+
+void frmCourse::PasteDuplicate()
+{
+    bool isNew = false;
+    Run([&, this] { isNew = m_tree.PasteDuplicate(); });
+    if (isNew)
+        EditSelected();
 }
