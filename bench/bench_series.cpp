@@ -1,4 +1,5 @@
 #include "Bench.h"
+#include "EngineTwin.h"
 
 #include "core/session/Session.h"
 #include "courses/booking/BookingODBC.h"
@@ -7,12 +8,7 @@
 #include "platform/connection/Connection.h"
 #include "support/TestDatabase.h"
 
-#include <sqlite3.h>
-
 #include <chrono>
-#include <map>
-#include <memory>
-#include <string>
 
 // A series of events is made with its bookings, and one booking is tested against very many.
 
@@ -25,74 +21,8 @@ constexpr int rooms = 200;
 constexpr int tests = 2'000;
 constexpr double longestWait = 100; // milliseconds between two repaints
 
-/// A separate handle that runs the program's statements by hand.
-class Twin final
-{
-public:
-    Twin()
-    {
-        Bench::Require(sqlite3_open(gDBQFilename.toUtf8().constData(), &m_handle) == SQLITE_OK,
-                       "the twin cannot open the database");
-        for (const char *setting : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL"})
-            sqlite3_exec(m_handle, setting, nullptr, nullptr, nullptr);
-    }
-    ~Twin()
-    {
-        for (const auto &[sql, statement] : m_statements)
-            sqlite3_finalize(statement);
-        sqlite3_close(m_handle);
-    }
-    Twin(const Twin &) = delete;
-    Twin &operator=(const Twin &) = delete;
-
-    /// Returns the first column of the first row, 0 without a row; every row is stepped over.
-    qint64 Run(const std::string &sql, std::initializer_list<int> values = {})
-    {
-        sqlite3_stmt *&statement = m_statements[sql];
-        if (!statement)
-            statement = Prepared(sql, SQLITE_PREPARE_PERSISTENT);
-        int at = 0;
-        for (const int value : values)
-            sqlite3_bind_int(statement, ++at, value);
-        const qint64 first = Step(statement);
-        sqlite3_reset(statement);
-        return first;
-    }
-
-    /// The same for a statement that is sent as a text, values and all.
-    qint64 Send(const QString &sql)
-    {
-        sqlite3_stmt *statement = Prepared(sql.toStdString(), 0);
-        const qint64 first = Step(statement);
-        sqlite3_finalize(statement);
-        return first;
-    }
-
-private:
-    sqlite3_stmt *Prepared(const std::string &sql, unsigned flags)
-    {
-        sqlite3_stmt *statement = nullptr;
-        Bench::Require(sqlite3_prepare_v3(m_handle, sql.c_str(), -1, flags, &statement, nullptr) == SQLITE_OK,
-                       QString::fromStdString(sql));
-        return statement;
-    }
-
-    qint64 Step(sqlite3_stmt *statement)
-    {
-        int result = sqlite3_step(statement);
-        const qint64 first = result == SQLITE_ROW ? sqlite3_column_int64(statement, 0) : 0;
-        while (result == SQLITE_ROW)
-            result = sqlite3_step(statement);
-        Bench::Require(result == SQLITE_DONE, QString::fromUtf8(sqlite3_errmsg(m_handle)));
-        return first;
-    }
-
-    sqlite3 *m_handle = nullptr;
-    std::map<std::string, sqlite3_stmt *> m_statements;
-};
-
 /// The bookings of other courses, a room's on every day, spread over the hours before noon.
-void FillBookings(Twin &twin)
+void FillBookings(EngineTwin &twin)
 {
     twin.Run("BEGIN");
     twin.Run("INSERT INTO Courses (Title) VALUES ('Welding')");
@@ -136,7 +66,7 @@ double Make()
 {
     const TestDatabase database;
     {
-        Twin filler;
+        EngineTwin filler;
         FillBookings(filler);
     }
     using Clock = std::chrono::steady_clock;
@@ -170,7 +100,7 @@ constexpr Table facilities{"SELECT * FROM FacilitiesEmployed WHERE EDate = ? AND
                            "INSERT INTO FacilitiesEmployed (CourseRef,EventNo,FacilityRef,EDate,TimeFrom,"
                            "TimeTo) VALUES (1,?,?,?,1900,2000)"};
 
-void MakeEventByHand(Twin &twin, int number, int date)
+void MakeEventByHand(EngineTwin &twin, int number, int date)
 {
     twin.Run("INSERT INTO CourseEvents (CourseRef,EventNo,EDate,TimeFrom,TimeTo) VALUES (1,?,?,1900,2000)",
              {99999 + number, date});
@@ -186,7 +116,7 @@ void MakeEventByHand(Twin &twin, int number, int date)
 double MakeByHand()
 {
     const TestDatabase database;
-    Twin twin;
+    EngineTwin twin;
     FillBookings(twin);
     gConnection.Close();
     return Bench::Milliseconds([&] {
@@ -209,7 +139,7 @@ const Bench::Registration series("courses: a series of 500 events, 6 resources e
 struct Fixture {
     Fixture() { FillBookings(twin); }
     TestDatabase database;
-    Twin twin;
+    EngineTwin twin;
 };
 
 int RoomOf(int test)
@@ -250,7 +180,7 @@ const Bench::Registration clash("courses: one clash test against 50,000 bookings
     };
     benchmark.twin = [fixture] {
         return MicrosecondsATest([&fixture](int test) {
-            Twin &twin = fixture->twin;
+            EngineTwin &twin = fixture->twin;
             twin.Send("BEGIN IMMEDIATE");
             const qint64 course =
                 twin.Send(u"SELECT * FROM VenuesEmployed WHERE EDate = " % QString::number(DateOf(test)) %
