@@ -5,7 +5,6 @@
 #include "courses/events/SeriesRun.h"
 #include "enrolment/School.h"
 #include "support/ScriptedDialogs.h"
-#include "support/StatementLog.h"
 
 #include <QTest>
 
@@ -61,8 +60,19 @@ private slots:
         ScriptedDialogs dialogs;
         dialogs.Expect("Event bookings", "Unable to book one or more items on Event 2\n"
                                          "Staff:AnnaWelding\nVenue:RoomWelding\n");
+        // Whenever it were killed, another workstation would find whole events.
+        Connection elsewhere;
+        QVERIFY(elsewhere.Open(m_database->ConnectionText()));
+        QSet<int> seen;
+        gConnection.ObserveStatements([&](const QString &) {
+            const int events = elsewhere.OpenRecordset("SELECT EventRef FROM CourseEvents")->RowCount();
+            QCOMPARE(elsewhere.OpenRecordset("SELECT EventNo FROM FacilitiesEmployed")->RowCount(), events);
+            seen.insert(events);
+        });
         Progress progress;
         const SeriesMade made = Series_Make(m_course, Mondays(), Series_Resources(m_tree), progress);
+        gConnection.ObserveStatements({});
+        QVERIFY(seen.contains(0) && seen.contains(2));
         QCOMPARE(made.events, 4);
         QVERIFY(!made.isExhausted && dialogs.AllCame());
         QCOMPARE(Events(), (QStringList{"20270301|900|1000|99999", "20270315|900|1000|100000",
@@ -76,6 +86,30 @@ private slots:
                                         u" WHERE CourseRef = " % SqlNumber(m_course))
                          .size(),
                      booked);
+    }
+
+    /// What another workstation deleted is told of; an unfilled post names nobody who could be missing.
+    void LeavesOutWhatIsGone()
+    {
+        TestDatabase::Run({"INSERT INTO RoleTypes (Name) VALUES ('Tutor')",
+                           "INSERT INTO Facilities (Name) VALUES ('Projector')"});
+        const RoleTypeRef tutor(School::LastKey("RoleTypes", "RoleTypeRef"));
+        using Of = BookingClash::Of;
+        std::vector<SeriesResource> resources{
+            {Of::Facility, School::LastKey("Facilities", "FacilityRef"), {}, "Projector"},
+            {Of::Venue, room, {}, "Room"},
+            {Of::Staff, School::AddPerson("Anna", "Zorn").number, tutor, "Anna"},
+            {Of::Staff, -1, tutor, "[ To Be Appointed 1 ]"},
+            {Of::Staff, -1, RoleTypeRef(tutor.number + 1), "[ To Be Appointed 1 ]"}};
+        ScriptedDialogs dialogs;
+        dialogs.Expect("Adding", "Another user has deleted these meanwhile, and they are left out:\n"
+                                 "    Room\n    [ To Be Appointed 1 ]");
+        QVERIFY(Series_LeaveOutDeleted(resources, "Adding") && dialogs.AllCame());
+        QStringList names;
+        for (const SeriesResource &resource : resources)
+            names.append(resource.name);
+        QCOMPARE(names, (QStringList{"Projector", "Anna", "[ To Be Appointed 1 ]"}));
+        QVERIFY(Series_LeaveOutDeleted(resources, "Adding"));
     }
 
     void StopsBetweenTwoEvents()

@@ -4,9 +4,11 @@
 #include "courses/booking/BookingODBC.h"
 #include "courses/booking/ResourceTree.h"
 #include "courses/events/EventODBC.h"
+#include "database/statements/DeletedMeanwhile.h"
 #include "database/statements/MiscODBC.h"
 #include "platform/desktop/Dialogs.h"
 
+#include <array>
 #include <optional>
 
 namespace
@@ -25,6 +27,44 @@ std::optional<BookingClash::Of> BookedAs(const ResourceTree::Node &node)
     default:
         return std::nullopt;
     }
+}
+
+/// A table that resources refer to; `refOf` is 0 for one that does not.
+struct ReferredTable {
+    QString table;
+    QString keyColumn;
+    int (*refOf)(const SeriesResource &resource);
+};
+
+const std::array<ReferredTable, 4> &ReferredTables()
+{
+    using Of = BookingClash::Of;
+    static const std::array<ReferredTable, 4> tables{{
+        {QStringLiteral("Facilities"), QStringLiteral("FacilityRef"),
+         [](const SeriesResource &one) { return one.what == Of::Facility ? one.itemRef : 0; }},
+        {QStringLiteral("Venues"), QStringLiteral("VenueRef"),
+         [](const SeriesResource &one) { return one.what == Of::Venue ? one.itemRef : 0; }},
+        {QStringLiteral("Contacts"), QStringLiteral("ContactRef"),
+         [](const SeriesResource &one) { return one.what == Of::Staff ? one.itemRef : 0; }},
+        {QStringLiteral("RoleTypes"), QStringLiteral("RoleTypeRef"),
+         [](const SeriesResource &one) { return one.roleTypeRef.number; }},
+    }};
+    return tables;
+}
+
+/// Which of the rows that the resources refer to are gone; nothing on an error. A post that nobody fills yet
+/// refers to nobody.
+std::optional<QSet<int>> DeletedOf(const ReferredTable &table, const std::vector<SeriesResource> &resources)
+{
+    QSet<int> refs;
+    for (const SeriesResource &resource : resources) {
+        if (table.refOf(resource) > 0)
+            refs.insert(table.refOf(resource));
+    }
+    if (refs.isEmpty())
+        return refs;
+    const auto living = ADO_LivingKeys(table.table, table.keyColumn, refs);
+    return living ? std::optional(refs.subtract(*living)) : std::nullopt;
 }
 
 QString Book(CourseRef courseRef, EventRef eventRef, const SeriesResource &resource, EventHours hours)
@@ -100,6 +140,26 @@ std::vector<SeriesResource> Series_Resources(const TreeModel &tree)
             resources.push_back({*what, item.itemRef, item.roleTypeRef, node->text});
     }
     return resources;
+}
+
+bool Series_LeaveOutDeleted(std::vector<SeriesResource> &resources, const QString &title)
+{
+    std::vector<SeriesResource> left = resources;
+    QStringList names;
+    for (const ReferredTable &table : ReferredTables()) {
+        const std::optional<QSet<int>> gone = DeletedOf(table, left);
+        if (!gone)
+            return false;
+        std::erase_if(left, [&](const SeriesResource &resource) {
+            const bool isGone = gone->contains(table.refOf(resource));
+            if (isGone)
+                names.append(resource.name);
+            return isGone;
+        });
+    }
+    resources = std::move(left);
+    TellLeftOut(names, title);
+    return true;
 }
 
 SeriesMade Series_Make(CourseRef courseRef, const SeriesPlan &plan,

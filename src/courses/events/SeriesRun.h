@@ -23,6 +23,10 @@ struct SeriesResource {
 /// The facilities, staff and venues of a tree whose only event stands for all of a series.
 std::vector<SeriesResource> Series_Resources(const TreeModel &tree);
 
+/// Leaves out what another workstation deleted, and tells the user the names. False on an error: nothing is
+/// left out then.
+bool Series_LeaveOutDeleted(std::vector<SeriesResource> &resources, const QString &title);
+
 /// An event of a series that lacks some of its resources.
 struct UnbookedEvent {
     int number = 0; ///< its place in the series, from 1
