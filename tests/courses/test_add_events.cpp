@@ -125,6 +125,25 @@ private slots:
         }
     }
 
+    /// A date that is typed passes through others, whose weekdays are not taken for days of the series; and
+    /// what is no longer shown does not keep it from being made.
+    void OnlyTheWholeDateIsTheStart()
+    {
+        frmAddEvents form(m_course, false);
+        form.show();
+        Find<QCheckBox>(form, "RegEventChk")->setChecked(true);
+        Enter(form, "EventNo", "2");
+        Enter(form, "EDate", "14/03/2005");
+        QString days;
+        for (int day = 0; day < 7; ++day)
+            days += Find<QCheckBox>(form, u"DayCheck_%1"_qs.arg(day))->isChecked() ? u'x' : u'-';
+        QCOMPARE(days, u"x-x----"_qs);
+        Enter(form, "TimeFrom_2", "99");
+        Find<QCheckBox>(form, "DayCheck_2")->setChecked(false);
+        Press(form, "DoBtn");
+        QCOMPARE(Stored(), (QStringList{u"20050314|0|0"_qs, u"20050321|0|0"_qs}));
+    }
+
     /// Nothing is made on a date that nobody can mean, nor for a course that is gone.
     void RefusesWithoutATrace()
     {

@@ -79,7 +79,14 @@ PatternPage::Times PatternPage::AddTimes(FormBuilder &form, int number)
 
 void PatternPage::Connect()
 {
-    connect(m_start, &QLineEdit::textChanged, this, &PatternPage::FixStartDay);
+    // The beginning of a date can be another date, whose weekday is not wanted.
+    connect(m_start, &QLineEdit::editingFinished, this, &PatternPage::FixStartDay);
+    connect(m_start, &QLineEdit::textChanged, this, [this] {
+        if (m_start->isModified())
+            emit Changed();
+        else
+            FixStartDay();
+    });
     connect(m_count, &QLineEdit::textChanged, this, &PatternPage::Changed);
     m_count->SetLeaveHandler([this] { m_count->setText(QString::number(Count())); });
     connect(m_regular, &QCheckBox::toggled, this, &PatternPage::ShowFrames);
@@ -166,11 +173,22 @@ SeriesPlan PatternPage::Plan() const
     return plan;
 }
 
+/// A text that is no time is not asked about once its field is hidden.
+void PatternPage::LeaveHidden()
+{
+    for (TimeField *field : findChildren<TimeField *>()) {
+        if (!field->isVisibleTo(this))
+            field->SetTime(field->Time());
+    }
+}
+
 bool PatternPage::Leave()
 {
     m_count->Leave();
+    LeaveHidden();
     if (!DaysAreReadable(this) || !TimesAreReadable(this))
         return false;
+    FixStartDay();
     PutInOrder(m_single.from, m_single.to);
     for (const Day &day : m_days)
         PutInOrder(day.times.from, day.times.to);

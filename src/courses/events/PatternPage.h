@@ -49,6 +49,7 @@ private:
     void Build();
     void BuildDays(FormBuilder &form);
     void Connect();
+    void LeaveHidden();
     void Follow(const Times &times);
     void FixStartDay();
     void ShowFrames();

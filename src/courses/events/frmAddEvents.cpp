@@ -150,13 +150,13 @@ void frmAddEvents::CreateEvents()
         Dialogs::Tell(QStringLiteral("Course has been deleted."), QStringLiteral("Courses"));
         return;
     }
-    if (!ClearEvents())
+    std::vector<SeriesResource> resources = Series_Resources(m_resources);
+    if (!Series_LeaveOutDeleted(resources, windowTitle()) || !ClearEvents())
         return;
     SeriesMade made;
-    ProgressBox::Run(this, windowTitle(), QStringLiteral("events"),
-                     QStringLiteral("The events that were made stay."), [&](Progress &progress) {
-                         made = Series_Make(m_courseRef, Plan(), Series_Resources(m_resources), progress);
-                     });
+    ProgressBox::Run(
+        this, windowTitle(), QStringLiteral("events"), QStringLiteral("The events that were made stay."),
+        [&](Progress &progress) { made = Series_Make(m_courseRef, Plan(), resources, progress); });
     TellUnbooked(made);
     gDialogResult = 1;
     accept();
