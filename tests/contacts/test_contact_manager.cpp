@@ -121,7 +121,11 @@ void TestContactManager::PeopleWhoAreGone()
     Press(form, "RefBtn");
     QCOMPARE(Texts(List(form, "ContactList2")), QStringList("Carter-Bell, Ben"));
     QCOMPARE(Texts(List(form, "ContactInfo")), QStringList("Carter-Bell, Ben"));
-    QCOMPARE(List(form, "ContactInfo").SelectedKeys(), QStringList(u'?' % QString::number(m_ben)));
+    const QStringList ben(u'?' % QString::number(m_ben));
+    QCOMPARE(List(form, "ContactInfo").SelectedKeys(), ben);
+    List(form, "ContactList2").SelectOnly(0);
+    Press(form, "RefBtn");
+    QCOMPARE(List(form, "ContactList2").SelectedKeys(), ben);
     ADO_Contact_Delete(ContactRef(m_ben));
     Press(form, "RefBtn");
     QVERIFY(List(form, "ContactInfo").IsEmpty());
@@ -137,7 +141,7 @@ void TestContactManager::Deleting()
     m->dialogs.Expect("Confirm Deletion", Confirm("Bell, Anna"), Dialogs::Answer::Yes);
     m->dialogs.Expect("Confirm Deletion", Confirm("Carter, Ben"), Dialogs::Answer::No);
     m->dialogs.Expect("Confirm Deletion", Confirm("Dawson, Chloe"), Dialogs::Answer::Yes);
-    Press(form, "DelCBtn");
+    QTest::keyClick(form.findChild<QWidget *>("ContactList2"), Qt::Key_Delete);
     QVERIFY(!Contact_Check(ContactRef(m_anna)) && Contact_Check(ContactRef(m_ben)) &&
             !Contact_Check(ContactRef(chloe)));
     QCOMPARE(Texts(List(form, "ContactList2")), QStringList("Carter, Ben"));

@@ -119,6 +119,7 @@ void frmContact::BuildButtons(FormBuilder &form)
     connect(m_addBtn, &QPushButton::clicked, this, &frmContact::NewContact);
     connect(m_viewBtn, &QPushButton::clicked, this, &frmContact::ViewContacts);
     connect(m_delBtn, &QPushButton::clicked, this, &frmContact::DeleteChosen);
+    connect(m_contactList, &ListView::DeletePressed, m_delBtn, &QPushButton::click);
     connect(find, &QPushButton::clicked, this, &frmContact::Search);
     // Alt+S is the letter of the Security menu too.
     FormKeys::Bind(this, Qt::Key_F3, find);
@@ -180,11 +181,17 @@ void frmContact::FillContacts()
     EnableButtons();
 }
 
-/// With other columns, and the same people selected.
+/// With the same people selected, and shown.
 void frmContact::FillAnew()
 {
     const QStringList chosen = m_contacts.SelectedKeys();
     FillContacts();
+    if (chosen.isEmpty())
+        return;
+    if (const int row = m_contacts.Find(chosen.first()); row >= 0) {
+        m_contacts.SelectOnly(row);
+        m_contactList->ShowRow(row);
+    }
     m_contacts.SelectKeys(chosen);
 }
 
@@ -240,7 +247,7 @@ void frmContact::DeleteChosen()
 
 void frmContact::NewContact()
 {
-    frmAddContact::OpenBeside({}, this, [this] { RefreshPeople(); });
+    frmAddContact::OpenBeside({}, this, [this] { Refresh(); });
 }
 
 /// Opens the people selected in the available contacts, without a detour over the selected ones.
@@ -249,21 +256,7 @@ void frmContact::OpenChosen()
     const QStringList keys = m_contacts.SelectedKeys();
     if (keys.isEmpty())
         return;
-    frmAddContact::OpenBeside(keys, this, [this] { RefreshPeople(); });
-}
-
-/// With the same people chosen, and shown, in the list of those available.
-void frmContact::RefreshPeople()
-{
-    const QStringList chosen = m_contacts.SelectedKeys();
-    Refresh();
-    if (chosen.isEmpty())
-        return;
-    if (const int row = m_contacts.Find(chosen.first()); row >= 0) {
-        m_contacts.SelectOnly(row);
-        m_contactList->ShowRow(row);
-    }
-    m_contacts.SelectKeys(chosen);
+    frmAddContact::OpenBeside(keys, this, [this] { Refresh(); });
 }
 
 void frmContact::ViewContacts()
@@ -276,7 +269,7 @@ void frmContact::ViewContacts()
         if (all || m_selected.IsSelected(row))
             keys.append(m_selected.At(row).key);
     }
-    frmAddContact::OpenBeside(keys, this, [this] { RefreshPeople(); });
+    frmAddContact::OpenBeside(keys, this, [this] { Refresh(); });
 }
 
 void frmContact::OpenReports()
@@ -293,7 +286,7 @@ void frmContact::Refresh()
     const int applied = m_characteristics.Current() >= 0 ? m_characteristics.CurrentData() : 0;
     FillApplied();
     m_characteristics.ChooseData(applied);
-    FillContacts();
+    FillAnew();
     RereadSelection();
 }
 

@@ -38,7 +38,6 @@ private:
     void FillContacts();
     void FillAnew();
     void RereadSelection();
-    void RefreshPeople();
     bool StoreSelection();
     bool DropDeleted(const QString &title);
 
