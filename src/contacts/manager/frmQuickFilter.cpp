@@ -27,7 +27,6 @@ frmQuickFilter::frmQuickFilter(QWidget *parent)
     m_list = form.List(QStringLiteral("FoundList"), QStringLiteral("People found:"), m_found,
                        ListView::Choice::Multi);
     m_list->SetColumnChars({26, 15, 26, 10});
-    m_list->SetEmptyText(QStringLiteral("Type any part of what you know."));
     form.BeginButtons();
     m_view = form.DefaultButton(QStringLiteral("ViewBtn"), QStringLiteral("&View Contact(s)"));
     QPushButton *exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
@@ -55,6 +54,8 @@ void frmQuickFilter::Filter()
         m_note->Show(count > mostShown ? QString(u"the first " % QLocale().toString(mostShown) % u" of " %
                                                  QLocale().toString(count))
                                        : QString());
+    m_list->SetEmptyText(entry.isEmpty() ? QStringLiteral("Type any part of what you know.")
+                                         : QStringLiteral("Nobody found."));
     m_list->KeepOrder();
     m_found.SelectFirst();
     m_view->setEnabled(!m_found.IsEmpty());

@@ -111,6 +111,8 @@ QWidget *frmSearchContact::BuildProgress()
     m_animation->setObjectName(QStringLiteral("Animation1"));
     m_animation->setRange(0, 0);
     m_animation->setTextVisible(false);
+    // The toolkit's own least width would widen the form at each search.
+    m_animation->setMinimumWidth(fontMetrics().averageCharWidth() * 5);
     m_looked = new QLabel(progress);
     m_looked->setObjectName(QStringLiteral("Looked"));
     m_looked->setAlignment(Qt::AlignCenter);
