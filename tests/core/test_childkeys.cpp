@@ -109,6 +109,15 @@ private slots:
         QVERIFY(surname->hasFocus());
     }
 
+    void ALetterThatNobodyHasIsNotTyped()
+    {
+        auto *telephone = new QLineEdit(u"01835"_qs);
+        AddChild({telephone});
+        telephone->selectAll();
+        QTest::keyClick(telephone, Qt::Key_J, Qt::AltModifier);
+        QCOMPARE(telephone->text(), u"01835"_qs);
+    }
+
     void TheMenuOpensWhereTheChildCannot()
     {
         auto *search = new QPushButton(u"&Search"_qs);

@@ -4,6 +4,8 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPointer>
 #include <QPushButton>
 #include <QShortcutEvent>
@@ -41,6 +43,15 @@ bool PressEnter(QObject *watched, QKeyEvent &key)
     return true;
 }
 
+/// The toolkit takes the letter of a mnemonic that nobody has for typing: it would replace the selected text.
+bool IsUnusedMnemonic(QObject *watched, const QKeyEvent &key)
+{
+    const Qt::KeyboardModifiers modifiers = key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    const bool typesHere =
+        watched->isWidgetType() && !qobject_cast<QMenu *>(watched) && !qobject_cast<QMenuBar *>(watched);
+    return typesHere && modifiers == Qt::AltModifier && !key.text().isEmpty() && key.text().at(0).isPrint();
+}
+
 class Filter final : public QObject
 {
 public:
@@ -53,7 +64,8 @@ public:
             return ModalFront::Covers(watched) ||
                    PressMnemonic(watched, static_cast<const QShortcutEvent &>(*event));
         case QEvent::KeyPress:
-            return PressEnter(watched, static_cast<QKeyEvent &>(*event));
+            return PressEnter(watched, static_cast<QKeyEvent &>(*event)) ||
+                   IsUnusedMnemonic(watched, static_cast<QKeyEvent &>(*event));
         default:
             return false;
         }
