@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
+#include <QMetaMethod>
 #include <QTimer>
 
 #include <numeric>
@@ -166,7 +167,8 @@ void ListView::keyPressEvent(QKeyEvent *event)
         Print();
     } else if (enter && currentIndex().isValid() && m_enter) {
         m_enter();
-    } else if (enter && currentIndex().isValid()) {
+    } else if (enter && currentIndex().isValid() &&
+               isSignalConnected(QMetaMethod::fromSignal(&ListView::Opened))) {
         emit Opened(currentIndex().row());
     } else if (event->key() == Qt::Key_Delete) {
         emit DeletePressed();

@@ -47,7 +47,9 @@ public:
     void Print();
 
 signals:
-    void Opened(int row); ///< a double click on a row, or Enter on the current one if it has no handler
+    /// A double click on a row, or Enter on the current one if it has no handler. Enter goes on to the
+    /// default button where nobody listens.
+    void Opened(int row);
     void DeletePressed();
 
 protected:
