@@ -151,6 +151,10 @@ private slots:
             const auto labels = preview.findChildren<QLabel *>();
             QVERIFY(std::any_of(labels.begin(), labels.end(),
                                 [](const QLabel *label) { return label->text() == u"/ 1"; }));
+            QSet<QKeySequence> keys;
+            for (const QAction *action : preview.findChildren<QAction *>())
+                keys += action->shortcut();
+            QVERIFY(keys.contains(QKeySequence::Print) && keys.contains(Qt::Key_PageDown));
             preview.reject();
         };
         user.Expect(QStringLiteral("ReportPreview"), look);

@@ -5,16 +5,36 @@
 #include "reports/writer/ReportPages.h"
 #include "reports/writer/ReportReader.h"
 
+#include <QAction>
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
+#include <QKeySequence>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QScreen>
 
 namespace
 {
 QString NotRead(const QString &report, const ReportReader &reader)
 {
     return QDir::toNativeSeparators(report) % u": " % reader.Fault();
+}
+/// The toolkit's preview has no keys but Escape, and is too small for a page to be read.
+void MakeReadable(QPrintPreviewDialog &preview)
+{
+    preview.resize(preview.screen()->availableSize() * 9 / 10);
+    const QHash<QString, QKeySequence> keys{
+        {QPrintPreviewDialog::tr("Print"), QKeySequence::Print},
+        {QPrintPreviewDialog::tr("Next page"), Qt::Key_PageDown},
+        {QPrintPreviewDialog::tr("Previous page"), Qt::Key_PageUp},
+    };
+    for (QAction *action : preview.findChildren<QAction *>()) {
+        if (action->text() == QPrintPreviewDialog::tr("Fit width"))
+            action->trigger();
+        else if (const QKeySequence key = keys.value(action->text()); !key.isEmpty())
+            action->setShortcut(key);
+    }
 }
 } // namespace
 
@@ -54,6 +74,7 @@ QString PreviewReport(const QString &report, const QString &title, QWidget *pare
     QPrintPreviewDialog preview(&printer, parent);
     preview.setObjectName(QStringLiteral("ReportPreview"));
     preview.setWindowTitle(u"Preview: " % title);
+    MakeReadable(preview);
     QString fault;
     QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [&](QPrinter *paper) {
         Progress unseen;
