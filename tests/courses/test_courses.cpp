@@ -34,8 +34,9 @@ int Update(CourseRecord course)
 {
     ListModel characteristics;
     TreeModel folders;
+    CourseResources resources;
     FieldValues unknown;
-    return Course_Update(course, {characteristics, folders}, unknown);
+    return Course_Update(course, {characteristics, folders, resources}, unknown, [] { return true; });
 }
 } // namespace
 
@@ -164,8 +165,10 @@ private slots:
         list.Fill({{"?7", {}}, {"?9", {}}});
         const auto save = [&list](CourseRecord record) {
             TreeModel folders;
+            CourseResources resources;
             FieldValues unknown;
-            return Course_Save(record, {list, folders}, unknown);
+            Progress progress;
+            return Course_Save(record, {list, folders, resources}, unknown, progress);
         };
         const CourseRef course(save(Course("A", {})).key);
         QVERIFY(save(Course("A", {}, course)).isWhole);

@@ -9,6 +9,8 @@
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
 #include "core/session/Progress.h"
+#include "courses/booking/ResourceTree.h"
+#include "courses/events/EventODBC.h"
 #include "courses/record/CourseModule.h"
 #include "database/statements/System.h"
 #include "organisations/record/OrganisationModule.h"
@@ -154,6 +156,30 @@ QString StateOfDeleted(int key)
 
 // A course.
 
+/// Fills the branches of each event: version 0 has the even choices, version 1 the odd ones.
+void ChooseResources(CourseResources &resources, int version)
+{
+    using ResourceTree::Kind;
+    constexpr RoleTypeRef role{1};
+    const QStringList guests = TestDatabase::Rows(others);
+    TreeModel &tree = resources.tree;
+    for (const EventRef event : resources.hours.keys()) {
+        for (const Kind kind : {Kind::Attendance, Kind::Facilities, Kind::Staff, Kind::Venues}) {
+            for (const TreeNode *node : tree.Nodes()) {
+                if (ResourceTree::Parse(node->key).kind == kind && ResourceTree::Parse(node->key).IsItem())
+                    tree.Remove(node->key);
+            }
+        }
+        ResourceTree::AddRole(tree, event, role, u"Tutor"_qs);
+        for (int i = version; i < choices; i += 2) {
+            ResourceTree::AddItem(tree, {Kind::Attendance, event, guests.at(i).toInt()}, u"Guest"_qs);
+            ResourceTree::AddItem(tree, {Kind::Facilities, event, i + 1}, u"Torch"_qs);
+            ResourceTree::AddItem(tree, {Kind::Staff, event, guests.at(i).toInt(), role}, u"Guest"_qs);
+            ResourceTree::AddItem(tree, {Kind::Venues, event, i + 2}, u"Hall"_qs);
+        }
+    }
+}
+
 bool SaveCourse(int &key, int version)
 {
     CourseRecord course;
@@ -167,8 +193,12 @@ bool SaveCourse(int &key, int version)
         node.tick = folder % 2 == version ? TreeTick::On : TreeTick::Off;
         folders.Add({}, std::move(node));
     }
+    CourseResources resources;
+    ReadCourseResources(course.courseRef, resources);
+    ChooseResources(resources, version);
     FieldValues notSeen;
-    const RecordSaved saved = Course_Save(course, {characteristics, folders}, notSeen);
+    Progress progress;
+    const RecordSaved saved = Course_Save(course, {characteristics, folders, resources}, notSeen, progress);
     key = saved.key;
     return saved.isWhole;
 }
@@ -177,8 +207,11 @@ int PrepareCourse(int key)
 {
     const bool isNew = key == 0;
     SaveCourse(key, 0);
-    if (isNew) // which is stored without characteristics
+    if (isNew) { // which is stored without characteristics and events
+        for (int day = 1; day <= 3; ++day)
+            ADO_Course_AddEvent(CourseRef(key), day, {20270300 + day, 900, 1000});
         SaveCourse(key, 0);
+    }
     return key;
 }
 
@@ -187,7 +220,14 @@ QString StateOfCourse(int key)
     const QString of = u" WHERE CourseRef = " % QString::number(key);
     return All(u"SELECT Title FROM Courses" % of) %
            All(u"SELECT ConcessionRef FROM CourseChar" % of % u" ORDER BY ConcessionRef") %
-           All(u"SELECT CourseHierarchyRef FROM CoursesRelationships" % of % u" ORDER BY CourseHierarchyRef");
+           All(u"SELECT CourseHierarchyRef FROM CoursesRelationships" % of %
+               u" ORDER BY CourseHierarchyRef") %
+           All(u"SELECT EventRef FROM CourseEvents" % of % u" ORDER BY EventRef") %
+           All(u"SELECT EventNo,ContactRef FROM AttendanceRecord" % of % u" ORDER BY EventNo,ContactRef") %
+           All(u"SELECT EventNo,FacilityRef FROM FacilitiesEmployed" % of %
+               u" ORDER BY EventNo,FacilityRef") %
+           All(u"SELECT EventNo,ContactRef FROM StaffEmployed" % of % u" ORDER BY EventNo,ContactRef") %
+           All(u"SELECT EventNo,VenueRef FROM VenuesEmployed" % of % u" ORDER BY EventNo,VenueRef");
 }
 
 // An organisation.
@@ -235,6 +275,8 @@ void SaveKills::MakeChoices()
         Concession_Add(name, 10, 0, {});
         RoleType_Add({name, {}, 1, RoleStatus::Active, {}});
         CustomAttrib_AddAttribVal(name, AttributeRef(attribute));
+        TestDatabase::Run({u"INSERT INTO Venues (Description,ReferenceID) VALUES ('" % name % u"','')",
+                           u"INSERT INTO Facilities (Name,ReferenceID) VALUES ('" % name % u"','')"});
     }
     for (int i = 0; i < people; ++i) {
         ContactRecord person;

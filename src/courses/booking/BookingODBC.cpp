@@ -4,9 +4,6 @@
 
 namespace
 {
-/// All bookings share one key: with a key for each resource, two saves of many could wait for each other.
-const QString bookingStep = QStringLiteral("Bookings");
-
 /// Fills in the event's hours where the caller has none. False if there is no such event any more.
 bool ReadHours(EventRef eventRef, EventHours &hours)
 {

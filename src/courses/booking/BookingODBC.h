@@ -9,6 +9,10 @@
 /// `StaffEmployed`. Each row has its own copy of its event's date and times; its column `EventNo` holds the
 /// event's EventRef.
 
+/// The step of everything that is booked. All bookings share one key: with a key for each resource, two saves
+/// of many could wait for each other.
+inline const QString bookingStep = QStringLiteral("Bookings");
+
 enum class ResourceKind { Venue = 4, Facility = 5 };
 
 /// What a booking returns in place of a course's title when it failed. Screens show it as one.

@@ -15,6 +15,9 @@ struct TreeNode;
 /// others are selected for, so that a stray one of another kind takes no part.
 namespace ResourceTree
 {
+/// What is added to the name of an attendee who is not on the course.
+inline const QString notEnrolled = QStringLiteral(" [not enrolled]");
+
 enum class Kind { None, Event, Attendance, Facilities, Staff, Venues, Role };
 
 /// What a node's key says.

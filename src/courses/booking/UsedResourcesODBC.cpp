@@ -75,13 +75,17 @@ bool ADO_Course_ShowUsedStaff(ListModel &available, ListModel &used, CourseRef c
         for (const auto &row : OpenRecordset(u"SELECT ContactRef FROM CourseStaff" % ofRole)) {
             const auto contactRef = static_cast<int>(row.Long(u"ContactRef"));
             if (contactRef < 0)
-                used.Add({u'-' % SqlNumber(contactRef),
-                          u"[ To Be Appointed " % SqlNumber(std::abs(contactRef)) % u" ]"});
+                used.Add({u'-' % SqlNumber(contactRef), OpenPostName(contactRef)});
             else
                 available.MoveKeys({u'!' % SqlNumber(contactRef)}, used);
         }
         return true;
     });
+}
+
+QString OpenPostName(int contactRef)
+{
+    return u"[ To Be Appointed " % SqlNumber(std::abs(contactRef)) % u" ]";
 }
 
 RoleTypeRef ADO_Course_RoleOnEvent(CourseRef courseRef, EventRef eventRef)

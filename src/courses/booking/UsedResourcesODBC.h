@@ -21,5 +21,8 @@ bool ADO_Course_ShowUsedFacilities(ListModel &available, ListModel &used, Course
 bool ADO_Course_ShowUsedStaff(ListModel &available, ListModel &used, CourseRef courseRef,
                               RoleTypeRef roleTypeRef, EventRef eventRef);
 
+/// How a post that nobody fills yet is shown, by its `contactRef`, which is below 0.
+QString OpenPostName(int contactRef);
+
 /// The role of one of the event's staff; none (0) where it has no staff, and on an error.
 RoleTypeRef ADO_Course_RoleOnEvent(CourseRef courseRef, EventRef eventRef);

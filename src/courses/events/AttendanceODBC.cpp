@@ -30,7 +30,7 @@ bool ADO_Course_StudentAttended(CourseRef courseRef, EventRef eventRef, ContactR
 {
     const QString contact = SqlNumber(contactRef);
     return Reported("ADO_Course_StudentAttended", false, [&] {
-        return InOneStep(QStringLiteral("AttendanceRecord"), [&] {
+        return InOneStep(attendanceStep, [&] {
             if (!HasRow(IsThere(courseRef, eventRef, contact)))
                 Execute(Insert(courseRef, eventRef, contact));
             return true;
@@ -76,7 +76,6 @@ bool ADO_Course_Attended(CourseRef courseRef, EventRef eventRef, const ListModel
     return Reported("ADO_Course_Attended", false, [&] {
         const QSet<QString> stored =
             RemoveUnselected(u"SELECT ContactRef" % ofEvent, remove, selected, known, progress);
-        return InsertSelected(QStringLiteral("AttendanceRecord"), isThere, insert, stored, selected,
-                              progress);
+        return InsertSelected(attendanceStep, isThere, insert, stored, selected, progress);
     });
 }

@@ -14,6 +14,9 @@ class Progress;
 /// Data functions of table `AttendanceRecord`: one row for each person who was at an event; its column
 /// `EventNo` holds the event's EventRef.
 
+/// The step of a test for an attendee and the write that relies on it.
+inline const QString attendanceStep = QStringLiteral("AttendanceRecord");
+
 /// The "?" keys of those who attended an event; nothing on an error.
 std::optional<QStringList> ADO_Course_AttendedKeys(CourseRef courseRef, EventRef eventRef);
 /// Notes that a person attended an event, once. False on an error.

@@ -145,7 +145,7 @@ int UpdateEvent(EventFile &file)
     lists.Add(RecordLists::List{facilityWord, file.facilities, stored.facilities, &file.facilitiesAvailable});
     lists.Add(RecordLists::List{staffWord, file.staff, stored.staff, &file.staffAvailable});
     lists.Add(RecordLists::List{attendanceWord, attended, attendedStored});
-    MergedSave save = SaveOf(EventColumns(), lists, QStringLiteral("Bookings"), QStringLiteral("event"));
+    MergedSave save = SaveOf(EventColumns(), lists, bookingStep, QStringLiteral("event"));
     save.read = [&] {
         const ReadRow<CourseEvent> event = ADO_Course_FindEvent(file.event.eventRef);
         stored.event = event ? *event : CourseEvent();

@@ -1,8 +1,10 @@
 #include "courses/record/CourseVersion.h"
 
-#include "controls/ListModel.h"
-#include "controls/TreeModel.h"
+#include "courses/booking/BookingODBC.h"
+#include "courses/events/AttendanceODBC.h"
 #include "courses/lists/CourseFolderODBC.h"
+#include "courses/record/ResourceVersion.h"
+#include "database/statements/DeletedMeanwhile.h"
 #include "database/statements/MiscODBC.h"
 #include "database/statements/RecordLists.h"
 #include "database/values/GlobalCode.h"
@@ -14,12 +16,15 @@ using Column = MergedColumn<CourseRecord>;
 const QString courseExists = QStringLiteral("Course already exists in database.");
 const QString characteristic = QStringLiteral("Characteristic");
 const QString folder = QStringLiteral("Folder");
+const QString updateCourse = QStringLiteral("Update Course");
 const QString rootLevel = QStringLiteral("!0");
 
 /// A course as stored, with what a save writes with the row.
 struct StoredCourse {
     ListModel characteristics;
     TreeModel folders;
+    CourseResources resources;
+    bool isGone = false;
 };
 
 const std::vector<Column> &Fields()
@@ -37,12 +42,29 @@ const std::vector<Column> &Fields()
 FieldValues ReadValues(CourseRef courseRef, StoredCourse &stored)
 {
     const ReadRow<CourseFile> file = ADO_Course_ShowCourse(courseRef);
+    stored.isGone = file.IsMissing();
     if (!file)
         return {};
     stored.characteristics.Fill(file->characteristics);
     ADO_Course_ShowFolders(stored.folders, true, true);
     ADO_Course_ShowCourseRelations(courseRef, stored.folders);
-    return Course_Values(file->course, {stored.characteristics, stored.folders});
+    // Others note who attended without a step of all bookings.
+    InOneStep(attendanceStep, [&] { return ReadCourseResources(courseRef, stored.resources); });
+    return Course_Values(file->course, {stored.characteristics, stored.folders, stored.resources});
+}
+
+MergedSave SaveOfCourse(const RecordLists &beside, const CourseLists &lists, const StoredCourse &stored)
+{
+    MergedSave save = SaveOf(Fields(), beside, bookingStep, QStringLiteral("course"));
+    save.caption = [of = save.caption, &lists, &stored](const QString &field) {
+        return ResourceVersion::IsField(field)
+                   ? ResourceVersion::Caption(field, lists.resources, stored.resources)
+                   : of(field);
+    };
+    save.shown = [of = save.shown](const QString &field, const QString &value) {
+        return ResourceVersion::IsField(field) ? ResourceVersion::Shown(value) : of(field, value);
+    };
+    return save;
 }
 
 int Write(const CourseRecord &course)
@@ -62,16 +84,8 @@ FieldValues Course_Values(const CourseRecord &course, const CourseLists &lists)
     if (folders.isEmpty())
         folders[folder % rootLevel] = QStringLiteral("");
     values.insert(folders);
+    ResourceVersion::AddFields(values, lists.resources);
     return values;
-}
-
-FieldValues Course_StoredValues(CourseRef courseRef)
-{
-    StoredCourse stored;
-    // One step, so that a read that fails ends all of it: folders that could not be read would look removed.
-    return Reported("Course_StoredValues", FieldValues(), [&] {
-        return InOneStep(QStringLiteral("Courses"), [&] { return ReadValues(courseRef, stored); });
-    });
 }
 
 int Course_Add(const CourseRecord &course)
@@ -81,25 +95,42 @@ int Course_Add(const CourseRecord &course)
                          courseExists, QStringLiteral("Add Course"));
 }
 
-int Course_Update(CourseRecord &course, const CourseLists &lists, FieldValues &base)
+int Course_Update(CourseRecord &course, const CourseLists &lists, FieldValues &base,
+                  const std::function<bool()> &storeLists)
 {
     StoredCourse stored;
+    QStringList lostEvents;
     RecordLists beside;
     beside.Add(RecordLists::List{characteristic, lists.characteristics, stored.characteristics});
     beside.Add(RecordLists::Ticks{folder, lists.folders, stored.folders});
-    MergedSave save = SaveOf(Fields(), beside, QStringLiteral("Courses"), QStringLiteral("course"));
-    save.read = [&] { return ReadValues(course.courseRef, stored); };
+    MergedSave save = SaveOfCourse(beside, lists, stored);
+    save.read = [&] {
+        return ResourceVersion::Folded(ReadValues(course.courseRef, stored), lists.resources);
+    };
     save.write = [&](const FieldValues &values) {
+        if (stored.isGone)
+            return 0;
+        beside.Take(values);
+        lostEvents += ResourceVersion::Take(values, lists.resources, stored.resources);
         CourseRecord merged = course;
         PutValues(Fields(), values, merged);
-        return Write(merged);
+        const int key = Write(merged);
+        if (key > 0 && !storeLists())
+            throw StatementGivenUp{}; // which undoes it
+        return key;
     };
     FieldValues values = Course_Values(course, lists);
-    const int key = TellDuplicate(SaveMerged("Course_Update", save, base, values), courseExists,
-                                  QStringLiteral("Update Course"));
+    FieldValues seen = ResourceVersion::Folded(base, lists.resources);
+    const int key = SaveMerged("Course_Update", save, seen, values);
+    if (stored.isGone) {
+        Dialogs::MsgBox(QStringLiteral("Course has been deleted."), QStringLiteral("Courses"),
+                        Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+        return key;
+    }
     if (key > 0) {
         PutValues(Fields(), values, course);
-        beside.Take(values);
+        base = AsStored(Course_Values(course, lists));
+        TellLeftOut(lostEvents, updateCourse);
     }
-    return key;
+    return TellDuplicate(key, courseExists, updateCourse);
 }

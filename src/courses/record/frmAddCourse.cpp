@@ -2,22 +2,29 @@
 
 #include "contacts/manager/frmSelectContacts.h"
 #include "core/session/Session.h"
+#include "courses/events/frmEvent.h"
 #include "courses/record/CourseModule.h"
 #include "courses/record/CoursePage.h"
 #include "courses/record/CoursePeople.h"
+#include "courses/record/ResourceVersion.h"
+#include "courses/record/ResourcesPage.h"
 #include "courses/record/StudentsPage.h"
+#include "database/statements/DeletedMeanwhile.h"
 #include "database/statements/Security.h"
 #include "forms/frames/FormBuilder.h"
+#include "forms/progress/ProgressBox.h"
 
 frmAddCourse::frmAddCourse(QWidget *parent)
     : FormDialog(QStringLiteral("frmAddCourse"), QStringLiteral("Add Course"), parent)
     , m_course(new CoursePage)
     , m_students(new StudentsPage)
+    , m_resources(new ResourcesPage)
 {
     FormBuilder form(this);
     m_tabs = form.Tabs(QStringLiteral("TabStrip1"));
     m_tabs->addTab(m_course, QStringLiteral("Course"));
     m_tabs->addTab(m_students, QStringLiteral("Students"));
+    m_tabs->addTab(m_resources, QStringLiteral("Resources && Attendance"));
     form.BeginButtons();
     m_add = form.DefaultButton(QStringLiteral("AddBtn"), QStringLiteral("&Add Course"));
     QPushButton *exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
@@ -28,19 +35,23 @@ frmAddCourse::frmAddCourse(QWidget *parent)
     connect(m_students, &StudentsPage::AddAsked, this, &frmAddCourse::AddStudents);
     connect(m_students, &StudentsPage::Enrolment, this, [this] {
         m_course->SetEnrolled(m_students->Enrolled());
+        m_resources->SetEnrolled(m_students->Students());
         ApplyRights();
     });
+    connect(m_resources, &ResourcesPage::EventAsked, this, &frmAddCourse::OpenEvent);
     connect(m_course, &CoursePage::LimitChanged, this, &frmAddCourse::ApplyRights);
 
     m_modified = new ModifiedMark(m_add, this);
     m_course->Watch(*m_modified);
     m_modified->Watch(m_usedChar);
+    m_resources->Watch(*m_modified);
 }
 
 void frmAddCourse::NewCourse(const QString &location)
 {
     m_course->ShowFolders(location);
-    m_tabs->setTabEnabled(m_tabs->indexOf(m_students), false);
+    for (QWidget *page : {static_cast<QWidget *>(m_students), static_cast<QWidget *>(m_resources)})
+        m_tabs->setTabEnabled(m_tabs->indexOf(page), false);
     ApplyRights();
     m_modified->Clear();
 }
@@ -54,10 +65,10 @@ bool frmAddCourse::EditCourse(CourseRef courseRef)
     m_record = file->course;
     m_course->ShowCourse(m_record);
     m_usedChar.Fill(file->characteristics);
-    m_seen = Course_Values(m_record, Lists());
     RowExists(courseRef);
+    m_seen = Course_Values(m_record, Lists());
     m_modified->Clear();
-    return true;
+    return m_resources->Resources().isWhole;
 }
 
 QString frmAddCourse::CourseTitle() const
@@ -67,7 +78,7 @@ QString frmAddCourse::CourseTitle() const
 
 CourseLists frmAddCourse::Lists()
 {
-    return {m_usedChar, m_course->Folders()};
+    return {m_usedChar, m_course->Folders(), m_resources->Resources()};
 }
 
 void frmAddCourse::RowExists(CourseRef courseRef)
@@ -75,7 +86,9 @@ void frmAddCourse::RowExists(CourseRef courseRef)
     m_courseRef = courseRef;
     ShowTitle();
     m_add->setText(QStringLiteral("&Update Course"));
-    m_tabs->setTabEnabled(m_tabs->indexOf(m_students), true);
+    for (QWidget *page : {static_cast<QWidget *>(m_students), static_cast<QWidget *>(m_resources)})
+        m_tabs->setTabEnabled(m_tabs->indexOf(page), true);
+    ShowEvents();
     m_students->ShowStudents(courseRef);
 }
 
@@ -88,8 +101,9 @@ void frmAddCourse::ApplyRights()
 {
     // Who may only add fills in a new course, and can no longer change it once it is there.
     const Level level = UserRight(Right::Courses);
-    const bool open = level >= (!m_courseRef ? Level::Add : Level::Edit);
+    const bool open = level >= (!m_courseRef ? Level::Add : Level::Edit) && m_resources->Resources().isWhole;
     m_course->SetLocked(!open, !UserMay(Right::CourseFee, Level::Full));
+    m_resources->Allow(open);
     m_add->setEnabled(open);
     const int limit = m_course->Limit();
     const bool hasPlaces = limit == 0 || limit > m_students->Enrolled();
@@ -107,17 +121,69 @@ void frmAddCourse::Save()
     CourseRecord course = m_course->Course();
     course.courseRef = m_courseRef;
     m_record = course;
-    const RecordSaved saved = Course_Save(m_record, Lists(), m_seen);
+    const RecordSaved saved = Store();
     if (saved.key < 1)
         return;
     if (m_record != course)
         m_course->ShowFields(m_record);
     m_saved = saved.key;
-    if (!m_courseRef)
+    if (m_courseRef)
+        ShowEvents();
+    else
         RowExists(CourseRef(saved.key));
     ShowTitle();
     if (saved.isWhole)
         m_modified->Saved();
+}
+
+RecordSaved frmAddCourse::Store()
+{
+    const QString title = m_courseRef ? QStringLiteral("Update Course") : QStringLiteral("Add Course");
+    RecordSaved saved;
+    const bool isFinished = ProgressBox::Run(
+        this, title, [&](Progress &progress) { saved = Course_Save(m_record, Lists(), m_seen, progress); });
+    if (!isFinished && saved.key == 0)
+        Dialogs::MsgBox(QStringLiteral("Stopped. Nothing on this screen was stored."), title,
+                        Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+    return saved;
+}
+
+/// Reads the events, as they are stored now; what was changed in the tree is lost.
+void frmAddCourse::ShowEvents()
+{
+    m_resources->ShowEvents(m_courseRef);
+    ResourceVersion::SeeAgain(m_seen, m_resources->Resources());
+    if (Course_Values(m_course->Course(), Lists()) == m_seen)
+        m_modified->Clear();
+    ApplyRights();
+}
+
+/// Asks about changes of the tree before something that reads it again. `what` begins the question.
+bool frmAddCourse::MayReadEventsAgain(const QString &what)
+{
+    if (!m_resources->IsChanged())
+        return true;
+    const Dialogs::Answer answer = Dialogs::MsgBox(
+        what % u" reads the events again, and what was changed in their tree without being stored is lost.\n"
+               u"Okay to update the course before?",
+        QStringLiteral("Warning"), Dialogs::Buttons::YesNoCancel, Dialogs::Icon::Question);
+    if (answer == Dialogs::Answer::Yes)
+        Save();
+    return answer == Dialogs::Answer::No || (answer == Dialogs::Answer::Yes && !m_resources->IsChanged());
+}
+
+void frmAddCourse::OpenEvent(EventRef eventRef)
+{
+    if (!MayReadEventsAgain(QStringLiteral("Opening the event")))
+        return;
+    const ReadRow<CourseEvent> event = ADO_Course_FindEvent(eventRef);
+    if (event) {
+        frmEvent form(m_courseRef, event->eventNo, frmEvent::Tab::Event, this);
+        form.Run();
+    } else if (event.IsMissing()) {
+        TellLeftOut({m_resources->NameOf(eventRef)}, windowTitle());
+    }
+    ShowEvents();
 }
 
 bool frmAddCourse::MayLeave()

@@ -2,16 +2,18 @@
 
 #include "controls/ListModel.h"
 #include "courses/record/CourseVersion.h"
+#include "database/statements/WholeSave.h"
 #include "database/values/Keys.h"
 #include "forms/frames/FormDialog.h"
 
 class CoursePage;
 class QPushButton;
 class QTabWidget;
+class ResourcesPage;
 class StudentsPage;
 
-/// Adds and edits a course, its folders and its students. When it closes, gDialogResult holds
-/// the course's reference, or 0 if nothing was saved.
+/// Adds and edits a course, its folders, its students and its events. When it closes, gDialogResult holds the
+/// course's reference, or 0 if nothing was saved.
 class frmAddCourse final : public FormDialog
 {
     Q_OBJECT
@@ -35,6 +37,10 @@ private:
     void ShowTitle();
     void ApplyRights();
     void Save();
+    RecordSaved Store();
+    void ShowEvents();
+    bool MayReadEventsAgain(const QString &what);
+    void OpenEvent(EventRef eventRef);
     void AddStudents();
     CourseLists Lists();
 
@@ -46,6 +52,7 @@ private:
     QTabWidget *m_tabs = nullptr;
     CoursePage *m_course = nullptr;
     StudentsPage *m_students = nullptr;
+    ResourcesPage *m_resources = nullptr;
     QPushButton *m_add = nullptr;
     ModifiedMark *m_modified = nullptr;
 };

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "courses/booking/ResourceTree.h"
+#include "courses/record/ResourceTreeODBC.h"
+#include "database/statements/RecordMerge.h"
+
+#include <QWidget>
+
+class ModifiedMark;
+class ResourcePanel;
+
+/// The "Resources && Attendance" tab: the events of a course with what is booked on them and who came. It is
+/// stored with the course.
+class ResourcesPage final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ResourcesPage(QWidget *parent = nullptr);
+
+    /// Reads the tree of a saved course, with what was open and selected before. False on an error.
+    bool ShowEvents(CourseRef courseRef);
+    /// Those who are on the course now, by "?" keys.
+    void SetEnrolled(const ListModel &students);
+    QString NameOf(EventRef eventRef) const;
+    CourseResources &Resources() { return m_resources; }
+    /// Whether the tree differs from the one that was read.
+    bool IsChanged() const;
+    /// What the user's rights allow; a locked tree can still be looked through.
+    void Allow(bool change);
+    void Watch(ModifiedMark &modified);
+
+signals:
+    void EventAsked(EventRef eventRef); ///< to be opened
+    void EventsAsked();                 ///< to be added
+
+private:
+    void ShowInfo(const ResourceTree::Node &node);
+    void PickAttendees();
+
+    CourseResources m_resources;
+    FieldValues m_read; ///< what the tree held when it was read
+    ResourcePanel *m_panel = nullptr;
+};
