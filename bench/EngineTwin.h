@@ -51,6 +51,26 @@ public:
         return first;
     }
 
+    /// Reads every row into values of the program's kind, and drops them. Returns how many there were.
+    int Read(const QString &sql)
+    {
+        sqlite3_stmt *statement = Prepared(sql.toStdString(), 0);
+        int rows = 0;
+        while (sqlite3_step(statement) == SQLITE_ROW) {
+            ++rows;
+            for (int column = 0; column < sqlite3_column_count(statement); ++column) {
+                if (sqlite3_column_type(statement, column) != SQLITE_TEXT) {
+                    m_read += static_cast<qsizetype>(sqlite3_column_int64(statement, column));
+                    continue;
+                }
+                const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
+                m_read += QString::fromUtf8(text, sqlite3_column_bytes(statement, column)).size();
+            }
+        }
+        sqlite3_finalize(statement);
+        return rows;
+    }
+
 private:
     sqlite3_stmt *Prepared(const std::string &sql, unsigned flags)
     {
@@ -72,4 +92,5 @@ private:
 
     sqlite3 *m_handle = nullptr;
     std::map<std::string, sqlite3_stmt *> m_statements;
+    qsizetype m_read = 0; ///< of all values, so that reading them cannot be left out
 };

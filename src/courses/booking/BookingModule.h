@@ -1,14 +1,6 @@
 #pragma once
 
-#include <QString>
-
-/// A booking that was not made, for the user.
-struct BookingClash {
-    enum class Of { Venue, Facility, Staff };
-    Of what{};
-    QString name;  ///< of what was to be booked
-    QString title; ///< of the course that holds it
-};
+#include "courses/booking/BookingClash.h"
 
 /// Tells the user of a booking that was not made. Without a `title` the box has that of its kind.
 void TellClash(const BookingClash &clash, const QString &title = {});

@@ -1,6 +1,7 @@
 #include "courses/record/CourseModule.h"
 
 #include "core/session/Progress.h"
+#include "courses/booking/BookingModule.h"
 #include "courses/record/ResourceVersion.h"
 #include "database/values/GlobalCode.h"
 

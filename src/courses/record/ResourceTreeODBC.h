@@ -2,7 +2,7 @@
 
 #include "controls/ListModel.h"
 #include "controls/TreeModel.h"
-#include "courses/booking/BookingModule.h"
+#include "courses/booking/BookingClash.h"
 #include "courses/booking/EventHours.h"
 #include "database/values/Keys.h"
 
