@@ -10,6 +10,7 @@
 #include "forms/frames/FormBuilder.h"
 #include "platform/desktop/Dialogs.h"
 
+#include <QHBoxLayout>
 #include <QLocale>
 #include <QProgressBar>
 

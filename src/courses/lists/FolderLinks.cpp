@@ -92,6 +92,7 @@ void FolderLinks::Show(const FolderTables &tables, int item, TreeModel &folders)
     }
 }
 
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): from the one to the other, as with copies of files.
 void FolderLinks::Copy(const FolderTables &tables, FolderRef source, FolderRef target)
 {
     for (const auto &link : OpenRecordset(u"SELECT * FROM " % tables.links % u" WHERE " % tables.folderRef %

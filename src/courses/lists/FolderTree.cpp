@@ -93,6 +93,7 @@ TreeModel::NewNode FolderNode(const QString &parentKey, const Recordset::Row &ro
 
 /// The folders below the top ones, parents before their children, which an engine may give in any order.
 /// Those left over go into `lost`.
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): parents, then children.
 std::vector<TreeModel::NewNode> SubFolders(const Recordset &top, const Recordset &below, bool withTicks,
                                            QStringList &lost)
 {
@@ -169,6 +170,7 @@ bool FolderTree::Delete(const char *routineName, const FolderTables &tables, Fol
     });
 }
 
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): from the one to the other, as with copies of files.
 int FolderTree::Copy(const char *routineName, const FolderTables &tables, FolderRef source, FolderRef target,
                      bool withLinks)
 {

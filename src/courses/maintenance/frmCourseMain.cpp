@@ -7,6 +7,8 @@
 #include "database/statements/Security.h"
 #include "forms/lists/DeleteSelected.h"
 
+#include <QPushButton>
+
 namespace
 {
 template <typename Form>

@@ -102,6 +102,7 @@ bool ADO_Course_DupeChar(CourseRef source, CourseRef target)
                         target);
 }
 
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): from the one to the other, as with copies of files.
 bool ADO_Course_DupeEvents(CourseRef source, CourseRef target, int options)
 {
     return Reported("ADO_Course_DupeEvents", false, [&] {
@@ -117,6 +118,7 @@ bool ADO_Course_DupeEvents(CourseRef source, CourseRef target, int options)
     });
 }
 
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): as above.
 bool ADO_Course_DupeStudentsEnrolled(CourseRef source, CourseRef target)
 {
     return Reported("ADO_Course_DupeStudentsEnrolled", false, [&] {

@@ -169,6 +169,7 @@ std::vector<NamedNode> ReadStaff(CourseRef courseRef)
 }
 
 /// Roles are shown where somebody has them.
+// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): what there is, and who has it.
 void AddRoles(TreeModel &tree, const std::vector<NamedNode> &roles, const std::vector<NamedNode> &staff)
 {
     QSet<QString> held;

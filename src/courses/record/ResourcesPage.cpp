@@ -91,6 +91,7 @@ bool ResourcesPage::ShowEvents(CourseRef courseRef)
 void ResourcesPage::SetEnrolled(const ListModel &students)
 {
     std::vector<ListItem> people;
+    people.reserve(static_cast<size_t>(students.Count()));
     for (int row = 0; row < students.Count(); ++row)
         people.push_back({students.At(row).key, students.At(row).text});
     m_resources.enrolled.Fill(std::move(people));

@@ -6,6 +6,7 @@
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QShowEvent>
+#include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
 
