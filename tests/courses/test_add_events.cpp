@@ -14,6 +14,7 @@
 #include "support/ScriptedDialogs.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>

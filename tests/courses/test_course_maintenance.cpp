@@ -14,7 +14,7 @@
 #include "support/ModalDriver.h"
 #include "support/ScriptedDialogs.h"
 
-#include <QPlainTextEdit>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
