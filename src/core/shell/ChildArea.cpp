@@ -64,18 +64,13 @@ std::vector<int> ChildArea::TileWidths(const QList<QMdiSubWindow *> &windows, in
     for (const QMdiSubWindow *window : windows)
         least.push_back(window->minimumSizeHint().width());
     const int count = static_cast<int>(windows.size());
-    const int need = std::accumulate(least.begin(), least.end(), 0);
-    const bool equal = *std::max_element(least.begin(), least.end()) <= room / count;
+    const int spare = room - std::accumulate(least.begin(), least.end(), 0);
+    const bool equal = spare < 0 || *std::max_element(least.begin(), least.end()) <= room / count;
     std::vector<int> widths;
-    int before = 0;
-    int needed = 0;
     for (int i = 0; i < count; ++i) {
-        needed += least[static_cast<size_t>(i)];
-        const int after = equal         ? room * (i + 1) / count
-                          : need > room ? room * needed / need
-                                        : needed + (room - need) * (i + 1) / count;
-        widths.push_back(after - before);
-        before = after;
+        const int before = equal ? room * i / count : spare * i / count;
+        const int after = equal ? room * (i + 1) / count : spare * (i + 1) / count;
+        widths.push_back(after - before + (equal ? 0 : least[static_cast<size_t>(i)]));
     }
     return widths;
 }

@@ -33,7 +33,7 @@ private:
     QList<QMdiSubWindow *> TiledWindows() const;
     bool StillTiled() const;
     /// Equal shares of the width or, if a window needs more than its share, what each needs plus an equal
-    /// share of the rest; shares as large as the needs if there is not enough for all.
+    /// share of the rest; equal shares again if there is not enough for all.
     static std::vector<int> TileWidths(const QList<QMdiSubWindow *> &windows, int room);
 
     QHash<const QMdiSubWindow *, QRect> m_tiles;
