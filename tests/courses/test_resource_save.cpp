@@ -131,6 +131,7 @@ private slots:
     void Buttons_data();
     void Buttons();
     void AsksBeforeTheEventsAreReadAgain();
+    void AddsEvents();
     void SpaceGoesDownTheTerm();
 
 private:
@@ -482,6 +483,27 @@ void TestResourceSave::AsksBeforeTheEventsAreReadAgain()
     attend();
     QCOMPARE(open(Dialogs::Answer::Yes, true), size_t(1));
     QCOMPARE(TestDatabase::Rows("SELECT ContactRef FROM AttendanceRecord"), QStringList(SqlNumber(m_anna)));
+}
+
+/// The series is in the tree at once; what else is not stored yet is asked about before.
+void TestResourceSave::AddsEvents()
+{
+    frmAddCourse form;
+    QVERIFY(form.EditCourse(m_course));
+    form.show();
+    Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(2);
+    TreeModel &tree = Find<TreeView>(form, "ResourceList")->Model();
+    ModalDriver driver;
+    driver.Expect("frmAddEvents", [](QDialog &series) {
+        TypeInto(series, "EventNo", "3");
+        ScriptedDialogs user;
+        user.Expect("Question", "Delete all current events?", Dialogs::Answer::No);
+        Press(series, "DoBtn");
+    });
+    Press(form, "AddResourceBtn");
+    QCOMPARE(tree.rowCount(), 5);
+    form.reject();
+    QVERIFY(!form.isVisible());
 }
 
 void TestResourceSave::SpaceGoesDownTheTerm()

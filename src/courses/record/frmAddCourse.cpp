@@ -2,6 +2,7 @@
 
 #include "contacts/manager/frmSelectContacts.h"
 #include "core/session/Session.h"
+#include "courses/events/frmAddEvents.h"
 #include "courses/events/frmEvent.h"
 #include "courses/record/CourseModule.h"
 #include "courses/record/CoursePage.h"
@@ -39,6 +40,7 @@ frmAddCourse::frmAddCourse(QWidget *parent)
         ApplyRights();
     });
     connect(m_resources, &ResourcesPage::EventAsked, this, &frmAddCourse::OpenEvent);
+    connect(m_resources, &ResourcesPage::EventsAsked, this, &frmAddCourse::AddEvents);
     connect(m_course, &CoursePage::LimitChanged, this, &frmAddCourse::ApplyRights);
 
     m_modified = new ModifiedMark(m_add, this);
@@ -170,6 +172,15 @@ bool frmAddCourse::MayReadEventsAgain(const QString &what)
     if (answer == Dialogs::Answer::Yes)
         Save();
     return answer == Dialogs::Answer::No || (answer == Dialogs::Answer::Yes && !m_resources->IsChanged());
+}
+
+void frmAddCourse::AddEvents()
+{
+    if (!MayReadEventsAgain(QStringLiteral("Adding events")))
+        return;
+    frmAddEvents form(m_courseRef, ADO_Course_CountEvents(m_courseRef) > 0, this);
+    if (form.Run() > 0)
+        ShowEvents();
 }
 
 void frmAddCourse::OpenEvent(EventRef eventRef)

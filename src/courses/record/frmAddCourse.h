@@ -40,6 +40,7 @@ private:
     RecordSaved Store();
     void ShowEvents();
     bool MayReadEventsAgain(const QString &what);
+    void AddEvents();
     void OpenEvent(EventRef eventRef);
     void AddStudents();
     CourseLists Lists();
