@@ -4,6 +4,7 @@
 #include "support/ScriptedDialogs.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QTest>
 
@@ -94,6 +95,9 @@ void TestDateField::WalksByTheArrows()
     QCOMPARE(bench.date->text(), u"25/10/2026"_qs);
 
     bench.date->setReadOnly(true);
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(bench.date, &escape);
+    QVERIFY2(!escape.isAccepted(), "Escape closes the form around a locked date");
     QTest::keyClick(bench.date, Qt::Key_Up);
     QTest::keyClick(bench.date, Qt::Key_F4);
     QVERIFY(!QApplication::activePopupWidget());

@@ -141,11 +141,11 @@ void DateField::focusOutEvent(QFocusEvent *event)
 
 void DateField::keyPressEvent(QKeyEvent *event)
 {
+    if (isReadOnly())
+        return QLineEdit::keyPressEvent(event);
     const int key = event->key();
     const int step = key == Qt::Key_Up || key == Qt::Key_PageUp ? 1 : -1;
-    if (isReadOnly()) {
-        QLineEdit::keyPressEvent(event);
-    } else if (key == Qt::Key_F4 || (key == Qt::Key_Down && event->modifiers() & Qt::AltModifier)) {
+    if (key == Qt::Key_F4 || (key == Qt::Key_Down && event->modifiers() & Qt::AltModifier)) {
         OpenCalendar();
     } else if (key == Qt::Key_Up || key == Qt::Key_Down) {
         SetDay(Day().addDays(step));
