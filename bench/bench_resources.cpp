@@ -20,6 +20,7 @@ constexpr int eventCount = 200;
 constexpr int students = 30;
 constexpr int things = 2; // of each event: as many facilities, as many venues, and one tutor
 constexpr CourseRef course{1};
+constexpr double longestWait = 100; // milliseconds
 
 /// Every event has its own hours, so that nothing clashes.
 void Fill(EngineTwin &twin)
@@ -60,18 +61,30 @@ void Fill(EngineTwin &twin)
 }
 
 struct Fixture {
-    Fixture()
-    {
-        gUserRights = RightsBlank();
-        Fill(twin);
-        page.resize(900, 600);
-        page.show();
-    }
+    Fixture() { Fill(twin); }
 
     TestDatabase database;
     EngineTwin twin;
-    ResourcesPage page;
 };
+
+void ShowTree(CourseResources &resources)
+{
+    Bench::Require(ADO_Course_ShowStaffEvents(course, resources), "the tree could not be read");
+}
+
+/// What the user waits for, with the tab on the screen.
+void RequireShownSoon()
+{
+    gUserRights = RightsBlank();
+    ResourcesPage page;
+    page.resize(900, 600);
+    page.show();
+    const double took = Bench::Milliseconds([&] {
+        page.ShowEvents(course);
+        QApplication::processEvents();
+    });
+    Bench::Require(took < longestWait, "nothing was shown for " + QString::number(took) + " ms");
+}
 
 /// The statements of the work, taken down as the program sends them.
 QStringList StatementsOf(const std::function<void()> &work)
@@ -88,13 +101,14 @@ const Bench::Registration open("courses: open the tree of 200 events, 30 attende
     Bench::Case benchmark;
     benchmark.unit = QStringLiteral("ms");
     benchmark.bar = 2;
+    benchmark.rounds = 25;
     benchmark.ours = [fixture] {
-        return Bench::Milliseconds([&] {
-            Bench::Require(fixture->page.ShowEvents(course), "the tree could not be read");
-            QApplication::processEvents();
-        });
+        CourseResources resources;
+        return Bench::Milliseconds([&] { ShowTree(resources); });
     };
-    const QStringList statements = StatementsOf([&] { fixture->page.ShowEvents(course); });
+    RequireShownSoon();
+    CourseResources resources;
+    const QStringList statements = StatementsOf([&] { ShowTree(resources); });
     benchmark.twin = [fixture, statements] {
         return Bench::Milliseconds([&] {
             int rows = 0;
@@ -112,12 +126,11 @@ const Bench::Registration open("courses: open the tree of 200 events, 30 attende
     return benchmark;
 });
 
-void Save(Fixture &fixture)
+void Save(const TreeModel &tree)
 {
     std::vector<BookingClash> clashes;
     Progress progress;
-    Bench::Require(SaveResourceTree(course, fixture.page.Resources().tree, clashes, progress) &&
-                       clashes.empty(),
+    Bench::Require(SaveResourceTree(course, tree, clashes, progress) && clashes.empty(),
                    "the tree could not be stored");
 }
 
@@ -176,11 +189,12 @@ void SaveByHand(EngineTwin &twin)
 const Bench::Registration
     save("courses: store the tree of 200 events, 30 attendees and 5 resources each", [] {
         const auto fixture = std::make_shared<Fixture>();
-        Bench::Require(fixture->page.ShowEvents(course), "the tree could not be read");
+        const auto resources = std::make_shared<CourseResources>();
+        ShowTree(*resources);
         Bench::Case benchmark;
         benchmark.unit = QStringLiteral("ms");
         benchmark.bar = 2;
-        benchmark.ours = [fixture] { return Bench::Milliseconds([&] { Save(*fixture); }); };
+        benchmark.ours = [resources] { return Bench::Milliseconds([&] { Save(resources->tree); }); };
         benchmark.twin = [fixture] { return Bench::Milliseconds([&] { SaveByHand(fixture->twin); }); };
         return benchmark;
     });

@@ -52,9 +52,13 @@ void TreeModel::Add(std::vector<NewNode> nodes)
     }
     const TreeNode *selected = Selected();
     beginResetModel();
+    m_byKey.reserve(m_byKey.size() + static_cast<qsizetype>(nodes.size()));
+    // Those of one parent mostly follow each other.
+    TreeNode *parentNode = m_root.get();
     for (NewNode &added : nodes) {
-        TreeNode *parentNode = added.parentKey.isEmpty() ? m_root.get() : Find(added.parentKey);
-        if (parentNode && !m_byKey.contains(added.node.key))
+        if (!parentNode || parentNode->key != added.parentKey)
+            parentNode = added.parentKey.isEmpty() ? m_root.get() : Find(added.parentKey);
+        if (parentNode)
             Insert(parentNode, std::move(added.node));
     }
     endResetModel();
@@ -63,14 +67,16 @@ void TreeModel::Add(std::vector<NewNode> nodes)
     emit Changed();
 }
 
-TreeNode *TreeModel::Insert(TreeNode *parentNode, TreeNode node)
+TreeNode *TreeModel::Insert(TreeNode *parentNode, TreeNode &&node)
 {
+    TreeNode *&added = m_byKey[node.key];
+    if (added)
+        return nullptr;
     const int row = static_cast<int>(parentNode->children.size());
     parentNode->children.push_back(std::make_unique<TreeNode>(std::move(node)));
-    TreeNode *added = parentNode->children.back().get();
+    added = parentNode->children.back().get();
     added->parent = parentNode;
     added->row = row;
-    m_byKey.insert(added->key, added);
     return added;
 }
 

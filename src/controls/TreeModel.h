@@ -93,7 +93,8 @@ signals:
     void TextAsked(const QString &key, const QString &text);
 
 private:
-    TreeNode *Insert(TreeNode *parentNode, TreeNode node);
+    /// Null if the key exists already.
+    TreeNode *Insert(TreeNode *parentNode, TreeNode &&node);
 
     std::unique_ptr<TreeNode> m_root;
     QHash<QString, TreeNode *> m_byKey;

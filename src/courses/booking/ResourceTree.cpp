@@ -1,12 +1,13 @@
 #include "courses/booking/ResourceTree.h"
 
 #include "controls/ListModel.h"
-#include "controls/TreeModel.h"
 
 #include <QSet>
+#include <QStringTokenizer>
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 namespace
 {
@@ -49,6 +50,38 @@ Kind KindOf(QChar mark)
         return Kind::Role;
     const auto *looks = std::ranges::find(Branches(), mark.unicode(), &Looks::mark);
     return looks == Branches().end() ? Kind::None : looks->kind;
+}
+
+constexpr size_t mostNumbers = 3;
+
+/// A key in one piece: trees have thousands of them.
+QString Joined(char16_t mark, std::initializer_list<int> numbers)
+{
+    constexpr size_t mostDigits = 12;
+    std::array<char, mostDigits * mostNumbers> text{};
+    char *end = text.data();
+    for (const int number : numbers) {
+        *end = end == text.data() ? static_cast<char>(mark) : ';';
+        ++end;
+        end = std::to_chars(end, text.data() + text.size(), number).ptr;
+    }
+    return QString::fromLatin1(text.data(), end - text.data());
+}
+
+/// The numbers of a key, which are separated by ";".
+struct Numbers {
+    std::array<int, mostNumbers> at{};
+    size_t count = 0;
+};
+
+Numbers NumbersOf(QStringView key)
+{
+    Numbers numbers;
+    for (const QStringView number : QStringTokenizer(key.mid(1), u';')) {
+        if (numbers.count < numbers.at.size())
+            numbers.at[numbers.count++] = number.toInt();
+    }
+    return numbers;
 }
 
 QString ParentKey(const Node &item)
@@ -111,63 +144,75 @@ Node ResourceTree::Parse(const QString &key)
     if (key.isEmpty())
         return {};
     const Kind kind = KindOf(key.front());
-    const QList<QStringView> numbers = QStringView(key).mid(1).split(u';');
-    const auto number = [&numbers](qsizetype at) { return numbers.value(at).toInt(); };
-    const EventRef eventRef(numbers.last().toInt());
-    switch (kind) {
-    case Kind::None:
+    const auto [at, count] = NumbersOf(key);
+    if (kind == Kind::None || count == 0)
         return {};
-    case Kind::Role:
-        return {kind, eventRef, 0, RoleTypeRef(number(0))};
-    default:
-        break;
-    }
-    if (numbers.size() == 1)
+    const EventRef eventRef(at[count - 1]);
+    if (kind == Kind::Role)
+        return {kind, eventRef, 0, RoleTypeRef(at[0])};
+    if (count == 1)
         return {kind, eventRef};
-    return {kind, eventRef, number(0), kind == Kind::Staff ? RoleTypeRef(number(1)) : RoleTypeRef()};
+    return {kind, eventRef, at[0], kind == Kind::Staff ? RoleTypeRef(at[1]) : RoleTypeRef()};
 }
 
 QString ResourceTree::Key(const Node &node)
 {
-    const QString event = SqlNumber(node.eventRef);
+    const int event = node.eventRef.number;
     switch (node.kind) {
     case Kind::None:
         return {};
     case Kind::Event:
-        return u'?' % event;
+        return Joined(u'?', {event});
     case Kind::Role:
-        return u'R' % SqlNumber(node.roleTypeRef) % u';' % event;
+        return Joined(u'R', {node.roleTypeRef.number, event});
     default:
         break;
     }
-    const QChar mark(LooksOf(node.kind)->mark);
+    const char16_t mark = LooksOf(node.kind)->mark;
     if (!node.IsItem())
-        return mark % event;
-    const QString item = mark % SqlNumber(node.itemRef) % u';';
-    return node.kind == Kind::Staff ? QString(item % SqlNumber(node.roleTypeRef) % u';' % event)
-                                    : QString(item % event);
+        return Joined(mark, {event});
+    return node.kind == Kind::Staff ? Joined(mark, {node.itemRef, node.roleTypeRef.number, event})
+                                    : Joined(mark, {node.itemRef, event});
+}
+
+TreeModel::NewNode ResourceTree::NewItem(const Node &item, const QString &name)
+{
+    return {ParentKey(item), {Key(item), name, LooksOf(item.kind)->itemImage}};
+}
+
+TreeModel::NewNode ResourceTree::NewRole(EventRef eventRef, RoleTypeRef roleTypeRef, const QString &name)
+{
+    return {Key({Kind::Staff, eventRef}),
+            {Key({Kind::Role, eventRef, 0, roleTypeRef}), name, QStringLiteral("roletype")}};
+}
+
+std::vector<TreeModel::NewNode> ResourceTree::NewEvent(EventRef eventRef, const QString &text, Kind apartFrom)
+{
+    const QString key = Key({Kind::Event, eventRef});
+    std::vector<TreeModel::NewNode> nodes;
+    nodes.push_back({{}, {key, text, QStringLiteral("closed")}});
+    for (const Looks &branch : Branches()) {
+        if (branch.kind != apartFrom)
+            nodes.push_back({key, {Key({branch.kind, eventRef}), branch.text, branch.branchImage}});
+    }
+    return nodes;
 }
 
 void ResourceTree::AddEvent(TreeModel &tree, EventRef eventRef, const QString &text, Kind apartFrom)
 {
-    const QString key = Key({Kind::Event, eventRef});
-    if (!tree.Add({}, {key, text, QStringLiteral("closed")}))
-        return;
-    for (const Looks &branch : Branches()) {
-        if (branch.kind != apartFrom)
-            tree.Add(key, {Key({branch.kind, eventRef}), branch.text, branch.branchImage});
-    }
+    tree.Add(NewEvent(eventRef, text, apartFrom));
 }
 
 TreeNode *ResourceTree::AddItem(TreeModel &tree, const Node &item, const QString &name)
 {
-    return tree.Add(ParentKey(item), {Key(item), name, LooksOf(item.kind)->itemImage});
+    TreeModel::NewNode added = NewItem(item, name);
+    return tree.Add(added.parentKey, std::move(added.node));
 }
 
 void ResourceTree::AddRole(TreeModel &tree, EventRef eventRef, RoleTypeRef roleTypeRef, const QString &name)
 {
-    tree.Add(Key({Kind::Staff, eventRef}),
-             {Key({Kind::Role, eventRef, 0, roleTypeRef}), name, QStringLiteral("roletype")});
+    TreeModel::NewNode added = NewRole(eventRef, roleTypeRef, name);
+    tree.Add(added.parentKey, std::move(added.node));
 }
 
 void ResourceTree::Remove(TreeModel &tree, const QString &key)
@@ -179,6 +224,17 @@ void ResourceTree::Remove(TreeModel &tree, const QString &key)
     const QString role = ParentKey(node);
     if (KeysBelow(tree, role).isEmpty())
         tree.Remove(role);
+}
+
+std::vector<Node> ResourceTree::Contents(const TreeModel &tree)
+{
+    std::vector<Node> contents;
+    for (const TreeNode *node : tree.Nodes()) {
+        const Node one = Parse(node->key);
+        if (one.kind == Kind::Event || one.IsItem())
+            contents.push_back(one);
+    }
+    return contents;
 }
 
 Node ResourceTree::Current(const TreeModel &tree)

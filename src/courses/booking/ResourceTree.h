@@ -1,14 +1,14 @@
 #pragma once
 
+#include "controls/TreeModel.h"
 #include "database/values/Keys.h"
 
 #include <QString>
 
+#include <compare>
 #include <vector>
 
 class ListModel;
-class TreeModel;
-struct TreeNode;
 
 /// Trees of events with their attendees, facilities, staff and venues: of the events of a course, or of one
 /// that stands for every event of a series. Several nodes can be selected; the current one decides what the
@@ -28,10 +28,17 @@ struct Node {
     RoleTypeRef roleTypeRef{}; ///< of a role and its staff
 
     bool IsItem() const { return itemRef != 0; }
-    bool operator==(const Node &) const = default;
+    friend auto operator<=>(const Node &, const Node &) = default;
 };
 Node Parse(const QString &key);
 QString Key(const Node &node);
+
+/// The node of a facility, venue, attendee or member of staff, to be added together with many others.
+TreeModel::NewNode NewItem(const Node &item, const QString &name);
+/// That of a role on an event.
+TreeModel::NewNode NewRole(EventRef eventRef, RoleTypeRef roleTypeRef, const QString &name);
+/// Those of an event, with an empty branch for each kind but `apartFrom`.
+std::vector<TreeModel::NewNode> NewEvent(EventRef eventRef, const QString &text, Kind apartFrom = Kind::None);
 
 /// Adds an event with an empty branch for each kind but `apartFrom`. Does nothing if it is there already.
 void AddEvent(TreeModel &tree, EventRef eventRef, const QString &text, Kind apartFrom = Kind::None);
@@ -43,6 +50,8 @@ void AddRole(TreeModel &tree, EventRef eventRef, RoleTypeRef roleTypeRef, const 
 /// Removes a node with what is below it, and the role that has nobody left then.
 void Remove(TreeModel &tree, const QString &key);
 
+/// The events and the items, in the order of the tree.
+std::vector<Node> Contents(const TreeModel &tree);
 /// The node that the user is at; kind None without a selection.
 Node Current(const TreeModel &tree);
 /// The selected nodes of the current one's kind, and of its role where it is a role.

@@ -50,7 +50,10 @@ FieldValues ReadValues(CourseRef courseRef, StoredCourse &stored)
     ADO_Course_ShowCourseRelations(courseRef, stored.folders);
     // Others note who attended without a step of all bookings.
     InOneStep(attendanceStep, [&] { return ReadCourseResources(courseRef, stored.resources); });
-    return Course_Values(file->course, {stored.characteristics, stored.folders, stored.resources});
+    FieldValues values =
+        Course_Values(file->course, {stored.characteristics, stored.folders, stored.resources});
+    ResourceVersion::AddFields(values, stored.resources);
+    return values;
 }
 
 MergedSave SaveOfCourse(const RecordLists &beside, const CourseLists &lists, const StoredCourse &stored)
@@ -84,7 +87,6 @@ FieldValues Course_Values(const CourseRecord &course, const CourseLists &lists)
     if (folders.isEmpty())
         folders[folder % rootLevel] = QStringLiteral("");
     values.insert(folders);
-    ResourceVersion::AddFields(values, lists.resources);
     return values;
 }
 
@@ -120,7 +122,11 @@ int Course_Update(CourseRecord &course, const CourseLists &lists, FieldValues &b
         return key;
     };
     FieldValues values = Course_Values(course, lists);
-    FieldValues seen = ResourceVersion::Folded(base, lists.resources);
+    ResourceVersion::AddFields(values, lists.resources);
+    FieldValues seen = base;
+    if (!seen.isEmpty())
+        ResourceVersion::AddReadFields(seen, lists.resources);
+    seen = ResourceVersion::Folded(seen, lists.resources);
     const int key = SaveMerged("Course_Update", save, seen, values);
     if (stored.isGone) {
         Dialogs::MsgBox(QStringLiteral("Course has been deleted."), QStringLiteral("Courses"),

@@ -17,7 +17,7 @@ struct CourseLists {
     CourseResources &resources;
 };
 
-/// The version that a screen shows, or was filled from.
+/// The version that a screen shows, or was filled from, without the tree of events: that has its own.
 FieldValues Course_Values(const CourseRecord &course, const CourseLists &lists);
 /// The new CourseRef; 0 for a duplicate, which the user is told, -1 on an error.
 int Course_Add(const CourseRecord &course);

@@ -2,7 +2,6 @@
 
 #include "core/session/Progress.h"
 #include "courses/booking/BookingODBC.h"
-#include "courses/booking/ResourceTree.h"
 #include "courses/booking/UsedResourcesODBC.h"
 #include "courses/events/AttendanceODBC.h"
 #include "courses/events/EventODBC.h"
@@ -19,8 +18,25 @@ namespace
 using ResourceTree::Kind;
 using ResourceTree::Node;
 
-struct NamedNode {
-    Node node;
+/// What a kind of items is called, by reference: few names serve thousands of nodes.
+using Names = QHash<int, QString>;
+
+/// Items as they were read.
+struct Items {
+    std::vector<Node> nodes;
+    Names names;
+
+    template <typename Name>
+    void Add(const Node &node, Name &&name)
+    {
+        nodes.push_back(node);
+        if (!names.contains(node.itemRef))
+            names.insert(node.itemRef, name());
+    }
+};
+
+struct Role {
+    RoleTypeRef roleTypeRef;
     QString name;
 };
 
@@ -34,49 +50,63 @@ QString FullName(const Recordset::Row &row)
     return row.Text(u"Cust_Surname") % u", " % row.Text(u"Cust_Forename");
 }
 
-/// By name; the few names are compared instead of the many nodes.
-void SortByName(std::vector<NamedNode> &nodes)
+/// The place of each item among the others by name.
+QHash<int, int> PlacesByName(const Names &names)
 {
-    QSet<QString> distinct;
-    for (const NamedNode &one : nodes)
-        distinct.insert(one.name);
-    QStringList names = distinct.values();
-    std::sort(names.begin(), names.end(), [](const QString &one, const QString &other) {
-        const int order = NameCollation().compare(one, other);
-        return order == 0 ? one < other : order < 0;
+    std::vector<std::pair<QString, int>> byName;
+    for (auto name = names.begin(); name != names.end(); ++name)
+        byName.emplace_back(name.value(), name.key());
+    std::ranges::sort(byName, [](const auto &one, const auto &other) {
+        const int order = NameCollation().compare(one.first, other.first);
+        return order == 0 ? one.second < other.second : order < 0;
     });
-    QHash<QString, int> ranks;
-    for (int i = 0; i < names.size(); ++i)
-        ranks.insert(names.at(i), i);
-    std::ranges::stable_sort(nodes, {}, [&ranks](const NamedNode &one) { return ranks.value(one.name); });
+    QHash<int, int> places;
+    for (const auto &[name, itemRef] : byName)
+        places.insert(itemRef, static_cast<int>(places.size()));
+    return places;
 }
 
-void AddItems(TreeModel &tree, std::vector<NamedNode> items)
+/// By event, then by name.
+void Sort(Items &items)
 {
-    SortByName(items);
-    for (const NamedNode &item : items)
-        ResourceTree::AddItem(tree, item.node, item.name);
+    const QHash<int, int> places = PlacesByName(items.names);
+    struct Placed {
+        int event;
+        int place;
+        Node node;
+    };
+    std::vector<Placed> placed;
+    placed.reserve(items.nodes.size());
+    for (const Node &node : items.nodes)
+        placed.push_back({node.eventRef.number, places.value(node.itemRef), node});
+    std::ranges::stable_sort(placed, {}, [](const Placed &one) { return std::pair(one.event, one.place); });
+    std::ranges::transform(placed, items.nodes.begin(), &Placed::node);
 }
 
-void ReadEvents(CourseRef courseRef, CourseResources &resources)
+std::vector<TreeModel::NewNode> ReadEvents(CourseRef courseRef, CourseResources &resources)
 {
+    std::vector<TreeModel::NewNode> nodes;
     int place = 0;
     for (const auto &row : OpenRecordset(u"SELECT * FROM CourseEvents WHERE CourseRef = " %
                                          SqlNumber(courseRef) % u" ORDER BY EventNo")) {
         const EventRef eventRef(Number(row, u"EventRef"));
         EventHours hours{Number(row, u"EDate"), Number(row, u"TimeFrom"), Number(row, u"TimeTo")};
         const QString name = u"Event " % SqlNumber(++place);
-        ResourceTree::AddEvent(resources.tree, eventRef,
-                               hours.date == 0 ? name : QString(name % u" on " % IntToDateText(hours.date)));
+        std::ranges::move(
+            ResourceTree::NewEvent(
+                eventRef, hours.date == 0 ? name : QString(name % u" on " % IntToDateText(hours.date))),
+            std::back_inserter(nodes));
         resources.hours.insert(eventRef, hours);
+        resources.read.push_back({Kind::Event, eventRef});
     }
+    return nodes;
 }
 
-std::vector<NamedNode> ReadRoles()
+std::vector<Role> ReadRoles()
 {
-    std::vector<NamedNode> roles;
+    std::vector<Role> roles;
     for (const auto &row : OpenRecordset(QStringLiteral("SELECT Name, RoleTypeRef FROM RoleTypes")))
-        roles.push_back({{Kind::Role, {}, 0, RoleTypeRef(Number(row, u"RoleTypeRef"))}, row.Text(u"Name")});
+        roles.push_back({RoleTypeRef(Number(row, u"RoleTypeRef")), row.Text(u"Name")});
     return roles;
 }
 
@@ -93,11 +123,9 @@ void ReadEnrolled(CourseRef courseRef, ListModel &enrolled)
     enrolled.sort(0, Qt::AscendingOrder);
 }
 
-std::vector<NamedNode> ReadAttendance(CourseRef courseRef, const ListModel &enrolled)
+Items ReadAttendance(CourseRef courseRef, const ListModel &enrolled)
 {
-    std::vector<NamedNode> attendees;
-    const QStringList keys = enrolled.Keys();
-    const QSet<QString> isEnrolled(keys.begin(), keys.end());
+    Items attendees;
     for (const auto &row :
          OpenRecordset(u"SELECT AttendanceRecord.ContactRef, AttendanceRecord.EventNo, "
                        u"Contacts.Cust_Surname, Contacts.Cust_Forename FROM AttendanceRecord INNER JOIN "
@@ -105,39 +133,38 @@ std::vector<NamedNode> ReadAttendance(CourseRef courseRef, const ListModel &enro
                        u"AttendanceRecord.CourseRef = " %
                        SqlNumber(courseRef))) {
         const int contact = Number(row, u"ContactRef");
-        const QString name = FullName(row);
-        attendees.push_back({{Kind::Attendance, EventRef(Number(row, u"EventNo")), contact},
-                             isEnrolled.contains(u'?' % SqlNumber(contact))
-                                 ? name
-                                 : QString(name % ResourceTree::notEnrolled)});
+        attendees.Add({Kind::Attendance, EventRef(Number(row, u"EventNo")), contact}, [&] {
+            const QString name = FullName(row);
+            return enrolled.Contains(u'?' % SqlNumber(contact)) ? name
+                                                                : QString(name % ResourceTree::notEnrolled);
+        });
     }
     return attendees;
 }
 
-std::vector<NamedNode> ReadFacilities(CourseRef courseRef)
+Items ReadFacilities(CourseRef courseRef)
 {
-    std::vector<NamedNode> facilities;
+    Items facilities;
     for (const auto &row : OpenRecordset(
              u"SELECT Facilities.Name, FacilitiesEmployed.EventNo, FacilitiesEmployed.FacilityRef FROM "
              u"Facilities INNER JOIN FacilitiesEmployed ON Facilities.FacilityRef = "
              u"FacilitiesEmployed.FacilityRef WHERE FacilitiesEmployed.CourseRef = " %
              SqlNumber(courseRef)))
-        facilities.push_back(
-            {{Kind::Facilities, EventRef(Number(row, u"EventNo")), Number(row, u"FacilityRef")},
-             row.Text(u"Name")});
+        facilities.Add({Kind::Facilities, EventRef(Number(row, u"EventNo")), Number(row, u"FacilityRef")},
+                       [&] { return row.Text(u"Name"); });
     return facilities;
 }
 
-std::vector<NamedNode> ReadVenues(CourseRef courseRef)
+Items ReadVenues(CourseRef courseRef)
 {
-    std::vector<NamedNode> venues;
+    Items venues;
     for (const auto &row :
          OpenRecordset(u"SELECT Venues.Description, VenuesEmployed.EventNo, VenuesEmployed.VenueRef FROM "
                        u"Venues INNER JOIN VenuesEmployed ON Venues.VenueRef = VenuesEmployed.VenueRef WHERE "
                        u"VenuesEmployed.CourseRef = " %
                        SqlNumber(courseRef)))
-        venues.push_back({{Kind::Venues, EventRef(Number(row, u"EventNo")), Number(row, u"VenueRef")},
-                          row.Text(u"Description")});
+        venues.Add({Kind::Venues, EventRef(Number(row, u"EventNo")), Number(row, u"VenueRef")},
+                   [&] { return row.Text(u"Description"); });
     return venues;
 }
 
@@ -147,9 +174,9 @@ Node StaffNode(const Recordset::Row &row)
             RoleTypeRef(Number(row, u"RoleTypeRef"))};
 }
 
-std::vector<NamedNode> ReadStaff(CourseRef courseRef)
+Items ReadStaff(CourseRef courseRef)
 {
-    std::vector<NamedNode> staff;
+    Items staff;
     const QString course = SqlNumber(courseRef);
     for (const auto &row :
          OpenRecordset(u"SELECT Contacts.ContactRef, Contacts.Cust_Forename, Contacts.Cust_Surname, "
@@ -157,34 +184,60 @@ std::vector<NamedNode> ReadStaff(CourseRef courseRef)
                        u"StaffEmployed ON Contacts.ContactRef = StaffEmployed.ContactRef WHERE "
                        u"StaffEmployed.CourseRef = " %
                        course))
-        staff.push_back({StaffNode(row), FullName(row)});
+        staff.Add(StaffNode(row), [&] { return FullName(row); });
     // Posts that nobody fills yet: they must be in the tree, as saving it deletes what is not.
     for (const auto &row :
          OpenRecordset(u"SELECT ContactRef, RoleTypeRef, EventNo FROM StaffEmployed WHERE CourseRef = " %
                        course % u" AND ContactRef < 0")) {
         const Node post = StaffNode(row);
-        staff.push_back({post, OpenPostName(post.itemRef)});
+        staff.Add(post, [&] { return OpenPostName(post.itemRef); });
     }
     return staff;
 }
 
-/// Roles are shown where somebody has them.
-// NOLINTNEXTLINE(bugprone-easily-swappable-parameters): what there is, and who has it.
-void AddRoles(TreeModel &tree, const std::vector<NamedNode> &roles, const std::vector<NamedNode> &staff)
+/// Adds the roles that somebody has, on each event in the order of the list of roles; staff of a role that is
+/// not there any more are left out.
+void AddRoles(std::vector<TreeModel::NewNode> &nodes, const std::vector<Role> &roles, Items &staff)
 {
-    QSet<QString> held;
-    for (const NamedNode &one : staff)
-        held.insert(ResourceTree::Key({Kind::Role, one.node.eventRef, 0, one.node.roleTypeRef}));
-    for (const TreeNode *node : tree.Nodes()) {
-        const Node branch = ResourceTree::Parse(node->key);
-        if (branch.kind != Kind::Staff)
-            continue;
-        for (const NamedNode &role : roles) {
-            const Node here{Kind::Role, branch.eventRef, 0, role.node.roleTypeRef};
-            if (held.contains(ResourceTree::Key(here)))
-                ResourceTree::AddRole(tree, here.eventRef, here.roleTypeRef, role.name);
+    std::erase_if(staff.nodes, [&roles](const Node &node) {
+        return std::ranges::find(roles, node.roleTypeRef, &Role::roleTypeRef) == roles.end();
+    });
+    for (const Role &role : roles) {
+        QSet<EventRef> events;
+        for (const Node &node : staff.nodes) {
+            if (node.roleTypeRef != role.roleTypeRef || events.contains(node.eventRef))
+                continue;
+            events.insert(node.eventRef);
+            nodes.push_back(ResourceTree::NewRole(node.eventRef, role.roleTypeRef, role.name));
         }
     }
+}
+
+/// Adds the items of events that the course has.
+void AddItems(std::vector<TreeModel::NewNode> &nodes, CourseResources &resources, Items items)
+{
+    Sort(items);
+    nodes.reserve(nodes.size() + items.nodes.size());
+    for (const Node &node : items.nodes) {
+        if (!resources.hours.contains(node.eventRef))
+            continue;
+        nodes.push_back(ResourceTree::NewItem(node, items.names.value(node.itemRef)));
+        resources.read.push_back(node);
+    }
+}
+
+void ReadAll(CourseRef courseRef, CourseResources &resources)
+{
+    std::vector<TreeModel::NewNode> nodes = ReadEvents(courseRef, resources);
+    const std::vector<Role> roles = ReadRoles();
+    ReadEnrolled(courseRef, resources.enrolled);
+    AddItems(nodes, resources, ReadAttendance(courseRef, resources.enrolled));
+    AddItems(nodes, resources, ReadFacilities(courseRef));
+    AddItems(nodes, resources, ReadVenues(courseRef));
+    Items staff = ReadStaff(courseRef);
+    AddRoles(nodes, roles, staff);
+    AddItems(nodes, resources, std::move(staff));
+    resources.tree.Add(std::move(nodes));
 }
 
 /// Books what a node stands for: "" or the title of the course that holds it.
@@ -235,16 +288,9 @@ bool ReadCourseResources(CourseRef courseRef, CourseResources &resources)
     resources.tree.Clear();
     resources.enrolled.Clear();
     resources.hours.clear();
+    resources.read.clear();
     resources.isWhole = Reported("ADO_Course_ShowStaffEvents", false, [&] {
-        ReadEvents(courseRef, resources);
-        const std::vector<NamedNode> roles = ReadRoles();
-        ReadEnrolled(courseRef, resources.enrolled);
-        AddItems(resources.tree, ReadAttendance(courseRef, resources.enrolled));
-        AddItems(resources.tree, ReadFacilities(courseRef));
-        AddItems(resources.tree, ReadVenues(courseRef));
-        const std::vector<NamedNode> staff = ReadStaff(courseRef);
-        AddRoles(resources.tree, roles, staff);
-        AddItems(resources.tree, staff);
+        ReadAll(courseRef, resources);
         return true;
     });
     return resources.isWhole;

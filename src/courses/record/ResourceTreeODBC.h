@@ -1,9 +1,9 @@
 #pragma once
 
 #include "controls/ListModel.h"
-#include "controls/TreeModel.h"
 #include "courses/booking/BookingClash.h"
 #include "courses/booking/EventHours.h"
+#include "courses/booking/ResourceTree.h"
 #include "database/values/Keys.h"
 
 #include <QHash>
@@ -19,6 +19,7 @@ struct CourseResources {
     TreeModel tree;
     ListModel enrolled; ///< the course's students, "?" keys
     QHash<EventRef, EventHours> hours;
+    std::vector<ResourceTree::Node> read; ///< events and items that were read
     bool isWhole = true; ///< false after a failed read: saving would then delete what is missing
 };
 

@@ -1,9 +1,9 @@
 #include "courses/record/ResourceVersion.h"
 
-#include "courses/booking/ResourceTree.h"
 #include "database/statements/DeletedMeanwhile.h"
 #include "database/values/DecodeDateFunc.h"
 
+#include <algorithm>
 #include <array>
 
 namespace
@@ -27,6 +27,13 @@ Node NodeOf(const QString &field)
 QString HoursValue(const EventHours &hours)
 {
     return SqlNumber(hours.date) % separator % SqlNumber(hours.from) % separator % SqlNumber(hours.to);
+}
+
+void Add(FieldValues &values, const std::vector<Node> &contents, const QHash<EventRef, EventHours> &hours)
+{
+    for (const Node &one : contents)
+        values[word % ResourceTree::Key(one)] =
+            one.kind == Kind::Event ? HoursValue(hours.value(one.eventRef)) : QStringLiteral("");
 }
 
 QString ItemWord(Kind kind)
@@ -128,21 +135,21 @@ std::optional<QStringList> Deleted(const TreeModel &tree, const Referred &referr
 
 void ResourceVersion::AddFields(FieldValues &values, const CourseResources &resources)
 {
-    for (const TreeNode *node : resources.tree.Nodes()) {
-        const Node one = ResourceTree::Parse(node->key);
-        if (one.kind == Kind::Event)
-            values[word % node->key] = HoursValue(resources.hours.value(one.eventRef));
-        else if (one.IsItem())
-            values[word % node->key] = QStringLiteral("");
-    }
+    Add(values, ResourceTree::Contents(resources.tree), resources.hours);
 }
 
-void ResourceVersion::SeeAgain(FieldValues &seen, const CourseResources &resources)
+void ResourceVersion::AddReadFields(FieldValues &values, const CourseResources &resources)
 {
-    if (seen.isEmpty())
-        return;
-    erase_if(seen, [](FieldValues::iterator field) { return IsField(field.key()); });
-    AddFields(seen, resources);
+    Add(values, resources.read, resources.hours);
+}
+
+bool ResourceVersion::IsChanged(const CourseResources &resources)
+{
+    std::vector<Node> contents = ResourceTree::Contents(resources.tree);
+    std::vector<Node> read = resources.read;
+    std::ranges::sort(contents);
+    std::ranges::sort(read);
+    return contents != read;
 }
 
 FieldValues ResourceVersion::Folded(const FieldValues &values, const CourseResources &mine)

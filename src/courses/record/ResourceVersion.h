@@ -7,10 +7,11 @@
 /// meanwhile is joined when the course is saved, so that saving the whole tree does not undo it.
 namespace ResourceVersion
 {
-/// Adds a field for each event and for each item of the tree.
+/// Adds a field for each event and for each item: of the tree, or of what it held when it was read.
 void AddFields(FieldValues &values, const CourseResources &resources);
-/// Puts the fields of a tree that was read again in the place of those seen before; none if nothing was seen.
-void SeeAgain(FieldValues &seen, const CourseResources &resources);
+void AddReadFields(FieldValues &values, const CourseResources &resources);
+/// Whether the tree differs from what was read.
+bool IsChanged(const CourseResources &resources);
 /// The fields with those of an event that `mine` has no more made one: whether it stays is decided about as a
 /// whole, with all that is on it.
 FieldValues Folded(const FieldValues &values, const CourseResources &mine);

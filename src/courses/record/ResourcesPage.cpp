@@ -3,7 +3,6 @@
 #include "contacts/manager/frmSelectContacts.h"
 #include "contacts/record/frmAddContact.h"
 #include "courses/booking/ResourcePanel.h"
-#include "courses/record/ResourceVersion.h"
 #include "forms/fields/ModifiedMark.h"
 #include "forms/frames/FormBuilder.h"
 
@@ -83,8 +82,6 @@ bool ResourcesPage::ShowEvents(CourseRef courseRef)
     const TreeState state(m_resources.tree);
     const bool isRead = ADO_Course_ShowStaffEvents(courseRef, m_resources);
     state.Restore(m_resources.tree);
-    m_read.clear();
-    ResourceVersion::AddFields(m_read, m_resources);
     return isRead;
 }
 
@@ -101,13 +98,6 @@ QString ResourcesPage::NameOf(EventRef eventRef) const
 {
     const TreeNode *node = m_resources.tree.Find(ResourceTree::Key({Kind::Event, eventRef}));
     return node ? node->text : QString();
-}
-
-bool ResourcesPage::IsChanged() const
-{
-    FieldValues now;
-    ResourceVersion::AddFields(now, m_resources);
-    return now != m_read;
 }
 
 void ResourcesPage::Allow(bool change)

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "courses/booking/ResourceTree.h"
 #include "courses/record/ResourceTreeODBC.h"
-#include "database/statements/RecordMerge.h"
 
 #include <QWidget>
 
@@ -24,8 +22,6 @@ public:
     void SetEnrolled(const ListModel &students);
     QString NameOf(EventRef eventRef) const;
     CourseResources &Resources() { return m_resources; }
-    /// Whether the tree differs from the one that was read.
-    bool IsChanged() const;
     /// What the user's rights allow; a locked tree can still be looked through.
     void Allow(bool change);
     void Watch(ModifiedMark &modified);
@@ -39,6 +35,5 @@ private:
     void PickAttendees();
 
     CourseResources m_resources;
-    FieldValues m_read; ///< what the tree held when it was read
     ResourcePanel *m_panel = nullptr;
 };

@@ -154,8 +154,8 @@ RecordSaved frmAddCourse::Store()
 void frmAddCourse::ShowEvents()
 {
     m_resources->ShowEvents(m_courseRef);
-    ResourceVersion::SeeAgain(m_seen, m_resources->Resources());
-    if (Course_Values(m_course->Course(), Lists()) == m_seen)
+    const FieldValues now = Course_Values(m_course->Course(), Lists());
+    if (now == m_seen || AsStored(now) == m_seen)
         m_modified->Clear();
     ApplyRights();
 }
@@ -163,7 +163,7 @@ void frmAddCourse::ShowEvents()
 /// Asks about changes of the tree before something that reads it again. `what` begins the question.
 bool frmAddCourse::MayReadEventsAgain(const QString &what)
 {
-    if (!m_resources->IsChanged())
+    if (!ResourceVersion::IsChanged(m_resources->Resources()))
         return true;
     const Dialogs::Answer answer = Dialogs::MsgBox(
         what % u" reads the events again, and what was changed in their tree without being stored is lost.\n"
@@ -171,7 +171,8 @@ bool frmAddCourse::MayReadEventsAgain(const QString &what)
         QStringLiteral("Warning"), Dialogs::Buttons::YesNoCancel, Dialogs::Icon::Question);
     if (answer == Dialogs::Answer::Yes)
         Save();
-    return answer == Dialogs::Answer::No || (answer == Dialogs::Answer::Yes && !m_resources->IsChanged());
+    return answer == Dialogs::Answer::No ||
+           (answer == Dialogs::Answer::Yes && !ResourceVersion::IsChanged(m_resources->Resources()));
 }
 
 void frmAddCourse::AddEvents()
