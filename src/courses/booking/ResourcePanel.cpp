@@ -47,7 +47,7 @@ Captions CaptionsOf(const Node &node, const QString &roleName)
 
 QString ButtonName(const TreeNode *node, const QFontMetrics &metrics)
 {
-    constexpr int mostChars = 24;
+    constexpr int mostChars = 10; // as many as "Attendees" has
     return node ? metrics.elidedText(node->text, Qt::ElideRight, mostChars * metrics.averageCharWidth())
                       .replace(u'&', QStringLiteral("&&"))
                 : QString();
@@ -97,8 +97,23 @@ void ResourcePanel::Build()
         m_attended = form.Button(QStringLiteral("MiscResourceBtn"), QStringLiteral("All a&ttended"));
     }
     form.EndButtons();
+    KeepWidth();
     connect(expand, &QPushButton::clicked, this, [this] { m_view->SetAllExpanded(true); });
     connect(collapse, &QPushButton::clicked, this, [this] { m_view->SetAllExpanded(false); });
+}
+
+/// The form must not grow with the captions of what is selected.
+void ResourcePanel::KeepWidth()
+{
+    m_selectAll->setText(QStringLiteral("Select A&ll Attendees"));
+    m_selectAll->setMinimumWidth(m_selectAll->sizeHint().width());
+    for (QPushButton *button : {m_info, m_attended}) {
+        if (!button)
+            continue;
+        QSizePolicy policy = button->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        button->setSizePolicy(policy);
+    }
 }
 
 void ResourcePanel::Connect()

@@ -38,6 +38,7 @@ signals:
 
 private:
     void Build();
+    void KeepWidth();
     void Connect();
     void BindKeys();
     void ShowKind();

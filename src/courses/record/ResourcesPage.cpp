@@ -6,6 +6,8 @@
 #include "forms/fields/ModifiedMark.h"
 #include "forms/frames/FormBuilder.h"
 
+#include <QLayout>
+
 namespace
 {
 using ResourceTree::Kind;
@@ -71,6 +73,7 @@ ResourcesPage::ResourcesPage(QWidget *parent)
     m_panel = new ResourcePanel(m_resources.tree, &m_resources.enrolled);
     FormBuilder form(this);
     form.Place(m_panel, QStringLiteral("ResourcePanel"), {}, true);
+    m_panel->layout()->setContentsMargins({});
     m_panel->SetHours([this](EventRef eventRef) { return m_resources.hours.value(eventRef); });
     connect(m_panel, &ResourcePanel::AttendeesAsked, this, &ResourcesPage::PickAttendees);
     connect(m_panel, &ResourcePanel::EventsAsked, this, &ResourcesPage::EventsAsked);

@@ -6,6 +6,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QHash>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -15,11 +16,19 @@ namespace
 /// The icon for a node's picture. Selected folders are shown open.
 QString IconOf(const QString &image, bool selected)
 {
-    if (image == u"card")
-        return QStringLiteral("view-presentation");
+    static const QHash<QString, QString> icons{
+        {QStringLiteral("card"), QStringLiteral("view-presentation")},
+        {QStringLiteral("attendance"), QStringLiteral("meeting-attending")},
+        {QStringLiteral("facilities"), QStringLiteral("configure")},
+        {QStringLiteral("facility"), QStringLiteral("configure")},
+        {QStringLiteral("staff"), QStringLiteral("system-users")},
+        {QStringLiteral("roletype"), QStringLiteral("user-properties")},
+        {QStringLiteral("venues"), QStringLiteral("view-institution")},
+        {QStringLiteral("venue"), QStringLiteral("view-institution")},
+    };
     if (image == u"closed" || image == u"rootclosed")
         return selected ? QStringLiteral("folder-open") : QStringLiteral("folder");
-    return image;
+    return icons.value(image, image);
 }
 
 TreeTick TickOf(const QModelIndex &index)
