@@ -28,6 +28,7 @@ struct Node {
     RoleTypeRef roleTypeRef{}; ///< of a role and its staff
 
     bool IsItem() const { return itemRef != 0; }
+    // NOLINTNEXTLINE(modernize-use-nullptr): what it returns is compared with a zero by the compiler.
     friend auto operator<=>(const Node &, const Node &) = default;
 };
 Node Parse(const QString &key);
