@@ -72,18 +72,19 @@ void ShowTree(CourseResources &resources)
     Bench::Require(ADO_Course_ShowStaffEvents(course, resources), "the tree could not be read");
 }
 
-/// What the user waits for, with the tab on the screen.
-void RequireShownSoon()
+/// The tab of a course that is opened, from nothing until it is painted.
+double MillisecondsToShow()
 {
-    gUserRights = RightsBlank();
     ResourcesPage page;
-    page.resize(900, 600);
+    page.adjustSize();
     page.show();
+    QApplication::processEvents();
     const double took = Bench::Milliseconds([&] {
-        page.ShowEvents(course);
+        Bench::Require(page.ShowEvents(course), "the tree could not be read");
         QApplication::processEvents();
     });
     Bench::Require(took < longestWait, "nothing was shown for " + QString::number(took) + " ms");
+    return took;
 }
 
 /// The statements of the work, taken down as the program sends them.
@@ -101,14 +102,10 @@ const Bench::Registration open("courses: open the tree of 200 events, 30 attende
     Bench::Case benchmark;
     benchmark.unit = QStringLiteral("ms");
     benchmark.bar = 2;
-    benchmark.rounds = 25;
-    benchmark.ours = [fixture] {
-        CourseResources resources;
-        return Bench::Milliseconds([&] { ShowTree(resources); });
-    };
-    RequireShownSoon();
-    CourseResources resources;
-    const QStringList statements = StatementsOf([&] { ShowTree(resources); });
+    benchmark.rounds = 50;
+    gUserRights = RightsBlank();
+    benchmark.ours = [fixture] { return MillisecondsToShow(); };
+    const QStringList statements = StatementsOf([] { MillisecondsToShow(); });
     benchmark.twin = [fixture, statements] {
         return Bench::Milliseconds([&] {
             int rows = 0;

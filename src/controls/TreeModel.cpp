@@ -50,21 +50,33 @@ void TreeModel::Add(std::vector<NewNode> nodes)
             Add(added.parentKey, std::move(added.node));
         return;
     }
-    const TreeNode *selected = Selected();
-    beginResetModel();
-    m_byKey.reserve(m_byKey.size() + static_cast<qsizetype>(nodes.size()));
-    // Those of one parent mostly follow each other.
-    TreeNode *parentNode = m_root.get();
+    Filling filling(*this, nodes.size());
     for (NewNode &added : nodes) {
-        if (!parentNode || parentNode->key != added.parentKey)
-            parentNode = added.parentKey.isEmpty() ? m_root.get() : Find(added.parentKey);
-        if (parentNode)
-            Insert(parentNode, std::move(added.node));
+        TreeNode *parentNode = Find(added.parentKey);
+        if (parentNode || added.parentKey.isEmpty())
+            filling.Add(parentNode, std::move(added.node));
     }
-    endResetModel();
-    if (selected)
-        Select(selected);
-    emit Changed();
+}
+
+TreeModel::Filling::Filling(TreeModel &tree, size_t count)
+    : m_tree(tree)
+    , m_selected(tree.Selected())
+{
+    m_tree.beginResetModel();
+    m_tree.m_byKey.reserve(m_tree.m_byKey.size() + static_cast<qsizetype>(count));
+}
+
+TreeModel::Filling::~Filling()
+{
+    m_tree.endResetModel();
+    if (m_selected)
+        m_tree.Select(m_selected);
+    emit m_tree.Changed();
+}
+
+TreeNode *TreeModel::Filling::Add(TreeNode *parentNode, TreeNode &&node)
+{
+    return m_tree.Insert(parentNode ? parentNode : m_tree.m_root.get(), std::move(node));
 }
 
 TreeNode *TreeModel::Insert(TreeNode *parentNode, TreeNode &&node)
@@ -202,11 +214,14 @@ TreeNode *TreeModel::Selected() const
 
 std::vector<TreeNode *> TreeModel::SelectedNodes() const
 {
-    QSet<const TreeNode *> selected;
-    for (const QModelIndex &index : m_selection->selectedIndexes())
-        selected.insert(NodeAt(index));
-    if (selected.isEmpty())
+    const QModelIndexList indexes = m_selection->selectedIndexes();
+    if (indexes.isEmpty())
         return {};
+    if (indexes.size() == 1)
+        return {NodeAt(indexes.front())};
+    QSet<const TreeNode *> selected;
+    for (const QModelIndex &index : indexes)
+        selected.insert(NodeAt(index));
     std::vector<TreeNode *> nodes = Nodes();
     std::erase_if(nodes, [&selected](const TreeNode *node) { return !selected.contains(node); });
     return nodes;

@@ -45,6 +45,7 @@ public:
     /// Adds many nodes, parents before their children; the views are told once. Those that cannot be added
     /// are left out.
     void Add(std::vector<NewNode> nodes);
+    class Filling;
     void Remove(const QString &key);
     bool IsEmpty() const { return m_root->children.empty(); }
     int Count() const { return static_cast<int>(m_byKey.size()); }
@@ -100,4 +101,22 @@ private:
     QHash<QString, TreeNode *> m_byKey;
     QItemSelectionModel *m_selection;
     bool m_editable = false;
+};
+
+/// Adds very many nodes to a tree, for as long as it lives; the views are told once, at its end.
+class TreeModel::Filling final
+{
+public:
+    /// Makes room for about `count` nodes.
+    Filling(TreeModel &tree, size_t count);
+    ~Filling();
+    Filling(const Filling &) = delete;
+    Filling &operator=(const Filling &) = delete;
+
+    /// Adds a node to `parentNode` (null = top level). Null if the key exists already.
+    TreeNode *Add(TreeNode *parentNode, TreeNode &&node);
+
+private:
+    TreeModel &m_tree;
+    const TreeNode *m_selected;
 };

@@ -69,6 +69,7 @@ QByteArray Coloured(QByteArray drawing, QIcon::Mode mode)
 
 ThemedSvgEngine::ThemedSvgEngine(QString name)
     : m_name(std::move(name))
+    , m_isNull(!QFile::exists(FileOf(m_name, largeDrawing)) && !QFile::exists(FileOf(m_name, smallDrawing)))
 {
 }
 
@@ -118,15 +119,10 @@ QList<QSize> ThemedSvgEngine::availableSizes(QIcon::Mode, QIcon::State)
 
 QIconEngine *ThemedSvgEngine::clone() const
 {
-    return new ThemedSvgEngine(m_name);
+    return new ThemedSvgEngine(*this);
 }
 
 QString ThemedSvgEngine::key() const
 {
     return QStringLiteral("veltrane-themed-svg");
-}
-
-bool ThemedSvgEngine::isNull()
-{
-    return !QFile::exists(FileOf(m_name, largeDrawing)) && !QFile::exists(FileOf(m_name, smallDrawing));
 }

@@ -16,8 +16,9 @@ public:
     QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) override;
     QIconEngine *clone() const override;
     QString key() const override;
-    bool isNull() override;
+    bool isNull() override { return m_isNull; }
 
 private:
     QString m_name;
+    bool m_isNull; ///< asked for each row of a list that is painted
 };

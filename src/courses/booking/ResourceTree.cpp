@@ -91,6 +91,32 @@ QString ParentKey(const Node &item)
     return ResourceTree::Key({item.kind, item.eventRef});
 }
 
+TreeNode ItemNode(const Node &item, const QString &name)
+{
+    return {ResourceTree::Key(item), name, LooksOf(item.kind)->itemImage};
+}
+
+TreeNode RoleNode(const QString &key, const QString &name)
+{
+    return {key, name, QStringLiteral("roletype")};
+}
+
+TreeNode EventNode(EventRef eventRef, const QString &text)
+{
+    return {ResourceTree::Key({Kind::Event, eventRef}), text, QStringLiteral("closed")};
+}
+
+std::vector<TreeNode> BranchNodes(EventRef eventRef, Kind apartFrom)
+{
+    std::vector<TreeNode> branches;
+    branches.reserve(Branches().size());
+    for (const Looks &branch : Branches()) {
+        if (branch.kind != apartFrom)
+            branches.push_back({ResourceTree::Key({branch.kind, eventRef}), branch.text, branch.branchImage});
+    }
+    return branches;
+}
+
 /// Whether the node is of the same sort as the current one.
 bool IsAlike(const Node &node, const Node &current)
 {
@@ -175,44 +201,44 @@ QString ResourceTree::Key(const Node &node)
                                     : Joined(mark, {node.itemRef, event});
 }
 
-TreeModel::NewNode ResourceTree::NewItem(const Node &item, const QString &name)
+TreeNode *ResourceTree::AddEvent(TreeModel::Filling &filling, EventRef eventRef, const QString &text)
 {
-    return {ParentKey(item), {Key(item), name, LooksOf(item.kind)->itemImage}};
+    TreeNode *event = filling.Add(nullptr, EventNode(eventRef, text));
+    for (TreeNode &branch : BranchNodes(eventRef, Kind::None))
+        filling.Add(event, std::move(branch));
+    return event;
 }
 
-TreeModel::NewNode ResourceTree::NewRole(EventRef eventRef, RoleTypeRef roleTypeRef, const QString &name)
+void ResourceTree::AddItem(TreeModel::Filling &filling, TreeNode *event, const Node &item,
+                           const QString &name, const QString &roleName)
 {
-    return {Key({Kind::Staff, eventRef}),
-            {Key({Kind::Role, eventRef, 0, roleTypeRef}), name, QStringLiteral("roletype")}};
-}
-
-std::vector<TreeModel::NewNode> ResourceTree::NewEvent(EventRef eventRef, const QString &text, Kind apartFrom)
-{
-    const QString key = Key({Kind::Event, eventRef});
-    std::vector<TreeModel::NewNode> nodes;
-    nodes.push_back({{}, {key, text, QStringLiteral("closed")}});
-    for (const Looks &branch : Branches()) {
-        if (branch.kind != apartFrom)
-            nodes.push_back({key, {Key({branch.kind, eventRef}), branch.text, branch.branchImage}});
+    TreeNode *parent = event->children[static_cast<size_t>(LooksOf(item.kind) - Branches().data())].get();
+    if (item.kind == Kind::Staff) {
+        const QString role = ParentKey(item);
+        if (parent->children.empty() || parent->children.back()->key != role)
+            filling.Add(parent, RoleNode(role, roleName));
+        parent = parent->children.back().get();
     }
-    return nodes;
+    filling.Add(parent, ItemNode(item, name));
 }
 
 void ResourceTree::AddEvent(TreeModel &tree, EventRef eventRef, const QString &text, Kind apartFrom)
 {
-    tree.Add(NewEvent(eventRef, text, apartFrom));
+    const TreeNode *event = tree.Add({}, EventNode(eventRef, text));
+    if (!event)
+        return;
+    for (TreeNode &branch : BranchNodes(eventRef, apartFrom))
+        tree.Add(event->key, std::move(branch));
 }
 
 TreeNode *ResourceTree::AddItem(TreeModel &tree, const Node &item, const QString &name)
 {
-    TreeModel::NewNode added = NewItem(item, name);
-    return tree.Add(added.parentKey, std::move(added.node));
+    return tree.Add(ParentKey(item), ItemNode(item, name));
 }
 
 void ResourceTree::AddRole(TreeModel &tree, EventRef eventRef, RoleTypeRef roleTypeRef, const QString &name)
 {
-    TreeModel::NewNode added = NewRole(eventRef, roleTypeRef, name);
-    tree.Add(added.parentKey, std::move(added.node));
+    tree.Add(Key({Kind::Staff, eventRef}), RoleNode(Key({Kind::Role, eventRef, 0, roleTypeRef}), name));
 }
 
 void ResourceTree::Remove(TreeModel &tree, const QString &key)

@@ -34,12 +34,11 @@ struct Node {
 Node Parse(const QString &key);
 QString Key(const Node &node);
 
-/// The node of a facility, venue, attendee or member of staff, to be added together with many others.
-TreeModel::NewNode NewItem(const Node &item, const QString &name);
-/// That of a role on an event.
-TreeModel::NewNode NewRole(EventRef eventRef, RoleTypeRef roleTypeRef, const QString &name);
-/// Those of an event, with an empty branch for each kind but `apartFrom`.
-std::vector<TreeModel::NewNode> NewEvent(EventRef eventRef, const QString &text, Kind apartFrom = Kind::None);
+/// Adds an event with its empty branches to a tree that is filled.
+TreeNode *AddEvent(TreeModel::Filling &filling, EventRef eventRef, const QString &text);
+/// Adds an item to such an event. Staff come role by role, and the first of a role brings it.
+void AddItem(TreeModel::Filling &filling, TreeNode *event, const Node &item, const QString &name,
+             const QString &roleName);
 
 /// Adds an event with an empty branch for each kind but `apartFrom`. Does nothing if it is there already.
 void AddEvent(TreeModel &tree, EventRef eventRef, const QString &text, Kind apartFrom = Kind::None);

@@ -9,8 +9,6 @@
 #include "database/values/DecodeDateFunc.h"
 #include "platform/sql/NameCollation.h"
 
-#include <QSet>
-
 #include <algorithm>
 
 namespace
@@ -18,26 +16,90 @@ namespace
 using ResourceTree::Kind;
 using ResourceTree::Node;
 
-/// What a kind of items is called, by reference: few names serve thousands of nodes.
-using Names = QHash<int, QString>;
+/// A facility, a venue or a person, with the nodes that stand for it: few serve thousands of nodes.
+struct Item {
+    QString name{};
+    std::vector<Node> nodes{};
+};
 
-/// Items as they were read.
-struct Items {
-    std::vector<Node> nodes;
-    Names names;
-
+/// Items of one kind as they were read, by reference.
+class Items final
+{
+public:
     template <typename Name>
     void Add(const Node &node, Name &&name)
     {
-        nodes.push_back(node);
-        if (!names.contains(node.itemRef))
-            names.insert(node.itemRef, name());
+        Item &item = m_items[node.itemRef];
+        if (item.nodes.empty())
+            item.name = name();
+        item.nodes.push_back(node);
+        ++m_nodeCount;
     }
+    size_t NodeCount() const { return m_nodeCount; }
+    std::vector<const Item *> ByName() const
+    {
+        std::vector<const Item *> items;
+        items.reserve(static_cast<size_t>(m_items.size()));
+        for (const Item &item : m_items)
+            items.push_back(&item);
+        std::ranges::sort(items, [](const Item *one, const Item *other) {
+            const int order = NameCollation().compare(one->name, other->name);
+            return order == 0 ? one->nodes.front().itemRef < other->nodes.front().itemRef : order < 0;
+        });
+        return items;
+    }
+
+private:
+    QHash<int, Item> m_items;
+    size_t m_nodeCount = 0;
+};
+
+struct Event {
+    EventRef eventRef;
+    QString text;
+    EventHours hours;
 };
 
 struct Role {
     RoleTypeRef roleTypeRef;
     QString name;
+    Items staff{};
+};
+
+/// Puts what was read into the tree.
+class Filler final
+{
+public:
+    Filler(CourseResources &resources, size_t nodeCount)
+        : m_resources(resources)
+        , m_filling(resources.tree, nodeCount)
+    {
+        m_resources.read.reserve(nodeCount);
+    }
+    void Add(const Event &event)
+    {
+        m_events.insert(event.eventRef, ResourceTree::AddEvent(m_filling, event.eventRef, event.text));
+        m_resources.hours.insert(event.eventRef, event.hours);
+        m_resources.read.push_back({Kind::Event, event.eventRef});
+    }
+    /// Adds items, by name, to the events that the course has.
+    void Add(const Items &items, const QString &roleName = {})
+    {
+        for (const Item *item : items.ByName()) {
+            for (const Node &node : item->nodes) {
+                TreeNode *event = m_events.value(node.eventRef);
+                if (!event)
+                    continue;
+                ResourceTree::AddItem(m_filling, event, node, item->name, roleName);
+                m_resources.read.push_back(node);
+            }
+        }
+    }
+
+private:
+    CourseResources &m_resources;
+    TreeModel::Filling m_filling;
+    QHash<EventRef, TreeNode *> m_events;
 };
 
 int Number(const Recordset::Row &row, QStringView column)
@@ -50,56 +112,18 @@ QString FullName(const Recordset::Row &row)
     return row.Text(u"Cust_Surname") % u", " % row.Text(u"Cust_Forename");
 }
 
-/// The place of each item among the others by name.
-QHash<int, int> PlacesByName(const Names &names)
+std::vector<Event> ReadEvents(CourseRef courseRef)
 {
-    std::vector<std::pair<QString, int>> byName;
-    for (auto name = names.begin(); name != names.end(); ++name)
-        byName.emplace_back(name.value(), name.key());
-    std::ranges::sort(byName, [](const auto &one, const auto &other) {
-        const int order = NameCollation().compare(one.first, other.first);
-        return order == 0 ? one.second < other.second : order < 0;
-    });
-    QHash<int, int> places;
-    for (const auto &[name, itemRef] : byName)
-        places.insert(itemRef, static_cast<int>(places.size()));
-    return places;
-}
-
-/// By event, then by name.
-void Sort(Items &items)
-{
-    const QHash<int, int> places = PlacesByName(items.names);
-    struct Placed {
-        int event;
-        int place;
-        Node node;
-    };
-    std::vector<Placed> placed;
-    placed.reserve(items.nodes.size());
-    for (const Node &node : items.nodes)
-        placed.push_back({node.eventRef.number, places.value(node.itemRef), node});
-    std::ranges::stable_sort(placed, {}, [](const Placed &one) { return std::pair(one.event, one.place); });
-    std::ranges::transform(placed, items.nodes.begin(), &Placed::node);
-}
-
-std::vector<TreeModel::NewNode> ReadEvents(CourseRef courseRef, CourseResources &resources)
-{
-    std::vector<TreeModel::NewNode> nodes;
-    int place = 0;
+    std::vector<Event> events;
     for (const auto &row : OpenRecordset(u"SELECT * FROM CourseEvents WHERE CourseRef = " %
                                          SqlNumber(courseRef) % u" ORDER BY EventNo")) {
-        const EventRef eventRef(Number(row, u"EventRef"));
         EventHours hours{Number(row, u"EDate"), Number(row, u"TimeFrom"), Number(row, u"TimeTo")};
-        const QString name = u"Event " % SqlNumber(++place);
-        std::ranges::move(
-            ResourceTree::NewEvent(
-                eventRef, hours.date == 0 ? name : QString(name % u" on " % IntToDateText(hours.date))),
-            std::back_inserter(nodes));
-        resources.hours.insert(eventRef, hours);
-        resources.read.push_back({Kind::Event, eventRef});
+        const QString name = u"Event " % SqlNumber(static_cast<int>(events.size()) + 1);
+        events.push_back({EventRef(Number(row, u"EventRef")),
+                          hours.date == 0 ? name : QString(name % u" on " % IntToDateText(hours.date)),
+                          hours});
     }
-    return nodes;
+    return events;
 }
 
 std::vector<Role> ReadRoles()
@@ -126,14 +150,19 @@ void ReadEnrolled(CourseRef courseRef, ListModel &enrolled)
 Items ReadAttendance(CourseRef courseRef, const ListModel &enrolled)
 {
     Items attendees;
-    for (const auto &row :
-         OpenRecordset(u"SELECT AttendanceRecord.ContactRef, AttendanceRecord.EventNo, "
-                       u"Contacts.Cust_Surname, Contacts.Cust_Forename FROM AttendanceRecord INNER JOIN "
-                       u"Contacts ON AttendanceRecord.ContactRef = Contacts.ContactRef WHERE "
-                       u"AttendanceRecord.CourseRef = " %
-                       SqlNumber(courseRef))) {
-        const int contact = Number(row, u"ContactRef");
-        attendees.Add({Kind::Attendance, EventRef(Number(row, u"EventNo")), contact}, [&] {
+    const Recordset rows =
+        OpenRecordset(u"SELECT AttendanceRecord.ContactRef, AttendanceRecord.EventNo, "
+                      u"Contacts.Cust_Surname, Contacts.Cust_Forename FROM AttendanceRecord INNER JOIN "
+                      u"Contacts ON AttendanceRecord.ContactRef = Contacts.ContactRef WHERE "
+                      u"AttendanceRecord.CourseRef = " %
+                      SqlNumber(courseRef));
+    // There are thousands of them.
+    const int contactColumn = rows.ColumnIndex(u"ContactRef");
+    const int eventColumn = rows.ColumnIndex(u"EventNo");
+    for (const auto &row : rows) {
+        const auto contact = static_cast<int>(row.Long(contactColumn));
+        const EventRef event(static_cast<int>(row.Long(eventColumn)));
+        attendees.Add({Kind::Attendance, event, contact}, [&] {
             const QString name = FullName(row);
             return enrolled.Contains(u'?' % SqlNumber(contact)) ? name
                                                                 : QString(name % ResourceTree::notEnrolled);
@@ -174,9 +203,17 @@ Node StaffNode(const Recordset::Row &row)
             RoleTypeRef(Number(row, u"RoleTypeRef"))};
 }
 
-Items ReadStaff(CourseRef courseRef)
+/// Staff of a role that is not there any more are left out.
+template <typename Name>
+void AddStaff(std::vector<Role> &roles, const Node &node, Name &&name)
 {
-    Items staff;
+    const auto role = std::ranges::find(roles, node.roleTypeRef, &Role::roleTypeRef);
+    if (role != roles.end())
+        role->staff.Add(node, std::forward<Name>(name));
+}
+
+void ReadStaff(CourseRef courseRef, std::vector<Role> &roles)
+{
     const QString course = SqlNumber(courseRef);
     for (const auto &row :
          OpenRecordset(u"SELECT Contacts.ContactRef, Contacts.Cust_Forename, Contacts.Cust_Surname, "
@@ -184,60 +221,38 @@ Items ReadStaff(CourseRef courseRef)
                        u"StaffEmployed ON Contacts.ContactRef = StaffEmployed.ContactRef WHERE "
                        u"StaffEmployed.CourseRef = " %
                        course))
-        staff.Add(StaffNode(row), [&] { return FullName(row); });
+        AddStaff(roles, StaffNode(row), [&] { return FullName(row); });
     // Posts that nobody fills yet: they must be in the tree, as saving it deletes what is not.
     for (const auto &row :
          OpenRecordset(u"SELECT ContactRef, RoleTypeRef, EventNo FROM StaffEmployed WHERE CourseRef = " %
                        course % u" AND ContactRef < 0")) {
         const Node post = StaffNode(row);
-        staff.Add(post, [&] { return OpenPostName(post.itemRef); });
-    }
-    return staff;
-}
-
-/// Adds the roles that somebody has, on each event in the order of the list of roles; staff of a role that is
-/// not there any more are left out.
-void AddRoles(std::vector<TreeModel::NewNode> &nodes, const std::vector<Role> &roles, Items &staff)
-{
-    std::erase_if(staff.nodes, [&roles](const Node &node) {
-        return std::ranges::find(roles, node.roleTypeRef, &Role::roleTypeRef) == roles.end();
-    });
-    for (const Role &role : roles) {
-        QSet<EventRef> events;
-        for (const Node &node : staff.nodes) {
-            if (node.roleTypeRef != role.roleTypeRef || events.contains(node.eventRef))
-                continue;
-            events.insert(node.eventRef);
-            nodes.push_back(ResourceTree::NewRole(node.eventRef, role.roleTypeRef, role.name));
-        }
-    }
-}
-
-/// Adds the items of events that the course has.
-void AddItems(std::vector<TreeModel::NewNode> &nodes, CourseResources &resources, Items items)
-{
-    Sort(items);
-    nodes.reserve(nodes.size() + items.nodes.size());
-    for (const Node &node : items.nodes) {
-        if (!resources.hours.contains(node.eventRef))
-            continue;
-        nodes.push_back(ResourceTree::NewItem(node, items.names.value(node.itemRef)));
-        resources.read.push_back(node);
+        AddStaff(roles, post, [&] { return OpenPostName(post.itemRef); });
     }
 }
 
 void ReadAll(CourseRef courseRef, CourseResources &resources)
 {
-    std::vector<TreeModel::NewNode> nodes = ReadEvents(courseRef, resources);
-    const std::vector<Role> roles = ReadRoles();
+    const std::vector<Event> events = ReadEvents(courseRef);
+    std::vector<Role> roles = ReadRoles();
     ReadEnrolled(courseRef, resources.enrolled);
-    AddItems(nodes, resources, ReadAttendance(courseRef, resources.enrolled));
-    AddItems(nodes, resources, ReadFacilities(courseRef));
-    AddItems(nodes, resources, ReadVenues(courseRef));
-    Items staff = ReadStaff(courseRef);
-    AddRoles(nodes, roles, staff);
-    AddItems(nodes, resources, std::move(staff));
-    resources.tree.Add(std::move(nodes));
+    const Items attendees = ReadAttendance(courseRef, resources.enrolled);
+    const Items facilities = ReadFacilities(courseRef);
+    const Items venues = ReadVenues(courseRef);
+    ReadStaff(courseRef, roles);
+    constexpr size_t withBranches = 5;
+    constexpr size_t withRole = 2;
+    size_t nodeCount =
+        events.size() * withBranches + attendees.NodeCount() + facilities.NodeCount() + venues.NodeCount();
+    for (const Role &role : roles)
+        nodeCount += role.staff.NodeCount() * withRole;
+    Filler filler(resources, nodeCount);
+    for (const Event &event : events)
+        filler.Add(event);
+    for (const Items *items : {&attendees, &facilities, &venues})
+        filler.Add(*items);
+    for (const Role &role : roles)
+        filler.Add(role.staff, role.name);
 }
 
 /// Books what a node stands for: "" or the title of the course that holds it.

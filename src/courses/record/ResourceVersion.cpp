@@ -149,6 +149,8 @@ bool ResourceVersion::IsChanged(const CourseResources &resources)
     std::vector<Node> read = resources.read;
     std::ranges::sort(contents);
     std::ranges::sort(read);
+    // Something may be stored twice, and is in the tree once.
+    read.erase(std::unique(read.begin(), read.end()), read.end());
     return contents != read;
 }
 
