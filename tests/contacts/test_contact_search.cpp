@@ -255,7 +255,9 @@ void TestContactSearch::Found()
     search.found.Add({"?4711", "of the search before"});
     set(search);
     const QString summary = Run(search);
-    QCOMPARE(Texts(search.found).join(';'), found);
+    QStringList names = Texts(search.found);
+    names.sort(); // people of one surname come in any order
+    QCOMPARE(names.join(';'), found);
     QVERIFY(summary.endsWith(u"\nNumber of records found = " % QString::number(search.found.Count())));
     QVERIFY(search.found.SelectedRows().empty());
     if (found.contains("Ann"))
@@ -303,6 +305,7 @@ void TestContactSearch::Characteristics()
             QStringList forenames;
             for (const QString &name : Texts(search.found))
                 forenames.append(name.section(u' ', 1));
+            forenames.sort(); // people of one surname come in any order
             QCOMPARE(forenames.join(' '), any ? foundWithOr : foundWithAnd);
         }
     }

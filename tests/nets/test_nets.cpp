@@ -16,6 +16,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QCompleter>
+#include <QFont>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMultiMap>
@@ -211,6 +212,8 @@ private slots:
     void initTestCase()
     {
         QApplication::setStyle(u"Fusion"_qs);
+        // Whatever else is installed, the measures are those of the font that the tests bring along.
+        QApplication::setFont(QFont(u"DejaVu Sans"_qs, QApplication::font().pointSize()));
         m_database = std::make_unique<TestDatabase>();
         m_user = std::make_unique<ScriptedDialogs>();
         FillForms();
@@ -551,6 +554,7 @@ private slots:
     {
         const auto form = Shown();
         form->resize(form->minimumSizeHint());
+        QApplication::processEvents(); // a wrapped text asks for its height when it has its width
         OnEveryPage(*form, [&] {
             for (const QWidget *widget : form->findChildren<QWidget *>()) {
                 if (!widget->isVisible() || IsPartOfAField(widget))
