@@ -109,6 +109,15 @@ private slots:
         QVERIFY(surname->hasFocus());
     }
 
+    void ClosingLeadsBackToTheWindowBefore()
+    {
+        AddChild({new QLineEdit});
+        QWidget *before = AddChild({new QLineEdit});
+        QWidget *last = AddChild({new QLineEdit});
+        last->parentWidget()->close();
+        QCOMPARE(m_area->activeSubWindow()->widget(), before);
+    }
+
     void ALetterThatNobodyHasIsNotTyped()
     {
         auto *telephone = new QLineEdit(u"01835"_qs);

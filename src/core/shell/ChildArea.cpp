@@ -110,6 +110,12 @@ void ChildArea::resizeEvent(QResizeEvent *event)
         Tile();
 }
 
+bool ChildArea::viewportEvent(QEvent *event)
+{
+    setActivationOrder(event->type() == QEvent::ChildRemoved ? ActivationHistoryOrder : CreationOrder);
+    return QMdiArea::viewportEvent(event);
+}
+
 void ChildArea::ArrangeIcons()
 {
     QPoint place = viewport()->rect().bottomLeft();

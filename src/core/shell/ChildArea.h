@@ -28,6 +28,8 @@ protected:
     /// child window closes under a modal one, which may depend on what it shows.
     bool eventFilter(QObject *watched, QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    /// Closing a window leads back to the one that the user came from.
+    bool viewportEvent(QEvent *event) override;
 
 private:
     QList<QMdiSubWindow *> TiledWindows() const;
