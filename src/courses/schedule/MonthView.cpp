@@ -64,7 +64,12 @@ MonthView::MonthView(MonthModel &month, QWidget *parent)
     verticalHeader()->hide();
     horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    horizontalHeader()->setMinimumSectionSize(fontMetrics().horizontalAdvance(QStringLiteral(" 30 Nov ")));
+    // Today is bold.
+    QFont bold = font();
+    bold.setBold(true);
+    const int day = QFontMetrics(bold).horizontalAdvance(QStringLiteral(" 30 Nov "));
+    horizontalHeader()->setMinimumSectionSize(day);
+    setMinimumWidth(m_month.columnCount() * day + 2 * frameWidth());
     verticalHeader()->setMinimumSectionSize(fontMetrics().height() * 3 / 2);
     horizontalHeader()->setHighlightSections(false);
     connect(this, &QAbstractItemView::doubleClicked, this, &MonthView::Opened);
