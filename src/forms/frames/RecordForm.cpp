@@ -35,7 +35,7 @@ void RecordForm::BuildButtons(QWidget *between)
     m_refreshBtn =
         m_kind.canRefresh ? form.Button(QStringLiteral("MainRefBtn"), QStringLiteral("&Refresh")) : nullptr;
     form.Gap(between);
-    QPushButton *exit = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
+    m_exitBtn = form.Button(QStringLiteral("ExitBtn"), QStringLiteral("E&xit"));
     form.EndButtons();
     m_builder.reset();
 
@@ -52,7 +52,7 @@ void RecordForm::BuildButtons(QWidget *between)
     connect(m_clearBtn, &QPushButton::clicked, this, [this] { ClearPages(); });
     if (m_refreshBtn)
         connect(m_refreshBtn, &QPushButton::clicked, this, &RecordForm::Refresh);
-    connect(exit, &QPushButton::clicked, this, &RecordForm::reject);
+    connect(m_exitBtn, &QPushButton::clicked, this, &RecordForm::reject);
 }
 
 void RecordForm::OpenRecords(const QStringList &keys, Open open)
@@ -61,6 +61,8 @@ void RecordForm::OpenRecords(const QStringList &keys, Open open)
     ShowKey(KeyNumber(m_navigator->Key()));
     if (open == Open::Edit && !m_gone && May(Level::Edit))
         StartEditing(State::Edit);
+    else // the first button of the record would write an e-mail
+        (m_editBtn->isHidden() ? m_exitBtn : m_editBtn)->setFocus();
 }
 
 void RecordForm::done(int result)

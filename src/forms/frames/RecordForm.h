@@ -135,6 +135,7 @@ private:
     QPushButton *m_okBtn;
     QPushButton *m_newBtn;
     QPushButton *m_editBtn;
+    QPushButton *m_exitBtn;
     QPushButton *m_prevBtn;
     QPushButton *m_nextBtn;
     QPushButton *m_clearBtn;
