@@ -4,6 +4,7 @@
 #include "forms/lists/ItemDelegate.h"
 
 #include <QKeyEvent>
+#include <QMetaMethod>
 
 TreeView::TreeView(TreeModel &model, QWidget *parent)
     : QTreeView(parent)
@@ -109,7 +110,7 @@ void TreeView::keyPressEvent(QKeyEvent *event)
         return;
     TreeNode *node = m_tree.Selected();
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (node && enter)
+    if (node && enter && isSignalConnected(QMetaMethod::fromSignal(&TreeView::Opened)))
         emit Opened(node);
     else if (node && event->key() == Qt::Key_Space && node->tick != TreeTick::None)
         emit TickAsked(node);

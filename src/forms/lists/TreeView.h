@@ -37,7 +37,9 @@ public:
 
 signals:
     void TickAsked(TreeNode *node); ///< a click on the node's tick, or the space bar
-    void Opened(TreeNode *node);    ///< a double click on a node, or Enter on the selected one
+    /// A double click on a node, or Enter on the selected one; where nobody listens, Enter goes on to the
+    /// default button.
+    void Opened(TreeNode *node);
     void DeletePressed();
 
 protected:
