@@ -9,6 +9,8 @@
 #include "forms/frames/FormBuilder.h"
 #include "organisations/record/OrganisationModule.h"
 
+#include <QKeyEvent>
+
 namespace
 {
 std::vector<ListItem> Items(const ListModel &list)
@@ -40,6 +42,7 @@ OrganisationContactsPage::OrganisationContactsPage(QWidget *parent)
     m_updateBtn = form.Button(QStringLiteral("UpdateJTitleBtn"), QStringLiteral("Update"));
     m_updateBtn->setToolTip(QStringLiteral("Give the selected contacts this job title at once"));
 
+    m_jobTitle->installEventFilter(this);
     connect(m_addBtn, &QPushButton::clicked, this, &OrganisationContactsPage::AddContacts);
     connect(m_deleteBtn, &QPushButton::clicked, this, &OrganisationContactsPage::RemoveContacts);
     connect(m_viewBtn, &QPushButton::clicked, this, &OrganisationContactsPage::ViewContacts);
@@ -66,6 +69,16 @@ void OrganisationContactsPage::EnableButtons()
     m_deleteBtn->setEnabled(!m_locked && chosen);
     m_viewBtn->setEnabled(!m_contacts.IsEmpty());
     m_updateBtn->setEnabled(!m_locked && chosen);
+}
+
+/// Enter would otherwise store the organisation and forget the job title.
+bool OrganisationContactsPage::eventFilter(QObject *watched, QEvent *event)
+{
+    const int key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent *>(event)->key() : 0;
+    if (watched != m_jobTitle || (key != Qt::Key_Return && key != Qt::Key_Enter) || !m_updateBtn->isEnabled())
+        return QWidget::eventFilter(watched, event);
+    m_updateBtn->click();
+    return true;
 }
 
 void OrganisationContactsPage::AddContacts()

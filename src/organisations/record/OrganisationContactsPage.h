@@ -20,6 +20,9 @@ public:
     void SetLocked(bool locked);
     ListModel &ContactInfo() { return m_contacts; }
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void EnableButtons();
     void AddContacts();
