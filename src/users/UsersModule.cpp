@@ -14,7 +14,8 @@ namespace
 bool SomebodyKeepsSecurity(const QHash<int, QString> &rights)
 {
     return rights.isEmpty() || std::any_of(rights.begin(), rights.end(), [](const QString &user) {
-               return RightIn(user, Right::SecurityMenu) >= Level::Full;
+               return RightIn(user, Right::SecurityMenu) >= Level::Full &&
+                      RightIn(user, Right::Users) >= Level::Edit;
            });
 }
 } // namespace
@@ -47,8 +48,8 @@ bool Users_MayChange(int id, const std::optional<QString> &rights)
         users->remove(id);
     return !somebodyNow || SomebodyKeepsSecurity(*users) ||
            Dialogs::MsgBox(
-               QStringLiteral("Nobody would be able to open the Security menu after this change, not even "
-                              "to take it back.\nOkay to go on?"),
+               QStringLiteral("Nobody would be able to change the rights of users after this change, not "
+                              "even to take it back.\nOkay to go on?"),
                QStringLiteral("Security"), Dialogs::Buttons::YesNo, Dialogs::Icon::Exclamation,
                Dialogs::Answer::No) == Dialogs::Answer::Yes;
 }

@@ -18,8 +18,9 @@ void Users_FillList(ListModel &list);
 /// Lists every user by name, with the `UserID` as data, and chooses the first.
 void Users_Fill(ComboModel &combo);
 
-/// Asks if nobody would be left with the Security menu once user `id` has `rights` (no text at all: is
-/// deleted; id 0: is new), while somebody has it now. False if the change is not to be made, and on an error.
+/// Asks if nobody would be left who may change the rights of users once user `id` has `rights` (no text at
+/// all: is deleted; id 0: is new), while somebody has it now. False if the change is not to be made, and on
+/// an error.
 bool Users_MayChange(int id, const std::optional<QString> &rights);
 /// Returns the new `UserID`; 0, after telling the user, if the name is taken; -1 on an error.
 int Users_Add(const QString &name, const QString &password, const QString &rights);

@@ -76,6 +76,14 @@ QString StoredRights(const QString &name)
 {
     return TestDatabase::Value(u"SELECT SecurityRights FROM Users WHERE UserName = '" % name % u'\'');
 }
+
+void ExpectLockedOut(ScriptedDialogs &dialogs, Answer answer)
+{
+    dialogs.Expect("Security",
+                   "Nobody would be able to change the rights of users after this change, not even to take "
+                   "it back.\nOkay to go on?",
+                   answer);
+}
 } // namespace
 
 class TestUsers final : public QObject
@@ -108,6 +116,7 @@ private slots:
             Press(form, "AddBtn");
             QCOMPARE(gDialogResult, 1);
         });
+        ExpectLockedOut(dialogs, Answer::Yes); // who may only add users cannot take the rest back
         Press(users, "AddBtn");
         QCOMPARE(Rows(users).At(0).key % Rows(users).At(0).text, u"!1O'Neil"_qs);
         QVERIFY(Rows(users).IsSelected(0));
@@ -361,20 +370,18 @@ private slots:
         QVERIFY(form.isVisible() && CheckLogon("Anna", "old"));
     }
 
-    /// Somebody must be able to open the Security menu; without users, everybody is.
+    /// Somebody must be able to change the rights of users; without users, everybody is.
     void SomebodyKeepsTheKeyToTheHouse()
     {
         const QString clerk(256, u'1');
         ScriptedDialogs dialogs;
-        const auto asks = [&dialogs](Answer answer) {
-            dialogs.Expect(
-                "Security",
-                "Nobody would be able to open the Security menu after this change, not even to take "
-                "it back.\nOkay to go on?",
-                answer);
-        };
+        const auto asks = [&dialogs](Answer answer) { ExpectLockedOut(dialogs, answer); };
         asks(Answer::No);
         QVERIFY2(!Users_MayChange(0, clerk), "the first user");
+        QString onlooker = clerk;
+        onlooker[static_cast<int>(Right::SecurityMenu)] = u'9';
+        asks(Answer::No);
+        QVERIFY2(!Users_MayChange(0, onlooker), "sees the users, and can change nothing");
         const int anna = Users_Add("Anna", "x", nines);
         const int ben = Users_Add("Ben", "x", clerk);
         QVERIFY(Users_MayChange(ben, std::nullopt) && Users_MayChange(0, clerk));
