@@ -6,6 +6,7 @@
 #include "courses/events/SeriesRun.h"
 #include "database/values/DecodeDateFunc.h"
 #include "platform/connection/Connection.h"
+#include "platform/connection/Painting.h"
 #include "support/TestDatabase.h"
 
 #include <chrono>
@@ -72,13 +73,16 @@ double Make()
     using Clock = std::chrono::steady_clock;
     auto shown = Clock::now();
     double longest = 0;
-    Progress progress([&](int, int) {
+    const auto paint = [&] {
         longest = std::max(longest, std::chrono::duration<double, std::milli>(Clock::now() - shown).count());
         shown = Clock::now();
-    });
+    };
+    Painting::Install(paint);
+    Progress progress([&paint](int, int) { paint(); });
     SeriesMade made;
     const double took =
         Bench::Milliseconds([&] { made = Series_Make(CourseRef(1), Plan(), Resources(), progress); });
+    Painting::Install({});
     Bench::Require(made.events == events && made.unbooked.empty(), "the series is not whole");
     Bench::Require(longest <= longestWait, "nothing was painted for " + QString::number(longest) + " ms");
     return took;

@@ -2,6 +2,7 @@
 #include "platform/connection/Connection.h"
 #include "platform/connection/Engine.h"
 #include "platform/connection/OneStep.h"
+#include "platform/connection/Painting.h"
 
 #include <chrono>
 
@@ -36,6 +37,8 @@ WriteGroup::~WriteGroup()
 bool WriteGroup::Tick()
 {
     const bool isDue = m_open && SteadyMilliseconds() - m_begun >= longestHold;
+    if (isDue)
+        Painting::Keep(); // the disk may take its time
     return isDue ? Finish() : m_undone.isEmpty() || m_connection->Fail(m_undone);
 }
 
