@@ -163,13 +163,11 @@ void ChooseResources(CourseResources &resources, int version)
     constexpr RoleTypeRef role{1};
     const QStringList guests = TestDatabase::Rows(others);
     TreeModel &tree = resources.tree;
+    for (const ResourceTree::Node &node : ResourceTree::Contents(tree)) {
+        if (node.IsItem())
+            tree.Remove(ResourceTree::Key(node));
+    }
     for (const EventRef event : resources.hours.keys()) {
-        for (const Kind kind : {Kind::Attendance, Kind::Facilities, Kind::Staff, Kind::Venues}) {
-            for (const TreeNode *node : tree.Nodes()) {
-                if (ResourceTree::Parse(node->key).kind == kind && ResourceTree::Parse(node->key).IsItem())
-                    tree.Remove(node->key);
-            }
-        }
         ResourceTree::AddRole(tree, event, role, u"Tutor"_qs);
         for (int i = version; i < choices; i += 2) {
             ResourceTree::AddItem(tree, {Kind::Attendance, event, guests.at(i).toInt()}, u"Guest"_qs);
