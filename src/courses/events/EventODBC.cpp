@@ -1,6 +1,7 @@
 #include "courses/events/EventODBC.h"
 
 #include "core/session/Session.h"
+#include "courses/booking/BookingODBC.h"
 #include "database/statements/MiscODBC.h"
 #include "platform/connection/Connection.h"
 
@@ -20,12 +21,15 @@ CourseEvent EventOf(const Recordset::Row &row)
 EventRef ADO_Course_AddEvent(CourseRef courseRef, int eventNo, const EventHours &hours)
 {
     return Reported("ADO_Course_AddEvent", EventRef(), [&] {
-        Execute(u"INSERT INTO CourseEvents (CourseRef,EventNo,EDate,TimeFrom,TimeTo) VALUES (" %
-                SqlNumber(courseRef) % u',' % SqlNumber(eventNo) % u',' % SqlNumber(hours.date) % u',' %
-                SqlNumber(hours.from) % u',' % SqlNumber(hours.to) % u')');
-        return EventRef(ReadKey(u"SELECT EventRef FROM CourseEvents WHERE EventNo = " % SqlNumber(eventNo) %
-                                    u" AND CourseRef = " % SqlNumber(courseRef),
-                                u"EventRef"));
+        // In the step of the bookings: a save of the whole course deletes the events that it has not read.
+        return InOneStep(bookingStep, [&] {
+            Execute(u"INSERT INTO CourseEvents (CourseRef,EventNo,EDate,TimeFrom,TimeTo) VALUES (" %
+                    SqlNumber(courseRef) % u',' % SqlNumber(eventNo) % u',' % SqlNumber(hours.date) % u',' %
+                    SqlNumber(hours.from) % u',' % SqlNumber(hours.to) % u')');
+            return EventRef(ReadKey(u"SELECT EventRef FROM CourseEvents WHERE EventNo = " %
+                                        SqlNumber(eventNo) % u" AND CourseRef = " % SqlNumber(courseRef),
+                                    u"EventRef"));
+        });
     });
 }
 
