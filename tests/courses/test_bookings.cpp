@@ -142,6 +142,33 @@ private slots:
         QCOMPARE(holders({day + 1, 900, 1000}, 9), u"Free"_qs);
     }
 
+    /// A place that was freed is taken first by a server, which must not make its booking the first.
+    void TheHolderIsWhoTheBookingNames()
+    {
+        QCOMPARE(Book(m_welding, {day, 0, 0}, room + 1), QString());
+        QCOMPARE(Book(m_pottery, {day, 900, 1100}), QString());
+        TestDatabase::Run({"DELETE FROM FacilitiesEmployed WHERE TimeTo = 0"});
+        if (TestDatabase::IsOnServer())
+            TestDatabase::Run({"VACUUM FacilitiesEmployed"});
+        QCOMPARE(Book(m_welding, {day, 800, 1200}), QString());
+        const EventHours hours{day, 930, 1000};
+        QCOMPARE(Book(m_welding, hours), u"Pottery"_qs);
+        QCOMPARE(Holders::At(Holders::Of::Facilities, hours, EventRef(9))->value(room),
+                 u"Pottery, 09:00 - 11:00"_qs);
+    }
+
+    /// Only the role that is booked again is wiped before.
+    void WhoHoldsATutor()
+    {
+        CourseRef course = m_welding;
+        EventHours hours{day, 900, 1000};
+        QCOMPARE(ADO_Course_StaffBooking(course, EventRef(1), 5, tutor, hours), QString());
+        const auto isFree = [&](RoleTypeRef role) {
+            return Holders::At(Holders::Of::Staff, hours, EventRef(1), role)->isEmpty();
+        };
+        QVERIFY(isFree(tutor) && isFree({}) && !isFree(RoleTypeRef(4)));
+    }
+
     void UsedAndAvailable()
     {
         const ContactRef anna = School::AddPerson("Anna", "Zorn");

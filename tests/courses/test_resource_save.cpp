@@ -1,5 +1,6 @@
 #include "courses/booking/BookingODBC.h"
 #include "courses/booking/ResourceTree.h"
+#include "courses/booking/frmSelectStaff.h"
 #include "courses/events/AttendanceODBC.h"
 #include "courses/events/EventODBC.h"
 #include "courses/record/CourseModule.h"
@@ -128,6 +129,7 @@ private slots:
     void AnEventThatOthersChanged_data();
     void AnEventThatOthersChanged();
     void LeavesOutWhatIsGone();
+    void NamesTheOtherRole();
     void Buttons_data();
     void Buttons();
     void AsksBeforeTheEventsAreReadAgain();
@@ -398,6 +400,21 @@ void TestResourceSave::LeavesOutWhatIsGone()
     user.Expect("Courses", "Course has been deleted.");
     QCOMPARE(shown.Save().key, 0);
     QVERIFY(TestDatabase::Rows("SELECT VenueRef FROM VenuesEmployed").isEmpty());
+}
+
+/// Nobody can be booked in two roles of one event, stored or not.
+void TestResourceSave::NamesTheOtherRole()
+{
+    TestDatabase::Run({"INSERT INTO RoleTypes (Name,ReferenceID,Status) VALUES ('Helper','',1)"});
+    const RoleTypeRef helper(m_tutor.number + 1);
+    Shown shown(m_course);
+    ResourceTree::AddRole(shown.resources.tree, m_first, helper, u"Helper"_qs);
+    shown.Add({Kind::Staff, m_first, m_bert.number, helper}, u"Baker, Bert"_qs);
+    for (const EventRef event : {m_first, m_second}) {
+        frmSelectStaff dialog({shown.resources.tree, event, shown.resources.hours.value(event)}, m_tutor);
+        QCOMPARE(Find<ListView>(dialog, "StaffAvail")->Model().At(0).subItems,
+                 QStringList(event == m_first ? u"Helper, 09:00 - 10:00"_qs : u"Free"_qs));
+    }
 }
 
 void TestResourceSave::Buttons_data()

@@ -2,6 +2,7 @@
 #include "courses/booking/BookingODBC.h"
 #include "courses/booking/ResourceTree.h"
 #include "courses/events/EventODBC.h"
+#include "courses/events/SeriesPreview.h"
 #include "courses/events/SeriesRun.h"
 #include "enrolment/School.h"
 #include "support/ScriptedDialogs.h"
@@ -48,6 +49,19 @@ private slots:
     {
         m_tree.Clear();
         m_database.reset();
+    }
+
+    /// The first of somebody's roles holds him in the second.
+    void PreviewsSomebodyInTwoRoles()
+    {
+        ResourceTree::AddRole(m_tree, EventRef(), RoleTypeRef(4), "Helper");
+        ResourceTree::AddItem(m_tree, {ResourceTree::Kind::Staff, EventRef(), anna, RoleTypeRef(4)}, "Anna");
+        const SeriesPreview preview = Series_Preview(m_course, Mondays(), Series_Resources(m_tree), 9);
+        QStringList clashes;
+        for (const SeriesDate &date : preview.dates)
+            clashes.append(date.clashes);
+        const QString held = u"Anna: Pottery, 09:00 - 10:00"_qs;
+        QCOMPARE(clashes, QStringList({held, {}, held, held, held}));
     }
 
     /// What is held elsewhere is told of and missing from its event alone.

@@ -7,12 +7,12 @@ void HolderColumns::Add(ListModel &available, Holders::Of what)
     m_columns.push_back({&available, what});
 }
 
-void HolderColumns::Show(const EventHours &hours, EventRef apartFrom) const
+void HolderColumns::Show(const EventHours &hours, EventRef apartFrom, RoleTypeRef role) const
 {
     for (const auto &[list, what] : m_columns) {
         if (list->IsEmpty())
             continue;
-        const auto holders = Holders::At(what, hours, apartFrom);
+        const auto holders = Holders::At(what, hours, apartFrom, role);
         if (!holders)
             return;
         for (int row = 0; row < list->Count(); ++row) {

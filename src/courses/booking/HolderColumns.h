@@ -12,8 +12,9 @@ class HolderColumns final
 public:
     /// `available` has rows keyed by a mark and the reference; the column is its first sub-item.
     void Add(ListModel &available, Holders::Of what);
-    /// Shows who holds the resources at these hours; the bookings of `apartFrom` do not count.
-    void Show(const EventHours &hours, EventRef apartFrom) const;
+    /// Shows who holds the resources at these hours; the bookings of `apartFrom` do not count, of its staff
+    /// those in `role`, or all where there is none.
+    void Show(const EventHours &hours, EventRef apartFrom, RoleTypeRef role = {}) const;
 
 private:
     struct Column {

@@ -16,9 +16,12 @@ enum class Of { Venues, Facilities, Staff };
 
 /// By the reference of the venue, facility or contact: the course that would keep it from being booked at
 /// these hours and that booking's times, as "Welding, 09:00 - 10:30"; whoever is missing is free. An event's
-/// own bookings do not count, as they are wiped before it is booked again. Reads the bookings of that day and
-/// `Courses`. Nothing on an error.
-std::optional<QHash<int, QString>> At(Of what, const EventHours &hours, EventRef apartFrom);
+/// own bookings do not count, as they are wiped before it is booked again; of its staff only those in `role`,
+/// or all where there is none. Reads the bookings of that day and `Courses`. Nothing on an error.
+std::optional<QHash<int, QString>> At(Of what, const EventHours &hours, EventRef apartFrom,
+                                      RoleTypeRef role = {});
+/// How a holder is told: "Welding, 09:00 - 10:30".
+QString HolderText(const QString &title, const EventHours &hours);
 
 /// A booking of a resource.
 struct Booking {
@@ -29,6 +32,7 @@ struct Booking {
 /// `Courses` too. Nothing on an error.
 std::optional<std::vector<Booking>> Between(Of what, int itemRef, int firstDay, int lastDay);
 
+inline const QString freeText = QStringLiteral("Free");
 /// What stands beside a resource in a list: the holder, or "Free".
 QString Text(const QHash<int, QString> &holders, int itemRef);
 } // namespace Holders

@@ -34,9 +34,21 @@ FormBuilder::Pair SelectDialog::BuildLists(FormBuilder &form, const FormBuilder:
     return pair;
 }
 
-void SelectDialog::ShowHolders() const
+void SelectDialog::ShowHolders()
 {
     m_holders.Show(m_hours, m_eventRef);
+    if (!m_eventRef || m_hours.date == 0)
+        return;
+    for (int row = 0; row < m_available.Count(); ++row) {
+        const QString holder = HeldInTree(m_eventRef, KeyNumber(m_available.At(row).key));
+        if (!holder.isEmpty() && m_available.At(row).subItems.value(0) == Holders::freeText)
+            m_available.SetSubItem(row, 0, Holders::HolderText(holder, m_hours));
+    }
+}
+
+QString SelectDialog::HeldInTree(EventRef, int) const
+{
+    return {};
 }
 
 bool SelectDialog::MayLeave()

@@ -25,7 +25,9 @@ protected:
 
     /// The two lists, with the buttons between them and those of the dialog below.
     FormBuilder::Pair BuildLists(FormBuilder &form, const FormBuilder::PairNames &names, Holders::Of what);
-    void ShowHolders() const;
+    void ShowHolders();
+    /// What else in the tree would hold it at that event: "" = nothing.
+    virtual QString HeldInTree(EventRef eventRef, int itemRef) const;
     /// How many rows Exit would add.
     virtual int Chosen() const { return m_used.Count(); }
     virtual void AddToTree() = 0;

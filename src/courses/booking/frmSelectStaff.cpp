@@ -3,6 +3,8 @@
 #include "contacts/roles/RoleODBC.h"
 #include "courses/booking/UsedResourcesODBC.h"
 
+#include <algorithm>
+
 frmSelectStaff::frmSelectStaff(const SelectTarget &target, RoleTypeRef roleTypeRef, QWidget *parent)
     : SelectDialog(QStringLiteral("frmSelectStaff"), QStringLiteral("Select Staff"), target, parent)
 {
@@ -43,6 +45,20 @@ void frmSelectStaff::ShowRole()
     m_others.erase(m_role);
     m_available.SelectFirst();
     ShowHolders();
+}
+
+QString frmSelectStaff::HeldInTree(EventRef eventRef, int contactRef) const
+{
+    for (int at = 0; at < m_roles.Count(); ++at) {
+        const RoleTypeRef role(m_roles.At(at).data);
+        const auto chosen = m_others.find(role);
+        const auto isHim = [contactRef](const ListItem &item) { return KeyNumber(item.key) == contactRef; };
+        const bool isChosen = chosen != m_others.end() && std::ranges::any_of(chosen->second, isHim);
+        const ResourceTree::Node node{ResourceTree::Kind::Staff, eventRef, contactRef, role};
+        if (role != m_role && (isChosen || m_tree.Find(ResourceTree::Key(node))))
+            return m_roles.At(at).text;
+    }
+    return {};
 }
 
 int frmSelectStaff::Chosen() const

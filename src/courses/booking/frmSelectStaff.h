@@ -15,6 +15,8 @@ public:
     explicit frmSelectStaff(const SelectTarget &target, RoleTypeRef roleTypeRef, QWidget *parent = nullptr);
 
 protected:
+    /// Nobody can be booked in two roles of one event.
+    QString HeldInTree(EventRef eventRef, int contactRef) const override;
     int Chosen() const override;
     void AddToTree() override;
 

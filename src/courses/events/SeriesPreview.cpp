@@ -1,6 +1,7 @@
 #include "courses/events/SeriesPreview.h"
 
 #include "courses/booking/Holders.h"
+#include "courses/lists/CourseListODBC.h"
 
 #include <QHash>
 
@@ -23,8 +24,8 @@ Holders::Of HeldKind(BookingClash::Of what)
     return Holders::Of::Staff;
 }
 
-/// Names the resource on each date on which it is held.
-void NameClashes(SeriesPreview &preview, const SeriesResource &resource)
+/// Names the resource on each date on which it is held: by a booking, or by the course whose title is given.
+void NameClashes(SeriesPreview &preview, const SeriesResource &resource, const QString &heldBy)
 {
     if (resource.itemRef < 1)
         return;
@@ -34,7 +35,11 @@ void NameClashes(SeriesPreview &preview, const SeriesResource &resource)
     for (const Holders::Booking &booking : stored.value_or(Bookings()))
         byDay[booking.hours.date].push_back(booking);
     for (SeriesDate &date : preview.dates) {
-        const Bookings onDay = date.isExcluded ? Bookings() : byDay.value(date.hours.date);
+        if (date.isExcluded)
+            continue;
+        Bookings onDay = byDay.value(date.hours.date);
+        if (!heldBy.isNull())
+            onDay.push_back({date.hours, heldBy});
         const auto held = std::ranges::find_if(onDay, [&date](const Holders::Booking &booking) {
             return Clashes(date.hours.from, booking.hours.from, booking.hours.to);
         });
@@ -42,13 +47,18 @@ void NameClashes(SeriesPreview &preview, const SeriesResource &resource)
             continue;
         if (!date.clashes.isEmpty())
             date.clashes += u"; ";
-        date.clashes +=
-            resource.name % u": " % held->title % u", " % TimesText(held->hours.from, held->hours.to);
+        date.clashes += resource.name % u": " % Holders::HolderText(held->title, held->hours);
     }
+}
+
+bool IsSame(const SeriesResource &one, const SeriesResource &other)
+{
+    return one.what == other.what && one.itemRef == other.itemRef;
 }
 } // namespace
 
-SeriesPreview Series_Preview(const SeriesPlan &plan, const std::vector<SeriesResource> &resources, int most)
+SeriesPreview Series_Preview(CourseRef courseRef, const SeriesPlan &plan,
+                             const std::vector<SeriesResource> &resources, int most)
 {
     SeriesPreview preview;
     EventSeries series(plan);
@@ -64,9 +74,12 @@ SeriesPreview Series_Preview(const SeriesPlan &plan, const std::vector<SeriesRes
     const bool isFull = static_cast<int>(preview.dates.size()) == most;
     preview.goesOn = isFull && !series.IsComplete();
     preview.isExhausted = !isFull && !series.IsComplete();
-    if (!preview.dates.empty()) {
-        for (const SeriesResource &resource : resources)
-            NameClashes(preview, resource);
+    if (preview.dates.empty())
+        return preview;
+    for (auto resource = resources.begin(); resource != resources.end(); ++resource) {
+        const bool isAgain = std::any_of(resources.begin(), resource,
+                                         [&](const SeriesResource &one) { return IsSame(one, *resource); });
+        NameClashes(preview, *resource, isAgain ? ADO_Course_Title(courseRef) : QString());
     }
     return preview;
 }

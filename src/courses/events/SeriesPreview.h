@@ -16,6 +16,7 @@ struct SeriesPreview {
     bool isExhausted = false;      ///< the calendar ends before there are as many events as wanted
 };
 
-/// What a series would make, at most `most` dates of it. Reads the bookings of the chosen resources, one
-/// statement for each.
-SeriesPreview Series_Preview(const SeriesPlan &plan, const std::vector<SeriesResource> &resources, int most);
+/// What a series for the course would make, at most `most` dates of it. Somebody chosen in two roles is held
+/// by the course itself in the second. Reads the bookings of the chosen resources and `Courses`.
+SeriesPreview Series_Preview(CourseRef courseRef, const SeriesPlan &plan,
+                             const std::vector<SeriesResource> &resources, int most);

@@ -103,7 +103,8 @@ SeriesPlan frmAddEvents::Plan() const
 
 void frmAddEvents::ShowPreview()
 {
-    const SeriesPreview preview = Series_Preview(Plan(), Series_Resources(m_resources), mostShown);
+    const SeriesPreview preview =
+        Series_Preview(m_courseRef, Plan(), Series_Resources(m_resources), mostShown);
     std::vector<ListItem> rows;
     for (const SeriesDate &date : preview.dates)
         rows.push_back(RowOf(date, static_cast<int>(rows.size()) + 1));

@@ -168,7 +168,7 @@ void frmEvent::ShowPosition()
 
 void frmEvent::ShowHolders()
 {
-    m_holders.Show(Hours(), m_file.event.eventRef);
+    m_holders.Show(Hours(), m_file.event.eventRef, m_file.role);
 }
 
 void frmEvent::ApplyRights()
