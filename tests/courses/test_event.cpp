@@ -9,11 +9,16 @@
 #include "forms/lists/ListView.h"
 #include "support/ModalDriver.h"
 #include "support/ScriptedDialogs.h"
+#include "support/TestTable.h"
 
+#include <QApplication>
 #include <QLabel>
+#include <QProcess>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
+
+#include <csignal>
 
 namespace
 {
@@ -33,6 +38,22 @@ void PressOnTab(QWidget &form, const char *button)
 QString Stored(const QString &table, const QString &column)
 {
     return TestDatabase::Rows(u"SELECT " % column % u",EventNo,EDate,TimeFrom FROM " % table).join(u' ');
+}
+
+/// Moves the first event of a course by a day, and is killed at a statement of the save.
+int MoveAndDie(const QStringList &arguments)
+{
+    EventFile file;
+    if (!gConnection.Open(arguments.at(0)) ||
+        Event_Show(file, CourseRef(arguments.at(1).toInt()), 1, {}) != EventRead::Found)
+        return 1;
+    ++file.event.hours.date;
+    gConnection.ObserveStatements([&arguments](const QString &sql) {
+        if (sql.startsWith(arguments.at(2)))
+            std::raise(SIGKILL);
+    });
+    Event_Save(file);
+    return 1;
 }
 } // namespace
 
@@ -151,11 +172,14 @@ private slots:
         there.venuesAvailable.MoveKeys(there.venuesAvailable.Keys(), there.venues);
         there.students.SetChecked(0, true);
         QVERIFY(Event_Save(there).isWhole);
+        ADO_Course_AddEvent(m_course, 3, {day - 1, 900, 1000});
+        QVERIFY(RenumberEvents(m_course));
         here.event.description = u"First"_qs;
         QVERIFY(Event_Save(here).isWhole);
         QCOMPARE(Stored("VenuesEmployed", "VenueRef").section(u'|', 0, 0), SqlNumber(m_hall));
         QCOMPARE(ADO_Course_AttendedKeys(m_course, m_event)->size(), 1);
         QCOMPARE(ADO_Course_FindEvent(m_event)->description, u"First"_qs);
+        QCOMPARE(ADO_Course_FindEvent(m_event)->eventNo, 2);
     }
 
     void NothingIsWrittenForWhatIsGone()
@@ -178,6 +202,33 @@ private slots:
         QCOMPARE((*Find<QLabel>(form, "EventLbl")).text(), u"#Event Deleted#"_qs);
         QVERIFY(TestDatabase::Rows("SELECT CourseRef FROM AttendanceRecord").isEmpty());
         QVERIFY(!(*Find<QPushButton>(form, "UpBtn")).isEnabled());
+    }
+
+    /// Wherever the program is killed while it moves an event, the event and its bookings are as they were.
+    void KilledSaveChangesNothing_data()
+    {
+        const TestTable<QString> row{"statement"};
+        row("while wiping", u"DELETE FROM AttendanceRecord"_qs);
+        row("while moving", u"UPDATE CourseEvents"_qs);
+        row("while booking", u"INSERT INTO VenuesEmployed"_qs);
+        row("while noting who came", u"INSERT INTO AttendanceRecord"_qs);
+    }
+    void KilledSaveChangesNothing()
+    {
+        QFETCH(const QString, statement);
+        CourseRef course = m_course;
+        EventHours hours{day, 900, 1000};
+        BookEventResource(ResourceKind::Venue, course, m_event, m_hall, hours);
+        ADO_Course_StudentAttended(m_course, m_event, m_anna);
+        QProcess process;
+        process.start(QCoreApplication::applicationFilePath(),
+                      {u"moving"_qs, m_database->ConnectionText(), SqlNumber(m_course), statement});
+        QVERIFY(process.waitForFinished(20000));
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(Stored("VenuesEmployed", "VenueRef"),
+                 SqlNumber(m_hall) % u'|' % SqlNumber(m_event) % u"|20270301|900"_qs);
+        QCOMPARE(ADO_Course_AttendedKeys(m_course, m_event)->size(), 1);
+        QCOMPARE(ADO_Course_FindEvent(m_event)->hours, hours);
     }
 
     void AsksBeforeAnotherEventIsShown()
@@ -223,5 +274,13 @@ private:
     RoleTypeRef m_tutor;
 };
 
-QTEST_MAIN(TestEvent)
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    if (argc > 1 && qstrcmp(argv[1], "moving") == 0)
+        return MoveAndDie(QCoreApplication::arguments().mid(2));
+    TestEvent test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "test_event.moc"

@@ -156,8 +156,11 @@ int UpdateEvent(EventFile &file)
         return ValuesOf(stored);
     };
     save.write = [&](const FieldValues &merged) {
-        if (!ADO_Course_FindEvent(file.event.eventRef))
+        const ReadRow<CourseEvent> found = ADO_Course_FindEvent(file.event.eventRef);
+        if (!found)
             return 0;
+        // Its number changes whenever another workstation lists the events of the course.
+        file.event.eventNo = found->eventNo;
         CourseEvent event = file.event;
         PutValues(EventColumns(), merged, event);
         return WriteEvent(event);

@@ -199,7 +199,7 @@ bool frmEvent::Save()
     if (saved.key < 0)
         return false;
     const bool isStored = saved.key > 0;
-    ShowEvent(m_eventNo);
+    ShowEvent(m_file.event.eventNo);
     if (!isStored) {
         m_isGone = true;
         ShowPosition();
