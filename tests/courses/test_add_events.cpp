@@ -113,9 +113,9 @@ private slots:
     {
         for (const Dialogs::Answer answer : {Dialogs::Answer::No, Dialogs::Answer::Yes}) {
             TestDatabase::Run({"DELETE FROM CourseEvents"});
-            ADO_Course_AddEvent(m_course, 1, {20050101, 900, 1000});
-            frmAddEvents form(m_course, true);
+            frmAddEvents form(m_course, false);
             form.show();
+            ADO_Course_AddEvent(m_course, 1, {20050101, 900, 1000}); // by another workstation
             Enter(form, "EventNo", "2");
             ScriptedDialogs user;
             user.Expect("Question", "Delete all current events?", answer);

@@ -133,7 +133,8 @@ bool frmAddEvents::IsStartKnown()
 
 bool frmAddEvents::ClearEvents()
 {
-    if (m_hasEvents) {
+    // Another workstation may have made events while this form was open.
+    if (m_hasEvents || ADO_Course_CountEvents(m_courseRef) > 0) {
         const Dialogs::Answer answer =
             Dialogs::MsgBox(QStringLiteral("Delete all current events?"), QStringLiteral("Question"),
                             Dialogs::Buttons::YesNo, Dialogs::Icon::Question, Dialogs::Answer::No);
