@@ -55,7 +55,7 @@ private slots:
     /// The same name under another reference is another row; a venue is told of as a facility.
     void VenuesAndFacilitiesAreTwins()
     {
-        const QString awkward = u"O'Hara `1` 50% [x] \U0001F600 "_qs + QString(200, u'n');
+        const QString awkward = u"O'Hara `1` 50% [x] \U0001F600 "_qs + QString(10000, u'n');
         const Resource hall{awkward, QString(10000, u'ä'), 12.5, OrganRef(1), u"A"_qs};
         const int venue = Venue_Add(hall);
         const int facility = Facility_Add(hall);

@@ -13,7 +13,7 @@ ResourceDialog::ResourceDialog(const Wording &wording, QWidget *parent)
     FormBuilder form(this);
     AddNotice(form);
     m_refName = form.Text(QStringLiteral("RefName"), QStringLiteral("&Reference ID:"));
-    m_name = form.Text(wording.nameField, QStringLiteral("&Name:"), 255);
+    m_name = form.Text(wording.nameField, QStringLiteral("&Name:"));
     Required().Add(form.Label(), m_name);
     ContactFields::FitChars(m_name, 40);
     m_notes = form.Notes(QStringLiteral("Description"), QStringLiteral("N&otes:"));
