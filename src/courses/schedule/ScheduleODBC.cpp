@@ -1,8 +1,7 @@
 #include "courses/schedule/ScheduleODBC.h"
 
+#include "courses/booking/UsedResourcesODBC.h"
 #include "database/statements/MiscODBC.h"
-
-#include <cstdlib>
 
 namespace
 {
@@ -99,8 +98,7 @@ void AddStaff(std::vector<ScheduleRow> &rows, const ScheduleRow &event)
              u"SELECT StaffEmployed.ContactRef, RoleTypes.Name, RoleTypes.RoleTypeRef FROM StaffEmployed "
              u"INNER JOIN RoleTypes ON StaffEmployed.RoleTypeRef = RoleTypes.RoleTypeRef" %
              ofEvent % u" AND StaffEmployed.ContactRef <0"))
-        rows.push_back(StaffRow(
-            event, post, u"[ To Be Appointed " % SqlNumber(std::abs(Number(post, u"ContactRef"))) % u" ]"));
+        rows.push_back(StaffRow(event, post, OpenPostName(Number(post, u"ContactRef"))));
 }
 } // namespace
 
