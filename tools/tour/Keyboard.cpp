@@ -8,9 +8,11 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QScopedValueRollback>
 #include <QTabBar>
 #include <QTabWidget>
@@ -280,9 +282,47 @@ void Keyboard::Choose(const QString &name, const QString &text)
     }
 }
 
+void Keyboard::Tick(const QString &name)
+{
+    Go(name);
+    const auto *box = qobject_cast<QAbstractButton *>(&Control(name));
+    if (!box->isChecked())
+        Tap(QStringLiteral("Space"));
+    Expect(box->isChecked(), name % u" cannot be ticked");
+}
+
+void Keyboard::ChooseFromMenu(const QString &caption)
+{
+    QWindow *window = QGuiApplication::focusWindow();
+    Expect(window, QStringLiteral("no window has the focus for the menu key"));
+    // The desktop makes this event of the key.
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, {}, window->mapToGlobal(QPoint()));
+    QApplication::sendEvent(window, &key);
+    const auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    Expect(menu, u"the menu key opens no menu at " % Focus());
+    const auto isAt = [menu, &caption] {
+        return menu->activeAction() && menu->activeAction()->text().section(u'\t', 0, 0) == caption;
+    };
+    for (qsizetype tried = 0; tried < menu->actions().size() && !isAt(); ++tried)
+        Tap(QStringLiteral("Down"));
+    Expect(isAt() && menu->activeAction()->isEnabled(), u"the menu does not offer " % caption);
+    Tap(QStringLiteral("Return"));
+}
+
+bool Keyboard::Waited(const std::function<bool()> &holds)
+{
+    return QTest::qWaitFor(holds);
+}
+
 void Keyboard::ToRow(const QString &text)
 {
     Walk(text, QStringLiteral("Home"), QStringLiteral("Down"));
+}
+
+void Keyboard::ToRowBelow(const QString &text)
+{
+    Tap(QStringLiteral("Down"));
+    WalkOn(text, QStringLiteral("Down"));
 }
 
 void Keyboard::AddRow(const QString &text)
@@ -296,6 +336,12 @@ void Keyboard::Walk(const QString &text, const QString &firstKey, const QString 
     const QAbstractItemView *list = FocusedList();
     Expect(list, u"the focus is on " % Focus() % u", which is not a list, for " % text);
     Tap(firstKey);
+    WalkOn(text, nextKey);
+}
+
+void Keyboard::WalkOn(const QString &text, const QString &nextKey)
+{
+    const QAbstractItemView *list = FocusedList();
     while (!list->currentIndex().siblingAtColumn(0).data().toString().startsWith(text)) {
         const QModelIndex before = list->currentIndex();
         Tap(nextKey);

@@ -56,8 +56,14 @@ public:
     void Press(const QString &name);
     /// Goes to a drop-down and chooses the row with that text with the arrow keys.
     void Choose(const QString &name, const QString &text);
+    /// Goes to a check box and ticks it unless it is ticked.
+    void Tick(const QString &name);
+    /// Opens the menu of what has the focus with the menu key, and chooses a command with the arrow keys.
+    void ChooseFromMenu(const QString &caption);
     /// In the list or tree that has the focus: goes to the row that begins with `text`.
     void ToRow(const QString &text);
+    /// The same, but looks only below the current row.
+    void ToRowBelow(const QString &text);
     /// The same, but adds the row to the selection.
     void AddRow(const QString &text);
     /// Opens a tab with Ctrl+Tab.
@@ -71,6 +77,8 @@ public:
     /// level.
     QStringList Rows(const QString &name) const;
     bool IsEnabled(const QString &name) const;
+    /// Serves the event loop until `holds`. False if it never does.
+    static bool Waited(const std::function<bool()> &holds);
     void Expect(bool holds, const QString &message) const;
     /// Fails unless a field, label or button shows `text`.
     void ExpectText(const QString &name, const QString &text) const;
@@ -88,6 +96,7 @@ private:
     void TabTo(QWidget &control);
     void PressButton(QAbstractButton &button);
     void Walk(const QString &text, const QString &firstKey, const QString &nextKey);
+    void WalkOn(const QString &text, const QString &nextKey);
 
     TourDriver &m_tour;
     QPointer<QWidget> m_screen; ///< the one that the deeds of the step are working on

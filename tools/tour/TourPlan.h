@@ -51,5 +51,13 @@ void AddSearch(Keyboard &keys, TourPlan &plan);
 void AddLetterheadReports(TourDriver &tour, Keyboard &keys, TourPlan &plan);
 void AddExchange(Keyboard &keys, TourPlan &plan);
 
+// The chapters of the third act, the courses, using keys alone.
+void AddCourseLists(Keyboard &keys);
+void AddVenuesAndFacilities(Keyboard &keys, TourPlan &plan);
+void AddFreeDates(Keyboard &keys);
+void AddFolders(Keyboard &keys);
+void AddClipboard(Keyboard &keys);
+void AddDuplicate(Keyboard &keys, TourPlan &plan);
+
 // The last chapter.
 void AddSecondStart(TourDriver &tour, TourPlan &plan);

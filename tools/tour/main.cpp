@@ -139,6 +139,12 @@ int main(int argc, char *argv[])
     AddSearch(keys, plan);
     AddLetterheadReports(tour, keys, plan);
     AddExchange(keys, plan);
+    AddCourseLists(keys);
+    AddVenuesAndFacilities(keys, plan);
+    AddFreeDates(keys);
+    AddFolders(keys);
+    AddClipboard(keys);
+    AddDuplicate(keys, plan);
     keys.Release();
     AddSecondStart(tour, plan);
     Main();
