@@ -80,7 +80,8 @@ bool MakeProgramFolder(const QString &folder)
             return false;
     }
     Directories::SetProgram(folder);
-    return true;
+    // The tree of courses keeps what is open in the folder that the program was started in.
+    return QDir::setCurrent(folder);
 }
 
 int PeopleIn(const QString &file)
