@@ -2,6 +2,7 @@
 #include "courses/booking/StaffPicks.h"
 #include "courses/events/AttendanceODBC.h"
 #include "courses/events/EventFile.h"
+#include "courses/events/EventPeople.h"
 #include "courses/events/frmEvent.h"
 #include "database/statements/Security.h"
 #include "enrolment/EnrolmentODBC.h"
@@ -193,6 +194,12 @@ private slots:
                     "Another user has deleted these meanwhile, and they are left out:\n    Hall");
         QVERIFY(Event_Save(file).isWhole);
         QCOMPARE(Stored("VenuesEmployed", "VenueRef"), QString());
+        file.staffAvailable.MoveKeys(file.staffAvailable.Keys(), file.staff);
+        TestDatabase::Run({"DELETE FROM RoleTypes WHERE Name = 'Tutor'"});
+        user.Expect("Edit Event",
+                    "Another user has deleted these meanwhile, and they are left out:\n    Baker, Bert");
+        QVERIFY(Event_Save(file).isWhole);
+        QCOMPARE(Stored("StaffEmployed", "ContactRef"), QString());
 
         frmEvent form(m_course, 2);
         form.show();
@@ -200,6 +207,11 @@ private slots:
         PressOnTab(form, "AllBtn");
         Press(form, "UpBtn");
         QCOMPARE((*Find<QLabel>(form, "EventLbl")).text(), u"#Event Deleted#"_qs);
+        QWidget picker;
+        ListModel people;
+        people.Add({u'?' % SqlNumber(m_anna), u"Able, Anna"_qs});
+        user.Expect("", "Another user has deleted this event meanwhile. Nothing was stored for it.");
+        QVERIFY(EventPeople::Attendees(m_course, EventRef(99)).take(&picker, people, {}));
         QVERIFY(TestDatabase::Rows("SELECT CourseRef FROM AttendanceRecord").isEmpty());
         QVERIFY(!(*Find<QPushButton>(form, "UpBtn")).isEnabled());
     }

@@ -224,6 +224,14 @@ bool LeaveOutDeletedStaff(ListModel &staff)
         [](const ListItem &row) { return row.key.startsWith(u'-') ? nobody : KeyNumber(row.key); },
         [](const ListItem &row) { return row.text; });
 }
+
+/// Everybody is employed in the one role on the screen, which may be gone.
+bool LeaveOutStaffOfDeletedRole(EventFile &file)
+{
+    return LeaveOutDeleted(
+        file.staff, QStringLiteral("RoleTypes"), QStringLiteral("RoleTypeRef"), editEvent,
+        [&file](const ListItem &) { return file.role.number; }, [](const ListItem &row) { return row.text; });
+}
 } // namespace
 
 EventRead Event_Show(EventFile &file, CourseRef courseRef, int eventNo, RoleTypeRef firstRole)
@@ -265,7 +273,7 @@ RecordSaved Event_Save(EventFile &file)
     if (!LeaveOutDeleted(file.venues, QStringLiteral("Venues"), QStringLiteral("VenueRef"), editEvent) ||
         !LeaveOutDeleted(file.facilities, QStringLiteral("Facilities"), QStringLiteral("FacilityRef"),
                          editEvent) ||
-        !LeaveOutDeletedStaff(file.staff) ||
+        !LeaveOutDeletedStaff(file.staff) || !LeaveOutStaffOfDeletedRole(file) ||
         !LeaveOutDeleted(file.students, QStringLiteral("Contacts"), QStringLiteral("ContactRef"), editEvent))
         return {-1, false};
     std::vector<BookingClash> clashes;
