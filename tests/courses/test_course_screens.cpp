@@ -39,6 +39,16 @@ QString Enabled(QWidget &form, const QStringList &buttons)
     return state;
 }
 
+const QString concession = "SELECT ConcessionRef FROM CourseCharNames WHERE Name = ";
+
+/// Makes a characteristic, and applies it to a course.
+void Offers(CourseRef course, const QString &name)
+{
+    TestDatabase::Run({u"INSERT INTO CourseCharNames (Name,ReferenceID) VALUES ('" % name % u"','')",
+                       u"INSERT INTO CourseChar (CourseRef,ConcessionRef) VALUES (" % SqlNumber(course) %
+                           u",(" % concession % u'\'' % name % u"'))"});
+}
+
 QString Status(QWidget &manager)
 {
     return Find<QLabel>(manager, "StatBar")->text();
@@ -157,7 +167,7 @@ private slots:
         frmAddCourse form;
         form.EditCourse(CourseOfStudents({"A", "B"}, 2));
         form.show();
-        Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(1);
+        Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(2);
         QVERIFY(!IsEnabled(form, "AddStudentBtn"));
         Press(form, "RemBtn");
         QCOMPARE(Find<ListView>(form, "Students")->Model().Count(), 1);
@@ -208,30 +218,70 @@ private slots:
 
     void FollowsRights_data()
     {
-        // Title, Limit, Fee open; AddBtn, AddStudentBtn, RemBtn enabled
+        // Title, Limit, Fee open; AddBtn, AddStudentBtn, RemBtn, RemCBtn, ClearCBtn, NewCBtn enabled
         const TestTable<int, QChar, QString> row{"right", "level", "state"};
-        row("all", 48, u'9', "111111");
-        row("edit", 48, u'3', "111111");
-        row("add only", 48, u'2', "000000");
-        row("view only", 48, u'1', "000000");
-        row("no fee", 49, u'3', "110111");
-        row("no students", 52, u'1', "111100");
-        row("students added only", 52, u'2', "111110");
-        row("students not removed", 52, u'3', "111110");
+        row("all", 48, u'9', "111111111");
+        row("edit", 48, u'3', "111111111");
+        row("add only", 48, u'2', "000000000");
+        row("view only", 48, u'1', "000000000");
+        row("no fee", 49, u'3', "110111111");
+        row("characteristics looked at", 50, u'3', "111111001");
+        row("no new characteristics", 60, u'1', "111111110");
+        row("no students", 52, u'1', "111100111");
+        row("students added only", 52, u'2', "111110111");
+        row("students not removed", 52, u'3', "111110111");
     }
     void FollowsRights()
     {
         QFETCH(int, right);
         QFETCH(QChar, level);
         const CourseRef course = CourseOfStudents({"A"});
+        Offers(course, "Evening");
         gUserRights[right] = level;
         frmAddCourse form;
         QVERIFY(form.EditCourse(course));
         QString state;
         for (const char *box : {"Title", "Limit", "Fee"})
             state += Find<QLineEdit>(form, box)->isReadOnly() ? u'0' : u'1';
-        QTEST(QString(state % Enabled(form, {"AddBtn", "AddStudentBtn", "RemBtn"})), "state");
+        QTEST(QString(state % Enabled(form, {"AddBtn", "AddStudentBtn", "RemBtn", "RemCBtn", "ClearCBtn",
+                                             "NewCBtn"})),
+              "state");
         QVERIFY(IsEnabled(form, "InfoBtn"));
+    }
+
+    /// One is applied, one is made on the spot, one is taken away; another workstation applies one meanwhile.
+    void AppliesCharacteristics()
+    {
+        const CourseRef course = CourseOfStudents({});
+        Offers(course, "Evening");
+        Offers(School::AddCourse("Anatomy", 10), "Lift");
+        Offers(School::AddCourse("Botany", 10), "Outdoors");
+        frmAddCourse form;
+        QVERIFY(form.EditCourse(course));
+        form.show();
+        Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(1);
+        ListModel &used = Find<ListView>(form, "UsedChar")->Model();
+        ListModel &available = Find<ListView>(form, "AvailChar")->Model();
+        QCOMPARE(used.At(0).text % u' ' % available.At(0).text, u"Evening Lift"_qs);
+        Press(form, "AddCBtn");
+        ModalDriver driver;
+        driver.Expect("frmCourseMainAddEdit", [](QDialog &item) {
+            TypeInto(item, "CatName", "Quiet");
+            Press(item, "AddBtn");
+        });
+        Press(form, "NewCBtn");
+        used.SelectOnly(used.Find("!" % TestDatabase::Value(concession % u"'Evening'")));
+        Press(form, "RemCBtn");
+        TestDatabase::Run({u"INSERT INTO CourseChar (CourseRef,ConcessionRef) SELECT " % SqlNumber(course) %
+                           u",ConcessionRef FROM CourseCharNames WHERE Name = 'Outdoors'"});
+        Press(form, "AddBtn");
+        QCOMPARE(TestDatabase::Rows(u"SELECT Name FROM CourseChar INNER JOIN CourseCharNames ON "
+                                    u"CourseChar.ConcessionRef = CourseCharNames.ConcessionRef WHERE "
+                                    u"CourseRef = " %
+                                    SqlNumber(course) % u" ORDER BY Name"),
+                 QStringList({"Lift", "Outdoors", "Quiet"}));
+        QCOMPARE(used.Count(), 3);
+        QCOMPARE(available.Count(), 1);
     }
 
     void LetsAddOnlyUsersAdd()

@@ -189,7 +189,7 @@ void TestResourceSave::SavesByTheScreen()
     frmAddCourse form;
     QVERIFY(form.EditCourse(m_course));
     form.show();
-    Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(2);
+    Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(3);
     TreeModel &tree = Find<TreeView>(form, "ResourceList")->Model();
     ModalDriver driver;
     driver.Expect("frmSelectVenues", [this](QDialog &dialog) {
@@ -444,7 +444,7 @@ void TestResourceSave::Buttons()
     frmAddCourse form;
     QVERIFY(form.EditCourse(m_course));
     form.show();
-    Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(2);
+    Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(3);
     TreeModel &tree = Find<TreeView>(form, "ResourceList")->Model();
     tree.Select(nullptr);
     std::vector<const TreeNode *> nodes;
@@ -464,7 +464,7 @@ void TestResourceSave::AsksBeforeTheEventsAreReadAgain()
     frmAddCourse form;
     QVERIFY(form.EditCourse(m_course));
     form.show();
-    Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(2);
+    Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(3);
     TreeModel &tree = Find<TreeView>(form, "ResourceList")->Model();
     const QString key = u'A' % SqlNumber(m_first);
     const auto open = [&](std::optional<Dialogs::Answer> answer, bool opens) {
@@ -508,7 +508,7 @@ void TestResourceSave::AddsEvents()
     frmAddCourse form;
     QVERIFY(form.EditCourse(m_course));
     form.show();
-    Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(2);
+    Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(3);
     TreeModel &tree = Find<TreeView>(form, "ResourceList")->Model();
     ModalDriver driver;
     driver.Expect("frmAddEvents", [](QDialog &series) {
@@ -528,7 +528,7 @@ void TestResourceSave::SpaceGoesDownTheTerm()
     frmAddCourse form;
     QVERIFY(form.EditCourse(m_course));
     const Keyboard keys(form);
-    Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(2);
+    Find<QTabWidget>(form, "TabStrip1")->setCurrentIndex(3);
     keys.TabTo("ResourceList");
     keys.Press(Qt::Key_Right);
     keys.Press(Qt::Key_Down);

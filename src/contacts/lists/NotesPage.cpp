@@ -5,10 +5,6 @@
 #include "forms/fields/FieldLock.h"
 #include "forms/frames/FormBuilder.h"
 
-namespace
-{
-}
-
 NotesPage::NotesPage(const Texts &texts, QWidget *parent)
     : QWidget(parent)
 {

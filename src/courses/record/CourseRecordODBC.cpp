@@ -89,7 +89,7 @@ ReadRow<CourseFile> ADO_Course_ShowCourse(CourseRef courseRef)
             const Recordset used =
                 OpenRecordset(u"SELECT * FROM CourseChar WHERE CourseRef = " % SqlNumber(courseRef));
             for (const auto &characteristic : used)
-                file.characteristics.push_back({u'?' % characteristic.Text(u"ConcessionRef"), {}});
+                file.characteristics.append(u'!' % characteristic.Text(u"ConcessionRef"));
             return file;
         });
 }

@@ -4,6 +4,8 @@
 #include "database/statements/ReadRow.h"
 #include "database/values/Keys.h"
 
+#include <QStringList>
+
 #include <optional>
 #include <vector>
 
@@ -42,7 +44,7 @@ struct CourseRecord {
 /// A course with what its screen shows beside its row.
 struct CourseFile {
     CourseRecord course;
-    std::vector<ListItem> characteristics; ///< keys "?" and `ConcessionRef`
+    QStringList characteristics; ///< their keys, "!" and reference
 };
 
 /// Reads a course. Reads `Courses` and `CourseChar`.

@@ -3,6 +3,7 @@
 #include "courses/booking/BookingODBC.h"
 #include "courses/events/AttendanceODBC.h"
 #include "courses/lists/CourseFolderODBC.h"
+#include "courses/maintenance/CourseSections.h"
 #include "courses/record/ResourceVersion.h"
 #include "database/statements/DeletedMeanwhile.h"
 #include "database/statements/MiscODBC.h"
@@ -45,7 +46,9 @@ FieldValues ReadValues(CourseRef courseRef, StoredCourse &stored)
     stored.isGone = file.IsMissing();
     if (!file)
         return {};
-    stored.characteristics.Fill(file->characteristics);
+    ListModel others;
+    if (!Course_ShowCharacteristics(file->characteristics, others, stored.characteristics))
+        return {};
     ADO_Course_ShowFolders(stored.folders, true, true);
     ADO_Course_ShowCourseRelations(courseRef, stored.folders);
     // Others note who attended without a step of all bookings.
@@ -77,6 +80,18 @@ int Write(const CourseRecord &course)
 }
 } // namespace
 
+bool Course_ShowCharacteristics(const QStringList &offered, ListModel &available, ListModel &used)
+{
+    used.Clear();
+    if (!Course_FillItems(CourseSection::Characteristics, available))
+        return false;
+    available.MoveKeys(offered, used);
+    used.sort(0, Qt::AscendingOrder);
+    available.SelectFirst();
+    used.SelectFirst();
+    return true;
+}
+
 FieldValues Course_Values(const CourseRecord &course, const CourseLists &lists)
 {
     FieldValues values = ValuesOf(Fields(), course);
@@ -103,7 +118,8 @@ int Course_Update(CourseRecord &course, const CourseLists &lists, FieldValues &b
     StoredCourse stored;
     QStringList lostEvents;
     RecordLists beside;
-    beside.Add(RecordLists::List{characteristic, lists.characteristics, stored.characteristics});
+    beside.Add(
+        RecordLists::List{characteristic, lists.characteristics, stored.characteristics, lists.available});
     beside.Add(RecordLists::Ticks{folder, lists.folders, stored.folders});
     MergedSave save = SaveOfCourse(beside, lists, stored);
     save.read = [&] {

@@ -15,8 +15,12 @@ struct CourseLists {
     ListModel &characteristics;
     TreeModel &folders;
     CourseResources &resources;
+    ListModel *available = nullptr; ///< the characteristics that the course could have besides
 };
 
+/// Lists the characteristics that courses can have, keys "!" and reference: those with a key of `offered` in
+/// `used`, the others in `available`. Reads CourseCharNames; false on an error.
+bool Course_ShowCharacteristics(const QStringList &offered, ListModel &available, ListModel &used);
 /// The version that a screen shows, or was filled from, without the tree of events: that has its own.
 FieldValues Course_Values(const CourseRecord &course, const CourseLists &lists);
 /// The new CourseRef; 0 for a duplicate, which the user is told, -1 on an error.

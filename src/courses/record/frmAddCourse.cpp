@@ -4,6 +4,7 @@
 #include "core/session/Session.h"
 #include "courses/events/frmAddEvents.h"
 #include "courses/events/frmEvent.h"
+#include "courses/record/CharacteristicsPage.h"
 #include "courses/record/CourseModule.h"
 #include "courses/record/CoursePage.h"
 #include "courses/record/CoursePeople.h"
@@ -18,12 +19,14 @@
 frmAddCourse::frmAddCourse(QWidget *parent)
     : FormDialog(QStringLiteral("frmAddCourse"), QStringLiteral("Add Course"), parent)
     , m_course(new CoursePage)
+    , m_characteristics(new CharacteristicsPage)
     , m_students(new StudentsPage)
     , m_resources(new ResourcesPage)
 {
     FormBuilder form(this);
     m_tabs = form.Tabs(QStringLiteral("TabStrip1"));
     m_tabs->addTab(m_course, QStringLiteral("Course"));
+    m_tabs->addTab(m_characteristics, QStringLiteral("Characteristics"));
     m_tabs->addTab(m_students, QStringLiteral("Students"));
     m_tabs->addTab(m_resources, QStringLiteral("Resources && Attendance"));
     form.BeginButtons();
@@ -45,15 +48,14 @@ frmAddCourse::frmAddCourse(QWidget *parent)
 
     m_modified = new ModifiedMark(m_add, this);
     m_course->Watch(*m_modified);
-    m_modified->Watch(m_usedChar);
+    m_characteristics->Watch(*m_modified);
     m_resources->Watch(*m_modified);
 }
 
 void frmAddCourse::NewCourse(const QString &location)
 {
     m_course->ShowFolders(location);
-    for (QWidget *page : {static_cast<QWidget *>(m_students), static_cast<QWidget *>(m_resources)})
-        m_tabs->setTabEnabled(m_tabs->indexOf(page), false);
+    EnablePages(false);
     ApplyRights();
     m_modified->Clear();
 }
@@ -66,11 +68,11 @@ bool frmAddCourse::EditCourse(CourseRef courseRef)
         return false;
     m_record = file->course;
     m_course->ShowCourse(m_record);
-    m_usedChar.Fill(file->characteristics);
+    const bool isWhole = m_characteristics->Show(file->characteristics);
     RowExists(courseRef);
     m_seen = Course_Values(m_record, Lists());
     m_modified->Clear();
-    return m_resources->Resources().isWhole;
+    return isWhole && m_resources->Resources().isWhole;
 }
 
 QString frmAddCourse::CourseTitle() const
@@ -80,7 +82,15 @@ QString frmAddCourse::CourseTitle() const
 
 CourseLists frmAddCourse::Lists()
 {
-    return {m_usedChar, m_course->Folders(), m_resources->Resources()};
+    return {m_characteristics->Used(), m_course->Folders(), m_resources->Resources(),
+            &m_characteristics->Available()};
+}
+
+/// A course that is not there yet has nothing but its own row and its folders.
+void frmAddCourse::EnablePages(bool enabled)
+{
+    for (int page = 1; page < m_tabs->count(); ++page)
+        m_tabs->setTabEnabled(page, enabled);
 }
 
 void frmAddCourse::RowExists(CourseRef courseRef)
@@ -88,8 +98,7 @@ void frmAddCourse::RowExists(CourseRef courseRef)
     m_courseRef = courseRef;
     ShowTitle();
     m_add->setText(QStringLiteral("&Update Course"));
-    for (QWidget *page : {static_cast<QWidget *>(m_students), static_cast<QWidget *>(m_resources)})
-        m_tabs->setTabEnabled(m_tabs->indexOf(page), true);
+    EnablePages(true);
     ShowEvents();
     m_students->ShowStudents(courseRef);
 }
@@ -105,6 +114,7 @@ void frmAddCourse::ApplyRights()
     const Level level = UserRight(Right::Courses);
     const bool open = level >= (!m_courseRef ? Level::Add : Level::Edit) && m_resources->Resources().isWhole;
     m_course->SetLocked(!open, !UserMay(Right::CourseFee, Level::Full));
+    m_characteristics->Allow(open);
     m_resources->Allow(open);
     m_add->setEnabled(open);
     const int limit = m_course->Limit();
@@ -129,10 +139,12 @@ void frmAddCourse::Save()
     if (m_record != course)
         m_course->ShowFields(m_record);
     m_saved = saved.key;
-    if (m_courseRef)
+    if (m_courseRef) {
         ShowEvents();
-    else
+    } else {
+        m_characteristics->Show({});
         RowExists(CourseRef(saved.key));
+    }
     ShowTitle();
     if (saved.isWhole)
         m_modified->Saved();

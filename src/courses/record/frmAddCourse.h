@@ -6,6 +6,7 @@
 #include "database/values/Keys.h"
 #include "forms/frames/FormDialog.h"
 
+class CharacteristicsPage;
 class CoursePage;
 class QPushButton;
 class QTabWidget;
@@ -33,6 +34,7 @@ protected:
     bool MayLeave() override;
 
 private:
+    void EnablePages(bool enabled);
     void RowExists(CourseRef courseRef);
     void ShowTitle();
     void ApplyRights();
@@ -47,11 +49,11 @@ private:
 
     CourseRef m_courseRef; ///< 0 = a new course
     int m_saved = 0;       ///< the course's reference once it was saved
-    ListModel m_usedChar;
     CourseRecord m_record; ///< as it was read or stored last
     FieldValues m_seen;    ///< the stored version that the screen set out from; empty = not known
     QTabWidget *m_tabs = nullptr;
     CoursePage *m_course = nullptr;
+    CharacteristicsPage *m_characteristics = nullptr;
     StudentsPage *m_students = nullptr;
     ResourcesPage *m_resources = nullptr;
     QPushButton *m_add = nullptr;
