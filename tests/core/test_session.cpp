@@ -466,6 +466,17 @@ private slots:
         QTRY_VERIFY(besideEachOther());
     }
 
+    void BothManagersFitTheirHalfOfASmallDesktop()
+    {
+        Start();
+        MainWindow()->resize(1280, 680);
+        for (const char *name : {"frmCourse", "frmContact"}) {
+            const QMdiSubWindow *child = Child(name);
+            QTRY_COMPARE(child->width(), Room()->viewport()->width() / 2);
+            QVERIFY2(child->minimumSizeHint().width() <= child->width(), name);
+        }
+    }
+
     void AChildOpensOnce()
     {
         Start();

@@ -109,6 +109,9 @@ void frmContact::BuildButtons(FormBuilder &form)
     m_viewBtn = form.Button(QStringLiteral("ViewBtn"), QStringLiteral("&View Contact(s)"));
     m_delBtn = form.Button(QStringLiteral("DelCBtn"), QStringLiteral("Delete"));
     m_delBtn->setToolTip(QStringLiteral("Delete the people selected in the available contacts"));
+    form.EndButtons();
+    // In two rows, so that half of a desktop 1280 wide holds them.
+    form.BeginButtons(FormBuilder::Align::Start);
     QPushButton *find = form.Button(QStringLiteral("FindBtn"), QStringLiteral("&Search"));
     m_repBtn = form.Button(QStringLiteral("RepBtn"), QStringLiteral("&Reports"));
     m_refreshBtn = form.Button(QStringLiteral("RefBtn"), QStringLiteral("Refresh"));
