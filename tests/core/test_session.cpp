@@ -3,6 +3,7 @@
 #include "core/shell/Screens.h"
 #include "core/shell/frmMain.h"
 #include "database/connection/CredentialStore.h"
+#include "forms/frames/StandardDialogs.h"
 #include "platform/connection/Connection.h"
 #include "platform/desktop/Directories.h"
 #include "platform/engines/FileDatabase.h"
@@ -15,6 +16,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDebug>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -22,6 +24,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -475,6 +478,24 @@ private slots:
             QTRY_COMPARE(child->width(), Room()->viewport()->width() / 2);
             QVERIFY2(child->minimumSizeHint().width() <= child->width(), name);
         }
+    }
+
+    void AMessageBoxOpensOverTheFormThatAsks()
+    {
+        Start();
+        Child("frmContact")->setFocus();
+        const QScopedValueRollback scripted(Dialogs::Installed());
+        InstallStandardDialogs();
+        QPoint middle;
+        QTimer::singleShot(0, this, [&middle] {
+            QWidget *box = QApplication::activeModalWidget();
+            middle = box->pos() + box->rect().center();
+            QTest::keyClick(box, Qt::Key_Escape);
+        });
+        Dialogs::MsgBox(u"A question?"_qs, u"Contact Update"_qs);
+        const QMdiSubWindow *asker = Child("frmContact");
+        const QPoint aside = middle - asker->mapToGlobal(asker->rect().center());
+        QVERIFY2(aside.manhattanLength() <= 2, qPrintable(QDebug::toString(aside)));
     }
 
     void AChildOpensOnce()

@@ -29,7 +29,5 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    void MoveOverOpener();
-
     int m_stepsAside = 0;
 };

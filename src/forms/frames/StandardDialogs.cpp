@@ -2,6 +2,7 @@
 
 #include "core/icons/Icons.h"
 #include "forms/frames/AskingWindow.h"
+#include "forms/frames/WindowPlace.h"
 #include "forms/frames/frmConflict.h"
 #include "platform/connection/Painting.h"
 #include "platform/desktop/Dialogs.h"
@@ -12,6 +13,7 @@
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QMessageBox>
+#include <QShowEvent>
 #include <QStyle>
 
 namespace
@@ -134,12 +136,28 @@ void ShowWholeTitle(QMessageBox &box)
                   grid->rowCount(), 0, 1, grid->columnCount());
 }
 
+/// A message box over the form that asks, and not over the middle of the main window around it.
+class MessageBox final : public QMessageBox
+{
+public:
+    using QMessageBox::QMessageBox;
+
+protected:
+    void showEvent(QShowEvent *event) override
+    {
+        QMessageBox::showEvent(event); // finds its size
+        const QWidget *asker = parentWidget();
+        if (asker && !event->spontaneous())
+            move(PlaceOver(asker->focusWidget() ? asker->focusWidget() : asker, size()));
+    }
+};
+
 Answer ShowMsgBox(const QString &text, const QString &title, Buttons buttons, Dialogs::Icon icon,
                   Answer defaultAnswer)
 {
     QWidget *asker = AskingWindow();
-    QMessageBox box(IconOf(icon), title.isEmpty() ? QApplication::applicationDisplayName() : title, text,
-                    ButtonsOf(buttons), asker);
+    MessageBox box(IconOf(icon), title.isEmpty() ? QApplication::applicationDisplayName() : title, text,
+                   ButtonsOf(buttons), asker);
     if (const QString name = PictureOf(icon); !name.isEmpty()) {
         const int side = box.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &box);
         box.setIconPixmap(Icons::Of(name).pixmap(QSize(side, side), box.devicePixelRatio()));
