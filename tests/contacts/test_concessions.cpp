@@ -92,7 +92,7 @@ void TestConcessions::OneFailureDoesNotEndTheList()
         },
         0);
     m->dialogs.Expect(FailureTitle(), engineFailure);
-    ADO_Contact_AddConcessionList(ConcessionRef(student), list, progress);
+    QVERIFY(!ADO_Contact_AddConcessionList(ConcessionRef(student), list, progress));
     QVERIFY(Has(501, student) && Has(503, student));
     QCOMPARE(Rows("ContactConcession"), 2);
 }
@@ -112,7 +112,7 @@ void TestConcessions::RemovingThePreviousEmptiesThePersonOfThatNumber()
         if (answer != Dialogs::Answer::None)
             m->dialogs.Expect("Contact Update", "Remove all previous contacts added to this type?", answer);
         Progress progress;
-        ADO_Contact_AddConcessionList(ConcessionRef(student), list, progress);
+        QVERIFY(ADO_Contact_AddConcessionList(ConcessionRef(student), list, progress));
         QCOMPARE(progress.Value(), 2);
         QVERIFY(Has(501, student) && Has(502, student));
         QCOMPARE(Has(numberedLikeIt, other), answer != Dialogs::Answer::Yes);

@@ -86,9 +86,9 @@ bool ADO_Contact_AddContactConcession(ContactRef contactRef, ConcessionRef conce
     });
 }
 
-void ADO_Contact_AddConcessionList(ConcessionRef concessionRef, const ListModel &list, Progress &progress)
+bool ADO_Contact_AddConcessionList(ConcessionRef concessionRef, const ListModel &list, Progress &progress)
 {
-    Reported("ADO_Contact_AddConcessionList", [&] {
+    return Reported("ADO_Contact_AddConcessionList", false, [&] {
         const bool held =
             HasRow(u"SELECT * FROM ContactConcession WHERE ConcessionRef = " % SqlNumber(concessionRef));
         // The wipe wants a person and gets the characteristic, so that Yes empties whoever has that number:
@@ -100,13 +100,16 @@ void ADO_Contact_AddConcessionList(ConcessionRef concessionRef, const ListModel 
 
         progress.Begin(list.Count());
         WriteGroup group(gConnection);
+        int served = 0;
         for (int row = 0; row < list.Count() && !progress.IsCancelled(); ++row) {
             // A failure was reported; the next person may well take it.
-            ADO_Contact_AddContactConcession(ContactRef(KeyNumber(list.At(row).key)), concessionRef);
+            if (ADO_Contact_AddContactConcession(ContactRef(KeyNumber(list.At(row).key)), concessionRef))
+                ++served;
             EndRow(group);
             progress.SetValue(row + 1);
         }
         EndRows(group);
+        return served == list.Count();
     });
 }
 

@@ -35,9 +35,10 @@ bool ADO_Contact_ConcessionWipe(ContactRef contactRef);
 /// Gives a person a characteristic that is not held yet. False on an error.
 bool ADO_Contact_AddContactConcession(ContactRef contactRef, ConcessionRef concessionRef);
 /// Gives the characteristic to everybody in `list`, whose keys hold the people's references. Where somebody
-/// has it already the user is asked whether to remove the earlier ones first; see the note inside. An error
-/// stops at that person and a cancelled `progress` after one, with the earlier ones served.
-void ADO_Contact_AddConcessionList(ConcessionRef concessionRef, const ListModel &list, Progress &progress);
+/// has it already the user is asked whether to remove the earlier ones first; see the note inside. A person
+/// who cannot be written is reported and left out; a cancelled `progress` stops after one, with the earlier
+/// ones served. True if everybody has it now.
+bool ADO_Contact_AddConcessionList(ConcessionRef concessionRef, const ListModel &list, Progress &progress);
 /// Fills `list` with the people who have a characteristic: key "?" + reference, "surname, forename" with
 /// the site's reference in front where that is shown, and the details as sub-items. A cancelled `progress`
 /// ends it after a person.

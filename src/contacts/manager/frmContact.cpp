@@ -13,6 +13,7 @@
 #include "enrolment/EnrolmentModule.h"
 #include "forms/fields/FieldLock.h"
 #include "forms/fields/FormKeys.h"
+#include "forms/fields/ModifiedMark.h"
 #include "forms/fields/SearchBox.h"
 #include "forms/frames/ColumnChoice.h"
 #include "forms/frames/FormBuilder.h"
@@ -321,10 +322,14 @@ void frmContact::ApplyCharacteristic()
         FillCharacteristics();
     if (living < 1 || !DropDeleted(title))
         return;
+    bool isStored = false;
     PeopleRun::Run(this, title, QStringLiteral("Those have the characteristic, the rest are as they were."),
                    [&](Progress &progress) {
-                       ADO_Contact_AddConcessionList(ConcessionRef(characteristic), m_selected, progress);
+                       isStored =
+                           ADO_Contact_AddConcessionList(ConcessionRef(characteristic), m_selected, progress);
                    });
+    if (isStored)
+        ModifiedMark::TellSaved();
     if (m_subset.CurrentData() > 0)
         FillContacts();
 }

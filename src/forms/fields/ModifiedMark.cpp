@@ -111,6 +111,11 @@ bool ModifiedMark::Differs() const
 void ModifiedMark::Saved()
 {
     Clear();
+    TellSaved();
+}
+
+void ModifiedMark::TellSaved()
+{
     if (WhenSaved())
         WhenSaved()();
 }

@@ -41,6 +41,8 @@ public:
     void Clear();
     /// Clears the flag because what was changed is stored now, and tells whoever wants to know.
     void Saved();
+    /// Tells whoever wants to know of a save without a record on the screen.
+    static void TellSaved();
     /// What is called at each save; the main window installs it.
     static std::function<void()> &WhenSaved();
 
