@@ -61,7 +61,6 @@ void frmContact::BuildLists(FormBuilder &form)
 {
     QLineEdit *search = form.Text(QStringLiteral("SearchBox"), QStringLiteral("Search for Con&tact:"));
     search->setClearButtonEnabled(true);
-    form.Beside();
     form.Combo(QStringLiteral("ConcessionList"), QStringLiteral("Sub-set by Characteristic:"), m_subset);
 
     m_contacts.SetColumns({QStringLiteral("Contact")});
