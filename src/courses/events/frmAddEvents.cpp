@@ -65,7 +65,7 @@ void frmAddEvents::Build()
     form.NextColumn(4);
     ListView *dates = form.List(QStringLiteral("DateList"), QStringLiteral("These events will be &made:"),
                                 m_dates, ListView::Choice::Multi);
-    dates->SetColumnChars({6, 12, 14, 30});
+    dates->SetColumnChars({6, 14, 17, 20});
     dates->SetEmptyText(QStringLiteral("Give the number of events."));
     form.EndColumns();
     m_summary = form.Line(QStringLiteral("Summary"), {});
