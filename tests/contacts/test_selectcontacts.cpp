@@ -256,6 +256,8 @@ void TestSelectContacts::FollowsWhatOthersStore()
     };
     store("2");
     store("3");
+    Sql("INSERT INTO CourseEvents (EventRef,CourseRef,EventNo,EDate,TimeFrom,TimeTo) VALUES "
+        "(7,1,1,20270301,900,1030)");
     Sql("INSERT INTO Exam (ExamRef,ExamName,ResultFormat) VALUES (7,'Welding','%''s')");
     m_target.Fill({{"?2", "Adams, Ann"}, {"?3", "O'Neil, Ben"}});
     frmSelectContacts form;
