@@ -121,6 +121,7 @@ private slots:
         frmSchedule form;
         form.show();
         auto *grid = Find<MonthView>(form, "Grid1");
+        QCOMPARE(form.focusWidget(), grid);
         QCOMPARE(grid->Day(), QDate(2026, 12, 15));
         const std::pair<Qt::Key, QDate> steps[] = {
             {Qt::Key_Right, QDate(2026, 12, 16)},   {Qt::Key_Down, QDate(2026, 12, 23)},

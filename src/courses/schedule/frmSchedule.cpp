@@ -109,6 +109,8 @@ frmSchedule::frmSchedule(QWidget *parent)
     }
     Connect();
     UpdateCal(today);
+    // A child window would take the first tool, though Tab passes it by.
+    m_grid->setFocus();
 }
 
 void frmSchedule::Build()
