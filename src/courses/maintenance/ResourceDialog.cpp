@@ -28,6 +28,11 @@ ResourceDialog::ResourceDialog(const Wording &wording, QWidget *parent)
     m_organList->SetNewTextHandler([this](const QString &typed) { TakeOrganisation(typed); },
                                    ContactSectionOf(ContactSection::Organisations).word);
     EndReading(true, {});
+    // The title is longer than any row, and is to be read to its end.
+    constexpr int titleButtons = 20;
+    const int title =
+        fontMetrics().horizontalAdvance(wording.title) + titleButtons * fontMetrics().averageCharWidth();
+    resize(sizeHint().expandedTo({title, 0}));
 }
 
 void ResourceDialog::EditItem(int key)
