@@ -31,6 +31,8 @@ FormBuilder::Pair SelectDialog::BuildLists(FormBuilder &form, const FormBuilder:
         gDialogResult = 1;
         accept();
     });
+    // A provider has some hundred rooms and tutors to choose from.
+    resize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 28);
     return pair;
 }
 

@@ -1,7 +1,5 @@
 #include "forms/frames/FormBuilder.h"
 
-#include "controls/ListModel.h"
-#include "core/icons/Icons.h"
 #include "forms/fields/FormKeys.h"
 #include "forms/frames/ButtonKeys.h"
 #include "forms/frames/ButtonRow.h"
@@ -10,7 +8,6 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QShortcut>
-#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -24,20 +21,6 @@ void TurnPage(QTabWidget &tabs, int step)
         page = (page + step + tabs.count()) % tabs.count();
     while (!tabs.isTabEnabled(page));
     tabs.setCurrentIndex(page);
-}
-
-/// Shares the width between a pair of lists: one with more columns than the other needs more, and columns
-/// that the user adds later widen theirs.
-void ShareBetween(QHBoxLayout *columns, const ListModel &available, const ListModel &used)
-{
-    static constexpr int half = 4;
-    const int start = available.columnCount();
-    const auto share = [columns, &available, start] {
-        columns->setStretch(0, qMin(+half, half / 2 + available.columnCount() - start));
-    };
-    share();
-    columns->setStretch(2, used.columnCount() > start ? half : half / 2);
-    QObject::connect(&available, &ListModel::modelReset, columns, share);
 }
 
 /// Leaves as much height as the item next to it takes.
@@ -359,39 +342,6 @@ QTabWidget *FormBuilder::Tabs(const QString &name)
 QWidget *FormBuilder::AddTab(QTabWidget *tabs, const QString &name, const QString &caption)
 {
     return AddTab(tabs, new QWidget, name, caption);
-}
-
-FormBuilder::Pair FormBuilder::UsedAvailablePair(const PairNames &names, ListModel &available,
-                                                 ListModel &used)
-{
-    Pair pair{};
-    BeginColumns();
-    pair.available = List(names.available, names.availableCaption, available, ListView::Choice::Multi);
-    Pop();
-
-    auto *buttons = new QVBoxLayout;
-    QHBoxLayout *columns = Top().columns;
-    columns->addLayout(buttons);
-    buttons->addStretch();
-    const auto button = [&](const QString &name, const QString &icon, const QString &caption) {
-        QPushButton *made = NewButton(name, caption);
-        made->setIcon(Icons::Of(icon));
-        buttons->addWidget(made);
-        return made;
-    };
-    pair.add = button(names.add, QStringLiteral("go-next"), QStringLiteral("Add"));
-    pair.remove = button(names.remove, QStringLiteral("go-previous"), QStringLiteral("Remove"));
-    pair.clear = button(names.clear, QStringLiteral("edit-clear-all"), QStringLiteral("Clear"));
-    buttons->addStretch();
-
-    auto *grid = new QGridLayout;
-    columns->addLayout(grid);
-    Push(Top().parent, grid);
-    pair.used = List(names.used, names.usedCaption, used, ListView::Choice::Multi);
-    EndColumns();
-    ShareBetween(columns, available, used);
-    pair.moves = new UsedAvailable(pair.available, pair.used, pair.add, pair.remove, pair.clear, m_page);
-    return pair;
 }
 
 void FormBuilder::Stretch()
