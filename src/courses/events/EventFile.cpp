@@ -150,7 +150,9 @@ int UpdateEvent(EventFile &file)
         const ReadRow<CourseEvent> event = ADO_Course_FindEvent(file.event.eventRef);
         stored.event = event ? *event : CourseEvent();
         stored.role = file.role;
-        if (!event || !ShowLists(stored))
+        // Others note who attended in a step of its own, which, if it had to be waited for later, would store
+        // this one half-way.
+        if (!event || !InOneStep(attendanceStep, [&] { return ShowLists(stored); }))
             return FieldValues();
         FillAttended(attendedStored, stored.students);
         return ValuesOf(stored);
