@@ -15,6 +15,8 @@
 #include <QLabel>
 #include <QTimer>
 
+#include <initializer_list>
+
 namespace
 {
 constexpr int mostShown = 500;
@@ -49,6 +51,13 @@ frmAddEvents::frmAddEvents(CourseRef courseRef, bool hasEvents, QWidget *parent)
     m_exclusions->FillPeriods(m_pattern->Start());
     m_create->setEnabled(false);
     ShowPreview();
+}
+
+frmAddEvents::~frmAddEvents()
+{
+    // A field that loses the focus by being destroyed is left like any other, when this form is no more.
+    for (QObject *part : std::initializer_list<QObject *>{m_tabs, m_pattern, m_exclusions})
+        part->disconnect(this);
 }
 
 void frmAddEvents::Build()

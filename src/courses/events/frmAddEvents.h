@@ -21,6 +21,7 @@ class frmAddEvents final : public FormDialog
 public:
     /// `hasEvents` tells whether the course has events already, which the user may keep.
     frmAddEvents(CourseRef courseRef, bool hasEvents, QWidget *parent = nullptr);
+    ~frmAddEvents() override;
 
 private:
     void Build();
