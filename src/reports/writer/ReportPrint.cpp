@@ -32,6 +32,9 @@ void MakeReadable(QPrintPreviewDialog &preview)
     for (QAction *action : preview.findChildren<QAction *>()) {
         if (action->text() == QPrintPreviewDialog::tr("Fit width"))
             action->trigger();
+        else if (action->text() == QPrintPreviewDialog::tr("Page setup"))
+            // Without a printer the toolkit has no such dialog, and warns.
+            action->setEnabled(preview.printer()->outputFormat() == QPrinter::NativeFormat);
         else if (const QKeySequence key = keys.value(action->text()); !key.isEmpty())
             action->setShortcut(key);
     }
