@@ -134,7 +134,7 @@ void ReportEnd::Print()
     bool printed = false;
     RunAgain(
         QStringLiteral("The report is being printed..."),
-        [&](Progress &progress) { printed = PrintReport(HTML_OutputPath(), printer, progress, fault); },
+        [&](Progress &progress) { printed = PrintReport(HTML_OutputPath(), printer, &progress, fault); },
         [&] {
             return printed ? PrintedWhere(printer)
                            : NotDone(QStringLiteral("The report"), Doing::Printing, fault);

@@ -73,16 +73,17 @@ bool ReportPages::End()
     return m_painter.end();
 }
 
-bool ReportPages::AddAll(ReportReader &report, Progress &progress)
+bool ReportPages::AddAll(ReportReader &report, Progress *progress)
 {
     ReportBlock block;
     qsizetype next = 0;
     while (report.Next(block)) {
         Add(block);
-        if (report.Read() < next && report.Read() < report.Size())
+        if (!progress || (report.Read() < next && report.Read() < report.Size()))
             continue;
         next = report.Read() + bytesBetweenSteps;
-        if (!progress(static_cast<int>(report.Read() / kilobyte), static_cast<int>(report.Size() / kilobyte)))
+        if (!(*progress)(static_cast<int>(report.Read() / kilobyte),
+                         static_cast<int>(report.Size() / kilobyte)))
             return false;
     }
     return true;

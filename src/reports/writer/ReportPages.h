@@ -30,8 +30,9 @@ public:
     void Add(const ReportBlock &block);
     bool End();
     /// Draws everything that is left in `report`, and tells `progress` how many of how many kilobytes have
-    /// been drawn. False if it was stopped: the device can still be told to throw the pages away.
-    bool AddAll(ReportReader &report, Progress &progress);
+    /// been drawn; without one, no event is served meanwhile. False if it was stopped: the device can still
+    /// be told to throw the pages away.
+    bool AddAll(ReportReader &report, Progress *progress);
 
 private:
     /// A row of a table, or a text as a row of one cell without a border.

@@ -23,7 +23,7 @@ Printed Print(ReportReader &report, const QString &folder, QIODevice &pdf, Progr
     ReportPages pages(writer, report.WidestRow(), folder);
     if (!pages.Begin())
         return Printed::Not;
-    if (!pages.AddAll(report, progress))
+    if (!pages.AddAll(report, &progress))
         return Printed::Stopped;
     return pages.End() ? Printed::Whole : Printed::Not;
 }

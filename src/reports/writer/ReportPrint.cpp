@@ -1,6 +1,5 @@
 #include "reports/writer/ReportPrint.h"
 
-#include "core/session/Progress.h"
 #include "forms/lists/PrintChooser.h"
 #include "reports/writer/ReportPages.h"
 #include "reports/writer/ReportReader.h"
@@ -8,6 +7,7 @@
 #include <QAction>
 #include <QDir>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QHash>
 #include <QKeySequence>
 #include <QPrintPreviewDialog>
@@ -50,7 +50,7 @@ void SetUpPrinter(QPrinter &printer, const QString &report)
     printer.setPageMargins(sheet.margins(), sheet.units());
 }
 
-bool PrintReport(const QString &report, QPrinter &printer, Progress &progress, QString &fault)
+bool PrintReport(const QString &report, QPrinter &printer, Progress *progress, QString &fault)
 {
     fault.clear();
     ReportReader reader(report);
@@ -80,8 +80,11 @@ QString PreviewReport(const QString &report, const QString &title, QWidget *pare
     MakeReadable(preview);
     QString fault;
     QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, &preview, [&](QPrinter *paper) {
-        Progress unseen;
-        PrintReport(report, *paper, unseen, fault);
+        // The window still shows the old pages, which are gone: it must not be painted before the new ones
+        // are whole.
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        PrintReport(report, *paper, nullptr, fault);
+        QGuiApplication::restoreOverrideCursor();
     });
     preview.exec();
     return fault;

@@ -11,9 +11,10 @@ class QWidget;
 void SetUpPrinter(QPrinter &printer, const QString &report);
 
 /// Draws a written report, including its letterhead, onto the paper of the printer; rows that are too wide
-/// are scaled down to fit. `progress` is told how many of how many kilobytes have been drawn. False if it was
-/// stopped or could not be drawn: nothing is printed then, and `fault` says why ("" = stopped).
-bool PrintReport(const QString &report, QPrinter &printer, Progress &progress, QString &fault);
+/// are scaled down to fit. `progress` is told how many of how many kilobytes have been drawn; without one, no
+/// event is served meanwhile. False if it was stopped or could not be drawn: nothing is printed then, and
+/// `fault` says why ("" = stopped).
+bool PrintReport(const QString &report, QPrinter &printer, Progress *progress, QString &fault);
 
 /// Shows the pages of a written report, modal, with buttons that print them. "" or why they cannot be shown.
 QString PreviewReport(const QString &report, const QString &title, QWidget *parent);
