@@ -137,6 +137,10 @@ private slots:
         Find<ComboBox>(form, "ID_Month")->setCurrentIndex(1);
         QCOMPARE(Find<QWidget>(form, "Frame1")->property("title").toString(), u"Febuary 2026"_qs);
         QCOMPARE(grid->model()->index(0, 0).data().toString(), u"1 Feb"_qs);
+        // Without a current day there is nothing to copy, and the keys start in the month in view.
+        QTest::keySequence(grid, QKeySequence::Copy);
+        QTest::keyClick(grid, Qt::Key_Right);
+        QCOMPARE(grid->Day(), QDate(2026, 2, 2));
         Find<ComboBox>(form, "ID_Year")->setCurrentIndex(2050 - 1999);
         Press(form, "ID_NextYear");
         Find<ComboBox>(form, "ID_Month")->setCurrentIndex(11);

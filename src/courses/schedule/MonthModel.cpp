@@ -64,6 +64,8 @@ int MonthModel::columnCount(const QModelIndex &parent) const
 QVariant MonthModel::data(const QModelIndex &index, int role) const
 {
     const QDate day = Day(index);
+    if (!day.isValid())
+        return QVariant();
     switch (role) {
     case Qt::DisplayRole:
         return QString(QString::number(day.day()) % u' ' % MonthNames().at(day.month() - 1).first(3));

@@ -25,6 +25,7 @@ public:
     QDate Day(const QModelIndex &index) const;
     QModelIndex IndexOf(QDate day) const; ///< invalid for a day outside the six weeks
     bool IsInMonth(QDate day) const;
+    QDate First() const { return m_month; } ///< of the month
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;

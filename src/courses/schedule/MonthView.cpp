@@ -94,7 +94,8 @@ void MonthView::currentChanged(const QModelIndex &current, const QModelIndex &pr
 
 void MonthView::keyPressEvent(QKeyEvent *event)
 {
-    const QDate day = Day().isValid() ? Day() : Clock::Today();
+    // In a month without today no day is current at first.
+    const QDate day = Day().isValid() ? Day() : m_month.First();
     switch (event->key()) {
     case Qt::Key_Left:
         return emit DayAsked(day.addDays(-1));
