@@ -77,7 +77,8 @@ void frmCourse::Build()
     m_status = form.Line(QStringLiteral("StatBar"), {});
     m_description = form.Notes(QStringLiteral("Description"), QStringLiteral("Description:"));
     LockFields(m_description, true);
-    m_description->setMaximumHeight(m_description->fontMetrics().lineSpacing() * 5);
+    m_description->setMaximumHeight(
+        qMax(m_description->minimumSizeHint().height(), m_description->fontMetrics().lineSpacing() * 5));
     BuildButtons(form);
 }
 

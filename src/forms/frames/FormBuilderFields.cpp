@@ -162,8 +162,9 @@ ListView *FormBuilder::List(const QString &name, const QString &caption, ListMod
     count->setObjectName(name % u"_Count");
     count->setAlignment(Qt::AlignRight);
     count->setForegroundRole(QPalette::PlaceholderText);
-    // The rest of the form must not move when the first row is added.
-    count->setMinimumHeight(count->fontMetrics().height());
+    // The rest of the form must not move when the first row is added: an empty label is a line with its
+    // leading, one with a text is without it.
+    count->setMinimumHeight(count->fontMetrics().lineSpacing());
     list->CountOn(count);
     Span(count);
     return list;
